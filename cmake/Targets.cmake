@@ -1,0 +1,41 @@
+# What a folder of src/ or tests/ says in its CMakeLists.txt.
+#
+#   velk_library(store USES velk_model QT Core LIBS SQLite::SQLite3)   all .cpp of src/store
+#   velk_windows(store USES velk_store)                                all .cpp and .ui of src/store/windows
+#   velk_tests(store USES velk_store)                                  all *_test.cpp of tests/store
+
+set(VELK_PCH_CORE <algorithm> <array> <chrono> <cmath> <cstdint> <functional> <map> <memory> <optional> <string>
+                  <string_view> <vector>)
+set(VELK_PCH_WIDGETS ${VELK_PCH_CORE} <QApplication> <QMainWindow> <QWidget>)
+
+function(velk_target_common target)
+  cmake_parse_arguments(ARG "" "" "USES;QT;LIBS" ${ARGN})
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  list(TRANSFORM ARG_QT PREPEND Qt6::)
+  target_link_libraries(${target} PUBLIC ${ARG_USES} ${ARG_QT} ${ARG_LIBS})
+endfunction()
+
+function(velk_library folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/src/${folder}/*.h)
+  add_library(velk_${folder} STATIC ${sources})
+  velk_target_common(velk_${folder} ${ARGN})
+  target_precompile_headers(velk_${folder} PRIVATE ${VELK_PCH_CORE})
+endfunction()
+
+function(velk_windows folder)
+  set(dir ${CMAKE_SOURCE_DIR}/src/${folder}/windows)
+  file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.h ${dir}/*.ui)
+  add_library(velk_${folder}_windows STATIC ${sources})
+  velk_target_common(velk_${folder}_windows QT Widgets ${ARGN})
+  target_precompile_headers(velk_${folder}_windows PRIVATE ${VELK_PCH_WIDGETS})
+endfunction()
+
+function(velk_tests folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*_test.cpp)
+  add_executable(${folder}_tests ${sources})
+  velk_target_common(${folder}_tests USES velk_test_support ${ARGN})
+  target_include_directories(${folder}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_precompile_headers(${folder}_tests PRIVATE ${VELK_PCH_CORE} <gtest/gtest.h>)
+  add_test(NAME ${folder} COMMAND ${folder}_tests)
+  set_tests_properties(${folder} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

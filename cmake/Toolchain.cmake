@@ -1,0 +1,34 @@
+# Compiler flags, the same for every target of the project.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast
+                    -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-Wduplicated-cond -Wlogical-op -Wuseless-cast)
+endif()
+# A precompiled header has to be told apart by its content, not by its date, or ccache never finds it.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  add_compile_options(-Xclang -fno-pch-timestamp)
+else()
+  add_compile_options(-fpch-preprocess)
+endif()
+
+if(VELK_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(VELK_HARDEN)
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong -fstack-clash-protection
+                      -D_GLIBCXX_ASSERTIONS)
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  include(CheckPIESupported)
+  check_pie_supported()
+  add_link_options(-Wl,-z,relro -Wl,-z,now)
+endif()

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "model/session.h"
+
+namespace velk {
+
+/// Works out from CurrentParameters 1 to `count` which graph windows there are and which curve stands in which slot.
+/// A parameter with FormIndex 0 or without GraphVisible is skipped; so is one with a FormIndex beyond 64.
+void BuildGraphMap(Session& session, int count);
+
+/// Sets GraphVisible of CurrentParameters 1 to `count`: true unless the name is "BLANK".
+void ShowNonBlank(Session& session, int count);
+
+/// Clears GraphVisible of "BLANK" parameters and leaves the others.
+void HideBlank(Session& session, int count);
+
+/// The slot of a parameter on its graph, or 0 where it has none.
+int GraphSlotOf(const Session& session, int parameter, int graphNumber);
+
+}  // namespace velk

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velk {
+
+/// The main window as lower code sees it. Buttons and menu items go by their names ("RecordToDB", "mnuFileRecord"),
+/// images by their numbers.
+class MainView {
+ public:
+  virtual ~MainView() = default;
+
+  /// Panel 1 the status word, 2 the file, 3 the date of a playback row, 4 the time of the last sample, 5 rows that
+  /// could not be recorded.
+  virtual void SetPanel(int panel, std::string_view text) = 0;
+
+  virtual void SetMenuEnabled(std::string_view item, bool enabled) = 0;
+  virtual void SetMenuVisible(std::string_view item, bool visible) = 0;
+  virtual void SetMenuCaption(std::string_view item, std::string_view caption) = 0;
+
+  virtual void SetButtonImage(std::string_view key, int image) = 0;
+  virtual int ButtonImage(std::string_view key) const = 0;
+  virtual void SetButtonVisible(std::string_view key, bool visible) = 0;
+  virtual void SetButtonEnabled(std::string_view key, bool enabled) = 0;
+  virtual void SetButtonToolTip(std::string_view key, std::string_view text) = 0;
+  /// Presses a button as a click does.
+  virtual void PressButton(std::string_view key) = 0;
+
+  /// Writes the title: base title, a blank and the version.
+  virtual void ResetCaption() = 0;
+  virtual void SetHourglass(bool on) = 0;
+  virtual void Repaint() = 0;
+};
+
+/// Numbers of the toolbar's images.
+namespace image {
+inline constexpr int PauseRunning = 7;
+inline constexpr int PauseStopped = 9;
+inline constexpr int RecordOff = 12;
+inline constexpr int RecordOn = 13;
+inline constexpr int DisconnectOff = 15;
+inline constexpr int ConnectOff = 16;
+inline constexpr int ConnectOn = 17;
+inline constexpr int DisconnectOn = 18;
+}  // namespace image
+
+}  // namespace velk

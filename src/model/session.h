@@ -1,0 +1,133 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "i18n/translator.h"
+#include "model/parameter.h"
+
+namespace velk {
+
+class GraphWindow;
+
+inline constexpr int kSlots = kMaxParameters + 1;
+inline constexpr int kMaxSmooth = 10;
+inline constexpr int kPorts = 16;
+
+/// The one session of the process: plain fields that everything reads and writes directly. Arrays are indexed from 1.
+struct Session {
+  template <class T>
+  using PerParameter = std::array<T, kSlots>;
+
+  // --- Parameters ---
+  PerParameter<Parameter> Parameters;           ///< input channels as configured
+  std::vector<Parameter> AdditionalParameters{1};  ///< computed channels, 1 to NumberOfFormulae
+  std::vector<std::string> Formula{1};             ///< text of each, or "Linked Parameter"
+  PerParameter<Parameter> CurrentParameters;    ///< working set: inputs, then computed channels, filled at Connect
+  PerParameter<Parameter> PlaybackParameters;
+  std::int16_t NumberOfParameters = 1;  ///< input channels; also the parameter columns of logData
+  std::int16_t NumberOfFormulae = 0;
+  std::int16_t TotalParameters = 0;  ///< both, computed at Connect
+
+  // --- Values, indexed like CurrentParameters ---
+  PerParameter<float> CurrentValue{};   ///< scaled and smoothed; what is logged went through this 32-bit float
+  PerParameter<float> PreviousValue{};  ///< at the last plotted point
+  PerParameter<std::int16_t> SmoothValue{};  ///< length of the moving average, 1 to 10
+  std::array<PerParameter<double>, kMaxSmooth + 1> SmoothHistory{};  ///< [age][parameter]
+  PerParameter<bool> AlarmTriggered{};
+
+  // --- Graph map, see graph_map.h ---
+  PerParameter<GraphWindow*> GraphForms{};  ///< by graph number; null where there is none
+  PerParameter<bool> GraphOpen{};
+  std::int16_t GraphCount = 0;
+  PerParameter<std::int16_t> GraphList{};        ///< graph numbers in order of first appearance
+  PerParameter<std::int16_t> GraphCurveCount{};  ///< by graph number
+  std::array<PerParameter<std::int16_t>, kSlots> GraphSlots{};  ///< [slot][graph number] -> parameter
+
+  // --- Status ---
+  std::string CurrentStatus;  ///< the translated word, see status.h
+  bool AcquireStarted = false;
+  bool AcquisitionMode = false;  ///< set at Connect, cleared when a playback file is chosen
+  bool StopRequested = false;    ///< set by Stop and by a time-out, honoured at the head of the next sample
+  bool SampleBusy = false;       ///< a sample is running
+  std::int16_t SampleSkips = 0;  ///< events that the guard has swallowed since the last run
+  bool FirstPoint = true;        ///< until the first plotted sample of the process
+  bool AskOnExit = true;
+  bool ProgramEnding = false;  ///< graph windows then don't save their layout
+
+  // --- Recording ---
+  std::string CurrentFile;    ///< file chosen for recording; its suffix follows the page count
+  std::string LogFileInUse;   ///< file of the open log
+  bool RecordToDB = false;
+  std::int16_t PageCount = 0;  ///< page changes since the file was chosen
+  std::vector<std::string> SummaryExtraFields;  ///< columns of SummaryReport for manual entry
+
+  // --- Times, in days ---
+  double SampleTime = 0;
+  double StartTime = 0;  ///< cut to the minute
+  double LastPlotTime = 0;
+  double GraphEndTime = 0;   ///< start of the block that is to be drawn next
+  double GraphPageTime = 0;  ///< at the top of the plot
+  double LastPageTime = 0;
+  double GraphTimeStep = 0;  ///< time of one sample row of the graphs
+  double BlockPairsPerPage = 0;
+  double SampleSeconds = 0;
+  std::string LastDataTime;  ///< arrival of the last line, "dd-mmm-yyyy hh:mm:ss"
+
+  // --- Section General ---
+  std::string Current_language = "English";
+  std::string CurrentFont = "MS Sans Serif";
+  std::string CompanyLogoFile;
+  std::string DefaultDirectory;
+  double SamplingRate = 1.0 / 86400;  ///< days
+  std::int16_t TheTimeOut = 5;        ///< sampling intervals
+  std::int16_t SensitivityCriterion = 20;  ///< percent of the scale span
+  std::int16_t intFontSize = 10;
+  double MaximumTime = 3600;   ///< height of the plot surface in twips
+  double pixelslength = 120;   ///< samples in a block
+  double pixeldivide = 15;     ///< twips that a sample goes down the page
+  bool CompanyLogoVisible = true;
+
+  // --- Section PrintGraph ---
+  bool LogoInserted = false;
+  bool TextInserted = false;
+  float PrintGraphText1X = 0, PrintGraphText1Y = 0;
+  float PrintGraphImageX = 0, PrintGraphImageY = 0, PrintGraphImageH = 0, PrintGraphImageW = 0;
+
+  // --- Section Protocol ---
+  std::array<bool, kPorts + 1> Port{};
+  std::int16_t PortNumber = 1;
+  std::int32_t BaudRate = 9600;
+  std::int16_t Handshake = 0;
+  std::string Parity = "N";
+  std::int16_t DataBits = 8;
+  std::string StopBits = "1";
+  std::string Delimiter = " ";
+  std::string Terminator = "\r";
+  std::string SerialData;
+  std::int16_t FormattedLineLength = 0;
+  std::string daqIPAddress;
+  std::string daqHTML;
+
+  // --- Constants of the selected unit, see instruments/protocols.h ---
+  std::int16_t NumberOfChannels = 0;
+  std::int16_t LastAnalogChannel = 0;
+  std::int16_t LastHardwareChannel = 0;
+  bool IsOwnUnit = false;  ///< sticks once set
+  bool UseODataCom = false;
+  std::vector<std::array<std::string, 6>> OrbenSettings;  ///< hardware settings table, a row a channel
+
+  // --- Section Playback ---
+  std::int16_t PlaybackSpeed = 1;
+  std::int16_t FirstDataLine = 1;
+  std::int16_t PlayBackNoOfFields = 1;
+  std::string PlaybackDelimiter;
+
+  std::vector<std::string> TemplateNames{1};  ///< 1 to the number of templates
+
+  clstranslation Translator;
+};
+
+}  // namespace velk

@@ -1,0 +1,53 @@
+#include "platform/dialogs.h"
+
+namespace velk {
+
+namespace {
+
+Answer WithoutAsking(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok: return Answer::Ok;
+    case Buttons::YesNo: return Answer::No;
+    case Buttons::RetryCancel: break;
+  }
+  return Answer::Cancel;
+}
+
+}  // namespace
+
+Answer Dialogs::Message(const MessageBox& box) {
+  if (ending_) return WithoutAsking(box.buttons);
+  const GateState open(gate_, GateState::Open);
+  return ShowMessage(box);
+}
+
+std::optional<std::string> Dialogs::Input(const std::string& prompt, const std::string& title,
+                                          const std::string& preset) {
+  if (ending_) return std::nullopt;
+  const GateState open(gate_, GateState::Open);
+  return ShowInput(prompt, title, preset);
+}
+
+std::optional<std::string> Dialogs::SaveFile(const FileQuestion& question) {
+  if (ending_) return std::nullopt;
+  const GateState open(gate_, GateState::Open);
+  return ShowSaveFile(question);
+}
+
+void Dialogs::Modal(const std::function<void()>& show) {
+  if (ending_) return;
+  const GateState open(gate_, GateState::Open);
+  show();
+}
+
+Answer Dialogs::ProcedureError(const std::string& procedure, const MessageBox& box) {
+  if (!standing_.insert(procedure).second) return Answer::Cancel;
+  struct Removal {
+    std::set<std::string>& standing;
+    const std::string& procedure;
+    ~Removal() { standing.erase(procedure); }
+  } const removal{standing_, procedure};
+  return Message(box);
+}
+
+}  // namespace velk

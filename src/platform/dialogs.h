@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "platform/errors.h"
+#include "platform/gate.h"
+
+namespace velk {
+
+enum class Buttons { Ok, YesNo, RetryCancel };
+enum class BoxIcon { None, Information, Question, Exclamation, Critical };
+enum class Answer { Ok, Cancel, Yes, No, Retry };
+
+/// One message box. An empty title shows the program's name.
+struct MessageBox {
+  std::string text;
+  std::string title;
+  Buttons buttons = Buttons::Ok;
+  BoxIcon icon = BoxIcon::None;
+};
+
+struct FileQuestion {
+  std::string title;
+  std::string filter;     ///< "Data files (*.mdb)|*.mdb"
+  std::string directory;  ///< where the dialog starts
+};
+
+/// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while it
+/// stands: the samples behind it go on. Tests script the answers (tests/support/scripted_dialogs.h).
+class Dialogs {
+ public:
+  explicit Dialogs(Gate& gate) : gate_(gate) {}
+  virtual ~Dialogs() = default;
+  Dialogs(const Dialogs&) = delete;
+  Dialogs& operator=(const Dialogs&) = delete;
+
+  /// Shows a message and waits for the answer. Closing an Ok box answers Ok, a YesNo box No, a RetryCancel box Cancel.
+  Answer Message(const MessageBox& box);
+  /// A line of text; nothing on Cancel.
+  std::optional<std::string> Input(const std::string& prompt, const std::string& title, const std::string& preset = {});
+  /// A path to save to, with no question of the toolkit's own about overwriting; nothing on Cancel.
+  std::optional<std::string> SaveFile(const FileQuestion& question);
+  /// Runs a dialog of the program's own (frmFileExist, ...) under the same rules as the boxes above.
+  void Modal(const std::function<void()>& show);
+
+  /// The box of a failed statement: `text` with Retry and Cancel. While a box of the same `procedure` stands, no second one
+  /// comes and the answer is Cancel. See procedure.h.
+  Answer ProcedureError(const std::string& procedure, const MessageBox& box);
+
+  /// From the end of the program on: every box answers Cancel (or No) without being shown.
+  void SetEnding() { ending_ = true; }
+
+ protected:
+  virtual Answer ShowMessage(const MessageBox& box) = 0;
+  virtual std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
+                                               const std::string& preset) = 0;
+  virtual std::optional<std::string> ShowSaveFile(const FileQuestion& question) = 0;
+
+ private:
+  Gate& gate_;
+  std::set<std::string> standing_;
+  bool ending_ = false;
+};
+
+}  // namespace velk

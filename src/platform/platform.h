@@ -1,0 +1,18 @@
+#pragma once
+
+namespace velk {
+
+class Clock;
+class Gate;
+class Dialogs;
+class SettingsStore;
+
+/// The operating environment as the program is handed it: made once in main() or by a test, passed by reference.
+struct Platform {
+  Clock& clock;
+  Gate& gate;
+  Dialogs& dialogs;
+  SettingsStore& settings;
+};
+
+}  // namespace velk

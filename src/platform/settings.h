@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velk {
+
+/// The per-user store of texts, addressed by application, section and key (all compared exactly). One file an
+/// application, `<directory>/<application>.ini`, with characters of the name that a file name can't hold encoded. A file
+/// is read when its application is first asked for; changes are kept in memory until Flush, which replaces the file
+/// as a whole, so that a reader or a power cut meets the old file or the new one.
+///
+/// Sections and keys that nobody asked for are written back as they were. A file that can't be read as a whole is
+/// copied aside to `<application>.ini.damaged` (then .damaged-2, ...) before it is first written over; Problems() tells.
+class SettingsStore {
+ public:
+  /// `directory` is made when something is first written.
+  explicit SettingsStore(std::string directory);
+  ~SettingsStore();
+  SettingsStore(const SettingsStore&) = delete;
+  SettingsStore& operator=(const SettingsStore&) = delete;
+
+  /// `$XDG_CONFIG_HOME/VELK`, or `~/.config/VELK`.
+  static std::string DefaultDirectory();
+
+  std::optional<std::string> Find(std::string_view application, std::string_view section, std::string_view key);
+  std::string Get(std::string_view application, std::string_view section, std::string_view key,
+                  std::string_view preset);
+  void Save(std::string_view application, std::string_view section, std::string_view key, std::string_view value);
+  /// A section or application that does not exist is no error.
+  void Delete(std::string_view application, std::string_view section);
+  void Delete(std::string_view application);
+
+  /// Writes what has changed; raises a file error that names the path, and keeps the changes for the next try.
+  void Flush();
+
+  /// What could not be read, one text a file, and empties the list.
+  std::vector<std::string> TakeProblems();
+
+ private:
+  struct Impl;
+  Impl* impl_;
+};
+
+}  // namespace velk

@@ -1,0 +1,15 @@
+#include <QApplication>
+#include <QFont>
+#include <QStyleFactory>
+#include <gtest/gtest.h>
+
+/// Every test program runs offscreen with one style, font and scale, so that pictures are the same bytes everywhere.
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_SCALE_FACTOR", "1");
+  const QApplication application(argc, argv);
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setFont(QFont("DejaVu Sans", 9));
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

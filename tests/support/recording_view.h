@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "model/main_view.h"
+
+namespace velk::test {
+
+/// A main window that remembers what it was told.
+class RecordingView : public MainView {
+ public:
+  void SetPanel(int panel, std::string_view text) override { panels[panel] = text; }
+  void SetMenuEnabled(std::string_view item, bool enabled) override { menuEnabled[std::string(item)] = enabled; }
+  void SetMenuVisible(std::string_view item, bool visible) override { menuVisible[std::string(item)] = visible; }
+  void SetMenuCaption(std::string_view item, std::string_view caption) override {
+    menuCaption[std::string(item)] = caption;
+  }
+  void SetButtonImage(std::string_view key, int number) override { images[std::string(key)] = number; }
+  int ButtonImage(std::string_view key) const override {
+    const auto found = images.find(std::string(key));
+    return found == images.end() ? 0 : found->second;
+  }
+  void SetButtonVisible(std::string_view key, bool visible) override { buttonVisible[std::string(key)] = visible; }
+  void SetButtonEnabled(std::string_view key, bool enabled) override { buttonEnabled[std::string(key)] = enabled; }
+  void SetButtonToolTip(std::string_view key, std::string_view text) override { toolTips[std::string(key)] = text; }
+  void PressButton(std::string_view key) override { pressed.emplace_back(key); }
+  void ResetCaption() override { ++captionResets; }
+  void SetHourglass(bool on) override { hourglass = on; }
+  void Repaint() override { ++repaints; }
+
+  std::map<int, std::string> panels;
+  std::map<std::string, bool> menuEnabled, menuVisible, buttonVisible, buttonEnabled;
+  std::map<std::string, std::string> menuCaption, toolTips;
+  std::map<std::string, int> images;
+  std::vector<std::string> pressed;
+  int captionResets = 0;
+  int repaints = 0;
+  bool hourglass = false;
+};
+
+}  // namespace velk::test

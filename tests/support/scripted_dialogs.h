@@ -1,0 +1,47 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/dialogs.h"
+
+namespace velk::test {
+
+/// Answers boxes from a queue. A box that was not foreseen, and an answer left over at the end, fail the test.
+class ScriptedDialogs : public Dialogs {
+ public:
+  explicit ScriptedDialogs(Gate& gate) : Dialogs(gate) {}
+  ~ScriptedDialogs() override;
+
+  /// The next message box must hold `text` and gets this answer; `while_` runs while it stands.
+  void Expect(const std::string& text, Answer answer, std::function<void()> while_ = {});
+  void ExpectInput(const std::string& prompt, std::optional<std::string> reply);
+  void ExpectSaveFile(std::optional<std::string> path);
+
+  std::vector<MessageBox> shown;
+  std::vector<FileQuestion> filesAsked;
+  std::vector<std::string> inputTitles;
+
+ protected:
+  Answer ShowMessage(const MessageBox& box) override;
+  std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
+                                       const std::string& preset) override;
+  std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
+
+ private:
+  enum class Kind { Message, Input, File };
+  struct Foreseen {
+    Kind kind;
+    std::string text;
+    Answer answer = Answer::Ok;
+    std::optional<std::string> reply;
+    std::function<void()> while_;
+  };
+  Foreseen Take(Kind kind, const std::string& text);
+
+  std::deque<Foreseen> foreseen_;
+};
+
+}  // namespace velk::test
