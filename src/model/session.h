@@ -16,6 +16,14 @@ inline constexpr int kSlots = kMaxParameters + 1;
 inline constexpr int kMaxSmooth = 10;
 inline constexpr int kPorts = 16;
 
+/// An array of parameters' values that all start alike.
+template <class T>
+constexpr std::array<T, kSlots> AllSlots(T value) {
+  std::array<T, kSlots> slots{};
+  slots.fill(value);
+  return slots;
+}
+
 /// The one session of the process: plain fields that everything reads and writes directly. Arrays are indexed from 1.
 struct Session {
   template <class T>
@@ -34,7 +42,7 @@ struct Session {
   // --- Values, indexed like CurrentParameters ---
   PerParameter<float> CurrentValue{};   ///< scaled and smoothed; what is logged went through this 32-bit float
   PerParameter<float> PreviousValue{};  ///< at the last plotted point
-  PerParameter<std::int16_t> SmoothValue{};  ///< length of the moving average, 1 to 10
+  PerParameter<std::int16_t> SmoothValue = AllSlots<std::int16_t>(1);  ///< length of the moving average, 1 to 10
   std::array<PerParameter<double>, kMaxSmooth + 1> SmoothHistory{};  ///< [age][parameter]
   PerParameter<bool> AlarmTriggered{};
 

@@ -15,29 +15,37 @@ Answer WithoutAsking(Buttons buttons) {
 
 }  // namespace
 
+template <class Show>
+auto Dialogs::WithGateOpen(Show&& show) {
+  if (beforeBox) beforeBox();
+  const GateState open(gate_, GateState::Open);
+  return show();
+}
+
 Answer Dialogs::Message(const MessageBox& box) {
   if (ending_) return WithoutAsking(box.buttons);
-  const GateState open(gate_, GateState::Open);
-  return ShowMessage(box);
+  return WithGateOpen([&] { return ShowMessage(box); });
 }
 
 std::optional<std::string> Dialogs::Input(const std::string& prompt, const std::string& title,
                                           const std::string& preset) {
   if (ending_) return std::nullopt;
-  const GateState open(gate_, GateState::Open);
-  return ShowInput(prompt, title, preset);
+  return WithGateOpen([&] { return ShowInput(prompt, title, preset); });
 }
 
 std::optional<std::string> Dialogs::SaveFile(const FileQuestion& question) {
   if (ending_) return std::nullopt;
-  const GateState open(gate_, GateState::Open);
-  return ShowSaveFile(question);
+  return WithGateOpen([&] { return ShowSaveFile(question); });
 }
 
 void Dialogs::Modal(const std::function<void()>& show) {
   if (ending_) return;
-  const GateState open(gate_, GateState::Open);
-  show();
+  WithGateOpen(show);
+}
+
+void Dialogs::SetEnding() {
+  ending_ = true;
+  CloseStanding();
 }
 
 Answer Dialogs::ProcedureError(const std::string& procedure, const MessageBox& box) {

@@ -50,16 +50,25 @@ class Dialogs {
   /// comes and the answer is Cancel. See procedure.h.
   Answer ProcedureError(const std::string& procedure, const MessageBox& box);
 
-  /// From the end of the program on: every box answers Cancel (or No) without being shown.
-  void SetEnding() { ending_ = true; }
+  /// Runs ahead of every box while it is set: what must not wait for the operator. The running sample sets it, to get
+  /// its row to the log and to let later samples pass.
+  std::function<void()> beforeBox;
+
+  /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.
+  void SetEnding();
 
  protected:
   virtual Answer ShowMessage(const MessageBox& box) = 0;
   virtual std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                                const std::string& preset) = 0;
   virtual std::optional<std::string> ShowSaveFile(const FileQuestion& question) = 0;
+  /// Closes the boxes that stand, with their safe answers.
+  virtual void CloseStanding() {}
 
  private:
+  template <class Show>
+  auto WithGateOpen(Show&& show);
+
   Gate& gate_;
   std::set<std::string> standing_;
   bool ending_ = false;
