@@ -13,6 +13,16 @@ namespace velk {
 /// equal times are equal bits.
 double TimeOfDay(int hour, int minute, double second);
 
+/// A day and a time of day as one date-time.
+double JoinDateTime(double day, double timeOfDay);
+
+/// Whether a proleptic Gregorian date is there, years 100 to 9999.
+bool DateExists(int year, int month, int day);
+
+/// Whether a number is a date-time: not NaN, and of the years 100 to 9999. The functions below that take a date-time
+/// raise InvalidArgument for any other number.
+bool IsDateTime(double value);
+
 /// Days of a proleptic Gregorian date, years 100 to 9999. Raises InvalidArgument for a date that does not exist.
 double DateSerial(int year, int month, int day);
 
@@ -34,7 +44,8 @@ double TimePart(double dateTime);
 /// minutes; other characters as they stand ("/" stays "/"). Month and day names are English. Cut, never rounded up.
 std::string FormatDate(double dateTime, std::string_view picture);
 
-/// A text as date-time: "dd-mmm-yyyy", "DD/MM/YYYY", "yyyy-mm-dd", each alone or followed by blanks and a time, or a time alone
+/// A text as date-time: "dd-mmm-yyyy", "DD/MM/YYYY", "yyyy-mm-dd", each alone or followed by blanks and a time, or a
+/// time alone
 /// ("hh:mm" or "hh:mm:ss", one or two digits each, optional fraction of the second, optional AM/PM). Month names are
 /// English, any case, three letters or whole. A number alone is a count of days. Raises TypeMismatch for any other
 /// text, and for a day or time that does not exist.

@@ -1,0 +1,129 @@
+#include "platform/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "platform/decimal.h"
+#include "platform/errors.h"
+
+namespace velk {
+
+namespace {
+
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// Whether the digits in front of the exponent, and the exponent, make a number above 1. Only asked beyond the 64-bit
+/// range, where that tells too big from too small.
+bool IsHuge(const char* read, const char* end) {
+  constexpr long long kFar = 1'000'000'000'000;  // beyond any count of digits
+  while (read != end && *read == '0') ++read;
+  const char* whole = read;
+  while (read != end && IsDigit(*read)) ++read;
+  long long magnitude = read - whole;
+  if (read != end && *read == '.') {
+    const char* fraction = ++read;
+    while (read != end && *read == '0') ++read;
+    if (magnitude == 0) magnitude = fraction - read;
+    while (read != end && IsDigit(*read)) ++read;
+  }
+  if (read == end) return magnitude > 0;
+  ++read;
+  const bool negative = *read == '-';
+  if (negative || *read == '+') ++read;
+  long long exponent = 0;
+  for (; read != end; ++read) exponent = std::min(kFar, exponent * 10 + (*read - '0'));
+  return magnitude + (negative ? -exponent : exponent) > 0;
+}
+
+struct Reading {
+  double value = 0;
+  std::size_t end = 0;  ///< behind the number; 0 where there is none
+};
+
+Reading ReadNumber(std::string_view text) {
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  const char* read = std::find_if_not(begin, end, IsBlank);
+  const bool negative = read != end && *read == '-';
+  if (read != end && (*read == '-' || *read == '+')) ++read;
+  // from_chars would also take "inf", "nan" and a second sign.
+  const bool point = read != end && *read == '.';
+  if (end - read <= (point ? 1 : 0) || !IsDigit(read[point ? 1 : 0])) return {};
+  Reading reading;
+  const auto [behind, error] = std::from_chars(read, end, reading.value);
+  if (error == std::errc::result_out_of_range) {
+    reading.value = IsHuge(read, behind) ? std::numeric_limits<double>::infinity() : 0;
+  }
+  if (negative) reading.value = -reading.value;
+  reading.end = static_cast<std::size_t>(behind - begin);
+  return reading;
+}
+
+/// The number that a text is as a whole; `end` is 0 for any other text.
+Reading ReadWhole(std::string_view text) {
+  const Reading reading = ReadNumber(text);
+  const bool whole = std::all_of(text.begin() + static_cast<std::ptrdiff_t>(reading.end), text.end(), IsBlank);
+  return whole ? reading : Reading{};
+}
+
+std::string DecimalText(const Decimal& number, int digits) {
+  if (number.IsZero()) return "0";
+  std::string text = number.negative ? "-" : "";
+  const auto append = [&](int highest, int lowest) {
+    for (int power = highest; power >= lowest; --power) text += number.DigitAt(power);
+  };
+  const int last = number.exponent - number.count + 1;
+  const bool plain = number.exponent >= -4 && number.exponent < digits;
+  const int unit = plain ? 0 : number.exponent;
+  append(std::max(number.exponent, unit), unit);
+  if (last < unit) {
+    text += '.';
+    append(unit - 1, last);
+  }
+  if (plain) return text;
+  text += number.exponent < 0 ? "E-" : "E+";
+  const int exponent = std::abs(number.exponent);
+  if (exponent < 10) text += '0';
+  return text += std::to_string(exponent);
+}
+
+std::string TextOf(double value, int digits) {
+  if (std::isnan(value)) return "nan";
+  if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
+  return DecimalText(ToDecimal(value, digits), digits);
+}
+
+}  // namespace
+
+double Val(std::string_view text) {
+  return ReadNumber(text).value;
+}
+
+bool IsNumeric(std::string_view text) {
+  const Reading reading = ReadWhole(text);
+  return reading.end > 0 && std::isfinite(reading.value);
+}
+
+double ToDouble(std::string_view text) {
+  const Reading reading = ReadWhole(text);
+  if (reading.end == 0) throw RuntimeError(ErrorNumber::TypeMismatch);
+  if (!std::isfinite(reading.value)) throw RuntimeError(ErrorNumber::Overflow);
+  return reading.value;
+}
+
+std::string NumberText(double value) {
+  return TextOf(value, Decimal::kDigits64);
+}
+
+std::string NumberText(float value) {
+  return TextOf(static_cast<double>(value), Decimal::kDigits32);
+}
+
+}  // namespace velk
