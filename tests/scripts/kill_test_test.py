@@ -1,0 +1,86 @@
+"""Lets scripts/kill_test kill small stand-ins for the program: honest ones, and ones that lie."""
+
+import contextlib
+import io
+import pathlib
+import shlex
+import sys
+import tempfile
+import unittest
+
+from support import load_script
+
+kill_test = load_script("kill_test")
+
+RECORDER = """
+import sqlite3, sys
+log = sqlite3.connect(sys.argv[1], isolation_level=None)
+log.execute("PRAGMA journal_mode=WAL")
+log.execute("PRAGMA synchronous=FULL")
+log.execute("CREATE TABLE logData (ID INTEGER PRIMARY KEY AUTOINCREMENT, Value REAL)")
+row = 0
+while True:
+    row += 1
+    {statement}
+    print("row", row, flush=True)
+"""
+HONEST = 'log.execute("INSERT INTO logData (Value) VALUES (1)")'
+# The commit of every 50 rows comes after their acknowledgements.
+LIAR = ('row % 50 == 1 and log.execute("BEGIN"); log.execute("INSERT INTO logData (Value) VALUES (1)"); '
+        'row % 50 == 0 and log.execute("COMMIT")')
+SKIPPER = 'row % 3 and log.execute("INSERT INTO logData VALUES (?, 1)", (row,))'
+
+
+class KillTest(unittest.TestCase):
+    def run_with(self, program, rounds=5, delay="0.1"):
+        """The exit code and everything that was printed."""
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "program.py"
+            path.write_text(program, encoding="utf-8")
+            words = io.StringIO()
+            with contextlib.redirect_stdout(words), contextlib.redirect_stderr(words):
+                code = kill_test.main(["--command", shlex.join([sys.executable, str(path)]) + " {log}",
+                                       "--rounds", str(rounds), "--delay", delay])
+            return code, words.getvalue()
+
+    def test_a_recorder_that_commits_before_it_speaks_passes(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST))
+        self.assertEqual(code, 0, words)
+        self.assertIn("5 kills", words)
+        self.assertIn(" 0 faults", words)
+
+    def test_a_recorder_that_speaks_before_it_commits_fails(self):
+        code, words = self.run_with(RECORDER.format(statement=LIAR))
+        self.assertEqual(code, 1, words)
+        self.assertIn("acknowledged rows are gone", words)
+
+    def test_a_gap_among_the_rows_fails(self):
+        code, words = self.run_with(RECORDER.format(statement=SKIPPER))
+        self.assertEqual(code, 1, words)
+        self.assertIn("acknowledged rows are gone", words)
+
+    def test_a_program_that_ends_by_itself_fails_with_its_words(self):
+        code, words = self.run_with("import sys; sys.exit('no such port')", rounds=2, delay="30")
+        self.assertEqual(code, 1, words)
+        self.assertIn("ended by itself", words)
+        self.assertIn("no such port", words)
+
+    def test_a_log_that_is_damaged_fails(self):
+        program = "import sys, time\nopen(sys.argv[1], 'wb').write(b'x' * 5000)\nprint('row 1', flush=True)\ntime.sleep(60)"
+        code, words = self.run_with(program, rounds=2)
+        self.assertEqual(code, 1, words)
+        self.assertIn("can't be read", words)
+
+    def test_half_a_line_is_no_acknowledgement(self):
+        program = "import sys, time\nprint('row 1', end='', flush=True)\nprint('\\nrow 2', end='', flush=True)\ntime.sleep(60)"
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "program.py"
+            path.write_text(program, encoding="utf-8")
+            fault, acknowledged, _ = kill_test.run_round(shlex.join([sys.executable, str(path)]), pathlib.Path(folder),
+                                                         0.1, False)
+        self.assertEqual(acknowledged, 1)
+        self.assertEqual(fault, "the log is not there")
+
+
+if __name__ == "__main__":
+    unittest.main()
