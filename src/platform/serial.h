@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/errors.h"
+
 namespace velk {
 
 /// Handshake numbers as the settings hold them.
@@ -21,12 +23,27 @@ struct SerialSettings {
   std::size_t readBuffer = 2048;  ///< bytes held for the program; further ones wait in the system's own buffer
 };
 
+/// A port that could not be opened. What it needs to be told in the operator's language is kept apart from the text.
+class PortError : public RuntimeError {
+ public:
+  /// `number` is DeviceUnavailable (no such device, or none behind it), PermissionDenied, FileAlreadyOpen (in use
+  /// elsewhere) or PortInvalid (the device refuses the settings). `group` owns the device; only for PermissionDenied.
+  PortError(ErrorNumber number, std::string device, std::string group = {});
+
+  const std::string& Device() const { return device_; }
+  const std::string& Group() const { return group_; }
+
+ private:
+  std::string device_;
+  std::string group_;
+};
+
 /// A serial port. All settings are made before it opens.
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
-  /// Raises DeviceUnavailable (no such device), PermissionDenied (with the group to join) or FileAlreadyOpen (in use elsewhere);
-  /// the text names the device.
+  /// Closes first what is open. Raises PortError, or InvalidArgument for settings that no port has. What a device has
+  /// no lines for (DTR and RTS of a pseudo-terminal) is no failure.
   virtual void Open(const SerialSettings& settings) = 0;
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
@@ -36,9 +53,11 @@ class SerialPort {
   virtual void Write(std::string_view bytes) = 0;
   virtual void ClearInput() = 0;
 
-  /// Bytes have come. Called from the event loop, never nested.
+  /// Bytes have come. Called from the event loop, never from inside the port's own work, so a handler may run events:
+  /// what comes meanwhile is announced again.
   std::function<void()> onReadyRead;
-  /// The device is gone; the port is closed already. Called once, from the event loop.
+  /// The device is gone. What it had sent was announced before; the port is closed already. Called once, from the
+  /// event loop.
   std::function<void()> onHangUp;
 };
 

@@ -1,0 +1,56 @@
+#include "platform/port_devices.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "platform/settings.h"
+
+namespace velk {
+
+namespace {
+
+std::optional<int> NumberBehind(const std::string& name, std::string_view prefix) {
+  if (!name.starts_with(prefix)) return std::nullopt;
+  int number = 0;
+  const char* const end = name.data() + name.size();
+  const auto [stop, error] = std::from_chars(name.data() + prefix.size(), end, number);
+  if (error != std::errc() || stop != end || number < 0) return std::nullopt;
+  return number;
+}
+
+/// The numbers of the devices with this prefix, rising.
+std::vector<int> NumbersOf(const std::string& directory, std::string_view prefix) {
+  std::vector<int> numbers;
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
+    if (const auto number = NumberBehind(entry->path().filename().string(), prefix)) numbers.push_back(*number);
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
+std::string Listed(int portNumber, const std::string& directory) {
+  const std::string builtIn = directory + "/ttyS" + std::to_string(portNumber - 1);
+  const std::vector<int> builtInNumbers = NumbersOf(directory, "ttyS");
+  int place = portNumber - (builtInNumbers.empty() ? 0 : builtInNumbers.back() + 1);
+  if (place < 1) return builtIn;
+  for (const std::string prefix : {"ttyUSB", "ttyACM"}) {
+    const std::vector<int> numbers = NumbersOf(directory, prefix);
+    const int count = static_cast<int>(numbers.size());
+    if (place <= count) return directory + "/" + prefix + std::to_string(numbers[place - 1]);
+    place -= count;
+  }
+  return builtIn;
+}
+
+}  // namespace
+
+std::string PortDevice(SettingsStore& settings, int portNumber, const std::string& directory) {
+  const std::string key = "PortDevice" + std::to_string(portNumber);
+  const std::string set = settings.Get("VELK2", "Protocol", key, "");
+  return set.empty() ? Listed(portNumber, directory) : set;
+}
+
+}  // namespace velk
