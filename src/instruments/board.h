@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include "i18n/translator.h"
+#include "platform/serial.h"
+
+namespace velk {
+
+/// An error that the board class raises: number n of its own list, the procedure, and a translated text.
+class BoardError : public std::runtime_error {
+ public:
+  BoardError(int n, std::string source, const std::string& text)
+      : std::runtime_error(text), code_(0x80040000U + static_cast<std::uint32_t>(n)), source_(std::move(source)) {}
+
+  /// 0x80040000 + n.
+  std::uint32_t Code() const { return code_; }
+  const std::string& Source() const { return source_; }
+
+ private:
+  std::uint32_t code_;
+  std::string source_;
+};
+
+/// The board of an own unit, spoken to over the plain port.
+class CAdc12nCom {
+ public:
+  /// `deviceOf` gives the device behind a port number.
+  CAdc12nCom(const clstranslation& translator, std::function<std::string(int)> deviceOf)
+      : translator_(translator), deviceOf_(std::move(deviceOf)) {}
+
+  /// Opens the port at baud, no parity, 8 data bits, 1 stop bit; closes it first. Raises BoardError 1 for a missing
+  /// port, 3 for a baud rate other than 2400, 4800, 9600 and 19200, 4 for a handshake outside 0 to 3, and what the
+  /// port itself raises.
+  void SetupComPort(SerialPort* port, std::int16_t portNumber, std::int16_t baud, std::int16_t handshake);
+
+  /// Closes the port if SetupComPort had opened it.
+  void CloseComPort();
+
+ private:
+  [[noreturn]] void Raise(int n, MessageId source, MessageId text) const;
+
+  const clstranslation& translator_;
+  std::function<std::string(int)> deviceOf_;
+  SerialPort* comPort_ = nullptr;
+  bool portConfigured_ = false;
+};
+
+}  // namespace velk

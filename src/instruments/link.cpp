@@ -1,0 +1,214 @@
+#include "instruments/link.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "instruments/protocols.h"
+#include "model/status.h"
+#include "platform/dates.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
+#include "platform/port_devices.h"
+#include "platform/procedure.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kSecondsADay = 86400;
+
+/// Three sampling intervals, at least a second.
+int WatchdogMilliseconds(double samplingRate) {
+  const double milliseconds = samplingRate * kSecondsADay * 3000;
+  if (!(milliseconds > 1000)) return 1000;
+  return static_cast<int>(std::min(std::round(milliseconds), 2e9));
+}
+
+}  // namespace
+
+Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort)
+    : MSComm1(makePort()),
+      ODataCom1(platform.clock, platform.gate, makePort()),
+      Board(session.Translator, [&platform](int portNumber) { return PortDevice(platform.settings, portNumber); }),
+      session_(session),
+      platform_(platform),
+      view_(view),
+      watchdog_(*timers.Timer2),
+      retry_(platform.clock.MakeTimer()) {
+  ODataCom1.onDataReady = [this](const std::string& line) { ODataCom1_DataReady(line); };
+  ODataCom1.onHangUp = [this] { DriverHungUp(); };
+  // A tick that was on its way when the link was closed must not open it again.
+  watchdog_.SetHandler([this] {
+    if (watchdog_.Enabled()) Timer2_Timer();
+  });
+  retry_->SetHandler([this] {
+    if (retry_->Enabled()) CycleODataCom();
+  });
+  platform_.gate.onOpened = [this] {
+    ODataCom1.GateOpened();
+    ShowUntold();
+  };
+}
+
+Link::~Link() {
+  platform_.gate.onOpened = nullptr;
+  watchdog_.SetEnabled(false);
+  watchdog_.SetHandler({});
+}
+
+LineDriverSettings Link::DriverSettings() const {
+  LineDriverSettings settings;
+  settings.line.device = PortDevice(platform_.settings, session_.PortNumber);
+  settings.line.baudRate = session_.BaudRate;
+  settings.line.parity = session_.Parity;
+  settings.line.dataBits = session_.DataBits;
+  settings.line.stopBits = session_.StopBits;
+  settings.line.handshake = static_cast<Handshake>(session_.Handshake);
+  settings.portNumber = session_.PortNumber;
+  settings.terminator = session_.Terminator;
+  settings.theTimeOut = session_.TheTimeOut;
+  return settings;
+}
+
+void Link::SetODataCom() {
+  const std::string toldAlready = std::exchange(toldByEnablePort_, {});
+  if (session_.IsOwnUnit) {
+    session_.Delimiter = " ";
+    session_.Terminator = "\r\n";
+  }
+  session_.UseODataCom = ComputeUseODataCom(session_);
+  if (!session_.UseODataCom) return;
+
+  CloseODataCom();
+  linesSeen_ = 0;
+  RunProcedure({platform_.dialogs, "SetODataCom"}, [&](auto run) { run([&] { OpenDriver(toldAlready); }); });
+  ShowImages(ODataCom1.IsOpen());
+  StartWatching();
+}
+
+/// A device that does not open, and that the operator has just been told of, is left to the watchdog.
+void Link::OpenDriver(const std::string& toldAlready) {
+  try {
+    ODataCom1.Open(DriverSettings());
+  } catch (const PortError& error) {
+    const std::string text = PortErrorText(error);
+    if (text != toldAlready) throw RuntimeError(error.Number(), text);
+  }
+}
+
+void Link::StartWatching() {
+  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+  watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
+  watchdog_.SetEnabled(true);
+  retry_->SetInterval(ODataCom1.Settings().retryMilliseconds);
+  retry_->SetEnabled(!ODataCom1.IsOpen());
+  failureTold_ = !ODataCom1.IsOpen();
+}
+
+bool Link::EnablePort() {
+  toldByEnablePort_.clear();
+  if (session_.IsOwnUnit) CloseODataCom();
+  return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
+    run([&] {
+      try {
+        Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
+        toldByEnablePort_.clear();
+      } catch (const PortError& error) {
+        toldByEnablePort_ = PortErrorText(error);
+        throw RuntimeError(error.Number(), toldByEnablePort_);
+      }
+    });
+  });
+}
+
+void Link::CloseODataCom() {
+  watchdog_.SetEnabled(false);
+  retry_->SetEnabled(false);
+  ODataCom1.Close();
+  failureTold_ = false;
+  untold_.clear();
+  ShowImages(false);
+}
+
+void Link::ClosePlainPort() {
+  if (MSComm1->IsOpen()) MSComm1->Close();
+}
+
+void Link::CycleODataCom() {
+  ShowImages(false);
+  const bool opened = Reopen();
+  ShowImages(opened);
+  retry_->SetEnabled(!opened);
+}
+
+bool Link::Reopen() {
+  try {
+    ODataCom1.Reopen();
+    return true;
+  } catch (const PortError& error) {
+    TellOnce(PortErrorText(error));
+  } catch (const RuntimeError& error) {
+    TellOnce(error.what());
+  }
+  return false;
+}
+
+void Link::Timer2_Timer() {
+  // Lines that wait are data: the program is behind, not the unit.
+  if (ODataCom1.LineWaits()) return;
+  const double age = platform_.clock.Now() - CDate(session_.LastDataTime);
+  if (age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
+}
+
+void Link::DriverHungUp() {
+  ShowImages(false);
+  TellOnce(ODataCom1.Settings().line.device + session_.Translator.Translate(MessageId::PortIsGone));
+  retry_->SetEnabled(true);
+}
+
+void Link::ODataCom1_DataReady(const std::string& line) {
+  ++linesSeen_;
+  failureTold_ = false;
+  if (StatusIs(session_, MessageId::StatusAcquiringData) && onLine)
+    RunProcedure({platform_.dialogs, "ODataCom1_DataReady"}, [&](auto run) { run([&] { onLine(line); }); });
+  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+}
+
+void Link::TellOnce(const std::string& text) {
+  if (failureTold_) return;
+  failureTold_ = true;
+  untold_ = text;
+  ShowUntold();
+}
+
+/// A box on top of a running sample would hold it up, and the samples behind it with it. So it waits for the gate.
+void Link::ShowUntold() {
+  if (untold_.empty()) return;
+  platform_.clock.Post([this, alive = std::weak_ptr<char>(alive_)] {
+    if (alive.expired() || untold_.empty() || !platform_.gate.IsOpen()) return;
+    const std::string text = std::exchange(untold_, {});
+    platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
+  });
+}
+
+void Link::ShowImages(bool connected) {
+  view_.SetButtonImage("connect", connected ? image::ConnectOn : image::ConnectOff);
+  view_.SetButtonImage("disconnect", connected ? image::DisconnectOn : image::DisconnectOff);
+}
+
+std::string Link::PortErrorText(const PortError& error) const {
+  const clstranslation& translator = session_.Translator;
+  switch (error.Number()) {
+    case ErrorNumber::PermissionDenied:
+      return error.Device() + translator.Translate(MessageId::PortNoPermission) + error.Group() +
+             translator.Translate(MessageId::PortNoPermissionAfter);
+    case ErrorNumber::FileAlreadyOpen:
+      return error.Device() + translator.Translate(MessageId::PortBusy);
+    case ErrorNumber::PortInvalid:
+      return error.Device() + translator.Translate(MessageId::PortRefusesSettings);
+    default:
+      return error.Device() + translator.Translate(MessageId::PortMissing);
+  }
+}
+
+}  // namespace velk
