@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,12 +9,13 @@
 namespace velk {
 
 /// The per-user store of texts, addressed by application, section and key (all compared exactly). One file an
-/// application, `<directory>/<application>.ini`, with characters of the name that a file name can't hold encoded. A file
-/// is read when its application is first asked for; changes are kept in memory until Flush, which replaces the file
-/// as a whole, so that a reader or a power cut meets the old file or the new one.
+/// application, `<directory>/<application>.ini`, with characters of the name that a file name can't hold encoded. A
+/// file is read when its application is first asked for; changes are kept in memory until Flush, which replaces the
+/// file as a whole, so that a reader or a power cut meets the old file or the new one.
 ///
 /// Sections and keys that nobody asked for are written back as they were. A file that can't be read as a whole is
-/// copied aside to `<application>.ini.damaged` (then .damaged-2, ...) before it is first written over; Problems() tells.
+/// copied aside to `<application>.ini.damaged` (then .damaged-2, ...) before it is first written over; Problems()
+/// tells.
 class SettingsStore {
  public:
   /// `directory` is made when something is first written.
@@ -41,7 +43,7 @@ class SettingsStore {
 
  private:
   struct Impl;
-  Impl* impl_;
+  std::unique_ptr<Impl> impl_;
 };
 
 }  // namespace velk
