@@ -48,7 +48,8 @@ class EventLoopTimer : public Timer {
   void PostTick() {
     if (tickWaits_) return;
     tickWaits_ = true;
-    QMetaObject::invokeMethod(&context_, [this, period = period_] { Tick(period); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &context_, [this, period = period_] { Tick(period); }, Qt::QueuedConnection);
   }
 
   void Tick(int period) {
@@ -73,7 +74,9 @@ class EventLoopTimer : public Timer {
 
 }  // namespace
 
-SystemClock::SystemClock(Gate& gate) : gate_(gate) { running_.start(); }
+SystemClock::SystemClock(Gate& gate) : gate_(gate) {
+  running_.start();
+}
 
 double SystemClock::ToDays(const QDateTime& local) {
   const QDate date = local.date();
@@ -82,11 +85,17 @@ double SystemClock::ToDays(const QDateTime& local) {
          TimeOfDay(time.hour(), time.minute(), (time.second() * 1000 + time.msec()) / 1000.0);
 }
 
-double SystemClock::Now() const { return ToDays(QDateTime::currentDateTime()); }
+double SystemClock::Now() const {
+  return ToDays(QDateTime::currentDateTime());
+}
 
-std::int64_t SystemClock::Ticks() const { return running_.elapsed(); }
+std::int64_t SystemClock::Ticks() const {
+  return running_.elapsed();
+}
 
-void SystemClock::Yield() { QCoreApplication::processEvents(); }
+void SystemClock::Yield() {
+  QCoreApplication::processEvents();
+}
 
 void SystemClock::WaitRound() {
   const GateState open(gate_, GateState::Open);
@@ -105,6 +114,8 @@ void SystemClock::Post(std::function<void()> task) {
   QMetaObject::invokeMethod(&context_, std::move(task), Qt::QueuedConnection);
 }
 
-std::unique_ptr<Timer> SystemClock::MakeTimer() { return std::make_unique<EventLoopTimer>(); }
+std::unique_ptr<Timer> SystemClock::MakeTimer() {
+  return std::make_unique<EventLoopTimer>();
+}
 
 }  // namespace velk
