@@ -1,0 +1,169 @@
+#include "platform/windows/qt_dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStringList>
+#include <utility>
+
+namespace velk {
+
+namespace {
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::None:
+      break;
+    case BoxIcon::Information:
+      return QMessageBox::Information;
+    case BoxIcon::Question:
+      return QMessageBox::Question;
+    case BoxIcon::Exclamation:
+      return QMessageBox::Warning;
+    case BoxIcon::Critical:
+      return QMessageBox::Critical;
+  }
+  return QMessageBox::NoIcon;
+}
+
+struct ButtonPair {
+  Answer enter;   ///< the default button's
+  Answer escape;  ///< of Escape and of closing the box
+};
+
+ButtonPair AnswersOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      break;
+    case Buttons::YesNo:
+      return {Answer::Yes, Answer::No};
+    case Buttons::RetryCancel:
+      return {Answer::Retry, Answer::Cancel};
+  }
+  return {Answer::Ok, Answer::Ok};
+}
+
+const std::string& CaptionOf(const DialogTexts& texts, Answer answer) {
+  switch (answer) {
+    case Answer::Ok:
+      break;
+    case Answer::Cancel:
+      return texts.cancel;
+    case Answer::Yes:
+      return texts.yes;
+    case Answer::No:
+      return texts.no;
+    case Answer::Retry:
+      return texts.retry;
+  }
+  return texts.ok;
+}
+
+/// Patterns in the toolkit's form: blanks between them, and a name without a point counts as any file too.
+QString Patterns(const QString& patterns) {
+  QStringList list = patterns.split(';', Qt::SkipEmptyParts);
+  for (QString& pattern : list) {
+    pattern = pattern.trimmed();
+    if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
+  }
+  return list.join(' ');
+}
+
+}  // namespace
+
+QString FileFilter(const std::string& filter) {
+  const QStringList parts = QString::fromStdString(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QString name = parts[i];
+    const qsizetype bracket = name.lastIndexOf('(');
+    if (bracket >= 0 && name.trimmed().endsWith(')')) name.truncate(bracket);
+    filters += name.trimmed() + " (" + Patterns(parts[i + 1]) + ')';
+  }
+  return filters.join(QStringLiteral(";;"));
+}
+
+QtDialogs::QtDialogs(Gate& gate, DialogTexts texts) : Dialogs(gate), texts_(std::move(texts)) {
+}
+
+QWidget* QtDialogs::Owner() const {
+  if (QWidget* box = QApplication::activeModalWidget()) return box;
+  if (QWidget* window = QApplication::activeWindow()) return window;
+  return parent_;
+}
+
+QString QtDialogs::Title(const std::string& title) const {
+  return QString::fromStdString(title.empty() ? texts_.programName : title);
+}
+
+bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
+  dialog->setWindowModality(Qt::WindowModal);
+  std::erase_if(standing_, [](const QPointer<QDialog>& box) { return box.isNull(); });
+  standing_.push_back(dialog);
+  return dialog->exec() == QDialog::Accepted && dialog;
+}
+
+void QtDialogs::EndBoxes() {
+  SetEnding();
+  const std::vector<QPointer<QDialog>> boxes = std::exchange(standing_, {});
+  for (auto box = boxes.rbegin(); box != boxes.rend(); ++box) {
+    if (*box) (*box)->reject();
+  }
+}
+
+Answer QtDialogs::ShowMessage(const MessageBox& message) {
+  const ButtonPair answers = AnswersOf(message.buttons);
+  const auto caption = [&](Answer answer) { return QString::fromStdString(CaptionOf(texts_, answer)); };
+
+  // On the heap and watched: the window below may be destroyed while the box stands, and takes the box with it.
+  const QPointer<QMessageBox> box = new QMessageBox(Owner());
+  box->setWindowTitle(Title(message.title));
+  box->setTextFormat(Qt::PlainText);
+  box->setText(QString::fromStdString(message.text));
+  box->setIcon(IconOf(message.icon));
+  QPushButton* enter = box->addButton(caption(answers.enter), QMessageBox::AcceptRole);
+  QPushButton* escape = enter;
+  if (answers.escape != answers.enter) escape = box->addButton(caption(answers.escape), QMessageBox::RejectRole);
+  box->setDefaultButton(enter);
+  box->setEscapeButton(escape);
+  Run(box.data());
+  if (!box) return answers.escape;
+  const Answer answer = box->clickedButton() == enter ? answers.enter : answers.escape;
+  delete box;
+  return answer;
+}
+
+std::optional<std::string> QtDialogs::ShowInput(const std::string& prompt, const std::string& title,
+                                                const std::string& preset) {
+  const QPointer<QInputDialog> input = new QInputDialog(Owner());
+  input->setWindowTitle(Title(title));
+  input->setLabelText(QString::fromStdString(prompt));
+  for (QLabel* label : input->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  input->setTextValue(QString::fromStdString(preset));
+  input->setOkButtonText(QString::fromStdString(texts_.ok));
+  input->setCancelButtonText(QString::fromStdString(texts_.cancel));
+  std::optional<std::string> text;
+  if (Run(input.data())) text = input->textValue().toStdString();
+  delete input;
+  return text;
+}
+
+std::optional<std::string> QtDialogs::ShowSaveFile(const FileQuestion& question) {
+  const QPointer<QFileDialog> files = new QFileDialog(Owner(), Title(question.title));
+  files->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+  files->setAcceptMode(QFileDialog::AcceptSave);
+  files->setFileMode(QFileDialog::AnyFile);
+  files->setNameFilter(FileFilter(question.filter));
+  files->setDirectory(QString::fromStdString(question.directory));
+  files->setLabelText(QFileDialog::Accept, QString::fromStdString(texts_.ok));
+  files->setLabelText(QFileDialog::Reject, QString::fromStdString(texts_.cancel));
+  std::optional<std::string> path;
+  if (Run(files.data()) && !files->selectedFiles().isEmpty()) path = files->selectedFiles().first().toStdString();
+  delete files;
+  return path;
+}
+
+}  // namespace velk

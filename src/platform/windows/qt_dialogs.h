@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "platform/dialogs.h"
+
+namespace velk {
+
+/// What stands on the boxes' buttons and, where a box has no title of its own, in their title. "&" marks the letter
+/// that presses a button together with Alt.
+struct DialogTexts {
+  std::string programName = "VELK";
+  std::string ok = "OK";
+  std::string cancel = "Cancel";
+  std::string yes = "&Yes";
+  std::string no = "&No";
+  std::string retry = "&Retry";
+};
+
+/// The boxes on the screen. Each is modal to the window that it stands over and runs an event loop of its own, so
+/// timers, lines and drawing go on behind it.
+class QtDialogs : public Dialogs {
+ public:
+  explicit QtDialogs(Gate& gate, DialogTexts texts = {});
+
+  /// For the language, which is known only after the first settings were read.
+  void SetTexts(DialogTexts texts) { texts_ = std::move(texts); }
+  /// The main window: where boxes stand when none of the program's windows is active.
+  void SetParent(QWidget* parent) { parent_ = parent; }
+
+  /// SetEnding, and what stands on the screen is answered as if it had been closed.
+  void EndBoxes();
+
+ protected:
+  Answer ShowMessage(const MessageBox& box) override;
+  std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
+                                       const std::string& preset) override;
+  std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
+
+ private:
+  /// Shows the dialog until it is answered; false when it was cancelled or went away with its window.
+  bool Run(const QPointer<QDialog>& dialog);
+  QWidget* Owner() const;
+  QString Title(const std::string& title) const;
+
+  DialogTexts texts_;
+  QPointer<QWidget> parent_;
+  std::vector<QPointer<QDialog>> standing_;
+};
+
+/// "Data files (*.mdb)|*.mdb|All files (*.*)|*.*" in the toolkit's form: "Data files (*.mdb);;All files (*)".
+QString FileFilter(const std::string& filter);
+
+}  // namespace velk
