@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/session.h"
+#include "platform/settings.h"
+
+namespace velk {
+
+/// Fills the session from application "VELK2", then the list of templates. A missing key gives its preset. A stored
+/// value that is none of its key's type, or would be no use ("0 sampling rate", graph 65), gives the preset too and is
+/// told; the rest is loaded all the same.
+///
+/// Gives one text for each problem, for the operator to see: first what the store could not read of its files, then
+/// "section/key: what is wrong".
+std::vector<std::string> LoadSettings(Session& session, SettingsStore& store);
+
+/// Writes all of it back, NumberOfParameters aside, and puts it on the disk. Raises the store's file errors.
+void SaveSettings(Session& session, SettingsStore& store);
+
+}  // namespace velk
