@@ -19,9 +19,9 @@ inline constexpr int kPorts = 16;
 /// An array of parameters' values that all start alike.
 template <class T>
 constexpr std::array<T, kSlots> AllSlots(T value) {
-  std::array<T, kSlots> slots{};
-  slots.fill(value);
-  return slots;
+  std::array<T, kSlots> all{};
+  all.fill(value);
+  return all;
 }
 
 /// The one session of the process: plain fields that everything reads and writes directly. Arrays are indexed from 1.
@@ -30,10 +30,10 @@ struct Session {
   using PerParameter = std::array<T, kSlots>;
 
   // --- Parameters ---
-  PerParameter<Parameter> Parameters;           ///< input channels as configured
+  PerParameter<Parameter> Parameters;              ///< input channels as configured
   std::vector<Parameter> AdditionalParameters{1};  ///< computed channels, 1 to NumberOfFormulae
   std::vector<std::string> Formula{1};             ///< text of each, or "Linked Parameter"
-  PerParameter<Parameter> CurrentParameters;    ///< working set: inputs, then computed channels, filled at Connect
+  PerParameter<Parameter> CurrentParameters;       ///< working set: inputs, then computed channels, filled at Connect
   PerParameter<Parameter> PlaybackParameters;
   std::int16_t NumberOfParameters = 1;  ///< input channels; also the parameter columns of logData
   std::int16_t NumberOfFormulae = 0;
@@ -43,15 +43,15 @@ struct Session {
   PerParameter<float> CurrentValue{};   ///< scaled and smoothed; what is logged went through this 32-bit float
   PerParameter<float> PreviousValue{};  ///< at the last plotted point
   PerParameter<std::int16_t> SmoothValue = AllSlots<std::int16_t>(1);  ///< length of the moving average, 1 to 10
-  std::array<PerParameter<double>, kMaxSmooth + 1> SmoothHistory{};  ///< [age][parameter]
+  std::array<PerParameter<double>, kMaxSmooth + 1> SmoothHistory{};    ///< [age][parameter]
   PerParameter<bool> AlarmTriggered{};
 
   // --- Graph map, see graph_map.h ---
   PerParameter<GraphWindow*> GraphForms{};  ///< by graph number; null where there is none
   PerParameter<bool> GraphOpen{};
   std::int16_t GraphCount = 0;
-  PerParameter<std::int16_t> GraphList{};        ///< graph numbers in order of first appearance
-  PerParameter<std::int16_t> GraphCurveCount{};  ///< by graph number
+  PerParameter<std::int16_t> GraphList{};                       ///< graph numbers in order of first appearance
+  PerParameter<std::int16_t> GraphCurveCount{};                 ///< by graph number
   std::array<PerParameter<std::int16_t>, kSlots> GraphSlots{};  ///< [slot][graph number] -> parameter
 
   // --- Status ---
@@ -66,10 +66,10 @@ struct Session {
   bool ProgramEnding = false;  ///< graph windows then don't save their layout
 
   // --- Recording ---
-  std::string CurrentFile;    ///< file chosen for recording; its suffix follows the page count
-  std::string LogFileInUse;   ///< file of the open log
+  std::string CurrentFile;   ///< file chosen for recording; its suffix follows the page count
+  std::string LogFileInUse;  ///< file of the open log
   bool RecordToDB = false;
-  std::int16_t PageCount = 0;  ///< page changes since the file was chosen
+  std::int16_t PageCount = 0;                   ///< page changes since the file was chosen
   std::vector<std::string> SummaryExtraFields;  ///< columns of SummaryReport for manual entry
 
   // --- Times, in days ---
@@ -89,13 +89,13 @@ struct Session {
   std::string CurrentFont = "MS Sans Serif";
   std::string CompanyLogoFile;
   std::string DefaultDirectory;
-  double SamplingRate = 1.0 / 86400;  ///< days
-  std::int16_t TheTimeOut = 5;        ///< sampling intervals
+  double SamplingRate = 1.0 / 86400;       ///< days
+  std::int16_t TheTimeOut = 5;             ///< sampling intervals
   std::int16_t SensitivityCriterion = 20;  ///< percent of the scale span
   std::int16_t intFontSize = 10;
-  double MaximumTime = 3600;   ///< height of the plot surface in twips
-  double pixelslength = 120;   ///< samples in a block
-  double pixeldivide = 15;     ///< twips that a sample goes down the page
+  double MaximumTime = 3600;  ///< height of the plot surface in twips
+  double pixelslength = 120;  ///< samples in a block
+  double pixeldivide = 15;    ///< twips that a sample goes down the page
   bool CompanyLogoVisible = true;
 
   // --- Section PrintGraph ---
