@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <QPen>
+#include <QRect>
+#include <array>
+
+#include "platform/surface.h"
+
+namespace velk {
+
+/// A surface in memory for the screen. Logical units are twips; lines are drawn without smoothing, since a chart draws
+/// thousands of short ones a second. It keeps the rectangle that has changed, so that a window repaints only that.
+class SurfaceImage : public Surface {
+ public:
+  /// Sizes in twips. `pixelRatio` is device pixels per pixel of 96 dots an inch: 1, 1.5, 2. The pixel size of `font`
+  /// counts at ratio 1.
+  SurfaceImage(double width, double height, double pixelRatio, const QFont& font);
+
+  /// Gives the surface another size; what was drawn stays in its upper left corner. Another ratio clears it.
+  void Resize(double width, double height, double pixelRatio);
+  void SetFont(const QFont& font);
+
+  double Width() const override { return width_; }
+  double Height() const override { return height_; }
+  int PixelHeight() const override { return image_.height(); }
+  void Cls() override;
+  void SetPenWidth(int width) override { penWidth_ = width; }
+  void Line(double x1, double y1, double x2, double y2, std::int32_t colour) override;
+  void Circle(double x, double y, double radius, std::int32_t colour) override;
+  /// A pale text stands on a dark plate: nobody could read it on white.
+  void Print(double x, double y, std::string_view text, std::int32_t colour) override;
+  double TextWidth(std::string_view text) const override;
+  double TextHeight(std::string_view text) const override;
+  void ScrollUp(int pixels) override;
+
+  /// The picture, with its pixel ratio set. It shares the surface's memory: good until the next change.
+  QImage View() const;
+  /// What has changed since the last call, in pixels of ratio 1; empty where nothing has.
+  QRect TakeDirty();
+
+ private:
+  struct CachedPen {
+    std::int32_t colour = 0;
+    int width = 0;
+    QPen pen;
+  };
+
+  QPainter& Painter();
+  void EndPainting();
+  void UsePen(std::int32_t colour);
+  void MarkDirty(const QRect& pixels);
+  QRect Bounds() const { return image_.rect(); }
+
+  double width_ = 0;
+  double height_ = 0;
+  double ratio_ = 1;
+  double scale_ = 1;  ///< device pixels per twip
+  int penWidth_ = 1;
+  QImage image_;
+  QFont font_;  ///< scaled to device pixels
+  QFontMetricsF metrics_;
+  QFont baseFont_;
+  std::array<CachedPen, 64> pens_;
+  const CachedPen* pen_ = nullptr;  ///< what the open painter draws with
+  QRect dirty_;
+  QPainter painter_;  ///< stays open from one line to the next: opening costs more than a line
+};
+
+}  // namespace velk
