@@ -1,0 +1,26 @@
+#include "graphs/scroll_range.h"
+
+#include "model/status.h"
+#include "platform/dates.h"
+#include "platform/errors.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kLiveMinutes = 5;
+
+bool HasLog(const Session& session) {
+  return session.RecordToDB || StatusIs(session, MessageId::StatusPlayingBack) ||
+         StatusIs(session, MessageId::StatusPlayingBackPaused);
+}
+
+}  // namespace
+
+ScrollRange ScrollRangeUpTo(const Session& session, double upTo) {
+  const long long minutes = MinutesBetween(CutToMinute(session.StartTime), upTo);
+  if (!HasLog(session) || minutes < kLiveMinutes) return {};
+  return {true, ToInt32(static_cast<double>(minutes - kLiveMinutes))};
+}
+
+}  // namespace velk

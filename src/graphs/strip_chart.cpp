@@ -1,0 +1,177 @@
+#include "graphs/strip_chart.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "graphs/wrapping.h"
+#include "platform/colour.h"
+#include "platform/dates.h"
+#include "platform/errors.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kColumns = 10;
+constexpr int kRowsPerBlock = 6;
+constexpr double kTick = 100;
+constexpr double kDotRadius = 3;
+constexpr double kSecondsPerDay = 86400;
+
+/// Rows or labels to draw: beyond one a twip they can't be told apart, and odd settings would ask for billions.
+int Bounded(double count, double height) {
+  return static_cast<int>(std::clamp(std::floor(count), 0.0, height));
+}
+
+double BlockPairs(const Session& session) {
+  return Divide(session.MaximumTime, session.pixeldivide * session.pixelslength * 2);
+}
+
+void DrawColumns(Surface& plot, double y1, double y2) {
+  const double step = (plot.Width() - kLeftMargin) / kColumns;
+  for (int i = 1; i < kColumns; ++i) {
+    const double x = kLeftMargin + i * step;
+    plot.Line(x, y1, x, y2, colour::Grid);
+  }
+}
+
+void DrawRows(Surface& plot, double top, double step, int count) {
+  for (int i = 0; i <= count; ++i) {
+    const double y = top + i * step;
+    plot.Line(kLeftMargin, y, plot.Width(), y, i % 3 == 0 ? colour::Black : colour::Grid);
+  }
+}
+
+}  // namespace
+
+bool IsGap(double previousTime, double time) {
+  const double seconds = (time - previousTime) * kSecondsPerDay;
+  if (seconds < 14) return false;
+  return seconds >= 16 || SecondsBetween(previousTime, time) >= 15;
+}
+
+StripChart::StripChart(Session& session, const CurveSource& curves, ChartSurfaces surfaces)
+    : session_(session),
+      curves_(curves),
+      surfaces_(std::move(surfaces)),
+      PlotTarget_(surfaces_.Pic2.get()),
+      AxisTarget_(surfaces_.Picture3.get()) {
+}
+
+float StripChart::Y(double time, double origin) const {
+  return TimeToY(time, origin, session_.pixeldivide, session_.GraphTimeStep);
+}
+
+void StripChart::SetBlockPairsPerPage() {
+  if (session_.BlockPairsPerPage == 0) session_.BlockPairsPerPage = BlockPairs(session_);
+}
+
+void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
+                           std::int32_t colour, bool wrapping) {
+  const double origin = timeOrigin_ != 0 ? timeOrigin_ : CutToMinute(previousTime);
+  const float y1 = Y(previousTime, origin), y2 = Y(time, origin);
+  if (std::isnan(y1) || std::isnan(y2)) return;
+  const Scale scale = scales_.Limits(min, max);
+  const double width = PlotTarget_->Width();
+  const bool gap = IsGap(previousTime, time);
+
+  WrappingPasses passes(previousValue, value, scale, wrapping);
+  for (WrappingPass pass; passes.Next(pass);) {
+    const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
+    const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
+    if (std::isnan(x1) || std::isnan(x2)) return;
+    timeOrigin_ = origin;
+    PlotTarget_->SetPenWidth(pass.penWidth);
+    if (gap)
+      PlotTarget_->Circle(x2, y2, kDotRadius, colour);
+    else
+      PlotTarget_->Line(x1, y1, x2, y2, colour);
+  }
+}
+
+StripChart::Block StripChart::Place(double blockStart, double blockEnd, double pageTime) const {
+  Block block{blockStart, blockEnd, pageTime, Y(blockStart, pageTime), Y(blockEnd, pageTime), false};
+  if (static_cast<double>(block.y2) >= PlotTarget_->Height()) {
+    block.scrolls = true;
+    block.origin = (pageTime + blockStart) / 2;
+    block.y1 = Y(blockStart, block.origin);
+    block.y2 = Y(blockEnd, block.origin);
+  }
+  return block;
+}
+
+void StripChart::Picture2_Update(double blockStart, double blockEnd) {
+  const double pageTime = session_.GraphPageTime != 0 ? session_.GraphPageTime : CutToMinute(blockStart);
+  const Block block = Place(blockStart, blockEnd, pageTime);
+  if (std::isnan(block.y1) || std::isnan(block.y2)) return;
+  if (block.scrolls) session_.BlockPairsPerPage = BlockPairs(session_);
+
+  session_.GraphPageTime = pageTime;
+  timeOrigin_ = block.origin;
+  PlotTarget_->SetPenWidth(1);
+  AxisTarget_->SetPenWidth(1);
+  if (block.scrolls) ScrollHalfPage(block);
+  DrawBlockFrame(block);
+  if (std::floor(blockEnd) - std::floor(blockStart) > 0) PrintDate(blockEnd, block.y1, block.y2);
+}
+
+void StripChart::ScrollHalfPage(const Block& block) {
+  PlotTarget_->ScrollUp(PlotTarget_->PixelHeight() / 2);
+  gridRedrawn_ = false;
+  AxisTarget_->Cls();
+  const double pairs = session_.BlockPairsPerPage;
+  const double length = block.end - block.start;
+  for (int i = 1; i <= Bounded(pairs, AxisTarget_->Height()); ++i)
+    PrintTimeLabel(block.start - (i - 1) * length, (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
+  PrintDate(block.end, block.y1, block.y2);
+}
+
+void StripChart::DrawBlockFrame(const Block& block) {
+  const double y1 = static_cast<double>(block.y1), y2 = static_cast<double>(block.y2);
+  PlotTarget_->Line(kLeftMargin, y1, kLeftMargin, y2, colour::Black);
+  PlotTarget_->Line(kLeftMargin - kTick, y2, kLeftMargin, y2, colour::Black);
+  DrawColumns(*PlotTarget_, y1, y2);
+  if (!gridRedrawn_) DrawRows(*PlotTarget_, y1, (y2 - y1) / kRowsPerBlock, kRowsPerBlock);
+  const double axisWidth = AxisTarget_->Width();
+  AxisTarget_->Line(axisWidth - kTick, y2, axisWidth, y2, colour::Black);
+  PrintTimeLabel(block.end, y2);
+}
+
+void StripChart::PrintTimeLabel(double time, double y) {
+  const std::string text = FormatDate(time, "hh:mm");
+  AxisTarget_->Print(kLeftMargin - kTick - 1.05 * AxisTarget_->TextWidth(text), y - AxisTarget_->TextHeight(text) / 2,
+                     text, colour::Black);
+}
+
+void StripChart::WriteDate(double blockStart, double blockEnd) {
+  const double origin = timeOrigin_ != 0 ? timeOrigin_ : session_.GraphPageTime;
+  const float y1 = Y(blockStart, origin), y2 = Y(blockEnd, origin);
+  if (std::isnan(y1) || std::isnan(y2)) return;
+  timeOrigin_ = origin;
+  PrintDate(blockEnd, y1, y2);
+}
+
+void StripChart::PrintDate(double date, float y1, float y2) {
+  const std::string text = FormatDate(date, "dd-mmm-yyyy");
+  const double middle = (static_cast<double>(y1) + static_cast<double>(y2)) / 2;
+  AxisTarget_->Print(kLeftMargin - 1.05 * AxisTarget_->TextWidth(text), middle - AxisTarget_->TextHeight(text) / 2,
+                     text, colour::Black);
+}
+
+void StripChart::RedrawFrame() {
+  SetBlockPairsPerPage();
+  Surface& plot = *surfaces_.Pic2;
+  const double height = plot.Height();
+  const double rows = session_.BlockPairsPerPage * 2 * 3;
+  const double step = Divide(height, rows);
+
+  gridRedrawn_ = true;
+  plot.Cls();
+  plot.SetPenWidth(1);
+  plot.Line(kLeftMargin, 0, kLeftMargin, height, colour::Black);
+  plot.Line(kLeftMargin - kTick, height / 2, kLeftMargin, height / 2, colour::Black);
+  DrawColumns(plot, 0, height);
+  DrawRows(plot, 0, step, Bounded(rows, height));
+}
+
+}  // namespace velk

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "graphs/coordinates.h"
+#include "graphs/curve_source.h"
+#include "model/session.h"
+#include "platform/surface.h"
+
+namespace velk {
+
+/// x of the time axis, in twips.
+inline constexpr double kLeftMargin = 966;
+/// Height of one curve's row in the header.
+inline constexpr double kHeaderRowHeight = 250;
+
+/// What a chart draws on.
+struct ChartSurfaces {
+  std::unique_ptr<Surface> Picture1;  ///< header band
+  std::unique_ptr<Surface> Pic2;      ///< plot: time runs down, values across
+  std::unique_ptr<Surface> Picture3;  ///< axis strip left of the curves
+};
+
+/// A strip chart without a window: coordinates, frames of blocks, curve segments and the header. Times are date-times,
+/// places twips.
+///
+/// Each operation works out all that can fail before it draws: one that raises a RuntimeError has changed nothing
+/// and can be run again. A step that gives no number, or one beyond the 32-bit range, leaves without drawing.
+class StripChart {
+ public:
+  /// `session` gives the time scale and the page start that all charts share, `curves` the header's rows; both outlive
+  /// the chart.
+  StripChart(Session& session, const CurveSource& curves, ChartSurfaces surfaces);
+
+  /// Draws the frame of one block. A block that would pass the bottom first moves the picture up half a page and the
+  /// origin half way to the block's start.
+  void Picture2_Update(double blockStart, double blockEnd);
+  /// Prints the date of `blockEnd` beside the block.
+  void WriteDate(double blockStart, double blockEnd);
+  /// Draws one segment of a curve, or a dot behind a gap of 15 seconds. Allocates nothing; raises DivisionByZero for
+  /// an empty scale.
+  void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
+                 std::int32_t colour, bool wrapping);
+
+  /// Draws the header band: a row a curve, then the corner above the axis.
+  void InitialHeader();
+  /// Draws the empty frame of the whole page: after the plot got another size.
+  void RedrawFrame();
+  /// Works out Session::BlockPairsPerPage if nobody has yet.
+  void SetBlockPairsPerPage();
+
+  /// Time at y = 0; 0 until something was drawn.
+  double TimeOrigin() const { return timeOrigin_; }
+  void SetTimeOrigin(double time) { timeOrigin_ = time; }
+  double HeaderHeight() const { return curves_.Count() * kHeaderRowHeight; }
+
+ private:
+  /// Where a block stands once it is drawn.
+  struct Block {
+    double start, end;
+    double origin;
+    float y1, y2;
+    bool scrolls;
+  };
+
+  float Y(double time, double origin) const;
+  Block Place(double blockStart, double blockEnd, double pageTime) const;
+  void ScrollHalfPage(const Block& block);
+  void DrawBlockFrame(const Block& block);
+  void PrintTimeLabel(double time, double y);
+  void PrintDate(double date, float y1, float y2);
+  void DrawHeaderRow(int slot, double width);
+  void DrawHeaderCorner(double width);
+
+  Session& session_;
+  const CurveSource& curves_;
+  ChartSurfaces surfaces_;
+  Surface* PlotTarget_;  ///< where blocks and curves are drawn; history sends them out of sight
+  Surface* AxisTarget_;
+  double timeOrigin_ = 0;
+  bool gridRedrawn_ = false;  ///< a resize has drawn the row grid of the page; the blocks skip theirs until it scrolls
+  ScaleCache scales_;
+};
+
+/// Whether a curve stays open between two samples: 15 whole seconds or more, counted as boundaries crossed.
+bool IsGap(double previousTime, double time);
+
+}  // namespace velk

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "graphs/coordinates.h"
+
+namespace velk {
+
+/// One drawing of a curve's segment, from value `previous` to `value`.
+struct WrappingPass {
+  float previous = 0;
+  float value = 0;
+  int penWidth = 2;
+};
+
+/// The drawings of one segment. First as it is, with pen 2. Then, where `wrapping` is on, moved down by one scale range
+/// at a time while an end lies above the scale, and after that up while an end lies below it, with pen 3: so an edge
+/// that is crossed shows thick in each band that the segment reaches.
+///
+/// The passes end after 1,000 moves, and where a move no longer changes the 32-bit value that lies outside: a
+/// reading a million ranges away must not hold up the sample. A scale that is inverted or no number has no moves.
+class WrappingPasses {
+ public:
+  WrappingPasses(float previous, float value, Scale scale, bool wrapping);
+
+  /// The next drawing; false when there is none.
+  bool Next(WrappingPass& pass);
+
+ private:
+  enum class State { First, Down, Up, Done };
+  bool Move(float by, bool previousIsOut, bool valueIsOut, WrappingPass& pass);
+
+  float previous_;
+  float value_;
+  Scale scale_;
+  float range_;
+  int movesLeft_ = 1000;
+  bool wraps_;
+  State state_ = State::First;
+};
+
+}  // namespace velk
