@@ -1,0 +1,35 @@
+#include "graphs/windows/chart_fonts.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+namespace velk {
+
+namespace {
+
+constexpr int kNarrowest = 70;  ///< percent of the normal width; narrower letters run together
+constexpr int kSmallest = 8;    ///< pixels
+
+}  // namespace
+
+QFont ChartFont(const Session& session) {
+  QFont font(QString::fromStdString(session.CurrentFont));
+  font.setPixelSize(std::max(kSmallest, static_cast<int>(std::lround(session.intFontSize * 96.0 / 72.0))));
+  return font;
+}
+
+QFont FitFont(QFont font, const QString& text, double width) {
+  for (;;) {
+    font.setStretch(100);
+    const double natural = QFontMetricsF(font).horizontalAdvance(text);
+    if (natural <= width) return font;
+    // A little narrower than worked out: letters are set to whole pixels.
+    const int stretch = static_cast<int>(std::floor(97 * width / natural));
+    font.setStretch(std::max(stretch, kNarrowest));
+    if (stretch >= kNarrowest || font.pixelSize() <= kSmallest) return font;
+    font.setPixelSize(font.pixelSize() - 1);
+  }
+}
+
+}  // namespace velk

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QMdiArea>
+#include <QPointer>
+#include <array>
+#include <functional>
+
+#include "graphs/windows/graph_form_new.h"
+#include "model/graph_window.h"
+#include "model/session.h"
+#include "platform/platform.h"
+
+class QMdiSubWindow;
+
+namespace velk {
+
+/// The strip-chart windows as children of the main window's client area.
+class GraphWindowsMdi : public GraphWindows {
+ public:
+  /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew.
+  GraphWindowsMdi(Session& session, Platform& platform, QMdiArea& area, std::function<void()> onHeaderChanged = {});
+
+  void CreateGraphWindows() override;
+  void UnloadAll() override;
+  void Rebuild(int graphNumber) override;
+
+ private:
+  void Create(int graphNumber, const QRect& place, double timeOrigin);
+  void Unload(int graphNumber);
+
+  Session& session_;
+  Platform& platform_;
+  QMdiArea& area_;
+  std::function<void()> onHeaderChanged_;
+  std::array<QPointer<GraphFormNew>, kSlots> forms_;
+};
+
+}  // namespace velk

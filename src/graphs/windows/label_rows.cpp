@@ -1,0 +1,133 @@
+#include "graphs/windows/label_rows.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+#include "graphs/windows/chart_fonts.h"
+#include "platform/colour.h"
+#include "platform/numbers.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kTop = 4;  ///< pixels above the first row
+constexpr int kLeft = 3;
+constexpr int kNameWidth = 62;
+constexpr int kGap = 2;  ///< 30 twips
+constexpr int kLeastValueWidth = 46;
+constexpr int kLeastUnitsWidth = 24;
+
+QString WithSwatch(std::int32_t colour) {
+  const auto css = [](std::int32_t c) {
+    return QStringLiteral("rgb(%1,%2,%3)").arg(Red(c)).arg(Green(c)).arg(Blue(c));
+  };
+  return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
+}
+
+QString LongestWord(const QString& text) {
+  QString longest;
+  for (const QString& word : text.split(QLatin1Char(' ')))
+    if (word.size() > longest.size()) longest = word;
+  return longest;
+}
+
+}  // namespace
+
+LabelRows::LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3) : panel_(panel) {
+  rows_.push_back({&Label1, &Label2, &Label3, {}});
+  Label1.setWordWrap(true);
+}
+
+void LabelRows::LoadAnotherFrame(int row) {
+  const auto clone = [&](const QLabel* first, const char* name) {
+    auto* label = new QLabel(&panel_);
+    label->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(row));
+    label->setWordWrap(first->wordWrap());
+    label->setAlignment(first->alignment());
+    label->setTextFormat(first->textFormat());
+    label->setFont(first->font());
+    label->setStyleSheet(first->styleSheet());
+    label->show();
+    return label;
+  };
+  const Row& first = rows_.front();
+  rows_.push_back({clone(first.name, "Label1"), clone(first.value, "Label2"), clone(first.units, "Label3"), {}});
+}
+
+void LabelRows::Unload(int count) {
+  while (Count() > std::max(count, 1)) {
+    for (QLabel* label : {rows_.back().name, rows_.back().value, rows_.back().units}) delete label;
+    rows_.pop_back();
+  }
+}
+
+void LabelRows::Fill(int row, const Parameter& curve) {
+  Row& labels = rows_[row];
+  const QString name = QString::fromStdString(curve.name);
+  const QString units = QString::fromStdString(curve.units);
+  Colour(labels, curve.color);
+  labels.name->setText(name);
+  labels.name->setToolTip(name);
+  labels.units->setText(units);
+  labels.units->setToolTip(units);
+  PlaceName(row, name);
+  PlaceValue(labels);
+  panel_.setMinimumHeight(labels.name->geometry().bottom() + kTop);
+}
+
+void LabelRows::Colour(const Row& row, std::int32_t colour) {
+  const QString style = WithSwatch(colour);
+  for (QLabel* label : {row.name, row.value, row.units})
+    if (label->styleSheet() != style) label->setStyleSheet(style);
+}
+
+void LabelRows::PlaceName(int row, const QString& name) {
+  QLabel& label = *rows_[row].name;
+  label.setFont(FitFont(font_, LongestWord(name), kNameWidth - 2));
+  const QFontMetricsF metrics(font_);
+  int height = static_cast<int>(std::ceil(1.08 * metrics.height()));
+  if (QFontMetricsF(label.font()).horizontalAdvance(name) >= kNameWidth) height *= 2;
+  int top = kTop;
+  if (row > 0) {
+    const QRect above = rows_[row - 1].name->geometry();
+    top = above.top() + static_cast<int>(std::ceil(1.05 * above.height()));
+  }
+  label.setGeometry(kLeft, top, kNameWidth, height);
+}
+
+void LabelRows::PlaceValue(Row& row) {
+  const QRect name = row.name->geometry();
+  const int left = name.right() + 1 + kGap;
+  const int room = panel_.width() - left - kGap;
+  const int mostWidth = room - kGap - kLeastUnitsWidth;
+  row.value->setFont(FitFont(font_, row.value->text(), mostWidth / 1.15));
+  const double text = QFontMetricsF(row.value->font()).horizontalAdvance(row.value->text());
+  const int width = std::clamp(static_cast<int>(std::ceil(1.15 * text)), kLeastValueWidth, mostWidth);
+  row.value->setGeometry(left, name.top(), width, name.height());
+  const int unitsWidth = room - kGap - width;
+  row.units->setFont(FitFont(font_, row.units->text(), unitsWidth - 1));
+  row.units->setGeometry(left + width + kGap, name.top(), unitsWidth, name.height());
+}
+
+void LabelRows::SetValue(int row, double value, std::string_view picture) {
+  Row& labels = rows_[row];
+  labels.text.clear();
+  FormatTo(labels.text, value, picture);
+  labels.changed = true;
+}
+
+void LabelRows::ShowChanges() {
+  for (Row& row : rows_) {
+    if (!row.changed) continue;
+    row.changed = false;
+    const QString text = QString::fromStdString(row.text);
+    if (text == row.value->text()) continue;
+    const bool longer = text.size() != row.value->text().size();
+    row.value->setText(text);
+    if (longer) PlaceValue(row);
+  }
+}
+
+}  // namespace velk
