@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+struct sqlite3;
+
+namespace velk {
+
+enum class OpenMode {
+  ReadOnly,   ///< the file is looked at
+  ReadWrite,  ///< the file has to be there and to be writable
+  CreateNew,  ///< the file must not be there yet
+};
+
+/// One open database file. A file is opened once in a process and the Connection shared: an idle second one would keep
+/// the end of a recording from folding the write-ahead log back into the file.
+///
+/// Files may come from strangers: the schema can't be damaged by statements, and triggers and functions named in the
+/// schema don't run. Closing leaves a write-ahead log beside the file as it is; only Finalise folds it in.
+///
+/// Every failure raises a RuntimeError whose text names the file.
+class Connection {
+ public:
+  /// Opens and reads the header. Raises FileNotFound, PathNotFound, FileAlreadyExists, PermissionDenied, BadFileName
+  /// (no regular file), NotADatabase or DiskFull.
+  static std::shared_ptr<Connection> Open(const std::string& path, OpenMode mode);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  const std::string& Path() const { return path_; }
+  /// Whether `path` leads to the file that is open here, by whatever name.
+  bool IsSameFile(const std::string& path) const;
+
+  /// Runs statements that give no rows.
+  void Execute(const std::string& sql);
+
+  /// From here on each statement of its own is one durable transaction: write-ahead log, flushed to the disk before the
+  /// statement returns. Where the file system can't hold a write-ahead log, the same with a rollback journal.
+  void BeginRecording();
+  /// Folds the write-ahead log into the file and leaves one self-contained file. Raises DatabaseLocked while another
+  /// program reads it; nothing is lost then, and Finalise may be tried again.
+  void Finalise();
+  /// Raises FileNotFound when the file was moved, removed or replaced since it was opened: rows would go nowhere.
+  void CheckInPlace() const;
+
+  sqlite3* Handle() const { return handle_; }
+  /// Raises the RuntimeError of a result code of the engine.
+  [[noreturn]] void Raise(int code) const;
+
+ private:
+  Connection(std::string path, OpenMode mode);
+  void OpenHandle(int flags);
+  void Defend();
+  std::string SetJournalMode(const std::string& mode);
+  bool HasMoved() const;
+
+  std::string path_;
+  sqlite3* handle_ = nullptr;
+};
+
+/// All or nothing for the statements of a scope: taken back unless committed.
+class Transaction {
+ public:
+  explicit Transaction(Connection& connection);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  void Commit();
+
+ private:
+  Connection& connection_;
+  bool open_ = true;
+};
+
+/// A name as it stands in a statement: in double quotes, those inside doubled.
+std::string QuoteName(const std::string& name);
+
+}  // namespace velk

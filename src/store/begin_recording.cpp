@@ -1,0 +1,13 @@
+#include "store/begin_recording.h"
+
+#include "platform/file_errors.h"
+
+namespace velk {
+
+void BeginRecording(Session& session, LogDatabase& log, const std::string& path) {
+  if (!FileExists(path)) log.CreateLogFile(path);
+  log.ConnectLogFile(path);
+  session.LogFileInUse = path;
+}
+
+}  // namespace velk

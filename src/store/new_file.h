@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+namespace velk {
+
+/// A file that comes into being as a whole: it is made under another name beside the wanted one and renamed when it is
+/// complete. Given up before, it is removed.
+class NewFile {
+ public:
+  /// Raises FileAlreadyExists where something stands at `path`, or beside it a journal of a database that was there: it
+  /// would be played into the new file.
+  explicit NewFile(std::string path);
+  ~NewFile();
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  /// The name to make the file under; nothing stands there yet.
+  const std::string& PartName() const { return partName_; }
+  /// Gives the complete file its name.
+  void Complete();
+
+ private:
+  void RequireFreeName() const;
+
+  std::string path_;
+  std::string partName_;
+};
+
+}  // namespace velk
