@@ -24,6 +24,11 @@ if(VELK_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VELK_FUZZ)
+  # The fuzzer follows the branches of the code under test, so all libraries are compiled for it.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(VELK_HARDEN)
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong -fstack-clash-protection
                       -D_GLIBCXX_ASSERTIONS)

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <optional>
 
 #include "platform/date_names.h"
@@ -116,10 +117,10 @@ std::optional<double> ReadTime(Reader& text) {
   if (text.Skip(':')) {
     second = OneOrTwoDigits(text.Digits());
     if (text.Skip('.')) {
-      const std::string_view digits = text.Digits();
+      // Nine digits are more than a date-time holds, and can't round up to the next second.
+      const std::string_view digits = text.Digits().substr(0, 9);
       if (digits.empty()) return std::nullopt;
-      // Nine digits can't round up to the next second.
-      fraction = Val("." + std::string(digits.substr(0, 9)));
+      fraction = NumberOf(digits, 1, 9) / std::pow(10.0, digits.size());
     }
   }
   hour = ReadHalfOfDay(text, hour);
