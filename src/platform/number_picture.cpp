@@ -31,16 +31,16 @@ class Tokens {
   Token Next() {
     if (rest_.empty()) return {};
     const char c = rest_.front();
+    if (IsPlaceholder(c) && !exponentSeen_) {
+      digitSeen_ = true;
+      return Take(1, Mark::Digit);
+    }
     if (c == '"') return Quoted();
     if (c == '\\' && rest_.size() > 1) {
       Take(1);
       return Take(1);
     }
     if (exponentSeen_) return Take(1);
-    if (IsPlaceholder(c)) {
-      digitSeen_ = true;
-      return Take(1, Mark::Digit);
-    }
     if (c == '.' && !pointSeen_) {
       pointSeen_ = true;
       return Take(1, Mark::Point);
