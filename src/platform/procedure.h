@@ -12,9 +12,10 @@ namespace velk {
 /// Who failed, for the error box of an event procedure.
 struct Report {
   Dialogs& dialogs;
-  std::string procedure;            ///< "mnuFileExit_Click"; stands behind " - " in the box
-  std::string title = {};           ///< empty: the program's name
-  std::function<void()> beforeBox = {};  ///< runs ahead of each box; what must not wait for the operator
+  std::string procedure;                 ///< "mnuFileExit_Click"; stands behind " - " in the box
+  std::string title = {};                ///< empty: the program's name
+  std::function<void()> beforeBox = {};  ///< runs ahead of each box: what must not wait for the operator. A failure of
+                                         ///< its own is added to the box's text
 };
 
 /// Thrown by Cancel; only RunProcedure catches it.
@@ -48,9 +49,10 @@ class Statements {
 ///
 ///   RunProcedure({dialogs, "mnuFileExit_Click"}, [&](auto run) { ...; run([&] { SaveSettings(...); }); ... });
 ///
-/// A marked statement that throws shows its error text, " - " and the procedure's name with Retry and Cancel: Retry runs that
-/// statement again, so it must be idempotent or all-or-nothing; Cancel leaves the procedure. An error from outside a
-/// marked statement is shown with Ok only: it is a defect. Gives false when the procedure was left by an error.
+/// A marked statement that throws shows its error text, " - " and the procedure's name with Retry and Cancel: Retry
+/// runs that statement again, so it must be idempotent or all-or-nothing; Cancel leaves the procedure. An error from
+/// outside a marked statement is shown with Ok only: it is a defect. Gives false when the procedure was left by an
+/// error.
 template <class Body>
 bool RunProcedure(const Report& report, Body&& body) {
   std::string text;
