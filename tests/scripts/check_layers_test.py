@@ -78,12 +78,12 @@ class Layers(unittest.TestCase):
         self.assert_clean({"simulators/a.cpp": includes("b.h"), "simulators/b.h": ""})
 
     def test_widgets_stand_only_in_windows_shell_and_demo(self):
-        for name in ("<QWidget>", "<QtWidgets/QLabel>", "<qwidget.h>", '"ui_form.h"'):
+        for name in ("<QWidget>", "<QtWidgets/QLabel>", "<qwidget.h>", '"ui_form.h"', '"graphs/ui_form.h"'):
             with self.subTest(name):
                 self.assert_fault({"src/graphs/a.cpp": "#include " + name + "\n"}, "Qt Widgets")
         for place in ("src/graphs/windows/a.cpp", "src/shell/a.cpp", "demo/a.cpp"):
             with self.subTest(place):
-                self.assert_clean({place: "#include <QWidget>\n"})
+                self.assert_clean({place: "#include <QWidget>\n" + includes("shell/ui_main_form.h")})
 
     def test_other_headers_of_qt_are_fine(self):
         self.assert_clean({"src/graphs/a.cpp": "#include <QImage>\n#include <vector>\n"})
