@@ -2,6 +2,8 @@
 
 namespace velk {
 
-std::string clstranslation::Translate(std::string_view englishText, int) const { return std::string(englishText); }
+std::string clstranslation::Translate(std::string_view englishText, int) const {
+  return std::string(englishText);
+}
 
 }  // namespace velk

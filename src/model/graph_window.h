@@ -4,8 +4,8 @@
 
 namespace velk {
 
-/// One strip-chart window as the road of a sample sees it. Times are date-times, values 32-bit floats. Each operation reports its
-/// own failures in a box (" - PlotValue") and leaves without drawing.
+/// One strip-chart window as the road of a sample sees it. Times are date-times, values 32-bit floats. Each operation
+/// reports its own failures in a box (" - PlotValue") and leaves without drawing.
 class GraphWindow {
  public:
   virtual ~GraphWindow() = default;

@@ -21,19 +21,19 @@ inline constexpr const char* kLinkedParameter = "Linked Parameter";
 struct Parameter {
   std::string name;
   std::string units;
-  double min = 0;            ///< graph scale minimum
-  double max = 0;            ///< graph scale maximum
-  std::int32_t color = 0;    ///< 0x00bbggrr
-  std::string format;        ///< number picture, see Format in platform/numbers.h
-  std::int16_t FormIndex = 0;  ///< graph window that carries the curve, 1 to 64
-  bool GraphVisible = false;   ///< active: plotted, tested for significance and alarms
-  std::string CommandString;   ///< command that fetches this parameter from a unit that is asked
+  double min = 0;                     ///< graph scale minimum
+  double max = 0;                     ///< graph scale maximum
+  std::int32_t color = 0;             ///< 0x00bbggrr
+  std::string format;                 ///< number picture, see Format in platform/numbers.h
+  std::int16_t FormIndex = 0;         ///< graph window that carries the curve, 1 to 64
+  bool GraphVisible = false;          ///< active: plotted, tested for significance and alarms
+  std::string CommandString;          ///< command that fetches this parameter from a unit that is asked
   std::string loweralarm = kNoAlarm;  ///< a number, "None" or empty
   std::string upperalarm = kNoAlarm;
-  std::string ResetCommand;  ///< the new value is put in before its last character
-  double Gain = 0;           ///< factor of the raw value
-  double Offset = 0;         ///< added behind the gain
-  bool Wrapping = false;     ///< the curve wraps round the scale instead of being clipped
+  std::string ResetCommand;       ///< the new value is put in before its last character
+  double Gain = 0;                ///< factor of the raw value
+  double Offset = 0;              ///< added behind the gain
+  bool Wrapping = false;          ///< the curve wraps round the scale instead of being clipped
   std::int32_t AverageCount = 0;  ///< state of the formula function avg
   double AverageSum = 0;
   double RunningMinimum = 0;  ///< state of the formula function min

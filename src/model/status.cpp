@@ -12,14 +12,22 @@ enum Column { Ready, ReadyToAcquire, Acquiring, Paused, ReadyToPlayback, Playing
 
 std::optional<Column> ColumnOf(MessageId status) {
   switch (status) {
-    case MessageId::StatusReady: return Ready;
-    case MessageId::StatusReadyToAcquire: return ReadyToAcquire;
-    case MessageId::StatusAcquiringData: return Acquiring;
-    case MessageId::StatusAcquiringPaused: return Paused;
-    case MessageId::StatusReadyToPlayback: return ReadyToPlayback;
-    case MessageId::StatusPlayingBack: return PlayingBack;
-    case MessageId::StatusPlayingBackPaused: return PlayingBackPaused;
-    default: return std::nullopt;  // "Checking Hardware", "Confirming File Format": nothing is forced
+    case MessageId::StatusReady:
+      return Ready;
+    case MessageId::StatusReadyToAcquire:
+      return ReadyToAcquire;
+    case MessageId::StatusAcquiringData:
+      return Acquiring;
+    case MessageId::StatusAcquiringPaused:
+      return Paused;
+    case MessageId::StatusReadyToPlayback:
+      return ReadyToPlayback;
+    case MessageId::StatusPlayingBack:
+      return PlayingBack;
+    case MessageId::StatusPlayingBackPaused:
+      return PlayingBackPaused;
+    default:
+      return std::nullopt;  // "Checking Hardware", "Confirming File Format": nothing is forced
   }
 }
 
@@ -69,8 +77,8 @@ void ForceByTable(MainView& view, Column column) {
 void NameAcquireMenu(const Session& session, MainView& view, Column column) {
   const bool playback = column == ReadyToPlayback || column == PlayingBack || column == PlayingBackPaused;
   view.SetMenuVisible("mnuAcquireConnect", !playback);
-  view.SetMenuCaption("mnuAcquire", session.Translator.Translate(playback ? MessageId::PlaybackMenu
-                                                                          : MessageId::DataAcquisitionMenu));
+  view.SetMenuCaption(
+      "mnuAcquire", session.Translator.Translate(playback ? MessageId::PlaybackMenu : MessageId::DataAcquisitionMenu));
 }
 
 void CaptionStart(const Session& session, MainView& view, MessageId caption) {
@@ -81,14 +89,21 @@ void CaptionStart(const Session& session, MainView& view, MessageId caption) {
 
 void FollowStatus(const Session& session, MainView& view, Column column) {
   switch (column) {
-    case Ready: view.SetMenuEnabled("mnuViewSummaryReport", session.LogFileInUse.size() >= 2); break;
-    case ReadyToPlayback: view.SetMenuEnabled("mnuViewSummaryReport", true); break;
+    case Ready:
+      view.SetMenuEnabled("mnuViewSummaryReport", session.LogFileInUse.size() >= 2);
+      break;
+    case ReadyToPlayback:
+      view.SetMenuEnabled("mnuViewSummaryReport", true);
+      break;
     case Acquiring:
       CaptionStart(session, view, MessageId::Pause);
       view.SetPanel(2, session.Translator.Translate(MessageId::CurrentFile) + session.CurrentFile);
       break;
-    case Paused: CaptionStart(session, view, MessageId::Resume); break;
-    default: break;
+    case Paused:
+      CaptionStart(session, view, MessageId::Resume);
+      break;
+    default:
+      break;
   }
 }
 

@@ -24,7 +24,7 @@ enum class ErrorNumber {
   PathNotFound = 76,
   PortNotOpen = 8018,
   PortInvalid = 8002,
-  Database = 3000,         ///< a database failure that has no number of its own
+  Database = 3000,  ///< a database failure that has no number of its own
   NotADatabase = 3343,
   DatabaseLocked = 3356,
   NoCurrentRecord = 3021,

@@ -4,9 +4,9 @@
 
 namespace velk {
 
-/// Whether lines that wait in a driver's queue may be delivered now. It is shut while a line is being worked on, so that the yields of
-/// a sample never start the next one, and opened again by whatever may stand for long on top of a sample: a box, or
-/// a wait for an instrument.
+/// Whether lines that wait in a driver's queue may be delivered now. It is shut while a line is being worked on, so
+/// that the yields of a sample never start the next one, and opened again by whatever may stand for long on top of a
+/// sample: a box, or a wait for an instrument.
 class Gate {
  public:
   bool IsOpen() const { return open_; }

@@ -24,8 +24,8 @@ std::string NumberText(double value);
 std::string NumberText(float value);
 
 /// Format a number by a picture: "0" a digit that is always there, "#" one that is there if needed, "." the decimal
-/// point, "," between digits groups thousands, "%" times 100, "e+00", "E+0", "e-00" exponent forms ("e+" always shows a sign,
-/// "e-" only a minus), quoted text and "\c" as literals, other characters as they stand, up to three sections
+/// point, "," between digits groups thousands, "%" times 100, "e+00", "E+0", "e-00" exponent forms ("e+" always shows a
+/// sign, "e-" only a minus), quoted text and "\c" as literals, other characters as they stand, up to three sections
 /// divided by ";" (positive, negative, zero). The value is first taken to 15 significant digits and rounded half away
 /// from zero; a result that rounds to zero carries no minus. An empty picture gives NumberText. NaN gives "nan",
 /// infinities "inf" and "-inf".

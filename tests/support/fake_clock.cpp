@@ -73,7 +73,9 @@ void FakeClock::WaitMilliseconds(int milliseconds) {
   Yield();
 }
 
-std::unique_ptr<Timer> FakeClock::MakeTimer() { return std::make_unique<FakeTimer>(*this); }
+std::unique_ptr<Timer> FakeClock::MakeTimer() {
+  return std::make_unique<FakeTimer>(*this);
+}
 
 void FakeClock::Advance(std::int64_t milliseconds) {
   for (const std::int64_t end = milliseconds_ + milliseconds; milliseconds_ < end;) {

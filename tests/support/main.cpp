@@ -1,7 +1,7 @@
+#include <gtest/gtest.h>
 #include <QApplication>
 #include <QFont>
 #include <QStyleFactory>
-#include <gtest/gtest.h>
 
 /// Every test program runs offscreen with one style, font and scale, so that pictures are the same bytes everywhere.
 int main(int argc, char** argv) {
