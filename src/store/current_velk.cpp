@@ -26,7 +26,7 @@ void FlushSettings(SettingsStore& settings) {
 
 }  // namespace
 
-void WriteCurrentVelk(const Session& session, Platform& platform) {
+void WriteCurrentVelk(const Session& session, const Platform& platform) {
   const std::string now = FormatDate(platform.clock.Now(), kStampPicture);
   SettingsStore& settings = platform.settings;
   settings.Save(kApplication, kDBase, "TheFileName", session.LogFileInUse);

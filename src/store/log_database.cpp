@@ -13,7 +13,7 @@
 
 namespace velk {
 
-LogDatabase::LogDatabase(Session& session, Platform& platform, JobQuestions& questions, GraphWindows& graphs)
+LogDatabase::LogDatabase(Session& session, const Platform& platform, JobQuestions& questions, GraphWindows& graphs)
     : session_(session), platform_(platform), questions_(questions), graphs_(graphs), lastUpdated_(platform) {
 }
 

@@ -18,7 +18,7 @@ namespace velk {
 /// RuntimeError whose text names the file, unless told otherwise.
 class LogDatabase {
  public:
-  LogDatabase(Session& session, Platform& platform, JobQuestions& questions, GraphWindows& graphs);
+  LogDatabase(Session& session, const Platform& platform, JobQuestions& questions, GraphWindows& graphs);
   /// Finalises what is still open; a failure leaves the file as a killed program would: whole, with its write-ahead
   /// log.
   ~LogDatabase();
@@ -73,7 +73,7 @@ class LogDatabase {
   Connection& Connected() const;
 
   Session& session_;
-  Platform& platform_;
+  const Platform& platform_;
   JobQuestions& questions_;
   GraphWindows& graphs_;
   LastUpdated lastUpdated_;

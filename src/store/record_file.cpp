@@ -75,7 +75,7 @@ RecordFileNames NamesFor(const std::string& chosen, const std::function<bool(con
   return names;
 }
 
-bool mnuFileRecord_Click(Session& session, Platform& platform, MainView& view, LogDatabase& log,
+bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
                          JobQuestions& questions) {
   bool chosen = false;
   const Report report{platform.dialogs, "mnuFileRecord_Click", session.Translator.Translate(MessageId::RecordToError)};

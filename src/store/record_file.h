@@ -26,7 +26,7 @@ RecordFileNames NamesFor(const std::string& chosen, const std::function<bool(con
 /// The menu command: asks for the file of the next recording, and where it exists whether to append to it or to make a
 /// numbered one. True when a file was chosen: it is then in CurrentFile, its folder in DefaultDirectory, PageCount is
 /// 0, and in "Ready to Acquire" recording is switched on. Failures are shown in "Record to ... error".
-bool mnuFileRecord_Click(Session& session, Platform& platform, MainView& view, LogDatabase& log,
+bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
                          JobQuestions& questions);
 
 }  // namespace velk

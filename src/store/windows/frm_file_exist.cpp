@@ -1,0 +1,36 @@
+#include "store/windows/frm_file_exist.h"
+
+#include <QPushButton>
+
+#include "ui_frm_file_exist.h"
+
+namespace velk {
+
+frmFileExist::frmFileExist(const clstranslation& translator, const std::string& oldName, bool compatible,
+                           bool sameOrder, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmFileExist>()) {
+  ui_->setupUi(this);
+  const auto around = [&](MessageId before, MessageId after) {
+    return QString::fromStdString(translator.Translate(before) + oldName + translator.Translate(after));
+  };
+  ui_->lblFile->setText(compatible ? QString::fromStdString(oldName)
+                                   : around(MessageId::NotCompatibleBefore, MessageId::NotCompatibleAfter));
+  ui_->lblNote->setVisible(compatible && !sameOrder);
+  ui_->lblNote->setText(around(MessageId::OrderDiffersBefore, MessageId::OrderDiffersAfter));
+  ui_->cmdAppend->setEnabled(compatible);
+  // Enter must not write values into the wrong columns, nor press a button that is off.
+  QPushButton* first = compatible && sameOrder ? ui_->cmdAppend : ui_->cmdCreate;
+  first->setDefault(true);
+  first->setFocus();
+  connect(ui_->cmdAppend, &QPushButton::clicked, this, [this] { Choose(FileChoice::Append); });
+  connect(ui_->cmdCreate, &QPushButton::clicked, this, [this] { Choose(FileChoice::CreateNew); });
+}
+
+frmFileExist::~frmFileExist() = default;
+
+void frmFileExist::Choose(FileChoice choice) {
+  choice_ = choice;
+  accept();
+}
+
+}  // namespace velk

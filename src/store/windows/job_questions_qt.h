@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+#include "i18n/translator.h"
+#include "platform/dialogs.h"
+#include "store/job_questions.h"
+
+namespace velk {
+
+/// Asks with frmFileExist and frmIncParamInSum.
+class JobQuestionsQt : public JobQuestions {
+ public:
+  explicit JobQuestionsQt(Dialogs& dialogs) : dialogs_(dialogs) {}
+
+  /// For the language, which is known only after the first settings were read.
+  void SetTranslator(const clstranslation& translator) { translator_ = translator; }
+  /// The main window, over which the windows stand.
+  void SetParent(QWidget* parent) { parent_ = parent; }
+  /// Closes what stands on the screen without an answer; at the end of the program.
+  void Close();
+
+  FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override;
+  void IncludeInSummary(SummaryInclusion& inclusion) override;
+
+ private:
+  /// True where the window was answered; it is gone then, or when its parent is.
+  bool Run(const QPointer<QDialog>& window);
+
+  Dialogs& dialogs_;
+  clstranslation translator_;
+  QPointer<QWidget> parent_;
+  std::vector<QPointer<QDialog>> standing_;
+};
+
+}  // namespace velk
