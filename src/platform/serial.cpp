@@ -76,7 +76,9 @@ PortError WhyNotOpen(const std::string& device, QSerialPort::SerialPortError err
       return {ErrorNumber::PermissionDenied, device, GroupOf(device)};
     return {ErrorNumber::DeviceUnavailable, device};
   }
-  // The file may be used, so it is the lock that somebody else holds.
+  struct stat status = {};
+  if (stat(device.c_str(), &status) != 0 || !S_ISCHR(status.st_mode)) return {ErrorNumber::DeviceUnavailable, device};
+  // The device may be used, so it is the lock that somebody else holds.
   if (error == QSerialPort::PermissionError) return {ErrorNumber::FileAlreadyOpen, device};
   if (error == QSerialPort::UnsupportedOperationError) return {ErrorNumber::PortInvalid, device};
   return {ErrorNumber::DeviceUnavailable, device};

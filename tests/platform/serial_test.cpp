@@ -1,0 +1,336 @@
+#include "platform/serial.h"
+
+#include <grp.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include "support/pty.h"
+#include "support/temporary_directory.h"
+
+namespace velk {
+namespace {
+
+using test::Pty;
+using test::TemporaryDirectory;
+
+/// Runs events until the condition holds; false after ten seconds.
+template <class Condition>
+bool RunUntil(Condition condition) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!condition()) {
+    if (clock.elapsed() > 10'000) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+  }
+  return true;
+}
+
+void RunWhatIsPending() {
+  for (int i = 0; i < 50; ++i) QCoreApplication::processEvents();
+}
+
+SerialSettings SettingsFor(const std::string& device) {
+  SerialSettings settings;
+  settings.device = device;
+  settings.baudRate = 19200;
+  return settings;
+}
+
+/// A port on a pseudo-terminal that gathers what comes.
+struct OpenPort {
+  OpenPort() {
+    port->onReadyRead = [this] { received += port->Read(100'000); };
+    port->Open(SettingsFor(pty.Device()));
+  }
+  bool Gets(const std::string& bytes) {
+    return RunUntil([&] { return received.size() >= bytes.size(); }) && received == bytes;
+  }
+
+  Pty pty;
+  std::unique_ptr<SerialPort> port = MakeSerialPort();
+  std::string received;
+};
+
+ErrorNumber NumberOfFailure(const SerialSettings& settings) {
+  try {
+    MakeSerialPort()->Open(settings);
+  } catch (const RuntimeError& error) {
+    return error.Number();
+  }
+  return ErrorNumber{};
+}
+
+TEST(SerialPort, ReadsEveryByteValueUnchanged) {
+  OpenPort open;
+  std::string bytes;
+  for (int value = 0; value < 256; ++value) bytes += static_cast<char>(value);
+  EXPECT_EQ(open.pty.Send(bytes), bytes.size());
+  EXPECT_TRUE(open.Gets(bytes));
+}
+
+TEST(SerialPort, WritesToTheDevice) {
+  OpenPort open;
+  open.port->Write("Trad\r");
+  std::string written;
+  EXPECT_TRUE(RunUntil([&] {
+    written += open.pty.Received();
+    return written.size() >= 5;
+  }));
+  EXPECT_EQ(written, "Trad\r");
+}
+
+TEST(SerialPort, DoesNotEchoWhatTheDeviceSends) {
+  OpenPort open;
+  open.pty.Send("abc\r\n");
+  EXPECT_TRUE(open.Gets("abc\r\n"));
+  EXPECT_EQ(open.pty.Received(), "");
+}
+
+TEST(SerialPort, OpensThroughALink) {
+  const Pty pty;
+  const TemporaryDirectory directory;
+  ASSERT_EQ(symlink(pty.Device().c_str(), directory.File("unit").c_str()), 0);
+  const auto port = MakeSerialPort();
+  port->Open(SettingsFor(directory.File("unit")));
+  EXPECT_TRUE(port->IsOpen());
+}
+
+void ExpectToOpen(SerialSettings settings) {
+  const Pty pty;
+  settings.device = pty.Device();
+  const auto port = MakeSerialPort();
+  EXPECT_NO_THROW(port->Open(settings)) << settings.baudRate << settings.parity << settings.dataBits
+                                        << settings.stopBits << static_cast<int>(settings.handshake);
+}
+
+TEST(SerialPort, OpensAPseudoTerminalWithEveryLineSetting) {
+  for (const int baud : {1200, 2400, 4800, 9600, 12345, 19200, 38400, 115200}) ExpectToOpen({"", baud});
+  for (const char* parity : {"N", "E", "O", "M", "S"})
+    for (const int bits : {7, 8})
+      for (const char* stop : {"1", "1.5", "2"})
+        for (const int handshake : {0, 1, 2, 3})
+          ExpectToOpen({"", 9600, parity, bits, stop, static_cast<Handshake>(handshake)});
+}
+
+TEST(SerialPort, RefusesSettingsThatNoPortHas) {
+  const Pty pty;
+  const SerialSettings good = SettingsFor(pty.Device());
+  SerialSettings bad = good;
+  bad.parity = "X";
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+  bad = good;
+  bad.dataBits = 9;
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+  bad = good;
+  bad.dataBits = 4;
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+  bad = good;
+  bad.stopBits = "3";
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+  bad = good;
+  bad.baudRate = 0;
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+  bad = good;
+  bad.handshake = static_cast<Handshake>(4);
+  EXPECT_EQ(NumberOfFailure(bad), ErrorNumber::InvalidArgument);
+}
+
+TEST(SerialPort, AHandlerThatRunsEventsDoesNotMuteThePort) {
+  OpenPort open;
+  int depth = 0;
+  open.port->onReadyRead = [&] {
+    open.received += open.port->Read(100'000);
+    if (++depth > 1) return;
+    // Bytes that come while the handler of the first ones is still busy.
+    open.pty.Send("second");
+    EXPECT_TRUE(RunUntil([&] { return open.received == "firstsecond"; }));
+  };
+  open.pty.Send("first");
+  EXPECT_TRUE(open.Gets("firstsecond"));
+  open.pty.Send("third");
+  EXPECT_TRUE(open.Gets("firstsecondthird"));
+}
+
+TEST(SerialPort, BytesBeyondTheReadBufferWaitInTheSystemAndNoneIsLost) {
+  Pty pty;
+  const auto port = MakeSerialPort();
+  SerialSettings settings = SettingsFor(pty.Device());
+  settings.readBuffer = 512;
+  port->Open(settings);
+  std::string sent, received;
+  for (int i = 0; i < 40'000; ++i) sent += static_cast<char>(i * 7 + i / 251);
+  std::size_t at = 0;
+  for (int round = 0; round < 30; ++round) {
+    at += pty.Send(std::string_view(sent).substr(at));
+    QCoreApplication::processEvents();
+    EXPECT_LE(port->BytesWaiting(), 512U);
+  }
+  EXPECT_LT(at, sent.size());
+  EXPECT_TRUE(RunUntil([&] {
+    at += pty.Send(std::string_view(sent).substr(at));
+    received += port->Read(100);
+    return received.size() == sent.size();
+  }));
+  EXPECT_EQ(received, sent);
+}
+
+TEST(SerialPort, ClearInputForgetsWhatWaits) {
+  OpenPort open;
+  open.port->onReadyRead = nullptr;
+  open.pty.Send("old");
+  ASSERT_TRUE(RunUntil([&] { return open.port->BytesWaiting() == 3; }));
+  open.port->ClearInput();
+  EXPECT_EQ(open.port->BytesWaiting(), 0U);
+  open.pty.Send("new");
+  ASSERT_TRUE(RunUntil([&] { return open.port->BytesWaiting() == 3; }));
+  EXPECT_EQ(open.port->Read(10), "new");
+}
+
+TEST(SerialPort, AHangUpIsToldOnceWithThePortClosed) {
+  OpenPort open;
+  int hangUps = 0;
+  bool wasOpen = true;
+  open.port->onHangUp = [&] {
+    ++hangUps;
+    wasOpen = open.port->IsOpen();
+  };
+  open.pty.HangUp();
+  ASSERT_TRUE(RunUntil([&] { return hangUps > 0; }));
+  EXPECT_FALSE(wasOpen);
+  RunWhatIsPending();
+  EXPECT_EQ(hangUps, 1);
+}
+
+TEST(SerialPort, CanBeOpenedAgainFromTheHangUp) {
+  OpenPort open;
+  Pty next;
+  open.port->onHangUp = [&] { open.port->Open(SettingsFor(next.Device())); };
+  open.pty.HangUp();
+  ASSERT_TRUE(RunUntil([&] { return open.port->IsOpen() && next.Send("again") == 5; }));
+  EXPECT_TRUE(open.Gets("again"));
+}
+
+TEST(SerialPort, AnnouncesNothingAfterClose) {
+  OpenPort open;
+  open.pty.Send("late");
+  ASSERT_TRUE(RunUntil([&] { return !open.received.empty(); }));
+  int calls = 0;
+  open.port->onReadyRead = [&] { ++calls; };
+  open.port->onHangUp = [&] { ++calls; };
+  open.pty.Send("later");
+  open.port->Close();
+  open.pty.HangUp();
+  RunWhatIsPending();
+  EXPECT_EQ(calls, 0);
+}
+
+TEST(SerialPort, MayBeClosedAndDestroyedInItsOwnHandler) {
+  Pty pty;
+  auto port = MakeSerialPort();
+  port->Open(SettingsFor(pty.Device()));
+  bool called = false;
+  SerialPort* const raw = port.get();
+  raw->onReadyRead = [&] {
+    raw->Close();
+    called = true;
+  };
+  pty.Send("x");
+  ASSERT_TRUE(RunUntil([&] { return called; }));
+  port->Open(SettingsFor(pty.Device()));
+  pty.Send("y");
+  port.reset();
+  RunWhatIsPending();
+}
+
+TEST(SerialPort, AMissingDeviceIsNamed) {
+  try {
+    MakeSerialPort()->Open(SettingsFor("/dev/ttyVelkNone"));
+    FAIL();
+  } catch (const PortError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::DeviceUnavailable);
+    EXPECT_EQ(error.Device(), "/dev/ttyVelkNone");
+    EXPECT_NE(std::string(error.what()).find("/dev/ttyVelkNone"), std::string::npos);
+  }
+}
+
+TEST(SerialPort, AFileThatIsNoSerialDeviceIsUnavailable) {
+  const TemporaryDirectory directory;
+  EXPECT_EQ(NumberOfFailure(SettingsFor(directory.Touch("plain"))), ErrorNumber::DeviceUnavailable);
+}
+
+TEST(SerialPort, ABusyDeviceIsNamedAlsoWhenReachedByAnotherName) {
+  OpenPort open;
+  const TemporaryDirectory directory;
+  ASSERT_EQ(symlink(open.pty.Device().c_str(), directory.File("unit").c_str()), 0);
+  for (const std::string& name : {open.pty.Device(), directory.File("unit")}) try {
+      MakeSerialPort()->Open(SettingsFor(name));
+      ADD_FAILURE() << name;
+    } catch (const PortError& error) {
+      EXPECT_EQ(error.Number(), ErrorNumber::FileAlreadyOpen);
+      EXPECT_EQ(error.Device(), name);
+    }
+  EXPECT_TRUE(open.port->IsOpen());
+}
+
+TEST(SerialPort, ADeviceIsFreeAgainAfterClose) {
+  OpenPort open;
+  open.port->Close();
+  const auto second = MakeSerialPort();
+  EXPECT_NO_THROW(second->Open(SettingsFor(open.pty.Device())));
+}
+
+/// The user nobody, when the tests run as root.
+class AsNobody {
+ public:
+  AsNobody() {
+    if (root_ && seteuid(65534) != 0) ADD_FAILURE();
+  }
+  ~AsNobody() {
+    if (root_ && seteuid(0) != 0) ADD_FAILURE();
+  }
+
+ private:
+  bool root_ = geteuid() == 0;
+};
+
+TEST(SerialPort, MissingPermissionNamesTheGroupThatOwnsTheDevice) {
+  const TemporaryDirectory directory;
+  const std::string device = directory.Touch("locked");
+  ASSERT_EQ(chmod(directory.Path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(device.c_str(), 0), 0);
+  struct stat status = {};
+  ASSERT_EQ(stat(device.c_str(), &status), 0);
+  const AsNobody nobody;
+  try {
+    MakeSerialPort()->Open(SettingsFor(device));
+    FAIL();
+  } catch (const PortError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(error.Device(), device);
+    const group* const owner = getgrnam(error.Group().c_str());
+    ASSERT_NE(owner, nullptr) << error.Group();
+    EXPECT_EQ(owner->gr_gid, status.st_gid);
+  }
+}
+
+TEST(SerialPort, AClosedPortHasNothingAndTakesNothing) {
+  const auto port = MakeSerialPort();
+  EXPECT_FALSE(port->IsOpen());
+  EXPECT_EQ(port->BytesWaiting(), 0U);
+  EXPECT_EQ(port->Read(10), "");
+  EXPECT_NO_THROW(port->Close());
+  EXPECT_NO_THROW(port->ClearInput());
+  try {
+    port->Write("x");
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::PortNotOpen);
+  }
+}
+
+}  // namespace
+}  // namespace velk
