@@ -1,0 +1,514 @@
+#include "instruments/link.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/settings.h"
+#include "support/fake_clock.h"
+#include "support/fake_serial_port.h"
+#include "support/recording_view.h"
+#include "support/scripted_dialogs.h"
+#include "support/temporary_directory.h"
+
+namespace velk {
+namespace {
+
+using test::FakeClock;
+using test::FakeDevice;
+using test::FakeSerialPort;
+using test::RecordingView;
+using test::ScriptedDialogs;
+
+constexpr const char* kDevice = "/dev/ttyVelk";
+constexpr const char* kLine = "10:20:30 1 2\r\n";
+
+struct LinkTest : testing::Test {
+  LinkTest() {
+    settings.Save("VELK2", "Protocol", "PortDevice1", kDevice);
+    session.SerialData = "KESTA version 4";
+    session.IsOwnUnit = true;
+    session.BaudRate = 19200;
+    link.onLine = [this](const std::string& line) { lines.push_back(line); };
+  }
+
+  void Become(MessageId status) { session.CurrentStatus = session.Translator.Translate(status); }
+  void ExpectImages(bool on) {
+    EXPECT_EQ(view.images["connect"], on ? 17 : 16);
+    EXPECT_EQ(view.images["disconnect"], on ? 18 : 15);
+  }
+  /// A line every second for some seconds.
+  void ReceiveFor(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      driver.Receive(kLine);
+      clock.Advance(1000);
+    }
+  }
+
+  Gate gate;
+  FakeClock clock{gate};
+  ScriptedDialogs dialogs{gate};
+  test::TemporaryDirectory store;
+  SettingsStore settings{store.Path()};
+  Platform platform{clock, gate, dialogs, settings};
+  Session session;
+  RecordingView view;
+  MainTimers timers{clock};
+  FakeDevice plain, driver;
+  std::vector<FakeDevice*> toMake{&plain, &driver};
+  Link link{session, platform, view, timers, [this] {
+              FakeDevice& device = *toMake.front();
+              toMake.erase(toMake.begin());
+              return std::make_unique<FakeSerialPort>(device);
+            }};
+  std::vector<std::string> lines;
+};
+
+// --- SetODataCom ---
+
+TEST_F(LinkTest, SetODataComOpensTheDriverWithTheLineSettings) {
+  session.SerialData = "Any Serial Data";
+  session.IsOwnUnit = false;
+  session.PortNumber = 2;
+  session.BaudRate = 38400;
+  session.Parity = "E";
+  session.DataBits = 7;
+  session.StopBits = "2";
+  session.Handshake = 1;
+  session.Terminator = "\n";
+  session.TheTimeOut = 9;
+  settings.Save("VELK2", "Protocol", "PortDevice2", "/dev/second");
+  link.SetODataCom();
+  ASSERT_EQ(driver.openings.size(), 1U);
+  EXPECT_EQ(driver.openings[0].device, "/dev/second");
+  EXPECT_EQ(driver.openings[0].baudRate, 38400);
+  EXPECT_EQ(driver.openings[0].parity, "E");
+  EXPECT_EQ(driver.openings[0].dataBits, 7);
+  EXPECT_EQ(driver.openings[0].stopBits, "2");
+  EXPECT_EQ(driver.openings[0].handshake, Handshake::XonXoff);
+  const LineDriverSettings& given = link.ODataCom1.Settings();
+  EXPECT_EQ(given.portNumber, 2);
+  EXPECT_EQ(given.terminator, "\n");
+  EXPECT_EQ(given.theTimeOut, 9);
+  EXPECT_EQ(given.retryMilliseconds, 1000);
+  EXPECT_TRUE(session.UseODataCom);
+  EXPECT_FALSE(plain.open);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, SetODataComGivesOwnUnitsTheirDelimiterAndTerminator) {
+  session.Delimiter = ";";
+  session.Terminator = "\r";
+  link.SetODataCom();
+  EXPECT_EQ(session.Delimiter, " ");
+  EXPECT_EQ(session.Terminator, "\r\n");
+}
+
+TEST_F(LinkTest, SetODataComLeavesOtherProtocolsTheirDelimiterAndTerminator) {
+  session.SerialData = "formatted and at regular intervals";
+  session.IsOwnUnit = false;
+  session.Delimiter = ";";
+  session.Terminator = "\r";
+  link.SetODataCom();
+  EXPECT_EQ(session.Delimiter, ";");
+  EXPECT_EQ(session.Terminator, "\r");
+}
+
+TEST_F(LinkTest, SetODataComDoesNothingForProtocolsOfThePlainPort) {
+  session.SerialData = "Data Taker a";
+  session.IsOwnUnit = false;
+  session.UseODataCom = true;
+  link.SetODataCom();
+  EXPECT_FALSE(session.UseODataCom);
+  EXPECT_TRUE(driver.openings.empty());
+  EXPECT_FALSE(timers.Timer2->Enabled());
+  EXPECT_TRUE(view.images.empty());
+}
+
+TEST_F(LinkTest, TheWatchdogRunsEveryThreeSamplingIntervalsButAtLeastASecond) {
+  const std::pair<double, int> cases[] = {{1, 3000}, {5, 15'000}, {0.1, 1000},
+                                          {0, 1000}, {-1, 1000},  {3600, 10'800'000}};
+  for (const auto& [seconds, interval] : cases) {
+    session.SamplingRate = seconds / 86400;
+    link.SetODataCom();
+    EXPECT_EQ(timers.Timer2->Interval(), interval) << seconds;
+    EXPECT_TRUE(timers.Timer2->Enabled());
+  }
+  session.SamplingRate = 1e9;
+  link.SetODataCom();
+  EXPECT_GT(timers.Timer2->Interval(), 1'000'000'000);
+}
+
+TEST_F(LinkTest, SetODataComSetsTheTimeOfTheLastDataToNow) {
+  link.SetODataCom();
+  EXPECT_EQ(session.LastDataTime, "14-Mar-2026 09:30:00");
+}
+
+TEST_F(LinkTest, AFailureToOpenIsShownWithTheProceduresName) {
+  driver.failOpen = [] { throw PortError(ErrorNumber::PermissionDenied, kDevice, "dialout"); };
+  dialogs.Expect(
+      "/dev/ttyVelk: no permission to use the serial device. Join the group [dialout] and log in again."
+      " - SetODataCom",
+      Answer::Cancel);
+  link.SetODataCom();
+  ASSERT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_EQ(dialogs.shown[0].buttons, Buttons::RetryCancel);
+  ExpectImages(false);
+}
+
+TEST_F(LinkTest, TheOtherFailuresNameTheDeviceToo) {
+  const std::pair<ErrorNumber, const char*> cases[] = {
+      {ErrorNumber::DeviceUnavailable, "/dev/ttyVelk: there is no such serial device."},
+      {ErrorNumber::FileAlreadyOpen, "/dev/ttyVelk: the serial device is in use by another program."},
+      {ErrorNumber::PortInvalid, "/dev/ttyVelk: the serial device refuses these line settings."}};
+  for (const auto& [number, text] : cases) {
+    driver.failOpen = [n = number] { throw PortError(n, kDevice); };
+    dialogs.Expect(text, Answer::Cancel);
+    link.SetODataCom();
+  }
+}
+
+TEST_F(LinkTest, RetryOpensAgain) {
+  driver.Vanish();
+  dialogs.Expect(" - SetODataCom", Answer::Retry);
+  dialogs.Expect(" - SetODataCom", Answer::Retry, [&] { driver.ComeBack(); });
+  link.SetODataCom();
+  EXPECT_TRUE(driver.open);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, AfterCancelTheLinkComesUpByItselfOnceTheDeviceIsThere) {
+  driver.Vanish();
+  dialogs.Expect(" - SetODataCom", Answer::Cancel);
+  link.SetODataCom();
+  clock.Advance(10'000);
+  EXPECT_FALSE(driver.open);
+  driver.ComeBack();
+  clock.Advance(1000);
+  EXPECT_TRUE(driver.open);
+  ExpectImages(true);
+}
+
+// --- EnablePort ---
+
+TEST_F(LinkTest, EnablePortClosesTheDriverOfAnOwnUnitAndSetsUpTheBoard) {
+  link.SetODataCom();
+  EXPECT_TRUE(link.EnablePort());
+  EXPECT_FALSE(driver.open);
+  ExpectImages(false);
+  EXPECT_FALSE(timers.Timer2->Enabled());
+  ASSERT_TRUE(plain.open);
+  EXPECT_EQ(plain.openings[0].device, kDevice);
+  EXPECT_EQ(plain.openings[0].baudRate, 19200);
+  EXPECT_EQ(plain.openings[0].parity, "N");
+}
+
+TEST_F(LinkTest, EnablePortLeavesTheDriverOfOtherProtocolsOpen) {
+  session.SerialData = "Any Serial Data";
+  session.IsOwnUnit = false;
+  link.SetODataCom();
+  link.EnablePort();
+  EXPECT_TRUE(driver.open);
+  EXPECT_TRUE(plain.open);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, EnablePortShowsTheBoardsErrors) {
+  session.BaudRate = 1200;
+  dialogs.Expect("Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported. - EnablePort",
+                 Answer::Cancel);
+  EXPECT_FALSE(link.EnablePort());
+  session.BaudRate = 9600;
+  session.Handshake = 5;
+  dialogs.Expect("Invalid hand shaking is supplied. - EnablePort", Answer::Cancel);
+  EXPECT_FALSE(link.EnablePort());
+}
+
+TEST_F(LinkTest, ABaudRateBeyond16BitsOverflows) {
+  session.BaudRate = 38400;
+  dialogs.Expect(ErrorText(ErrorNumber::Overflow) + " - EnablePort", Answer::Cancel);
+  EXPECT_FALSE(link.EnablePort());
+  EXPECT_TRUE(plain.openings.empty());
+}
+
+TEST_F(LinkTest, AMissingDeviceIsToldOnceByEnablePortAndSetODataComTogether) {
+  const auto missing = [] { throw PortError(ErrorNumber::DeviceUnavailable, kDevice); };
+  plain.failOpen = driver.failOpen = missing;
+  dialogs.Expect("/dev/ttyVelk: there is no such serial device. Is the cable or the adapter plugged in? - EnablePort",
+                 Answer::Cancel);
+  link.EnablePort();
+  link.Board.CloseComPort();
+  link.SetODataCom();
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  clock.Advance(10'000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  // The next time it is told again.
+  dialogs.Expect(" - SetODataCom", Answer::Cancel);
+  link.SetODataCom();
+}
+
+TEST_F(LinkTest, ADifferentFailureBehindEnablePortIsTold) {
+  plain.failOpen = [] { throw PortError(ErrorNumber::DeviceUnavailable, kDevice); };
+  driver.failOpen = [] { throw PortError(ErrorNumber::FileAlreadyOpen, kDevice); };
+  dialogs.Expect("no such serial device", Answer::Cancel);
+  dialogs.Expect("in use by another program", Answer::Cancel);
+  link.EnablePort();
+  link.SetODataCom();
+}
+
+// --- Closing ---
+
+TEST_F(LinkTest, CloseODataComStopsTheWatchdogAndShowsTheOffImages) {
+  link.SetODataCom();
+  link.CloseODataCom();
+  EXPECT_FALSE(driver.open);
+  EXPECT_FALSE(timers.Timer2->Enabled());
+  ExpectImages(false);
+  clock.Advance(60'000);
+  EXPECT_EQ(driver.openings.size(), 1U);
+}
+
+TEST_F(LinkTest, ClosingOnPurposeEndsTheTriesToReachALostDevice) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  driver.Vanish();
+  driver.HangUp();
+  clock.Advance(5000);
+  link.CloseODataCom();
+  const std::size_t tries = driver.openings.size();
+  driver.ComeBack();
+  clock.Advance(60'000);
+  EXPECT_EQ(driver.openings.size(), tries);
+}
+
+TEST_F(LinkTest, ClosePlainPortClosesWhatIsOpen) {
+  EXPECT_NO_THROW(link.ClosePlainPort());
+  link.EnablePort();
+  link.ClosePlainPort();
+  EXPECT_FALSE(plain.open);
+}
+
+// --- Lines ---
+
+TEST_F(LinkTest, ALineGoesToTheTickOnlyWhileAcquiring) {
+  for (const MessageId status :
+       {MessageId::StatusReady, MessageId::StatusCheckingHardware, MessageId::StatusReadyToAcquire,
+        MessageId::StatusAcquiringPaused, MessageId::StatusPlayingBack}) {
+    Become(status);
+    link.ODataCom1_DataReady(kLine);
+  }
+  EXPECT_TRUE(lines.empty());
+  Become(MessageId::StatusAcquiringData);
+  link.ODataCom1_DataReady(kLine);
+  EXPECT_EQ(lines, std::vector<std::string>{kLine});
+}
+
+TEST_F(LinkTest, TheArrivalIsStoredInAnyStatus) {
+  link.SetODataCom();
+  clock.Advance(61'000);
+  Become(MessageId::StatusReady);
+  link.ODataCom1_DataReady(kLine);
+  EXPECT_EQ(session.LastDataTime, "14-Mar-2026 09:31:01");
+}
+
+TEST_F(LinkTest, TheArrivalIsStoredThoughTheTickFails) {
+  Become(MessageId::StatusAcquiringData);
+  link.onLine = [](const std::string&) { throw RuntimeError(ErrorNumber::Overflow); };
+  dialogs.Expect(ErrorText(ErrorNumber::Overflow) + " - ODataCom1_DataReady", Answer::Cancel);
+  link.ODataCom1_DataReady(kLine);
+  EXPECT_EQ(session.LastDataTime, "14-Mar-2026 09:30:00");
+}
+
+TEST_F(LinkTest, LinesReceivedSinceOpeningAreCountedWhateverTheStatus) {
+  Become(MessageId::StatusCheckingHardware);
+  link.SetODataCom();
+  EXPECT_EQ(link.LinesSeen(), 0);
+  ReceiveFor(3);
+  EXPECT_EQ(link.LinesSeen(), 3);
+  link.SetODataCom();
+  EXPECT_EQ(link.LinesSeen(), 0);
+}
+
+TEST_F(LinkTest, ReceivedLinesReachTheTickInOrder) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  driver.Receive("a\r\nb\r\nc\r\n");
+  clock.Advance(10);
+  EXPECT_EQ(lines, (std::vector<std::string>{"a\r\n", "b\r\n", "c\r\n"}));
+}
+
+// --- The watchdog ---
+
+TEST_F(LinkTest, WhileDataComeTheLinkIsNotCycled) {
+  link.SetODataCom();
+  ReceiveFor(60);
+  EXPECT_EQ(driver.openings.size(), 1U);
+}
+
+TEST_F(LinkTest, SilenceOfFiveIntervalsIsNotYetTooLongAndAMomentMoreIs) {
+  link.SetODataCom();
+  clock.Advance(5000);
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 1U);
+  clock.Advance(10);
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 2U);
+}
+
+TEST_F(LinkTest, ASilentUnitIsCycledAtEveryTickWithoutABox) {
+  link.SetODataCom();
+  clock.Advance(6000);  // ticks at 3 and 6 seconds
+  EXPECT_EQ(driver.openings.size(), 2U);
+  clock.Advance(6000);
+  EXPECT_EQ(driver.openings.size(), 4U);
+  EXPECT_EQ(driver.openings.back().device, kDevice);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, CyclingShowsTheOffImagesInBetween) {
+  link.SetODataCom();
+  int connectWhileClosed = 0;
+  driver.failOpen = [&] { connectWhileClosed = view.images["connect"]; };
+  link.CycleODataCom();
+  EXPECT_EQ(connectWhileClosed, 16);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, LinesThatWaitAreNoSilence) {
+  link.SetODataCom();
+  const GateState shut(gate, GateState::Shut);
+  driver.Receive(kLine);
+  clock.Advance(30'000);
+  EXPECT_EQ(driver.openings.size(), 1U);
+  EXPECT_TRUE(link.ODataCom1.LineWaits());
+}
+
+TEST_F(LinkTest, AReopenThatFailsIsToldOnceAndTriedOn) {
+  link.SetODataCom();
+  driver.Vanish();
+  dialogs.Expect("/dev/ttyVelk: there is no such serial device.", Answer::Ok);
+  clock.Advance(60'000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_TRUE(timers.Timer2->Enabled());
+  ExpectImages(false);
+  // A try a second, and one more of the watchdog's every third.
+  EXPECT_LT(driver.openings.size(), 90U);
+  driver.ComeBack();
+  clock.Advance(1000);
+  EXPECT_TRUE(driver.open);
+  ExpectImages(true);
+}
+
+// --- Hang-up ---
+
+TEST_F(LinkTest, AHangUpWhileAcquiringIsToldOnceAndDataGoOnWithinThreeSecondsOfTheReturn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  ReceiveFor(5);
+  dialogs.Expect("/dev/ttyVelk: the serial device is gone. Data go on by themselves when it is back.", Answer::Ok);
+  driver.Vanish();
+  driver.HangUp();
+  ExpectImages(false);
+  clock.Advance(120'000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_EQ(dialogs.shown[0].buttons, Buttons::Ok);
+  driver.ComeBack();
+  clock.Advance(3000);
+  ASSERT_TRUE(driver.open);
+  const std::size_t before = lines.size();
+  ReceiveFor(2);
+  EXPECT_EQ(lines.size(), before + 2);
+  EXPECT_EQ(session.CurrentStatus, session.Translator.Translate(MessageId::StatusAcquiringData));
+}
+
+TEST_F(LinkTest, TheNextHangUpAfterDataIsToldAgain) {
+  link.SetODataCom();
+  for (int i = 0; i < 2; ++i) {
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+    driver.HangUp();
+    clock.Advance(2000);
+    ASSERT_TRUE(driver.open);
+    ReceiveFor(2);
+  }
+  EXPECT_EQ(dialogs.shown.size(), 2U);
+}
+
+TEST_F(LinkTest, ADeviceThatOnlyHangsUpAgainAndAgainIsToldOnce) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  for (int i = 0; i < 20; ++i) {
+    driver.HangUp();
+    clock.Advance(1500);
+  }
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, TheDeviceIsTriedAboutOnceASecondWhileItIsGone) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  driver.Vanish();
+  driver.HangUp();
+  const std::size_t before = driver.openings.size();
+  clock.Advance(30'000);
+  EXPECT_GE(driver.openings.size() - before, 29U);
+  EXPECT_LE(driver.openings.size() - before, 41U);
+}
+
+TEST_F(LinkTest, AnotherAdapterDoesNotTakeThePlaceOfTheLostOne) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  settings.Save("VELK2", "Protocol", "PortDevice1", "/dev/other");
+  driver.HangUp();
+  clock.Advance(3000);
+  EXPECT_EQ(driver.openings.back().device, kDevice);
+}
+
+TEST_F(LinkTest, TheHangUpBoxWaitsUntilNoSampleIsRunning) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  std::size_t boxesDuringTheSample = 9;
+  link.onLine = [&](const std::string&) {
+    driver.HangUp();
+    for (int i = 0; i < 5; ++i) clock.Yield();
+    boxesDuringTheSample = dialogs.shown.size();
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+  };
+  driver.Receive(kLine);
+  clock.Advance(100);
+  EXPECT_EQ(boxesDuringTheSample, 0U);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, WhileTheHangUpBoxStandsTheDeviceIsReopenedAndLinesGoOn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  std::size_t linesWhileTheBoxStood = 0;
+  dialogs.Expect("the serial device is gone", Answer::Ok, [&] {
+    clock.Advance(2000);
+    ReceiveFor(3);
+    linesWhileTheBoxStood = lines.size();
+  });
+  driver.HangUp();
+  clock.Advance(1);
+  EXPECT_EQ(linesWhileTheBoxStood, 3U);
+}
+
+TEST_F(LinkTest, AfterItsEndNothingOfTheLinkIsCalled) {
+  FakeDevice one, two;
+  std::vector<FakeDevice*> devices{&one, &two};
+  {
+    Link other(session, platform, view, timers, [&devices] {
+      FakeDevice& device = *devices.front();
+      devices.erase(devices.begin());
+      return std::make_unique<FakeSerialPort>(device);
+    });
+    other.SetODataCom();
+    two.Receive(kLine);
+    two.HangUp();
+  }
+  clock.Advance(10'000);
+  const GateState shut(gate, GateState::Shut);
+  const GateState open(gate, GateState::Open);
+  EXPECT_FALSE(gate.onOpened);
+}
+
+}  // namespace
+}  // namespace velk
