@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScrollBar>
+
+#include "graphs/chart_fixture.h"
+#include "graphs/windows/graph_form_new.h"
+#include "graphs/windows/graph_windows_mdi.h"
+#include "model/status.h"
+#include "platform/settings.h"
+#include "support/fake_clock.h"
+#include "support/scripted_dialogs.h"
+
+namespace velk::test {
+
+/// A client area with the windows of a session in it.
+struct GraphDesk {
+  explicit GraphDesk(int curveCount = 1) {
+    GiveCurves(session, curveCount);
+    area.resize(1300, 760);
+    area.show();
+  }
+
+  void Create() { windows.CreateGraphWindows(); }
+  GraphFormNew& Form(int graph = 3) { return *dynamic_cast<GraphFormNew*>(session.GraphForms[graph]); }
+  template <class Widget>
+  Widget* Find(const char* name, int graph = 3) {
+    return Form(graph).findChild<Widget*>(QLatin1String(name));
+  }
+  std::string Text(const char* label) { return Find<QLabel>(label)->text().toStdString(); }
+  /// Time for the screen to follow.
+  void Refresh() { clock.Advance(40); }
+  void ResizeWindow(int width, int height) { Form().parentWidget()->resize(width, height); }
+
+  Gate gate;
+  FakeClock clock{gate};
+  ScriptedDialogs dialogs{gate};
+  SettingsStore settings{""};
+  Platform platform{clock, gate, dialogs, settings};
+  Session session;
+  int headersStored = 0;
+  QMdiArea area;
+  GraphWindowsMdi windows{session, platform, area, [this] { ++headersStored; }};
+};
+
+}  // namespace velk::test

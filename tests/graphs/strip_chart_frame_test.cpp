@@ -1,0 +1,225 @@
+#include <gtest/gtest.h>
+
+#include "graphs/chart_fixture.h"
+#include "platform/errors.h"
+
+namespace velk::test {
+
+namespace {
+
+/// The columns of the grid, one tenth of 10000 apart.
+Calls Columns(const std::string& y1, const std::string& y2) {
+  Calls calls;
+  for (const char* x : {"1966", "2966", "3966", "4966", "5966", "6966", "7966", "8966", "9966"})
+    calls.push_back(std::string("line ") + x + " " + y1 + " " + x + " " + y2 + " C0C0C0 w1");
+  return calls;
+}
+
+Calls Rows(const std::vector<std::pair<std::string, std::string>>& placesAndColours) {
+  Calls calls;
+  for (const auto& [y, colour] : placesAndColours)
+    calls.push_back("line 966 " + y + " 10966 " + y + " " + colour + " w1");
+  return calls;
+}
+
+Calls operator+(Calls a, const Calls& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+const std::string kBlack = "000000", kGrey = "C0C0C0";
+
+}  // namespace
+
+TEST(StripChartFrame, OfTheFirstBlockHasAxisTickColumnsAndRowsInThatOrder) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  EXPECT_EQ(c.pic2->calls, (Calls{"line 966 0 966 1800 000000 w1", "line 866 1800 966 1800 000000 w1"}) +
+                               Columns("0", "1800") +
+                               Rows({{"0", kBlack},
+                                     {"300", kGrey},
+                                     {"600", kGrey},
+                                     {"900", kBlack},
+                                     {"1200", kGrey},
+                                     {"1500", kGrey},
+                                     {"1800", kBlack}}));
+}
+
+TEST(StripChartFrame, PrintsTheEndOfTheBlockBesideATickOnTheAxis) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  // "09:32" is 500 wide and 200 high: x = 966 - 100 - 525, y = 1800 - 100.
+  EXPECT_EQ(c.picture3->calls, (Calls{"line 863 1800 963 1800 000000 w1", "print 341 1700 '09:32' 000000"}));
+}
+
+TEST(StripChartFrame, TakesThePageStartFromTheBlockCutToTheMinuteWhereThereIsNone) {
+  RecordedChart c;
+  c.chart->Picture2_Update(JobStart() + 30.5 * kSecond, JobStart() + 90.5 * kSecond);
+  EXPECT_DOUBLE_EQ(c.session.GraphPageTime, JobStart());
+  EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart());
+  EXPECT_EQ(c.pic2->calls.front(), "line 966 457.5 966 1357.5 000000 w1");
+}
+
+TEST(StripChartFrame, FollowsThePageStartThatAnotherChartPublished) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart() + 60 * kSecond;
+  c.DrawBlock(60);
+  EXPECT_EQ(c.pic2->calls.front(), "line 966 0 966 1800 000000 w1");
+  EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart() + 60 * kSecond);
+}
+
+TEST(StripChartFrame, MovesUpHalfAPageWithTheSecondBlockOfTheDefaultSettings) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  c.Forget();
+  c.DrawBlock(120);
+  // The origin moves to 60 s: the block lies from 900 to 2700. 240 pixels high, so 120 of them.
+  ASSERT_GE(c.pic2->calls.size(), 2u);
+  EXPECT_EQ(c.pic2->calls[0], "scroll 120");
+  EXPECT_EQ(c.pic2->calls[1], "line 966 900 966 2700 000000 w1");
+  EXPECT_EQ(c.picture3->calls,
+            (Calls{"cls", "print 341 1700 '09:32' 000000",  // retained label: y = 1 x 1800 - 100
+                   "print -189 1700 '14-Mar-2026' 000000",  // 966 - 1.05 x 1100, middle of 900 and 2700
+                   "line 863 2700 963 2700 000000 w1", "print 341 2600 '09:34' 000000"}));
+  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 1);
+}
+
+TEST(StripChartFrame, MovesTheOriginHalfWayToTheBlockAtEachScroll) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  const double expected[] = {0, 60, 150, 255};  // (0+120)/2, (60+240)/2, (150+360)/2
+  for (int block = 0; block < 4; ++block) {
+    c.DrawBlock(block * 120);
+    EXPECT_NEAR((c.chart->TimeOrigin() - JobStart()) / kSecond, expected[block], 1e-4) << block;
+  }
+}
+
+TEST(StripChartFrame, DoesNotScrollWhileTheBlockEndsAboveTheBottom) {
+  RecordedChart c(1, 3603);
+  c.session.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  c.Forget();
+  c.DrawBlock(120);
+  EXPECT_EQ(c.pic2->calls.front(), "line 966 1800 966 3600 000000 w1");
+  EXPECT_EQ(c.picture3->calls.front(), "line 863 3600 963 3600 000000 w1");
+}
+
+TEST(StripChartFrame, RewritesALabelForEachPairOfBlocksAtAScroll) {
+  RecordedChart c(1, 7200);
+  c.session.GraphPageTime = JobStart();
+  for (int block = 0; block < 3; ++block) c.DrawBlock(block * 120);
+  c.Forget();
+  c.DrawBlock(360);  // ends at 7200
+  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 2);
+  ASSERT_GE(c.picture3->calls.size(), 3u);
+  EXPECT_EQ(c.picture3->calls[0], "cls");
+  EXPECT_EQ(c.picture3->calls[1], "print 341 3500 '09:36' 000000");  // (2 - 1 + 1) x 1800 - 100
+  EXPECT_EQ(c.picture3->calls[2], "print 341 1700 '09:34' 000000");  // a block earlier, (2 - 2 + 1) x 1800 - 100
+  EXPECT_EQ(c.pic2->calls.front(), "scroll 240");
+}
+
+TEST(StripChartFrame, PrintsTheDateWhenABlockCrossesMidnight) {
+  RecordedChart c;
+  const double midnight = DateSerial(2026, 3, 15);
+  c.session.GraphPageTime = midnight - 60 * kSecond;
+  c.chart->Picture2_Update(midnight - 60 * kSecond, midnight + 60 * kSecond);
+  // Between 0 and 1800.
+  EXPECT_EQ(c.picture3->calls.back(), "print -189 800 '15-Mar-2026' 000000");
+}
+
+TEST(StripChartFrame, PrintsNoDateForABlockWithinADay) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  for (const std::string& call : c.picture3->calls) EXPECT_EQ(call.find("Mar"), std::string::npos) << call;
+}
+
+TEST(StripChartFrame, RaisesDivisionByZeroWithoutATimeStepAndDrawsNothing) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.session.GraphTimeStep = 0;
+  EXPECT_THROW(c.DrawBlock(0), RuntimeError);
+  EXPECT_EQ(c.pic2->calls, Calls{});
+  EXPECT_EQ(c.picture3->calls, Calls{});
+}
+
+TEST(StripChartFrame, LeavesWithoutDrawingAtATimeThatIsNoNumberOrOutOfRange) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.chart->Picture2_Update(JobStart(), std::nan(""));
+  c.chart->Picture2_Update(JobStart(), 1e300);
+  c.chart->WriteDate(std::nan(""), JobStart());
+  EXPECT_EQ(c.pic2->calls, Calls{});
+  EXPECT_EQ(c.picture3->calls, Calls{});
+}
+
+TEST(WriteDate, AtTheStartStandsInTheMiddleOfTheFirstBlockAndSetsTheOrigin) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.chart->WriteDate(JobStart(), JobStart() + 120 * kSecond);
+  EXPECT_EQ(c.picture3->calls, (Calls{"print -189 800 '14-Mar-2026' 000000"}));
+  EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart());
+}
+
+TEST(RedrawFrame, DrawsTheGridOfTheWholePage) {
+  RecordedChart c;
+  c.chart->RedrawFrame();
+  EXPECT_EQ(c.pic2->calls, (Calls{"cls", "line 966 0 966 3600 000000 w1", "line 866 1800 966 1800 000000 w1"}) +
+                               Columns("0", "3600") +
+                               Rows({{"0", kBlack},
+                                     {"600", kGrey},
+                                     {"1200", kGrey},
+                                     {"1800", kBlack},
+                                     {"2400", kGrey},
+                                     {"3000", kGrey},
+                                     {"3600", kBlack}}));
+  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 1);
+}
+
+TEST(RedrawFrame, KeepsTheBlocksFromDrawingTheirRowsUntilThePageScrolls) {
+  RecordedChart c;
+  c.session.GraphPageTime = JobStart();
+  c.chart->RedrawFrame();
+  c.Forget();
+  c.DrawBlock(0);
+  EXPECT_EQ(c.pic2->calls.size(), 2u + 9u);
+  c.Forget();
+  c.DrawBlock(120);
+  EXPECT_EQ(c.pic2->calls.size(), 1u + 2u + 9u + 7u);
+}
+
+TEST(RedrawFrame, DrawsNoMoreRowsThanThereAreTwips) {
+  RecordedChart c;
+  c.session.pixeldivide = 1e-9;
+  c.chart->RedrawFrame();
+  EXPECT_LE(c.pic2->calls.size(), 3u + 9u + 3601u);
+}
+
+TEST(InitialHeader, HasARowOf250ForEachCurveInItsColour) {
+  RecordedChart c(2);
+  c.session.CurrentParameters[2].color = 0x00FF00;
+  c.session.CurrentParameters[2].name = "Rate";
+  c.session.CurrentParameters[2].min = -0.5;
+  c.session.CurrentParameters[2].max = 1e15;
+  c.chart->InitialHeader();
+  EXPECT_EQ(c.picture1->calls, (Calls{"cls", "line 966 250 10966 250 0000FF w1", "print 976 50 '0' 0000FF",
+                                      "print 10566 50 '100' 0000FF",              // 10966 - 300 - 100
+                                      "print 5166 50 'Pressure 1 (psi)' 0000FF",  // (10000 - 1600) / 2 + 966
+                                      "line 966 500 10966 500 00FF00 w1", "print 976 300 '-0.5' 00FF00",
+                                      "print 10366 300 '1E+15' 00FF00",      // 10966 - 500 - 100
+                                      "print 5466 300 'Rate (psi)' 00FF00",  // (10000 - 1000) / 2 + 966
+                                      "line 0 500 966 500 000000 w1", "line 10966 0 10966 650 000000 w1",
+                                      "print 546 80 'Time' 000000",      // 966 - 420, 500 - 420
+                                      "print 231 300 '(hh:mm)' 000000",  // 966 - 735, 500 - 200
+                                      "line 966 0 966 600 000000 w1"}));
+}
+
+TEST(InitialHeader, IsAsHighAsItsRows) {
+  EXPECT_DOUBLE_EQ(RecordedChart(1).chart->HeaderHeight(), 250);
+  EXPECT_DOUBLE_EQ(RecordedChart(8).chart->HeaderHeight(), 2000);
+}
+
+}  // namespace velk::test

@@ -1,0 +1,178 @@
+#include "platform/surface_image.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <limits>
+
+#include "platform/colour.h"
+
+namespace velk::test {
+
+namespace {
+
+QFont SmallFont() {
+  QFont font("DejaVu Sans");
+  font.setPixelSize(13);
+  return font;
+}
+
+/// 100 x 40 pixels at ratio 1.
+SurfaceImage Small(double ratio = 1) {
+  return SurfaceImage(1500, 600, ratio, SmallFont());
+}
+
+QRgb At(const SurfaceImage& surface, int x, int y) {
+  return surface.View().pixel(x, y) & 0xFFFFFF;
+}
+
+int CountOf(const SurfaceImage& surface, QRgb colour) {
+  const QImage view = surface.View();
+  int count = 0;
+  for (int y = 0; y < view.height(); ++y)
+    for (int x = 0; x < view.width(); ++x) count += (view.pixel(x, y) & 0xFFFFFF) == colour;
+  return count;
+}
+
+}  // namespace
+
+TEST(SurfaceImage, HasAPixelForFifteenTwipsTimesTheRatio) {
+  EXPECT_EQ(Small(1).View().size(), QSize(100, 40));
+  EXPECT_EQ(Small(1.5).View().size(), QSize(150, 60));
+  EXPECT_EQ(Small(2).View().size(), QSize(200, 80));
+  EXPECT_EQ(Small(2).PixelHeight(), 80);
+  EXPECT_DOUBLE_EQ(Small(2).Width(), 1500);
+}
+
+TEST(SurfaceImage, TakesColoursAsBlueGreenRed) {
+  SurfaceImage surface = Small();
+  surface.Line(150, 150, 600, 150, 0x0000FF);
+  EXPECT_EQ(At(surface, 20, 10), 0xFF0000u);
+  surface.Line(150, 300, 600, 300, 0xFF8000);
+  EXPECT_EQ(At(surface, 20, 20), 0x0080FFu);
+}
+
+TEST(SurfaceImage, DrawsWithThePenWidthTimesTheRatio) {
+  for (const double ratio : {1.0, 2.0})
+    for (const int width : {1, 2, 3}) {
+      SurfaceImage surface = Small(ratio);
+      surface.SetPenWidth(width);
+      surface.Line(0, 300, 1500, 300, colour::Black);
+      int thick = 0;
+      for (int y = 0; y < surface.PixelHeight(); ++y) thick += At(surface, static_cast<int>(50 * ratio), y) == 0;
+      EXPECT_EQ(thick, width * ratio);
+    }
+}
+
+TEST(SurfaceImage, ShowsALineWithoutLength) {
+  SurfaceImage surface = Small();
+  surface.SetPenWidth(2);
+  surface.Line(600, 300, 600, 300, colour::Black);
+  EXPECT_GE(CountOf(surface, 0), 1);
+}
+
+TEST(SurfaceImage, ShowsASmallCircleAsADot) {
+  for (const double ratio : {1.0, 1.5, 2.0}) {
+    SurfaceImage surface = Small(ratio);
+    surface.SetPenWidth(2);
+    surface.Circle(600, 300, 3, colour::Black);
+    EXPECT_GE(CountOf(surface, 0), 4);
+    EXPECT_LE(CountOf(surface, 0), 16 * ratio * ratio);
+  }
+}
+
+TEST(SurfaceImage, CutsALineThatRunsFarOutWithoutBendingIt) {
+  SurfaceImage surface = Small();
+  surface.Line(-3e9, -3e9, 3e9, 3e9, colour::Black);
+  EXPECT_EQ(At(surface, 20, 20), 0u);
+  EXPECT_EQ(At(surface, 39, 39), 0u);
+  EXPECT_EQ(At(surface, 80, 20), 0xFFFFFFu);
+  surface.Line(0, 150, 3e37, 160, colour::Black);
+  EXPECT_EQ(At(surface, 90, 10), 0u);
+}
+
+TEST(SurfaceImage, DrawsNothingForPlacesThatAreNoNumbers) {
+  SurfaceImage surface = Small();
+  const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
+  for (const double bad : {nan, inf, -inf}) {
+    surface.Line(bad, 0, 100, 100, colour::Black);
+    surface.Line(0, 0, 100, bad, colour::Black);
+    surface.Circle(bad, 100, 3, colour::Black);
+    surface.Print(100, bad, "text", colour::Black);
+  }
+  EXPECT_EQ(CountOf(surface, 0xFFFFFF), 100 * 40);
+}
+
+TEST(SurfaceImage, ScrollsByWholePixelsAndClearsWhatComesFree) {
+  SurfaceImage surface = Small();
+  surface.Line(0, 450, 1500, 450, colour::Black);  // row 30
+  surface.Line(0, 150, 1500, 150, 0x0000FF);       // row 10
+  surface.ScrollUp(20);
+  EXPECT_EQ(At(surface, 50, 10), 0u);
+  EXPECT_EQ(CountOf(surface, 0), 100);
+  EXPECT_EQ(CountOf(surface, 0xFF0000), 0);
+  surface.Line(0, 450, 1500, 450, colour::Black);
+  EXPECT_EQ(At(surface, 50, 30), 0u);
+}
+
+TEST(SurfaceImage, KeepsItsPictureWhenItsSizeChanges) {
+  SurfaceImage surface = Small();
+  surface.Line(150, 150, 600, 150, colour::Black);
+  surface.Resize(3000, 450, 1);
+  EXPECT_EQ(At(surface, 20, 10), 0u);
+  EXPECT_EQ(At(surface, 190, 29), 0xFFFFFFu);
+  surface.Resize(3000, 450, 2);
+  EXPECT_EQ(CountOf(surface, 0), 0);
+}
+
+TEST(SurfaceImage, TellsTheRectangleThatChangedOnce) {
+  SurfaceImage surface = Small(2);
+  EXPECT_EQ(surface.TakeDirty(), QRect(0, 0, 100, 40));
+  EXPECT_TRUE(surface.TakeDirty().isEmpty());
+  surface.Line(300, 300, 450, 315, colour::Black);  // pixels 20..30, 20..21
+  const QRect dirty = surface.TakeDirty();
+  EXPECT_TRUE(dirty.contains(QRect(20, 20, 11, 2)));
+  EXPECT_LE(dirty.width(), 17);
+  EXPECT_LE(dirty.height(), 8);
+  surface.Line(-5000, 300, -4000, 315, colour::Black);
+  EXPECT_TRUE(surface.TakeDirty().isEmpty());
+}
+
+TEST(SurfaceImage, MeasuresTextInTwipsAtEveryRatio) {
+  const double width = Small(1).TextWidth("09:32"), height = Small(1).TextHeight("09:32");
+  EXPECT_NEAR(width, 5 * 0.6 * 13 * 15, 0.12 * width);
+  EXPECT_NEAR(height, 1.16 * 13 * 15, 0.1 * height);
+  EXPECT_NEAR(Small(2).TextWidth("09:32"), width, 0.05 * width);
+  EXPECT_NEAR(Small(2).TextHeight("09:32"), height, 0.08 * height);
+}
+
+TEST(SurfaceImage, PutsAPaleTextOnADarkPlateAndNoOther) {
+  SurfaceImage surface = Small();
+  surface.Print(150, 150, "Rate", 0x00FFFF);  // yellow
+  EXPECT_GT(CountOf(surface, 0x181C20), 50);
+  surface.Cls();
+  surface.Print(150, 150, "Rate", 0x0000FF);  // red
+  EXPECT_EQ(CountOf(surface, 0x181C20), 0);
+}
+
+TEST(SurfaceImage, SurvivesSizesBeyondWhatAScreenHas) {
+  SurfaceImage surface(1e12, -5, 1, SmallFont());
+  EXPECT_EQ(surface.View().height(), 1);
+  EXPECT_GT(surface.View().width(), 1000);
+}
+
+TEST(LegibleBackground, HasAContrastThatCanBeReadForEveryColour) {
+  for (int red = 0; red < 256; red += 15)
+    for (int green = 0; green < 256; green += 15)
+      for (int blue = 0; blue < 256; blue += 15) {
+        const std::int32_t text = red | green << 8 | blue << 16;
+        EXPECT_GE(Contrast(text, LegibleBackground(text)), 3) << text;
+      }
+}
+
+TEST(Contrast, IsTwentyOneForBlackOnWhiteAndOneForTheSame) {
+  EXPECT_NEAR(Contrast(colour::Black, colour::White), 21, 1e-9);
+  EXPECT_DOUBLE_EQ(Contrast(0x1234, 0x1234), 1);
+}
+
+}  // namespace velk::test
