@@ -149,8 +149,8 @@ Application Read(const std::string& path, std::vector<std::string>& problems) {
 
 std::string FreeNameAside(const std::string& path) {
   std::string name = path + ".damaged";
-  std::error_code error;
-  for (int number = 2; fs::symlink_status(name, error).type() != fs::file_type::not_found; ++number) {
+  std::error_code none;
+  for (int number = 2; fs::exists(fs::symlink_status(name, none)); ++number) {
     name = path + ".damaged-" + std::to_string(number);
   }
   return name;
