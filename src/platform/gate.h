@@ -11,7 +11,8 @@ class Gate {
  public:
   bool IsOpen() const { return open_; }
 
-  /// Called each time the gate goes from shut to open, by the driver that has lines waiting.
+  /// Called each time the gate goes from shut to open, by the driver that has lines waiting. It posts the
+  /// delivery and throws nothing: scopes end in here.
   std::function<void()> onOpened;
 
  private:

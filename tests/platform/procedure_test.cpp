@@ -189,9 +189,9 @@ TEST_F(Boxes, AnswerByThemselvesAtTheEndOfTheProgram) {
 }
 
 TEST_F(Boxes, OfEveryKindOpenTheGate) {
-  const GateState sample(gate, GateState::Shut);
   int openings = 0;
   gate.onOpened = [&] { ++openings; };
+  const GateState sample(gate, GateState::Shut);
   dialogs.Expect("Sure?", Answer::Yes);
   dialogs.ExpectInput("Name?", "Job 7");
   dialogs.ExpectSaveFile("/tmp/job.mdb");
