@@ -109,11 +109,12 @@ std::string Trim(std::string_view text) {
 }
 
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with) {
-  if (what.empty() || text.find(what) == std::string::npos) return text;
+  if (what.empty()) return text;
   std::string replaced;
   std::size_t at = 0;
-  for (std::size_t found; (found = text.find(what, at)) != std::string::npos; at = found + what.size()) {
+  for (std::size_t found = text.find(what); found != std::string::npos; found = text.find(what, at)) {
     replaced.append(text, at, found - at).append(with);
+    at = found + what.size();
   }
   return replaced.append(text, at);
 }
