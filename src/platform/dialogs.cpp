@@ -1,14 +1,19 @@
 #include "platform/dialogs.h"
 
+#include <utility>
+
 namespace velk {
 
 namespace {
 
 Answer WithoutAsking(Buttons buttons) {
   switch (buttons) {
-    case Buttons::Ok: return Answer::Ok;
-    case Buttons::YesNo: return Answer::No;
-    case Buttons::RetryCancel: break;
+    case Buttons::Ok:
+      return Answer::Ok;
+    case Buttons::YesNo:
+      return Answer::No;
+    case Buttons::RetryCancel:
+      break;
   }
   return Answer::Cancel;
 }
@@ -17,7 +22,7 @@ Answer WithoutAsking(Buttons buttons) {
 
 template <class Show>
 auto Dialogs::WithGateOpen(Show&& show) {
-  if (beforeBox) beforeBox();
+  if (const auto first = std::exchange(beforeBox, nullptr)) first();
   const GateState open(gate_, GateState::Open);
   return show();
 }

@@ -28,8 +28,8 @@ struct FileQuestion {
   std::string directory;  ///< where the dialog starts
 };
 
-/// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while it
-/// stands: the samples behind it go on. Tests script the answers (tests/support/scripted_dialogs.h).
+/// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while
+/// it stands: the samples behind it go on. Tests script the answers (tests/support/scripted_dialogs.h).
 class Dialogs {
  public:
   explicit Dialogs(Gate& gate) : gate_(gate) {}
@@ -46,12 +46,12 @@ class Dialogs {
   /// Runs a dialog of the program's own (frmFileExist, ...) under the same rules as the boxes above.
   void Modal(const std::function<void()>& show);
 
-  /// The box of a failed statement: `text` with Retry and Cancel. While a box of the same `procedure` stands, no second one
-  /// comes and the answer is Cancel. See procedure.h.
+  /// The box of a failed statement: `text` with Retry and Cancel. While a box of the same `procedure` stands, no second
+  /// one comes and the answer is Cancel. See procedure.h.
   Answer ProcedureError(const std::string& procedure, const MessageBox& box);
 
-  /// Runs ahead of every box while it is set: what must not wait for the operator. The running sample sets it, to get
-  /// its row to the log and to let later samples pass.
+  /// Runs once, ahead of the next box: what must not wait for the operator. The running sample sets it, to get its row
+  /// to the log and to let later samples pass.
   std::function<void()> beforeBox;
 
   /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.

@@ -16,8 +16,8 @@ void ScriptedDialogs::ExpectInput(const std::string& prompt, std::optional<std::
   foreseen_.push_back({Kind::Input, prompt, Answer::Ok, std::move(reply), {}});
 }
 
-void ScriptedDialogs::ExpectSaveFile(std::optional<std::string> path) {
-  foreseen_.push_back({Kind::File, "", Answer::Ok, std::move(path), {}});
+void ScriptedDialogs::ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_) {
+  foreseen_.push_back({Kind::File, "", Answer::Ok, std::move(path), std::move(while_)});
 }
 
 ScriptedDialogs::Foreseen ScriptedDialogs::Take(Kind kind, const std::string& text) {
@@ -47,7 +47,9 @@ std::optional<std::string> ScriptedDialogs::ShowInput(const std::string& prompt,
 
 std::optional<std::string> ScriptedDialogs::ShowSaveFile(const FileQuestion& question) {
   filesAsked.push_back(question);
-  return Take(Kind::File, question.title).reply;
+  const Foreseen next = Take(Kind::File, question.title);
+  if (next.while_) next.while_();
+  return next.reply;
 }
 
 }  // namespace velk::test

@@ -18,7 +18,7 @@ class ScriptedDialogs : public Dialogs {
   /// The next message box must hold `text` and gets this answer; `while_` runs while it stands.
   void Expect(const std::string& text, Answer answer, std::function<void()> while_ = {});
   void ExpectInput(const std::string& prompt, std::optional<std::string> reply);
-  void ExpectSaveFile(std::optional<std::string> path);
+  void ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_ = {});
 
   std::vector<MessageBox> shown;
   std::vector<FileQuestion> filesAsked;
