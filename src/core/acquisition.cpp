@@ -1,0 +1,242 @@
+#include "core/acquisition.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "instruments/protocols.h"
+#include "model/graph_map.h"
+#include "model/status.h"
+#include "platform/dates.h"
+#include "store/current_velk.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+/// Connect waits no longer than this for a unit's first line, however slow the sampling.
+constexpr std::int64_t kLongestCheckMs = 15'000;
+
+}  // namespace
+
+Acquisition::Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs,
+                         MainTimers& timers, Link& link, LogDatabase& log, Recorder& recorder, SampleRoad& road)
+    : session_(session),
+      platform_(platform),
+      view_(view),
+      graphs_(graphs),
+      timers_(timers),
+      link_(link),
+      log_(log),
+      recorder_(recorder),
+      road_(road) {
+}
+
+bool Acquisition::IsChecking() const {
+  return StatusIs(session_, MessageId::StatusCheckingHardware);
+}
+
+// --- Connect ---
+
+void Acquisition::mnuAcquireConnect_Click() {
+  const bool done =
+      RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) { Connect(run); });
+  if (!done) view_.SetHourglass(false);
+}
+
+void Acquisition::Connect(const Statements& run) {
+  view_.SetMenuEnabled("mnuAcquireStart", true);
+  view_.SetMenuEnabled("mnuAcquireStop", true);
+  if (!StatusIs(session_, MessageId::StatusReady)) {
+    platform_.dialogs.Message({session_.Translator.Translate(MessageId::UnableToAcquire) + session_.CurrentStatus,
+                               session_.Translator.Translate(MessageId::AcquireDataTitle), Buttons::Ok,
+                               BoxIcon::Exclamation});
+    return;
+  }
+  view_.SetHourglass(true);
+  CloseLink();
+  session_.CurrentFile.clear();
+  graphs_.UnloadAll();
+  session_.AcquisitionMode = true;
+  session_.StopRequested = false;
+  session_.GraphTimeStep = session_.SamplingRate;
+  road_.ForgetValues();
+  CopyParameters();
+  BuildGraphMap(session_, session_.TotalParameters);
+  run([&] { graphs_.CreateGraphWindows(); });
+  if (session_.NumberOfParameters > 0 && !CheckHardware()) return;
+  ShowReadyToAcquire();
+}
+
+void Acquisition::CloseLink() {
+  const Protocol* protocol = FindProtocol(session_.SerialData);
+  if (!protocol || !protocol->unit) return;
+  link_.CloseODataCom();
+  link_.ClosePlainPort();
+}
+
+void Acquisition::CopyParameters() {
+  session_.TotalParameters = static_cast<std::int16_t>(session_.NumberOfParameters + session_.NumberOfFormulae);
+  for (int i = 1; i <= session_.NumberOfParameters; ++i) session_.CurrentParameters[i] = session_.Parameters[i];
+  for (int i = 1; i <= session_.NumberOfFormulae; ++i)
+    session_.CurrentParameters[session_.NumberOfParameters + i] = session_.AdditionalParameters[i];
+}
+
+bool Acquisition::CheckHardware() {
+  const bool portWorks = link_.EnablePort();
+  ChangeCurrentStatus(session_, view_, MessageId::StatusCheckingHardware);
+  view_.SetHourglass(true);
+  view_.SetButtonVisible("Stop", true);
+  link_.ClosePlainPort();
+  link_.SetODataCom();
+  if (portWorks && link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
+    platform_.dialogs.Message({session_.Translator.Translate(MessageId::TimeOutCheckHardware),
+                               session_.Translator.Translate(MessageId::TimeOutTitle), Buttons::Ok, BoxIcon::Critical});
+  return !session_.StopRequested;
+}
+
+bool Acquisition::WaitForLine() {
+  const double told = session_.TheTimeOut * session_.SamplingRate * kSecondsPerDay * 1000;
+  const std::int64_t wait = static_cast<std::int64_t>(std::min(told, static_cast<double>(kLongestCheckMs)));
+  const std::int64_t start = platform_.clock.Ticks();
+  while (link_.LinesSeen() == 0) {
+    if (session_.StopRequested || platform_.clock.Ticks() - start >= wait) return false;
+    platform_.clock.WaitRound();
+  }
+  return true;
+}
+
+void Acquisition::ShowReadyToAcquire() {
+  recorder_.SwitchOff();
+  session_.SampleBusy = false;
+  session_.SampleSkips = 0;
+  timers_.Timer1->SetEnabled(false);
+  view_.SetMenuEnabled("mnuAcquireStart", true);
+  view_.SetMenuEnabled("mnuAcquireStop", true);
+  CaptionStartButton(MessageId::Start, image::PauseStopped);
+  view_.SetButtonVisible("Pause", true);
+  view_.SetButtonVisible("Stop", true);
+  ChangeCurrentStatus(session_, view_, MessageId::StatusReadyToAcquire);
+}
+
+// --- Start, Pause, Resume ---
+
+void Acquisition::mnuAcquireStart_Click() {
+  RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [&](const Statements& run) {
+    if (StatusIs(session_, MessageId::StatusAcquiringData))
+      Pause();
+    else if (StatusIs(session_, MessageId::StatusReadyToAcquire) ||
+             StatusIs(session_, MessageId::StatusAcquiringPaused))
+      Start(run);
+  });
+}
+
+void Acquisition::Start(const Statements& run) {
+  if (NeedsFile()) return;
+  if (StatusIs(session_, MessageId::StatusReadyToAcquire)) BeginJob(run);
+  Run(run);
+}
+
+bool Acquisition::NeedsFile() {
+  if (!session_.RecordToDB || !session_.CurrentFile.empty()) return false;
+  platform_.dialogs.Message({session_.Translator.Translate(MessageId::FileNameNotSupplied), {}});
+  recorder_.mnuFileRecord_Click();
+  return session_.CurrentFile.empty();
+}
+
+void Acquisition::BeginJob(const Statements& run) {
+  session_.StartTime = CutToMinute(platform_.clock.Now());
+  if (session_.RecordToDB) run([&] { recorder_.Connect(); });
+  run([&] { WriteCurrentVelk(session_, platform_); });
+  SetStartTimes();
+  WriteTimeAxes();
+  session_.AcquireStarted = true;
+}
+
+void Acquisition::SetStartTimes() {
+  session_.GraphTimeStep = session_.SamplingRate;
+  session_.LastPlotTime = session_.GraphEndTime = session_.GraphPageTime = session_.LastPageTime = session_.StartTime;
+}
+
+void Acquisition::WriteTimeAxes() {
+  const double blockEnd = session_.GraphPageTime + session_.SamplingRate * session_.pixelslength;
+  for (int k = 1; k <= session_.GraphCount; ++k)
+    if (GraphWindow* window = session_.GraphForms[session_.GraphList[k]])
+      window->WriteDate(session_.GraphPageTime, blockEnd);
+}
+
+void Acquisition::Run(const Statements& run) {
+  if (session_.RecordToDB) run([&] { recorder_.Open(); });
+  CaptionStartButton(MessageId::Pause, image::PauseRunning);
+  ChangeCurrentStatus(session_, view_, MessageId::StatusAcquiringData);
+  session_.FormattedLineLength = 0;
+  session_.SampleBusy = false;
+  session_.SampleSkips = 0;
+  timers_.Timer1->SetEnabled(!session_.UseODataCom);  // lines of the line driver bring their own samples
+  session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
+  ReleaseGraphToolbars();
+  view_.SetButtonVisible("RecordToDB", true);
+  view_.SetButtonEnabled("RecordToDB", true);
+  view_.Repaint();
+}
+
+void Acquisition::Pause() {
+  CaptionStartButton(MessageId::Resume, image::PauseStopped);
+  ChangeCurrentStatus(session_, view_, MessageId::StatusAcquiringPaused);
+  session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
+  timers_.Timer1->SetEnabled(false);
+  ReleaseGraphToolbars();
+}
+
+void Acquisition::CaptionStartButton(MessageId caption, int image) {
+  const std::string text = session_.Translator.Translate(caption);
+  view_.SetButtonImage("Pause", image);
+  view_.SetButtonToolTip("Pause", text);
+  view_.SetMenuCaption("mnuAcquireStart", text);
+}
+
+void Acquisition::ReleaseGraphToolbars() {
+  for (int k = 1; k <= session_.GraphCount; ++k)
+    if (GraphWindow* window = session_.GraphForms[session_.GraphList[k]]) window->EnableToolbar();
+}
+
+// --- Stop ---
+
+void Acquisition::mnuAcquireStop_Click() {
+  RunProcedure({platform_.dialogs, "mnuAcquireStop_Click"}, [&](const Statements& run) {
+    session_.AcquireStarted = false;
+    run([&] { link_.ClosePlainPort(); });
+    timers_.Timer1->SetEnabled(false);
+    for (const char* button : {"Pause", "Stop", "RecordToDB"}) view_.SetButtonVisible(button, false);
+    session_.RecordToDB = false;
+    view_.SetButtonImage("RecordToDB", image::RecordOff);
+    session_.StopRequested = true;
+    // A sample that is under way still holds the log: it closes it when it leaves.
+    if (!road_.IsRunning()) recorder_.Finish();
+    CaptionStartButton(MessageId::Start, image::PauseStopped);
+    ChangeCurrentStatus(session_, view_, MessageId::StatusReady);
+    graphs_.UnloadAll();
+  });
+}
+
+// --- The recording button ---
+
+void Acquisition::RecordToDB_Click() {
+  RunProcedure({platform_.dialogs, "Toolbar1_ButtonClick"}, [&](const Statements& run) {
+    if (session_.RecordToDB) return recorder_.SwitchOff();
+    const bool running = StatusIs(session_, MessageId::StatusAcquiringData);
+    if (!running && !StatusIs(session_, MessageId::StatusAcquiringPaused)) return;
+    if (running) Pause();
+    try {
+      recorder_.ChooseAndBegin(run);
+      if (session_.RecordToDB) run([&] { WriteCurrentVelk(session_, platform_); });
+    } catch (const LeaveProcedure&) {
+      // Without a log the job goes on as it was before the button was pressed.
+    }
+    for (GraphWindow* window : session_.GraphForms)
+      if (window) window->RefreshForm();
+    if (running && StatusIs(session_, MessageId::StatusAcquiringPaused)) Run(run);
+  });
+}
+
+}  // namespace velk

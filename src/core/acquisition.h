@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/recorder.h"
+#include "core/sample_road.h"
+#include "instruments/link.h"
+#include "model/main_timers.h"
+
+namespace velk {
+
+/// Owns the status machine of acquisition: Connect, Start, Pause, Resume, Stop and the recording button.
+class Acquisition {
+ public:
+  Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, MainTimers& timers,
+              Link& link, LogDatabase& log, Recorder& recorder, SampleRoad& road);
+
+  void mnuAcquireConnect_Click();
+  /// Start, Pause or Resume, by the status at entry.
+  void mnuAcquireStart_Click();
+  void mnuAcquireStop_Click();
+  /// The toolbar's recording button.
+  void RecordToDB_Click();
+
+  /// Connect is waiting for the unit.
+  bool IsChecking() const;
+
+ private:
+  void Connect(const Statements& run);
+  void CloseLink();
+  void CopyParameters();
+  /// False when Stop ended it.
+  bool CheckHardware();
+  bool WaitForLine();
+  void ShowReadyToAcquire();
+
+  void Start(const Statements& run);
+  bool NeedsFile();
+  void BeginJob(const Statements& run);
+  void SetStartTimes();
+  void WriteTimeAxes();
+  void Run(const Statements& run);
+  void Pause();
+  void CaptionStartButton(MessageId caption, int image);
+  void ReleaseGraphToolbars();
+
+  Session& session_;
+  Platform platform_;
+  MainView& view_;
+  GraphWindows& graphs_;
+  MainTimers& timers_;
+  Link& link_;
+  LogDatabase& log_;
+  Recorder& recorder_;
+  SampleRoad& road_;
+};
+
+}  // namespace velk

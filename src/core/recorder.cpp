@@ -1,0 +1,131 @@
+#include "core/recorder.h"
+
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "store/begin_recording.h"
+#include "store/record_file.h"
+
+namespace velk {
+
+namespace {
+
+/// Names up to this length are no file: the operator has cancelled.
+constexpr std::size_t kShortestName = 3;
+
+}  // namespace
+
+Recorder::Recorder(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
+                   JobQuestions& questions)
+    : session_(session), platform_(platform), view_(view), log_(log), questions_(questions) {
+}
+
+void Recorder::mnuFileRecord_Click() {
+  velk::mnuFileRecord_Click(session_, platform_, view_, log_, questions_);
+}
+
+void Recorder::Connect() {
+  BeginRecording(session_, log_, session_.CurrentFile);
+  failing_ = false;
+  rows_ = missingRows_ = 0;
+  ShowMissingRows();
+}
+
+void Recorder::Open() {
+  log_.OpenLogRecordset();
+}
+
+void Recorder::ChooseAndBegin(const Statements& run) {
+  session_.CurrentFile.clear();
+  mnuFileRecord_Click();
+  if (session_.CurrentFile.size() <= kShortestName) return SwitchOff();
+  try {
+    run([&] {
+      Connect();
+      log_.ReadSummaryInclusion();
+      Open();
+    });
+  } catch (const LeaveProcedure&) {
+    session_.CurrentFile.clear();
+    SwitchOff();
+    throw;
+  }
+  session_.RecordToDB = true;
+  view_.SetButtonImage("RecordToDB", image::RecordOn);
+  view_.SetMenuEnabled("mnuViewSummaryReport", true);
+}
+
+void Recorder::SwitchOff() {
+  session_.RecordToDB = false;
+  view_.SetButtonImage("RecordToDB", image::RecordOff);
+  log_.CloseLogRecordset();
+}
+
+void Recorder::AppendRow(bool firstTry) {
+  if (!session_.RecordToDB) return;
+  try {
+    log_.AppendLogRow();
+  } catch (const RuntimeError&) {
+    if (firstTry) ++missingRows_;
+    ShowMissingRows();
+    if (firstTry && failing_) return;
+    failing_ = true;
+    throw;
+  }
+  failing_ = false;
+  ++rows_;
+  if (!firstTry) --missingRows_;
+  if (!firstTry) ShowMissingRows();
+}
+
+void Recorder::AppendRowQuietly() {
+  try {
+    AppendRow(true);
+  } catch (const RuntimeError&) {
+    // Counted already; the box that is about to come tells of the earlier failure.
+  }
+}
+
+void Recorder::FollowPage(const Statements& run) {
+  if (session_.GraphPageTime == session_.LastPageTime) return;
+  ++session_.PageCount;
+  session_.LastPageTime = session_.GraphPageTime;
+  if (session_.CurrentFile.empty()) AskForFile(run);
+  if (session_.CurrentFile.empty()) return;
+  // Only the name changes, the open log stays the same: the suffix tells the operator how many pages it holds.
+  const std::size_t length = CharacterCount(session_.CurrentFile);
+  session_.CurrentFile =
+      Left(session_.CurrentFile, length - kShortestName) + Format(static_cast<double>(session_.PageCount), "000");
+  ShowFile();
+}
+
+void Recorder::AskForFile(const Statements& run) {
+  const auto& translator = session_.Translator;
+  const Answer answer =
+      platform_.dialogs.Message({translator.Translate(MessageId::SaveDataNow), "", Buttons::YesNo, BoxIcon::Question});
+  if (answer != Answer::Yes) return;
+  if (view_.ButtonImage("RecordToDB") == image::RecordOff)
+    ChooseAndBegin(run);
+  else
+    SwitchOff();
+}
+
+void Recorder::Finish() {
+  RunProcedure({platform_.dialogs, "CloseLogRecordset"}, [&](const Statements& run) {
+    run([&] {
+      log_.CloseLogRecordset();
+      log_.Finalise();
+    });
+  });
+}
+
+void Recorder::ShowFile() {
+  view_.SetPanel(2, session_.Translator.Translate(MessageId::CurrentFile) + session_.CurrentFile);
+}
+
+void Recorder::ShowMissingRows() {
+  view_.SetPanel(5, missingRows_ == 0 ? std::string()
+                                      : session_.Translator.Translate(MessageId::RowsMissing) +
+                                            NumberText(static_cast<double>(missingRows_)));
+}
+
+}  // namespace velk

@@ -1,0 +1,171 @@
+#include "core/sample_road.h"
+
+#include <utility>
+
+#include "instruments/protocols.h"
+#include "platform/clock.h"
+#include "platform/dates.h"
+
+namespace velk {
+
+namespace {
+
+/// Lines that the guard swallows before one overruns a sample that does not come back.
+constexpr int kSwallowed = 28;
+
+}  // namespace
+
+/// Counts the samples that are under way, one on top of the other. The last one to leave ends the recording if Stop was
+/// pressed meanwhile.
+class SampleRoad::Running {
+ public:
+  explicit Running(SampleRoad& road) : road_(road) { ++road_.depth_; }
+  ~Running() {
+    road_.session_.SampleBusy = false;
+    if (--road_.depth_ == 0 && road_.session_.StopRequested) road_.recorder_.Finish();
+  }
+
+ private:
+  SampleRoad& road_;
+};
+
+/// While a sample is drawn and logged, a box costs no row: the row goes to the log ahead of the box, and the guard lets
+/// later samples pass while the box stands.
+class SampleRoad::RowAheadOfBoxes {
+ public:
+  explicit RowAheadOfBoxes(SampleRoad& road) : road_(road) {
+    road_.platform_.dialogs.beforeBox = [this] {
+      AppendRowQuietly();
+      road_.session_.SampleBusy = false;
+    };
+  }
+  ~RowAheadOfBoxes() { road_.platform_.dialogs.beforeBox = nullptr; }
+
+  void AppendRow(const Statements& run) {
+    if (std::exchange(rowIsDone_, true)) return;
+    bool firstTry = true;
+    run([&] { road_.recorder_.AppendRow(std::exchange(firstTry, false)); });
+  }
+  void AppendRowQuietly() {
+    if (!std::exchange(rowIsDone_, true)) road_.recorder_.AppendRowQuietly();
+  }
+
+ private:
+  SampleRoad& road_;
+  bool rowIsDone_ = false;
+};
+
+SampleRoad::SampleRoad(Session& session, const Platform& platform, MainView& view, Recorder& recorder)
+    : session_(session),
+      platform_(platform),
+      view_(view),
+      recorder_(recorder),
+      report_{platform.dialogs, "ProcessLine", session.Translator.Translate(MessageId::AcquiringDataError)} {
+}
+
+void SampleRoad::ProcessLine(const std::string& line) {
+  platform_.clock.Yield();
+  if (session_.StopRequested) {
+    if (depth_ == 0) recorder_.Finish();
+    return;
+  }
+  if (!PassesGuard()) return;
+  const Running running(*this);
+  RunProcedure(report_, [&](const Statements& run) { RunSample(run, line); });
+}
+
+bool SampleRoad::PassesGuard() {
+  if (session_.SampleBusy && ++session_.SampleSkips <= kSwallowed) return false;
+  session_.SampleSkips = 0;
+  session_.SampleBusy = true;
+  return true;
+}
+
+void SampleRoad::RunSample(const Statements& run, const std::string& line) {
+  session_.SampleTime = platform_.clock.Now();
+  TakeLine(run, line);
+  if (hasValues_ && DrawAndLog(run)) {
+    recorder_.FollowPage(run);
+    MovePlotTime();
+  }
+  view_.SetPanel(4, FormatDate(session_.SampleTime, "hh:mm:ss"));
+  platform_.clock.Yield();
+}
+
+bool SampleRoad::DrawAndLog(const Statements& run) {
+  RowAheadOfBoxes row(*this);
+  try {
+    if (!IsSignificant(run)) return false;
+    Draw();
+    ReadPageStart();
+    row.AppendRow(run);
+    return true;
+  } catch (const LeaveProcedure&) {
+    row.AppendRowQuietly();  // where no box came, because one of an earlier sample stands already
+    throw;
+  }
+}
+
+void SampleRoad::TakeLine(const Statements& run, const std::string& line) {
+  std::string decoded = line;
+  Decode(decoded);
+  if (!IsAccepted(session_, decoded)) return;
+  if (run([&] { return values_.Take(session_, decoded); })) hasValues_ = true;
+}
+
+void SampleRoad::Decode(std::string& line) {
+  const Protocol* protocol = FindProtocol(session_.SerialData);
+  if (protocol && protocol->unit) ownUnit_.Orben_ver_3(line, session_);
+}
+
+bool SampleRoad::IsSignificant(const Statements& run) {
+  bool moved = false;
+  for (int i = 1; i <= session_.NumberOfParameters; ++i)
+    if (session_.CurrentParameters[i].GraphVisible)
+      if (run([&] { return HasMoved(session_, i); })) moved = true;
+  return moved || IsDue(session_);
+}
+
+void SampleRoad::Draw() {
+  for (int i = 1; i <= session_.TotalParameters; ++i)
+    if (session_.CurrentParameters[i].GraphVisible) DrawParameter(i);
+  session_.FirstPoint = false;
+}
+
+void SampleRoad::DrawParameter(int parameter) {
+  const Parameter& curve = session_.CurrentParameters[parameter];
+  const int graph = curve.FormIndex;
+  GraphWindow* window = graph >= 1 && graph <= kMaxParameters ? session_.GraphForms[graph] : nullptr;
+
+  if (window && session_.GraphSlots[1][graph] == parameter && session_.SampleTime >= session_.GraphEndTime) {
+    const double blockEnd = session_.GraphEndTime + session_.SamplingRate * session_.pixelslength;
+    window->Picture2_Update(session_.GraphEndTime, blockEnd);
+    if (session_.RecordToDB) window->UpdateScroll(blockEnd);
+  }
+  if (window) window->WriteValuesToLabels(parameter, session_.CurrentValue[parameter]);
+  if (session_.FirstPoint) {
+    session_.LastPlotTime = session_.SampleTime;
+    session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
+  }
+  if (window)
+    window->PlotValue(session_.LastPlotTime, session_.SampleTime, session_.PreviousValue[parameter],
+                      session_.CurrentValue[parameter], curve.min, curve.max, curve.color, curve.Wrapping);
+  session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
+}
+
+void SampleRoad::ReadPageStart() {
+  for (int k = 1; k <= session_.GraphCount; ++k) {
+    const GraphWindow* window = session_.GraphForms[session_.GraphList[k]];
+    if (!window) continue;
+    if (window->TimeOrigin() != 0) session_.GraphPageTime = window->TimeOrigin();
+    return;
+  }
+}
+
+void SampleRoad::MovePlotTime() {
+  if (session_.SampleTime >= session_.GraphEndTime)
+    session_.GraphEndTime += session_.SamplingRate * session_.pixelslength;
+  session_.LastPlotTime = session_.SampleTime;
+}
+
+}  // namespace velk

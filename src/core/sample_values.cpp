@@ -1,0 +1,78 @@
+#include "core/sample_values.h"
+
+#include <cmath>
+#include <limits>
+
+#include "instruments/get_field.h"
+#include "platform/errors.h"
+#include "platform/numbers.h"
+
+namespace velk {
+
+namespace {
+
+/// Characters that an accepted line has at least in front of its terminator: "hh:mm:ss" and a delimiter.
+constexpr std::size_t kTimeCharacters = 9;
+
+float ThroughText(double value) {
+  return ToSingle(Val(NumberText(value)));
+}
+
+bool FitsSingle(double value) {
+  return std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
+}
+
+}  // namespace
+
+bool IsAccepted(const Session& session, std::string_view line) {
+  const std::size_t place = line.find(session.Terminator);
+  return place != std::string_view::npos && place + 1 > kTimeCharacters;
+}
+
+const SampleValues::Scale& SampleValues::ScaleOf(const Session& session, int parameter) {
+  const Parameter& configured = session.Parameters[parameter];
+  Scale& scale = scales_[parameter];
+  if (scale.gain != configured.Gain || scale.offset != configured.Offset)
+    scale = {configured.Gain, configured.Offset, ThroughText(configured.Gain), ThroughText(configured.Offset)};
+  return scale;
+}
+
+bool SampleValues::Take(Session& session, std::string_view line) {
+  std::size_t position = 0;
+  GetField(line, session.Delimiter, position);  // the time
+  for (int i = 1; i <= session.NumberOfParameters; ++i) {
+    const double field = Val(GetField(line, session.Delimiter, position));
+    const Scale& scale = ScaleOf(session, i);
+    const double value = field * static_cast<double>(scale.gain32) + static_cast<double>(scale.offset32);
+    if (!FitsSingle(field) || !FitsSingle(value)) return false;
+    scaled_[i] = static_cast<float>(value);
+  }
+  for (int i = 1; i <= session.NumberOfParameters; ++i) session.CurrentValue[i] = Smooth(session, i, scaled_[i]);
+  return true;
+}
+
+float Smooth(Session& session, int parameter, float value) {
+  const int length = session.SmoothValue[parameter];
+  double sum = 0;
+  for (int j = 2; j <= length; ++j) {
+    const double past = session.SmoothHistory[j][parameter];
+    sum += past;
+    session.SmoothHistory[j - 1][parameter] = past;
+  }
+  sum += static_cast<double>(value);
+  session.SmoothHistory[length][parameter] = static_cast<double>(value);
+  return static_cast<float>(sum / length);
+}
+
+bool HasMoved(const Session& session, int parameter) {
+  const Parameter& configured = session.Parameters[parameter];
+  const float change = std::abs(session.CurrentValue[parameter] - session.PreviousValue[parameter]);
+  if (std::isinf(change)) return true;  // from one end of the 32-bit range to the other
+  return Divide(static_cast<double>(change), configured.max - configured.min) >= session.SensitivityCriterion * 0.01;
+}
+
+bool IsDue(const Session& session) {
+  return session.SampleTime - session.LastPlotTime >= session.SamplingRate / 2;
+}
+
+}  // namespace velk
