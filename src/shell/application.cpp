@@ -1,0 +1,201 @@
+#include "shell/application.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include "instruments/protocols.h"
+#include "model/status.h"
+#include "platform/text_qt.h"
+#include "store/settings_io.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kCloseAgainMs = 20;
+
+}  // namespace
+
+Application::Application(const Services& services)
+    : platform_(services.platform),
+      timers_(platform_.clock),
+      form_(session_),
+      link_(session_, platform_, form_, timers_, services.makePort),
+      graphs_(session_, platform_, form_.GraphArea()),
+      log_(session_, platform_, services.questions, graphs_),
+      recorder_(session_, platform_, form_, log_, services.questions),
+      road_(session_, platform_, form_, recorder_),
+      acquisition_(session_, platform_, form_, graphs_, timers_, link_, log_, recorder_, road_),
+      closeAgain_(platform_.clock.MakeTimer()) {
+  link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
+  form_.onQueryUnload = [this] { return MDIForm_QueryUnload(); };
+  closeAgain_->SetInterval(kCloseAgainMs);
+  closeAgain_->SetHandler([this] {
+    closeAgain_->SetEnabled(false);
+    form_.close();
+  });
+  BindMenus();
+  BindToolbar();
+}
+
+Application::~Application() {
+  form_.onQueryUnload = nullptr;
+  graphs_.UnloadAll();
+}
+
+// --- Menus and toolbar ---
+
+void Application::UnlessChecking(const std::function<void()>& procedure) {
+  if (!acquisition_.IsChecking()) procedure();
+}
+
+void Application::BindMenus() {
+  const auto bind = [this](const char* item, std::function<void()> procedure) {
+    QObject::connect(form_.MenuItem(item), &QAction::triggered, &form_,
+                     [this, procedure] { UnlessChecking(procedure); });
+  };
+  bind("mnuFileRecord", [this] { recorder_.mnuFileRecord_Click(); });
+  bind("mnuFileExit", [this] { mnuFileExit_Click(); });
+  bind("mnuAcquireStart", [this] { acquisition_.mnuAcquireStart_Click(); });
+  QObject::connect(form_.MenuItem("mnuAcquireConnect"), &QAction::triggered, &form_,
+                   [this] { acquisition_.mnuAcquireConnect_Click(); });
+  QObject::connect(form_.MenuItem("mnuAcquireStop"), &QAction::triggered, &form_,
+                   [this] { acquisition_.mnuAcquireStop_Click(); });
+}
+
+void Application::BindToolbar() {
+  const auto press = [this](const char* key, const char* menuItem) {
+    QObject::connect(form_.Button(key), &QAction::triggered, form_.MenuItem(menuItem), &QAction::trigger);
+  };
+  press("Record", "mnuFileRecord");
+  press("Exit", "mnuFileExit");
+  const auto bind = [this](const char* key, std::function<void()> procedure) {
+    QObject::connect(form_.Button(key), &QAction::triggered, &form_, procedure);
+  };
+  // Not through the menu items: those may be disabled where the button tells why it can't be.
+  bind("Acquire", [this] { acquisition_.mnuAcquireConnect_Click(); });
+  bind("Pause", [this] { UnlessChecking([this] { acquisition_.mnuAcquireStart_Click(); }); });
+  bind("Stop", [this] { acquisition_.mnuAcquireStop_Click(); });
+  bind("RecordToDB", [this] { UnlessChecking([this] { acquisition_.RecordToDB_Click(); }); });
+}
+
+// --- Start-up ---
+
+void Application::MDIForm_Load() {
+  // The numbers are those that the start-up box shows: who phones in reads them out.
+  StartUpStep(1, [this] {
+    session_.Current_language = platform_.settings.Get("VELK2", "General", "Current_language", "English");
+  });
+  StartUpStep(2, [this] {
+    directoryAtStart_ = FromQt(QDir::currentPath());
+    if (QDir::currentPath() != QCoreApplication::applicationDirPath())
+      QDir::setCurrent(QCoreApplication::applicationDirPath());
+  });
+  StartUpStep(4, [this] { form_.ResetCaption(); });
+  ReadSettings();
+  StartUpStep(7, [this] { SetProtocolConstants(session_); });
+  ResetFlags();
+  StartUpStep(10, [this] { ChangeCurrentStatus(session_, form_, MessageId::StatusReady); });
+  StartUpStep(11, [this] {
+    HideAcquireTimeButtons();
+    form_.ResetCaption();
+  });
+  form_.show();
+  StartUpStep(12, [this] { OpenLink(); });
+}
+
+void Application::StartUpStep(int number, const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    ShowStartUpError(error.what(), number);
+  }
+}
+
+void Application::ShowStartUpError(const std::string& text, int step) {
+  const auto& translator = session_.Translator;
+  platform_.dialogs.Message({text + "\n\n" + translator.Translate(MessageId::StartUpErrorLine) + std::to_string(step),
+                             translator.Translate(MessageId::StartUpErrorTitle), Buttons::Ok, BoxIcon::Exclamation});
+}
+
+void Application::ReadSettings() {
+  constexpr int kStep = 5;
+  StartUpStep(kStep, [this] {
+    session_.DefaultDirectory = directoryAtStart_;
+    std::string told;
+    for (const std::string& problem : LoadSettings(session_, platform_.settings)) told += problem + "\n";
+    if (!told.empty()) ShowStartUpError(told, kStep);
+  });
+}
+
+void Application::ResetFlags() {
+  session_.RecordToDB = false;
+  session_.SampleBusy = false;
+  session_.SampleSkips = 0;
+  session_.FirstPoint = true;
+  session_.AskOnExit = true;
+}
+
+void Application::HideAcquireTimeButtons() {
+  for (const char* button : {"Pause", "Stop", "RecordToDB", "Alarms", "ScrollBar"})
+    form_.SetButtonVisible(button, false);
+}
+
+void Application::OpenLink() {
+  const std::string& protocol = session_.SerialData;
+  const bool asks = protocol == protocol::Formatted || protocol == protocol::NationalOilWellPlc ||
+                    protocol == protocol::AnySerialData;
+  if (asks && platform_.dialogs.Message({session_.Translator.Translate(MessageId::ContinueWithPort), "", Buttons::YesNo,
+                                         BoxIcon::Question}) != Answer::Yes)
+    return;
+  link_.SetODataCom();
+}
+
+// --- Shut-down ---
+
+bool Application::IsSureToExit() {
+  const auto& translator = session_.Translator;
+  return platform_.dialogs.Message({translator.Translate(MessageId::SureToExit),
+                                    translator.Translate(MessageId::ProgramName), Buttons::YesNo, BoxIcon::Question}) ==
+         Answer::Yes;
+}
+
+void Application::mnuFileExit_Click() {
+  RunProcedure({platform_.dialogs, "mnuFileExit_Click"}, [&](const Statements&) {
+    if (!IsSureToExit()) return;
+    session_.AskOnExit = false;
+    form_.close();
+  });
+}
+
+bool Application::MDIForm_QueryUnload() {
+  if (session_.AskOnExit && !IsSureToExit()) return false;
+  session_.AskOnExit = false;
+  if (road_.IsRunning() || acquisition_.IsChecking()) {
+    // What runs is on the stack below this close: it has to leave first.
+    session_.StopRequested = true;
+    platform_.dialogs.SetEnding();
+    closeAgain_->SetEnabled(true);
+    return false;
+  }
+  EndJob();
+  session_.ProgramEnding = true;
+  graphs_.UnloadAll();
+  MDIForm_Unload();
+  return true;
+}
+
+void Application::EndJob() {
+  if (std::exchange(jobEnded_, true)) return;
+  if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
+  link_.CloseODataCom();
+  RunProcedure({platform_.dialogs, "SaveSettings"},
+               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+}
+
+void Application::MDIForm_Unload() {
+  link_.Board.CloseComPort();
+  QDir::setCurrent(ToQt(directoryAtStart_));
+}
+
+}  // namespace velk

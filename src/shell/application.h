@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/acquisition.h"
+#include "graphs/windows/graph_windows_mdi.h"
+#include "instruments/link.h"
+#include "model/main_timers.h"
+#include "platform/serial.h"
+#include "shell/main_form.h"
+#include "store/job_questions.h"
+#include "store/log_database.h"
+
+namespace velk {
+
+/// What the program is handed by main(), by the demo or by a test.
+struct Services {
+  Platform platform;
+  JobQuestions& questions;
+  SerialPortFactory makePort;
+};
+
+/// The composition root: builds everything in order, binds menus, buttons and timers to their event procedures, and
+/// takes it down in reverse.
+class Application {
+ public:
+  explicit Application(const Services& services);
+  ~Application();
+
+  /// Start-up in its order; shows the window. `askAboutPort` is where the operator may be asked about the port
+  /// settings.
+  void MDIForm_Load();
+
+  MainForm& Window() { return form_; }
+  Session& State() { return session_; }
+  long long RowsRecorded() const { return recorder_.RowsRecorded(); }
+
+ private:
+  void BindMenus();
+  void BindToolbar();
+  void Bind(QAction* action, void (Application::*procedure)());
+  /// Nothing but Stop works while Connect is checking the hardware.
+  void UnlessChecking(const std::function<void()>& procedure);
+
+  void StartUpStep(int number, const std::function<void()>& work);
+  void ReadSettings();
+  void ResetFlags();
+  void HideAcquireTimeButtons();
+  void OpenLink();
+
+  void mnuFileRecord_Click();
+  void mnuFileExit_Click();
+  bool MDIForm_QueryUnload();
+  void MDIForm_Unload();
+  bool IsSureToExit();
+  /// Stop's work for a job that still runs, then the link and the settings.
+  void EndJob();
+  void ShowStartUpError(const std::string& text, int step);
+
+  Session session_;
+  Platform platform_;
+  MainTimers timers_;
+  MainForm form_;
+  Link link_;
+  GraphWindowsMdi graphs_;
+  LogDatabase log_;
+  Recorder recorder_;
+  SampleRoad road_;
+  Acquisition acquisition_;
+  std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
+  std::string directoryAtStart_;
+  bool jobEnded_ = false;
+};
+
+}  // namespace velk

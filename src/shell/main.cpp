@@ -1,0 +1,25 @@
+#include <QApplication>
+
+#include "platform/gate.h"
+#include "platform/settings.h"
+#include "platform/system_clock.h"
+#include "platform/windows/qt_dialogs.h"
+#include "shell/application.h"
+#include "store/windows/job_questions_qt.h"
+
+int main(int argc, char** argv) {
+  QApplication qt(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("VELK"));
+  QApplication::setApplicationVersion(QStringLiteral(VELK_VERSION));
+
+  velk::Gate gate;
+  velk::SystemClock clock(gate);
+  velk::QtDialogs dialogs(gate);
+  velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
+  velk::JobQuestionsQt questions(dialogs);
+
+  velk::Application application({{clock, gate, dialogs, settings}, questions, velk::MakeSerialPort});
+  dialogs.SetParent(&application.Window());
+  application.MDIForm_Load();
+  return QApplication::exec();
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "model/main_view.h"
+#include "model/session.h"
+
+class QMdiArea;
+
+namespace Ui {
+class MainForm;
+}
+
+namespace velk {
+
+/// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told and reports
+/// what was chosen; what follows from a choice stands in Application.
+class MainForm : public QMainWindow, public MainView {
+  Q_OBJECT
+
+ public:
+  explicit MainForm(const Session& session);
+  ~MainForm() override;
+
+  QMdiArea& GraphArea();
+  /// A menu item by its name; null where there is none.
+  QAction* MenuItem(std::string_view item) const;
+  /// A toolbar button by its key; null where there is none.
+  QAction* Button(std::string_view key) const;
+  /// What the status allows, whether or not the work behind the item is built.
+  bool RuleAllows(std::string_view item) const;
+  QString Panel(int panel) const;
+
+  /// Asked when the frame is about to close; false keeps it.
+  std::function<bool()> onQueryUnload;
+
+  void SetPanel(int panel, std::string_view text) override;
+  void SetMenuEnabled(std::string_view item, bool enabled) override;
+  void SetMenuVisible(std::string_view item, bool visible) override;
+  void SetMenuCaption(std::string_view item, std::string_view caption) override;
+  void SetButtonImage(std::string_view key, int image) override;
+  int ButtonImage(std::string_view key) const override;
+  void SetButtonVisible(std::string_view key, bool visible) override;
+  void SetButtonEnabled(std::string_view key, bool enabled) override;
+  void SetButtonToolTip(std::string_view key, std::string_view text) override;
+  void PressButton(std::string_view key) override;
+  void ResetCaption() override;
+  void SetHourglass(bool on) override;
+  void Repaint() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void BuildToolbar();
+  void BuildStatusBar();
+  void DisableWhatIsNotBuilt();
+  void ShowPendingTime();
+
+  const Session& session_;
+  std::unique_ptr<Ui::MainForm> ui_;
+  std::map<std::string, QAction*, std::less<>> menuItems_;
+  std::map<std::string, QAction*, std::less<>> buttons_;
+  std::map<std::string, bool, std::less<>> ruleAllows_;
+  std::map<std::string, int, std::less<>> images_;
+  QLabel* panels_[6] = {};
+  std::string pendingTime_;  ///< panel 4 changes with every sample and is shown at most 30 times a second
+  QTimer timeRefresh_;
+  bool hourglass_ = false;
+};
+
+}  // namespace velk
