@@ -1,0 +1,149 @@
+// Starts a simulated unit and the real main window, connects, records, and draws live. With --seconds it stops by
+// itself and prints where the log and the picture are; --record-only LOG records without an end, for scripts/kill_test.
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+#include <memory>
+
+#include "demo/demo_job.h"
+#include "demo/simulator.h"
+#include "demo/unattended.h"
+#include "model/status.h"
+#include "platform/command.h"
+#include "platform/connection.h"
+#include "platform/system_clock.h"
+#include "platform/text_qt.h"
+#include "platform/windows/qt_dialogs.h"
+#include "shell/application.h"
+
+namespace velk::demo {
+
+namespace {
+
+struct Options {
+  int seconds = 0;  ///< 0: until the window is closed
+  QString log;
+  QString picture;
+  bool recordOnly = false;
+};
+
+Options ReadOptions(const QApplication& qt) {
+  QCommandLineParser parser;
+  parser.addHelpOption();
+  parser.addOptions({{"seconds", "Stops after so many seconds.", "N"},
+                     {"record-only", "Records every line of a flood to this log, printing each row.", "log"}});
+  parser.process(qt);
+  Options options;
+  options.seconds = parser.value("seconds").toInt();
+  options.recordOnly = parser.isSet("record-only");
+  const QDir folder(QDir::tempPath() + QStringLiteral("/velk-demo-%1").arg(QCoreApplication::applicationPid()));
+  if (!options.recordOnly) folder.mkpath(".");
+  options.log = options.recordOnly ? parser.value("record-only") : folder.filePath("demo.mdb");
+  options.picture = folder.filePath("velk.png");
+  return options;
+}
+
+long long RowsOf(const std::string& log) {
+  const auto connection = Connection::Open(log, OpenMode::ReadOnly);
+  Command count(*connection, "SELECT COUNT(*) FROM logData");
+  return count.Next() ? count.Integer(0) : 0;
+}
+
+/// The job from Connect to Stop, as the operator's clicks would run it.
+class DemoJob {
+ public:
+  DemoJob(Application& application, const Options& options) : application_(application), options_(options) {}
+
+  void Begin() {
+    Session& session = application_.State();
+    application_.Window().Button("Acquire")->trigger();
+    if (!StatusIs(session, MessageId::StatusReadyToAcquire)) return;
+    session.CurrentFile = FromQt(options_.log);
+    session.RecordToDB = true;
+    application_.Window().SetButtonImage("RecordToDB", image::RecordOn);
+    application_.Window().Button("Pause")->trigger();
+    if (options_.recordOnly) PrintRows();
+  }
+
+  int End() {
+    application_.Window().grab().save(options_.picture);
+    application_.Window().Button("Stop")->trigger();
+    const long long rows = RowsOf(FromQt(options_.log));
+    std::printf("log:     %s\nrows:    %lld\npicture: %s\n", qPrintable(options_.log), rows,
+                qPrintable(options_.picture));
+    return rows > 0 ? 0 : 1;
+  }
+
+ private:
+  void PrintRows() {
+    QObject::connect(&rowTimer_, &QTimer::timeout, [this] {
+      const long long rows = application_.RowsRecorded();
+      if (rows == printed_) return;
+      printed_ = rows;
+      std::printf("row %lld\n", rows);
+      std::fflush(stdout);
+    });
+    rowTimer_.start(1);
+  }
+
+  Application& application_;
+  Options options_;
+  QTimer rowTimer_;
+  long long printed_ = 0;
+};
+
+QStringList SimulatorOptions(const Options& options) {
+  QStringList list{"--unit", "kesta5"};
+  if (options.recordOnly)
+    list << "--flood"
+         << "--baud"
+         << "0";
+  return list;
+}
+
+int Run(const QApplication& qt) {
+  const Options options = ReadOptions(qt);
+  const QTemporaryDir configuration;
+  Simulator simulator;
+  const std::string device = simulator.Start(SimulatorOptions(options));
+
+  Gate gate;
+  SystemClock clock(gate);
+  std::unique_ptr<Dialogs> dialogs;
+  QtDialogs* boxes = nullptr;
+  if (options.seconds > 0 || options.recordOnly) {
+    dialogs = std::make_unique<UnattendedDialogs>(gate);
+  } else {
+    auto shown = std::make_unique<QtDialogs>(gate);
+    boxes = shown.get();
+    dialogs = std::move(shown);
+  }
+  SettingsStore settings(FromQt(configuration.path()));
+  SetUpStore(settings, device, options.recordOnly);
+  UnattendedQuestions questions;
+  Application application({{clock, gate, *dialogs, settings}, questions, MakeSerialPort});
+  if (boxes) boxes->SetParent(&application.Window());
+  DemoJob job(application, options);
+  application.MDIForm_Load();
+  QTimer::singleShot(0, [&] { job.Begin(); });
+  if (options.seconds > 0) QTimer::singleShot(options.seconds * 1000, [&] { QApplication::exit(job.End()); });
+  return QApplication::exec();
+}
+
+}  // namespace
+
+}  // namespace velk::demo
+
+int main(int argc, char** argv) {
+  const QApplication qt(argc, argv);
+  try {
+    return velk::demo::Run(qt);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "velk_demo: %s\n", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,33 @@
+#include "demo/simulator.h"
+
+#include <QCoreApplication>
+
+#include "platform/errors.h"
+#include "platform/text_qt.h"
+
+namespace velk::demo {
+
+namespace {
+
+constexpr int kStartMs = 10'000;
+
+}  // namespace
+
+std::string Simulator::Start(const QStringList& options) {
+  const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/../simulators/velk_sim_unit");
+  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process_.start(program, options);
+  QByteArray device;
+  while (!device.endsWith('\n') && process_.waitForReadyRead(kStartMs)) device += process_.readLine();
+  if (!device.endsWith('\n'))
+    throw RuntimeError(ErrorNumber::DeviceUnavailable, "The simulated unit did not start: " + FromQt(program));
+  return device.trimmed().toStdString();
+}
+
+Simulator::~Simulator() {
+  process_.terminate();
+  if (!process_.waitForFinished(2000)) process_.kill();
+  process_.waitForFinished(2000);
+}
+
+}  // namespace velk::demo

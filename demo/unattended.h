@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdio>
+
+#include "platform/dialogs.h"
+#include "store/job_questions.h"
+
+namespace velk::demo {
+
+/// Nobody is there to answer: boxes go to the error output and get their safe answers.
+class UnattendedDialogs : public Dialogs {
+ public:
+  using Dialogs::Dialogs;
+  int boxes = 0;
+
+ protected:
+  Answer ShowMessage(const MessageBox& box) override {
+    ++boxes;
+    std::fprintf(stderr, "box: %s\n", box.text.c_str());
+    if (box.buttons == Buttons::YesNo) return Answer::No;
+    return box.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+  }
+  std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
+};
+
+/// The first parameters that are shown go into the summary report.
+class UnattendedQuestions : public JobQuestions {
+ public:
+  FileChoice AppendOrCreate(const std::string&, bool, bool) override { return FileChoice::None; }
+  void IncludeInSummary(SummaryInclusion& inclusion) override {
+    for (auto& entry : inclusion.parameters) entry.included = entry.parameter <= 5;
+  }
+};
+
+}  // namespace velk::demo
