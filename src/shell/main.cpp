@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
 
   velk::Application application({{clock, gate, dialogs, settings}, questions, velk::MakeSerialPort});
   dialogs.SetParent(&application.Window());
+  questions.SetParent(&application.Window());
   application.MDIForm_Load();
   return QApplication::exec();
 }

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -11,6 +12,9 @@
 #include "shell/icons.h"
 #include "shell/not_built.h"
 #include "shell/ui_main_form.h"
+
+/// A static library's resources have to be asked for, from outside any namespace.
+static void LoadIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace velk {
 
@@ -58,8 +62,9 @@ QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::
 }  // namespace
 
 MainForm::MainForm(const Session& session) : session_(session), ui_(std::make_unique<Ui::MainForm>()) {
+  LoadIcons();
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/velk.svg")));
   ui_->setupUi(this);
-  setWindowIcon(QIcon(QStringLiteral(":/icons/velk.svg")));
   for (QAction* action : findChildren<QAction*>(QRegularExpression(QStringLiteral("^mnu"))))
     menuItems_[FromQt(action->objectName())] = action;
   for (QMenu* menu : findChildren<QMenu*>(QRegularExpression(QStringLiteral("^mnu"))))

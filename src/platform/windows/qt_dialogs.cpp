@@ -101,16 +101,16 @@ QString QtDialogs::Title(const std::string& title) const {
 
 bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
   dialog->setWindowModality(Qt::WindowModal);
-  std::erase_if(standing_, [](const QPointer<QDialog>& box) { return box.isNull(); });
-  standing_.push_back(dialog);
   return dialog->exec() == QDialog::Accepted && dialog;
 }
 
-void QtDialogs::EndBoxes() {
-  SetEnding();
-  const std::vector<QPointer<QDialog>> boxes = std::exchange(standing_, {});
-  for (auto box = boxes.rbegin(); box != boxes.rend(); ++box) {
-    if (*box) (*box)->reject();
+void QtDialogs::EndBoxes() { SetEnding(); }
+
+void QtDialogs::CloseStanding() {
+  // All of the program's modal windows, also those that a caller of Modal shows: each has an event loop on the stack.
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    auto* dialog = qobject_cast<QDialog*>(window);
+    if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
   }
 }
 

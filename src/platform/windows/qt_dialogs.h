@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <QString>
 #include <string>
-#include <vector>
 
 #include "platform/dialogs.h"
 
@@ -40,6 +39,7 @@ class QtDialogs : public Dialogs {
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
   std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
+  void CloseStanding() override;
 
  private:
   /// Shows the dialog until it is answered; false when it was cancelled or went away with its window.
@@ -49,7 +49,6 @@ class QtDialogs : public Dialogs {
 
   DialogTexts texts_;
   QPointer<QWidget> parent_;
-  std::vector<QPointer<QDialog>> standing_;
 };
 
 /// "Data files (*.mdb)|*.mdb|All files (*.*)|*.*" in the toolkit's form: "Data files (*.mdb);;All files (*)".
