@@ -73,31 +73,46 @@ Reading ReadWhole(std::string_view text) {
   return whole ? reading : Reading{};
 }
 
-std::string DecimalText(const Decimal& number, int digits) {
-  if (number.IsZero()) return "0";
-  std::string text = number.negative ? "-" : "";
-  const auto append = [&](int highest, int lowest) {
-    for (int power = highest; power >= lowest; --power) text += number.DigitAt(power);
-  };
-  const int last = number.exponent - number.count + 1;
-  const bool plain = number.exponent >= -4 && number.exponent < digits;
-  const int unit = plain ? 0 : number.exponent;
-  append(std::max(number.exponent, unit), unit);
-  if (last < unit) {
-    text += '.';
-    append(unit - 1, last);
-  }
-  if (plain) return text;
-  text += number.exponent < 0 ? "E-" : "E+";
-  const int exponent = std::abs(number.exponent);
-  if (exponent < 10) text += '0';
-  return text += std::to_string(exponent);
+char* CopyText(char* out, std::string_view text) {
+  return std::copy(text.begin(), text.end(), out);
 }
 
-std::string TextOf(double value, int digits) {
-  if (std::isnan(value)) return "nan";
-  if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
-  return DecimalText(ToDecimal(value, digits), digits);
+/// "123", "12.5", "1200"
+char* WritePlainAboveOne(char* out, const Decimal& number) {
+  const int whole = number.exponent + 1;
+  out = std::copy_n(number.digits, std::min(number.count, whole), out);
+  if (number.count <= whole) return std::fill_n(out, whole - number.count, '0');
+  *out++ = '.';
+  return std::copy(number.digits + whole, number.digits + number.count, out);
+}
+
+/// "0.00125"
+char* WritePlainBelowOne(char* out, const Decimal& number) {
+  out = std::fill_n(CopyText(out, "0."), -number.exponent - 1, '0');
+  return std::copy_n(number.digits, number.count, out);
+}
+
+/// "1.5E-05"
+char* WriteExponentForm(char* out, const Decimal& number) {
+  *out++ = number.digits[0];
+  if (number.count > 1) {
+    *out++ = '.';
+    out = std::copy(number.digits + 1, number.digits + number.count, out);
+  }
+  out = CopyText(out, number.exponent < 0 ? "E-" : "E+");
+  const int exponent = std::abs(number.exponent);
+  if (exponent < 10) *out++ = '0';
+  return std::to_chars(out, out + 3, exponent).ptr;
+}
+
+char* WriteText(char* out, double value, int digits) {
+  if (std::isnan(value)) return CopyText(out, "nan");
+  if (std::isinf(value)) return CopyText(out, value < 0 ? "-inf" : "inf");
+  const Decimal number = ToDecimal(value, digits);
+  if (number.IsZero()) return CopyText(out, "0");
+  if (number.negative) *out++ = '-';
+  if (number.exponent < -4 || number.exponent >= digits) return WriteExponentForm(out, number);
+  return number.exponent < 0 ? WritePlainBelowOne(out, number) : WritePlainAboveOne(out, number);
 }
 
 }  // namespace
@@ -118,12 +133,22 @@ double ToDouble(std::string_view text) {
   return reading.value;
 }
 
+char* WriteNumberText(char* out, double value) {
+  return WriteText(out, value, Decimal::kDigits64);
+}
+
+char* WriteNumberText(char* out, float value) {
+  return WriteText(out, static_cast<double>(value), Decimal::kDigits32);
+}
+
 std::string NumberText(double value) {
-  return TextOf(value, Decimal::kDigits64);
+  char text[kNumberTextSize];
+  return {text, WriteNumberText(text, value)};
 }
 
 std::string NumberText(float value) {
-  return TextOf(static_cast<double>(value), Decimal::kDigits32);
+  char text[kNumberTextSize];
+  return {text, WriteNumberText(text, value)};
 }
 
 }  // namespace velk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,14 @@ double ToDouble(std::string_view text);
 /// (32-bit: 1E7) up and below 1E-04. Minus zero gives "0".
 std::string NumberText(double value);
 std::string NumberText(float value);
+
+/// Room that the longest of these texts takes: "-1.23456789012345E-308".
+inline constexpr std::size_t kNumberTextSize = 24;
+
+/// Writes NumberText(value) to `out`, which has room for kNumberTextSize characters, and gives its end. No zero behind
+/// it. For formulas, which write numbers many times a sample.
+char* WriteNumberText(char* out, double value);
+char* WriteNumberText(char* out, float value);
 
 /// Format a number by a picture: "0" a digit that is always there, "#" one that is there if needed, "." the decimal
 /// point, "," between digits groups thousands, "%" times 100, "e+00", "E+0", "e-00" exponent forms ("e+" always shows a
