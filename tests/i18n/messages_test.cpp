@@ -23,6 +23,15 @@ const std::map<int, std::string> kKnownNumbers = {
     {7, "Invalid hand shaking is supplied."},
     {74, "Time Out Error, check hardware settings"},
     {75, "Time Out Error"},
+    {140, "Units"},
+    {212, "Formula Error, Parameter {"},
+    {213, "} does not exist"},
+    {214, "Additional Parameter "},
+    {225, "Error in formula, number of left brackets does not match number of right brackets"},
+    {226, "Formula Calculator"},
+    {227, "Error in formula, right bracket(s) proceeding left bracket(s)"},
+    {230, "Error in formula, string "},
+    {231, " is not valid string"},
     {252, "Acquiring Data"},
 };
 
