@@ -1,0 +1,109 @@
+#include "formula/additional_parameters.h"
+
+#include <algorithm>
+
+#include "formula/evaluator.h"
+#include "formula/substitute.h"
+#include "platform/errors.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace velk {
+
+namespace {
+
+// A channel's running extremes begin beyond every real value.
+constexpr double kBelowEveryValue = -99999999;
+constexpr double kAboveEveryValue = 99999999;
+
+/// Whether each reference has its channel; tells the first one that has not.
+bool ReferencesExist(const Session& session, Dialogs& dialogs, std::string_view text) {
+  for (std::size_t open = text.find('{'); open != std::string_view::npos; open = text.find('{', open + 1)) {
+    const std::size_t close = text.find('}', open);
+    if (close == std::string_view::npos) return true;
+    const std::string_view name = text.substr(open + 1, close - open - 1);
+    if (FindChannel(session, name) == 0) {
+      dialogs.Message({.text = session.Translator.Translate(MessageId::NoSuchParameterBefore) + std::string(name) +
+                               session.Translator.Translate(MessageId::NoSuchParameterAfter),
+                       .title = {},
+                       .icon = BoxIcon::Critical});
+      return false;
+    }
+    open = close;
+  }
+  return true;
+}
+
+/// Only the statistic at the front of a formula is prepared; one further in starts from zero.
+void PrepareStatistics(Parameter& channel, std::string_view formula) {
+  const std::string front = LowerCase(Left(formula, 3));
+  if (front == "max") channel.RunningMaximum = kBelowEveryValue;
+  if (front == "min") channel.RunningMinimum = kAboveEveryValue;
+}
+
+Parameter NewChannel(const Session& session, std::string_view formula) {
+  Parameter channel;
+  channel.name =
+      session.Translator.Translate(MessageId::DefaultAdditionalName) + std::to_string(session.NumberOfFormulae + 1);
+  channel.units = session.Translator.Translate(MessageId::DefaultUnits);
+  channel.max = 100;
+  channel.format = "#0.0000";
+  channel.FormIndex = static_cast<std::int16_t>(session.TotalParameters + 1);
+  channel.GraphVisible = true;
+  channel.Gain = 1;
+  channel.Wrapping = true;
+  PrepareStatistics(channel, formula);
+  return channel;
+}
+
+/// Takes one slot out of an array that is indexed like CurrentParameters; `last` becomes free.
+template <class Slots>
+void CloseUp(Slots& slots, int removed, int last) {
+  last = std::min(last, kMaxParameters);
+  if (removed > last) return;
+  std::move(slots.begin() + removed + 1, slots.begin() + last + 1, slots.begin() + removed);
+  slots[last] = {};
+}
+
+}  // namespace
+
+bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text) {
+  if (!ReferencesExist(session, dialogs, text)) return false;
+  if (session.TotalParameters >= kMaxParameters) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  const Parameter channel = NewChannel(session, text);
+  ++session.NumberOfFormulae;
+  ++session.TotalParameters;
+  session.AdditionalParameters.resize(session.NumberOfFormulae + 1);
+  session.AdditionalParameters.back() = channel;
+  session.Formula.resize(session.NumberOfFormulae + 1);
+  session.Formula.back() = text;
+  session.CurrentParameters[session.TotalParameters] = channel;
+  return true;
+}
+
+void RemoveAdditional(Session& session, int index) {
+  if (index < 1 || index > session.NumberOfFormulae) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  session.AdditionalParameters.erase(session.AdditionalParameters.begin() + index);
+  session.Formula.erase(session.Formula.begin() + index);
+  const int removed = session.NumberOfParameters + index;
+  const int last = session.NumberOfParameters + session.NumberOfFormulae;
+  CloseUp(session.CurrentParameters, removed, last);
+  CloseUp(session.CurrentValue, removed, last);
+  CloseUp(session.PreviousValue, removed, last);
+  CloseUp(session.AlarmTriggered, removed, last);
+  --session.NumberOfFormulae;
+  --session.TotalParameters;
+}
+
+float ValueOf(Session& session, int index) {
+  static thread_local std::string text;  // kept, so that its memory is
+  try {
+    const int bracketCount = SubstituteParameters(session, session.Formula.at(index), text);
+    EvaluateFormula(text, bracketCount, session.AdditionalParameters, index);
+    return ToSingle(Val(text));
+  } catch (const RuntimeError& error) {
+    throw RuntimeError(error.Number(), session.AdditionalParameters.at(index).name + ": " + error.what());
+  }
+}
+
+}  // namespace velk

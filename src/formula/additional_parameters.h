@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "model/session.h"
+#include "platform/dialogs.h"
+
+namespace velk {
+
+// Computed channels stand twice: AdditionalParameters with Formula, which the settings keep, and their copies in
+// CurrentParameters behind the inputs, which everything else reads. `index` counts from 1 to NumberOfFormulae. Neither
+// adding nor removing one rebuilds the graph map and the windows; the caller does that afterwards.
+
+/// Adds a computed channel with that formula. A reference to a channel that does not exist is told in a box, and
+/// nothing changes; gives whether the channel was added. Raises SubscriptOutOfRange, with nothing changed, when all 64
+/// slots are taken.
+bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text);
+
+/// Takes a computed channel out; those behind it move up, with their values. Raises SubscriptOutOfRange.
+void RemoveAdditional(Session& session, int index);
+
+/// The present value of the formula of a computed channel; avg, max and min count the call as a sample. Raises what
+/// EvaluateFormula raises, and Overflow beyond the 32-bit range; the error's text names the channel. Must not be called
+/// for a linked channel, whose value comes from the decoder.
+float ValueOf(Session& session, int index);
+
+}  // namespace velk

@@ -1,0 +1,77 @@
+#include "formula/substitute.h"
+
+#include <algorithm>
+
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace velk {
+
+namespace {
+
+/// The lower case of a Cyrillic letter U+0400 to U+045F.
+unsigned LowerCyrillic(unsigned letter) {
+  if (letter < 0x410) return letter + 0x50;
+  if (letter < 0x430) return letter + 0x20;
+  return letter;
+}
+
+/// LowerCase(text) == lowered, without allocating for ASCII and Russian names: this runs for each channel of each
+/// reference at each sample.
+bool LowerCaseIs(std::string_view text, std::string_view lowered) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    const auto next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0U;
+    if (byte < 0x80) {
+      const unsigned lower = byte >= 'A' && byte <= 'Z' ? byte + 0x20U : byte;
+      if (at >= lowered.size() || static_cast<unsigned char>(lowered[at]) != lower) return false;
+      ++at;
+      continue;
+    }
+    const unsigned letter = (byte & 0x1FU) << 6 | (next & 0x3FU);
+    const bool cyrillic = (byte == 0xD0 || byte == 0xD1) && (next & 0xC0U) == 0x80 && letter <= 0x45F;
+    if (!cyrillic) return LowerCase(text.substr(at)) == lowered.substr(std::min(at, lowered.size()));
+    const unsigned lower = LowerCyrillic(letter);
+    if (at + 1 >= lowered.size() || static_cast<unsigned char>(lowered[at]) != (0xC0U | lower >> 6) ||
+        static_cast<unsigned char>(lowered[at + 1]) != (0x80U | (lower & 0x3FU))) {
+      return false;
+    }
+    at += 2;
+  }
+  return at == lowered.size();
+}
+
+}  // namespace
+
+int FindChannel(const Session& session, std::string_view name) {
+  for (int i = 1; i <= kMaxParameters; ++i) {
+    if (LowerCaseIs(session.CurrentParameters[i].name, name)) return i;
+  }
+  return 0;
+}
+
+int SubstituteParameters(const Session& session, std::string_view formula, std::string& text) {
+  text.clear();
+  for (std::size_t at = 0;;) {
+    const std::size_t open = formula.find('{', at);
+    if (open == std::string_view::npos) {
+      text += formula.substr(at);
+      return static_cast<int>(std::count(text.begin(), text.end(), ')'));
+    }
+    // A "}" ahead of the "{" encloses no name either.
+    const std::size_t close = formula.find('}', at);
+    const bool enclosed = close != std::string_view::npos && close > open;
+    const int channel = enclosed ? FindChannel(session, formula.substr(open + 1, close - open - 1)) : 0;
+    if (channel == 0) {
+      text += formula.substr(at);
+      return 0;
+    }
+    char value[kNumberTextSize];
+    char* const valueEnd = WriteNumberText(value, session.CurrentValue[channel]);
+    text.append(formula.substr(at, open - at)).append(&value[0], valueEnd);
+    at = close + 1;
+  }
+}
+
+}  // namespace velk

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/session.h"
+
+namespace velk {
+
+/// Writes the formula to `text` with each reference "{depth}" replaced by the present value of that channel (7 digits),
+/// and gives the number of ")" in it, which EvaluateFormula needs. At the first reference that no channel answers to,
+/// the rest of the text stays as it is and the number is 0. Allocates nothing once `text` has grown.
+int SubstituteParameters(const Session& session, std::string_view formula, std::string& text);
+
+/// The first of CurrentParameters 1 to 64 whose name in lower case is `name`; 0 where there is none.
+int FindChannel(const Session& session, std::string_view name);
+
+}  // namespace velk
