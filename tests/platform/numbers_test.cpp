@@ -195,6 +195,7 @@ TEST(NumberText, ShowsA64BitFloatWith15Digits) {
       {1.7976931348623157e308, "1.79769313486232E+308"},
       {1.0 / 86400, "1.15740740740741E-05"},
       {3.14159265358979, "3.14159265358979"},
+      {1000.0000017529050, "1000.0000017529"},  // lies just below the tie
       {kNaN, "nan"},
       {kInfinity, "inf"},
       {-kInfinity, "-inf"},
