@@ -20,13 +20,14 @@ namespace {
 // How long a statement waits for another program to let go of the file. The event loop stands meanwhile.
 constexpr int kBusyMilliseconds = 1000;
 
+constexpr const char* kReadHeader = "SELECT count(*) FROM sqlite_schema";
+
 ErrorNumber NumberOf(int code, int systemError, std::string_view message) {
   switch (code & 0xff) {
     case SQLITE_FULL:
       return ErrorNumber::DiskFull;
     case SQLITE_IOERR:
-      return systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT ? ErrorNumber::DiskFull
-                                                                                    : ErrorNumber::DeviceIOError;
+      return ErrorNumber::DeviceIOError;
     case SQLITE_NOTADB:
       return ErrorNumber::NotADatabase;
     case SQLITE_BUSY:
@@ -74,6 +75,43 @@ bool WantsRecovery(const RuntimeError& error) {
   return error.Number() == ErrorNumber::PermissionDenied || error.Number() == ErrorNumber::FileNotFound;
 }
 
+/// The engine does not tell when it could not remove the log that it has folded in.
+void RemoveEmptyLog(const std::string& log) {
+  struct stat status {};
+  if (stat(log.c_str(), &status) != 0) return;
+  if (status.st_size != 0) RaiseFileError(EEXIST, log);
+  if (unlink(log.c_str()) != 0) RaiseFileError(errno, log);
+}
+
+/// One of a database's two files (SQLITE_FCNTL_FILE_POINTER, SQLITE_FCNTL_JOURNAL_POINTER); null where it is not open.
+sqlite3_file* OpenFile(sqlite3* handle, int which) {
+  sqlite3_file* file = nullptr;
+  const int code = sqlite3_file_control(handle, "main", which, static_cast<void*>(&file));
+  return code == SQLITE_OK && file != nullptr && file->pMethods != nullptr ? file : nullptr;
+}
+
+/// What the system said to the last operation that failed on a file.
+int FileError(sqlite3_file* file) {
+  int systemError = 0;
+  if (file != nullptr) file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &systemError);
+  return systemError;
+}
+
+/// Whether the header says that the file is read together with a write-ahead log.
+bool AsksForLog(sqlite3* handle) {
+  constexpr sqlite3_int64 kReadVersion = 19;
+  constexpr unsigned char kWriteAheadLog = 2;
+  sqlite3_file* file = OpenFile(handle, SQLITE_FCNTL_FILE_POINTER);
+  unsigned char version = 0;
+  return file == nullptr || file->pMethods->xRead(file, &version, 1, kReadVersion) != SQLITE_OK ||
+         version == kWriteAheadLog;
+}
+
+/// A quota or a limit on the size of files comes as a failed write and means the same as a full disk.
+bool MeansFull(int systemError) {
+  return systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT;
+}
+
 }  // namespace
 
 std::shared_ptr<Connection> Connection::Open(const std::string& path, OpenMode mode) {
@@ -119,7 +157,7 @@ void Connection::OpenHandle(int flags) {
   Defend();
   sqlite3_create_function_v2(handle_, "CDate", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
                              SqlCDate, nullptr, nullptr, nullptr);
-  Execute("SELECT count(*) FROM sqlite_schema");
+  Execute(kReadHeader);
 }
 
 void Connection::Defend() {
@@ -150,8 +188,10 @@ void Connection::Execute(const std::string& sql) {
 
 std::string Connection::SetJournalMode(const std::string& mode) {
   Command command(*this, "PRAGMA journal_mode=" + mode);
-  command.Next();
-  return LowerCase(command.Text(0));
+  std::string reply;
+  // To the end: the row comes before the change is on the disk.
+  while (command.Next()) reply = LowerCase(command.Text(0));
+  return reply;
 }
 
 void Connection::BeginRecording() {
@@ -160,9 +200,14 @@ void Connection::BeginRecording() {
 }
 
 void Connection::Finalise() {
+  // A read first: it takes back what an earlier try left half done.
+  Execute(kReadHeader);
   const int code = sqlite3_wal_checkpoint_v2(handle_, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
   if (code != SQLITE_OK) Raise(code);
-  if (SetJournalMode("DELETE") != "delete" || access((path_ + "-wal").c_str(), F_OK) == 0) Raise(SQLITE_BUSY);
+  // A change of mode that failed half way counts as done in the engine, while the file still asks for a log.
+  if (SetJournalMode("DELETE") == "delete" && AsksForLog(handle_)) SetJournalMode("WAL");
+  if (SetJournalMode("DELETE") != "delete" || AsksForLog(handle_)) Raise(SQLITE_BUSY);
+  RemoveEmptyLog(path_ + "-wal");
 }
 
 bool Connection::HasMoved() const {
@@ -180,7 +225,10 @@ void Connection::Raise(int code) const {
                                   ? sqlite3_errstr(code)
                                   : sqlite3_errmsg(handle_);
   const int systemError = handle_ == nullptr ? 0 : sqlite3_system_errno(handle_);
-  const ErrorNumber number = NumberOf(code, systemError, message);
+  ErrorNumber number = NumberOf(code, systemError, message);
+  if (code == SQLITE_IOERR_WRITE && (MeansFull(FileError(OpenFile(handle_, SQLITE_FCNTL_FILE_POINTER))) ||
+                                     MeansFull(FileError(OpenFile(handle_, SQLITE_FCNTL_JOURNAL_POINTER)))))
+    number = ErrorNumber::DiskFull;
   throw RuntimeError(number, FileErrorText(number, path_) + " (" + message + ")");
 }
 
