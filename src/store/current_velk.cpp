@@ -1,10 +1,10 @@
 #include "store/current_velk.h"
 
+#include <exception>
 #include <string>
 
 #include "platform/clock.h"
 #include "platform/dates.h"
-#include "platform/errors.h"
 #include "platform/settings.h"
 
 namespace velk {
@@ -20,7 +20,7 @@ constexpr std::int64_t kFlushMilliseconds = 1000;
 void FlushSettings(SettingsStore& settings) {
   try {
     settings.Flush();
-  } catch (const RuntimeError&) {
+  } catch (const std::exception&) {
   }
 }
 

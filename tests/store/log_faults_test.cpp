@@ -211,7 +211,8 @@ TEST_F(LogFaults, AFailingDiskAtAnyCallOfARowCostsNoOtherRow) {
         ASSERT_GE(before.size(), acknowledged ? 2u : 1u) << "call " << call;
         AppendRow(3);
         log.Finalise();
-        EXPECT_EQ(Pressures(path), acknowledged ? (Rows{"1.0", "2.0", "3.0"}) : (Rows{"1.0", "3.0"})) << "call " << call;
+        EXPECT_EQ(Pressures(path), acknowledged ? (Rows{"1.0", "2.0", "3.0"}) : (Rows{"1.0", "3.0"}))
+            << "call " << call;
         EXPECT_EQ(Query(path, "PRAGMA integrity_check"), (Rows{"ok"}));
         fs::remove(path);
       }
@@ -298,7 +299,8 @@ TEST_F(LogFaults, AReadOnlyFileIsNotRecordedToAndCanBeLookedAt) {
 }
 
 TEST_F(LogFaults, AFileThatIsNoDatabaseIsLeftAsItIs) {
-  const std::string before = "Some text that is\nno database at all, in a file with the right extension." + std::string(200, ' ');
+  const std::string before =
+      "Some text that is\nno database at all, in a file with the right extension." + std::string(200, ' ');
   std::ofstream(path) << before;
   const std::string text = ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::NotADatabase);
   EXPECT_NE(text.find(path), std::string::npos) << text;

@@ -23,7 +23,9 @@ bool Fails() {
   return true;
 }
 
-int Code(int ioError) { return state.kind == FailingVfs::Kind::Full ? SQLITE_FULL : ioError; }
+int Code(int ioError) {
+  return state.kind == FailingVfs::Kind::Full ? SQLITE_FULL : ioError;
+}
 
 struct File {
   sqlite3_file base;
@@ -31,8 +33,8 @@ struct File {
 };
 
 sqlite3_file* Below(sqlite3_file* file) {
-  return static_cast<sqlite3_file*>(static_cast<void*>(static_cast<std::byte*>(static_cast<void*>(file)) +
-                                                       sizeof(File)));
+  return static_cast<sqlite3_file*>(
+      static_cast<void*>(static_cast<std::byte*>(static_cast<void*>(file)) + sizeof(File)));
 }
 
 template <auto method, class... Arguments>
@@ -47,7 +49,9 @@ int Failing(sqlite3_file* file, Arguments... arguments) {
   return Forward<method>(file, arguments...);
 }
 
-int Close(sqlite3_file* file) { return Forward<&sqlite3_io_methods::xClose>(file); }
+int Close(sqlite3_file* file) {
+  return Forward<&sqlite3_io_methods::xClose>(file);
+}
 int Read(sqlite3_file* f, void* b, int n, sqlite3_int64 o) {
   return Failing<&sqlite3_io_methods::xRead, SQLITE_IOERR_READ>(f, b, n, o);
 }
@@ -57,22 +61,42 @@ int Write(sqlite3_file* f, const void* b, int n, sqlite3_int64 o) {
 int Truncate(sqlite3_file* f, sqlite3_int64 size) {
   return Failing<&sqlite3_io_methods::xTruncate, SQLITE_IOERR_TRUNCATE>(f, size);
 }
-int Sync(sqlite3_file* f, int flags) { return Failing<&sqlite3_io_methods::xSync, SQLITE_IOERR_FSYNC>(f, flags); }
+int Sync(sqlite3_file* f, int flags) {
+  return Failing<&sqlite3_io_methods::xSync, SQLITE_IOERR_FSYNC>(f, flags);
+}
 int FileSize(sqlite3_file* f, sqlite3_int64* size) {
   return Failing<&sqlite3_io_methods::xFileSize, SQLITE_IOERR_FSTAT>(f, size);
 }
-int Lock(sqlite3_file* f, int level) { return Failing<&sqlite3_io_methods::xLock, SQLITE_IOERR_LOCK>(f, level); }
-int Unlock(sqlite3_file* f, int level) { return Forward<&sqlite3_io_methods::xUnlock>(f, level); }
-int CheckReservedLock(sqlite3_file* f, int* out) { return Forward<&sqlite3_io_methods::xCheckReservedLock>(f, out); }
-int FileControl(sqlite3_file* f, int op, void* arg) { return Forward<&sqlite3_io_methods::xFileControl>(f, op, arg); }
-int SectorSize(sqlite3_file* f) { return Forward<&sqlite3_io_methods::xSectorSize>(f); }
-int DeviceCharacteristics(sqlite3_file* f) { return Forward<&sqlite3_io_methods::xDeviceCharacteristics>(f); }
+int Lock(sqlite3_file* f, int level) {
+  return Failing<&sqlite3_io_methods::xLock, SQLITE_IOERR_LOCK>(f, level);
+}
+int Unlock(sqlite3_file* f, int level) {
+  return Forward<&sqlite3_io_methods::xUnlock>(f, level);
+}
+int CheckReservedLock(sqlite3_file* f, int* out) {
+  return Forward<&sqlite3_io_methods::xCheckReservedLock>(f, out);
+}
+int FileControl(sqlite3_file* f, int op, void* arg) {
+  return Forward<&sqlite3_io_methods::xFileControl>(f, op, arg);
+}
+int SectorSize(sqlite3_file* f) {
+  return Forward<&sqlite3_io_methods::xSectorSize>(f);
+}
+int DeviceCharacteristics(sqlite3_file* f) {
+  return Forward<&sqlite3_io_methods::xDeviceCharacteristics>(f);
+}
 int ShmMap(sqlite3_file* f, int page, int size, int extend, void volatile** out) {
   return Failing<&sqlite3_io_methods::xShmMap, SQLITE_IOERR_SHMMAP>(f, page, size, extend, out);
 }
-int ShmLock(sqlite3_file* f, int o, int n, int flags) { return Forward<&sqlite3_io_methods::xShmLock>(f, o, n, flags); }
-void ShmBarrier(sqlite3_file* f) { Below(f)->pMethods->xShmBarrier(Below(f)); }
-int ShmUnmap(sqlite3_file* f, int remove) { return Forward<&sqlite3_io_methods::xShmUnmap>(f, remove); }
+int ShmLock(sqlite3_file* f, int o, int n, int flags) {
+  return Forward<&sqlite3_io_methods::xShmLock>(f, o, n, flags);
+}
+void ShmBarrier(sqlite3_file* f) {
+  Below(f)->pMethods->xShmBarrier(Below(f));
+}
+int ShmUnmap(sqlite3_file* f, int remove) {
+  return Forward<&sqlite3_io_methods::xShmUnmap>(f, remove);
+}
 
 constexpr int kWithSharedMemory = 2;
 constexpr int kWithoutSharedMemory = 1;
@@ -145,8 +169,12 @@ void Remove() {
 
 }  // namespace
 
-FailingVfs::FailingVfs() { Install(true); }
-FailingVfs::~FailingVfs() { Remove(); }
+FailingVfs::FailingVfs() {
+  Install(true);
+}
+FailingVfs::~FailingVfs() {
+  Remove();
+}
 
 void FailingVfs::FailAt(int call, bool lasting, Kind kind) {
   state.callsLeft = call;
@@ -160,9 +188,15 @@ void FailingVfs::Heal() {
   state.lasting = false;
 }
 
-bool FailingVfs::HasFailed() const { return state.failed; }
+bool FailingVfs::HasFailed() const {
+  return state.failed;
+}
 
-VfsWithoutSharedMemory::VfsWithoutSharedMemory() { Install(false); }
-VfsWithoutSharedMemory::~VfsWithoutSharedMemory() { Remove(); }
+VfsWithoutSharedMemory::VfsWithoutSharedMemory() {
+  Install(false);
+}
+VfsWithoutSharedMemory::~VfsWithoutSharedMemory() {
+  Remove();
+}
 
 }  // namespace velk::test

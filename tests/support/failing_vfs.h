@@ -4,8 +4,8 @@
 
 namespace velk::test {
 
-/// Stands below the database engine while it lives and fails what the engine asks of files opened meanwhile: from the n-th
-/// call on, or that one only.
+/// Stands below the database engine while it lives and fails what the engine asks of files opened meanwhile: from the
+/// n-th call on, or that one only.
 class FailingVfs {
  public:
   enum class Kind { Full, IoError };
