@@ -1,0 +1,11 @@
+#include "instruments/any_serial_data.h"
+
+#include "instruments/get_field.h"
+
+namespace velk {
+
+void AnySerialData(std::string& line) {
+  line = CleanUp(std::move(line));
+}
+
+}  // namespace velk
