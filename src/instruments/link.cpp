@@ -73,7 +73,7 @@ LineDriverSettings Link::DriverSettings() const {
 void Link::SetODataCom() {
   const std::string toldAlready = std::exchange(toldByEnablePort_, {});
   if (session_.IsOwnUnit) {
-    session_.Delimiter = " ";
+    session_.Delimiter = ' ';
     session_.Terminator = "\r\n";
   }
   session_.UseODataCom = ComputeUseODataCom(session_);
@@ -168,7 +168,8 @@ void Link::DriverHungUp() {
 
 void Link::ODataCom1_DataReady(const std::string& line) {
   ++linesSeen_;
-  failureTold_ = false;
+  // A line that had waited when the device went away is no sign of its return.
+  if (ODataCom1.IsOpen()) failureTold_ = false;
   if (StatusIs(session_, MessageId::StatusAcquiringData) && onLine)
     RunProcedure({platform_.dialogs, "ODataCom1_DataReady"}, [&](auto run) { run([&] { onLine(line); }); });
   session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
@@ -197,18 +198,24 @@ void Link::ShowImages(bool connected) {
 }
 
 std::string Link::PortErrorText(const PortError& error) const {
-  const clstranslation& translator = session_.Translator;
+  std::string text = error.Device();
+  const auto add = [&](MessageId id) { text += session_.Translator.Translate(id); };
   switch (error.Number()) {
     case ErrorNumber::PermissionDenied:
-      return error.Device() + translator.Translate(MessageId::PortNoPermission) + error.Group() +
-             translator.Translate(MessageId::PortNoPermissionAfter);
+      add(MessageId::PortNoPermission);
+      text += error.Group();
+      add(MessageId::PortNoPermissionAfter);
+      break;
     case ErrorNumber::FileAlreadyOpen:
-      return error.Device() + translator.Translate(MessageId::PortBusy);
+      add(MessageId::PortBusy);
+      break;
     case ErrorNumber::PortInvalid:
-      return error.Device() + translator.Translate(MessageId::PortRefusesSettings);
+      add(MessageId::PortRefusesSettings);
+      break;
     default:
-      return error.Device() + translator.Translate(MessageId::PortMissing);
+      add(MessageId::PortMissing);
   }
+  return text;
 }
 
 }  // namespace velk

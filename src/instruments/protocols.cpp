@@ -51,10 +51,10 @@ void SetProtocolConstants(Session& session) {
   session.BaudRate = row->unit->baudRate;
   session.Handshake = row->unit->handshake;
   session.IsOwnUnit = true;
-  session.Parity = "N";
+  session.Parity = 'N';
   session.DataBits = 8;
-  session.StopBits = "1";
-  session.Delimiter = " ";
+  session.StopBits = '1';
+  session.Delimiter = ' ';
   session.Terminator = "\r\n";
   session.OrbenSettings.assign(session.NumberOfChannels, {});
 }

@@ -7,7 +7,7 @@
 #include "support/fake_serial_port.h"
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
-#include "support/temporary_directory.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
@@ -46,8 +46,8 @@ struct LinkTest : testing::Test {
   Gate gate;
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
-  test::TemporaryDirectory store;
-  SettingsStore settings{store.Path()};
+  test::TemporaryFolder store;
+  SettingsStore settings{store.Path().string()};
   Platform platform{clock, gate, dialogs, settings};
   Session session;
   RecordingView view;
@@ -438,6 +438,21 @@ TEST_F(LinkTest, ADeviceThatOnlyHangsUpAgainAndAgainIsToldOnce) {
     driver.HangUp();
     clock.Advance(1500);
   }
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, LinesThatHadWaitedWhenTheDeviceWentAwayAreDeliveredAndDoNotTellOfItsReturn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  {
+    const GateState shut(gate, GateState::Shut);
+    driver.Receive("a\r\nb\r\nc\r\n");
+    driver.Vanish();
+    driver.HangUp();
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+  }
+  clock.Advance(20'000);
+  EXPECT_EQ(lines.size(), 3U);
   EXPECT_EQ(dialogs.shown.size(), 1U);
 }
 
