@@ -3,19 +3,19 @@
 #include <gtest/gtest.h>
 
 #include "platform/settings.h"
-#include "support/temporary_directory.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
 
 struct PortDevices : testing::Test {
-  std::string Device(int portNumber) { return PortDevice(settings, portNumber, dev.Path()); }
+  std::string Device(int portNumber) { return PortDevice(settings, portNumber, dev.Path().string()); }
   void Plug(std::initializer_list<const char*> names) {
     for (const char* name : names) dev.Touch(name);
   }
 
-  test::TemporaryDirectory dev, store;
-  SettingsStore settings{store.Path()};
+  test::TemporaryFolder dev, store;
+  SettingsStore settings{store.Path().string()};
 };
 
 TEST_F(PortDevices, BuiltInPortsComeFirst) {

@@ -9,13 +9,13 @@
 #include <QElapsedTimer>
 
 #include "support/pty.h"
-#include "support/temporary_directory.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
 
 using test::Pty;
-using test::TemporaryDirectory;
+using test::TemporaryFolder;
 
 /// Runs events until the condition holds; false after ten seconds.
 template <class Condition>
@@ -92,10 +92,10 @@ TEST(SerialPort, DoesNotEchoWhatTheDeviceSends) {
 
 TEST(SerialPort, OpensThroughALink) {
   const Pty pty;
-  const TemporaryDirectory directory;
-  ASSERT_EQ(symlink(pty.Device().c_str(), directory.File("unit").c_str()), 0);
+  const TemporaryFolder folder;
+  ASSERT_EQ(symlink(pty.Device().c_str(), folder.File("unit").c_str()), 0);
   const auto port = MakeSerialPort();
-  port->Open(SettingsFor(directory.File("unit")));
+  port->Open(SettingsFor(folder.File("unit")));
   EXPECT_TRUE(port->IsOpen());
 }
 
@@ -258,15 +258,15 @@ TEST(SerialPort, AMissingDeviceIsNamed) {
 }
 
 TEST(SerialPort, AFileThatIsNoSerialDeviceIsUnavailable) {
-  const TemporaryDirectory directory;
-  EXPECT_EQ(NumberOfFailure(SettingsFor(directory.Touch("plain"))), ErrorNumber::DeviceUnavailable);
+  const TemporaryFolder folder;
+  EXPECT_EQ(NumberOfFailure(SettingsFor(folder.Touch("plain"))), ErrorNumber::DeviceUnavailable);
 }
 
 TEST(SerialPort, ABusyDeviceIsNamedAlsoWhenReachedByAnotherName) {
   OpenPort open;
-  const TemporaryDirectory directory;
-  ASSERT_EQ(symlink(open.pty.Device().c_str(), directory.File("unit").c_str()), 0);
-  for (const std::string& name : {open.pty.Device(), directory.File("unit")}) try {
+  const TemporaryFolder folder;
+  ASSERT_EQ(symlink(open.pty.Device().c_str(), folder.File("unit").c_str()), 0);
+  for (const std::string& name : {open.pty.Device(), folder.File("unit")}) try {
       MakeSerialPort()->Open(SettingsFor(name));
       ADD_FAILURE() << name;
     } catch (const PortError& error) {
@@ -298,9 +298,9 @@ class AsNobody {
 };
 
 TEST(SerialPort, MissingPermissionNamesTheGroupThatOwnsTheDevice) {
-  const TemporaryDirectory directory;
-  const std::string device = directory.Touch("locked");
-  ASSERT_EQ(chmod(directory.Path().c_str(), 0755), 0);
+  const TemporaryFolder folder;
+  const std::string device = folder.Touch("locked");
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(device.c_str(), 0), 0);
   struct stat status = {};
   ASSERT_EQ(stat(device.c_str(), &status), 0);

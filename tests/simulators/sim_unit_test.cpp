@@ -1,98 +1,17 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <fstream>
+#include <csignal>
 #include <regex>
 #include <sstream>
 
-#include "support/temporary_directory.h"
+#include "simulators/simulator.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
 
-using Arguments = std::vector<std::string>;
+using namespace test;
 using SteadyClock = std::chrono::steady_clock;
-
-/// The simulator as a child process, and a plain reader of its device.
-class Simulator {
- public:
-  explicit Simulator(Arguments arguments) {
-    arguments.insert(arguments.begin(), VELK_SIM_UNIT);
-    std::vector<char*> raw;
-    for (std::string& argument : arguments) raw.push_back(argument.data());
-    raw.push_back(nullptr);
-    int ends[2] = {};
-    if (pipe(ends) != 0) return;
-    child_ = fork();
-    if (child_ == 0) {
-      dup2(ends[1], STDOUT_FILENO);
-      close(ends[0]);
-      close(ends[1]);
-      execv(VELK_SIM_UNIT, raw.data());
-      _exit(127);
-    }
-    close(ends[1]);
-    output_ = ends[0];
-  }
-  ~Simulator() {
-    Close();
-    if (child_ > 0) End(SIGKILL);
-    close(output_);
-  }
-  Simulator(const Simulator&) = delete;
-  Simulator& operator=(const Simulator&) = delete;
-
-  /// The next line of its standard output: the path of the device.
-  std::string NextDevice() {
-    std::string line;
-    for (char byte = 0; read(output_, &byte, 1) == 1 && byte != '\n';) line += byte;
-    return line;
-  }
-
-  void Open(const std::string& device) { port_ = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK); }
-  void Close() {
-    if (port_ >= 0) close(port_);
-    port_ = -1;
-  }
-
-  /// Reads until `enough` says so or the device hangs up; at most 20 seconds.
-  template <class Enough>
-  std::string ReadUntil(Enough enough) {
-    std::string text;
-    const auto end = SteadyClock::now() + std::chrono::seconds(20);
-    while (!enough(text) && SteadyClock::now() < end) {
-      pollfd state{port_, POLLIN, 0};
-      poll(&state, 1, 1000);
-      char bytes[4096];
-      const ssize_t count = read(port_, bytes, sizeof bytes);
-      if (count > 0) text.append(bytes, static_cast<std::size_t>(count));
-      if (count == 0 || (count < 0 && errno == EIO)) break;
-    }
-    return text;
-  }
-  std::string ReadToTheEnd() {
-    return ReadUntil([](const std::string&) { return false; });
-  }
-
-  /// The exit code after a signal (0: wait for its own end).
-  int End(int signal) {
-    if (signal != 0) kill(child_, signal);
-    int status = 0;
-    waitpid(child_, &status, 0);
-    child_ = -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
- private:
-  pid_t child_ = -1;
-  int output_ = -1;
-  int port_ = -1;
-};
 
 std::vector<std::string> Frames(const std::string& text) {
   std::vector<std::string> frames;
@@ -108,24 +27,6 @@ std::string AllOf(Arguments arguments) {
   std::string text = simulator.ReadToTheEnd();
   EXPECT_EQ(simulator.End(0), 0);
   return text;
-}
-
-struct JournalEntry {
-  std::string kind, text;
-};
-
-std::vector<JournalEntry> Journal(const std::string& path) {
-  std::vector<JournalEntry> entries;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) {
-    std::smatch parts;
-    static const std::regex picture("[0-9]+\\.[0-9]{3}\t(sound|damaged|cut)\t(.*)");
-    if (std::regex_match(line, parts, picture))
-      entries.push_back({parts[1], parts[2]});
-    else
-      ADD_FAILURE() << line;
-  }
-  return entries;
 }
 
 const Arguments kFast = {"--interval", "0.01", "--baud", "0"};
@@ -199,9 +100,9 @@ TEST(SimUnit, TheSameSeedSendsTheSameValues) {
 }
 
 TEST(SimUnit, TheJournalHoldsWhatWasSent) {
-  const test::TemporaryDirectory directory;
-  const auto frames = Frames(AllOf(Fast({"--journal", directory.File("sent"), "--frames", "30"})));
-  const auto journal = Journal(directory.File("sent"));
+  const test::TemporaryFolder folder;
+  const auto frames = Frames(AllOf(Fast({"--journal", folder.File("sent"), "--frames", "30"})));
+  const auto journal = Journal(folder.File("sent"));
   ASSERT_EQ(journal.size(), 30U);
   ASSERT_EQ(frames.size(), 30U);
   for (std::size_t i = 0; i < frames.size(); ++i) {
@@ -211,9 +112,9 @@ TEST(SimUnit, TheJournalHoldsWhatWasSent) {
 }
 
 TEST(SimUnit, TheAskedShareOfTheFramesIsDamagedAndMarkedInTheJournal) {
-  const test::TemporaryDirectory directory;
-  AllOf({"--flood", "--journal", directory.File("sent"), "--frames", "2000", "--damage", "0.1"});
-  const auto journal = Journal(directory.File("sent"));
+  const test::TemporaryFolder folder;
+  AllOf({"--flood", "--journal", folder.File("sent"), "--frames", "2000", "--damage", "0.1"});
+  const auto journal = Journal(folder.File("sent"));
   ASSERT_EQ(journal.size(), 2000U);
   int damaged = 0;
   for (const JournalEntry& entry : journal) {
@@ -244,8 +145,8 @@ TEST(SimUnit, PausesWhereAskedFor) {
 }
 
 TEST(SimUnit, HangsUpAndReturnsBehindTheSameLink) {
-  const test::TemporaryDirectory directory;
-  const std::string link = directory.File("unit");
+  const test::TemporaryFolder folder;
+  const std::string link = folder.File("unit");
   Simulator simulator(Fast({"--link", link, "--hangup-after", "5", "--return-after", "0.2", "--frames", "8"}));
   simulator.NextDevice();
   simulator.Open(link);
@@ -278,12 +179,12 @@ TEST(SimUnit, AFloodIsFasterThanTheLine) {
 
 TEST(SimUnit, EndsCleanlyOnSignals) {
   for (const int signal : {SIGTERM, SIGINT}) {
-    const test::TemporaryDirectory directory;
-    Simulator simulator({"--link", directory.File("unit"), "--interval", "100"});
+    const test::TemporaryFolder folder;
+    Simulator simulator({"--link", folder.File("unit"), "--interval", "100"});
     simulator.NextDevice();
-    simulator.Open(directory.File("unit"));
+    simulator.Open(folder.File("unit"));
     EXPECT_EQ(simulator.End(signal), 0);
-    EXPECT_TRUE(std::filesystem::is_empty(directory.Path()));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
   }
 }
 

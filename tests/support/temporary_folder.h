@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace velk::test {
@@ -23,6 +24,11 @@ class TemporaryFolder {
 
   const std::filesystem::path& Path() const { return path_; }
   std::string File(const std::string& name) const { return (path_ / name).string(); }
+  /// Makes an empty file.
+  std::string Touch(const std::string& name) const {
+    const std::ofstream file(File(name));
+    return File(name);
+  }
 
  private:
   std::filesystem::path path_;
