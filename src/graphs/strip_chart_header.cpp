@@ -1,10 +1,24 @@
+#include <algorithm>
 #include <cmath>
 
 #include "graphs/strip_chart.h"
 #include "platform/colour.h"
 #include "platform/numbers.h"
+#include "platform/text.h"
 
 namespace velk {
+
+namespace {
+
+/// `text`, shortened until it is at most `room` wide: a name must not run over the numbers beside it.
+std::string Shortened(const Surface& surface, const std::string& text, double room) {
+  std::string shown = text;
+  for (std::size_t kept = CharacterCount(text); surface.TextWidth(shown) > room && kept > 0;)
+    shown = --kept > 0 ? Left(text, kept) + "\u2026" : std::string();
+  return shown;
+}
+
+}  // namespace
 
 void StripChart::InitialHeader() {
   const double width = std::floor(surfaces_.Pic2->Width());
@@ -21,9 +35,13 @@ void StripChart::DrawHeaderRow(int slot, double width) {
   header.Line(kLeftMargin, bottom, width, bottom, curve.color);
 
   const std::string min = NumberText(curve.min), max = NumberText(curve.max);
-  const std::string title = curve.name + " (" + curve.units + ")";
+  const double minEnd = 10 + header.TextWidth(min), maxStart = width - kLeftMargin - 100 - header.TextWidth(max);
+  const double middle = (width - kLeftMargin) / 2;
+  const std::string title =
+      Shortened(header, curve.name + " (" + curve.units + ")", 2 * std::min(middle - minEnd, maxStart - middle));
   header.Print(kLeftMargin + 10, bottom - header.TextHeight(min), min, curve.color);
   header.Print(width - header.TextWidth(max) - 100, bottom - header.TextHeight(max), max, curve.color);
+  if (title.empty()) return;
   header.Print((width - kLeftMargin - header.TextWidth(title)) / 2 + kLeftMargin, bottom - header.TextHeight(title),
                title, curve.color);
 }

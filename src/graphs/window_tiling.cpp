@@ -7,7 +7,7 @@ namespace velk {
 namespace {
 
 /// Below this a plot shows too little to be worth a column of its own.
-constexpr int kLeastWidth = 480;
+constexpr int kLeastWidth = 400;
 
 /// Windows placed column by column, `rows` in each.
 std::vector<WindowPlace> InColumns(int width, int height, const std::vector<int>& heights, int columns) {

@@ -140,7 +140,8 @@ void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
   UsePen(colour);
-  if (LegibleBackground(colour) != colour::White) painter_.fillRect(plate, ToQColor(LegibleBackground(colour)));
+  const std::int32_t background = LegibleBackground(colour);
+  if (textCovers_ || background != colour::White) painter_.fillRect(plate, ToQColor(background));
   painter_.drawText(QPointF(box.left(), box.top() + metrics_.ascent()), line);
   MarkDirty(plate);
 }

@@ -23,6 +23,8 @@ class SurfaceImage : public Surface {
   /// Gives the surface another size; what was drawn stays in its upper left corner. Another ratio clears it.
   void Resize(double width, double height, double pixelRatio);
   void SetFont(const QFont& font);
+  /// From now on a text clears its own box: labels that meet can still be read.
+  void SetTextCovers(bool covers) { textCovers_ = covers; }
 
   double Width() const override { return width_; }
   double Height() const override { return height_; }
@@ -60,6 +62,7 @@ class SurfaceImage : public Surface {
   double ratio_ = 1;
   double scale_ = 1;  ///< device pixels per twip
   int penWidth_ = 1;
+  bool textCovers_ = false;
   QImage image_;
   QFont font_;  ///< scaled to device pixels
   QFontMetricsF metrics_;

@@ -217,6 +217,19 @@ TEST(InitialHeader, HasARowOf250ForEachCurveInItsColour) {
                                       "line 966 0 966 600 000000 w1"}));
 }
 
+TEST(InitialHeader, ShortensANameThatWouldRunOverTheNumbersBesideIt) {
+  RecordedChart c;
+  c.pic2->Resize(2966, 3600);  // 2000 for the curves
+  c.session.CurrentParameters[1].name = "Давление нагнетания";
+  c.chart->InitialHeader();
+  // Centre at 1000; "0" ends at 110, "100" begins at 1600: 600 on either side at most.
+  EXPECT_EQ(c.picture1->calls[4], "print 1366 50 'Давление на…' 0000FF");
+  c.pic2->Resize(1500, 3600);
+  c.Forget();
+  c.chart->InitialHeader();
+  for (const std::string& call : c.picture1->calls) EXPECT_EQ(call.find("Дав"), std::string::npos) << call;
+}
+
 TEST(InitialHeader, IsAsHighAsItsRows) {
   EXPECT_DOUBLE_EQ(RecordedChart(1).chart->HeaderHeight(), 250);
   EXPECT_DOUBLE_EQ(RecordedChart(8).chart->HeaderHeight(), 2000);

@@ -32,4 +32,16 @@ QFont FitFont(QFont font, const QString& text, double width) {
   }
 }
 
+QFont FitFont(QFont font, const QString& text, double width, double height) {
+  QString longest;
+  for (const QString& word : text.split(QLatin1Char(' ')))
+    if (word.size() > longest.size()) longest = word;
+  for (;;) {
+    font = FitFont(font, longest, width);
+    const QRectF lines = QFontMetricsF(font).boundingRect(QRectF(0, 0, width, 10 * height), Qt::TextWordWrap, text);
+    if (lines.height() <= height || font.pixelSize() <= kSmallest) return font;
+    font.setPixelSize(font.pixelSize() - 1);
+  }
+}
+
 }  // namespace velk

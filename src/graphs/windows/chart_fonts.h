@@ -13,4 +13,7 @@ QFont ChartFont(const Session& session);
 /// `font` narrowed, and made smaller where that does not do, until `text` is at most `width` pixels wide.
 QFont FitFont(QFont font, const QString& text, double width);
 
+/// The same for a text that may run over several lines, broken between words, in `width` x `height` pixels.
+QFont FitFont(QFont font, const QString& text, double width, double height);
+
 }  // namespace velk

@@ -97,6 +97,7 @@ void GraphFormNew::MakeChart() {
   auto picture1 = std::make_unique<SurfaceImage>(headerWidth_, PlotHeight(), devicePixelRatioF(), font);
   auto pic2 = std::make_unique<SurfaceImage>(plotWidth_, PlotHeight(), devicePixelRatioF(), font);
   auto picture3 = std::make_unique<SurfaceImage>(kAxisWidth, PlotHeight(), devicePixelRatioF(), axisFont);
+  picture3->SetTextCovers(true);
   ui_->Picture1->SetSurface(picture1_ = picture1.get());
   ui_->Pic2->SetSurface(pic2_ = pic2.get());
   ui_->Picture3->SetSurface(picture3_ = picture3.get());

@@ -26,13 +26,6 @@ QString WithSwatch(std::int32_t colour) {
   return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
 }
 
-QString LongestWord(const QString& text) {
-  QString longest;
-  for (const QString& word : text.split(QLatin1Char(' ')))
-    if (word.size() > longest.size()) longest = word;
-  return longest;
-}
-
 }  // namespace
 
 LabelRows::LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3) : panel_(panel) {
@@ -74,6 +67,7 @@ void LabelRows::Fill(int row, const Parameter& curve) {
   labels.units->setToolTip(units);
   PlaceName(row, name);
   PlaceValue(labels);
+  labels.units->setIndent(kGap);
   panel_.setMinimumHeight(labels.name->geometry().bottom() + kTop);
 }
 
@@ -85,10 +79,10 @@ void LabelRows::Colour(const Row& row, std::int32_t colour) {
 
 void LabelRows::PlaceName(int row, const QString& name) {
   QLabel& label = *rows_[row].name;
-  label.setFont(FitFont(font_, LongestWord(name), kNameWidth - 2));
   const QFontMetricsF metrics(font_);
   int height = static_cast<int>(std::ceil(1.08 * metrics.height()));
-  if (QFontMetricsF(label.font()).horizontalAdvance(name) >= kNameWidth) height *= 2;
+  if (metrics.horizontalAdvance(name) >= kNameWidth) height *= 2;
+  label.setFont(FitFont(font_, name, kNameWidth - 2, height));
   int top = kTop;
   if (row > 0) {
     const QRect above = rows_[row - 1].name->geometry();
@@ -107,7 +101,7 @@ void LabelRows::PlaceValue(Row& row) {
   const int width = std::clamp(static_cast<int>(std::ceil(1.15 * text)), kLeastValueWidth, mostWidth);
   row.value->setGeometry(left, name.top(), width, name.height());
   const int unitsWidth = room - kGap - width;
-  row.units->setFont(FitFont(font_, row.units->text(), unitsWidth - 1));
+  row.units->setFont(FitFont(font_, row.units->text(), unitsWidth - 2 * kGap));
   row.units->setGeometry(left + width + kGap, name.top(), unitsWidth, name.height());
 }
 
