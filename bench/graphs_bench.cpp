@@ -1,0 +1,266 @@
+#include <benchmark/benchmark.h>
+#include <qcustomplot.h>
+
+#include <QApplication>
+#include <QMdiArea>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "graphs/windows/graph_windows_mdi.h"
+#include "model/graph_map.h"
+#include "platform/clock.h"
+#include "platform/dates.h"
+#include "platform/dialogs.h"
+#include "platform/gate.h"
+#include "platform/settings.h"
+
+// Eight curves on one chart of 900x240, fed one sample after the other and shown as a user sees them: against a chart that replots for
+// each sample, and for as long as a week of seconds to see that memory stays where it is.
+
+namespace velk {
+
+namespace {
+
+constexpr int kCurves = 8;
+constexpr double kSecond = 1.0 / 86400;
+
+/// A sample's values: slow waves over the whole scale, some of them past its edge.
+class Job {
+ public:
+  float Value(int curve, long long sample) const {
+    return wave_[static_cast<std::size_t>((sample + 40 * curve) % kLength)];
+  }
+
+ private:
+  static constexpr int kLength = 601;
+  static std::vector<float> Wave() {
+    std::vector<float> wave;
+    for (int i = 0; i < kLength; ++i)
+      wave.push_back(static_cast<float>(50 + 48 * std::sin(i * 2 * 3.14159265 / kLength)));
+    return wave;
+  }
+  std::vector<float> wave_ = Wave();
+};
+
+/// No time passes but that of the samples; the window's refresh is run by hand, once for 33 ms of real time.
+class BenchClock : public Clock {
+ public:
+  double Now() const override { return 46000; }
+  std::int64_t Ticks() const override { return 0; }
+  void Yield() override {}
+  void WaitRound() override {}
+  void WaitMilliseconds(int) override {}
+  void Post(std::function<void()> task) override { task(); }
+  std::unique_ptr<Timer> MakeTimer() override {
+    auto timer = std::make_unique<ManualTimer>();
+    timers_.push_back(timer.get());
+    return timer;
+  }
+  void FireEnabled() {
+    for (ManualTimer* timer : timers_)
+      if (timer->Enabled()) timer->Fire();
+  }
+
+ private:
+  class ManualTimer : public Timer {
+   public:
+    void SetHandler(std::function<void()> handler) override { handler_ = std::move(handler); }
+    void SetInterval(int milliseconds) override { interval_ = milliseconds; }
+    int Interval() const override { return interval_; }
+    void SetEnabled(bool enabled) override { enabled_ = enabled; }
+    bool Enabled() const override { return enabled_; }
+    void Fire() const { handler_(); }
+
+   private:
+    std::function<void()> handler_;
+    int interval_ = 1000;
+    bool enabled_ = false;
+  };
+  std::vector<ManualTimer*> timers_;
+};
+
+class NoDialogs : public Dialogs {
+ public:
+  using Dialogs::Dialogs;
+
+ protected:
+  Answer ShowMessage(const MessageBox& box) override {
+    std::fprintf(stderr, "a box came up: %s\n", box.text.c_str());
+    std::exit(1);
+  }
+  std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
+};
+
+/// One strip-chart window with eight curves, driven as the road of a sample drives it.
+class LiveChart {
+ public:
+  LiveChart() {
+    session_.GraphTimeStep = kSecond;
+    session_.NumberOfParameters = kCurves;
+    for (int i = 1; i <= kCurves; ++i) {
+      Parameter& curve = session_.CurrentParameters[i];
+      curve.name = "Curve " + std::to_string(i);
+      curve.max = 100;
+      curve.color = i * 0x1D3A57 & 0xFFFFFF;
+      curve.format = "#0.000";
+      curve.FormIndex = 1;
+      curve.GraphVisible = true;
+    }
+    BuildGraphMap(session_, kCurves);
+    area_.resize(1100, 520);
+    area_.show();
+    windows_.CreateGraphWindows();
+    window_ = session_.GraphForms[1];
+    session_.GraphPageTime = session_.GraphEndTime = lastTime_ = start_;
+    window_->WriteDate(start_, start_ + BlockLength());
+  }
+
+  void Sample() {
+    const double time = start_ + static_cast<double>(sample_) * kSecond;
+    if (time >= session_.GraphEndTime) {
+      window_->Picture2_Update(session_.GraphEndTime, session_.GraphEndTime + BlockLength());
+      session_.GraphPageTime = window_->TimeOrigin();
+      session_.GraphEndTime += BlockLength();
+    }
+    for (int i = 1; i <= kCurves; ++i) {
+      const Parameter& curve = session_.CurrentParameters[i];
+      const float value = job_.Value(i, sample_);
+      window_->WriteValuesToLabels(i, value);
+      window_->PlotValue(lastTime_, time, session_.PreviousValue[i], value, curve.min, curve.max, curve.color,
+                         curve.Wrapping);
+      session_.PreviousValue[i] = value;
+    }
+    lastTime_ = time;
+    ++sample_;
+  }
+
+  /// Brings to the screen what has changed.
+  void Show() {
+    clock_.FireEnabled();
+    QCoreApplication::processEvents();
+  }
+
+ private:
+  double BlockLength() const { return kSecond * session_.pixelslength; }
+
+  Gate gate_;
+  BenchClock clock_;
+  NoDialogs dialogs_{gate_};
+  SettingsStore settings_{""};
+  Platform platform_{clock_, gate_, dialogs_, settings_};
+  Session session_;
+  QMdiArea area_;
+  GraphWindowsMdi windows_{session_, platform_, area_};
+  GraphWindow* window_ = nullptr;
+  Job job_;
+  const double start_ = DateSerial(2026, 3, 14);
+  double lastTime_ = 0;
+  long long sample_ = 0;
+};
+
+/// The same curves on a chart that draws everything anew for each sample. It holds the two minutes that the page of a strip chart
+/// gains at a time.
+class ReplottedChart {
+ public:
+  ReplottedChart() {
+    plot_.resize(900, 240);
+    plot_.setNotAntialiasedElements(QCP::aeAll);
+    plot_.setNoAntialiasingOnDrag(true);
+    for (int i = 1; i <= kCurves; ++i) {
+      QCPGraph* curve = plot_.addGraph(plot_.yAxis, plot_.xAxis);
+      curve->setPen(QPen(QColor::fromRgb(static_cast<QRgb>(i * 0x1D3A57)), 2));
+      curve->setAntialiased(false);
+    }
+    plot_.xAxis->setRange(0, 100);
+    plot_.yAxis->setRangeReversed(true);
+    plot_.show();
+  }
+
+  void Sample() {
+    const double time = static_cast<double>(sample_);
+    for (int i = 1; i <= kCurves; ++i) {
+      plot_.graph(i - 1)->addData(time, static_cast<double>(job_.Value(i, sample_)));
+      plot_.graph(i - 1)->data()->removeBefore(time - kPage);
+    }
+    plot_.yAxis->setRange(std::max(0.0, time - kPage), std::max<double>(kPage, time));
+    plot_.replot(QCustomPlot::rpImmediateRefresh);
+    ++sample_;
+  }
+
+ private:
+  static constexpr int kPage = 240;  ///< samples that a page of 240 pixels holds
+  QCustomPlot plot_;
+  Job job_;
+  long long sample_ = 0;
+};
+
+/// Runs `sample` and, 30 times a second of real time, `show`.
+template <class SampleStep, class ShowStep>
+void Run(benchmark::State& state, SampleStep sample, ShowStep show) {
+  using Time = std::chrono::steady_clock;
+  auto next = Time::now();
+  for (auto unused : state) {
+    (void)unused;
+    sample();
+    if (Time::now() < next) continue;
+    show();
+    next = Time::now() + std::chrono::milliseconds(34);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+void StripChartSamples(benchmark::State& state) {
+  LiveChart chart;
+  Run(state, [&] { chart.Sample(); }, [&] { chart.Show(); });
+}
+
+void ReplottedSamples(benchmark::State& state) {
+  ReplottedChart chart;
+  for (int i = 0; i < 240; ++i) chart.Sample();
+  Run(state, [&] { chart.Sample(); }, [] {});
+}
+
+BENCHMARK(StripChartSamples)->MinTime(3);
+BENCHMARK(ReplottedSamples)->MinTime(3);
+
+long ResidentKilobytes() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);)
+    if (line.rfind("VmRSS:", 0) == 0) return std::atol(line.c_str() + 6);
+  return 0;
+}
+
+/// `graphs_bench --memory N`: resident memory after 100,000 and after N samples.
+int WatchMemory(long long samples) {
+  LiveChart chart;
+  long early = 0;
+  for (long long i = 0; i < samples; ++i) {
+    chart.Sample();
+    if (i % 2000 == 0) chart.Show();
+    if (i == 100'000) early = ResidentKilobytes();
+  }
+  const long late = ResidentKilobytes();
+  std::printf("resident after 100000 samples: %ld kB, after %lld: %ld kB, grown by %ld kB\n", early, samples, late,
+              late - early);
+  return late - early <= 1024 ? 0 : 1;
+}
+
+}  // namespace
+
+}  // namespace velk
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  if (argc == 3 && std::string(argv[1]) == "--memory") return velk::WatchMemory(std::atoll(argv[2]));
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
