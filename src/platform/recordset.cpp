@@ -69,6 +69,7 @@ FieldValue Recordset::Field(int field) {
     select_->Bind(1, PresentKey());
     if (!select_->Next()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
     std::vector<FieldValue> row;
+    row.reserve(static_cast<std::size_t>(FieldCount()));
     for (int i = 0; i < FieldCount(); ++i) row.push_back(select_->Field(i));
     select_->Reset();
     row_ = std::move(row);
