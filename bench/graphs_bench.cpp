@@ -17,8 +17,8 @@
 #include "platform/gate.h"
 #include "platform/settings.h"
 
-// Eight curves on one chart of 900x240, fed one sample after the other and shown as a user sees them: against a chart that replots for
-// each sample, and for as long as a week of seconds to see that memory stays where it is.
+// Eight curves on one chart of 900x240, fed one sample after the other and shown as a user sees them: against a chart
+// that replots for each sample, and for as long as a week of seconds to see that memory stays where it is.
 
 namespace velk {
 
@@ -164,8 +164,8 @@ class LiveChart {
   long long sample_ = 0;
 };
 
-/// The same curves on a chart that draws everything anew for each sample. It holds the two minutes that the page of a strip chart
-/// gains at a time.
+/// The same curves on a chart that draws everything anew for each sample. It holds the two minutes that the page of a
+/// strip chart gains at a time.
 class ReplottedChart {
  public:
   ReplottedChart() {
@@ -217,13 +217,15 @@ void Run(benchmark::State& state, SampleStep sample, ShowStep show) {
 
 void StripChartSamples(benchmark::State& state) {
   LiveChart chart;
-  Run(state, [&] { chart.Sample(); }, [&] { chart.Show(); });
+  Run(
+      state, [&] { chart.Sample(); }, [&] { chart.Show(); });
 }
 
 void ReplottedSamples(benchmark::State& state) {
   ReplottedChart chart;
   for (int i = 0; i < 240; ++i) chart.Sample();
-  Run(state, [&] { chart.Sample(); }, [] {});
+  Run(
+      state, [&] { chart.Sample(); }, [] {});
 }
 
 BENCHMARK(StripChartSamples)->MinTime(3);

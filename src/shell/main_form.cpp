@@ -14,7 +14,9 @@
 #include "shell/ui_main_form.h"
 
 /// A static library's resources have to be asked for, from outside any namespace.
-static void LoadIcons() { Q_INIT_RESOURCE(icons); }
+static void LoadIcons() {
+  Q_INIT_RESOURCE(icons);
+}
 
 namespace velk {
 

@@ -104,7 +104,9 @@ bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
   return dialog->exec() == QDialog::Accepted && dialog;
 }
 
-void QtDialogs::EndBoxes() { SetEnding(); }
+void QtDialogs::EndBoxes() {
+  SetEnding();
+}
 
 void QtDialogs::CloseStanding() {
   // All of the program's modal windows, also those that a caller of Modal shows: each has an event loop on the stack.
