@@ -15,7 +15,7 @@ bool IsTaken(const std::string& name, const std::vector<std::string>& taken) {
 
 /// A name that is not among `taken`, and takes it.
 std::string TakeName(std::string name, int number, std::vector<std::string>& taken) {
-  if (IsTaken(name, taken)) name += "_" + std::to_string(number);
+  if (IsTaken(name, taken)) (name += '_') += std::to_string(number);
   while (IsTaken(name, taken)) name += "_";
   taken.push_back(name);
   return name;
