@@ -23,7 +23,7 @@ std::string TakeName(std::string name, int number, std::vector<std::string>& tak
 
 std::string ColumnBase(const std::string& name, int number) {
   std::string cleaned = CleanFieldName(name);
-  return cleaned.empty() || cleaned == kBlankName ? kBlankName + std::to_string(number) : cleaned;
+  return cleaned.empty() || cleaned == kBlankName ? std::string(kBlankName).append(std::to_string(number)) : cleaned;
 }
 
 }  // namespace
