@@ -1,0 +1,286 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/catalog.h"
+#include "platform/command.h"
+#include "platform/connection.h"
+#include "platform/dates.h"
+#include "platform/errors.h"
+#include "platform/recordset.h"
+#include "support/temporary_folder.h"
+
+namespace velk {
+namespace {
+
+class Database : public testing::Test {
+ protected:
+  std::shared_ptr<Connection> Make(const std::string& sql) {
+    auto connection = Connection::Open(path, OpenMode::CreateNew);
+    connection->Execute(sql);
+    return connection;
+  }
+  static std::string One(Connection& connection, const std::string& sql) {
+    Command command(connection, sql);
+    return command.Next() ? command.Text(0) : "no row";
+  }
+  static ErrorNumber NumberOf(const std::function<void()>& statement) {
+    try {
+      statement();
+    } catch (const RuntimeError& error) {
+      return error.Number();
+    }
+    ADD_FAILURE() << "no error";
+    return ErrorNumber::InvalidArgument;
+  }
+
+  test::TemporaryFolder folder;
+  std::string path = folder.File("data.mdb");
+};
+
+using DatabaseConnection = Database;
+using DatabaseCommand = Database;
+using DatabaseCatalog = Database;
+using DatabaseRecordset = Database;
+
+TEST_F(DatabaseConnection, CreatesOnlyWhatIsNotThere) {
+  Make("CREATE TABLE t (a)");
+  EXPECT_EQ(NumberOf([&] { Connection::Open(path, OpenMode::CreateNew); }), ErrorNumber::FileAlreadyExists);
+  EXPECT_EQ(NumberOf([&] { Connection::Open(folder.File("no"), OpenMode::ReadWrite); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(NumberOf([&] { Connection::Open(folder.File("no/x"), OpenMode::ReadOnly); }), ErrorNumber::PathNotFound);
+  EXPECT_FALSE(std::filesystem::exists(folder.File("no")));
+}
+
+TEST_F(DatabaseConnection, ReadsCDateAsADateTime) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  EXPECT_EQ(One(*connection, "SELECT CDate('14/03/2026')"), "46095.0");
+  EXPECT_EQ(One(*connection, "SELECT CDate('12:00:00')"), "0.5");
+  EXPECT_EQ(One(*connection, "SELECT CDate('14-Mar-2026 06:00:00')"), "46095.25");
+  EXPECT_EQ(One(*connection, "SELECT CDate(46095.5)"), "46095.5");
+  EXPECT_EQ(One(*connection, "SELECT CDate(NULL) IS NULL"), "1");
+  EXPECT_THROW(One(*connection, "SELECT CDate('yesterday')"), RuntimeError);
+}
+
+TEST_F(DatabaseConnection, DoesNotLetAStrangersFileAct) {
+  Make(
+      "CREATE TABLE t (a); CREATE TABLE spy (a);"
+      "CREATE TRIGGER tell AFTER INSERT ON t BEGIN INSERT INTO spy VALUES (new.a); END");
+  const auto connection = Connection::Open(path, OpenMode::ReadWrite);
+  connection->Execute("INSERT INTO t VALUES (1)");
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM spy"), "0");
+  connection->Execute("PRAGMA writable_schema=ON");
+  EXPECT_THROW(connection->Execute("UPDATE sqlite_schema SET sql='x'"), RuntimeError);
+  EXPECT_THROW(One(*connection, "SELECT \"no such column\" FROM t"), RuntimeError);
+}
+
+TEST_F(DatabaseConnection, NamesTheFileInItsErrors) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  try {
+    connection->Execute("SELECT * FROM missing");
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::NoSuchTable);
+    EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << error.what();
+  }
+}
+
+TEST_F(DatabaseConnection, KnowsItsFileByEveryName) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  std::filesystem::create_hard_link(path, folder.File("second"));
+  Connection::Open(folder.File("third"), OpenMode::CreateNew);
+  EXPECT_TRUE(connection->IsSameFile(path));
+  EXPECT_TRUE(connection->IsSameFile(folder.File("second")));
+  EXPECT_TRUE(connection->IsSameFile(folder.File("./data.mdb")));
+  EXPECT_FALSE(connection->IsSameFile(folder.File("third")));
+  EXPECT_FALSE(connection->IsSameFile(folder.File("none")));
+  std::filesystem::rename(path, folder.File("moved"));
+  std::ofstream(path).flush();
+  EXPECT_FALSE(connection->IsSameFile(path)) << "another file has the name now";
+  EXPECT_EQ(NumberOf([&] { connection->CheckInPlace(); }), ErrorNumber::FileNotFound);
+}
+
+TEST_F(DatabaseConnection, ReadOnlyWritesNothing) {
+  Make("CREATE TABLE t (a)");
+  const auto connection = Connection::Open(path, OpenMode::ReadOnly);
+  EXPECT_EQ(NumberOf([&] { connection->Execute("INSERT INTO t VALUES (1)"); }), ErrorNumber::PermissionDenied);
+}
+
+TEST_F(DatabaseConnection, RecordsInAFlushedWriteAheadLog) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  connection->BeginRecording();
+  EXPECT_EQ(One(*connection, "PRAGMA journal_mode"), "wal");
+  EXPECT_EQ(One(*connection, "PRAGMA synchronous"), "2");
+  connection->Finalise();
+  EXPECT_EQ(One(*connection, "PRAGMA journal_mode"), "delete");
+}
+
+TEST_F(DatabaseConnection, ClosingLeavesTheWriteAheadLogAsItIs) {
+  {
+    const auto connection = Make("CREATE TABLE t (a)");
+    connection->BeginRecording();
+    connection->Execute("INSERT INTO t VALUES (1)");
+  }
+  const auto size = std::filesystem::file_size(path + "-wal");
+  EXPECT_GT(size, 0u);
+  EXPECT_EQ(One(*Connection::Open(path, OpenMode::ReadOnly), "SELECT count(*) FROM t"), "1");
+  EXPECT_EQ(std::filesystem::file_size(path + "-wal"), size);
+}
+
+TEST_F(DatabaseConnection, TransactionsAreTakenBackUnlessCommitted) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  {
+    Transaction transaction(*connection);
+    connection->Execute("INSERT INTO t VALUES (1)");
+  }
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM t"), "0");
+  {
+    Transaction transaction(*connection);
+    connection->Execute("INSERT INTO t VALUES (1)");
+    transaction.Commit();
+  }
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM t"), "1");
+}
+
+TEST_F(DatabaseCommand, BindsValuesOfEveryTypeAndReadsThemBack) {
+  const auto connection = Make("CREATE TABLE t (a, b, c, d)");
+  const std::string text("'); DROP TABLE t; --\0Ж", 23);
+  Command(*connection, "INSERT INTO t VALUES (?, ?, ?, ?)")
+      .Bind(1, std::int64_t{1} << 60)
+      .Bind(2, 0.1)
+      .Bind(3, text)
+      .Bind(4, std::monostate{})
+      .Execute();
+  Command read(*connection, "SELECT * FROM t");
+  ASSERT_TRUE(read.Next());
+  EXPECT_EQ(read.Field(0), FieldValue(std::int64_t{1} << 60));
+  EXPECT_EQ(read.Field(1), FieldValue(0.1));
+  EXPECT_EQ(read.Field(2), FieldValue(text));
+  EXPECT_EQ(read.Field(3), FieldValue(std::monostate{}));
+  EXPECT_FALSE(read.Next());
+}
+
+TEST_F(DatabaseCommand, CanBeRunAgainAfterAFailure) {
+  const auto connection = Make("CREATE TABLE t (a UNIQUE)");
+  Command insert(*connection, "INSERT INTO t VALUES (?)");
+  insert.Bind(1, std::int64_t{1}).Execute();
+  EXPECT_EQ(NumberOf([&] { insert.Execute(); }), ErrorNumber::Database);
+  insert.Bind(1, std::int64_t{2}).Execute();
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM t"), "2");
+}
+
+TEST_F(DatabaseCatalog, CreatesWhatItFinds) {
+  const auto connection = Make("CREATE TABLE other (a)");
+  const Catalog catalog(*connection);
+  Catalog(*connection)
+      .Append({"Log \"x\"",
+               {{"ID", column_type::kInteger}, {"a;b", column_type::kText50}, {"№", column_type::kDouble}},
+               "ID"});
+  const auto table = catalog.Find("LOG \"X\"");
+  ASSERT_TRUE(table);
+  EXPECT_EQ(table->name, "Log \"x\"");
+  EXPECT_EQ(table->identity, "ID");
+  ASSERT_EQ(table->columns.size(), 3u);
+  EXPECT_EQ(table->columns[1].name, "a;b");
+  EXPECT_EQ(table->columns[1].type, "VARCHAR(50)");
+  EXPECT_EQ(table->columns[2].name, "№");
+  EXPECT_FALSE(catalog.Find("missing"));
+  EXPECT_FALSE(catalog.Find("sqlite_schema"));
+}
+
+TEST_F(DatabaseCatalog, RefusesATableTwiceAndColumnsThatAreTheSame) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  EXPECT_THROW(Catalog(*connection).Append({"T", {{"a", column_type::kDouble}}}), RuntimeError);
+  EXPECT_THROW(Catalog(*connection).Append({"u", {{"a", column_type::kDouble}, {"A", column_type::kDouble}}}),
+               RuntimeError);
+  EXPECT_TRUE(SameName("Rate", "rATE"));
+  EXPECT_FALSE(SameName("Ж", "ж"));
+}
+
+TEST_F(DatabaseRecordset, MovesThroughTheRowsInOrderOfTheirKeys) {
+  Recordset rows(Make("CREATE TABLE t (k INTEGER PRIMARY KEY, v); INSERT INTO t VALUES (9,'c'),(2,'a'),(5,'b')"), "T");
+  EXPECT_EQ(rows.FieldCount(), 2);
+  EXPECT_EQ(rows.FieldName(1), "v");
+  EXPECT_EQ(rows.FieldIndex("V"), 1);
+  EXPECT_EQ(rows.FieldIndex("x"), -1);
+  EXPECT_TRUE(rows.EndOfFile());
+  EXPECT_EQ(rows.Count(), 3);
+  std::string seen;
+  for (rows.MoveFirst(); !rows.EndOfFile(); rows.MoveNext())
+    seen += std::to_string(rows.Position()) + std::get<std::string>(rows.Field(1));
+  EXPECT_EQ(seen, "1a2b3c");
+  EXPECT_EQ(rows.Position(), 0);
+  EXPECT_EQ(NumberOf([&] { rows.MoveNext(); }), ErrorNumber::NoCurrentRecord);
+  EXPECT_EQ(NumberOf([&] { rows.Field(0); }), ErrorNumber::NoCurrentRecord);
+  rows.MoveLast();
+  EXPECT_EQ(rows.Field(0), FieldValue(std::int64_t{9}));
+  EXPECT_EQ(NumberOf([&] { rows.Field(2); }), ErrorNumber::SubscriptOutOfRange);
+  rows.MoveTo(4);
+  EXPECT_TRUE(rows.EndOfFile());
+  rows.MoveTo(0);
+  EXPECT_TRUE(rows.EndOfFile());
+}
+
+TEST_F(DatabaseRecordset, AddsRowsWithAndWithoutHavingRead) {
+  Recordset rows(Make("CREATE TABLE t (ID INTEGER, a, CONSTRAINT PrimaryKey PRIMARY KEY (ID AUTOINCREMENT))"), "t");
+  for (int i = 1; i <= 3; ++i) {
+    if (i == 3) {
+      EXPECT_EQ(rows.Count(), 2);
+    }
+    rows.AddNew();
+    rows.SetField(1, std::int64_t{i * 10});
+    rows.Update();
+  }
+  EXPECT_EQ(rows.Count(), 3);
+  rows.MoveLast();
+  EXPECT_EQ(rows.Field(0), FieldValue(std::int64_t{3}));
+  EXPECT_EQ(rows.Field(1), FieldValue(std::int64_t{30}));
+}
+
+TEST_F(DatabaseRecordset, StartsEachNewRowEmpty) {
+  const auto connection = Make("CREATE TABLE t (a, b)");
+  Recordset rows(connection, "t");
+  rows.AddNew();
+  rows.SetField(0, 1.0);
+  rows.SetField(1, 2.0);
+  rows.Update();
+  rows.AddNew();
+  rows.SetField(1, 3.0);
+  rows.Update();
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM t WHERE a IS NULL AND b = 3"), "1");
+}
+
+TEST_F(DatabaseRecordset, ChangesThePresentRow) {
+  const auto connection = Make("CREATE TABLE t (a, b); INSERT INTO t VALUES (1,2),(3,4)");
+  Recordset rows(connection, "t");
+  EXPECT_EQ(NumberOf([&] { rows.SetField(0, 1.0); }), ErrorNumber::NoCurrentRecord);
+  rows.MoveTo(2);
+  rows.SetField(1, std::string("x"));
+  rows.Update();
+  EXPECT_EQ(rows.Field(1), FieldValue(std::string("x")));
+  rows.SetField(0, std::string("dropped"));
+  rows.MoveFirst();
+  rows.Update();
+  EXPECT_EQ(One(*connection, "SELECT group_concat(a || '-' || b) FROM t"), "1-2,3-x");
+}
+
+TEST_F(DatabaseRecordset, FindsTheKeyWhereColumnsHaveItsNames) {
+  const auto connection = Make("CREATE TABLE t (rowid, _rowid_, v); INSERT INTO t VALUES (7,8,'x')");
+  Recordset rows(connection, "t");
+  rows.MoveFirst();
+  EXPECT_EQ(rows.Field(2), FieldValue(std::string("x")));
+  connection->Execute("CREATE TABLE u (rowid, _rowid_, oid)");
+  EXPECT_THROW(Recordset(connection, "u"), RuntimeError);
+  EXPECT_EQ(NumberOf([&] { Recordset(connection, "none"); }), ErrorNumber::NoSuchTable);
+}
+
+TEST_F(DatabaseRecordset, TellsOfARowThatIsGone) {
+  const auto connection = Make("CREATE TABLE t (a); INSERT INTO t VALUES (1)");
+  Recordset rows(connection, "t");
+  rows.MoveFirst();
+  connection->Execute("DELETE FROM t");
+  EXPECT_EQ(NumberOf([&] { rows.Field(0); }), ErrorNumber::NoCurrentRecord);
+}
+
+}  // namespace
+}  // namespace velk
