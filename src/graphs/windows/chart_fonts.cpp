@@ -1,6 +1,7 @@
 #include "graphs/windows/chart_fonts.h"
 
 #include <QFontMetricsF>
+#include <QStringList>
 #include <algorithm>
 #include <cmath>
 
