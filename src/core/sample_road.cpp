@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/alarms.h"
 #include "instruments/protocols.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
@@ -98,6 +99,7 @@ bool SampleRoad::DrawAndLog(const Statements& run) {
     if (!IsSignificant(run)) return false;
     Draw();
     ReadPageStart();
+    HideAlarmsIfNone(session_, view_);
     row.AppendRow(run);
     return true;
   } catch (const LeaveProcedure&) {
@@ -150,6 +152,7 @@ void SampleRoad::DrawParameter(int parameter) {
   if (window)
     window->PlotValue(session_.LastPlotTime, session_.SampleTime, session_.PreviousValue[parameter],
                       session_.CurrentValue[parameter], curve.min, curve.max, curve.color, curve.Wrapping);
+  TestAlarms(session_, view_, parameter);
   session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
 }
 

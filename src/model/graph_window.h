@@ -19,6 +19,9 @@ class GraphWindow {
   virtual void WriteValuesToLabels(int parameter, float value) = 0;
   virtual void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                          std::int32_t colour, bool wrapping) = 0;
+  /// An alarmed parameter's value label changes its background with each call and carries a mark; otherwise the label
+  /// goes back to its own look.
+  virtual void ShowAlarm(int parameter, bool alarmed) = 0;
   /// Time at the top of the plot; 0 until something was drawn.
   virtual double TimeOrigin() const = 0;
   virtual void EnableToolbar() = 0;

@@ -31,6 +31,8 @@ class MainView {
   virtual void ResetCaption() = 0;
   virtual void SetHourglass(bool on) = 0;
   virtual void Repaint() = 0;
+  /// The system's beep. Sounds that still play may be merged.
+  virtual void Beep() = 0;
 };
 
 /// Numbers of the toolbar's images.

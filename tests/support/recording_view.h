@@ -29,6 +29,7 @@ class RecordingView : public MainView {
   void ResetCaption() override { ++captionResets; }
   void SetHourglass(bool on) override { hourglass = on; }
   void Repaint() override { ++repaints; }
+  void Beep() override { ++beeps; }
 
   std::map<int, std::string> panels;
   std::map<std::string, bool> menuEnabled, menuVisible, buttonVisible, buttonEnabled;
@@ -37,6 +38,7 @@ class RecordingView : public MainView {
   std::vector<std::string> pressed;
   int captionResets = 0;
   int repaints = 0;
+  int beeps = 0;
   bool hourglass = false;
 };
 

@@ -250,6 +250,13 @@ void GraphFormNew::WriteValuesToLabels(int parameter, float value) {
   ScheduleRefresh();
 }
 
+void GraphFormNew::ShowAlarm(int parameter, bool alarmed) {
+  const int slot = GraphSlotOf(session_, parameter, formIndex_);
+  if (slot == 0 || slot > labels_->Count()) return;
+  labels_->SetAlarm(slot - 1, alarmed);
+  ScheduleRefresh();
+}
+
 void GraphFormNew::InitialHeader() {
   Operation("InitialHeader", [&] { chart_->InitialHeader(); });
   PlaceFrame();

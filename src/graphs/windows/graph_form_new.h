@@ -45,6 +45,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void WriteValuesToLabels(int parameter, float value) override;
   void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                  std::int32_t colour, bool wrapping) override;
+  void ShowAlarm(int parameter, bool alarmed) override;
   double TimeOrigin() const override { return chart_->TimeOrigin(); }
   /// The window has no buttons of its own that could be enabled.
   void EnableToolbar() override {}

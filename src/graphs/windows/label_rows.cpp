@@ -26,6 +26,19 @@ QString WithSwatch(std::int32_t colour) {
   return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
 }
 
+<<<<<<< HEAD
+=======
+/// In front of the value of an alarmed curve.
+constexpr QChar kAlarmMark = u'\u25B2';
+
+QString LongestWord(const QString& text) {
+  QString longest;
+  for (const QString& word : text.split(QLatin1Char(' ')))
+    if (word.size() > longest.size()) longest = word;
+  return longest;
+}
+
+>>>>>>> 4475309 (wip)
 }  // namespace
 
 LabelRows::LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3) : panel_(panel) {
@@ -71,10 +84,24 @@ void LabelRows::Fill(int row, const Parameter& curve) {
   panel_.setMinimumHeight(labels.name->geometry().bottom() + kTop);
 }
 
-void LabelRows::Colour(const Row& row, std::int32_t colour) {
+void LabelRows::Colour(Row& row, std::int32_t colour) {
+  row.colour = colour;
   const QString style = WithSwatch(colour);
-  for (QLabel* label : {row.name, row.value, row.units})
+  for (QLabel* label : {row.name, row.units})
     if (label->styleSheet() != style) label->setStyleSheet(style);
+  ShowFlash(row);
+}
+
+void LabelRows::ShowFlash(Row& row) {
+  row.shownFlash = row.flash;
+  QString style = WithSwatch(row.colour);
+  if (row.flash != Flash::None) {
+    const QColor background = row.flash == Flash::White ? Qt::white : row.value->palette().color(QPalette::Button);
+    const QColor text = background.lightness() > 127 ? Qt::black : Qt::white;
+    style =
+        QStringLiteral("QLabel { color: %1; background: %2; font-weight: bold; }").arg(text.name(), background.name());
+  }
+  if (row.value->styleSheet() != style) row.value->setStyleSheet(style);
 }
 
 void LabelRows::PlaceName(int row, const QString& name) {
@@ -112,11 +139,20 @@ void LabelRows::SetValue(int row, double value, std::string_view picture) {
   labels.changed = true;
 }
 
+void LabelRows::SetAlarm(int row, bool alarmed) {
+  Row& labels = rows_[row];
+  const Flash before = labels.flash;
+  labels.flash = !alarmed ? Flash::None : before == Flash::White ? Flash::Button : Flash::White;
+  if (labels.flash != before) labels.changed = true;
+}
+
 void LabelRows::ShowChanges() {
   for (Row& row : rows_) {
     if (!row.changed) continue;
     row.changed = false;
-    const QString text = QString::fromStdString(row.text);
+    if (row.shownFlash != row.flash) ShowFlash(row);
+    const QString text =
+        (row.flash == Flash::None ? QString() : QString(kAlarmMark)) + QString::fromStdString(row.text);
     if (text == row.value->text()) continue;
     const bool longer = text.size() != row.value->text().size();
     row.value->setText(text);

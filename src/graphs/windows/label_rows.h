@@ -29,19 +29,28 @@ class LabelRows {
   void Fill(int row, const Parameter& curve);
   /// The latest value, as text by the picture. Allocates nothing once the text has had its longest form.
   void SetValue(int row, double value, std::string_view picture);
-  /// Puts changed value texts on the screen.
+  /// Flashes the value of an alarmed curve: with each call its background changes between white and the colour of
+  /// buttons, and a mark stands beside the value, since colour alone can be missed. Without an alarm it looks as ever.
+  void SetAlarm(int row, bool alarmed);
+  /// Puts changed values and alarms on the screen.
   void ShowChanges();
 
  private:
+  enum class Flash { None, White, Button };
+
   struct Row {
     QLabel* name;
     QLabel* value;
     QLabel* units;
     std::string text;
     bool changed = false;
+    Flash flash = Flash::None;
+    Flash shownFlash = Flash::None;
+    std::int32_t colour = 0;
   };
 
-  void Colour(const Row& row, std::int32_t colour);
+  void Colour(Row& row, std::int32_t colour);
+  void ShowFlash(Row& row);
   void PlaceName(int row, const QString& name);
   void PlaceValue(Row& row);
 

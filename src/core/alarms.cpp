@@ -1,0 +1,51 @@
+#include "core/alarms.h"
+
+#include <algorithm>
+
+#include "model/graph_window.h"
+#include "platform/numbers.h"
+
+namespace velk {
+
+namespace {
+
+bool IsSet(const std::string& level) {
+  return !level.empty() && level != kNoAlarm;
+}
+
+float Level(const std::string& level) {
+  return static_cast<float>(Val(level));
+}
+
+void ShowIndicator(MainView& view, bool on) {
+  view.SetButtonVisible("Command1", on);
+  view.SetButtonVisible("Alarms", on);
+  if (on) view.SetButtonEnabled("Alarms", true);
+}
+
+}  // namespace
+
+bool IsOutOfLimits(const Parameter& parameter, float value) {
+  if (IsSet(parameter.loweralarm) && Level(parameter.loweralarm) > value) return true;
+  return IsSet(parameter.upperalarm) && Level(parameter.upperalarm) < value;
+}
+
+void TestAlarms(Session& session, MainView& view, int parameter) {
+  const Parameter& tested = session.CurrentParameters[parameter];
+  const bool alarmed = IsOutOfLimits(tested, session.CurrentValue[parameter]);
+  session.AlarmTriggered[parameter] = alarmed;
+  const int graph = tested.FormIndex;
+  if (graph >= 1 && graph <= kMaxParameters)
+    if (GraphWindow* window = session.GraphForms[graph]) window->ShowAlarm(parameter, alarmed);
+  if (!alarmed) return;
+  ShowIndicator(view, true);
+  view.Beep();
+}
+
+void HideAlarmsIfNone(const Session& session, MainView& view) {
+  const auto& triggered = session.AlarmTriggered;
+  if (std::none_of(triggered.begin() + 1, triggered.end(), [](bool alarm) { return alarm; }))
+    ShowIndicator(view, false);
+}
+
+}  // namespace velk

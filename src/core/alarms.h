@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/main_view.h"
+#include "model/parameter.h"
+#include "model/session.h"
+
+namespace velk {
+
+/// Whether a value lies outside a parameter's limits. Both comparisons are strict, in 32 bits, the lower one first. A
+/// level that is neither a number nor "None" nor empty counts as the number at its front, so as 0.
+bool IsOutOfLimits(const Parameter& parameter, float value);
+
+/// Tests a parameter of the running sample and shows the outcome: its label on the graph, the indicator, the beep.
+void TestAlarms(Session& session, MainView& view, int parameter);
+
+/// Takes the indicator away once no parameter is out of its limits.
+void HideAlarmsIfNone(const Session& session, MainView& view);
+
+}  // namespace velk
