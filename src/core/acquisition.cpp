@@ -32,16 +32,14 @@ Acquisition::Acquisition(Session& session, const Platform& platform, MainView& v
       road_(road) {
 }
 
-bool Acquisition::IsChecking() const {
-  return StatusIs(session_, MessageId::StatusCheckingHardware);
-}
-
 // --- Connect ---
 
 void Acquisition::mnuAcquireConnect_Click() {
+  const bool outermost = !std::exchange(connecting_, true);
   const bool done =
       RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) { Connect(run); });
   if (!done) view_.SetHourglass(false);
+  if (outermost) connecting_ = false;
 }
 
 void Acquisition::Connect(const Statements& run) {

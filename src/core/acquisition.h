@@ -20,8 +20,8 @@ class Acquisition {
   /// The toolbar's recording button.
   void RecordToDB_Click();
 
-  /// Connect is waiting for the unit.
-  bool IsChecking() const;
+  /// Connect is on the stack, perhaps waiting for the unit: nothing but Stop works.
+  bool IsConnecting() const { return connecting_; }
 
  private:
   void Connect(const Statements& run);
@@ -51,6 +51,7 @@ class Acquisition {
   LogDatabase& log_;
   Recorder& recorder_;
   SampleRoad& road_;
+  bool connecting_ = false;
 };
 
 }  // namespace velk

@@ -21,7 +21,7 @@ Application::Application(const Services& services)
       timers_(platform_.clock),
       form_(session_),
       link_(session_, platform_, form_, timers_, services.makePort),
-      graphs_(session_, platform_, form_.GraphArea()),
+      graphs_(session_, platform_, form_.GraphArea(), [this] { StoreGraphSettings(); }),
       log_(session_, platform_, services.questions, graphs_),
       recorder_(session_, platform_, form_, log_, services.questions),
       road_(session_, platform_, form_, recorder_),
@@ -46,7 +46,7 @@ Application::~Application() {
 // --- Menus and toolbar ---
 
 void Application::UnlessChecking(const std::function<void()>& procedure) {
-  if (!acquisition_.IsChecking()) procedure();
+  if (!acquisition_.IsConnecting()) procedure();
 }
 
 void Application::BindMenus() {
@@ -77,6 +77,12 @@ void Application::BindToolbar() {
   bind("Pause", [this] { UnlessChecking([this] { acquisition_.mnuAcquireStart_Click(); }); });
   bind("Stop", [this] { acquisition_.mnuAcquireStop_Click(); });
   bind("RecordToDB", [this] { UnlessChecking([this] { acquisition_.RecordToDB_Click(); }); });
+}
+
+void Application::StoreGraphSettings() {
+  if (!log_.IsConnected()) return;
+  RunProcedure({platform_.dialogs, "InitialHeader"},
+               [&](const Statements& run) { run([&] { log_.WriteGraphSettings(true); }); });
 }
 
 // --- Start-up ---
@@ -171,9 +177,9 @@ void Application::mnuFileExit_Click() {
 bool Application::MDIForm_QueryUnload() {
   if (session_.AskOnExit && !IsSureToExit()) return false;
   session_.AskOnExit = false;
-  if (road_.IsRunning() || acquisition_.IsChecking()) {
+  if (road_.IsRunning() || acquisition_.IsConnecting()) {
     // What runs is on the stack below this close: it has to leave first.
-    session_.StopRequested = true;
+    if (acquisition_.IsConnecting()) acquisition_.mnuAcquireStop_Click();
     platform_.dialogs.SetEnding();
     closeAgain_->SetEnabled(true);
     return false;

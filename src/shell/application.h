@@ -40,9 +40,11 @@ class Application {
  private:
   void BindMenus();
   void BindToolbar();
-  void Bind(QAction* action, void (Application::*procedure)());
-  /// Nothing but Stop works while Connect is checking the hardware.
+  /// Nothing but Stop works while Connect is under way.
   void UnlessChecking(const std::function<void()>& procedure);
+
+  /// A graph's header was drawn anew: the open log takes over what it shows.
+  void StoreGraphSettings();
 
   void StartUpStep(int number, const std::function<void()>& work);
   void ReadSettings();

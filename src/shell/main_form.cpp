@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "platform/text_qt.h"
 #include "shell/icons.h"
@@ -54,6 +55,7 @@ constexpr ToolbarButton kToolbar[] = {
     {"", 0, "", nullptr},
     {"connect", image::ConnectOff, "Connected", nullptr},
     {"disconnect", image::DisconnectOff, "Disconnected", nullptr},
+    {"Command1", image::Alarms, "Alarms Triggered", nullptr},
 };
 
 QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::string_view name) {
@@ -96,6 +98,13 @@ void MainForm::BuildToolbar() {
     images_[button.key] = button.image;
   }
   buttons_["ScrollBar"]->setVisible(false);
+  QAction* indicator = buttons_["Command1"];
+  indicator->setText(indicator->toolTip());
+  indicator->setVisible(false);
+  auto* button = qobject_cast<QToolButton*>(ui_->Toolbar1->widgetForAction(indicator));
+  button->setObjectName(QStringLiteral("Command1"));
+  button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  button->setStyleSheet(QStringLiteral("QToolButton { color: white; background: #b00020; font-weight: bold; }"));
 }
 
 void MainForm::BuildStatusBar() {
@@ -213,6 +222,10 @@ void MainForm::SetHourglass(bool on) {
 
 void MainForm::Repaint() {
   update();
+}
+
+void MainForm::Beep() {
+  QApplication::beep();
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {

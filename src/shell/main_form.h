@@ -53,6 +53,7 @@ class MainForm : public QMainWindow, public MainView {
   void ResetCaption() override;
   void SetHourglass(bool on) override;
   void Repaint() override;
+  void Beep() override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -100,7 +100,7 @@ TEST_F(Job, StopEndsAConnectThatWaits) {
   int rounds = 0;
   rig.clock.onYield = [&] {
     if (++rounds != 10) return;
-    EXPECT_TRUE(rig.acquisition.IsChecking());
+    EXPECT_TRUE(rig.acquisition.IsConnecting());
     EXPECT_TRUE(rig.view.buttonVisible["Stop"]);
     rig.acquisition.mnuAcquireStop_Click();
   };

@@ -1,0 +1,254 @@
+#include "shell/application.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDir>
+#include <QMdiArea>
+#include <fstream>
+
+#include "shell/shell_rig.h"
+
+namespace velk {
+namespace {
+
+using test::ShellRig;
+
+class Program : public testing::Test {
+ protected:
+  void ExpectStatus(const char* status) {
+    EXPECT_EQ(rig.State().CurrentStatus, status);
+    EXPECT_EQ(rig.Window().Panel(1), status);
+  }
+  std::string Stored(const char* section, const char* key) {
+    SettingsStore store(rig.folder.File("settings"));
+    return store.Get("VELK2", section, key, "missing");
+  }
+  void BreakSetting(const char* section, const char* key, const char* value) {
+    rig.settings->Save("VELK2", section, key, value);
+    rig.settings->Flush();
+  }
+
+  ShellRig rig;
+};
+
+// --- Start-up ---
+
+TEST_F(Program, ComesUpReadyWithItsTitleAndWithoutTheAcquireTimeButtons) {
+  rig.Start();
+  ExpectStatus("Ready");
+  EXPECT_EQ(rig.Window().windowTitle(), "Velk Acquisition Console (VELK) - version " VELK_VERSION);
+  EXPECT_TRUE(rig.Window().isVisible());
+  for (const char* key : {"Pause", "Stop", "RecordToDB", "Alarms", "ScrollBar"})
+    EXPECT_FALSE(rig.Window().Button(key)->isVisible()) << key;
+  EXPECT_TRUE(rig.State().AskOnExit);
+  EXPECT_TRUE(rig.State().FirstPoint);
+}
+
+TEST_F(Program, OpensTheLinkOfAnOwnUnitWithoutAsking) {
+  rig.Start();
+  EXPECT_TRUE(rig.linePort.open);
+  EXPECT_EQ(rig.Window().ButtonImage("connect"), image::ConnectOn);
+  EXPECT_EQ(rig.State().Terminator, "\r\n");
+}
+
+TEST_F(Program, AsksBeforeItOpensTheLineOfAnOutsideInstrument) {
+  for (const char* protocol : {"formatted and at regular intervals", "National Oil Well PLC", "Any Serial Data"}) {
+    BreakSetting("Protocol", "SerialData", protocol);
+    rig.dialogs.Expect("Continue with current serial port settings?", Answer::Yes);
+    rig.Start();
+    EXPECT_TRUE(rig.linePort.open) << protocol;
+    EXPECT_EQ(rig.dialogs.shown.back().buttons, Buttons::YesNo);
+  }
+}
+
+TEST_F(Program, StartsOnAnEmptyStoreWithOneParameter) {
+  std::filesystem::remove_all(rig.folder.File("settings"));
+  rig.dialogs.Expect("Continue with current serial port settings?", Answer::No);
+  rig.Start();
+  EXPECT_FALSE(rig.linePort.open);
+  EXPECT_EQ(rig.State().NumberOfParameters, 1);
+  EXPECT_EQ(rig.State().Parameters[1].name, "Parameter 1");
+  EXPECT_EQ(rig.State().Parameters[1].max, 100.0);
+  EXPECT_EQ(rig.State().Parameters[1].FormIndex, 1);
+}
+
+TEST_F(Program, NamesTheKeyThatCannotBeReadAndGoesOn) {
+  BreakSetting("Protocol", "BaudRate", "fast");
+  rig.dialogs.Expect("BaudRate", Answer::Ok);
+  rig.Start();
+  EXPECT_EQ(rig.dialogs.shown[0].title, "Start Up Error");
+  EXPECT_NE(rig.dialogs.shown[0].text.find("Protocol"), std::string::npos);
+  EXPECT_NE(rig.dialogs.shown[0].text.find("Line = 5"), std::string::npos);
+  ExpectStatus("Ready");
+  EXPECT_TRUE(rig.linePort.open) << "the remaining steps ran";
+}
+
+TEST_F(Program, FindsParametersPortAndFolderAgainAfterARestart) {
+  rig.Start();
+  rig.State().Parameters[2].name = "Расход";
+  rig.State().Parameters[2].max = 12.5;
+  rig.State().PortNumber = 3;
+  rig.State().DefaultDirectory = "/jobs/well 7";
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+  rig.Choose("mnuFileExit");
+  rig.Start();
+  EXPECT_EQ(rig.State().Parameters[2].name, "Расход");
+  EXPECT_EQ(rig.State().Parameters[2].max, 12.5);
+  EXPECT_EQ(rig.State().PortNumber, 3);
+  EXPECT_EQ(rig.State().DefaultDirectory, "/jobs/well 7");
+}
+
+// --- A job by the buttons ---
+
+TEST_F(Program, RunsAJobFromTheToolbar) {
+  rig.Start();
+  rig.Connect();
+  ExpectStatus("Ready to Acquire");
+  EXPECT_EQ(rig.Window().GraphArea().subWindowList().size(), 3) << "each channel has a graph of its own";
+  EXPECT_TRUE(rig.Window().Button("Pause")->isVisible());
+  EXPECT_EQ(rig.Window().Button("Pause")->toolTip(), "Start");
+
+  rig.dialogs.ExpectSaveFile(rig.folder.File("job"));
+  rig.Press("Record");
+  EXPECT_EQ(rig.Window().Panel(2), QString::fromStdString("Current File: " + rig.folder.File("job.mdb")));
+  EXPECT_EQ(rig.Window().ButtonImage("RecordToDB"), image::RecordOn);
+
+  rig.Press("Pause");
+  ExpectStatus("Acquiring Data");
+  EXPECT_TRUE(rig.Window().Button("RecordToDB")->isVisible());
+  for (int i = 0; i < 5; ++i) rig.Frame(10 + i, 20, 30);
+  EXPECT_EQ(rig.application->RowsRecorded(), 4) << "the first frame only shows the length of the next ones";
+
+  rig.Press("Pause");
+  ExpectStatus("Acquiring Paused");
+  rig.Frame(50, 60, 70);
+  EXPECT_EQ(rig.application->RowsRecorded(), 4);
+  rig.Press("Pause");
+  rig.Frame(51, 61, 71);
+  EXPECT_EQ(rig.application->RowsRecorded(), 5);
+  EXPECT_EQ(rig.Window().Panel(4), QString::fromStdString(FormatDate(rig.clock.Now(), "hh:mm:ss")));
+
+  rig.Press("Stop");
+  ExpectStatus("Ready");
+  EXPECT_FALSE(std::filesystem::exists(rig.folder.File("job.mdb-wal")));
+  EXPECT_FALSE(rig.Window().Button("Stop")->isVisible());
+}
+
+TEST_F(Program, LetsNothingButStopWorkWhileTheHardwareIsChecked) {
+  rig.Start();
+  bool checked = false;
+  rig.clock.onYield = [&] {
+    if (rig.State().CurrentStatus != "Checking Hardware" || std::exchange(checked, true)) return;
+    rig.Choose("mnuFileRecord");
+    rig.Choose("mnuFileExit");
+    rig.Choose("mnuAcquireStart");
+    rig.Press("Pause");
+    rig.Press("RecordToDB");
+    EXPECT_TRUE(rig.dialogs.shown.empty());
+    EXPECT_TRUE(rig.dialogs.filesAsked.empty());
+    EXPECT_EQ(rig.State().CurrentStatus, "Checking Hardware");
+    rig.Press("Stop");
+  };
+  rig.Press("Acquire");
+  EXPECT_TRUE(checked);
+  ExpectStatus("Ready");
+  rig.clock.onYield = nullptr;
+  rig.Connect();
+  ExpectStatus("Ready to Acquire");
+}
+
+// --- The end ---
+
+TEST_F(Program, ExitAsksAndNoKeepsTheProgram) {
+  rig.Start();
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::No);
+  rig.Choose("mnuFileExit");
+  EXPECT_TRUE(rig.Window().isVisible());
+  EXPECT_EQ(rig.dialogs.shown.back().title, "VELK");
+  EXPECT_EQ(rig.dialogs.shown.back().buttons, Buttons::YesNo);
+  EXPECT_TRUE(rig.State().AskOnExit);
+}
+
+TEST_F(Program, ExitClosesTheLinkSavesTheSettingsAndGoesBackToItsFolder) {
+  const QString before = QDir::currentPath();
+  rig.Start();
+  rig.State().SensitivityCriterion = 7;
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+  rig.Press("Exit");
+  EXPECT_FALSE(rig.Window().isVisible());
+  EXPECT_FALSE(rig.linePort.open);
+  EXPECT_EQ(rig.Window().ButtonImage("connect"), image::ConnectOff);
+  EXPECT_EQ(Stored("General", "SensitivityCriterion"), "7");
+  EXPECT_EQ(Stored("General", "intMaxNoParamsInForm"), "64");
+  EXPECT_TRUE(rig.State().ProgramEnding);
+  EXPECT_EQ(QDir::currentPath(), before);
+}
+
+TEST_F(Program, TheFrameAsksTheSameAndNoKeepsTheProgram) {
+  rig.Start();
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::No);
+  rig.Window().close();
+  EXPECT_TRUE(rig.Window().isVisible());
+}
+
+TEST_F(Program, ClosingTheFrameDuringAJobEndsTheRecordingAndSaves) {
+  rig.Start();
+  rig.Connect();
+  rig.dialogs.ExpectSaveFile(rig.folder.File("job.mdb"));
+  rig.Press("Record");
+  rig.Press("Pause");
+  for (int i = 0; i < 3; ++i) rig.Frame(1, 2, 3);
+  rig.State().SensitivityCriterion = 9;
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+  rig.Window().close();
+  EXPECT_FALSE(rig.Window().isVisible());
+  EXPECT_FALSE(std::filesystem::exists(rig.folder.File("job.mdb-wal")));
+  EXPECT_EQ(Stored("General", "SensitivityCriterion"), "9");
+}
+
+TEST_F(Program, AFrameClosedFromWithinASampleWaitsForTheSample) {
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(1, 2, 3);
+  bool closed = false;
+  rig.clock.onYield = [&] {
+    if (!rig.State().SampleBusy || std::exchange(closed, true)) return;
+    rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+    rig.Window().close();
+    EXPECT_TRUE(rig.Window().isVisible()) << "the sample is on the stack";
+  };
+  rig.Frame(1, 2, 3);
+  rig.clock.onYield = nullptr;
+  ASSERT_TRUE(closed);
+  rig.clock.Advance(100);
+  EXPECT_FALSE(rig.Window().isVisible());
+}
+
+TEST_F(Program, AFrameClosedWhileConnectWaitsEndsTheWait) {
+  rig.Start();
+  bool closed = false;
+  rig.clock.onYield = [&] {
+    if (rig.State().CurrentStatus != "Checking Hardware" || std::exchange(closed, true)) return;
+    rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+    rig.Window().close();
+  };
+  rig.Press("Acquire");
+  rig.clock.onYield = nullptr;
+  rig.clock.Advance(100);
+  EXPECT_FALSE(rig.Window().isVisible());
+}
+
+TEST_F(Program, SettingsThatCannotBeSavedAreToldAndTheProgramEndsAllTheSame) {
+  rig.Start();
+  std::filesystem::remove_all(rig.folder.File("settings"));
+  std::ofstream(rig.folder.File("settings")) << "a file where the folder should be";
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+  rig.dialogs.Expect(" - SaveSettings", Answer::Cancel);
+  rig.Choose("mnuFileExit");
+  EXPECT_FALSE(rig.Window().isVisible());
+}
+
+}  // namespace
+}  // namespace velk

@@ -1,0 +1,167 @@
+#include "shell/main_form.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "model/status.h"
+#include "shell/icons.h"
+#include "shell/not_built.h"
+
+namespace velk {
+namespace {
+
+struct Entry {
+  const char* item;
+  const char* caption;
+};
+
+constexpr Entry kCaptions[] = {
+    {"mnuFile", "&File"},
+    {"mnuFileRecord", "&Record Data To..."},
+    {"mnuFilePlayback", "&PlayBack File"},
+    {"mnuFileImportCSV", "&Import CSV File(s)"},
+    {"mnuFileExportSummary", "&Export Summary Report to CSV"},
+    {"mnuFileExportMDBtoCSV", "Export MDB to &CSV"},
+    {"mnuFileExportMDBtoXML", "Export MDB to X&ML"},
+    {"mnuFileExit", "E&xit"},
+    {"mnuView", "&View"},
+    {"mnuViewToolBar", "&Tool Bar"},
+    {"mnuViewStatusBar", "&Status Bar"},
+    {"mnuViewCompany", "&Company Logo"},
+    {"mnuViewSummaryReport", "Summary &Report"},
+    {"mnuAcquire", "&Data Acquisition"},
+    {"mnuAcquireConnect", "&Connect to Hardware"},
+    {"mnuAcquireStart", "&Start"},
+    {"mnuAcquireStop", "Sto&p"},
+    {"mnuEdit", "&Edit Settings"},
+    {"mnuEditAutoDetect", "&Auto Detect Hardware"},
+    {"mnuEditSerialPort", "&Serial Port"},
+    {"mnuEditOPCServer", "&OPC Server"},
+    {"mnuEditTable", "Parameters &Table"},
+    {"mnuEditSaveTemplate", "Sa&ve Settings Template"},
+    {"mnuEditLoadTemplate", "&Load Settings Template"},
+    {"mnuEditDeleteTemplate", "&Delete Settings Template"},
+    {"mnuEditClear", "&Clear Program Settings"},
+    {"mnuEditUserOptions", "&User Options"},
+    {"mnuEditLanguage", "&Language"},
+    {"mnuTools", "&Tools"},
+    {"mnuToolsDefine", "&Define Additional Parameter"},
+    {"mnuToolsRemove", "&Remove an Additional Parameter"},
+    {"mnuToolsInclude", "&Include Additional Parameters in Graphs"},
+    {"mnuImprtLiveData", "I&mport Live Data"},
+    {"mnuToolsCalibrate", "&Calibrate Parameter"},
+    {"mnuToolsReset", "&Reset Value of Parameter"},
+    {"mnuToolsOrbenHardware", "ORBEN's &hardware settings table"},
+    {"mnuToolsLiveSurvey", "&Live Survey"},
+    {"mnuToolsSurvey", "&Survey Data"},
+    {"mnuTools3DWell", "&3D Well Profile"},
+    {"mnuToolsWellProfileTable", "&Well Profile Table"},
+    {"mnuWindow", "&Window"},
+    {"mnuWindowCascade", "&Cascade"},
+    {"mnuWindowTileVertically", "Tile &Vertically"},
+    {"mnuWindowTileHorizontally", "Tile &Horizontally"},
+    {"mnuWindowArrange", "&Arrange Icons"},
+    {"mnuHelp", "&Help"},
+    {"mnuHelpContents", "VELK Help &Contents"},
+    {"mnuHelpAbout", "&About VELK"},
+};
+
+constexpr MessageId kStatuses[] = {
+    MessageId::StatusReady,           MessageId::StatusCheckingHardware, MessageId::StatusReadyToAcquire,
+    MessageId::StatusAcquiringData,   MessageId::StatusAcquiringPaused,  MessageId::StatusConfirmingFileFormat,
+    MessageId::StatusReadyToPlayback, MessageId::StatusPlayingBack,      MessageId::StatusPlayingBackPaused};
+
+class MainFormTest : public testing::Test {
+ protected:
+  Session session;
+  MainForm form{session};
+};
+
+TEST_F(MainFormTest, HasEveryMenuItemWithItsCaption) {
+  for (const Entry& entry : kCaptions) {
+    ASSERT_NE(form.MenuItem(entry.item), nullptr) << entry.item;
+    EXPECT_EQ(form.MenuItem(entry.item)->text(), entry.caption);
+  }
+}
+
+TEST_F(MainFormTest, HasSevenMenusInOrder) {
+  QStringList names;
+  for (const QAction* action : form.menuBar()->actions()) names << action->text();
+  EXPECT_EQ(names,
+            QStringList({"&File", "&View", "&Data Acquisition", "&Edit Settings", "&Tools", "&Window", "&Help"}));
+}
+
+TEST_F(MainFormTest, HasTheToolbarWithAlarmsAsTheSeventeenthButton) {
+  const auto* toolbar = form.findChild<QToolBar*>("Toolbar1");
+  ASSERT_NE(toolbar, nullptr);
+  for (const char* key : {"Record", "PlayBack", "Exit", "Acquire", "Edit", "Tools", "Help", "Pause", "Stop", "Alarms",
+                          "RecordToDB", "connect", "disconnect", "ScrollBar"})
+    EXPECT_NE(form.Button(key), nullptr) << key;
+  EXPECT_EQ(toolbar->actions().at(16), form.Button("Alarms"));
+}
+
+TEST_F(MainFormTest, ShowsAPictureForEveryImageOfTheList) {
+  for (const int number : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 18}) {
+    const QImage picture = Icon(number).pixmap(24, 24).toImage();
+    ASSERT_FALSE(picture.isNull()) << number;
+    const QRgb first = picture.pixel(12, 12);
+    bool drawn = false;
+    for (int y = 0; y < 24 && !drawn; ++y)
+      for (int x = 0; x < 24 && !drawn; ++x) drawn = picture.pixel(x, y) != first;
+    EXPECT_TRUE(drawn) << number;
+  }
+}
+
+TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
+  for (const MessageId status : kStatuses) {
+    ChangeCurrentStatus(session, form, status);
+    for (const Entry& entry : kCaptions) {
+      const QAction* item = form.MenuItem(entry.item);
+      if (!IsBuilt(entry.item))
+        EXPECT_FALSE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
+      else if (form.RuleAllows(entry.item))
+        EXPECT_TRUE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
+    }
+  }
+}
+
+TEST_F(MainFormTest, LetsRecordAndExitButtonsFollowTheirMenuItems) {
+  ChangeCurrentStatus(session, form, MessageId::StatusReady);
+  EXPECT_TRUE(form.Button("Record")->isEnabled());
+  EXPECT_TRUE(form.Button("Exit")->isEnabled());
+  ChangeCurrentStatus(session, form, MessageId::StatusAcquiringData);
+  EXPECT_FALSE(form.Button("Record")->isEnabled());
+  EXPECT_FALSE(form.Button("Exit")->isEnabled());
+  EXPECT_TRUE(form.Button("Acquire")->isEnabled()) << "it tells why it can't connect now";
+}
+
+TEST_F(MainFormTest, WritesItsTitleFromBaseTitleAndVersion) {
+  form.ResetCaption();
+  EXPECT_EQ(form.windowTitle(), "Velk Acquisition Console (VELK) - version " VELK_VERSION);
+}
+
+TEST_F(MainFormTest, ShowsPanelsAndTheOneForMissingRowsOnlyWhenItHasText) {
+  form.show();
+  form.SetPanel(2, "Current File: /jobs/скважина 7.mdb");
+  EXPECT_EQ(form.Panel(2), QString::fromUtf8("Current File: /jobs/скважина 7.mdb"));
+  auto* missing = form.findChild<QLabel*>("StatusBar1_5");
+  EXPECT_FALSE(missing->isVisible());
+  form.SetPanel(5, "Rows not recorded: 3");
+  EXPECT_TRUE(missing->isVisible());
+  form.SetPanel(5, "");
+  EXPECT_FALSE(missing->isVisible());
+}
+
+TEST_F(MainFormTest, ChangesTheImageOfAButtonByNumber) {
+  EXPECT_EQ(form.ButtonImage("RecordToDB"), image::RecordOff);
+  form.SetButtonImage("RecordToDB", image::RecordOn);
+  EXPECT_EQ(form.ButtonImage("RecordToDB"), image::RecordOn);
+}
+
+}  // namespace
+}  // namespace velk

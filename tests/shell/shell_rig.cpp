@@ -1,0 +1,46 @@
+#include "shell/shell_rig.h"
+
+#include <cstdio>
+
+namespace velk::test {
+
+ShellRig::ShellRig() {
+  settings = std::make_unique<SettingsStore>(folder.File("settings"));
+  settings->Save("VELK2", "Protocol", "SerialData", "KESTA version 3");
+  settings->Save("VELK2", "Parameters", "NumberOfParameters", "3");
+  settings->Flush();
+}
+
+void ShellRig::Start() {
+  application.reset();
+  plainPort = {};
+  linePort = {};
+  settings = std::make_unique<SettingsStore>(folder.File("settings"));
+  const SerialPortFactory twoPorts = [this]() -> std::unique_ptr<SerialPort> {
+    return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
+  };
+  application = std::make_unique<Application>(Services{{clock, gate, dialogs, *settings}, questions, twoPorts});
+  application->MDIForm_Load();
+}
+
+void ShellRig::Connect() {
+  clock.onYield = [this, come = false]() mutable {
+    if (State().CurrentStatus == "Checking Hardware" && linePort.open && !std::exchange(come, true)) Receive(0, 0, 0);
+  };
+  Press("Acquire");
+  clock.onYield = nullptr;
+}
+
+void ShellRig::Frame(double a, double b, double c) {
+  clock.Advance(1000);
+  Receive(a, b, c);
+  clock.RunPosted();
+}
+
+void ShellRig::Receive(double a, double b, double c) {
+  char values[64];
+  std::snprintf(values, sizeof values, " %09.3f %09.3f %09.3f\r\n", a, b, c);
+  linePort.Receive(FormatDate(clock.Now(), "hh:mm:ss") + values);
+}
+
+}  // namespace velk::test

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/settings.h"
+#include "shell/application.h"
+#include "support/fake_clock.h"
+#include "support/fake_serial_port.h"
+#include "support/scripted_dialogs.h"
+#include "support/scripted_job_questions.h"
+#include "support/temporary_folder.h"
+
+namespace velk::test {
+
+/// The whole program with its real main window, on a clock, ports and boxes of the test's.
+class ShellRig {
+ public:
+  /// A store that is set for a KESTA version 3 of three channels, so that start-up asks nothing.
+  ShellRig();
+
+  /// Builds the application and starts it up; a second call is a restart.
+  void Start();
+  MainForm& Window() { return application->Window(); }
+  Session& State() { return application->State(); }
+
+  void Press(const char* button) { Window().Button(button)->trigger(); }
+  void Choose(const char* menuItem) { Window().MenuItem(menuItem)->trigger(); }
+  /// Connect, with the unit's first line coming in while it waits.
+  void Connect();
+  /// A frame of the unit comes in a second after the last one.
+  void Frame(double a, double b, double c);
+
+  TemporaryFolder folder;
+  Gate gate;
+  FakeClock clock{gate};
+  ScriptedDialogs dialogs{gate};
+  ScriptedJobQuestions questions;
+  std::unique_ptr<SettingsStore> settings;
+  FakeDevice plainPort, linePort;
+  std::unique_ptr<Application> application;
+
+ private:
+  void Receive(double a, double b, double c);
+};
+
+}  // namespace velk::test
