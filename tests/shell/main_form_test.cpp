@@ -122,10 +122,11 @@ TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
     ChangeCurrentStatus(session, form, status);
     for (const Entry& entry : kCaptions) {
       const QAction* item = form.MenuItem(entry.item);
-      if (!IsBuilt(entry.item))
+      if (!IsBuilt(entry.item)) {
         EXPECT_FALSE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
-      else if (form.RuleAllows(entry.item))
+      } else if (form.RuleAllows(entry.item)) {
         EXPECT_TRUE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
+      }
     }
   }
 }
