@@ -26,19 +26,9 @@ QString WithSwatch(std::int32_t colour) {
   return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
 }
 
-<<<<<<< HEAD
-=======
 /// In front of the value of an alarmed curve.
 constexpr QChar kAlarmMark = u'\u25B2';
 
-QString LongestWord(const QString& text) {
-  QString longest;
-  for (const QString& word : text.split(QLatin1Char(' ')))
-    if (word.size() > longest.size()) longest = word;
-  return longest;
-}
-
->>>>>>> 4475309 (wip)
 }  // namespace
 
 LabelRows::LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3) : panel_(panel) {
