@@ -16,16 +16,27 @@ unsigned LowerCyrillic(unsigned letter) {
   return letter;
 }
 
+unsigned char LowerAscii(unsigned char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 0x20) : c;
+}
+
+/// Whether the ends of two texts tell that they differ. The names of channels mostly differ by a number there.
+bool EndsDiffer(std::string_view text, std::string_view lowered) {
+  if (text.empty() || lowered.empty()) return text.empty() != lowered.empty();
+  const auto last = static_cast<unsigned char>(text.back());
+  return last < 0x80 && LowerAscii(last) != static_cast<unsigned char>(lowered.back());
+}
+
 /// LowerCase(text) == lowered, without allocating for ASCII and Russian names: this runs for each channel of each
 /// reference at each sample.
 bool LowerCaseIs(std::string_view text, std::string_view lowered) {
+  if (EndsDiffer(text, lowered)) return false;
   std::size_t at = 0;
   while (at < text.size()) {
     const auto byte = static_cast<unsigned char>(text[at]);
     const auto next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0U;
     if (byte < 0x80) {
-      const unsigned lower = byte >= 'A' && byte <= 'Z' ? byte + 0x20U : byte;
-      if (at >= lowered.size() || static_cast<unsigned char>(lowered[at]) != lower) return false;
+      if (at >= lowered.size() || static_cast<unsigned char>(lowered[at]) != LowerAscii(byte)) return false;
       ++at;
       continue;
     }

@@ -120,6 +120,16 @@ TEST_F(Substitute, FindsEachRussianLetter) {
   }
 }
 
+TEST_F(Substitute, FindsNamesThatChangeTheirLengthInLowerCase) {
+  Set(3, "deg \xE2\x84\xAA", 7);  // the sign for kelvin, whose lower case is an ASCII letter
+  EXPECT_EQ(Text("{deg k}"), "7");
+}
+
+TEST_F(Substitute, FindsTheFirstNamelessChannelByAnEmptyName) {
+  Set(7, "", 5);
+  EXPECT_EQ(Text("{}"), "5");
+}
+
 TEST_F(Substitute, FindsEveryChannelFrom1To64) {
   EXPECT_EQ(FindChannel(session_, "depth"), 1);
   EXPECT_EQ(FindChannel(session_, "last"), 64);
