@@ -1,0 +1,128 @@
+// Any bytes as a formula, with any channel values: the checks and the evaluator always end, after a number of
+// operations that the length of the text bounds, with a text that has a value or with one of the errors that they name.
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "formula/evaluator.h"
+#include "formula/formula_checks.h"
+#include "formula/operands.h"
+#include "formula/operations.h"
+#include "formula/substitute.h"
+#include "platform/errors.h"
+#include "platform/numbers.h"
+
+using namespace velk;
+
+namespace {
+
+std::size_t operations = 0;
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+class AgreeingDialogs : public Dialogs {
+ public:
+  using Dialogs::Dialogs;
+  int boxes = 0;
+
+ protected:
+  Answer ShowMessage(const MessageBox& /*box*/) override {
+    ++boxes;
+    return Answer::Ok;
+  }
+  std::optional<std::string> ShowInput(const std::string& /*prompt*/, const std::string& /*title*/,
+                                       const std::string& /*preset*/) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> ShowSaveFile(const FileQuestion& /*question*/) override { return std::nullopt; }
+};
+
+/// Both checks, as when a formula is entered; each fault is told once.
+void Check(std::string formula) {
+  Gate gate;
+  AgreeingDialogs dialogs(gate);
+  const clstranslation translator;
+  int beeps = 0;
+  const FormulaReport report{dialogs, translator, [&] { ++beeps; }};
+  int rightCount = 0;
+  const bool bracketsFailed = CheckBrackets(report, formula, rightCount);
+  Require(rightCount >= 0);
+  const bool textFailed = CheckFormulaText(report, formula);
+  Require(dialogs.boxes == (bracketsFailed ? 1 : 0) + (textFailed ? 1 : 0));
+  Require(beeps == (textFailed ? 1 : 0));
+}
+
+void Resolve(std::string text) {
+  const double value = OperandValue(text);
+  ResolveOperand(text);
+  const double resolved = Val(text);
+  Require(value == resolved && std::signbit(value) == std::signbit(resolved));
+}
+
+bool IsNamed(ErrorNumber number) {
+  return number == ErrorNumber::DivisionByZero || number == ErrorNumber::InvalidArgument ||
+         number == ErrorNumber::Overflow;
+}
+
+Session& TheSession() {
+  static const auto session = [] {
+    auto made = std::make_unique<Session>();
+    for (int i = 1; i <= kMaxParameters; ++i) made->CurrentParameters[i].name = kBlankName;
+    made->CurrentParameters[1].name = "A";
+    made->CurrentParameters[2].name = "b";
+    made->CurrentParameters[64].name = "Ж";
+    return made;
+  }();
+  return *session;
+}
+
+void Evaluate(Session& session, std::string_view formula) {
+  std::string text;
+  const int bracketCount = SubstituteParameters(session, formula, text);
+  // Each operation consumes an operator; a "+" or "-" that it writes adds two rounds at most.
+  const std::size_t bound = 8 * text.size() + 16;
+  operations = 0;
+  try {
+    EvaluateFormula(text, bracketCount, session.AdditionalParameters, 1);
+    Require(!std::isnan(Val(text)));
+  } catch (const RuntimeError& error) {
+    Require(IsNamed(error.Number()));
+  }
+  Require(operations <= bound);
+}
+
+}  // namespace
+
+// The linker hands the evaluator's calls to this one (see CMakeLists.txt).
+extern "C" {
+double __real__ZN4velk13ApplyOperatorEddNS_12FormulaTokenE(double left, double right, FormulaToken token);
+double __wrap__ZN4velk13ApplyOperatorEddNS_12FormulaTokenE(double left, double right, FormulaToken token) {
+  ++operations;
+  return __real__ZN4velk13ApplyOperatorEddNS_12FormulaTokenE(left, right, token);
+}
+}
+
+/// The input: three 32-bit floats, then the formula.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::array<float, 3> values{};
+  if (size < sizeof values) return 0;
+  std::memcpy(values.data(), data, sizeof values);
+  const std::string formula(data + sizeof values, data + size);
+  Session& session = TheSession();
+  session.CurrentValue[1] = values[0];
+  session.CurrentValue[2] = values[1];
+  session.CurrentValue[64] = values[2];
+  session.AdditionalParameters.assign(2, Parameter{});
+
+  Check(formula);
+  Resolve(formula);
+  Evaluate(session, formula);
+  return 0;
+}
