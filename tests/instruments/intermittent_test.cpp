@@ -1,0 +1,200 @@
+#include "instruments/intermittent.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/dates.h"
+#include "platform/errors.h"
+#include "support/byte_port.h"
+#include "support/frame_damage.h"
+
+namespace velk {
+namespace {
+
+// --- Collecting lines ---
+
+std::vector<std::string> Received(IntermittentLines& lines, test::BytePort& port) {
+  lines.Receive(port);
+  EXPECT_EQ(lines.BufferedLines.size(), static_cast<std::size_t>(lines.BufferedLineCount) + 1);
+  return {lines.BufferedLines.begin() + 1, lines.BufferedLines.end()};
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(IntermittentLines, TakesEveryWholeLineThatWaitsWithItsTerminator) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port("one\r\rtwo\r");
+  EXPECT_EQ(Received(lines, port), (Lines{"one\r", "\r", "two\r"}));
+}
+
+TEST(IntermittentLines, BeginsTheCountAnewWithEachBurst) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port("one\rtwo\r");
+  Received(lines, port);
+  port.Feed("three\r");
+  EXPECT_EQ(Received(lines, port), (Lines{"three\r"}));
+  EXPECT_EQ(Received(lines, port), Lines{});
+  EXPECT_EQ(lines.BufferedLineCount, 0);
+}
+
+TEST(IntermittentLines, KeepsTheRestOfALineForTheNextBurst) {
+  const std::string sent = "14-Mar-2026 09:30:00,1\r14-Mar-2026 09:30:01,2\r";
+  for (std::size_t cut = 0; cut <= sent.size(); ++cut) {
+    IntermittentLines lines;
+    lines.Reset("\r");
+    test::BytePort port(sent.substr(0, cut));
+    Lines all = Received(lines, port);
+    port.Feed(sent.substr(cut));
+    for (const std::string& line : Received(lines, port)) all.push_back(line);
+    EXPECT_EQ(all, (Lines{"14-Mar-2026 09:30:00,1\r", "14-Mar-2026 09:30:01,2\r"})) << cut;
+  }
+}
+
+TEST(IntermittentLines, NeverEndsALineAtATerminatorOfTwoCharacters) {
+  IntermittentLines lines;
+  lines.Reset("\r\n");
+  test::BytePort port("one\r\ntwo\r\n");
+  EXPECT_FALSE(lines.Receive(port));
+  EXPECT_EQ(lines.BufferedLineCount, 0);
+  EXPECT_EQ(port.Rest(), "");
+}
+
+TEST(IntermittentLines, DropsALineLongerThan64KiB) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port("one\r" + std::string(70'000, 'x') + "\rtwo\r");
+  EXPECT_EQ(Received(lines, port), (Lines{"one\r", "two\r"}));
+}
+
+TEST(IntermittentLines, TakesNoMoreThan256KiBAtOnce) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port(std::string(300'000, '\r'));
+  EXPECT_EQ(Received(lines, port).size(), 262'144U);
+  EXPECT_EQ(Received(lines, port).size(), 300'000U - 262'144U);
+}
+
+TEST(IntermittentLines, ForgetsHalfALineWhenThePortIsOpenedAnew) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port("hal");
+  Received(lines, port);
+  lines.Reset("\r");
+  port.Feed("one\r");
+  EXPECT_EQ(Received(lines, port), (Lines{"one\r"}));
+}
+
+// --- Reading a line ---
+
+Session TwoParameters() {
+  Session session;
+  session.NumberOfParameters = 2;
+  session.Delimiter = ",";
+  session.Terminator = "\r";
+  session.Parameters[1].Gain = session.Parameters[2].Gain = 1;
+  session.CurrentValue[1] = session.CurrentValue[2] = 77;
+  return session;
+}
+
+const double kWhen = DateSerial(2026, 3, 14) + TimeOfDay(9, 30, 15);
+
+TEST(BufferedLine, BringsItsOwnDateTimeAndValues) {
+  Session session = TwoParameters();
+  session.Parameters[2].Gain = 2;
+  session.Parameters[2].Offset = -10;
+  const BufferedSample sample = ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3\r");
+  EXPECT_TRUE(sample.accepted);
+  EXPECT_EQ(sample.sampleTime, kWhen);
+  EXPECT_EQ(session.CurrentValue[1], 12.5F);
+  EXPECT_EQ(session.CurrentValue[2], -4.0F);
+}
+
+TEST(BufferedLine, TakesGainAndOffsetAt32BitsByTheirDecimalText) {
+  Session session = TwoParameters();
+  session.Parameters[1].Gain = 0.1;
+  session.Parameters[1].Offset = 1.0 / 3;
+  ReadBufferedLine(session, "14-Mar-2026 09:30:15,3,0\r");
+  // Worked out at 64 bits from the 32-bit numbers 0.1f and 0.333333333333333f.
+  EXPECT_EQ(session.CurrentValue[1],
+            static_cast<float>(3 * static_cast<double>(0.1F) + static_cast<double>(0.333333333333333F)));
+}
+
+TEST(BufferedLine, IsSkippedWholeWithoutItsTerminator) {
+  Session session = TwoParameters();
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3").accepted);
+  EXPECT_EQ(session.CurrentValue[1], 77.0F);
+}
+
+TEST(BufferedLine, WithADateAloneIsOfMidnight) {
+  Session session = TwoParameters();
+  EXPECT_EQ(ReadBufferedLine(session, "14-Mar-2026,12.5,3\r").sampleTime, DateSerial(2026, 3, 14));
+}
+
+TEST(BufferedLine, ReadsTheTimeForAValueWhereTheDelimiterIsTheBlank) {
+  Session session = TwoParameters();
+  session.Delimiter = " ";
+  EXPECT_EQ(ReadBufferedLine(session, "14-Mar-2026 09:30:15 12.5\r").sampleTime, DateSerial(2026, 3, 14));
+  EXPECT_EQ(session.CurrentValue[1], 9.0F);
+  EXPECT_EQ(session.CurrentValue[2], 12.5F);
+}
+
+TEST(BufferedLine, WithoutAWholeDateIsNotAccepted) {
+  Session session = TwoParameters();
+  for (const char* line : {"09:30:15,1,2\r", "46095.5,1,2\r", "31-Feb-2026 09:30:15,1,2\r",
+                           "14-Mar-2026 25:00:00,1,2\r", ",1,2\r", "\r", "x,1,2\r", "4-Mar-20 26 09:30:15,1,2\r"}) {
+    EXPECT_FALSE(ReadBufferedLine(session, line).accepted) << line;
+    EXPECT_EQ(session.CurrentValue[1], 77.0F);
+  }
+}
+
+TEST(BufferedLine, WithTooFewFieldsIsNotAccepted) {
+  Session session = TwoParameters();
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5\r").accepted);
+  EXPECT_EQ(session.CurrentValue[1], 77.0F);
+  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,\r").accepted);
+  EXPECT_EQ(session.CurrentValue[2], 0.0F);
+}
+
+TEST(BufferedLine, LeavesFurtherFieldsOut) {
+  Session session = TwoParameters();
+  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,2,3,4\r").accepted);
+  EXPECT_EQ(session.CurrentValue[2], 2.0F);
+  EXPECT_EQ(session.CurrentValue[3], 0.0F);
+}
+
+TEST(BufferedLine, BeyondThe32BitRangeChangesNothing) {
+  Session session = TwoParameters();
+  for (const char* line : {"14-Mar-2026 09:30:15,1,1e39\r", "14-Mar-2026 09:30:15,1,-1e999\r"})
+    EXPECT_FALSE(ReadBufferedLine(session, line).accepted);
+  session.Parameters[2].Gain = 1e30;
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,1e20\r").accepted);
+  EXPECT_EQ(session.CurrentValue[1], 77.0F);
+}
+
+TEST(BufferedLine, RaisesForAGainThatNo32BitNumberHolds) {
+  Session session = TwoParameters();
+  session.Parameters[1].Gain = 1e300;
+  EXPECT_THROW(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,2\r"), RuntimeError);
+}
+
+TEST(BufferedLine, NoPrefixOfASoundLineIsAccepted) {
+  Session session = TwoParameters();
+  const std::string sound = "14-Mar-2026 09:30:15,12.5,3\r";
+  for (std::size_t length = 0; length < sound.size(); ++length)
+    EXPECT_FALSE(ReadBufferedLine(session, sound.substr(0, length)).accepted);
+}
+
+TEST(BufferedLine, WithAChangedByteIsAcceptedOnlyWhereDateAndFieldsStayWhole) {
+  Session session = TwoParameters();
+  test::ForEveryChangedByte("14-Mar-2026 09:30:15,12.5,3\r", [&](const std::string& changed) {
+    if (!ReadBufferedLine(session, changed).accepted) return;
+    EXPECT_NE(changed.find('\r'), std::string::npos);
+    EXPECT_GE(std::count(changed.begin(), changed.end(), ','), 2);
+    const std::string date = changed.substr(0, changed.find(','));
+    EXPECT_NO_THROW(CDate(date)) << date;
+  });
+}
+
+}  // namespace
+}  // namespace velk
