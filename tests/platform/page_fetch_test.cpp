@@ -1,0 +1,212 @@
+#include "platform/page_fetch.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include "platform/gate.h"
+#include "platform/system_clock.h"
+#include "support/fake_clock.h"
+#include "support/page_server.h"
+
+namespace velk {
+namespace {
+
+/// What came of a fetch: the page, or the fault.
+struct Outcome {
+  std::optional<std::string> page;
+  std::optional<PageFault> fault;
+  int status = 0;
+};
+
+class PageFetchTest : public testing::Test {
+ protected:
+  Outcome Fetch(const std::string& address) {
+    try {
+      return {fetch->Fetch(address), {}};
+    } catch (const PageError& error) {
+      EXPECT_EQ(error.Address(), address);
+      EXPECT_NE(std::string(error.what()).find(address), std::string::npos);
+      return {{}, error.Fault(), error.Status()};
+    }
+  }
+  std::optional<std::string> Fetched(const std::string& answer) {
+    server.AnswerAll(answer);
+    return Fetch(server.Address()).page;
+  }
+
+  Gate gate;
+  SystemClock clock{gate};
+  test::PageServer server;
+  std::unique_ptr<PageFetch> fetch = MakePageFetch(clock);
+};
+
+using test::PageServer;
+
+TEST_F(PageFetchTest, GivesTheBodyOfThePage) {
+  EXPECT_EQ(Fetched(PageServer::Page("<html>1Var</html>")), "<html>1Var</html>");
+  ASSERT_EQ(server.requests.size(), 1U);
+  EXPECT_EQ(server.requests[0].substr(0, 19), "GET /pens.htm HTTP/");
+}
+
+TEST_F(PageFetchTest, TakesTheAddressWithAndWithoutItsScheme) {
+  server.AnswerAll(PageServer::Page("x"));
+  EXPECT_EQ(Fetch("http://" + server.Address()).page, "x");
+  EXPECT_EQ(Fetch("HTTP://" + server.Address()).page, "x");
+  EXPECT_EQ(Fetch(" " + server.Address() + " ").page, "x");
+}
+
+TEST_F(PageFetchTest, TakesAPageThatComesInChunks) {
+  EXPECT_EQ(Fetched("HTTP/1.1 200 OK\r\ntransfer-ENCODING: chunked\r\n\r\n5\r\n12.5&\r\n5;x=1\r\nnbsp;\r\n0\r\n\r\n"),
+            "12.5&nbsp;");
+}
+
+TEST_F(PageFetchTest, TakesAPageThatEndsWithTheConnection) {
+  EXPECT_EQ(Fetched("HTTP/1.0 200 OK\r\n\r\n<tr>"), "<tr>");
+}
+
+TEST_F(PageFetchTest, TakesAPageThatDribbles) {
+  server.answer = [](const std::string&, QTcpSocket& socket) {
+    for (const char c : PageServer::Page("abc")) {
+      socket.write(&c, 1);
+      socket.flush();
+    }
+  };
+  EXPECT_EQ(Fetch(server.Address()).page, "abc");
+}
+
+TEST_F(PageFetchTest, ReadsThePageInTheCharsetOfTheAnswer) {
+  EXPECT_EQ(Fetched(PageServer::Page("\xC4\xE0", "Content-Type: text/html; charset=windows-1251\r\n")), "Да");
+  EXPECT_EQ(Fetched(PageServer::Page("\xB0", "Content-Type: text/html; Charset=\"ISO-8859-1\"\r\n")), "°");
+  EXPECT_EQ(Fetched(PageServer::Page("Да", "Content-Type: text/html; charset=utf-8\r\n")), "Да");
+}
+
+TEST_F(PageFetchTest, ReadsThePageInTheCharsetThatItNamesItself) {
+  EXPECT_EQ(Fetched(PageServer::Page("<META charset=\"windows-1251\">\xC4\xE0")), "<META charset=\"windows-1251\">Да");
+  EXPECT_EQ(Fetched(PageServer::Page("\xEF\xBB\xBFДа")), "Да");
+}
+
+TEST_F(PageFetchTest, ReadsAPageThatNamesNoCharsetAsUtf8OrLatin1) {
+  EXPECT_EQ(Fetched(PageServer::Page("5 °C")), "5 °C");
+  EXPECT_EQ(Fetched(PageServer::Page("5 \xB0"
+                                     "C")),
+            "5 °C");
+  EXPECT_EQ(Fetched(PageServer::Page("5 °C", "Content-Type: text/html; charset=no-such\r\n")), "5 °C");
+}
+
+TEST_F(PageFetchTest, AsksForThePageUnpacked) {
+  Fetched(PageServer::Page("x"));
+  ASSERT_FALSE(server.requests.empty());
+  EXPECT_NE(server.requests[0].find("Accept-Encoding: identity"), std::string::npos);
+}
+
+TEST_F(PageFetchTest, FollowsThreeRedirectsOnTheSameHost) {
+  server.answer = [](const std::string& request, QTcpSocket& socket) {
+    const char step = request[5];  // "GET /n"
+    std::string bytes = PageServer::Page("there");
+    if (step != '3')
+      bytes = std::string("HTTP/1.1 302 Found\r\nLocation: /") + static_cast<char>(step + 1) +
+              "\r\nContent-Length: 0\r\n\r\n";
+    socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  };
+  EXPECT_EQ(Fetch(server.Address("/0")).page, "there");
+  EXPECT_EQ(server.requests.size(), 4U);
+  EXPECT_EQ(Fetch(server.Address("/" + std::string(1, '0' - 1))).fault, PageFault::RedirectRefused);
+}
+
+TEST_F(PageFetchTest, FollowsNoRedirectElsewhere) {
+  for (const char* target :
+       {"http://localhost/", "https://127.0.0.1/", "ftp://127.0.0.1/", "file:///etc/hostname", "//other/"}) {
+    server.AnswerAll(std::string("HTTP/1.1 301 Moved\r\nLocation: ") + target + "\r\nContent-Length: 0\r\n\r\n");
+    EXPECT_EQ(Fetch(server.Address()).fault, PageFault::RedirectRefused) << target;
+  }
+}
+
+TEST_F(PageFetchTest, TellsTheUnitsOwnAnswer) {
+  for (const auto& [line, status] : std::vector<std::pair<std::string, int>>{
+           {"404 Not Found", 404}, {"500 Oops", 500}, {"401 Unauthorized", 401}, {"304 Not Modified", 304}}) {
+    server.AnswerAll("HTTP/1.1 " + line + "\r\nContent-Length: 1\r\n\r\nx");
+    const Outcome outcome = Fetch(server.Address());
+    EXPECT_EQ(outcome.fault, PageFault::Refused) << line;
+    EXPECT_EQ(outcome.status, status);
+  }
+}
+
+TEST_F(PageFetchTest, TakesAPageOfOneMebibyteAndNoMore) {
+  EXPECT_EQ(Fetched(PageServer::Page(std::string(1024 * 1024, 'x')))->size(), 1024U * 1024);
+  server.AnswerAll(PageServer::Page(std::string(1024 * 1024 + 1, 'x')));
+  EXPECT_EQ(Fetch(server.Address()).fault, PageFault::TooLarge);
+}
+
+TEST_F(PageFetchTest, LeavesAPageWithoutAnEnd) {
+  server.answer = [](const std::string&, QTcpSocket& socket) {
+    socket.write("HTTP/1.1 200 OK\r\n\r\n");
+    const QByteArray block(256 * 1024, 'x');
+    socket.write(block);
+    QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, [&socket, block] {
+      if (socket.bytesToWrite() == 0) socket.write(block);
+    });
+  };
+  EXPECT_EQ(Fetch(server.Address()).fault, PageFault::TooLarge);
+}
+
+TEST_F(PageFetchTest, TellsABrokenConnection) {
+  for (const char* answer : {"", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n123", "no http at all\r\n\r\n"}) {
+    server.AnswerAll(answer);
+    EXPECT_EQ(Fetch(server.Address()).fault, PageFault::NoConnection) << answer;
+  }
+}
+
+TEST_F(PageFetchTest, TellsThatNobodyIsThere) {
+  std::string address;
+  {
+    const test::PageServer gone;
+    address = gone.Address();
+  }
+  EXPECT_EQ(Fetch(address).fault, PageFault::NoConnection);
+}
+
+TEST_F(PageFetchTest, RefusesWhatIsNoHttpAddress) {
+  for (const char* address :
+       {"", "/pens.htm", "https://127.0.0.1/", "file:///etc/hostname", "http://", "a b/c", "1.2.3.4:x/"})
+    EXPECT_EQ(Fetch(address).fault, PageFault::BadAddress) << address;
+}
+
+TEST_F(PageFetchTest, FetchesOnePageAtATime) {
+  std::optional<std::string> second = "not asked";
+  server.answer = [&](const std::string&, QTcpSocket& socket) {
+    second = fetch->Fetch(server.Address("/second"));
+    const std::string bytes = PageServer::Page("first");
+    socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  };
+  EXPECT_EQ(Fetch(server.Address("/first")).page, "first");
+  EXPECT_EQ(second, std::nullopt);
+  EXPECT_EQ(server.requests.size(), 1U);
+}
+
+TEST_F(PageFetchTest, EndsItsWaitWhenCancelled) {
+  server.answer = [&](const std::string&, QTcpSocket&) { fetch->Cancel(); };
+  const Outcome cancelled = Fetch(server.Address());
+  EXPECT_EQ(cancelled.page, std::nullopt);
+  EXPECT_EQ(cancelled.fault, std::nullopt);
+  EXPECT_EQ(Fetched(PageServer::Page("again")), "again");
+}
+
+/// Time that moves a millisecond a round, with the real network under it.
+TEST(PageFetchTime, GivesUpBehindFiveSecondsInAll) {
+  Gate gate;
+  test::FakeClock clock(gate);
+  test::PageServer server;
+  clock.onYield = [] { QCoreApplication::processEvents(); };
+  const std::unique_ptr<PageFetch> fetch = MakePageFetch(clock);
+  try {
+    fetch->Fetch(server.Address());
+    FAIL() << "a page came";
+  } catch (const PageError& error) {
+    EXPECT_EQ(error.Fault(), PageFault::TimedOut);
+  }
+  EXPECT_EQ(clock.Ticks(), 5001);
+}
+
+}  // namespace
+}  // namespace velk
