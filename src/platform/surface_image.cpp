@@ -23,6 +23,10 @@ QColor ToQColor(std::int32_t colour) {
   return QColor(Red(colour), Green(colour), Blue(colour));
 }
 
+QRgb ToPixel(std::int32_t colour) {
+  return qRgb(Red(colour), Green(colour), Blue(colour));
+}
+
 QFont Scaled(QFont font, double ratio) {
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * ratio))));
   return font;
@@ -53,6 +57,8 @@ void SurfaceImage::Resize(double width, double height, double pixelRatio) {
   larger.fill(Qt::white);
   if (sameRatio) QPainter(&larger).drawImage(0, 0, image_);
   image_ = std::move(larger);
+  rows_ = {reinterpret_cast<std::uint32_t*>(image_.bits()), static_cast<std::size_t>(image_.bytesPerLine()) / 4,
+           image_.width(), image_.height()};
   SetFont(baseFont_);
   MarkDirty(Bounds());
 }
@@ -74,20 +80,10 @@ QPainter& SurfaceImage::Painter() {
 
 void SurfaceImage::EndPainting() {
   if (painter_.isActive()) painter_.end();
-  pen_ = nullptr;
 }
 
-void SurfaceImage::UsePen(std::int32_t colour) {
-  const auto key = static_cast<std::uint32_t>(colour) * 31 + static_cast<std::uint32_t>(penWidth_);
-  CachedPen& cached = pens_[(key ^ (key >> 8) ^ (key >> 16)) % pens_.size()];
-  QPainter& painter = Painter();
-  if (cached.width != penWidth_ || cached.colour != colour) {
-    cached = {colour, penWidth_, QPen(ToQColor(colour), penWidth_ * ratio_)};
-  } else if (pen_ == &cached) {
-    return;
-  }
-  painter.setPen(cached.pen);
-  pen_ = &cached;
+int SurfaceImage::PenPixels() const {
+  return std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
 }
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
@@ -101,34 +97,33 @@ void SurfaceImage::Cls() {
 }
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
-  const int margin = static_cast<int>(std::ceil(penWidth_ * ratio_)) + 1;
+  const int margin = PenPixels() + 1;
   ClippedLine line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
   if (!ClipLine(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
   const QPoint a(static_cast<int>(std::floor(line.x1)), static_cast<int>(std::floor(line.y1)));
   const QPoint b(static_cast<int>(std::floor(line.x2)), static_cast<int>(std::floor(line.y2)));
-  UsePen(colour);
-  painter_.drawLine(a, b);
+  RasterLine(rows_, a.x(), a.y(), b.x(), b.y(), PenPixels(), ToPixel(colour));
   MarkDirty(QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
                   QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())))
                 .adjusted(-margin, -margin, margin, margin));
 }
 
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {
-  const double pen = penWidth_ * ratio_;
-  const double outer = std::max(radius, 0.0) * scale_ + pen / 2;
+  const int pen = PenPixels();
+  const double outer = std::max(radius, 0.0) * scale_ + pen / 2.0;
   const double px = x * scale_, py = y * scale_;
   // Written so that a coordinate that is no number leaves too.
   if (!(px >= -outer && py >= -outer && px <= image_.width() + outer && py <= image_.height() + outer)) return;
-  UsePen(colour);
+  QPainter& painter = Painter();
+  painter.setPen(QPen(ToQColor(colour), pen));
   const QRectF box(px - radius * scale_, py - radius * scale_, 2 * radius * scale_, 2 * radius * scale_);
-  if (radius * scale_ <= pen / 2)
+  if (radius * scale_ <= pen / 2.0)
     // No hole would be left: a dot of the pen's width and the circle's.
-    painter_.fillRect(
-        QRectF(std::round(px - outer), std::round(py - outer), std::ceil(2 * outer), std::ceil(2 * outer)),
-        ToQColor(colour));
+    painter.fillRect(QRectF(std::round(px - outer), std::round(py - outer), std::ceil(2 * outer), std::ceil(2 * outer)),
+                     ToQColor(colour));
   else
-    painter_.drawEllipse(box);
-  const int margin = static_cast<int>(std::ceil(pen)) + 1;
+    painter.drawEllipse(box);
+  const int margin = pen + 1;
   MarkDirty(box.toAlignedRect().adjusted(-margin, -margin, margin, margin));
 }
 
@@ -139,10 +134,11 @@ void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t
   const QRectF box(x * scale_, y * scale_, metrics_.horizontalAdvance(line), metrics_.height());
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
-  UsePen(colour);
+  QPainter& painter = Painter();
+  painter.setPen(ToQColor(colour));
   const std::int32_t background = LegibleBackground(colour);
-  if (textCovers_ || background != colour::White) painter_.fillRect(plate, ToQColor(background));
-  painter_.drawText(QPointF(box.left(), box.top() + metrics_.ascent()), line);
+  if (textCovers_ || background != colour::White) painter.fillRect(plate, ToQColor(background));
+  painter.drawText(QPointF(box.left(), box.top() + metrics_.ascent()), line);
   MarkDirty(plate);
 }
 

@@ -4,10 +4,9 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
-#include <QPen>
 #include <QRect>
-#include <array>
 
+#include "platform/line_raster.h"
 #include "platform/surface.h"
 
 namespace velk {
@@ -45,15 +44,9 @@ class SurfaceImage : public Surface {
   QRect TakeDirty();
 
  private:
-  struct CachedPen {
-    std::int32_t colour = 0;
-    int width = 0;
-    QPen pen;
-  };
-
   QPainter& Painter();
   void EndPainting();
-  void UsePen(std::int32_t colour);
+  int PenPixels() const;
   void MarkDirty(const QRect& pixels);
   QRect Bounds() const { return image_.rect(); }
 
@@ -67,10 +60,9 @@ class SurfaceImage : public Surface {
   QFont font_;  ///< scaled to device pixels
   QFontMetricsF metrics_;
   QFont baseFont_;
-  std::array<CachedPen, 64> pens_;
-  const CachedPen* pen_ = nullptr;  ///< what the open painter draws with
   QRect dirty_;
-  QPainter painter_;  ///< stays open from one line to the next: opening costs more than a line
+  PixelRows rows_;    ///< the image's memory, for lines
+  QPainter painter_;  ///< for texts and circles; stays open, since opening costs more than a text
 };
 
 }  // namespace velk

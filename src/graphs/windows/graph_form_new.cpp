@@ -32,7 +32,8 @@ constexpr int kResizeSettled = 500;   ///< ms
 constexpr int kMostPixels = 16000;
 
 int Pixels(double twips) {
-  return static_cast<int>(std::clamp<double>(std::floor(twips / kTwipsPerPixel), 0, kMostPixels));
+  const double pixels = std::floor(twips / kTwipsPerPixel);
+  return pixels > 0 ? static_cast<int>(std::min<double>(pixels, kMostPixels)) : 0;
 }
 
 }  // namespace
