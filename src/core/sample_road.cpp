@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/alarms.h"
+#include "formula/additional_parameters.h"
 #include "instruments/protocols.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
@@ -97,7 +98,7 @@ bool SampleRoad::DrawAndLog(const Statements& run) {
   RowAheadOfBoxes row(*this);
   try {
     if (!IsSignificant(run)) return false;
-    Draw();
+    Draw(run);
     ReadPageStart();
     HideAlarmsIfNone(session_, view_);
     row.AppendRow(run);
@@ -128,10 +129,19 @@ bool SampleRoad::IsSignificant(const Statements& run) {
   return moved || IsDue(session_);
 }
 
-void SampleRoad::Draw() {
-  for (int i = 1; i <= session_.TotalParameters; ++i)
-    if (session_.CurrentParameters[i].GraphVisible) DrawParameter(i);
+void SampleRoad::Draw(const Statements& run) {
+  for (int i = 1; i <= session_.TotalParameters; ++i) {
+    if (!session_.CurrentParameters[i].GraphVisible) continue;
+    if (i > session_.NumberOfParameters) Compute(run, i);
+    DrawParameter(i);
+  }
   session_.FirstPoint = false;
+}
+
+void SampleRoad::Compute(const Statements& run, int parameter) {
+  const int index = parameter - session_.NumberOfParameters;
+  if (index > session_.NumberOfFormulae || session_.Formula[index] == kLinkedParameter) return;
+  run([&] { session_.CurrentValue[parameter] = ValueOf(session_, index); });
 }
 
 void SampleRoad::DrawParameter(int parameter) {

@@ -41,8 +41,10 @@ class SampleRoad {
   /// False for a sample that is not significant: it is neither drawn nor logged.
   bool DrawAndLog(const Statements& run);
   bool IsSignificant(const Statements& run);
-  void Draw();
+  void Draw(const Statements& run);
   void DrawParameter(int parameter);
+  /// The value of a computed channel, unless a decoder fills it.
+  void Compute(const Statements& run, int parameter);
   void ReadPageStart();
   void MovePlotTime();
 

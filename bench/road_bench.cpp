@@ -1,0 +1,199 @@
+// What a sample costs: the whole road through the real main window, offscreen, 64 channels on 8 graphs of 900x240, each
+// sample significant; with and without a log; and the part from the line to the values alone.
+//
+//   bench/road_bench          the folder of the log is the present one, or VELK_BENCH_FOLDER
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/sample_values.h"
+#include "demo/unattended.h"
+#include "instruments/own_unit.h"
+#include "instruments/protocols.h"
+#include "platform/dates.h"
+#include "platform/settings.h"
+#include "platform/system_clock.h"
+#include "shell/application.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kChannels = 64;
+constexpr int kGraphs = 8;
+
+/// The real event loop, on a wall clock that goes on by a second a sample.
+class SecondsClock : public SystemClock {
+ public:
+  using SystemClock::SystemClock;
+  double Now() const override { return start_ + static_cast<double>(seconds) / 86400; }
+  long long seconds = 0;
+
+ private:
+  double start_ = DateSerial(2026, 3, 14);
+};
+
+/// Hands over what the benchmark puts in.
+class BenchPort : public SerialPort {
+ public:
+  void Open(const SerialSettings&) override { open_ = true; }
+  void Close() override { open_ = false; }
+  bool IsOpen() const override { return open_; }
+  std::size_t BytesWaiting() const override { return waiting_.size(); }
+  std::string Read(std::size_t) override { return std::exchange(waiting_, {}); }
+  void Write(std::string_view) override {}
+  void ClearInput() override { waiting_.clear(); }
+  void Receive(const std::string& line) {
+    waiting_ += line;
+    if (onReadyRead) onReadyRead();
+  }
+
+ private:
+  bool open_ = false;
+  std::string waiting_;
+};
+
+/// Lines of equal length whose values wander, so that every curve moves.
+std::vector<std::string> Lines(int channels) {
+  std::vector<std::string> lines;
+  for (int line = 0; line < 600; ++line) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", line / 3600, line / 60 % 60, line % 60);
+    lines.emplace_back(text);
+    for (int channel = 0; channel < channels; ++channel) {
+      std::snprintf(text, sizeof text, " %08.3f", 50 + 45 * std::sin(line / 95.0 + channel));
+      lines.back() += text;
+    }
+    lines.back() += "\r\n";
+  }
+  return lines;
+}
+
+class Job {
+ public:
+  explicit Job(const std::string& log) {
+    for (int i = 1; i <= kChannels; ++i) {
+      const std::string section = "Parameter" + std::to_string(i);
+      settings_.Save("VELK2", section, "FormIndex", std::to_string((i - 1) % kGraphs + 1));
+      settings_.Save("VELK2", section, "format", "#0.000");
+    }
+    settings_.Save("VELK2", "Parameters", "NumberOfParameters", std::to_string(kChannels));
+    settings_.Save("VELK2", "Protocol", "SerialData", "KESTA version 5");
+    settings_.Save("VELK2", "General", "SensitivityCriterion", "0");
+    settings_.Save("VELK2", "General", "TheTimeOut", "0");  // Connect does not wait for a line
+    const SerialPortFactory ports = [this] {
+      auto port = std::make_unique<BenchPort>();
+      port_ = port.get();  // the last one made is the line driver's
+      return port;
+    };
+    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_}, questions_, ports});
+    application_->MDIForm_Load();
+    MainForm& window = application_->Window();
+    window.Button("Acquire")->trigger();
+    for (QMdiSubWindow* graph : window.GraphArea().subWindowList()) graph->resize(900, 240);
+    if (!log.empty()) {
+      application_->State().CurrentFile = log;
+      application_->State().RecordToDB = true;
+    }
+    window.Button("Pause")->trigger();
+  }
+
+  void Sample() {
+    ++clock_.seconds;
+    port_->Receive(lines_[static_cast<std::size_t>(clock_.seconds) % lines_.size()]);
+    QCoreApplication::processEvents();
+  }
+
+  long long Rows() const { return application_->RowsRecorded(); }
+  const Session& State() const { return application_->State(); }
+
+ private:
+  QTemporaryDir folder_;
+  std::vector<std::string> lines_ = Lines(kChannels);
+  Gate gate_;
+  SecondsClock clock_{gate_};
+  demo::UnattendedDialogs dialogs_{gate_};
+  SettingsStore settings_{folder_.path().toStdString()};
+  demo::UnattendedQuestions questions_;
+  BenchPort* port_ = nullptr;
+  std::unique_ptr<Application> application_;
+};
+
+void WholeSample(benchmark::State& state) {
+  Job job("");
+  job.Sample();
+  const double before = job.State().LastPlotTime;
+  for (auto _ : state) job.Sample();
+  if (job.State().LastPlotTime - before < static_cast<double>(state.iterations()) / 86400 - 1e-6)
+    state.SkipWithError("not every sample was drawn");
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(WholeSample)->UseRealTime();
+
+void WholeSampleRecorded(benchmark::State& state) {
+  const char* place = std::getenv("VELK_BENCH_FOLDER");
+  const QTemporaryDir folder(QString::fromLocal8Bit(place ? place : ".") + QStringLiteral("/road_bench-XXXXXX"));
+  Job job(folder.filePath(QStringLiteral("bench.mdb")).toStdString());
+  job.Sample();
+  const long long before = job.Rows();
+  for (auto _ : state) job.Sample();
+  if (job.Rows() - before != state.iterations()) state.SkipWithError("not every sample was recorded");
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(WholeSampleRecorded)->UseRealTime();
+
+/// Decoding, splitting, scaling, averaging and thinning of 18 channels: no events, no drawing, no log.
+void LineToValues(benchmark::State& state) {
+  constexpr std::int16_t kUnitChannels = 18;
+  Session session;
+  session.SerialData = std::string(protocol::Kesta3);
+  session.NumberOfParameters = kUnitChannels;
+  SetProtocolConstants(session);
+  for (int i = 1; i <= kUnitChannels; ++i) {
+    session.Parameters[i].Gain = 0.25;
+    session.Parameters[i].Offset = -3;
+    session.Parameters[i].max = 1000;
+    session.SmoothValue[i] = 3;
+  }
+  const std::vector<std::string> lines = Lines(kUnitChannels);
+  OwnUnitDecoder decoder;
+  SampleValues values;
+  std::string line = lines[0];
+  decoder.Orben_ver_3(line, session);
+  std::size_t next = 0;
+  long long moved = 0;
+  for (auto _ : state) {
+    line = lines[next];
+    next = next + 1 == lines.size() ? 0 : next + 1;
+    decoder.Orben_ver_3(line, session);
+    if (!IsAccepted(session, line) || !values.Take(session, line)) {
+      state.SkipWithError("a sound line was rejected");
+      break;
+    }
+    for (int i = 1; i <= kUnitChannels; ++i) moved += HasMoved(session, i);
+  }
+  benchmark::DoNotOptimize(moved);
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(LineToValues);
+
+}  // namespace
+
+}  // namespace velk
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication qt(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
