@@ -29,21 +29,28 @@ struct Options {
   QString log;
   QString picture;
   bool recordOnly = false;
+  QStringList simulator;  ///< further options of the simulated unit
 };
 
 Options ReadOptions(const QApplication& qt) {
   QCommandLineParser parser;
   parser.addHelpOption();
   parser.addOptions({{"seconds", "Stops after so many seconds.", "N"},
+                     {"log", "The log to record to.", "path"},
+                     {"picture", "Where the picture of the window goes.", "path"},
+                     {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
                      {"record-only", "Records every line of a flood to this log, printing each row.", "log"}});
   parser.process(qt);
   Options options;
   options.seconds = parser.value("seconds").toInt();
   options.recordOnly = parser.isSet("record-only");
+  options.simulator = parser.value("simulator").split(' ', Qt::SkipEmptyParts);
+  options.log = options.recordOnly ? parser.value("record-only") : parser.value("log");
+  options.picture = parser.value("picture");
   const QDir folder(QDir::tempPath() + QStringLiteral("/velk-demo-%1").arg(QCoreApplication::applicationPid()));
-  if (!options.recordOnly) folder.mkpath(".");
-  options.log = options.recordOnly ? parser.value("record-only") : folder.filePath("demo.mdb");
-  options.picture = folder.filePath("velk.png");
+  if (options.log.isEmpty() || (options.seconds > 0 && options.picture.isEmpty())) folder.mkpath(".");
+  if (options.log.isEmpty()) options.log = folder.filePath("demo.mdb");
+  if (options.picture.isEmpty()) options.picture = folder.filePath("velk.png");
   return options;
 }
 
@@ -102,7 +109,7 @@ QStringList SimulatorOptions(const Options& options) {
     list << "--flood"
          << "--baud"
          << "0";
-  return list;
+  return list + options.simulator;
 }
 
 int Run(const QApplication& qt) {

@@ -34,13 +34,6 @@ bool ReferencesExist(const Session& session, Dialogs& dialogs, std::string_view 
   return true;
 }
 
-/// Only the statistic at the front of a formula is prepared; one further in starts from zero.
-void PrepareStatistics(Parameter& channel, std::string_view formula) {
-  const std::string front = LowerCase(Left(formula, 3));
-  if (front == "max") channel.RunningMaximum = kBelowEveryValue;
-  if (front == "min") channel.RunningMinimum = kAboveEveryValue;
-}
-
 Parameter NewChannel(const Session& session, std::string_view formula) {
   Parameter channel;
   channel.name =
@@ -66,6 +59,14 @@ void CloseUp(Slots& slots, int removed, int last) {
 }
 
 }  // namespace
+
+void PrepareStatistics(Parameter& channel, std::string_view formula) {
+  channel.AverageCount = 0;
+  channel.AverageSum = channel.RunningMaximum = channel.RunningMinimum = 0;
+  const std::string front = LowerCase(Left(formula, 3));
+  if (front == "max") channel.RunningMaximum = kBelowEveryValue;
+  if (front == "min") channel.RunningMinimum = kAboveEveryValue;
+}
 
 bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text) {
   if (!ReferencesExist(session, dialogs, text)) return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "model/session.h"
 #include "platform/dialogs.h"
@@ -15,6 +16,10 @@ namespace velk {
 /// nothing changes; gives whether the channel was added. Raises SubscriptOutOfRange, with nothing changed, when all 64
 /// slots are taken.
 bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text);
+
+/// Sets the running state of a channel whose formula begins with a statistic to its start: when the formula is entered
+/// and when it is read back. One further in starts from zero.
+void PrepareStatistics(Parameter& channel, std::string_view formula);
 
 /// Takes a computed channel out; those behind it move up, with their values. Raises SubscriptOutOfRange.
 void RemoveAdditional(Session& session, int index);

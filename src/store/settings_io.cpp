@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "formula/additional_parameters.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
@@ -147,7 +148,10 @@ std::vector<std::string> LoadSettings(Session& session, SettingsStore& store) {
   for (int i = 1; i <= kMaxParameters; ++i) VisitPlaybackParameter(live, session, i);
   VisitFormulae(live, session);
   SizeFormulae(session);
-  for (int i = 1; i <= FormulaCount(session); ++i) VisitFormula(live, session, i);
+  for (int i = 1; i <= FormulaCount(session); ++i) {
+    VisitFormula(live, session, i);
+    PrepareStatistics(session.AdditionalParameters[i], session.Formula[i]);
+  }
 
   Reader templates(session, store, kTemplateList);
   VisitTemplateList(templates, session);

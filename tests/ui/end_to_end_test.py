@@ -1,0 +1,57 @@
+"""The real program against the simulated unit on a pseudo-terminal, offscreen, from Connect to Stop."""
+
+import datetime
+import os
+import pathlib
+import sqlite3
+import subprocess
+import tempfile
+import unittest
+
+DEMO = os.environ["VELK_DEMO"]
+EPOCH = datetime.datetime(1899, 12, 30)
+
+
+class EndToEnd(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix="velk-ui-")
+        self.addCleanup(self.folder.cleanup)
+        self.log = pathlib.Path(self.folder.name) / "job.mdb"
+        self.picture = pathlib.Path(self.folder.name) / "velk.png"
+
+    def run_demo(self, seconds, simulator=""):
+        return subprocess.run(
+            [DEMO, "--seconds", str(seconds), "--log", self.log, "--picture", self.picture, "--simulator", simulator],
+            capture_output=True, text=True, timeout=seconds + 60,
+            env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+
+    def times(self):
+        with sqlite3.connect(self.log) as log:
+            self.assertEqual(log.execute("PRAGMA integrity_check").fetchone()[0], "ok")
+            rows = log.execute("SELECT Date, Time FROM logData ORDER BY ID").fetchall()
+        return [EPOCH + datetime.timedelta(days=date + time) for date, time in rows]
+
+    def test_a_job_leaves_one_file_and_a_picture(self):
+        done = self.run_demo(9)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual(sorted(p.name for p in pathlib.Path(self.folder.name).iterdir()), ["job.mdb", "velk.png"])
+        self.assertGreaterEqual(len(self.times()), 5)
+        self.assertIn("rows:    %d\n" % len(self.times()), done.stdout)
+        self.assertNotIn("box:", done.stderr)
+        self.assertEqual(self.picture.read_bytes()[:4], b"\x89PNG")
+
+    def test_an_unplugged_unit_is_told_once_and_the_recording_goes_on_when_it_is_back(self):
+        done = self.run_demo(17, "--hangup-after 6 --return-after 4")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        boxes = [line for line in done.stderr.splitlines() if line.startswith("box:")]
+        self.assertEqual(len(boxes), 1, done.stderr)
+        self.assertIn("/dev/pts/", boxes[0])
+        times = self.times()
+        gaps = [(after - before).total_seconds() for before, after in zip(times, times[1:])]
+        self.assertGreaterEqual(max(gaps), 4, "the time without the unit is a gap in the log")
+        self.assertLessEqual(max(gaps), 4 + 3 + 2, "the data go on within 3 s of the unit's return")
+        self.assertGreaterEqual(len([t for t in times if t > times[gaps.index(max(gaps))]]), 3)
+
+
+if __name__ == "__main__":
+    unittest.main()
