@@ -80,7 +80,8 @@ double ApplyOperator(double left, double right, FormulaToken token) {
       return Finite(left * right);
     case kIntegerDivision: {
       const WholeOperands whole = ToWhole(left, right);
-      return whole.left / whole.right;
+      const std::int32_t quotient = whole.left / whole.right;
+      return quotient;
     }
     case kRemainder: {
       const WholeOperands whole = ToWhole(left, right);
