@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -22,6 +23,8 @@ volatile std::sig_atomic_t ending = 0;
 
 constexpr std::size_t kChunk = 16;  // bytes sent at once: 8 ms at 19200 baud
 constexpr double kBitsPerByte = 10;
+constexpr double kArrival = 0.1;
+constexpr double kLongestDrain = 2;
 constexpr int kLookMilliseconds = 20;  // how often a wait looks at the signals
 
 [[noreturn]] void Fail(const std::string& what) {
@@ -99,6 +102,16 @@ void Line::Unplug() {
   if (!link_.empty()) unlink(link_.c_str());
   close(master_);
   master_ = -1;
+}
+
+void Line::Drain() const {
+  const int other = open(device_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  const double end = Seconds() + kLongestDrain;
+  // The rest comes first: what has just been written is not counted yet. A reader that has the device for itself can't
+  // be looked at, so it is only given that time.
+  for (int unread = 1; unread > 0 && RestUntil(Seconds() + kArrival) && Seconds() < end;)
+    if (other < 0 || ioctl(other, FIONREAD, &unread) != 0) unread = 0;
+  if (other >= 0) close(other);
 }
 
 bool Line::HasReader() const {

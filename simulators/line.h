@@ -19,6 +19,10 @@ class Line {
   void Unplug();
   const std::string& Device() const { return device_; }
 
+  /// Waits until the reader has taken all that was sent, at most two seconds: what is on the line when the device goes
+  /// away still arrives.
+  void Drain() const;
+
   /// Whether a program has the device open.
   bool HasReader() const;
 

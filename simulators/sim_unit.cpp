@@ -16,9 +16,6 @@
 
 namespace {
 
-/// What is on the line when the device goes away still arrives.
-constexpr double kArrival = 0.1;
-
 void PlugIn(sim::Line& line) {
   line.Plug();
   std::printf("%s\n", line.Device().c_str());
@@ -29,7 +26,7 @@ void PlugIn(sim::Line& line) {
 bool Interrupt(const sim::Options& options, sim::Line& line, long sent) {
   if (sent == options.pauseAfter && !sim::RestUntil(sim::Seconds() + options.pause)) return false;
   if (sent != options.hangUpAfter) return true;
-  sim::RestUntil(sim::Seconds() + kArrival);
+  line.Drain();
   line.Unplug();
   if (!sim::RestUntil(sim::Seconds() + options.returnAfter)) return false;
   PlugIn(line);
@@ -69,6 +66,6 @@ int main(int argc, char** argv) {
     if (!Interrupt(options, line, sent)) break;
     due = std::max(due + options.interval, sim::Seconds() - options.interval);
   }
-  sim::RestUntil(sim::Seconds() + kArrival);
+  line.Drain();
   return 0;
 }
