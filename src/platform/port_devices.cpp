@@ -32,7 +32,7 @@ std::vector<int> NumbersOf(const std::string& directory, std::string_view prefix
 }
 
 std::string Listed(int portNumber, const std::string& directory) {
-  const std::string builtIn = directory + "/ttyS" + std::to_string(portNumber - 1);
+  std::string builtIn = directory + "/ttyS" + std::to_string(portNumber - 1);
   const std::vector<int> builtInNumbers = NumbersOf(directory, "ttyS");
   int place = portNumber - (builtInNumbers.empty() ? 0 : builtInNumbers.back() + 1);
   if (place < 1) return builtIn;

@@ -56,7 +56,7 @@ QSerialPort::FlowControl FlowControlOf(Handshake handshake) {
 std::string RealPath(const std::string& device) {
   char* const real = realpath(device.c_str(), nullptr);
   if (real == nullptr) return device;
-  const std::string path = real;
+  std::string path = real;
   std::free(real);
   return path;
 }
