@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
+#include <algorithm>
 
 #include "ui_frm_inc_param_in_sum.h"
 
@@ -10,7 +11,11 @@ namespace velk {
 
 namespace {
 
-constexpr int kColumns = 2;
+/// What a window may take of the screen.
+QSize Room() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  return screen == nullptr ? QSize(800, 600) : screen->availableSize() * 0.9;
+}
 
 /// A name as a caption: "&" is not the mark of a key.
 QString Caption(const std::string& name) {
@@ -32,35 +37,37 @@ frmIncParamInSum::frmIncParamInSum(const SummaryInclusion& inclusion, QWidget* p
 
 frmIncParamInSum::~frmIncParamInSum() = default;
 
-/// Down the first column, then down the next, as names in a list are read.
+/// Two columns where the names leave room for them, one else; down the first, then down the second.
 void frmIncParamInSum::AddCheckBoxes() {
-  const int count = static_cast<int>(inclusion_.parameters.size());
-  const int rows = (count + kColumns - 1) / kColumns;
+  int widest = 0;
   QWidget* before = ui_->scrollArea;
   for (const SummaryInclusion::Entry& entry : inclusion_.parameters) {
     auto* box = new QCheckBox(Caption(entry.name), ui_->parameters);
     box->setObjectName(QStringLiteral("chk_%1").arg(entry.parameter));
     box->setChecked(entry.included);
-    const int place = static_cast<int>(chk_.size());
-    ui_->parametersLayout->addWidget(box, place % rows, place / rows);
+    widest = std::max(widest, box->sizeHint().width());
     setTabOrder(before, box);
     before = box;
     chk_.push_back(box);
   }
   // Made last, they would be reached last.
   setTabOrder(before, text1_.front());
+
+  const int count = static_cast<int>(chk_.size());
+  const int columns = widest * 5 / 2 < Room().width() ? 2 : 1;
+  const int rows = std::max(1, (count + columns - 1) / columns);
+  for (int i = 0; i < count; ++i)
+    ui_->parametersLayout->addWidget(chk_[static_cast<std::size_t>(i)], i % rows, i / rows);
   ui_->parametersLayout->setRowStretch(rows, 1);
   if (!chk_.empty()) chk_.front()->setFocus();
 }
 
-/// As tall as its boxes where the screen has room; the boxes scroll where it hasn't.
+/// As large as its boxes where the screen has room; the boxes scroll where it hasn't.
 void frmIncParamInSum::FitToScreen() {
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  const QSize room = screen == nullptr ? QSize(800, 600) : screen->availableSize() * 0.85;
   const QSize bar(style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->scrollArea->frameWidth(), 0);
   const QSize boxes = ui_->parameters->sizeHint() + bar;
   const QSize wanted = boxes.expandedTo(ui_->scrollArea->minimumSize()) + sizeHint() - ui_->scrollArea->sizeHint();
-  resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room));
+  resize(wanted.expandedTo(minimumSizeHint()).boundedTo(Room()));
 }
 
 void frmIncParamInSum::cmdClose_Click() {
