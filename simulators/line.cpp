@@ -119,11 +119,12 @@ bool Line::HasReader() const {
   return poll(&state, 1, 0) >= 0 && (state.revents & POLLHUP) == 0;
 }
 
-/// Commands of the reader are not answered in run mode.
-void Line::DropInput() const {
+std::string Line::Receive() const {
+  std::string received;
   char bytes[256];
-  while (read(master_, bytes, sizeof bytes) > 0) {
-  }
+  for (ssize_t count = 0; (count = read(master_, bytes, sizeof bytes)) > 0;)
+    received.append(bytes, static_cast<std::size_t>(count));
+  return received;
 }
 
 bool Line::SendChunk(const char* bytes, std::size_t count) {
@@ -142,8 +143,13 @@ bool Line::SendChunk(const char* bytes, std::size_t count) {
   return true;
 }
 
+/// Commands of the reader are not answered in run mode.
 bool Line::Send(const std::string& bytes) {
   DropInput();
+  return Transmit(bytes);
+}
+
+bool Line::Transmit(const std::string& bytes) {
   const std::size_t chunk = baud_ > 0 ? kChunk : bytes.size();
   freeAt_ = std::max(freeAt_, Seconds());
   for (std::size_t at = 0; at < bytes.size(); at += chunk) {

@@ -29,10 +29,15 @@ class Line {
   /// Sends the bytes at the line's pace, and waits for a reader that is slow. False if the reader went away or the
   /// program is to end before the last byte.
   bool Send(const std::string& bytes);
+  /// The same, but what the reader has sent meanwhile stays for Receive.
+  bool Transmit(const std::string& bytes);
+
+  /// What the reader has sent; never waits.
+  std::string Receive() const;
+  void DropInput() const { Receive(); }
 
  private:
   bool SendChunk(const char* bytes, std::size_t count);
-  void DropInput() const;
 
   std::string link_;
   int baud_;
