@@ -3,6 +3,7 @@
 #   velk_library(store USES velk_model QT Core LIBS SQLite::SQLite3)   all .cpp of src/store
 #   velk_windows(store USES velk_store)                                all .cpp and .ui of src/store/windows
 #   velk_tests(store USES velk_store)                                  all *_test.cpp of tests/store
+#   velk_translations(velk ${CMAKE_CURRENT_BINARY_DIR})                the two translation databases in that folder
 
 set(VELK_PCH_CORE <algorithm> <array> <chrono> <cmath> <cstdint> <functional> <map> <memory> <optional> <string>
                   <string_view> <vector>)
@@ -38,4 +39,20 @@ function(velk_tests folder)
   target_precompile_headers(${folder}_tests PRIVATE ${VELK_PCH_CORE} <gtest/gtest.h>)
   add_test(NAME ${folder} COMMAND ${folder}_tests)
   set_tests_properties(${folder} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# Puts the two translation databases into a folder, for `target` to find. A file that the user put there stays until
+# the texts of data/ change.
+function(velk_translations target folder)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  set(script ${CMAKE_SOURCE_DIR}/scripts/make_translations)
+  set(databases "${folder}/VELK Translation Data.mdb" "${folder}/VELKMESSAGES.MDB")
+  add_custom_command(
+    OUTPUT ${databases}
+    COMMAND ${Python3_EXECUTABLE} -B ${script} ${CMAKE_SOURCE_DIR}/data ${folder}
+    DEPENDS ${script} ${CMAKE_SOURCE_DIR}/data/languages.tsv ${CMAKE_SOURCE_DIR}/data/messages.tsv
+    COMMENT "Making the translation databases of ${target}"
+    VERBATIM)
+  add_custom_target(${target}_translations DEPENDS ${databases})
+  add_dependencies(${target} ${target}_translations)
 endfunction()

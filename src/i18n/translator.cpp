@@ -1,9 +1,30 @@
 #include "i18n/translator.h"
 
+#include <exception>
+
+#include "platform/command.h"
+#include "platform/connection.h"
+
 namespace velk {
 
-std::string clstranslation::Translate(std::string_view englishText, int) const {
-  return std::string(englishText);
+bool clstranslation::Load(const std::string& databasePath, const std::string& language) {
+  messages_.reset();
+  try {
+    const auto connection = Connection::Open(databasePath, OpenMode::ReadOnly);
+    Command rows(*connection, "SELECT Id,txtMessage,translatable," + QuoteName(language) + " FROM Messages;");
+    auto messages = std::make_shared<std::unordered_map<std::int64_t, cLanguagMesg>>();
+    while (rows.Next()) messages->emplace(rows.Integer(0), ReadLanguageMessage(rows, 1));
+    messages_ = std::move(messages);
+    return true;
+  } catch (const std::exception&) {  // whatever is wrong with the file, the program goes on in English
+    return false;
+  }
+}
+
+std::string_view clstranslation::View(std::string_view englishText, int messageNumber) const {
+  if (!messages_) return englishText;
+  const auto found = messages_->find(messageNumber);
+  return found == messages_->end() || found->second.Text.empty() ? englishText : found->second.Text;
 }
 
 }  // namespace velk

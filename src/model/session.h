@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "i18n/languages.h"
 #include "i18n/translator.h"
 #include "model/parameter.h"
 
@@ -135,7 +136,8 @@ struct Session {
 
   std::vector<std::string> TemplateNames{1};  ///< 1 to the number of templates
 
-  clstranslation Translator;
+  clstranslation Translator;  ///< messages and words
+  clsLanguages Languages;     ///< captions of the windows, see i18n/windows/translate_form.h
 };
 
 }  // namespace velk

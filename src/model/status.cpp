@@ -123,7 +123,7 @@ void ChangeCurrentStatus(Session& session, MainView& view, MessageId status) {
 }
 
 bool StatusIs(const Session& session, MessageId status) {
-  return session.CurrentStatus == session.Translator.Translate(status);
+  return session.CurrentStatus == session.Translator.View(status);
 }
 
 }  // namespace velk

@@ -19,6 +19,7 @@ namespace velk {
 namespace {
 
 const clstranslation kEnglish;
+const clsLanguages kEnglishCaptions;
 
 template <class Control>
 Control* Find(const QWidget& window, const char* name) {
@@ -50,7 +51,7 @@ void AnswerWith(QWidget& window, Qt::Key letter) {
 }
 
 TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
-  frmFileExist window(kEnglish, "/jobs/run#7.mdb", true, true);
+  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run#7.mdb", true, true);
   Show(window, "frmFileExist");
   EXPECT_EQ(window.objectName(), "frmFileExist");
   EXPECT_EQ(window.windowTitle(), "Pre-Existing File !!");
@@ -63,7 +64,7 @@ TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
 }
 
 TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
-  frmFileExist window(kEnglish, "/jobs/run.mdb", false, false);
+  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run.mdb", false, false);
   Show(window, "frmFileExist-not-compatible");
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->text(),
             "The file [/jobs/run.mdb] is not compatible with current velk data");
@@ -73,7 +74,7 @@ TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
 }
 
 TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
-  frmFileExist window(kEnglish, "/jobs/run.mdb", true, false);
+  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run.mdb", true, false);
   Show(window, "frmFileExist-other-order");
   EXPECT_TRUE(Find<QLabel>(window, "lblNote")->isVisible());
   EXPECT_NE(Find<QLabel>(window, "lblNote")->text().indexOf("stand in another order"), -1);
@@ -82,17 +83,17 @@ TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
 }
 
 TEST(FrmFileExist, GivesWhatWasPressed) {
-  frmFileExist appending(kEnglish, "run.mdb", true, true);
+  frmFileExist appending(kEnglish, kEnglishCaptions, "run.mdb", true, true);
   Show(appending, "appending");
   AnswerWith(appending, Qt::Key_A);
   EXPECT_EQ(appending.Choice(), FileChoice::Append);
 
-  frmFileExist creating(kEnglish, "run.mdb", true, true);
+  frmFileExist creating(kEnglish, kEnglishCaptions, "run.mdb", true, true);
   Show(creating, "creating");
   AnswerWith(creating, Qt::Key_C);
   EXPECT_EQ(creating.Choice(), FileChoice::CreateNew);
 
-  frmFileExist closing(kEnglish, "run.mdb", true, true);
+  frmFileExist closing(kEnglish, kEnglishCaptions, "run.mdb", true, true);
   Show(closing, "closing");
   QTest::keyClick(&closing, Qt::Key_Escape);
   EXPECT_EQ(closing.Choice(), FileChoice::None);
@@ -100,7 +101,7 @@ TEST(FrmFileExist, GivesWhatWasPressed) {
 }
 
 TEST(FrmFileExist, ShowsAPathAsPlainText) {
-  frmFileExist window(kEnglish, "/jobs/<b>&x</b>.mdb", true, true);
+  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/<b>&x</b>.mdb", true, true);
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->textFormat(), Qt::PlainText);
 }
 
@@ -108,7 +109,7 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
   SummaryInclusion inclusion = Inclusion(3);
   inclusion.parameters[2].parameter = 5;
   inclusion.parameters[2].name = "Gas & oil";
-  frmIncParamInSum window(inclusion);
+  frmIncParamInSum window(kEnglishCaptions, inclusion);
   Show(window, "frmIncParamInSum");
   EXPECT_EQ(window.objectName(), "frmIncParamInSum");
   EXPECT_EQ(window.windowTitle(), "Include In Summary Report");
@@ -121,7 +122,7 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
 }
 
 TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
-  frmIncParamInSum window(Inclusion(3));
+  frmIncParamInSum window(kEnglishCaptions, Inclusion(3));
   Show(window, "filled");
   Find<QCheckBox>(window, "chk_1")->click();
   Find<QCheckBox>(window, "chk_2")->click();
@@ -138,13 +139,13 @@ TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
 TEST(FrmIncParamInSum, ShowsTheFieldsOfBefore) {
   SummaryInclusion inclusion = Inclusion(1);
   inclusion.extraFields = {"One", "Two", "Three", "Four"};
-  frmIncParamInSum window(inclusion);
+  frmIncParamInSum window(kEnglishCaptions, inclusion);
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_0")->text(), "One");
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_3")->text(), "Four");
 }
 
 TEST(FrmIncParamInSum, LeavesTheChoiceWhenItIsClosedOtherwise) {
-  frmIncParamInSum window(Inclusion(2));
+  frmIncParamInSum window(kEnglishCaptions, Inclusion(2));
   Show(window, "left");
   Find<QCheckBox>(window, "chk_1")->click();
   window.close();
@@ -152,7 +153,7 @@ TEST(FrmIncParamInSum, LeavesTheChoiceWhenItIsClosedOtherwise) {
 }
 
 TEST(FrmIncParamInSum, BringsEveryOfSixtyFourBoxesIntoViewByKeyboard) {
-  frmIncParamInSum window(Inclusion(64));
+  frmIncParamInSum window(kEnglishCaptions, Inclusion(64));
   Show(window, "frmIncParamInSum-64");
   const auto* area = Find<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 64; ++i) {

@@ -2,12 +2,13 @@
 
 #include <QPushButton>
 
+#include "i18n/windows/translate_form.h"
 #include "ui_frm_file_exist.h"
 
 namespace velk {
 
-frmFileExist::frmFileExist(const clstranslation& translator, const std::string& oldName, bool compatible,
-                           bool sameOrder, QWidget* parent)
+frmFileExist::frmFileExist(const clstranslation& translator, const clsLanguages& languages, const std::string& oldName,
+                           bool compatible, bool sameOrder, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmFileExist>()) {
   ui_->setupUi(this);
   const auto around = [&](MessageId before, MessageId after) {
@@ -24,6 +25,7 @@ frmFileExist::frmFileExist(const clstranslation& translator, const std::string& 
   first->setFocus();
   connect(ui_->cmdAppend, &QPushButton::clicked, this, [this] { Choose(FileChoice::Append); });
   connect(ui_->cmdCreate, &QPushButton::clicked, this, [this] { Choose(FileChoice::CreateNew); });
+  TranslateForm(*this, languages);
 }
 
 frmFileExist::~frmFileExist() = default;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "i18n/languages.h"
 #include "i18n/translator.h"
 #include "store/job_questions.h"
 
@@ -18,8 +19,8 @@ class frmFileExist : public QDialog {
   Q_OBJECT
 
  public:
-  frmFileExist(const clstranslation& translator, const std::string& oldName, bool compatible, bool sameOrder,
-               QWidget* parent = nullptr);
+  frmFileExist(const clstranslation& translator, const clsLanguages& languages, const std::string& oldName,
+               bool compatible, bool sameOrder, QWidget* parent = nullptr);
   ~frmFileExist() override;
 
   FileChoice Choice() const { return choice_; }

@@ -5,6 +5,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "i18n/windows/translate_form.h"
 #include "ui_frm_inc_param_in_sum.h"
 
 namespace velk {
@@ -24,13 +25,14 @@ QString Caption(const std::string& name) {
 
 }  // namespace
 
-frmIncParamInSum::frmIncParamInSum(const SummaryInclusion& inclusion, QWidget* parent)
+frmIncParamInSum::frmIncParamInSum(const clsLanguages& languages, const SummaryInclusion& inclusion, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmIncParamInSum>()), inclusion_(inclusion) {
   ui_->setupUi(this);
   text1_ = {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3};
   for (std::size_t i = 0; i < text1_.size() && i < inclusion_.extraFields.size(); ++i)
     text1_[i]->setText(QString::fromStdString(inclusion_.extraFields[i]));
   AddCheckBoxes();
+  TranslateForm(*this, languages);
   FitToScreen();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmIncParamInSum::cmdClose_Click);
 }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "i18n/languages.h"
 #include "store/job_questions.h"
 
 namespace Ui {
@@ -21,7 +22,7 @@ class frmIncParamInSum : public QDialog {
   Q_OBJECT
 
  public:
-  explicit frmIncParamInSum(const SummaryInclusion& inclusion, QWidget* parent = nullptr);
+  frmIncParamInSum(const clsLanguages& languages, const SummaryInclusion& inclusion, QWidget* parent = nullptr);
   ~frmIncParamInSum() override;
 
   /// What was chosen with cmdClose; what came in where the window was closed otherwise.

@@ -13,14 +13,15 @@ void JobQuestionsQt::Close() {
 
 FileChoice JobQuestionsQt::AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) {
   // On the heap and watched: the parent may be destroyed while the window stands, and takes it along.
-  const QPointer<frmFileExist> window = new frmFileExist(translator_, oldName, compatible, sameOrder, parent_);
+  const QPointer<frmFileExist> window =
+      new frmFileExist(translator_, languages_, oldName, compatible, sameOrder, parent_);
   const FileChoice choice = Run(window.data()) ? window->Choice() : FileChoice::None;
   delete window;
   return choice;
 }
 
 void JobQuestionsQt::IncludeInSummary(SummaryInclusion& inclusion) {
-  const QPointer<frmIncParamInSum> window = new frmIncParamInSum(inclusion, parent_);
+  const QPointer<frmIncParamInSum> window = new frmIncParamInSum(languages_, inclusion, parent_);
   if (Run(window.data())) inclusion = window->Inclusion();
   delete window;
 }

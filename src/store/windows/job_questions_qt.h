@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <vector>
 
+#include "i18n/languages.h"
 #include "i18n/translator.h"
 #include "platform/dialogs.h"
 #include "store/job_questions.h"
@@ -17,7 +18,10 @@ class JobQuestionsQt : public JobQuestions {
   explicit JobQuestionsQt(Dialogs& dialogs) : dialogs_(dialogs) {}
 
   /// For the language, which is known only after the first settings were read.
-  void SetTranslator(const clstranslation& translator) { translator_ = translator; }
+  void SetLanguage(const clstranslation& translator, const clsLanguages& languages) {
+    translator_ = translator;
+    languages_ = languages;
+  }
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
   /// Closes what stands on the screen without an answer; at the end of the program.
@@ -32,6 +36,7 @@ class JobQuestionsQt : public JobQuestions {
 
   Dialogs& dialogs_;
   clstranslation translator_;
+  clsLanguages languages_;
   QPointer<QWidget> parent_;
   std::vector<QPointer<QDialog>> standing_;
 };
