@@ -1,6 +1,10 @@
 #include "store/windows/frm_file_exist.h"
 
+#include <QGuiApplication>
+#include <QLayout>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "i18n/windows/translate_form.h"
 #include "ui_frm_file_exist.h"
@@ -26,9 +30,19 @@ frmFileExist::frmFileExist(const clstranslation& translator, const clsLanguages&
   connect(ui_->cmdAppend, &QPushButton::clicked, this, [this] { Choose(FileChoice::Append); });
   connect(ui_->cmdCreate, &QPushButton::clicked, this, [this] { Choose(FileChoice::CreateNew); });
   TranslateForm(*this, languages);
+  FitToScreen();
 }
 
 frmFileExist::~frmFileExist() = default;
+
+/// As tall as its wrapped texts are at the width that the screen has for them; left alone, the window takes the height
+/// of the wider one that it would like to be.
+void frmFileExist::FitToScreen() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const int room = screen == nullptr ? 800 : screen->availableSize().width();
+  const int wanted = std::min(sizeHint().width(), room * 2 / 3);
+  resize(wanted, layout()->totalHeightForWidth(wanted));
+}
 
 void frmFileExist::Choose(FileChoice choice) {
   choice_ = choice;

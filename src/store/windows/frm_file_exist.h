@@ -27,6 +27,7 @@ class frmFileExist : public QDialog {
 
  private:
   void Choose(FileChoice choice);
+  void FitToScreen();
 
   std::unique_ptr<Ui::frmFileExist> ui_;
   FileChoice choice_ = FileChoice::None;
