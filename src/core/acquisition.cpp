@@ -20,16 +20,16 @@ constexpr std::int64_t kLongestCheckMs = 15'000;
 }  // namespace
 
 Acquisition::Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs,
-                         MainTimers& timers, Link& link, LogDatabase& log, Recorder& recorder, SampleRoad& road)
+                         MainTimers& timers, Link& link, Recorder& recorder, SampleRoad& road, Polling& polling)
     : session_(session),
       platform_(platform),
       view_(view),
       graphs_(graphs),
       timers_(timers),
       link_(link),
-      log_(log),
       recorder_(recorder),
-      road_(road) {
+      road_(road),
+      polling_(polling) {
 }
 
 // --- Connect ---
@@ -52,7 +52,8 @@ void Acquisition::Connect(const Statements& run) {
     return;
   }
   view_.SetHourglass(true);
-  CloseLink();
+  link_.CloseODataCom();
+  link_.ClosePlainPort();
   session_.CurrentFile.clear();
   graphs_.UnloadAll();
   session_.AcquisitionMode = true;
@@ -66,13 +67,6 @@ void Acquisition::Connect(const Statements& run) {
   ShowReadyToAcquire();
 }
 
-void Acquisition::CloseLink() {
-  const Protocol* protocol = FindProtocol(session_.SerialData);
-  if (!protocol || !protocol->unit) return;
-  link_.CloseODataCom();
-  link_.ClosePlainPort();
-}
-
 void Acquisition::CopyParameters() {
   session_.TotalParameters = static_cast<std::int16_t>(session_.NumberOfParameters + session_.NumberOfFormulae);
   for (int i = 1; i <= session_.NumberOfParameters; ++i) session_.CurrentParameters[i] = session_.Parameters[i];
@@ -81,16 +75,33 @@ void Acquisition::CopyParameters() {
 }
 
 bool Acquisition::CheckHardware() {
-  const bool portWorks = link_.EnablePort();
+  const Protocol* protocol = FindProtocol(session_.SerialData);
+  const Driver driver = protocol ? protocol->driver : Driver::None;
   ChangeCurrentStatus(session_, view_, MessageId::StatusCheckingHardware);
   view_.SetHourglass(true);
   view_.SetButtonVisible("Stop", true);
+  if (driver == Driver::NetworkedPage)
+    polling_.CanFetchPage();
+  else if (driver == Driver::None)
+    Tell(MessageId::NoDriver, MessageId::AcquireDataTitle, BoxIcon::Exclamation);
+  else
+    CheckPort();
+  return !session_.StopRequested;
+}
+
+void Acquisition::CheckPort() {
+  session_.UseODataCom = ComputeUseODataCom(session_);
+  const bool portWorks = link_.EnablePort();
+  if (!session_.UseODataCom) return;  // a polled port that has opened will do
   link_.ClosePlainPort();
   link_.SetODataCom();
   if (portWorks && link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
-    platform_.dialogs.Message({session_.Translator.Translate(MessageId::TimeOutCheckHardware),
-                               session_.Translator.Translate(MessageId::TimeOutTitle), Buttons::Ok, BoxIcon::Critical});
-  return !session_.StopRequested;
+    Tell(MessageId::TimeOutCheckHardware, MessageId::TimeOutTitle, BoxIcon::Critical);
+}
+
+void Acquisition::Tell(MessageId text, MessageId title, BoxIcon icon) {
+  platform_.dialogs.Message(
+      {session_.Translator.Translate(text), session_.Translator.Translate(title), Buttons::Ok, icon});
 }
 
 bool Acquisition::WaitForLine() {
@@ -164,13 +175,14 @@ void Acquisition::WriteTimeAxes() {
 }
 
 void Acquisition::Run(const Statements& run) {
+  if (!polling_.OpenPort()) return;
   if (session_.RecordToDB) run([&] { recorder_.Open(); });
   CaptionStartButton(MessageId::Pause, image::PauseRunning);
   ChangeCurrentStatus(session_, view_, MessageId::StatusAcquiringData);
   session_.FormattedLineLength = 0;
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
-  timers_.Timer1->SetEnabled(!session_.UseODataCom);  // lines of the line driver bring their own samples
+  timers_.Timer1->SetEnabled(polling_.NeedsTicks());  // lines of the line driver bring their own samples
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   ReleaseGraphToolbars();
   view_.SetButtonVisible("RecordToDB", true);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/polling.h"
 #include "core/recorder.h"
 #include "core/sample_road.h"
 #include "instruments/link.h"
@@ -11,7 +12,7 @@ namespace velk {
 class Acquisition {
  public:
   Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, MainTimers& timers,
-              Link& link, LogDatabase& log, Recorder& recorder, SampleRoad& road);
+              Link& link, Recorder& recorder, SampleRoad& road, Polling& polling);
 
   void mnuAcquireConnect_Click();
   /// Start, Pause or Resume, by the status at entry.
@@ -25,11 +26,12 @@ class Acquisition {
 
  private:
   void Connect(const Statements& run);
-  void CloseLink();
   void CopyParameters();
   /// False when Stop ended it.
   bool CheckHardware();
+  void CheckPort();
   bool WaitForLine();
+  void Tell(MessageId text, MessageId title, BoxIcon icon);
   void ShowReadyToAcquire();
 
   void Start(const Statements& run);
@@ -48,9 +50,9 @@ class Acquisition {
   GraphWindows& graphs_;
   MainTimers& timers_;
   Link& link_;
-  LogDatabase& log_;
   Recorder& recorder_;
   SampleRoad& road_;
+  Polling& polling_;
   bool connecting_ = false;
 };
 

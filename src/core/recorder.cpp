@@ -60,10 +60,10 @@ void Recorder::SwitchOff() {
   log_.CloseLogRecordset();
 }
 
-void Recorder::AppendRow(bool firstTry) {
+void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
   if (!session_.RecordToDB) return;
   try {
-    log_.AppendLogRow();
+    log_.AppendLogRow(rowTime);
   } catch (const RuntimeError&) {
     if (firstTry) ++missingRows_;
     ShowMissingRows();
@@ -77,9 +77,9 @@ void Recorder::AppendRow(bool firstTry) {
   if (!firstTry) ShowMissingRows();
 }
 
-void Recorder::AppendRowQuietly() {
+void Recorder::AppendRowQuietly(std::optional<double> rowTime) {
   try {
-    AppendRow(true);
+    AppendRow(true, rowTime);
   } catch (const RuntimeError&) {
     // Counted already; the box that is about to come tells of the earlier failure.
   }

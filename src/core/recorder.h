@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
@@ -29,10 +31,10 @@ class Recorder {
 
   /// Appends the row of the running sample. A failure is raised once and then only counted until a row has gone through
   /// again, so that a full disk shows one box and recording goes on by itself. `firstTry` is false for the Retry of a
-  /// row that is counted already.
-  void AppendRow(bool firstTry);
+  /// row that is counted already. `rowTime` is the row's date and time where it brings its own, else it is Now.
+  void AppendRow(bool firstTry, std::optional<double> rowTime = {});
   /// The same without raising: for the moment in front of a box.
-  void AppendRowQuietly();
+  void AppendRowQuietly(std::optional<double> rowTime = {});
 
   /// Rows of the present recording that are on the disk.
   long long RowsRecorded() const { return rows_; }
@@ -40,6 +42,8 @@ class Recorder {
   /// Counts a page change and names the file by it; asks for a file where there is none.
   void FollowPage(const Statements& run);
 
+  /// No rows for now; the log stays connected.
+  void Close() { log_.CloseLogRecordset(); }
   /// Ends the recording: one self-contained file is left. Reports its own failures.
   void Finish();
 

@@ -4,7 +4,6 @@
 
 #include "core/alarms.h"
 #include "formula/additional_parameters.h"
-#include "instruments/protocols.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
 
@@ -35,7 +34,7 @@ class SampleRoad::Running {
 /// later samples pass while the box stands.
 class SampleRoad::RowAheadOfBoxes {
  public:
-  explicit RowAheadOfBoxes(SampleRoad& road) : road_(road) {
+  RowAheadOfBoxes(SampleRoad& road, std::optional<double> rowTime) : road_(road), rowTime_(rowTime) {
     road_.platform_.dialogs.beforeBox = [this] {
       AppendRowQuietly();
       road_.session_.SampleBusy = false;
@@ -46,14 +45,15 @@ class SampleRoad::RowAheadOfBoxes {
   void AppendRow(const Statements& run) {
     if (std::exchange(rowIsDone_, true)) return;
     bool firstTry = true;
-    run([&] { road_.recorder_.AppendRow(std::exchange(firstTry, false)); });
+    run([&] { road_.recorder_.AppendRow(std::exchange(firstTry, false), rowTime_); });
   }
   void AppendRowQuietly() {
-    if (!std::exchange(rowIsDone_, true)) road_.recorder_.AppendRowQuietly();
+    if (!std::exchange(rowIsDone_, true)) road_.recorder_.AppendRowQuietly(rowTime_);
   }
 
  private:
   SampleRoad& road_;
+  std::optional<double> rowTime_;
   bool rowIsDone_ = false;
 };
 
@@ -62,10 +62,19 @@ SampleRoad::SampleRoad(Session& session, const Platform& platform, MainView& vie
       platform_(platform),
       view_(view),
       recorder_(recorder),
+      decoders_(session, platform),
       report_{platform.dialogs, "ProcessLine", session.Translator.Translate(MessageId::AcquiringDataError)} {
 }
 
 void SampleRoad::ProcessLine(const std::string& line) {
+  Sample(report_, [&](const Statements& run) {
+    std::string decoded = line;
+    decoders_.DecodeDelivered(decoded);
+    return TakeValues(run, decoded);
+  });
+}
+
+void SampleRoad::Sample(const Report& report, const std::function<Values(const Statements& run)>& take) {
   platform_.clock.Yield();
   if (session_.StopRequested) {
     if (depth_ == 0) recorder_.Finish();
@@ -73,7 +82,7 @@ void SampleRoad::ProcessLine(const std::string& line) {
   }
   if (!PassesGuard()) return;
   const Running running(*this);
-  RunProcedure(report_, [&](const Statements& run) { RunSample(run, line); });
+  RunProcedure(report, [&](const Statements& run) { RunSample(run, take); });
 }
 
 bool SampleRoad::PassesGuard() {
@@ -83,19 +92,23 @@ bool SampleRoad::PassesGuard() {
   return true;
 }
 
-void SampleRoad::RunSample(const Statements& run, const std::string& line) {
+void SampleRoad::RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take) {
   session_.SampleTime = platform_.clock.Now();
-  TakeLine(run, line);
-  if (hasValues_ && DrawAndLog(run)) {
+  const Values values = take(run);
+  if (values == Values::Left) return;
+  if (values != Values::Held) hasValues_ = true;
+  std::optional<double> rowTime;
+  if (values == Values::TakenWithOwnTime) rowTime = session_.SampleTime;
+  if (hasValues_ && DrawAndLog(run, rowTime)) {
     recorder_.FollowPage(run);
     MovePlotTime();
   }
-  view_.SetPanel(4, FormatDate(session_.SampleTime, "hh:mm:ss"));
+  view_.SetPanel(4, FormatDate(session_.SampleTime, rowTime ? "dd-mmm-yyyy hh:mm:ss" : "hh:mm:ss"));
   platform_.clock.Yield();
 }
 
-bool SampleRoad::DrawAndLog(const Statements& run) {
-  RowAheadOfBoxes row(*this);
+bool SampleRoad::DrawAndLog(const Statements& run, std::optional<double> rowTime) {
+  RowAheadOfBoxes row(*this, rowTime);
   try {
     if (!IsSignificant(run)) return false;
     Draw(run);
@@ -109,16 +122,9 @@ bool SampleRoad::DrawAndLog(const Statements& run) {
   }
 }
 
-void SampleRoad::TakeLine(const Statements& run, const std::string& line) {
-  std::string decoded = line;
-  Decode(decoded);
-  if (!IsAccepted(session_, decoded)) return;
-  if (run([&] { return values_.Take(session_, decoded); })) hasValues_ = true;
-}
-
-void SampleRoad::Decode(std::string& line) {
-  const Protocol* protocol = FindProtocol(session_.SerialData);
-  if (protocol && protocol->unit) ownUnit_.Orben_ver_3(line, session_);
+Values SampleRoad::TakeValues(const Statements& run, const std::string& line) {
+  if (!IsAccepted(session_, line)) return Values::Held;
+  return run([&] { return values_.Take(session_, line); }) ? Values::Taken : Values::Held;
 }
 
 bool SampleRoad::IsSignificant(const Statements& run) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "core/recorder.h"
 #include "core/sample_values.h"
-#include "instruments/own_unit.h"
+#include "instruments/decoders.h"
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
@@ -12,6 +14,14 @@
 #include "platform/procedure.h"
 
 namespace velk {
+
+/// What a sample's source has brought in.
+enum class Values {
+  Taken,             ///< CurrentValue is new
+  TakenWithOwnTime,  ///< the same, and SampleTime is the line's own date and time
+  Held,              ///< the line was rejected: the last values stand
+  Left               ///< the sample ends here: stopped, or out of time
+};
 
 /// The road of one sample: from a received line to the charts, the log and the status bar.
 class SampleRoad {
@@ -21,6 +31,16 @@ class SampleRoad {
   /// One sample from a line of the line driver. Lets events run; the guard SampleBusy swallows 28 lines that come in
   /// while a sample runs, and lets the 29th overrun it.
   void ProcessLine(const std::string& line);
+
+  /// One sample from any source. `take` runs behind the guard, with SampleTime set to Now; `report` names the procedure
+  /// in the box of an error.
+  void Sample(const Report& report, const std::function<Values(const Statements& run)>& take);
+
+  /// Takes the values of a line in the common form.
+  Values TakeValues(const Statements& run, const std::string& line);
+
+  /// The decoders of this session, with what they keep from line to line.
+  Decoders& LineDecoders() { return decoders_; }
 
   /// A sample is under way, perhaps with a box on top of it.
   bool IsRunning() const { return depth_ > 0; }
@@ -33,13 +53,9 @@ class SampleRoad {
   class RowAheadOfBoxes;
 
   bool PassesGuard();
-  void RunSample(const Statements& run, const std::string& line);
-  /// Decodes the line and takes its values; a rejected line leaves the values as they are.
-  void TakeLine(const Statements& run, const std::string& line);
-  /// Brings a line into the common form, or rejects it by the terminator at its head.
-  void Decode(std::string& line);
+  void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);
   /// False for a sample that is not significant: it is neither drawn nor logged.
-  bool DrawAndLog(const Statements& run);
+  bool DrawAndLog(const Statements& run, std::optional<double> rowTime);
   bool IsSignificant(const Statements& run);
   void Draw(const Statements& run);
   void DrawParameter(int parameter);
@@ -52,7 +68,7 @@ class SampleRoad {
   Platform platform_;
   MainView& view_;
   Recorder& recorder_;
-  OwnUnitDecoder ownUnit_;
+  Decoders decoders_;
   SampleValues values_;
   Report report_;
   int depth_ = 0;

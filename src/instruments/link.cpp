@@ -56,14 +56,20 @@ Link::~Link() {
   watchdog_.SetHandler({});
 }
 
+SerialSettings Link::PlainSettings(Handshake handshake) const {
+  SerialSettings settings;
+  settings.device = PortDevice(platform_.settings, session_.PortNumber);
+  settings.baudRate = session_.BaudRate;
+  settings.parity = session_.Parity;
+  settings.dataBits = session_.DataBits;
+  settings.stopBits = session_.StopBits;
+  settings.handshake = handshake;
+  return settings;
+}
+
 LineDriverSettings Link::DriverSettings() const {
   LineDriverSettings settings;
-  settings.line.device = PortDevice(platform_.settings, session_.PortNumber);
-  settings.line.baudRate = session_.BaudRate;
-  settings.line.parity = session_.Parity;
-  settings.line.dataBits = session_.DataBits;
-  settings.line.stopBits = session_.StopBits;
-  settings.line.handshake = static_cast<Handshake>(session_.Handshake);
+  settings.line = PlainSettings(static_cast<Handshake>(session_.Handshake));
   settings.portNumber = session_.PortNumber;
   settings.terminator = session_.Terminator;
   settings.theTimeOut = session_.TheTimeOut;
@@ -108,7 +114,7 @@ void Link::StartWatching() {
 bool Link::EnablePort() {
   toldByEnablePort_.clear();
   if (session_.IsOwnUnit) CloseODataCom();
-  return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
+  const bool done = RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
     run([&] {
       try {
         Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
@@ -119,6 +125,8 @@ bool Link::EnablePort() {
       }
     });
   });
+  // The board knows one line form only; an instrument of another maker gets its own.
+  return done && (session_.IsOwnUnit || OpenPlainPort(static_cast<Handshake>(session_.Handshake)));
 }
 
 void Link::CloseODataCom() {
@@ -132,6 +140,33 @@ void Link::CloseODataCom() {
 
 void Link::ClosePlainPort() {
   if (MSComm1->IsOpen()) MSComm1->Close();
+}
+
+bool Link::OpenPlainPort(Handshake handshake) {
+  return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
+    run([&] {
+      ClosePlainPort();
+      try {
+        MSComm1->Open(PlainSettings(handshake));
+      } catch (const PortError& error) {
+        throw RuntimeError(error.Number(), PortErrorText(error));
+      }
+    });
+    failureTold_ = false;
+  });
+}
+
+bool Link::KeepPlainPortOpen() {
+  if (MSComm1->IsOpen()) return true;
+  if (platform_.clock.Ticks() < nextReopen_) return false;
+  nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
+  try {
+    MSComm1->Open(PlainSettings(static_cast<Handshake>(session_.Handshake)));
+    failureTold_ = false;
+  } catch (const PortError& error) {
+    TellOnce(PortErrorText(error));
+  }
+  return MSComm1->IsOpen();
 }
 
 void Link::CycleODataCom() {

@@ -38,6 +38,12 @@ class Link {
   void CloseODataCom();
   void ClosePlainPort();
 
+  /// Opens the plain port with the session's own line settings; closes it first. False after an error box.
+  bool OpenPlainPort(Handshake handshake);
+  /// For a port that is read tick by tick: opens it again where its device went away, at most once a second. A failure
+  /// is told once.
+  bool KeepPlainPortOpen();
+
   /// Closes and reopens the driver. A failure is told in a box, once until data come again.
   void CycleODataCom();
 
@@ -54,6 +60,7 @@ class Link {
   std::function<void(const std::string& line)> onLine;
 
  private:
+  SerialSettings PlainSettings(Handshake handshake) const;
   LineDriverSettings DriverSettings() const;
   void OpenDriver(const std::string& toldAlready);
   bool Reopen();
@@ -70,6 +77,7 @@ class Link {
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   std::int64_t linesSeen_ = 0;
+  std::int64_t nextReopen_ = 0;   ///< Ticks, of the plain port
   bool failureTold_ = false;      ///< a failure was shown and no data have come since
   std::string untold_;            ///< waits until no sample is running
   std::string toldByEnablePort_;  ///< the failure of the same device is not shown a second time by SetODataCom

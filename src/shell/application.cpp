@@ -14,6 +14,12 @@ namespace {
 
 constexpr int kCloseAgainMs = 20;
 
+/// These have no serial link that could be closed.
+bool IsPageOrOpc(const std::string& protocol) {
+  return protocol == protocol::LumoThroughHmi || protocol == protocol::HoneywellEZtrend ||
+         protocol == protocol::OpcServer;
+}
+
 }  // namespace
 
 Application::Application(const Services& services)
@@ -25,7 +31,8 @@ Application::Application(const Services& services)
       log_(session_, platform_, services.questions, graphs_),
       recorder_(session_, platform_, form_, log_, services.questions),
       road_(session_, platform_, form_, recorder_),
-      acquisition_(session_, platform_, form_, graphs_, timers_, link_, log_, recorder_, road_),
+      polling_(session_, platform_, form_, timers_, link_, recorder_, road_, services.makePageFetch(platform_.clock)),
+      acquisition_(session_, platform_, form_, graphs_, timers_, link_, recorder_, road_, polling_),
       closeAgain_(platform_.clock.MakeTimer()) {
   link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
   form_.onQueryUnload = [this] { return MDIForm_QueryUnload(); };
@@ -108,6 +115,7 @@ void Application::MDIForm_Load() {
   });
   form_.show();
   StartUpStep(12, [this] { OpenLink(); });
+  StartUpStep(13, [this] { polling_.EnablePageTimer(); });
 }
 
 void Application::StartUpStep(int number, const std::function<void()>& work) {
@@ -177,9 +185,10 @@ void Application::mnuFileExit_Click() {
 bool Application::MDIForm_QueryUnload() {
   if (session_.AskOnExit && !IsSureToExit()) return false;
   session_.AskOnExit = false;
-  if (road_.IsRunning() || acquisition_.IsConnecting()) {
+  polling_.End();
+  if (road_.IsRunning() || polling_.IsRunning() || acquisition_.IsConnecting()) {
     // What runs is on the stack below this close: it has to leave first.
-    if (acquisition_.IsConnecting()) acquisition_.mnuAcquireStop_Click();
+    if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
     platform_.dialogs.SetEnding();
     closeAgain_->SetEnabled(true);
     return false;
@@ -194,7 +203,7 @@ bool Application::MDIForm_QueryUnload() {
 void Application::EndJob() {
   if (std::exchange(jobEnded_, true)) return;
   if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
-  link_.CloseODataCom();
+  if (!IsPageOrOpc(session_.SerialData)) link_.CloseODataCom();
   RunProcedure({platform_.dialogs, "SaveSettings"},
                [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
 }

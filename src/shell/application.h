@@ -20,6 +20,7 @@ struct Services {
   Platform platform;
   JobQuestions& questions;
   SerialPortFactory makePort;
+  std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
 };
 
 /// The composition root: builds everything in order, binds menus, buttons and timers to their event procedures, and
@@ -70,6 +71,7 @@ class Application {
   LogDatabase log_;
   Recorder recorder_;
   SampleRoad road_;
+  Polling polling_;
   Acquisition acquisition_;
   std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
   std::string directoryAtStart_;

@@ -79,14 +79,14 @@ void LogDatabase::CloseLogRecordset() {
   lastUpdated_.Flush();
 }
 
-void LogDatabase::AppendLogRow() {
+void LogDatabase::AppendLogRow(std::optional<double> at) {
   if (session_.LogFileInUse == session_.Translator.Translate(MessageId::Failed)) return;
   if (!recordset_) throw RuntimeError(ErrorNumber::Database, session_.Translator.Translate(MessageId::LogNotOpen));
   connection_->CheckInPlace();
-  const double now = platform_.clock.Now();
-  const DateParts parts = Split(now);
+  const double time = at.value_or(platform_.clock.Now());
+  const DateParts parts = Split(time);
   recordset_->AddNew();
-  recordset_->SetField(1, DatePart(now));
+  recordset_->SetField(1, DatePart(time));
   recordset_->SetField(2, TimeOfDay(parts.hour, parts.minute, parts.second));
   for (int i = 1; i <= session_.NumberOfParameters; ++i)
     recordset_->SetField(i + 2, static_cast<double>(session_.CurrentValue[static_cast<std::size_t>(i)]));

@@ -40,9 +40,10 @@ class LogDatabase {
   void CloseLogRecordset();
   bool RecordsetIsOpen() const { return recordset_.has_value(); }
 
-  /// Appends CurrentValue of every channel under the present date and time, whole seconds. Does nothing while
+  /// Appends CurrentValue of every channel under the present date and time, or under `at` where the sample brings its
+  /// own, whole seconds. Does nothing while
   /// LogFileInUse is the translated "Failed". Where it raises, no row was written, and it can be called again.
-  void AppendLogRow();
+  void AppendLogRow(std::optional<double> at = {});
 
   /// Writes name, units, scale, format, graph and colour of each channel, to new rows or, with `update`, over the
   /// present ones. All or nothing.

@@ -12,6 +12,7 @@
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
+#include "support/scripted_pages.h"
 #include "support/temporary_folder.h"
 
 namespace velk::test {
@@ -56,7 +57,9 @@ class Rig {
   LogDatabase log{session, platform, questions, graphs};
   Recorder recorder{session, platform, view, log, questions};
   SampleRoad road{session, platform, view, recorder};
-  Acquisition acquisition{session, platform, view, graphs, timers, link, log, recorder, road};
+  ScriptedPages* pages = new ScriptedPages;  ///< owned by polling
+  Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
+  Acquisition acquisition{session, platform, view, graphs, timers, link, recorder, road, polling};
 };
 
 }  // namespace velk::test

@@ -1,0 +1,203 @@
+#include "core/polling.h"
+
+#include <utility>
+
+#include "instruments/page_readers.h"
+#include "instruments/port_reader.h"
+#include "instruments/protocols.h"
+#include "model/status.h"
+#include "platform/dates.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kTickMs = 50;
+constexpr int kPageMs = 500;
+constexpr int kRestBeforeCloseMs = 500;
+/// Behind a page that could not be fetched the operator is left alone for so long.
+constexpr std::int64_t kRestAfterCancelMs = 10'000;
+
+/// Sets a flag for a scope.
+class Under {
+ public:
+  explicit Under(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Under() { flag_ = false; }
+  Under(const Under&) = delete;
+  Under& operator=(const Under&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+Polling::Polling(Session& session, const Platform& platform, MainView& view, MainTimers& timers, Link& link,
+                 Recorder& recorder, SampleRoad& road, std::unique_ptr<PageFetch> pages)
+    : session_(session),
+      platform_(platform),
+      view_(view),
+      timers_(timers),
+      link_(link),
+      recorder_(recorder),
+      road_(road),
+      pages_(std::move(pages)),
+      report_{platform.dialogs, "Timer1_Timer", session.Translator.Translate(MessageId::AcquiringDataError)} {
+  timers_.Timer1->SetInterval(kTickMs);
+  timers_.Timer1->SetHandler([this] { Timer1_Timer(); });
+  timers_.Timer4->SetInterval(kPageMs);
+  timers_.Timer4->SetHandler([this] { Timer4_Timer(); });
+  timers_.Timer5->SetInterval(kPageMs);
+  timers_.Timer5->SetHandler([this] { Timer5_Timer(); });
+  link_.MSComm1->onReadyRead = [this] { MSComm1_OnComm(); };
+}
+
+// --- The plain port, tick by tick ---
+
+bool Polling::NeedsTicks() const {
+  const Protocol* protocol = FindProtocol(session_.SerialData);
+  return protocol && (protocol->driver == Driver::PolledByTick || protocol->serialData == protocol::Formatted);
+}
+
+bool Polling::OpenPort() {
+  if (session_.SerialData == protocol::Intermittent) {
+    lines_.Reset(session_.Terminator);
+    return link_.OpenPlainPort(Handshake::XonXoff);
+  }
+  if (!NeedsTicks()) return true;
+  if (session_.SerialData == protocol::Formatted) link_.CloseODataCom();  // until the line length is learned
+  return link_.MSComm1->IsOpen() || link_.OpenPlainPort(static_cast<Handshake>(session_.Handshake));
+}
+
+void Polling::Timer1_Timer() {
+  if (ticking_ || !timers_.Timer1->Enabled()) return;
+  const Under ticking(ticking_);
+  timedOut_ = false;
+  road_.Sample(report_, [this](const Statements& run) { return Poll(run); });
+  if (timedOut_) PauseAfterTimeOut();
+}
+
+Values Polling::Poll(const Statements& run) {
+  if (session_.SerialData == protocol::Formatted) return Learn(run);
+  if (!link_.KeepPlainPortOpen()) return Values::Held;
+  const std::string line = road_.LineDecoders().ReadPolled(*link_.MSComm1);
+  if (session_.StopRequested) {
+    timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);  // Stop has left that status
+    return Values::Left;
+  }
+  return road_.TakeValues(run, line);
+}
+
+/// The length of formatted lines is learned on the plain port; then the line driver takes the device over.
+Values Polling::Learn(const Statements& run) {
+  PortReader reader(*link_.MSComm1, platform_.clock, session_);
+  const TimeLimit limit(platform_.clock, session_);
+  const LineLength outcome = run([&] { return LearnLineLength(reader, session_, limit); });
+  if (outcome == LineLength::Learned) {
+    timers_.Timer1->SetEnabled(false);
+    link_.ClosePlainPort();
+    link_.SetODataCom();
+  }
+  timedOut_ = outcome == LineLength::TimedOutCheckHardware || outcome == LineLength::TimedOutCheckSettings;
+  if (!timedOut_) return Values::Left;
+  const MessageId text =
+      outcome == LineLength::TimedOutCheckHardware ? MessageId::TimeOutCheckHardware : MessageId::TimeOutCheckSettings;
+  platform_.dialogs.Message({session_.Translator.Translate(text),
+                             session_.Translator.Translate(MessageId::TimeOutTitle), Buttons::Ok, BoxIcon::Critical});
+  timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);
+  return Values::Left;
+}
+
+/// A time-out goes through Pause, so that a restart needs only Resume.
+void Polling::PauseAfterTimeOut() {
+  session_.StopRequested = false;
+  recorder_.Close();
+  platform_.clock.WaitMilliseconds(kRestBeforeCloseMs);
+  if (!StatusIs(session_, MessageId::StatusAcquiringData)) return;
+  link_.ClosePlainPort();
+  timers_.Timer1->SetEnabled(false);
+  view_.Repaint();
+  view_.PressButton("Pause");
+}
+
+// --- An instrument that sends its buffer ---
+
+void Polling::MSComm1_OnComm() {
+  if (session_.SerialData != protocol::Intermittent || analysing_) return;
+  const Under analysing(analysing_);
+  while (lines_.Receive(*link_.MSComm1))
+    if (StatusIs(session_, MessageId::StatusAcquiringData)) IntermittentDataAnalysis();
+}
+
+void Polling::IntermittentDataAnalysis() {
+  const Report report{platform_.dialogs, "IntermittentDataAnalysis", report_.title};
+  for (int i = 1; i <= lines_.BufferedLineCount; ++i) {
+    road_.Sample(report, [&](const Statements& run) { return TakeBufferedLine(run, i); });
+  }
+}
+
+Values Polling::TakeBufferedLine(const Statements& run, int number) {
+  const std::string& line = lines_.BufferedLines[static_cast<std::size_t>(number)];
+  const BufferedSample sample = run([&] { return ReadBufferedLine(session_, line); });
+  if (!sample.accepted) return Values::Left;
+  session_.SampleTime = sample.sampleTime;
+  if (number == 1)
+    session_.StartTime = session_.LastPlotTime = session_.GraphEndTime = session_.GraphPageTime =
+        session_.LastPageTime = CutToMinute(sample.sampleTime);
+  return Values::TakenWithOwnTime;
+}
+
+// --- The page of a networked unit ---
+
+void Polling::EnablePageTimer() {
+  timers_.Timer4->SetEnabled(session_.SerialData == protocol::HoneywellEZtrend);
+  timers_.Timer5->SetEnabled(session_.SerialData == protocol::LumoThroughHmi);
+}
+
+bool Polling::CanFetchPage() {
+  return RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"},
+                      [&](const Statements& run) { run([&] { return pages_->Fetch(Address()).has_value(); }); });
+}
+
+void Polling::Timer4_Timer() {
+  FetchAndPass("Timer4_Timer", &Polling::LineOfTable);
+}
+
+void Polling::Timer5_Timer() {
+  FetchAndPass("Timer5_Timer", &Polling::LineOfCells);
+}
+
+std::string Polling::LineOfTable(const std::string& page) const {
+  return LineFromTable(page, session_.Delimiter);
+}
+
+std::string Polling::LineOfCells(const std::string& page) const {
+  const std::string time = FormatDate(platform_.clock.Now(), "hh:mm:ss");
+  return session_.SerialData == protocol::HoneywellEZtrend ? LineFromNamedCells(page, time, session_.NumberOfParameters)
+                                                           : LineFromPanelPage(page, time, session_.NumberOfParameters);
+}
+
+void Polling::End() {
+  timers_.Timer1->SetEnabled(false);
+  timers_.Timer4->SetEnabled(false);
+  timers_.Timer5->SetEnabled(false);
+  pages_->Cancel();
+}
+
+void Polling::FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const) {
+  if (fetching_ || platform_.clock.Ticks() < nextFetch_) return;
+  const Under fetching(fetching_);
+  bool fetched = false;
+  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) {
+    run([&] {
+      const std::optional<std::string> page = pages_->Fetch(Address());
+      if (!page) return;
+      Text1_ = (this->*toLine)(*page) + session_.Terminator;
+      fetched = true;
+    });
+  });
+  if (!done) nextFetch_ = platform_.clock.Ticks() + kRestAfterCancelMs;
+  if (fetched && StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
+}
+
+}  // namespace velk

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/sample_road.h"
+#include "instruments/intermittent.h"
+#include "instruments/line_length.h"
+#include "instruments/link.h"
+#include "model/main_timers.h"
+#include "platform/page_fetch.h"
+
+namespace velk {
+
+/// The sources that the program itself asks for samples: the plain port at each tick, an instrument that sends its
+/// buffer, the page of a networked unit.
+class Polling {
+ public:
+  Polling(Session& session, const Platform& platform, MainView& view, MainTimers& timers, Link& link,
+          Recorder& recorder, SampleRoad& road, std::unique_ptr<PageFetch> pages);
+
+  /// A tick of a polled protocol. Never entered again while it runs: two readers would share one port.
+  void Timer1_Timer();
+
+  /// The page of a networked recorder as one table.
+  void Timer4_Timer();
+  /// The page of a networked unit, by the protocol in its form of named cells or of the operator panel.
+  void Timer5_Timer();
+  /// Switches the timer of a networked unit on, and any other off.
+  void EnablePageTimer();
+  /// One page fetched; for Connect. Reports its own failure.
+  bool CanFetchPage();
+
+  /// Bytes of an instrument that buffers its samples.
+  void MSComm1_OnComm();
+  /// Whether Timer1 has work with this protocol: it reads the port, or learns the length of the lines.
+  bool NeedsTicks() const;
+  /// At Start and Resume: readies the plain port where the protocol needs it. False after an error box.
+  bool OpenPort();
+
+  /// At the end of the program: no more ticks, and the page under way is given up.
+  void End();
+
+  /// A tick, a page or a burst is on the stack.
+  bool IsRunning() const { return ticking_ || analysing_ || fetching_; }
+
+ private:
+  Values Poll(const Statements& run);
+  Values Learn(const Statements& run);
+  void PauseAfterTimeOut();
+  void IntermittentDataAnalysis();
+  Values TakeBufferedLine(const Statements& run, int number);
+  void FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const);
+  std::string LineOfTable(const std::string& page) const;
+  std::string LineOfCells(const std::string& page) const;
+  std::string Address() const { return session_.daqIPAddress + "/" + session_.daqHTML; }
+
+  Session& session_;
+  Platform platform_;
+  MainView& view_;
+  MainTimers& timers_;
+  Link& link_;
+  Recorder& recorder_;
+  SampleRoad& road_;
+  std::unique_ptr<PageFetch> pages_;
+  IntermittentLines lines_;
+  Report report_;
+  std::string Text1_;  ///< the last line that a page gave
+  std::int64_t nextFetch_ = 0;
+  bool ticking_ = false;
+  bool analysing_ = false;
+  bool fetching_ = false;
+  bool timedOut_ = false;
+};
+
+}  // namespace velk
