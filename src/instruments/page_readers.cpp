@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/parameter.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
@@ -12,6 +13,9 @@ namespace {
 
 constexpr std::string_view kFixedBlank = "&nbsp";
 constexpr std::size_t kTime = 8;
+/// One row more than there can be parameters already makes a line that no check accepts. Rows that share a cell would
+/// otherwise make gigabytes of a damaged page.
+constexpr int kMostRows = kMaxParameters + 1;
 
 /// What stands behind the first `mark`; nothing where there is none.
 std::string_view Behind(std::string_view text, std::string_view mark) {
@@ -63,7 +67,8 @@ std::string LineFromPanelPage(std::string_view page, std::string_view time, int 
 std::string LineFromTable(std::string_view page, std::string_view delimiter) {
   std::string line(Behind(page, "&nbsp;").substr(0, kTime));
   constexpr std::string_view kRow = "<tr>";
-  for (std::size_t row = page.find(kRow); row != std::string_view::npos; row = page.find(kRow)) {
+  std::size_t row = page.find(kRow);
+  for (int rows = 0; row != std::string_view::npos && rows < kMostRows; ++rows, row = page.find(kRow)) {
     page = page.substr(row + kRow.size());
     for (int cell = 1; cell <= 4; ++cell) page = Behind(page, "<td");
     line.append(delimiter).append(Trim(CellText(page)));

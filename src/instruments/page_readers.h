@@ -18,7 +18,7 @@ std::string LineFromNamedCells(std::string_view page, std::string_view time, int
 std::string LineFromPanelPage(std::string_view page, std::string_view time, int parameters);
 
 /// The page that is one table: the 8 characters behind the first "&nbsp;" are the time, and the fourth cell of every
-/// row is a value, led by `delimiter`.
+/// row is a value, led by `delimiter`. No more than 65 rows are read.
 std::string LineFromTable(std::string_view page, std::string_view delimiter);
 
 /// The text without what stands in front of a value on these pages: line ends, blanks, ":" and ";", and "&nbsp".

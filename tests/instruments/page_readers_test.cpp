@@ -130,6 +130,13 @@ TEST(TablePage, HasNoRowsWithoutThem) {
   EXPECT_EQ(LineFromTable("&nbsp;09:3", ","), "09:3");
 }
 
+TEST(TablePage, ReadsNoMoreThanOneRowBeyondAllParameters) {
+  std::string page = "&nbsp;09:30:15";
+  for (int i = 1; i <= 20'000; ++i) page += "<tr><td<td<td<td";
+  const std::string line = LineFromTable(page + ">" + std::string(500'000, '7') + "</", ",");
+  EXPECT_EQ(std::count(line.begin(), line.end(), ','), 65);
+}
+
 TEST(TablePage, RaisesForARowThatIsCut) {
   for (const char* page : {"<tr>", "<tr><td>1</td>", "<tr><td><td><td><td>7"})
     EXPECT_EQ(NumberOf([&] { LineFromTable(page, ","); }), ErrorNumber::InvalidArgument) << page;
