@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -25,7 +26,10 @@ class RecordingView : public MainView {
   void SetButtonVisible(std::string_view key, bool visible) override { buttonVisible[std::string(key)] = visible; }
   void SetButtonEnabled(std::string_view key, bool enabled) override { buttonEnabled[std::string(key)] = enabled; }
   void SetButtonToolTip(std::string_view key, std::string_view text) override { toolTips[std::string(key)] = text; }
-  void PressButton(std::string_view key) override { pressed.emplace_back(key); }
+  void PressButton(std::string_view key) override {
+    pressed.emplace_back(key);
+    if (onPress) onPress(key);
+  }
   void ResetCaption() override { ++captionResets; }
   void SetHourglass(bool on) override { hourglass = on; }
   void Repaint() override { ++repaints; }
@@ -36,6 +40,7 @@ class RecordingView : public MainView {
   std::map<std::string, std::string> menuCaption, toolTips;
   std::map<std::string, int> images;
   std::vector<std::string> pressed;
+  std::function<void(std::string_view key)> onPress;
   int captionResets = 0;
   int repaints = 0;
   int beeps = 0;

@@ -1,0 +1,265 @@
+#include "core/polling.h"
+
+#include <gtest/gtest.h>
+
+#include "core/rig.h"
+#include "instruments/protocols.h"
+#include "platform/dates.h"
+
+namespace velk {
+namespace {
+
+using test::Rig;
+
+class Polled : public testing::Test {
+ protected:
+  /// Three channels, comma and LF, on a protocol that Timer1 reads.
+  void Use(std::string_view protocol, const std::string& delimiter = ",", const std::string& terminator = "\n") {
+    rig.session.IsOwnUnit = false;
+    rig.session.SerialData = std::string(protocol);
+    rig.session.Delimiter = delimiter;
+    rig.session.Terminator = terminator;
+    // As the toolbar's button does.
+    rig.view.onPress = [this](std::string_view key) {
+      if (key == "Pause") rig.acquisition.mnuAcquireStart_Click();
+    };
+  }
+  void ConnectAndStart() {
+    rig.acquisition.mnuAcquireConnect_Click();
+    rig.acquisition.mnuAcquireStart_Click();
+  }
+  std::string Now() { return FormatDate(rig.clock.Now(), "hh:mm:ss"); }
+
+  Rig rig;
+  test::FakeGraphWindow& graph2 = rig.graphs.windows[2];
+};
+
+TEST_F(Polled, ConnectOpensThePlainPortAndStartLetsTimer1ReadIt) {
+  Use(protocol::DataTakerA, ",", "\r");
+  rig.session.Parity = "E";
+  rig.session.DataBits = 7;
+  ConnectAndStart();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_TRUE(rig.plainPort.open);
+  EXPECT_FALSE(rig.linePort.open);
+  EXPECT_EQ(rig.plainPort.openings.back().parity, "E") << "an outside instrument has its own line settings";
+  EXPECT_EQ(rig.plainPort.openings.back().dataBits, 7);
+  EXPECT_TRUE(rig.timers.Timer1->Enabled());
+  EXPECT_EQ(rig.timers.Timer1->Interval(), 50);
+}
+
+TEST_F(Polled, TakesTheFrameBetweenTwoReturns) {
+  Use(protocol::Das104, ",", "\r");
+  ConnectAndStart();
+  rig.plainPort.Receive("\r" + Now() + ",51.5,2.5,3.5\r");
+  rig.clock.Advance(60);
+  ASSERT_EQ(graph2.plots.size(), 1u);
+  EXPECT_EQ(rig.session.CurrentValue[1], 51.5f);
+  EXPECT_EQ(rig.session.CurrentValue[3], 3.5f);
+}
+
+TEST_F(Polled, AsksARequestDrivenInstrumentForEachParameter) {
+  Use(protocol::SentWhenRequested, ",", "\n");
+  for (int i = 1; i <= 3; ++i) rig.session.Parameters[i].CommandString = "V" + std::to_string(i) + "\r\n";
+  rig.clock.onYield = [this] {
+    if (rig.plainPort.written.empty()) return;
+    const char number = rig.plainPort.written[1];
+    rig.plainPort.written.clear();
+    rig.plainPort.Receive(std::string(1, number) + "0.25\r\n");
+  };
+  ConnectAndStart();
+  rig.clock.Advance(1500);
+  rig.clock.onYield = nullptr;
+  ASSERT_GE(graph2.plots.size(), 1u);
+  EXPECT_EQ(rig.session.CurrentValue[1], 10.25f);
+  EXPECT_EQ(rig.session.CurrentValue[2], 20.25f);
+  EXPECT_EQ(rig.session.CurrentValue[3], 30.25f);
+}
+
+TEST_F(Polled, AnInstrumentThatDoesNotAnswerIsToldAndPausedAndResumeIsEnough) {
+  Use(protocol::SentWhenRequested);
+  rig.session.TheTimeOut = 2;
+  ConnectAndStart();
+  rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  rig.clock.Advance(4000);
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_FALSE(rig.session.StopRequested);
+  EXPECT_FALSE(rig.timers.Timer1->Enabled());
+  EXPECT_FALSE(rig.plainPort.open);
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_TRUE(rig.plainPort.open);
+  rig.acquisition.mnuAcquireStop_Click();
+}
+
+TEST_F(Polled, StopEndsAReaderThatWaits) {
+  Use(protocol::DataTakerB);
+  rig.session.TheTimeOut = 30000;
+  ConnectAndStart();
+  int rounds = 0;
+  rig.clock.onYield = [&] {
+    if (++rounds == 20) rig.acquisition.mnuAcquireStop_Click();
+  };
+  rig.clock.Advance(60);
+  rig.clock.onYield = nullptr;
+  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
+  EXPECT_FALSE(rig.polling.IsRunning());
+}
+
+TEST_F(Polled, ATickNeverEntersItself) {
+  Use(protocol::DataTakerB);
+  ConnectAndStart();
+  bool entered = false;
+  rig.clock.onYield = [&] {
+    if (std::exchange(entered, true)) return;
+    const int skips = rig.session.SampleSkips;
+    rig.polling.Timer1_Timer();
+    EXPECT_EQ(rig.session.SampleSkips, skips) << "it is no swallowed event either";
+    rig.acquisition.mnuAcquireStop_Click();
+  };
+  rig.clock.Advance(60);
+  EXPECT_TRUE(entered);
+}
+
+// --- Formatted data: the length is learned first ---
+
+TEST_F(Polled, LearnsTheLengthOfFormattedLinesAndHandsTheDeviceToTheLineDriver) {
+  Use(protocol::Formatted, " ", "\r");
+  rig.clock.onYield = [this] {
+    if (rig.linePort.open && rig.link.LinesSeen() == 0) rig.linePort.Receive("12:00:00 1 2 3\r");
+  };
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.clock.onYield = nullptr;
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_TRUE(rig.plainPort.open);
+  EXPECT_FALSE(rig.linePort.open) << "one owner of a device at a time";
+  rig.plainPort.Receive(" 3\r12:00:01 1 2 3\r");
+  rig.clock.Advance(60);
+  EXPECT_EQ(rig.session.FormattedLineLength, 15);
+  EXPECT_FALSE(rig.plainPort.open);
+  EXPECT_TRUE(rig.linePort.open);
+  EXPECT_FALSE(rig.timers.Timer1->Enabled());
+
+  rig.clock.Advance(1000);
+  rig.linePort.Receive("12:00:02 4 5 6\r");
+  rig.clock.RunPosted();
+  EXPECT_EQ(rig.session.CurrentValue[3], 6.0f);
+  rig.linePort.Receive("12:00:03 40 5 6\r");
+  rig.clock.RunPosted();
+  EXPECT_EQ(rig.session.CurrentValue[1], 4.0f) << "another length is no sound line";
+}
+
+TEST_F(Polled, TellsWhichEndOfAFormattedLineDidNotCome) {
+  struct Case {
+    const char* bytes;
+    const char* text;
+  };
+  for (const Case& c : {Case{"12:00:00 1 2", "Time Out Error, check hardware"},
+                        Case{"2 3\r12:00:00 1", "Time Out Error, check hardware settings"}}) {
+    rig.dialogs.shown.clear();
+    Use(protocol::Formatted, " ", "\r");
+    rig.dialogs.Expect("Time Out Error, check hardware", Answer::Ok);  // Connect's own wait
+    rig.acquisition.mnuAcquireConnect_Click();
+    rig.acquisition.mnuAcquireStart_Click();
+    rig.plainPort.Receive(c.bytes);
+    rig.dialogs.Expect(c.text, Answer::Ok);
+    rig.clock.Advance(8000);
+    EXPECT_EQ(rig.dialogs.shown.back().text, c.text);
+    EXPECT_EQ(rig.dialogs.shown.back().icon, BoxIcon::Critical);
+    EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+    rig.acquisition.mnuAcquireStop_Click();
+  }
+}
+
+// --- Lines that an instrument has buffered ---
+
+TEST_F(Polled, RunsASampleForEachBufferedLineUnderItsOwnTime) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.plainPort.openings.back().handshake, Handshake::XonXoff);
+  rig.plainPort.Receive(
+      "12-Mar-2026 06:07:30,1,2,3\n"
+      "no date,7,8,9\n"
+      "12-Mar-2026 06:07:31,4,5,6\n");
+  ASSERT_EQ(graph2.plots.size(), 2u);
+  const double first = DateSerial(2026, 3, 12) + TimeOfDay(6, 7, 30);
+  EXPECT_EQ(rig.session.StartTime, DateSerial(2026, 3, 12) + TimeOfDay(6, 7, 0));
+  EXPECT_EQ(graph2.plots[0].time, first);
+  EXPECT_EQ(rig.view.panels[4], "12-Mar-2026 06:07:31");
+  rig.acquisition.mnuAcquireStop_Click();
+  const auto rows = rig.Rows(rig.Path("job.mdb"));
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].date, DateSerial(2026, 3, 12));
+  EXPECT_EQ(rows[0].time, TimeOfDay(6, 7, 30));
+  EXPECT_EQ(rows[1].c, 6.0);
+}
+
+TEST_F(Polled, DropsBufferedLinesOutsideOfAJob) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+  EXPECT_TRUE(graph2.plots.empty());
+}
+
+// --- Pages ---
+
+std::string PanelPage(const std::vector<std::string>& values) {
+  std::string page = "<html><table><tr><td>name</td><td>value</td></tr>";
+  for (const std::string& value : values)
+    page += "<tr><td><b>name</b></td><td align=right><font>" + value + "&nbsp;psi</font></td></tr>";
+  return page + "</table></html>";
+}
+
+TEST_F(Polled, PassesThePageOfAPanelToTheRoadAtEachTimer5) {
+  Use(protocol::LumoThroughHmi, " ", "\r\n");
+  rig.session.daqIPAddress = "10.0.0.5";
+  rig.session.daqHTML = "panel.htm";
+  rig.pages->page = PanelPage({"1.5", "2.5", "3.5"});
+  ConnectAndStart();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.pages->asked, std::vector<std::string>{"10.0.0.5/panel.htm"}) << "Connect fetches one";
+  rig.polling.EnablePageTimer();
+  EXPECT_TRUE(rig.timers.Timer5->Enabled());
+  EXPECT_FALSE(rig.timers.Timer4->Enabled());
+  rig.clock.Advance(1100);
+  EXPECT_EQ(rig.pages->asked.size(), 3u);
+  EXPECT_EQ(rig.session.CurrentValue[1], 1.5f);
+  EXPECT_EQ(rig.session.CurrentValue[3], 3.5f);
+}
+
+TEST_F(Polled, AFaultOfThePageIsToldAndTheNextFetchComesTenSecondsAfterCancel) {
+  Use(protocol::HoneywellEZtrend, " ", "\r\n");
+  rig.polling.EnablePageTimer();
+  rig.pages->fault = PageFault::TimedOut;
+  rig.dialogs.Expect(" - Timer4_Timer", Answer::Cancel);
+  rig.clock.Advance(9000);
+  EXPECT_EQ(rig.pages->asked.size(), 1u);
+  rig.pages->fault.reset();
+  rig.pages->page = std::nullopt;
+  rig.clock.Advance(2500);
+  EXPECT_GE(rig.pages->asked.size(), 2u);
+}
+
+TEST_F(Polled, APageWithoutItsCellsIsToldByTheTimersBox) {
+  Use(protocol::LumoThroughHmi, " ", "\r\n");
+  rig.polling.EnablePageTimer();
+  rig.pages->page = "<html>out of order</html>";
+  rig.dialogs.Expect(" - Timer5_Timer", Answer::Cancel);
+  rig.clock.Advance(600);
+  rig.polling.End();
+  EXPECT_EQ(rig.pages->cancelled, 1);
+  EXPECT_FALSE(rig.timers.Timer5->Enabled());
+}
+
+TEST_F(Polled, AProtocolWithoutADriverIsToldAtConnect) {
+  Use(protocol::DllFunctionCall);
+  rig.dialogs.Expect("This protocol has no driver", Answer::Ok);
+  rig.acquisition.mnuAcquireConnect_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  EXPECT_TRUE(rig.plainPort.openings.empty());
+}
+
+}  // namespace
+}  // namespace velk
