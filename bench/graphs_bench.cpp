@@ -94,6 +94,7 @@ class NoDialogs : public Dialogs {
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return std::nullopt; }
   std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
 };
 

@@ -50,6 +50,7 @@ class NoDialogs : public velk::Dialogs {
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ShowOpenFile(const velk::FileQuestion&) override { return std::nullopt; }
   std::optional<std::string> ShowSaveFile(const velk::FileQuestion&) override { return std::nullopt; }
 };
 

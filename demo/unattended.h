@@ -23,6 +23,7 @@ class UnattendedDialogs : public Dialogs {
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return std::nullopt; }
   std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
 };
 

@@ -41,6 +41,7 @@ class AgreeingDialogs : public Dialogs {
                                        const std::string& /*preset*/) override {
     return std::nullopt;
   }
+  std::optional<std::string> ShowOpenFile(const FileQuestion& /*question*/) override { return std::nullopt; }
   std::optional<std::string> ShowSaveFile(const FileQuestion& /*question*/) override { return std::nullopt; }
 };
 

@@ -38,6 +38,11 @@ std::optional<std::string> Dialogs::Input(const std::string& prompt, const std::
   return WithGateOpen([&] { return ShowInput(prompt, title, preset); });
 }
 
+std::optional<std::string> Dialogs::OpenFile(const FileQuestion& question) {
+  if (ending_) return std::nullopt;
+  return WithGateOpen([&] { return ShowOpenFile(question); });
+}
+
 std::optional<std::string> Dialogs::SaveFile(const FileQuestion& question) {
   if (ending_) return std::nullopt;
   return WithGateOpen([&] { return ShowSaveFile(question); });

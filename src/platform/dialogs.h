@@ -41,6 +41,8 @@ class Dialogs {
   Answer Message(const MessageBox& box);
   /// A line of text; nothing on Cancel.
   std::optional<std::string> Input(const std::string& prompt, const std::string& title, const std::string& preset = {});
+  /// A file that is there; nothing on Cancel.
+  std::optional<std::string> OpenFile(const FileQuestion& question);
   /// A path to save to, with no question of the toolkit's own about overwriting; nothing on Cancel.
   std::optional<std::string> SaveFile(const FileQuestion& question);
   /// Runs a dialog of the program's own (frmFileExist, ...) under the same rules as the boxes above.
@@ -61,6 +63,7 @@ class Dialogs {
   virtual Answer ShowMessage(const MessageBox& box) = 0;
   virtual std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                                const std::string& preset) = 0;
+  virtual std::optional<std::string> ShowOpenFile(const FileQuestion& question) = 0;
   virtual std::optional<std::string> ShowSaveFile(const FileQuestion& question) = 0;
   /// Closes the boxes that stand, with their safe answers.
   virtual void CloseStanding() {}

@@ -198,6 +198,7 @@ TEST_F(QtDialogsTest, AnswersStandingAndLaterBoxesAtTheEnd) {
   EXPECT_EQ(dialogs_.Message({"T", "", Buttons::Ok}), Answer::Ok);
   EXPECT_EQ(dialogs_.Input("P", "T"), std::nullopt);
   EXPECT_EQ(dialogs_.SaveFile({}), std::nullopt);
+  EXPECT_EQ(dialogs_.OpenFile({}), std::nullopt);
 }
 
 TEST_F(QtDialogsTest, AsksForALineOfText) {
@@ -244,6 +245,23 @@ TEST_F(QtDialogsTest, TakesTheNameOfANewFileAsItWasTyped) {
     QTest::keyClick(box.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
   });
   EXPECT_EQ(dialogs_.SaveFile({"", "Data files (*.mdb)|*.mdb", folder.Path()}), folder.Path("new"));
+}
+
+TEST_F(QtDialogsTest, OpensOnlyAFileThatIsThere) {
+  const MemoryFolder folder;
+  folder.Write("logo.png", "x");
+  WhenShown<QFileDialog>([&](QFileDialog& box) {
+    EXPECT_EQ(box.windowTitle(), "Choose");
+    EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(box.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_EQ(box.nameFilters(), QStringList{"Pictures (*.png)"});
+    EXPECT_EQ(box.directory().path().toStdString(), folder.Path());
+    box.findChild<QLineEdit*>("fileNameEdit")->setText("logo.png");
+    QTest::keyClick(box.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+  });
+  EXPECT_EQ(dialogs_.OpenFile({"Choose", "Pictures|*.png", folder.Path()}), folder.Path("logo.png"));
+  WhenShown<QFileDialog>([](QFileDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+  EXPECT_EQ(dialogs_.OpenFile({"Choose", "Pictures|*.png", folder.Path()}), std::nullopt);
 }
 
 TEST_F(QtDialogsTest, GivesNoFileOnCancel) {

@@ -16,6 +16,10 @@ void ScriptedDialogs::ExpectInput(const std::string& prompt, std::optional<std::
   foreseen_.push_back({Kind::Input, prompt, Answer::Ok, std::move(reply), {}});
 }
 
+void ScriptedDialogs::ExpectOpenFile(std::optional<std::string> path) {
+  foreseen_.push_back({Kind::Open, "", Answer::Ok, std::move(path), {}});
+}
+
 void ScriptedDialogs::ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_) {
   foreseen_.push_back({Kind::File, "", Answer::Ok, std::move(path), std::move(while_)});
 }
@@ -43,6 +47,11 @@ std::optional<std::string> ScriptedDialogs::ShowInput(const std::string& prompt,
                                                       const std::string&) {
   inputTitles.push_back(title);
   return Take(Kind::Input, prompt).reply;
+}
+
+std::optional<std::string> ScriptedDialogs::ShowOpenFile(const FileQuestion& question) {
+  filesAsked.push_back(question);
+  return Take(Kind::Open, question.title).reply;
 }
 
 std::optional<std::string> ScriptedDialogs::ShowSaveFile(const FileQuestion& question) {

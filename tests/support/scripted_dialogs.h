@@ -18,6 +18,7 @@ class ScriptedDialogs : public Dialogs {
   /// The next message box must hold `text` and gets this answer; `while_` runs while it stands.
   void Expect(const std::string& text, Answer answer, std::function<void()> while_ = {});
   void ExpectInput(const std::string& prompt, std::optional<std::string> reply);
+  void ExpectOpenFile(std::optional<std::string> path);
   void ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_ = {});
 
   std::vector<MessageBox> shown;
@@ -28,10 +29,11 @@ class ScriptedDialogs : public Dialogs {
   Answer ShowMessage(const MessageBox& box) override;
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
+  std::optional<std::string> ShowOpenFile(const FileQuestion& question) override;
   std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
 
  private:
-  enum class Kind { Message, Input, File };
+  enum class Kind { Message, Input, Open, File };
   struct Foreseen {
     Kind kind;
     std::string text;

@@ -1,7 +1,6 @@
 #include "platform/windows/qt_dialogs.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -153,11 +152,23 @@ std::optional<std::string> QtDialogs::ShowInput(const std::string& prompt, const
   return text;
 }
 
+std::optional<std::string> QtDialogs::ShowOpenFile(const FileQuestion& question) {
+  const QPointer<QFileDialog> files = new QFileDialog(Owner(), Title(question.title));
+  files->setOptions(QFileDialog::DontUseNativeDialog);
+  files->setAcceptMode(QFileDialog::AcceptOpen);
+  files->setFileMode(QFileDialog::ExistingFile);
+  return RunFiles(files, question);
+}
+
 std::optional<std::string> QtDialogs::ShowSaveFile(const FileQuestion& question) {
   const QPointer<QFileDialog> files = new QFileDialog(Owner(), Title(question.title));
   files->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
   files->setAcceptMode(QFileDialog::AcceptSave);
   files->setFileMode(QFileDialog::AnyFile);
+  return RunFiles(files, question);
+}
+
+std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question) {
   files->setNameFilter(FileFilter(question.filter));
   files->setDirectory(QString::fromStdString(question.directory));
   files->setLabelText(QFileDialog::Accept, QString::fromStdString(texts_.ok));

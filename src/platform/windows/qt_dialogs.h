@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QFileDialog>
 #include <QPointer>
 #include <QString>
 #include <string>
@@ -38,12 +39,15 @@ class QtDialogs : public Dialogs {
   Answer ShowMessage(const MessageBox& box) override;
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
+  std::optional<std::string> ShowOpenFile(const FileQuestion& question) override;
   std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
   void CloseStanding() override;
 
  private:
   /// Shows the dialog until it is answered; false when it was cancelled or went away with its window.
   bool Run(const QPointer<QDialog>& dialog);
+  /// The path that was chosen in a file dialog made ready by the caller, which goes.
+  std::optional<std::string> RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question);
   QWidget* Owner() const;
   QString Title(const std::string& title) const;
 
