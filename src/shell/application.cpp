@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include "i18n/windows/toolkit_texts.h"
+#include "i18n/windows/translate_form.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
 #include "platform/text_qt.h"
@@ -24,6 +26,7 @@ bool IsPageOrOpc(const std::string& protocol) {
 
 Application::Application(const Services& services)
     : platform_(services.platform),
+      onLanguage_(services.onLanguage),
       timers_(platform_.clock),
       form_(session_),
       link_(session_, platform_, form_, timers_, services.makePort),
@@ -104,6 +107,7 @@ void Application::MDIForm_Load() {
     if (QDir::currentPath() != QCoreApplication::applicationDirPath())
       QDir::setCurrent(QCoreApplication::applicationDirPath());
   });
+  StartUpStep(3, [this] { LoadLanguage(); });
   StartUpStep(4, [this] { form_.ResetCaption(); });
   ReadSettings();
   StartUpStep(7, [this] { SetProtocolConstants(session_); });
@@ -116,6 +120,18 @@ void Application::MDIForm_Load() {
   form_.show();
   StartUpStep(12, [this] { OpenLink(); });
   StartUpStep(13, [this] { polling_.EnablePageTimer(); });
+}
+
+/// A file that is missing, or lacks the language, leaves everything in English without a message.
+void Application::LoadLanguage() {
+  const std::string& language = session_.Current_language;
+  const std::string folder = FromQt(QCoreApplication::applicationDirPath()) + "/";
+  if (language != "English" && session_.Languages.Load(folder + "VELK Translation Data.mdb", language)) {
+    session_.Translator.Load(folder + "VELKMESSAGES.MDB", language);
+    toolkitTexts_ = InstallToolkitTexts(language);
+    TranslateForm(form_, session_.Languages);
+  }
+  if (onLanguage_) onLanguage_(session_);
 }
 
 void Application::StartUpStep(int number, const std::function<void()>& work) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTranslator>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,6 +22,8 @@ struct Services {
   JobQuestions& questions;
   SerialPortFactory makePort;
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
+  /// Called once the language is loaded, for what the caller made itself: boxes, questions.
+  std::function<void(const Session&)> onLanguage = {};
 };
 
 /// The composition root: builds everything in order, binds menus, buttons and timers to their event procedures, and
@@ -48,6 +51,7 @@ class Application {
   void StoreGraphSettings();
 
   void StartUpStep(int number, const std::function<void()>& work);
+  void LoadLanguage();
   void ReadSettings();
   void ResetFlags();
   void HideAcquireTimeButtons();
@@ -64,6 +68,8 @@ class Application {
 
   Session session_;
   Platform platform_;
+  std::function<void(const Session&)> onLanguage_;
+  std::unique_ptr<QTranslator> toolkitTexts_;
   MainTimers timers_;
   MainForm form_;
   Link link_;

@@ -1,5 +1,6 @@
 #include <QApplication>
 
+#include "i18n/windows/dialog_texts.h"
 #include "platform/gate.h"
 #include "platform/settings.h"
 #include "platform/system_clock.h"
@@ -18,7 +19,12 @@ int main(int argc, char** argv) {
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
   velk::JobQuestionsQt questions(dialogs);
 
-  velk::Application application({{clock, gate, dialogs, settings}, questions, velk::MakeSerialPort});
+  velk::Services services{{clock, gate, dialogs, settings}, questions, velk::MakeSerialPort};
+  services.onLanguage = [&](const velk::Session& session) {
+    dialogs.SetTexts(velk::DialogTextsIn(session.Translator));
+    questions.SetLanguage(session.Translator, session.Languages);
+  };
+  velk::Application application(services);
   dialogs.SetParent(&application.Window());
   questions.SetParent(&application.Window());
   application.MDIForm_Load();

@@ -9,6 +9,7 @@
 #include "graphs/scroll_range.h"
 #include "graphs/windows/chart_fonts.h"
 #include "graphs/windows/surface_view.h"
+#include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
 #include "platform/procedure.h"
 #include "ui_graph_form_new.h"
@@ -109,6 +110,7 @@ void GraphFormNew::MakeChart() {
 void GraphFormNew::Load(double timeOrigin) {
   session_.GraphOpen[formIndex_] = true;
   session_.GraphForms[formIndex_] = this;
+  TranslateForm(*this, session_.Languages);
   loaded_ = true;
   ui_->VScroll1->setMinimum(0);
   ui_->VScroll1->setSingleStep(1);
