@@ -4,9 +4,10 @@
 #include <QStyleFactory>
 
 /// Every test program runs offscreen with one style, font and scale, so that pictures are the same bytes everywhere.
+/// VELK_PICTURES_SCALE takes the pictures of VELK_PICTURES at another scale.
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("QT_SCALE_FACTOR", "1");
+  qputenv("QT_SCALE_FACTOR", qEnvironmentVariableIsSet("VELK_PICTURES_SCALE") ? qgetenv("VELK_PICTURES_SCALE") : "1");
   const QApplication application(argc, argv);
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QApplication::setFont(QFont("DejaVu Sans", 9));
