@@ -1,5 +1,7 @@
 #include "model/graph_map.h"
 
+#include "model/graph_window.h"
+
 namespace velk {
 
 namespace {
@@ -34,6 +36,11 @@ void BuildGraphMap(Session& session, int count) {
     ++session.GraphCurveCount[graph];
     session.GraphSlots[session.GraphCurveCount[graph]][graph] = static_cast<std::int16_t>(i);
   }
+}
+
+void RebuildGraphs(Session& session, GraphWindows& graphs) {
+  BuildGraphMap(session, session.TotalParameters);
+  graphs.CreateGraphWindows();
 }
 
 void ShowNonBlank(Session& session, int count) {

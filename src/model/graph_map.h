@@ -4,9 +4,15 @@
 
 namespace velk {
 
+class GraphWindows;
+
 /// Works out from CurrentParameters 1 to `count` which graph windows there are and which curve stands in which slot.
 /// A parameter with FormIndex 0 or without GraphVisible is skipped; so is one with a FormIndex beyond 64.
 void BuildGraphMap(Session& session, int count);
+
+/// The graph map over CurrentParameters 1 to TotalParameters and its windows anew: whenever parameters come, go or
+/// change their graph.
+void RebuildGraphs(Session& session, GraphWindows& graphs);
 
 /// Sets GraphVisible of CurrentParameters 1 to `count`: true unless the name is "BLANK".
 void ShowNonBlank(Session& session, int count);

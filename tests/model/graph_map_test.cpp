@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/recording_graphs.h"
+
 namespace velk {
 namespace {
 
@@ -87,6 +89,19 @@ TEST(GraphMap, ShowNonBlankSetsAndHideBlankOnlyClears) {
   HideBlank(session, 2);
   EXPECT_FALSE(session.CurrentParameters[1].GraphVisible) << "HideBlank shows nothing";
   EXPECT_FALSE(session.CurrentParameters[2].GraphVisible);
+}
+
+TEST(GraphMap, IsRebuiltOverAllParametersTogetherWithTheWindows) {
+  Session session;
+  test::RecordingGraphs graphs;
+  Curve(session, 1, 7);
+  Curve(session, 2, 3);
+  Curve(session, 3, 5);
+  session.TotalParameters = 2;
+  RebuildGraphs(session, graphs);
+  EXPECT_EQ(session.GraphCount, 2);
+  EXPECT_EQ(session.GraphSlots[1][3], 2);
+  EXPECT_EQ(graphs.created, 1);
 }
 
 }  // namespace
