@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "instruments/networked_unit.h"
+#include "instruments/page_readers.h"
 #include "instruments/port_reader.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
@@ -41,7 +41,8 @@ Polling::Polling(Session& session, const Platform& platform, MainView& view, Mai
       link_(link),
       recorder_(recorder),
       road_(road),
-      pages_(std::move(pages)) {
+      pages_(std::move(pages)),
+      report_{platform.dialogs, "Timer1_Timer", session.Translator.Translate(MessageId::AcquiringDataError)} {
   timers_.Timer1->SetInterval(kTickMs);
   timers_.Timer1->SetHandler([this] { Timer1_Timer(); });
   timers_.Timer4->SetInterval(kPageMs);
@@ -72,7 +73,7 @@ void Polling::Timer1_Timer() {
   if (ticking_ || !timers_.Timer1->Enabled()) return;
   const Under ticking(ticking_);
   timedOut_ = false;
-  road_.Sample(road_.ReportOf("Timer1_Timer"), [this](const Statements& run) { return Poll(run); });
+  road_.Sample(report_, [this](const Statements& run) { return Poll(run); });
   if (timedOut_) PauseAfterTimeOut();
 }
 
@@ -129,7 +130,7 @@ void Polling::MSComm1_OnComm() {
 }
 
 void Polling::IntermittentDataAnalysis() {
-  const Report report = road_.ReportOf("IntermittentDataAnalysis");
+  const Report report{platform_.dialogs, "IntermittentDataAnalysis", report_.title};
   for (int i = 1; i <= lines_.BufferedLineCount; ++i) {
     road_.Sample(report, [&](const Statements& run) { return TakeBufferedLine(run, i); });
   }
@@ -154,23 +155,26 @@ void Polling::EnablePageTimer() {
 }
 
 bool Polling::CanFetchPage() {
-  return RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) {
-    run([&] {
-      try {
-        pages_->Fetch(UnitPageAddress(session_));
-      } catch (const PageError& error) {
-        throw RuntimeError(error.Number(), PageErrorText(session_.Translator, error));
-      }
-    });
-  });
+  return RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"},
+                      [&](const Statements& run) { run([&] { return pages_->Fetch(Address()).has_value(); }); });
 }
 
 void Polling::Timer4_Timer() {
-  FetchAndPass("Timer4_Timer", [this] { return ReadTablePage(session_, *pages_); });
+  FetchAndPass("Timer4_Timer", &Polling::LineOfTable);
 }
 
 void Polling::Timer5_Timer() {
-  FetchAndPass("Timer5_Timer", [this] { return ReadValuesPage(session_, *pages_, platform_.clock); });
+  FetchAndPass("Timer5_Timer", &Polling::LineOfCells);
+}
+
+std::string Polling::LineOfTable(const std::string& page) const {
+  return LineFromTable(page, session_.Delimiter);
+}
+
+std::string Polling::LineOfCells(const std::string& page) const {
+  const std::string time = FormatDate(platform_.clock.Now(), "hh:mm:ss");
+  return session_.SerialData == protocol::HoneywellEZtrend ? LineFromNamedCells(page, time, session_.NumberOfParameters)
+                                                           : LineFromPanelPage(page, time, session_.NumberOfParameters);
 }
 
 void Polling::End() {
@@ -180,15 +184,20 @@ void Polling::End() {
   pages_->Cancel();
 }
 
-void Polling::FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read) {
+void Polling::FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const) {
   if (fetching_ || platform_.clock.Ticks() < nextFetch_) return;
   const Under fetching(fetching_);
-  std::optional<std::string> line;
-  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) { line = run(read); });
+  bool fetched = false;
+  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) {
+    run([&] {
+      const std::optional<std::string> page = pages_->Fetch(Address());
+      if (!page) return;
+      Text1_ = (this->*toLine)(*page) + session_.Terminator;
+      fetched = true;
+    });
+  });
   if (!done) nextFetch_ = platform_.clock.Ticks() + kRestAfterCancelMs;
-  if (!line) return;
-  Text1_ = *line;
-  if (StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
+  if (fetched && StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
 }
 
 }  // namespace velk

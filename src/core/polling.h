@@ -1,8 +1,6 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "core/sample_road.h"
@@ -52,7 +50,10 @@ class Polling {
   void PauseAfterTimeOut();
   void IntermittentDataAnalysis();
   Values TakeBufferedLine(const Statements& run, int number);
-  void FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read);
+  void FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const);
+  std::string LineOfTable(const std::string& page) const;
+  std::string LineOfCells(const std::string& page) const;
+  std::string Address() const { return session_.daqIPAddress + "/" + session_.daqHTML; }
 
   Session& session_;
   Platform platform_;
@@ -63,6 +64,7 @@ class Polling {
   SampleRoad& road_;
   std::unique_ptr<PageFetch> pages_;
   IntermittentLines lines_;
+  Report report_;
   std::string Text1_;  ///< the last line that a page gave
   std::int64_t nextFetch_ = 0;
   bool ticking_ = false;

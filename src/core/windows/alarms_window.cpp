@@ -1,0 +1,65 @@
+#include "core/windows/alarms_window.h"
+
+#include <QScreen>
+#include <QStyle>
+
+#include "i18n/windows/translate_form.h"
+#include "platform/text_qt.h"
+#include "ui_alarms_window.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kBetweenLabels = 3;  // 45 twips
+constexpr int kBelowLabels = 67;   // 1000 twips: the button
+
+}  // namespace
+
+Alarms::Alarms(const Session& session, QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::Alarms>()) {
+  ui_->setupUi(this);
+  for (int i = 1; i <= session.TotalParameters; ++i)
+    if (session.AlarmTriggered[i]) AddLabel(ToQt(session.CurrentParameters[i].name));
+  FitToLabels();
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  TranslateForm(*this, session.Languages);
+}
+
+Alarms::~Alarms() = default;
+
+void Alarms::AddLabel(const QString& name) {
+  QLabel* label = ui_->Label1_0;
+  if (!label1_.empty()) {
+    label = new QLabel(ui_->names);
+    label->setObjectName(QStringLiteral("Label1_%1").arg(label1_.size()));
+    label->setTextFormat(ui_->Label1_0->textFormat());
+    const QLabel* last = label1_.back();
+    label->move(last->x(), last->y() + last->height() + kBetweenLabels);
+  }
+  label->setText(name);
+  label->resize(label->sizeHint());
+  label1_.push_back(label);
+}
+
+/// As tall as its labels and the button need, as wide as the longest name; where the screen has no room for that, the
+/// names scroll.
+void Alarms::FitToLabels() {
+  int right = 0;
+  for (const QLabel* label : label1_) right = std::max(right, label->x() + label->width() + ui_->Label1_0->x());
+  const QLabel* last = label1_.empty() ? ui_->Label1_0 : label1_.back();
+  const int below = last->y() + last->height();
+  ui_->names->setMinimumSize(right, below);
+  const QSize room = screen()->availableSize() * 0.85;
+  const QSize wanted = QSize(right, below + kBelowLabels).expandedTo(minimumSize());
+  const int bar = wanted.height() > room.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+  resize((wanted + QSize(bar, 0)).boundedTo(room));
+}
+
+void Command1_Click(const Session& session, ModalWindows& windows, QWidget* parent) {
+  // On the heap and watched: the parent may be destroyed while the window stands, and takes it along.
+  const QPointer<Alarms> window = new Alarms(session, parent);
+  windows.Run(window.data());
+  delete window;
+}
+
+}  // namespace velk

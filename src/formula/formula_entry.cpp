@@ -1,0 +1,30 @@
+#include "formula/formula_entry.h"
+
+#include "formula/additional_parameters.h"
+#include "platform/text.h"
+
+namespace velk {
+
+bool AddFormula(Session& session, const FormulaReport& report, std::string text,
+                const std::function<void(const std::string&)>& putBack) {
+  text = LowerCase(text);
+  int rightCount = 0;
+  if (CheckBrackets(report, text, rightCount)) return false;
+  putBack(text);
+  if (CheckFormulaText(report, text)) return false;
+  if (session.TotalParameters >= kMaxParameters) {
+    report.dialogs.Message({.text = report.translator.Translate(MessageId::NoRoomForParameter),
+                            .title = report.translator.Translate(MessageId::FormulaCalculator),
+                            .icon = BoxIcon::Exclamation});
+    return false;
+  }
+  return ReadFormulae(session, report.dialogs, text);
+}
+
+std::string FormulaOf(const Session& session, int parameter) {
+  const int index = parameter - session.NumberOfParameters;
+  if (index < 1 || index > session.NumberOfFormulae) return {};
+  return session.Formula[index];
+}
+
+}  // namespace velk

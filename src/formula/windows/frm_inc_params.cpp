@@ -1,0 +1,62 @@
+#include "formula/windows/frm_inc_params.h"
+
+#include <QHeaderView>
+
+#include "formula/formula_entry.h"
+#include "i18n/windows/translate_form.h"
+#include "platform/text_qt.h"
+#include "ui_frm_inc_params.h"
+
+namespace velk {
+
+namespace {
+
+enum Column : int { kName, kUnits, kGraph, kFormula, kColumns };
+
+}  // namespace
+
+frmIncParams::frmIncParams(const Session& session, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmIncParams>()), session_(session) {
+  ui_->setupUi(this);
+  QStringList titles;
+  for (const MessageId id :
+       {MessageId::DefaultParameterName, MessageId::DefaultUnits, MessageId::ListedGraph, MessageId::ListedFormula})
+    titles.append(ToQt(session.Translator.Translate(id)));
+  ui_->Grid1->setColumnCount(kColumns);
+  ui_->Grid1->setHorizontalHeaderLabels(titles);
+  QHeaderView* header = ui_->Grid1->horizontalHeader();
+  header->setSectionResizeMode(QHeaderView::ResizeToContents);
+  for (const Column column : {kName, kFormula}) header->setSectionResizeMode(column, QHeaderView::Stretch);
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  TranslateForm(*this, session.Languages);
+}
+
+frmIncParams::~frmIncParams() = default;
+
+bool frmIncParams::event(QEvent* event) {
+  // A platform without a window manager shows a window and never activates it.
+  if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show) Form_Activate();
+  return QDialog::event(event);
+}
+
+void frmIncParams::Form_Activate() {
+  QTableWidget& grid = *ui_->Grid1;
+  grid.setRowCount(0);
+  for (int i = 1; i <= session_.TotalParameters; ++i) {
+    const Parameter& parameter = session_.CurrentParameters[i];
+    if (parameter.name == kBlankName) continue;
+    const int row = grid.rowCount();
+    grid.insertRow(row);
+    const auto write = [&](Column column, const QString& text) {
+      auto* cell = new QTableWidgetItem(text);
+      cell->setToolTip(text);
+      grid.setItem(row, column, cell);
+    };
+    write(kName, ToQt(parameter.name));
+    write(kUnits, ToQt(parameter.units));
+    write(kGraph, parameter.GraphVisible ? QString::number(parameter.FormIndex) : QString());
+    write(kFormula, ToQt(FormulaOf(session_, i)));
+  }
+}
+
+}  // namespace velk
