@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "instruments/page_readers.h"
+#include "instruments/networked_unit.h"
 #include "instruments/port_reader.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
@@ -41,8 +41,7 @@ Polling::Polling(Session& session, const Platform& platform, MainView& view, Mai
       link_(link),
       recorder_(recorder),
       road_(road),
-      pages_(std::move(pages)),
-      report_{platform.dialogs, "Timer1_Timer", session.Translator.Translate(MessageId::AcquiringDataError)} {
+      pages_(std::move(pages)) {
   timers_.Timer1->SetInterval(kTickMs);
   timers_.Timer1->SetHandler([this] { Timer1_Timer(); });
   timers_.Timer4->SetInterval(kPageMs);
@@ -73,7 +72,7 @@ void Polling::Timer1_Timer() {
   if (ticking_ || !timers_.Timer1->Enabled()) return;
   const Under ticking(ticking_);
   timedOut_ = false;
-  road_.Sample(report_, [this](const Statements& run) { return Poll(run); });
+  road_.Sample(road_.ReportOf("Timer1_Timer"), [this](const Statements& run) { return Poll(run); });
   if (timedOut_) PauseAfterTimeOut();
 }
 
@@ -130,7 +129,7 @@ void Polling::MSComm1_OnComm() {
 }
 
 void Polling::IntermittentDataAnalysis() {
-  const Report report{platform_.dialogs, "IntermittentDataAnalysis", report_.title};
+  const Report report = road_.ReportOf("IntermittentDataAnalysis");
   for (int i = 1; i <= lines_.BufferedLineCount; ++i) {
     road_.Sample(report, [&](const Statements& run) { return TakeBufferedLine(run, i); });
   }
@@ -155,26 +154,23 @@ void Polling::EnablePageTimer() {
 }
 
 bool Polling::CanFetchPage() {
-  return RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"},
-                      [&](const Statements& run) { run([&] { return pages_->Fetch(Address()).has_value(); }); });
+  return RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) {
+    run([&] {
+      try {
+        pages_->Fetch(UnitPageAddress(session_));
+      } catch (const PageError& error) {
+        throw RuntimeError(error.Number(), PageErrorText(session_.Translator, error));
+      }
+    });
+  });
 }
 
 void Polling::Timer4_Timer() {
-  FetchAndPass("Timer4_Timer", &Polling::LineOfTable);
+  FetchAndPass("Timer4_Timer", [this] { return ReadTablePage(session_, *pages_); });
 }
 
 void Polling::Timer5_Timer() {
-  FetchAndPass("Timer5_Timer", &Polling::LineOfCells);
-}
-
-std::string Polling::LineOfTable(const std::string& page) const {
-  return LineFromTable(page, session_.Delimiter);
-}
-
-std::string Polling::LineOfCells(const std::string& page) const {
-  const std::string time = FormatDate(platform_.clock.Now(), "hh:mm:ss");
-  return session_.SerialData == protocol::HoneywellEZtrend ? LineFromNamedCells(page, time, session_.NumberOfParameters)
-                                                           : LineFromPanelPage(page, time, session_.NumberOfParameters);
+  FetchAndPass("Timer5_Timer", [this] { return ReadValuesPage(session_, *pages_, platform_.clock); });
 }
 
 void Polling::End() {
@@ -184,20 +180,15 @@ void Polling::End() {
   pages_->Cancel();
 }
 
-void Polling::FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const) {
+void Polling::FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read) {
   if (fetching_ || platform_.clock.Ticks() < nextFetch_) return;
   const Under fetching(fetching_);
-  bool fetched = false;
-  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) {
-    run([&] {
-      const std::optional<std::string> page = pages_->Fetch(Address());
-      if (!page) return;
-      Text1_ = (this->*toLine)(*page) + session_.Terminator;
-      fetched = true;
-    });
-  });
+  std::optional<std::string> line;
+  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) { line = run(read); });
   if (!done) nextFetch_ = platform_.clock.Ticks() + kRestAfterCancelMs;
-  if (fetched && StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
+  if (!line) return;
+  Text1_ = *line;
+  if (StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
 }
 
 }  // namespace velk

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/sample_road.h"
@@ -50,10 +52,7 @@ class Polling {
   void PauseAfterTimeOut();
   void IntermittentDataAnalysis();
   Values TakeBufferedLine(const Statements& run, int number);
-  void FetchAndPass(const char* procedure, std::string (Polling::*toLine)(const std::string& page) const);
-  std::string LineOfTable(const std::string& page) const;
-  std::string LineOfCells(const std::string& page) const;
-  std::string Address() const { return session_.daqIPAddress + "/" + session_.daqHTML; }
+  void FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read);
 
   Session& session_;
   Platform platform_;
@@ -64,7 +63,6 @@ class Polling {
   SampleRoad& road_;
   std::unique_ptr<PageFetch> pages_;
   IntermittentLines lines_;
-  Report report_;
   std::string Text1_;  ///< the last line that a page gave
   std::int64_t nextFetch_ = 0;
   bool ticking_ = false;

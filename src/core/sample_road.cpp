@@ -58,20 +58,19 @@ class SampleRoad::RowAheadOfBoxes {
 };
 
 SampleRoad::SampleRoad(Session& session, const Platform& platform, MainView& view, Recorder& recorder)
-    : session_(session),
-      platform_(platform),
-      view_(view),
-      recorder_(recorder),
-      decoders_(session, platform),
-      report_{platform.dialogs, "ProcessLine", session.Translator.Translate(MessageId::AcquiringDataError)} {
+    : session_(session), platform_(platform), view_(view), recorder_(recorder), decoders_(session, platform) {
 }
 
 void SampleRoad::ProcessLine(const std::string& line) {
-  Sample(report_, [&](const Statements& run) {
+  Sample(ReportOf("ProcessLine"), [&](const Statements& run) {
     std::string decoded = line;
     decoders_.DecodeDelivered(decoded);
     return TakeValues(run, decoded);
   });
+}
+
+Report SampleRoad::ReportOf(const char* procedure) const {
+  return {platform_.dialogs, procedure, session_.Translator.Translate(MessageId::AcquiringDataError)};
 }
 
 void SampleRoad::Sample(const Report& report, const std::function<Values(const Statements& run)>& take) {

@@ -39,6 +39,9 @@ class SampleRoad {
   /// Takes the values of a line in the common form.
   Values TakeValues(const Statements& run, const std::string& line);
 
+  /// Names a procedure in the box of a sample's error.
+  Report ReportOf(const char* procedure) const;
+
   /// The decoders of this session, with what they keep from line to line.
   Decoders& LineDecoders() { return decoders_; }
 
@@ -70,7 +73,6 @@ class SampleRoad {
   Recorder& recorder_;
   Decoders decoders_;
   SampleValues values_;
-  Report report_;
   int depth_ = 0;
   bool hasValues_ = false;
 };
