@@ -29,6 +29,7 @@ struct Options {
   QString log;
   QString picture;
   bool recordOnly = false;
+  QString language;
   QStringList simulator;  ///< further options of the simulated unit
 };
 
@@ -37,6 +38,7 @@ Options ReadOptions(const QApplication& qt) {
   parser.addHelpOption();
   parser.addOptions({{"seconds", "Stops after so many seconds.", "N"},
                      {"log", "The log to record to.", "path"},
+                     {"language", "English or Russian.", "language", "English"},
                      {"picture", "Where the picture of the window goes.", "path"},
                      {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
                      {"record-only", "Records every line of a flood to this log, printing each row.", "log"}});
@@ -47,6 +49,7 @@ Options ReadOptions(const QApplication& qt) {
   options.simulator = parser.value("simulator").split(' ', Qt::SkipEmptyParts);
   options.log = options.recordOnly ? parser.value("record-only") : parser.value("log");
   options.picture = parser.value("picture");
+  options.language = parser.value("language");
   const QDir folder(QDir::tempPath() + QStringLiteral("/velk-demo-%1").arg(QCoreApplication::applicationPid()));
   if (options.log.isEmpty() || (options.seconds > 0 && options.picture.isEmpty())) folder.mkpath(".");
   if (options.log.isEmpty()) options.log = folder.filePath("demo.mdb");
@@ -131,6 +134,7 @@ int Run(const QApplication& qt) {
   }
   SettingsStore settings(FromQt(configuration.path()));
   SetUpStore(settings, device, options.recordOnly);
+  settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
   Application application({{clock, gate, *dialogs, settings}, questions, MakeSerialPort});
   if (boxes) boxes->SetParent(&application.Window());
