@@ -1,8 +1,10 @@
 #include "i18n/language_message.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <variant>
 
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace velk {
@@ -23,7 +25,20 @@ bool Flag(const FieldValue& field) {
   return std::visit(Reader{}, field);
 }
 
+std::int64_t Pragma(const Connection& connection, const char* name) {
+  Command command(connection, std::string("PRAGMA ") + name);
+  return command.Next() ? command.Integer(0) : 0;
+}
+
 }  // namespace
+
+std::shared_ptr<Connection> OpenLanguageFile(const std::string& path) {
+  auto connection = Connection::Open(path, OpenMode::ReadOnly);
+  const auto size = static_cast<std::int64_t>(std::filesystem::file_size(path));
+  if (size < Pragma(*connection, "page_count") * Pragma(*connection, "page_size"))
+    throw RuntimeError(ErrorNumber::NotADatabase);
+  return connection;
+}
 
 cLanguagMesg ReadLanguageMessage(const Command& rows, int first) {
   return {.Text = rows.Text(first + 2), .English = rows.Text(first), .Transelate = Flag(rows.Field(first + 1))};

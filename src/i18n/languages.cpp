@@ -10,7 +10,7 @@ namespace velk {
 bool clsLanguages::Load(const std::string& databasePath, const std::string& language) {
   captions_.reset();
   try {
-    const auto connection = Connection::Open(databasePath, OpenMode::ReadOnly);
+    const auto connection = OpenLanguageFile(databasePath);
     Command rows(*connection,
                  "SELECT FormName,ControllName,English,Transelate," + QuoteName(language) + " FROM Languages;");
     auto captions = std::make_shared<Captions>();

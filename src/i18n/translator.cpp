@@ -10,7 +10,7 @@ namespace velk {
 bool clstranslation::Load(const std::string& databasePath, const std::string& language) {
   messages_.reset();
   try {
-    const auto connection = Connection::Open(databasePath, OpenMode::ReadOnly);
+    const auto connection = OpenLanguageFile(databasePath);
     Command rows(*connection, "SELECT Id,txtMessage,translatable," + QuoteName(language) + " FROM Messages;");
     auto messages = std::make_shared<std::unordered_map<std::int64_t, cLanguagMesg>>();
     while (rows.Next()) messages->emplace(rows.Integer(0), ReadLanguageMessage(rows, 1));

@@ -84,6 +84,22 @@ TEST_F(LanguageFiles, LanguageOfBeforeIsGoneAfterAnotherLoad) {
   ExpectEnglish();
 }
 
+TEST_F(LanguageFiles, FileThatIsCutAnywhereIsTakenWholeOrNotAtAll) {
+  ASSERT_EQ(Load("Russian"), "Russian");
+  const clstranslation whole = translator;
+  const fs::path messages = folder.Path() / kMessagesFile;
+  int taken = 0;
+  for (auto size = fs::file_size(messages); size > 101; size -= 101) {
+    fs::resize_file(messages, size);
+    EXPECT_EQ(Load("Russian"), "Russian") << size;
+    const bool russian = translator.Translate(MessageId::StatusReady) == whole.Translate(MessageId::StatusReady);
+    taken += russian ? 1 : 0;
+    for (const MessageRow& row : Messages())
+      EXPECT_EQ(translator.Translate(row.id), russian ? whole.Translate(row.id) : std::string(row.english)) << size;
+  }
+  EXPECT_GT(taken, 0);
+}
+
 TEST_F(LanguageFiles, MayBeReadOnly) {
   for (const char* file : {kCaptionsFile, kMessagesFile})
     fs::permissions(folder.Path() / file, fs::perms::owner_read, fs::perm_options::replace);
