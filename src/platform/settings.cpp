@@ -42,6 +42,9 @@ std::string FileName(std::string_view application) {
   return (name.empty() ? "%" : name) + ".ini";
 }
 
+/// What a file name may have less the ending of a new file that is not in its place yet, or of one that was put aside.
+constexpr std::size_t kMaxFileName = 255 - std::string_view(".damaged-9999999").size();
+
 [[noreturn]] void FailFile(const QFileDevice& file, const std::string& path) {
   ErrorNumber number = ErrorNumber::DeviceIOError;
   if (file.error() == QFileDevice::ResourceError) number = ErrorNumber::DiskFull;
@@ -105,6 +108,7 @@ struct Application {
   bool changed = false;  ///< since it was read or written
   bool readable = true;  ///< its bytes could be had
   bool damaged = false;  ///< and has not been put aside yet
+  std::string lost;      ///< what is wrong with a damaged file, for the operator
   std::string bytes;     ///< of a damaged file
 };
 
@@ -124,7 +128,7 @@ std::string ReadBytes(const std::string& path, std::string& bytes, bool& exists)
   return file.error() == QFileDevice::NoError ? std::string() : file.errorString().toStdString();
 }
 
-Application Read(const std::string& path, std::vector<std::string>& problems) {
+Application Read(const std::string& path) {
   Application application;
   application.path = path;
   std::string bytes;
@@ -141,7 +145,7 @@ Application Read(const std::string& path, std::vector<std::string>& problems) {
     if (application.file.IsCutOff()) lost += (lost.empty() ? "" : ", ") + std::string("the end of the file is missing");
   }
   if (lost.empty()) return application;
-  problems.push_back(path + ": " + lost);
+  application.lost = path + ": " + lost;
   application.damaged = true;
   application.bytes = std::move(bytes);
   return application;
@@ -203,10 +207,16 @@ struct SettingsStore::Impl {
   std::map<std::string, Application, std::less<>> applications;
   std::vector<std::string> problems;
 
+  Application& ReadFile(std::string_view name) {
+    return applications.emplace(name, Read(directory + '/' + FileName(name))).first->second;
+  }
+
   Application& Open(std::string_view name) {
     const auto found = applications.find(name);
     if (found != applications.end()) return found->second;
-    return applications.emplace(name, Read(directory + '/' + FileName(name), problems)).first->second;
+    Application& application = ReadFile(name);
+    if (application.damaged) problems.push_back(application.lost);
+    return application;
   }
 };
 
@@ -218,6 +228,23 @@ SettingsStore::~SettingsStore() = default;
 
 std::string SettingsStore::DefaultDirectory() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() + "/VELK";
+}
+
+bool SettingsStore::CanHold(std::string_view application) {
+  return FileName(application).size() <= kMaxFileName;
+}
+
+void SettingsStore::RequireWhole(std::string_view application) {
+  auto known = impl_->applications.find(application);
+  if (known != impl_->applications.end() && !known->second.changed) {
+    impl_->applications.erase(known);
+    known = impl_->applications.end();
+  }
+  const Application& opened = known == impl_->applications.end() ? impl_->ReadFile(application) : known->second;
+  if (opened.damaged) throw RuntimeError(ErrorNumber::DeviceIOError, opened.lost);
+  if (opened.file.IsEmpty()) {
+    throw RuntimeError(ErrorNumber::FileNotFound, opened.path + ": " + ErrorText(ErrorNumber::FileNotFound));
+  }
 }
 
 std::optional<std::string> SettingsStore::Find(std::string_view application, std::string_view section,
@@ -244,6 +271,7 @@ void SettingsStore::Delete(std::string_view application, std::string_view sectio
 }
 
 void SettingsStore::Delete(std::string_view application) {
+  if (!CanHold(application)) return;
   Application& opened = impl_->Open(application);
   opened.changed = opened.exists;
   opened.file = IniFile();

@@ -27,6 +27,13 @@ class SettingsStore {
   /// `$XDG_CONFIG_HOME/VELK`, or `~/.config/VELK`.
   static std::string DefaultDirectory();
 
+  /// Whether the name, encoded, fits in a file name. Flush fails for what was saved under one that doesn't.
+  static bool CanHold(std::string_view application);
+
+  /// Reads the application's file again, unless changes of it wait for Flush. Raises FileNotFound where there is none,
+  /// DeviceIOError, with what is wrong, where it can't be read as a whole.
+  void RequireWhole(std::string_view application);
+
   std::optional<std::string> Find(std::string_view application, std::string_view section, std::string_view key);
   std::string Get(std::string_view application, std::string_view section, std::string_view key,
                   std::string_view preset);

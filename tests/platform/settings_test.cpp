@@ -14,12 +14,14 @@
 #include "platform/errors.h"
 #include "platform/ini_file.h"
 #include "support/memory_folder.h"
+#include "support/raises.h"
 
 namespace velk {
 namespace {
 
 namespace fs = std::filesystem;
 using test::MemoryFolder;
+using test::Raised;
 
 std::string RealFile() {
   IniFile file;
@@ -365,6 +367,55 @@ TEST(SettingsStore, NeverShowsAnotherProgramHalfAFile) {
     }
     ASSERT_TRUE(reader.TakeProblems().empty());
   }
+}
+
+TEST(SettingsStore, TellsWhichApplicationsAFileNameCanHold) {
+  const MemoryFolder folder;
+  SettingsStore store(folder.Path());
+  // A file name has at most 255 bytes; 16 of them are for the endings of new and of damaged files, 4 for ".ini".
+  for (const std::string& fits : {std::string(235, 'x'), std::string(78, '/')}) {
+    EXPECT_TRUE(SettingsStore::CanHold(fits));
+    store.Save(fits, "s", "k", "v");
+  }
+  for (const std::string& tooLong : {std::string(236, 'x'), std::string(79, '/')}) {
+    EXPECT_FALSE(SettingsStore::CanHold(tooLong));
+    EXPECT_EQ(store.Get(tooLong, "s", "k", "none"), "none");
+    store.Delete(tooLong);
+  }
+  store.Flush();
+  EXPECT_EQ(folder.Count(), 2U);
+}
+
+TEST(SettingsStore, ReadsAFileAgainWhereItIsRequired) {
+  const MemoryFolder folder;
+  SettingsStore store(folder.Path());
+  EXPECT_EQ(store.Get("a", "s", "k", "none"), "none");
+  EXPECT_EQ(Raised([&] { store.RequireWhole("a"); }), ErrorNumber::FileNotFound);
+  folder.Write("a.ini", "[s]\nk=1\n");
+  EXPECT_EQ(store.Get("a", "s", "k", "none"), "none");
+  store.RequireWhole("a");
+  EXPECT_EQ(store.Get("a", "s", "k", "none"), "1");
+}
+
+TEST(SettingsStore, KeepsChangesThatWaitWhereAFileIsRequired) {
+  const MemoryFolder folder;
+  folder.Write("a.ini", "[s]\nk=1\n");
+  SettingsStore store(folder.Path());
+  store.Save("a", "s", "k", "2");
+  store.RequireWhole("a");
+  EXPECT_EQ(store.Get("a", "s", "k", "none"), "2");
+  store.Delete("a");
+  EXPECT_EQ(Raised([&] { store.RequireWhole("a"); }), ErrorNumber::FileNotFound);
+}
+
+TEST(SettingsStore, RaisesTheDamageOfARequiredFileEachTime) {
+  const MemoryFolder folder;
+  folder.Write("a.ini", "[s]\nnonsense\n");
+  SettingsStore store(folder.Path());
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    EXPECT_EQ(Raised([&] { store.RequireWhole("a"); }), ErrorNumber::DeviceIOError);
+  }
+  EXPECT_TRUE(store.TakeProblems().empty()) << "who required it was told";
 }
 
 TEST(SettingsStore, StandsInTheUsersConfigurationFolder) {
