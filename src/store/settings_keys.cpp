@@ -9,6 +9,7 @@ namespace velk {
 namespace {
 
 constexpr NumberRule kPositive{.lowest = std::numeric_limits<double>::min()};
+constexpr NumberRule kPositiveLiveOnly{.lowest = std::numeric_limits<double>::min(), .held = Held::LiveOnly};
 constexpr NumberRule kGraphNumber{.lowest = 0, .highest = kMaxParameters};
 
 std::string CurrentDirectory() {
@@ -60,10 +61,10 @@ void VisitGeneral(KeyVisitor& visit, Session& session) {
   visit.Key("TheTimeOut", session.TheTimeOut, 5);
   visit.Key("SensitivityCriterion", session.SensitivityCriterion, 20);
   visit.Constant("intMaxNoParamsInForm", kMaxParameters);
-  visit.Key("intFontSize", session.intFontSize, 10);
-  visit.Key("MaximumTime", session.MaximumTime, 3600, kPositive);
-  visit.Key("pixelslength", session.pixelslength, 120, kPositive);
-  visit.Key("pixeldivide", session.pixeldivide, 15, kPositive);
+  visit.Key("intFontSize", session.intFontSize, 10, {.held = Held::LiveOnly});
+  visit.Key("MaximumTime", session.MaximumTime, 3600, kPositiveLiveOnly);
+  visit.Key("pixelslength", session.pixelslength, 120, kPositiveLiveOnly);
+  visit.Key("pixeldivide", session.pixeldivide, 15, kPositiveLiveOnly);
   visit.Key("CompanyLogoVisible", session.CompanyLogoVisible, true, Held::LiveOnly);
 }
 

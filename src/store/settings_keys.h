@@ -12,16 +12,17 @@ namespace velk {
 inline constexpr std::string_view kLiveSettings = "VELK2";
 inline constexpr std::string_view kTemplateList = "VELKTemplates";
 
+/// Whether settings templates hold a key, too.
+enum class Held { InTemplates, LiveOnly };
+
 /// What a stored number may be, and what two special texts stand for. A number outside is refused on reading.
 struct NumberRule {
   double lowest = std::numeric_limits<double>::lowest();
   double highest = std::numeric_limits<double>::max();
   bool zeroIsPreset = false;  ///< a stored 0 reads as the preset
   bool emptyIsZero = false;   ///< a stored empty text reads as 0
+  Held held = Held::InTemplates;
 };
-
-/// Whether settings templates hold a key, too.
-enum class Held { InTemplates, LiveOnly };
 
 /// One walk over the keys, in their order, with the field that each fills. Reading and writing are two visitors.
 class KeyVisitor {
@@ -39,7 +40,7 @@ class KeyVisitor {
   virtual void Key(std::string_view key, float& field, float preset) = 0;
   virtual void Key(std::string_view key, double& field, double preset, const NumberRule& rule = {}) = 0;
 
-  /// A key that is written and never read.
+  /// A key that is written and never read; no template holds it.
   virtual void Constant(std::string_view key, int value) = 0;
 };
 

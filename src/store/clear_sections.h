@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/session.h"
+#include "platform/settings.h"
+#include "store/settings_questions.h"
+
+namespace velk {
+
+/// Deletes the sections of the chosen groups from the live settings, then loads and saves them, which restores their
+/// presets. Gives the problems of LoadSettings; raises the store's file errors.
+std::vector<std::string> ClearSections(Session& session, SettingsStore& store, const GroupChoice& groups);
+
+}  // namespace velk

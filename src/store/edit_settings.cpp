@@ -1,0 +1,120 @@
+#include "store/edit_settings.h"
+
+#include "instruments/protocols.h"
+#include "platform/procedure.h"
+#include "platform/settings.h"
+#include "store/clear_sections.h"
+#include "store/settings_io.h"
+#include "store/settings_keys.h"
+#include "store/templates.h"
+#include "store/user_options.h"
+
+namespace velk {
+
+namespace {
+
+std::string ChooseTemplate(const EditSettings& edit, MessageId title, MessageId prompt, bool mayEnter) {
+  const Session& session = edit.session;
+  const std::vector<std::string> names(session.TemplateNames.begin() + 1, session.TemplateNames.end());
+  return edit.questions.Choose(
+      {session.Translator.Translate(title), session.Translator.Translate(prompt), names, mayEnter});
+}
+
+/// What could not be read when the settings were loaded again.
+void ShowProblems(const EditSettings& edit, const std::vector<std::string>& problems) {
+  std::string text;
+  for (const std::string& problem : problems) text += problem + '\n';
+  if (!text.empty()) edit.platform.dialogs.Message({text, "", Buttons::Ok, BoxIcon::Exclamation});
+}
+
+bool NamesOwnUnit(const Session& session) {
+  const Protocol* const row = FindProtocol(session.SerialData);
+  return row != nullptr && row->unit;
+}
+
+/// Shows that the program ends, and ends it.
+void End(const EditSettings& edit) {
+  edit.platform.dialogs.Message(
+      {edit.session.Translator.Translate(MessageId::MustEnd), "", Buttons::Ok, BoxIcon::Information});
+  edit.saveAndEnd();
+}
+
+/// Takes the options over where they can be; tells what is wrong otherwise.
+bool AcceptUserOptions(const EditSettings& edit, const UserOptionTexts& texts) {
+  const std::variant<UserOptions, MessageId> checked = CheckUserOptions(texts);
+  if (const MessageId* const fault = std::get_if<MessageId>(&checked)) {
+    edit.platform.dialogs.Message({edit.session.Translator.Translate(*fault), "", Buttons::Ok, BoxIcon::Critical});
+    return false;
+  }
+  const auto& options = std::get<UserOptions>(checked);
+  edit.session.pixelslength = options.pixelslength;
+  edit.session.pixeldivide = options.pixeldivide;
+  edit.session.MaximumTime = options.MaximumTime;
+  edit.session.intFontSize = options.intFontSize;
+  return true;
+}
+
+}  // namespace
+
+void mnuEditSaveTemplate_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditSaveTemplate_Click"}, [&](const Statements& run) {
+    Session& session = edit.session;
+    const std::string name = ChooseTemplate(edit, MessageId::SaveTemplateTitle, MessageId::SaveTemplatePrompt, true);
+    if (name.empty()) return;
+    run([&] { SaveTemplate(session, edit.platform.settings, name); });
+    if (!HasTemplate(session, name)) session.TemplateNames.push_back(name);
+    run([&] { SaveSettings(session, edit.platform.settings); });
+  });
+}
+
+void mnuEditLoadTemplate_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditLoadTemplate_Click"}, [&](const Statements& run) {
+    const std::string name = ChooseTemplate(edit, MessageId::LoadTemplateTitle, MessageId::LoadTemplatePrompt, false);
+    if (name.empty()) return;
+    run([&] { LoadTemplate(edit.session, edit.platform.settings, name); });
+    if (NamesOwnUnit(edit.session)) edit.resetConnection();
+  });
+}
+
+void mnuEditDeleteTemplate_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditDeleteTemplate_Click"}, [&](const Statements& run) {
+    const std::string name =
+        ChooseTemplate(edit, MessageId::DeleteTemplateTitle, MessageId::DeleteTemplatePrompt, false);
+    if (name.empty()) return;
+    ShowProblems(edit, run([&] { return DeleteTemplate(edit.session, edit.platform.settings, name); }));
+  });
+}
+
+void mnuEditClear_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditClear_Click"}, [&](const Statements& run) {
+    const std::optional<GroupChoice> groups = edit.questions.GroupsToClear();
+    if (!groups) return;
+    ShowProblems(edit, run([&] { return ClearSections(edit.session, edit.platform.settings, *groups); }));
+  });
+}
+
+void mnuEditUserOptions_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditUserOptions_Click"}, [&](const Statements&) {
+    bool accepted = false;
+    edit.questions.UserOptions(TextsOfUserOptions(edit.session),
+                               [&](const UserOptionTexts& texts) { return accepted = AcceptUserOptions(edit, texts); });
+    if (accepted) End(edit);
+  });
+}
+
+void mnuEditLanguage_Click(const EditSettings& edit) {
+  RunProcedure({edit.platform.dialogs, "mnuEditLanguage_Click"}, [&](const Statements& run) {
+    // Not translated: the words are the names of the columns of the translation databases.
+    const std::string language = edit.questions.Choose(
+        {edit.session.Translator.Translate(MessageId::SelectLanguage), "", {"English", "Russian"}});
+    if (language.empty()) return;
+    edit.session.Current_language = language;
+    run([&] {
+      edit.platform.settings.Save(kLiveSettings, "General", "Current_language", language);
+      edit.platform.settings.Flush();
+    });
+    End(edit);
+  });
+}
+
+}  // namespace velk

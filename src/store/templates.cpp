@@ -1,0 +1,100 @@
+#include "store/templates.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "instruments/protocols.h"
+#include "platform/errors.h"
+#include "store/settings_io.h"
+#include "store/settings_visitors.h"
+
+namespace velk {
+
+namespace {
+
+/// Templates in the field hold Wrapping of an additional parameter under Offset, behind the true offset, and no
+/// Wrapping. Their readers refuse that text as an offset; files have to stay alike.
+class TemplateWriter : public SettingsWriter {
+ public:
+  TemplateWriter(SettingsStore& store, std::string_view application)
+      : SettingsWriter(store, application, Keys::OfTemplates) {}
+
+  using SettingsWriter::Key;
+
+  void Section(std::string_view name) override {
+    inFormula_ = name.starts_with("Formula") && name != "Formulae";
+    SettingsWriter::Section(name);
+  }
+
+  void Key(std::string_view key, bool& field, bool preset, Held held) override {
+    SettingsWriter::Key(inFormula_ && key == "Wrapping" ? "Offset" : key, field, preset, held);
+  }
+
+ private:
+  bool inFormula_ = false;
+};
+
+auto FindTemplate(const Session& session, std::string_view name) {
+  const auto& names = session.TemplateNames;
+  return names.empty() ? names.end() : std::find(names.begin() + 1, names.end(), name);
+}
+
+}  // namespace
+
+std::string TemplateApplication(std::string_view name) {
+  const std::string application = "VELK" + std::string(name);
+  // A template "2" must not be the live settings. No other template begins like this.
+  if (application == kLiveSettings || application == kTemplateList) return "Template" + application;
+  return application;
+}
+
+void LoadTemplate(Session& session, SettingsStore& store, const std::string& name) {
+  const std::string application = TemplateApplication(name);
+  store.RequireWhole(application);
+  Session loaded = session;
+  SettingsReader reader(loaded, store, application, Keys::OfTemplates);
+  ReadSettings(reader, loaded);
+  if (!reader.problems.empty()) throw reader.problems.front();
+  SetProtocolConstants(loaded);
+  session = std::move(loaded);
+}
+
+void SaveTemplate(Session& session, SettingsStore& store, const std::string& name) {
+  const std::string application = TemplateApplication(name);
+  if (!SettingsStore::CanHold(application)) {
+    throw RuntimeError(ErrorNumber::BadFileName, session.Translator.Translate(MessageId::TemplateNameTooLong));
+  }
+  TemplateWriter writer(store, application);
+  WriteSettings(writer, session);
+  VisitParameterCount(writer, session);
+  store.Flush();
+}
+
+std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name) {
+  store.Delete(TemplateApplication(name));
+  const auto found = FindTemplate(session, name);
+  if (found != session.TemplateNames.end()) session.TemplateNames.erase(found);
+  store.Delete(kTemplateList, "General");
+  SaveTemplateList(session, store);
+  return LoadSettings(session, store);
+}
+
+bool HasTemplate(const Session& session, std::string_view name) {
+  return FindTemplate(session, name) != session.TemplateNames.end();
+}
+
+std::vector<std::string> LoadTemplateList(Session& session, SettingsStore& store) {
+  SettingsReader reader(session, store, kTemplateList);
+  VisitTemplateList(reader, session);
+  std::vector<std::string> problems;
+  for (const RuntimeError& problem : reader.problems) problems.emplace_back(problem.what());
+  return problems;
+}
+
+void SaveTemplateList(Session& session, SettingsStore& store) {
+  SettingsWriter writer(store, kTemplateList);
+  VisitTemplateList(writer, session);
+  store.Flush();
+}
+
+}  // namespace velk

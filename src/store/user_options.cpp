@@ -1,0 +1,46 @@
+#include "store/user_options.h"
+
+#include <cmath>
+
+#include "platform/errors.h"
+#include "platform/numbers.h"
+
+namespace velk {
+
+namespace {
+
+/// Twips; a surface has at most 32767 rows of 15 twips. A higher one would be asked for at each start of the program.
+constexpr double kMaxGraphHeight = 32767.0 * 15;
+constexpr double kMinFontSize = 6;
+constexpr double kMaxFontSize = 20;
+
+/// What is no number, as 0: no box takes that.
+double Value(const std::string& text) {
+  return IsNumeric(text) ? Val(text) : 0;
+}
+
+bool HoldsWholeBlockPairs(const UserOptions& options) {
+  if (options.pixelslength <= 0 || options.pixeldivide <= 0) return false;
+  if (options.MaximumTime <= 0 || options.MaximumTime > kMaxGraphHeight) return false;
+  return std::fpclassify(std::fmod(options.MaximumTime, options.pixelslength * options.pixeldivide * 2)) == FP_ZERO;
+}
+
+}  // namespace
+
+UserOptionTexts TextsOfUserOptions(const Session& session) {
+  return {NumberText(session.pixelslength), NumberText(session.pixeldivide), NumberText(session.MaximumTime),
+          std::to_string(session.intFontSize), std::to_string(kMaxParameters)};
+}
+
+std::variant<UserOptions, MessageId> CheckUserOptions(const UserOptionTexts& texts) {
+  UserOptions options{std::trunc(Value(texts[0])), std::trunc(Value(texts[1])), std::trunc(Value(texts[2]))};
+  if (!HoldsWholeBlockPairs(options)) return MessageId::UnacceptableValues;
+  const double fontSize = Value(texts[3]);
+  if (fontSize < kMinFontSize) return MessageId::MinimumFontSize;
+  if (fontSize > kMaxFontSize) return MessageId::MaximumFontSize;
+  if (Value(texts[4]) < 1) return MessageId::MinimumCurves;
+  options.intFontSize = ToInt16(fontSize);
+  return options;
+}
+
+}  // namespace velk
