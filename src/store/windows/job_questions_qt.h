@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QDialog>
 #include <QPointer>
 #include <QWidget>
-#include <vector>
 
 #include "i18n/languages.h"
 #include "i18n/translator.h"
-#include "platform/dialogs.h"
+#include "platform/windows/modal_windows.h"
 #include "store/job_questions.h"
 
 namespace velk {
@@ -15,7 +13,7 @@ namespace velk {
 /// Asks with frmFileExist and frmIncParamInSum.
 class JobQuestionsQt : public JobQuestions {
  public:
-  explicit JobQuestionsQt(Dialogs& dialogs) : dialogs_(dialogs) {}
+  explicit JobQuestionsQt(Dialogs& dialogs) : windows_(dialogs) {}
 
   /// For the language, which is known only after the first settings were read.
   void SetLanguage(const clstranslation& translator, const clsLanguages& languages) {
@@ -25,20 +23,16 @@ class JobQuestionsQt : public JobQuestions {
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
   /// Closes what stands on the screen without an answer; at the end of the program.
-  void Close();
+  void Close() { windows_.Close(); }
 
   FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override;
   void IncludeInSummary(SummaryInclusion& inclusion) override;
 
  private:
-  /// True where the window was answered; it is gone then, or when its parent is.
-  bool Run(const QPointer<QDialog>& window);
-
-  Dialogs& dialogs_;
+  ModalWindows windows_;
   clstranslation translator_;
   clsLanguages languages_;
   QPointer<QWidget> parent_;
-  std::vector<QPointer<QDialog>> standing_;
 };
 
 }  // namespace velk

@@ -1,0 +1,23 @@
+#include "store/windows/clear_settings.h"
+
+#include "i18n/windows/translate_form.h"
+#include "ui_clear_settings.h"
+
+namespace velk {
+
+ClearSettings::ClearSettings(const clsLanguages& languages, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::ClearSettings>()) {
+  ui_->setupUi(this);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  TranslateForm(*this, languages);
+}
+
+ClearSettings::~ClearSettings() = default;
+
+GroupChoice ClearSettings::Choice() const {
+  return {ui_->Check1_0->isChecked(), ui_->Check1_1->isChecked(), ui_->Check1_2->isChecked(),
+          ui_->Check1_3->isChecked(), ui_->Check1_4->isChecked(), ui_->Check1_5->isChecked()};
+}
+
+}  // namespace velk
