@@ -1,6 +1,8 @@
 #include "graphs/windows/label_rows.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 #include <cmath>
 
@@ -86,7 +88,9 @@ void LabelRows::ShowFlash(Row& row) {
   row.shownFlash = row.flash;
   QString style = WithSwatch(row.colour);
   if (row.flash != Flash::None) {
-    const QColor background = row.flash == Flash::White ? Qt::white : row.value->palette().color(QPalette::Button);
+    // Of the application: a label's own palette gives the background of its style sheet as the colour of buttons.
+    const QColor background =
+        row.flash == Flash::White ? QColor(Qt::white) : QGuiApplication::palette().color(QPalette::Button);
     const QColor text = background.lightness() > 127 ? Qt::black : Qt::white;
     style =
         QStringLiteral("QLabel { color: %1; background: %2; font-weight: bold; }").arg(text.name(), background.name());

@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <QPalette>
+
+#include "graphs/graph_form_fixture.h"
+#include "support/window_driving.h"
+
+namespace velk {
+namespace {
+
+using test::GraphDesk;
+
+const std::string kMark = "\u25B2";
+
+/// The colour behind the text of a label, as it stands on the screen.
+QColor Background(QLabel& label) {
+  return QColor(label.grab().toImage().pixel(1, 1));
+}
+
+class AlarmLabels : public testing::Test {
+ protected:
+  AlarmLabels() {
+    desk.Create();
+    for (int i = 1; i <= 3; ++i) desk.Form().WriteValuesToLabels(i, 10.0F + static_cast<float>(i));
+    desk.Refresh();
+  }
+
+  QLabel& Value(int row) { return *desk.Find<QLabel>(("Label2_" + std::to_string(row)).c_str()); }
+  void Sample(bool alarmed) {
+    desk.Form().ShowAlarm(2, alarmed);
+    desk.Refresh();
+  }
+
+  GraphDesk desk{3};
+};
+
+TEST_F(AlarmLabels, ChangeTheirBackgroundWithEachSample) {
+  const QColor button = QApplication::palette().color(QPalette::Button);
+  ASSERT_NE(button, QColor(Qt::white));
+  for (int flash = 0; flash < 3; ++flash) {
+    Sample(true);
+    EXPECT_EQ(Background(Value(1)), QColor(Qt::white)) << flash;
+    Sample(true);
+    EXPECT_EQ(Background(Value(1)), button) << flash;
+  }
+}
+
+TEST_F(AlarmLabels, CarryAMarkAllTheWhileSinceColourAloneCanBeMissed) {
+  EXPECT_EQ(desk.Text("Label2_1"), "12.000");
+  for (int flash = 0; flash < 4; ++flash) {
+    Sample(true);
+    EXPECT_EQ(desk.Text("Label2_1"), kMark + "12.000") << flash;
+  }
+}
+
+TEST_F(AlarmLabels, LookAsEverOnceTheValueIsBackWithinItsLimits) {
+  const QColor before = Background(Value(1));
+  Sample(true);
+  Sample(false);
+  EXPECT_EQ(Background(Value(1)), before);
+  EXPECT_EQ(desk.Text("Label2_1"), "12.000");
+  // The next alarm begins with white again.
+  Sample(true);
+  EXPECT_EQ(Background(Value(1)), QColor(Qt::white));
+}
+
+TEST_F(AlarmLabels, AreThoseOfTheAlarmedParameterOnly) {
+  const QColor before = Background(Value(0));
+  Sample(true);
+  for (const int row : {0, 2}) EXPECT_EQ(Background(Value(row)), before) << row;
+  EXPECT_EQ(desk.Text("Label2_0"), "11.000");
+}
+
+TEST_F(AlarmLabels, StayWithoutAnAlarmForAParameterOfAnotherGraph) {
+  desk.Form().ShowAlarm(7, true);
+  desk.Refresh();
+  for (int row = 0; row < 3; ++row) EXPECT_EQ(Value(row).text().toStdString(), std::to_string(11 + row) + ".000");
+}
+
+TEST_F(AlarmLabels, KeepANameAndAValueInView) {
+  desk.session.CurrentParameters[2].name = "Давление на входе насоса";
+  desk.Form().RefreshForm();
+  desk.Form().WriteValuesToLabels(2, -1234.5F);
+  Sample(true);
+  test::ShowWindow(*desk.Form().parentWidget(), "alarmed-white");
+  EXPECT_EQ(desk.Text("Label2_1"), kMark + "-1234.500");
+  EXPECT_LE(Value(1).fontMetrics().horizontalAdvance(Value(1).text()), Value(1).width());
+  Sample(true);
+  test::ShowWindow(*desk.Form().parentWidget(), "alarmed-button");
+}
+
+}  // namespace
+}  // namespace velk
