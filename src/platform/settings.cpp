@@ -247,6 +247,10 @@ void SettingsStore::RequireWhole(std::string_view application) {
   }
 }
 
+const std::string& SettingsStore::Directory() const {
+  return impl_->directory;
+}
+
 std::optional<std::string> SettingsStore::Find(std::string_view application, std::string_view section,
                                                std::string_view key) {
   const std::string* value = impl_->Open(application).file.Find(section, key);

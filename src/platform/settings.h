@@ -26,6 +26,8 @@ class SettingsStore {
 
   /// `$XDG_CONFIG_HOME/VELK`, or `~/.config/VELK`.
   static std::string DefaultDirectory();
+  /// Where this store's files are.
+  const std::string& Directory() const;
 
   /// Whether the name, encoded, fits in a file name. Flush fails for what was saved under one that doesn't.
   static bool CanHold(std::string_view application);

@@ -29,6 +29,7 @@ Application::Application(const Services& services)
       onLanguage_(services.onLanguage),
       timers_(platform_.clock),
       form_(session_),
+      frame_(form_, session_, platform_),
       link_(session_, platform_, form_, timers_, services.makePort),
       graphs_(session_, platform_, form_.GraphArea(), [this] { StoreGraphSettings(); }),
       log_(session_, platform_, services.questions, graphs_),
@@ -112,6 +113,7 @@ void Application::MDIForm_Load() {
   ReadSettings();
   StartUpStep(7, [this] { SetProtocolConstants(session_); });
   ResetFlags();
+  StartUpStep(9, [this] { frame_.LoadCompanyLogo(); });
   StartUpStep(10, [this] { ChangeCurrentStatus(session_, form_, MessageId::StatusReady); });
   StartUpStep(11, [this] {
     HideAcquireTimeButtons();

@@ -10,6 +10,7 @@
 #include "instruments/link.h"
 #include "model/main_timers.h"
 #include "platform/serial.h"
+#include "shell/frame.h"
 #include "shell/main_form.h"
 #include "store/job_questions.h"
 #include "store/log_database.h"
@@ -72,6 +73,7 @@ class Application {
   std::unique_ptr<QTranslator> toolkitTexts_;
   MainTimers timers_;
   MainForm form_;
+  Frame frame_;
   Link link_;
   GraphWindowsMdi graphs_;
   LogDatabase log_;

@@ -130,6 +130,10 @@ QMdiArea& MainForm::GraphArea() {
   return *ui_->MdiClient;
 }
 
+QToolBar& MainForm::Toolbar() {
+  return *ui_->Toolbar1;
+}
+
 QAction* MainForm::MenuItem(std::string_view item) const {
   return Find(menuItems_, item);
 }

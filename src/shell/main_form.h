@@ -12,6 +12,7 @@
 #include "model/session.h"
 
 class QMdiArea;
+class QToolBar;
 
 namespace Ui {
 class MainForm;
@@ -33,6 +34,7 @@ class MainForm : public QMainWindow, public MainView {
   QAction* MenuItem(std::string_view item) const;
   /// A toolbar button by its key; null where there is none.
   QAction* Button(std::string_view key) const;
+  QToolBar& Toolbar();
   /// What the status allows, whether or not the work behind the item is built.
   bool RuleAllows(std::string_view item) const;
   QString Panel(int panel) const;

@@ -1,33 +1,30 @@
 #include "shell/not_built.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace velk {
 
 namespace {
 
-constexpr std::array<std::string_view, 43> kNotBuilt = {
+constexpr std::string_view kNotBuilt[] = {
     // File
     "mnuFilePlayback", "mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV", "mnuFileExportMDBtoXML",
     // View
-    "mnuViewToolBar", "mnuViewStatusBar", "mnuViewCompany", "mnuViewSummaryReport",
+    "mnuViewSummaryReport",
     // Edit Settings
     "mnuEditAutoDetect", "mnuEditSerialPort", "mnuEditOPCServer", "mnuEditTable", "mnuEditSaveTemplate",
     "mnuEditLoadTemplate", "mnuEditDeleteTemplate", "mnuEditClear", "mnuEditUserOptions", "mnuEditLanguage",
     // Tools
     "mnuToolsDefine", "mnuToolsRemove", "mnuToolsInclude", "mnuImprtLiveData", "mnuToolsCalibrate", "mnuToolsReset",
     "mnuToolsOrbenHardware", "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable",
-    // Window, Help
-    "mnuWindowCascade", "mnuWindowTileVertically", "mnuWindowTileHorizontally", "mnuWindowArrange", "mnuWindow1",
-    "mnuHelpContents", "mnuHelpAbout",
     // Toolbar
-    "PlayBack", "Edit", "Tools", "Help", "Alarms", "ScrollBar"};
+    "PlayBack", "Alarms", "ScrollBar"};
 
 }  // namespace
 
 bool IsBuilt(std::string_view item) {
-  return std::find(kNotBuilt.begin(), kNotBuilt.end(), item) == kNotBuilt.end();
+  return std::find(std::begin(kNotBuilt), std::end(kNotBuilt), item) == std::end(kNotBuilt);
 }
 
 }  // namespace velk

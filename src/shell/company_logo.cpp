@@ -1,0 +1,107 @@
+#include "shell/company_logo.h"
+
+#include <QFileInfo>
+#include <QIcon>
+#include <QImageReader>
+#include <QToolButton>
+#include <algorithm>
+
+#include "platform/dialogs.h"
+#include "platform/file_errors.h"
+#include "platform/procedure.h"
+#include "platform/text_qt.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kHeight = 28;     ///< of the picture, in pixels at scale 1: the bar gets no higher than the toolbar
+constexpr int kMaxWidth = 224;  ///< so that a banner leaves room for the buttons
+constexpr int kMaxScale = 4;    ///< pictures are kept sharp up to this scale of the screen
+
+constexpr QSize kOwnPicture(96, 28);
+
+constexpr qint64 kMaxPixels = 64'000'000;
+constexpr int kMaxMegabytes = 256;  ///< 64 megapixels of four bytes
+
+constexpr const char* kPatterns = "|*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.svg";
+
+bool IsTooLarge(QSize size) {
+  return qint64{size.width()} * size.height() > kMaxPixels;
+}
+
+QSize Within(QSize size, QSize bound) {
+  const QSize scaled = size.scaled(bound, Qt::KeepAspectRatio);
+  return {std::max(scaled.width(), 1), std::max(scaled.height(), 1)};
+}
+
+}  // namespace
+
+std::optional<QImage> ReadPicture(const std::string& path, QSize bound) {
+  // Reading a pipe would wait for its other end.
+  if (!QFileInfo(ToQt(path)).isFile()) return std::nullopt;
+  QImageReader::setAllocationLimit(kMaxMegabytes);
+  QImageReader reader(ToQt(path));
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  const QSize size = reader.size();
+  if (IsTooLarge(size)) return std::nullopt;
+  // A drawing of lines has no size of its own worth keeping: it is drawn at the size that is wanted.
+  if (!size.isEmpty() && reader.format() == "svg") reader.setScaledSize(Within(size, bound));
+  QImage image = reader.read();
+  if (image.isNull() || IsTooLarge(image.size())) return std::nullopt;
+  if (image.width() > bound.width() || image.height() > bound.height())
+    image = image.scaled(Within(image.size(), bound), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  return image;
+}
+
+CompanyLogo::CompanyLogo(Session& session, Platform& platform, QWidget* parent)
+    : QToolBar(parent), session_(session), platform_(platform), picture_(new QToolButton(this)) {
+  setObjectName(QStringLiteral("CompanyBar"));
+  setMovable(false);
+  auto* space = new QWidget(this);
+  space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  addWidget(space);
+  picture_->setObjectName(QStringLiteral("CompanyLogo"));
+  picture_->setToolTip(QStringLiteral("Click here to change company logo"));
+  picture_->setAutoRaise(true);
+  picture_->setFocusPolicy(Qt::TabFocus);
+  addWidget(picture_);
+  connect(picture_, &QToolButton::clicked, this, &CompanyLogo::CompanyLogo_Click);
+  Load();
+}
+
+void CompanyLogo::Load() {
+  if (!Show(session_.CompanyLogoFile)) SetPicture(QIcon(QStringLiteral(":/icons/company.svg")), kOwnPicture);
+}
+
+bool CompanyLogo::Show(const std::string& path) {
+  const auto image = ReadPicture(path, QSize(kMaxWidth, kHeight) * kMaxScale);
+  if (image) SetPicture(QIcon(QPixmap::fromImage(*image)), image->size());
+  return image.has_value();
+}
+
+void CompanyLogo::SetPicture(const QIcon& icon, QSize size) {
+  const QSize shown = Within(size, {kMaxWidth, kHeight});
+  setIconSize(shown);
+  picture_->setIconSize(shown);
+  picture_->setIcon(icon);
+}
+
+void CompanyLogo::CompanyLogo_Click() {
+  RunProcedure({platform_.dialogs, "CompanyLogo_Click"}, [&](const Statements& run) {
+    const auto& translator = session_.Translator;
+    const auto path =
+        platform_.dialogs.OpenFile({translator.Translate(MessageId::ChooseCompanyLogo),
+                                    translator.Translate(MessageId::Pictures) + kPatterns, session_.DefaultDirectory});
+    if (!path) return;
+    session_.DefaultDirectory = FolderOf(*path);
+    run([&] {
+      if (!Show(*path))
+        throw RuntimeError(ErrorNumber::InvalidArgument, translator.Translate(MessageId::PictureCannotBeRead) + *path);
+    });
+    session_.CompanyLogoFile = *path;
+  });
+}
+
+}  // namespace velk

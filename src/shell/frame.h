@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/windows/modal_windows.h"
+#include "shell/company_logo.h"
+#include "shell/help.h"
+#include "shell/toolbar_menus.h"
+#include "shell/view_toggles.h"
+#include "shell/window_list.h"
+
+namespace velk {
+
+class MainForm;
+
+/// What the main window offers in every status, apart from any job: logo, view toggles, window list, help and about,
+/// and the menus behind toolbar keys.
+class Frame {
+ public:
+  Frame(MainForm& form, Session& session, Platform& platform);
+
+  /// Shows the picture and the visibility that the settings name: at start-up, and when a template was loaded.
+  void LoadCompanyLogo();
+
+ private:
+  void mnuHelpAbout_Click();
+
+  MainForm& form_;
+  Session& session_;
+  Platform& platform_;
+  ModalWindows windows_;
+  CompanyLogo* logo_;
+  ViewToggles viewToggles_;
+  WindowList windowList_;
+  ToolbarMenus toolbarMenus_;
+  Help help_;
+};
+
+}  // namespace velk

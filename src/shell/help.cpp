@@ -1,0 +1,37 @@
+#include "shell/help.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QVariant>
+
+namespace velk {
+
+Help::Help(const Session& session) : session_(session) {
+  qApp->installEventFilter(this);
+}
+
+void Help::Open(int number) {
+  if (!window_) window_ = std::make_unique<HelpWindow>(session_);
+  window_->Open(number);
+}
+
+int Help::TopicOf(const QWidget* widget) {
+  for (; widget; widget = widget->parentWidget()) {
+    const QVariant number = widget->property("helpTopic");
+    if (number.isValid()) return number.toInt();
+  }
+  return topic::FirstStart;
+}
+
+bool Help::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const auto* key = static_cast<const QKeyEvent*>(event);
+  const auto* widget = qobject_cast<const QWidget*>(watched);
+  // The window system's own objects see the key first; the widget with the focus gets it after them.
+  if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || !widget) return false;
+  if (window_ && (widget == window_.get() || window_->isAncestorOf(widget))) return true;
+  Open(TopicOf(widget));
+  return true;
+}
+
+}  // namespace velk

@@ -1,0 +1,101 @@
+#include "shell/help_window.h"
+
+#include <QKeyEvent>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "i18n/windows/translate_form.h"
+#include "shell/ui_help_window.h"
+
+namespace velk {
+
+namespace {
+
+/// Where the translation files are missing all of the program is in English, so its help is too.
+std::string LanguageShown(const Session& session) {
+  return session.Languages.IsEmpty() ? "English" : session.Current_language;
+}
+
+constexpr int kPlaceRole = Qt::UserRole;  ///< of a contents entry: its place among the pages
+
+}  // namespace
+
+HelpWindow::HelpWindow(const Session& session)
+    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(LanguageShown(session))) {
+  ui_->setupUi(this);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  ui_->splitter->setStretchFactor(1, 1);
+  ui_->splitter->setSizes({220, 560});
+  ui_->cmdBack->setEnabled(false);
+  connect(ui_->cmdBack, &QPushButton::clicked, ui_->Browser, &QTextBrowser::backward);
+  // A key of the window: the button's own is the letter that its caption marks.
+  auto* altLeft = new QShortcut(Qt::ALT | Qt::Key_Left, this);
+  connect(altLeft, &QShortcut::activated, ui_->Browser, &QTextBrowser::backward);
+  connect(ui_->Browser, &QTextBrowser::backwardAvailable, ui_->cmdBack, &QWidget::setEnabled);
+  connect(ui_->Browser, &QTextBrowser::sourceChanged, this, [this](const QUrl& address) {
+    shown_ = address;  // source() still tells the page before
+    MarkShown();
+  });
+  connect(ui_->lstContents, &QListWidget::currentRowChanged, this, &HelpWindow::ShowChosen);
+  connect(ui_->txtSearch, &QLineEdit::textChanged, this, &HelpWindow::FillContents);
+  connect(ui_->txtSearch, &QLineEdit::returnPressed, this, [this] {
+    ui_->lstContents->setCurrentRow(0);
+    ui_->lstContents->setFocus();
+  });
+  FillContents();
+  TranslateForm(*this, session.Languages);
+}
+
+HelpWindow::~HelpWindow() = default;
+
+void HelpWindow::Open(int number) {
+  ui_->txtSearch->clear();
+  ui_->Browser->setSource(pages_[static_cast<std::size_t>(FindTopic(pages_, number))].address);
+  if (isMinimized()) showNormal();
+  show();
+  raise();
+  activateWindow();
+  ui_->lstContents->setFocus();
+}
+
+void HelpWindow::FillContents() {
+  const QSignalBlocker quiet(ui_->lstContents);
+  ui_->lstContents->clear();
+  for (const int place : FindPages(pages_, ui_->txtSearch->text())) {
+    auto* entry = new QListWidgetItem(pages_[static_cast<std::size_t>(place)].title, ui_->lstContents);
+    entry->setData(kPlaceRole, place);
+  }
+  ui_->lblNothing->setVisible(ui_->lstContents->count() == 0);
+  MarkShown();
+}
+
+void HelpWindow::ShowChosen() {
+  const QListWidgetItem* entry = ui_->lstContents->currentItem();
+  if (!entry) return;
+  ui_->Browser->setSource(pages_[entry->data(kPlaceRole).toUInt()].address);
+  const QStringList words = ui_->txtSearch->text().split(' ', Qt::SkipEmptyParts);
+  if (!words.isEmpty()) ui_->Browser->find(words.first());
+}
+
+void HelpWindow::MarkShown() {
+  const QSignalBlocker quiet(ui_->lstContents);
+  ui_->lstContents->setCurrentRow(-1);
+  for (int row = 0; row < ui_->lstContents->count(); ++row) {
+    const auto place = ui_->lstContents->item(row)->data(kPlaceRole).toUInt();
+    if (pages_[place].address.path() == shown_.path()) ui_->lstContents->setCurrentRow(row);
+  }
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    close();
+  } else if (event->matches(QKeySequence::Find)) {
+    ui_->txtSearch->setFocus();
+    ui_->txtSearch->selectAll();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace velk

@@ -1,0 +1,103 @@
+#include "shell/window_list.h"
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPointer>
+
+#include "shell/main_form.h"
+#include "shell/window_places.h"
+
+namespace velk {
+
+namespace {
+
+void BringToFront(QMdiSubWindow& window) {
+  if (window.isMinimized()) window.showNormal();
+  window.mdiArea()->setActiveSubWindow(&window);
+}
+
+/// "&3 Pressure": the first nine can be chosen by their number. A title's own "&" is no mark.
+QString Caption(qsizetype number, QString title) {
+  title.replace('&', QStringLiteral("&&"));
+  const QString mark = number <= 9 ? QStringLiteral("&") : QString();
+  return mark + QString::number(number) + ' ' + title;
+}
+
+}  // namespace
+
+WindowList::WindowList(MainForm& form) : form_(form), list_(form.MenuItem("mnuWindow1")->menu()) {
+  const auto bind = [this](const char* item, void (WindowList::*procedure)()) {
+    QObject::connect(form_.MenuItem(item), &QAction::triggered, &form_, [this, procedure] { (this->*procedure)(); });
+  };
+  bind("mnuWindowCascade", &WindowList::mnuWindowCascade_Click);
+  bind("mnuWindowTileVertically", &WindowList::mnuWindowTileVertically_Click);
+  bind("mnuWindowTileHorizontally", &WindowList::mnuWindowTileHorizontally_Click);
+  bind("mnuWindowArrange", &WindowList::mnuWindowArrange_Click);
+  QObject::connect(form_.MenuItem("mnuWindow")->menu(), &QMenu::aboutToShow, &form_, [this] { FillList(); });
+  FillList();
+}
+
+QList<QMdiSubWindow*> WindowList::Open() const {
+  QList<QMdiSubWindow*> open;
+  for (QMdiSubWindow* window : form_.GraphArea().subWindowList())
+    if (window->isVisible()) open += window;
+  return open;
+}
+
+void WindowList::FillList() {
+  list_->clear();
+  const auto open = Open();
+  const QMdiSubWindow* active = form_.GraphArea().activeSubWindow();
+  for (QMdiSubWindow* window : open) {
+    QAction* item = list_->addAction(Caption(list_->actions().size() + 1, window->windowTitle()));
+    item->setCheckable(true);
+    item->setChecked(window == active);
+    // The window may be gone by the time that its entry is chosen.
+    QObject::connect(item, &QAction::triggered, list_, [window = QPointer<QMdiSubWindow>(window)] {
+      if (window) BringToFront(*window);
+    });
+  }
+  list_->menuAction()->setEnabled(!open.isEmpty());
+}
+
+void WindowList::mnuWindowCascade_Click() {
+  form_.GraphArea().cascadeSubWindows();
+}
+
+void WindowList::mnuWindowTileVertically_Click() {
+  Tile(Qt::Vertical);
+}
+
+void WindowList::mnuWindowTileHorizontally_Click() {
+  Tile(Qt::Horizontal);
+}
+
+void WindowList::mnuWindowArrange_Click() {
+  ArrangeIcons();
+}
+
+void WindowList::Tile(Qt::Orientation direction) {
+  QSize room = form_.GraphArea().viewport()->size();
+  room.rheight() -= ArrangeIcons();
+  QList<QMdiSubWindow*> windows = Open();
+  windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
+  const auto places = TilePlaces(room, static_cast<int>(windows.size()), direction);
+  for (qsizetype i = 0; i < windows.size(); ++i) {
+    if (windows[i]->isMaximized()) windows[i]->showNormal();
+    windows[i]->setGeometry(places[static_cast<std::size_t>(i)]);
+  }
+}
+
+int WindowList::ArrangeIcons() {
+  QList<QMdiSubWindow*> icons = Open();
+  icons.removeIf([](const QMdiSubWindow* window) { return !window->isMinimized(); });
+  if (icons.isEmpty()) return 0;
+  const QSize room = form_.GraphArea().viewport()->size();
+  const auto places = IconPlaces(room, static_cast<int>(icons.size()), icons.first()->size());
+  for (qsizetype i = 0; i < icons.size(); ++i) icons[i]->move(places[static_cast<std::size_t>(i)].topLeft());
+  return room.height() - places.back().top();
+}
+
+}  // namespace velk

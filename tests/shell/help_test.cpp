@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTextBrowser>
+#include <set>
+
+#include "shell/help_window.h"
+#include "support/window_driving.h"
+#include "support/window_texts.h"
+
+namespace velk {
+namespace {
+
+using namespace test;
+
+QString Html(const HelpPage& page) {
+  QFile file(':' + page.address.path());
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << page.address.toString().toStdString();
+  return QString::fromUtf8(file.readAll());
+}
+
+// --- Pages ---
+
+TEST(HelpPages, AreThereInBothLanguagesWithTitleAndText) {
+  for (const auto& [language, folder] : {std::pair("English", "/help/en/"), {"Russian", "/help/ru/"}}) {
+    for (const HelpPage& page : ReadHelpPages(language)) {
+      EXPECT_TRUE(page.address.path().startsWith(QLatin1String(folder))) << page.number;
+      EXPECT_FALSE(page.title.isEmpty()) << page.number;
+      EXPECT_GT(page.text.size(), 200) << page.number;
+    }
+  }
+}
+
+TEST(HelpPages, CoverWhatIsInTheHelpFolder) {
+  std::set<QString> shown;
+  for (const HelpPage& page : ReadHelpPages("English")) shown.insert(page.address.fileName());
+  for (const QString& file : QDir(":/help/en").entryList()) EXPECT_TRUE(shown.contains(file)) << file.toStdString();
+  EXPECT_EQ(QDir(":/help/en").entryList(), QDir(":/help/ru").entryList());
+}
+
+TEST(HelpPages, OfAnotherLanguageAreEnglish) {
+  EXPECT_EQ(ReadHelpPages("Klingon")[0].title, "First start");
+}
+
+TEST(HelpPages, LinkOnlyToPagesThatAreThere) {
+  static const QRegularExpression link("href=\"([^\"]*)\"");
+  int links = 0;
+  for (const char* language : {"English", "Russian"}) {
+    for (const HelpPage& page : ReadHelpPages(language)) {
+      auto matches = link.globalMatch(Html(page));
+      while (matches.hasNext()) {
+        const QUrl target = page.address.resolved(QUrl(matches.next().captured(1)));
+        EXPECT_TRUE(QFile::exists(':' + target.path())) << target.toString().toStdString();
+        ++links;
+      }
+    }
+  }
+  EXPECT_GE(links, 8);
+}
+
+TEST(HelpPages, HaveNumbersOfTheirOwn) {
+  std::set<int> numbers;
+  for (const HelpPage& page : ReadHelpPages("English")) EXPECT_TRUE(numbers.insert(page.number).second) << page.number;
+}
+
+TEST(HelpPages, AreFoundByNumberAndAnUnknownNumberIsTheFirst) {
+  const auto pages = ReadHelpPages("English");
+  EXPECT_EQ(pages[static_cast<std::size_t>(FindTopic(pages, 1500))].title, "The strip chart");
+  EXPECT_EQ(pages[static_cast<std::size_t>(FindTopic(pages, 572))].title, "Recording");
+  EXPECT_EQ(FindTopic(pages, 9999), 0);
+}
+
+TEST(HelpPages, AreFoundByAllWordsWhateverTheCase) {
+  const std::vector<HelpPage> pages = {
+      {1, {}, "Ports", "A cable"}, {2, {}, "Disks", "Full disk, no CABLE"}, {3, {}, "Журнал", "x"}};
+  EXPECT_EQ(FindPages(pages, "cable"), (std::vector<int>{0, 1}));
+  EXPECT_EQ(FindPages(pages, " disk  cable "), std::vector<int>{1});
+  EXPECT_EQ(FindPages(pages, "ЖУР"), std::vector<int>{2});
+  EXPECT_EQ(FindPages(pages, "ports"), std::vector<int>{0}) << "titles count";
+  EXPECT_TRUE(FindPages(pages, "nowhere").empty());
+  EXPECT_EQ(FindPages(pages, "").size(), 3U);
+}
+
+TEST(HelpPages, TellTheSameOfSignsAsTheEvaluatorDoes) {
+  // The values that docs/user/formulas.md tells and tests/formula proves.
+  for (const char* language : {"English", "Russian"}) {
+    const auto pages = ReadHelpPages(language);
+    const QString html = Html(pages[static_cast<std::size_t>(FindTopic(pages, topic::Formulas))]);
+    for (const char* row : {"<td>-2^2</td><td>4</td>", "<td>5-2^2</td><td>9</td>", "<td>1-2^2-3</td><td>2</td>",
+                            "<td>5-2mod2</td><td>50</td>", "<td>5-0*-3</td><td>50</td>", "<td>-(-3)</td><td>-3</td>"})
+      EXPECT_TRUE(html.contains(QLatin1String(row))) << language << row;
+  }
+}
+
+// --- The window ---
+
+class HelpWindowTest : public testing::Test {
+ protected:
+  QString Shown() { return browser->source().fileName(); }
+  QString Selected() { return list->currentItem() ? list->currentItem()->text() : QString(); }
+
+  Session session;
+  HelpWindow window{session};
+  QTextBrowser* browser = FindControl<QTextBrowser>(window, "Browser");
+  QListWidget* list = FindControl<QListWidget>(window, "lstContents");
+  QLineEdit* search = FindControl<QLineEdit>(window, "txtSearch");
+  QPushButton* back = FindControl<QPushButton>(window, "cmdBack");
+};
+
+TEST_F(HelpWindowTest, OpensATopicAndMarksItInTheContents) {
+  window.Open(topic::Recording);
+  EXPECT_TRUE(window.isVisible());
+  EXPECT_EQ(Shown(), "recording.html");
+  EXPECT_EQ(Selected(), "Recording");
+  EXPECT_EQ(list->count(), 11);
+}
+
+TEST_F(HelpWindowTest, GoesThroughTheContentsByArrowKeysAndBackByAltLeft) {
+  window.Open(topic::FirstStart);
+  EXPECT_FALSE(back->isEnabled());
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(Shown(), "connecting.html");
+  ASSERT_TRUE(back->isEnabled());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QTest::keyClick(&window, Qt::Key_Left, Qt::AltModifier);
+  EXPECT_EQ(Shown(), "first_start.html");
+  EXPECT_EQ(Selected(), "First start");
+}
+
+TEST_F(HelpWindowTest, FollowsLinksAndKeepsTheContentsInStep) {
+  window.Open(topic::FirstStart);
+  browser->setSource(browser->source().resolved(QUrl("recording.html")));
+  EXPECT_EQ(Selected(), "Recording");
+  back->click();
+  EXPECT_EQ(Selected(), "First start");
+}
+
+TEST_F(HelpWindowTest, SearchNarrowsTheContentsAndEnterShowsTheFirstPageFound) {
+  window.Open(topic::FirstStart);
+  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(search, "15 seconds wrapping");
+  EXPECT_EQ(list->count(), 1);
+  EXPECT_EQ(Shown(), "first_start.html") << "typing alone turns no page";
+  QTest::keyClick(search, Qt::Key_Return);
+  EXPECT_EQ(Shown(), "strip_chart.html");
+  EXPECT_EQ(browser->textCursor().selectedText(), "15") << "the first word is marked";
+  search->clear();
+  EXPECT_EQ(list->count(), 11);
+}
+
+TEST_F(HelpWindowTest, SaysThatNothingWasFound) {
+  window.Open(topic::FirstStart);
+  const auto* nothing = FindControl<QLabel>(window, "lblNothing");
+  EXPECT_FALSE(nothing->isVisible());
+  search->setText("zzzz");
+  EXPECT_TRUE(nothing->isVisible());
+  QTest::keyClick(search, Qt::Key_Return);
+  EXPECT_EQ(Shown(), "first_start.html");
+}
+
+TEST_F(HelpWindowTest, EscapeClosesIt) {
+  window.Open(topic::FirstStart);
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST(HelpWindowTexts, AreThereInRussianAndFitWhereTextIsLarge) {
+  EXPECT_EQ(TextsWithoutRussian(HelpWindow(Session())), kNone);
+  Session session;
+  session.Current_language = "Russian";
+  session.Languages = RussianCaptions();
+  const LargeText large(1.5);
+  HelpWindow russian(session);
+  EXPECT_EQ(russian.windowTitle(), "Справка VELK");
+  EXPECT_EQ(FindControl<QListWidget>(russian, "lstContents")->item(0)->text(), "Первый запуск");
+  EXPECT_EQ(KeysMarkedTwice(russian), kNone);
+  russian.Open(topic::FirstStart);
+  EXPECT_EQ(TextsCutOff(russian), kNone);
+}
+
+}  // namespace
+}  // namespace velk
