@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "i18n/languages.h"
-#include "i18n/languages.h"
 #include "i18n/translator.h"
 #include "model/parameter.h"
 
