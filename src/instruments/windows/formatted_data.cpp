@@ -1,0 +1,26 @@
+#include "instruments/windows/formatted_data.h"
+
+#include <QPushButton>
+
+#include "i18n/windows/translate_form.h"
+#include "ui_formatted_data.h"
+
+namespace velk {
+
+FormattedData::FormattedData(const Separators& separators, Dialogs& dialogs, const clstranslation& translator,
+                             const clsLanguages& languages, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::FormattedData>()) {
+  ui_->setupUi(this);
+  ui_->separators->Show(separators, dialogs, translator);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &FormattedData::accept);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &FormattedData::reject);
+  TranslateForm(*this, languages);
+}
+
+FormattedData::~FormattedData() = default;
+
+const Separators& FormattedData::Chosen() const {
+  return ui_->separators->Chosen();
+}
+
+}  // namespace velk

@@ -1,0 +1,30 @@
+#include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
+
+#include <QPushButton>
+
+#include "i18n/windows/translate_form.h"
+#include "platform/text.h"
+#include "platform/text_qt.h"
+#include "ui_frm_hpt_honeywell_ez_trend.h"
+
+namespace velk {
+
+frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const clsLanguages& languages,
+                                               QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmHPTHoneywellEZtrend>()) {
+  ui_->setupUi(this);
+  ui_->txtIPAddress->setText(ToQt(address.daqIPAddress));
+  // With no page stored, the folder that the design shows is where units of this kind keep theirs.
+  if (!address.daqHTML.empty()) ui_->txtHTML->setText(ToQt(address.daqHTML));
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::accept);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::reject);
+  TranslateForm(*this, languages);
+}
+
+frmHPTHoneywellEZtrend::~frmHPTHoneywellEZtrend() = default;
+
+UnitAddress frmHPTHoneywellEZtrend::Address() const {
+  return {Trim(FromQt(ui_->txtIPAddress->text())), Trim(FromQt(ui_->txtHTML->text()))};
+}
+
+}  // namespace velk

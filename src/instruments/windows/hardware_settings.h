@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <memory>
+
+#include "i18n/languages.h"
+#include "i18n/translator.h"
+#include "instruments/protocol_dialogs.h"
+#include "instruments/sampling_choice.h"
+#include "platform/dialogs.h"
+
+namespace Ui {
+class HardwareSettings;
+}
+
+namespace velk {
+
+/// Edits the protocol, its line and what is taken from it. A stored value that a list doesn't offer is shown beside it
+/// and stays until another one is picked.
+class HardwareSettings : public QDialog {
+  Q_OBJECT
+
+ public:
+  HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const clstranslation& translator,
+                   const clsLanguages& languages, QWidget* parent = nullptr);
+  ~HardwareSettings() override;
+
+  /// What was chosen, once the window was accepted.
+  const LineChoices& Choices() const { return choices_; }
+
+ private:
+  void FillLists();
+  void ConnectLists();
+  /// Shows the choices, the line as the protocol fixes it.
+  void UpdateDisplay();
+  void ShowDevices();
+  void PickProtocol(int place);
+  void cmdOK_Click();
+  /// Takes over what a box gives; false where it has to be put right first.
+  bool Take(QLineEdit& box, const NumberRead& read, std::int16_t& field);
+
+  std::unique_ptr<Ui::HardwareSettings> ui_;
+  Dialogs& dialogs_;
+  const clstranslation translator_;
+  const int formulae_;
+  const std::vector<PortEntry> ports_;
+  LineChoices choices_;
+  SamplingChoice sampling_;
+};
+
+}  // namespace velk

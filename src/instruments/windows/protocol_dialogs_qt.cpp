@@ -1,0 +1,59 @@
+#include "instruments/windows/protocol_dialogs_qt.h"
+
+#include "instruments/windows/formatted_data.h"
+#include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
+#include "instruments/windows/hardware_settings.h"
+#include "instruments/windows/intermittent.h"
+#include "instruments/windows/requested_data.h"
+
+namespace velk {
+
+void ProtocolDialogsQt::Close() {
+  const auto standing = standing_;
+  for (auto window = standing.rbegin(); window != standing.rend(); ++window)
+    if (*window) (*window)->reject();
+}
+
+template <class Answer, class Window>
+std::optional<Answer> ProtocolDialogsQt::Run(Window* made, Answer (*answer)(const Window&)) {
+  // Watched: the parent may be destroyed while the window stands, and takes it along.
+  const QPointer<Window> window = made;
+  window->setWindowModality(Qt::WindowModal);
+  standing_.push_back(window.data());
+  bool accepted = false;
+  dialogs_.Modal([&] { accepted = window->exec() == QDialog::Accepted; });
+  std::erase_if(standing_, [&](const QPointer<QDialog>& each) { return each.isNull() || each == window.data(); });
+  std::optional<Answer> given;
+  if (accepted && window) given = answer(*window);
+  delete window;
+  return given;
+}
+
+std::optional<LineChoices> ProtocolDialogsQt::AskHardwareSettings(const HardwareQuestion& question) {
+  return Run<LineChoices, HardwareSettings>(new HardwareSettings(question, dialogs_, translator_, languages_, parent_),
+                                            [](const HardwareSettings& window) { return window.Choices(); });
+}
+
+std::optional<Separators> ProtocolDialogsQt::AskFormattedData(const Separators& separators) {
+  return Run<Separators, FormattedData>(new FormattedData(separators, dialogs_, translator_, languages_, parent_),
+                                        [](const FormattedData& window) { return window.Chosen(); });
+}
+
+std::optional<Separators> ProtocolDialogsQt::AskIntermittent(const Separators& separators) {
+  return Run<Separators, Intermittent>(new Intermittent(separators, dialogs_, translator_, languages_, parent_),
+                                       [](const Intermittent& window) { return window.Chosen(); });
+}
+
+std::optional<std::vector<ParameterCommands>> ProtocolDialogsQt::AskRequestedData(
+    const std::vector<ParameterCommands>& commands) {
+  return Run<std::vector<ParameterCommands>, RequestedData>(
+      new RequestedData(commands, languages_, parent_), [](const RequestedData& window) { return window.Commands(); });
+}
+
+std::optional<UnitAddress> ProtocolDialogsQt::AskEthernetConfiguration(const UnitAddress& address) {
+  return Run<UnitAddress, frmHPTHoneywellEZtrend>(
+      new frmHPTHoneywellEZtrend(address, languages_, parent_),
+      [](const frmHPTHoneywellEZtrend& window) { return window.Address(); });
+}
+
+}  // namespace velk

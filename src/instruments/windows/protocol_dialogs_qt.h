@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+#include "i18n/languages.h"
+#include "i18n/translator.h"
+#include "instruments/protocol_dialogs.h"
+#include "platform/dialogs.h"
+
+namespace velk {
+
+/// Asks with HardwareSettings, FormattedData, Intermittent, RequestedData and frmHPTHoneywellEZtrend.
+class ProtocolDialogsQt : public ProtocolDialogs {
+ public:
+  explicit ProtocolDialogsQt(Dialogs& dialogs) : dialogs_(dialogs) {}
+
+  /// For the language, which is known only after the first settings were read.
+  void SetLanguage(const clstranslation& translator, const clsLanguages& languages) {
+    translator_ = translator;
+    languages_ = languages;
+  }
+  /// The main window, over which the windows stand.
+  void SetParent(QWidget* parent) { parent_ = parent; }
+  /// Closes what stands on the screen without an answer; at the end of the program.
+  void Close();
+
+  std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) override;
+  std::optional<Separators> AskFormattedData(const Separators& separators) override;
+  std::optional<Separators> AskIntermittent(const Separators& separators) override;
+  std::optional<std::vector<ParameterCommands>> AskRequestedData(
+      const std::vector<ParameterCommands>& commands) override;
+  std::optional<UnitAddress> AskEthernetConfiguration(const UnitAddress& address) override;
+
+ private:
+  /// Runs the window and gives what `answer` reads from it; nothing where it was left otherwise.
+  template <class Answer, class Window>
+  std::optional<Answer> Run(Window* window, Answer (*answer)(const Window&));
+
+  Dialogs& dialogs_;
+  clstranslation translator_;
+  clsLanguages languages_;
+  QPointer<QWidget> parent_;
+  std::vector<QPointer<QDialog>> standing_;
+};
+
+}  // namespace velk

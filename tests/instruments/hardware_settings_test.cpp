@@ -1,0 +1,305 @@
+#include "instruments/windows/hardware_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "instruments/windows_fixture.h"
+
+namespace velk {
+namespace {
+
+using test::Find;
+using test::Language;
+using test::Show;
+using test::TabOrder;
+
+constexpr const char* kLineFrames[] = {"fraBaudRate", "fraParity", "fraDataBits", "fraStopBits", "fraHandshake"};
+
+HardwareQuestion Question() {
+  return {{.SerialData = "Data Taker a",
+           .NumberOfParameters = 18,
+           .SamplingRate = 300.0 / 86400,
+           .SensitivityCriterion = 20,
+           .PortNumber = 3,
+           .BaudRate = 4800,
+           .Parity = "E",
+           .DataBits = 7,
+           .StopBits = "2",
+           .Handshake = 1},
+          4,
+          {{1, "/dev/ttyS0", true},
+           {2, "/dev/ttyS1", false},
+           {3, "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0", true},
+           {4, "/dev/ttyUSB1", false}}};
+}
+
+class HardwareSettingsWindow : public testing::Test {
+ protected:
+  void Open(const HardwareQuestion& question, const std::string& languageName = "English") {
+    language = Language(languageName);
+    window = std::make_unique<HardwareSettings>(question, dialogs, language.translator, language.captions);
+  }
+  QComboBox& List(const char* name) { return Find<QComboBox>(*window, name); }
+  QStringList Entries(const char* name) {
+    QStringList texts;
+    for (int i = 0; i < List(name).count(); ++i) texts << List(name).itemText(i);
+    return texts;
+  }
+  void Press(const char* name) { Find<QPushButton>(*window, name).click(); }
+  void Type(const char* name, const QString& text) { Find<QLineEdit>(*window, name).setText(text); }
+
+  Gate gate;
+  test::ScriptedDialogs dialogs{gate};
+  Language language{"English"};
+  std::unique_ptr<HardwareSettings> window;
+};
+
+TEST_F(HardwareSettingsWindow, OffersTheListsInTheirOrder) {
+  Open(Question());
+  EXPECT_EQ(window->objectName(), "HardwareSettings");
+  EXPECT_EQ(window->windowTitle(), "Edit Hardware Settings");
+  EXPECT_EQ(List("cboSerialData").count(), 16);
+  EXPECT_EQ(List("cboSerialData").itemText(0), "formatted and at regular intervals");
+  EXPECT_EQ(List("cboSerialData").itemText(15), "Any Serial Data");
+  EXPECT_EQ(Entries("cboSampling"), (QStringList{"1", "5", "10", "15", "20", "30"}));
+  EXPECT_EQ(Entries("cboSamplingUnits"), (QStringList{"seconds", "minutes", "hours"}));
+  EXPECT_EQ(Entries("cboPort"), (QStringList{"Com Port 1", "Com Port 2", "Com Port 3", "Com Port 4"}));
+  EXPECT_EQ(Entries("cboBaudRate"), (QStringList{"2400", "4800", "9600", "19200"}));
+  EXPECT_EQ(Entries("cboParity"), (QStringList{"Even", "Mark", "None", "Odd", "Space"}));
+  EXPECT_EQ(Entries("cboDataBits"), (QStringList{"5", "6", "7", "8"}));
+  EXPECT_EQ(Entries("cboStopBits"), (QStringList{"1", "1.5", "2"}));
+  EXPECT_EQ(Entries("cboHandshake"), (QStringList{"None", "Xon/Xoff", "Hardware"}));
+  EXPECT_EQ(Find<QPushButton>(*window, "cmdOK").text(), "O.K.");
+}
+
+TEST_F(HardwareSettingsWindow, ShowsWhatIsStored) {
+  Open(Question());
+  Show(*window, "HardwareSettings-en");
+  EXPECT_EQ(List("cboSerialData").currentText(), "Data Taker a");
+  EXPECT_EQ(List("cboSampling").currentText(), "5");
+  EXPECT_EQ(List("cboSamplingUnits").currentText(), "minutes");
+  EXPECT_EQ(Find<QLineEdit>(*window, "txtNumberOfParameters").text(), "18");
+  EXPECT_EQ(Find<QLineEdit>(*window, "txtSensitivityCriterion").text(), "20");
+  EXPECT_EQ(List("cboPort").currentText(), "Com Port 3");
+  EXPECT_EQ(List("cboBaudRate").currentText(), "4800");
+  EXPECT_EQ(List("cboParity").currentText(), "Even");
+  EXPECT_EQ(List("cboDataBits").currentText(), "7");
+  EXPECT_EQ(List("cboStopBits").currentText(), "2");
+  EXPECT_EQ(List("cboHandshake").currentText(), "Xon/Xoff");
+  for (const char* frame : kLineFrames) EXPECT_TRUE(Find<QGroupBox>(*window, frame).isEnabled()) << frame;
+}
+
+TEST_F(HardwareSettingsWindow, GivesBackWhatWasNotTouched) {
+  const HardwareQuestion question{{.SerialData = "OPC Server",
+                                   .NumberOfParameters = 0,
+                                   .SamplingRate = 2.0000001 / 86400,
+                                   .SensitivityCriterion = 0,
+                                   .PortNumber = 9,
+                                   .BaudRate = 115200,
+                                   .Parity = "X",
+                                   .DataBits = 9,
+                                   .StopBits = "3",
+                                   .Handshake = 3},
+                                  0,
+                                  Question().ports};
+  Open(question);
+  Show(*window, "HardwareSettings-not-offered");
+  EXPECT_EQ(List("cboSerialData").placeholderText(), "OPC Server");
+  EXPECT_EQ(List("cboSampling").placeholderText(), "2");
+  EXPECT_EQ(List("cboPort").placeholderText(), "Com Port 9");
+  EXPECT_EQ(List("cboBaudRate").placeholderText(), "115200");
+  EXPECT_EQ(List("cboParity").placeholderText(), "X");
+  EXPECT_EQ(List("cboDataBits").placeholderText(), "9");
+  EXPECT_EQ(List("cboStopBits").placeholderText(), "3");
+  EXPECT_EQ(List("cboHandshake").placeholderText(), "3");
+  Press("cmdOK");
+  EXPECT_EQ(window->result(), QDialog::Accepted);
+  EXPECT_EQ(window->Choices().SerialData, "OPC Server");
+  EXPECT_EQ(window->Choices().NumberOfParameters, 0);
+  EXPECT_EQ(window->Choices().SamplingRate, 2.0000001 / 86400);
+  EXPECT_EQ(window->Choices().SensitivityCriterion, 0);
+  EXPECT_EQ(window->Choices().PortNumber, 9);
+  EXPECT_EQ(window->Choices().BaudRate, 115200);
+  EXPECT_EQ(window->Choices().Parity, "X");
+  EXPECT_EQ(window->Choices().DataBits, 9);
+  EXPECT_EQ(window->Choices().StopBits, "3");
+  EXPECT_EQ(window->Choices().Handshake, 3);
+}
+
+TEST_F(HardwareSettingsWindow, GivesEachChoice) {
+  Open(Question());
+  List("cboSerialData").setCurrentIndex(12);
+  List("cboSampling").setCurrentIndex(5);
+  List("cboSamplingUnits").setCurrentIndex(2);
+  Type("txtNumberOfParameters", "60");
+  Type("txtSensitivityCriterion", "3");
+  List("cboPort").setCurrentIndex(1);
+  List("cboBaudRate").setCurrentIndex(0);
+  List("cboParity").setCurrentIndex(4);
+  List("cboDataBits").setCurrentIndex(0);
+  List("cboStopBits").setCurrentIndex(1);
+  List("cboHandshake").setCurrentIndex(2);
+  Press("cmdOK");
+  EXPECT_EQ(window->Choices().SerialData, "Data Taker b");
+  EXPECT_DOUBLE_EQ(window->Choices().SamplingRate, 30.0 / 24);
+  EXPECT_EQ(window->Choices().NumberOfParameters, 60);
+  EXPECT_EQ(window->Choices().SensitivityCriterion, 3);
+  EXPECT_EQ(window->Choices().PortNumber, 2);
+  EXPECT_EQ(window->Choices().BaudRate, 2400);
+  EXPECT_EQ(window->Choices().Parity, "S");
+  EXPECT_EQ(window->Choices().DataBits, 5);
+  EXPECT_EQ(window->Choices().StopBits, "1.5");
+  EXPECT_EQ(window->Choices().Handshake, 2);
+}
+
+TEST_F(HardwareSettingsWindow, TurnsTheFirstEntryIntoTheSecondAndPassesOverTheLast) {
+  Open(Question());
+  List("cboSerialData").setCurrentIndex(15);
+  EXPECT_EQ(List("cboSerialData").currentText(), "Data Taker a");
+  List("cboSerialData").setCurrentIndex(0);
+  EXPECT_EQ(List("cboSerialData").currentText(), "National Oil Well PLC");
+  Press("cmdOK");
+  EXPECT_EQ(window->Choices().SerialData, "National Oil Well PLC");
+}
+
+TEST_F(HardwareSettingsWindow, TakesTheFirstEntryPickedAnewAsAChoice) {
+  HardwareQuestion question = Question();
+  question.choices.SerialData = "formatted and at regular intervals";
+  Open(question);
+  EXPECT_EQ(List("cboSerialData").currentIndex(), 0);
+  window->show();
+  List("cboSerialData").showPopup();
+  QTest::keyClick(List("cboSerialData").view(), Qt::Key_Return);
+  EXPECT_EQ(List("cboSerialData").currentText(), "National Oil Well PLC");
+  Press("cmdOK");
+  EXPECT_EQ(window->Choices().SerialData, "National Oil Well PLC");
+}
+
+TEST_F(HardwareSettingsWindow, KeepsTheStoredFirstAndLastEntryThatIsNotTouched) {
+  for (const char* stored : {"formatted and at regular intervals", "Any Serial Data"}) {
+    HardwareQuestion question = Question();
+    question.choices.SerialData = stored;
+    Open(question);
+    EXPECT_EQ(List("cboSerialData").currentText(), stored);
+    Press("cmdOK");
+    EXPECT_EQ(window->Choices().SerialData, stored);
+  }
+}
+
+TEST_F(HardwareSettingsWindow, FixesTheLineOfAnOwnUnitAndGivesTheOldOneBackBehindIt) {
+  Open(Question());
+  List("cboSerialData").setCurrentIndex(5);
+  Show(*window, "HardwareSettings-own-unit");
+  for (const char* frame : kLineFrames) EXPECT_FALSE(Find<QGroupBox>(*window, frame).isEnabled()) << frame;
+  EXPECT_TRUE(Find<QGroupBox>(*window, "fraPort").isEnabled());
+  EXPECT_TRUE(Find<QGroupBox>(*window, "fraSampling").isEnabled());
+  EXPECT_EQ(List("cboBaudRate").currentText(), "19200");
+  EXPECT_EQ(List("cboParity").currentText(), "None");
+  EXPECT_EQ(List("cboDataBits").currentText(), "8");
+  EXPECT_EQ(List("cboStopBits").currentText(), "1");
+  EXPECT_EQ(List("cboHandshake").currentText(), "Hardware");
+
+  List("cboSerialData").setCurrentIndex(10);
+  for (const char* frame : kLineFrames) EXPECT_TRUE(Find<QGroupBox>(*window, frame).isEnabled()) << frame;
+  EXPECT_EQ(List("cboBaudRate").currentText(), "4800");
+  Press("cmdOK");
+  EXPECT_EQ(window->Choices().SerialData, "S&S DAS 104");
+  EXPECT_EQ(window->Choices().BaudRate, 4800);
+  EXPECT_EQ(window->Choices().Parity, "E");
+  EXPECT_EQ(window->Choices().Handshake, 1);
+}
+
+TEST_F(HardwareSettingsWindow, TellsWhatIsBehindEachPort) {
+  Open(Question());
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").text(), "1: /dev/ttyS0 - present");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_2").text(), "2: /dev/ttyS1 - not present");
+  EXPECT_TRUE(Find<QLabel>(*window, "lblDevice_3").text().endsWith(" - present"));
+  EXPECT_TRUE(Find<QLabel>(*window, "lblDevice_3").text().startsWith("3: /dev/serial"));
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_3").toolTip(),
+            "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_4").text(), "4: /dev/ttyUSB1 - not present");
+}
+
+TEST_F(HardwareSettingsWindow, StaysOpenUntilTheNumbersAreRight) {
+  Open(Question());
+  window->show();
+  Type("txtNumberOfParameters", "65");
+  dialogs.Expect("from 0 to 64", Answer::Ok);
+  Press("cmdOK");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(dialogs.shown.back().title, "Serial Port Protocol");
+  EXPECT_EQ(window->focusWidget(), &Find<QLineEdit>(*window, "txtNumberOfParameters"));
+  EXPECT_EQ(Find<QLineEdit>(*window, "txtNumberOfParameters").selectedText(), "65");
+
+  Type("txtNumberOfParameters", "61");
+  dialogs.Expect("more than 64. Additional parameters: 4", Answer::Ok);
+  Press("cmdOK");
+  EXPECT_TRUE(window->isVisible());
+
+  Type("txtNumberOfParameters", "60");
+  Type("txtSensitivityCriterion", "much");
+  dialogs.Expect("sensitivity", Answer::Ok);
+  Press("cmdOK");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(window->focusWidget(), &Find<QLineEdit>(*window, "txtSensitivityCriterion"));
+
+  Type("txtSensitivityCriterion", "5");
+  Press("cmdOK");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(window->result(), QDialog::Accepted);
+  EXPECT_EQ(window->Choices().NumberOfParameters, 60);
+}
+
+TEST_F(HardwareSettingsWindow, IsLeftByEscapeAndByCancel) {
+  Open(Question());
+  window->show();
+  QTest::keyClick(window.get(), Qt::Key_Escape);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(window->result(), QDialog::Rejected);
+  Open(Question());
+  window->show();
+  Press("cmdCancel");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(window->result(), QDialog::Rejected);
+}
+
+TEST_F(HardwareSettingsWindow, IsReachedByKeyboardFromTopToBottom) {
+  Open(Question());
+  window->show();
+  window->activateWindow();
+  QApplication::processEvents();
+  EXPECT_EQ(TabOrder(*window),
+            "cboSerialData cboSampling cboSamplingUnits txtNumberOfParameters txtSensitivityCriterion cboPort "
+            "cboBaudRate cboParity cboDataBits cboStopBits cboHandshake cmdOK cmdCancel");
+}
+
+TEST_F(HardwareSettingsWindow, SpeaksRussian) {
+  Open(Question(), "Russian");
+  Show(*window, "HardwareSettings-ru");
+  EXPECT_EQ(window->windowTitle(), "Настройка оборудования");
+  EXPECT_EQ(List("cboSamplingUnits").currentText(), "минуты");
+  EXPECT_EQ(List("cboParity").itemText(2), "Нет");
+  EXPECT_EQ(List("cboPort").currentText(), "Порт COM 3");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_2").text(), "2: /dev/ttyS1 - нет");
+  List("cboSerialData").setCurrentIndex(9);
+  Press("cmdOK");
+  EXPECT_EQ(window->Choices().SerialData, "LUMO version B");
+}
+
+TEST_F(HardwareSettingsWindow, FitsASmallScreenAtOneAndAHalf) {
+  // 1366 x 768 at scale 1.5, a bar of the desktop taken off.
+  for (const char* name : {"English", "Russian"}) {
+    Open(Question(), name);
+    EXPECT_LE(window->sizeHint().width(), 1366 / 1.5) << name;
+    EXPECT_LE(window->sizeHint().height(), 700 / 1.5) << name;
+  }
+}
+
+}  // namespace
+}  // namespace velk

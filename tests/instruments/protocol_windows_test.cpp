@@ -1,0 +1,365 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QTimer>
+
+#include "instruments/windows/formatted_data.h"
+#include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
+#include "instruments/windows/hardware_settings.h"
+#include "instruments/windows/intermittent.h"
+#include "instruments/windows/protocol_dialogs_qt.h"
+#include "instruments/windows/requested_data.h"
+#include "instruments/windows_fixture.h"
+
+namespace velk {
+namespace {
+
+using test::Find;
+using test::Language;
+using test::Show;
+using test::TabOrder;
+
+/// What both windows of separators have in common.
+template <class Window>
+class SeparatorWindows : public testing::Test {
+ protected:
+  void Open(const Separators& separators, const std::string& name = "English") {
+    language = Language(name);
+    window = std::make_unique<Window>(separators, dialogs, language.translator, language.captions);
+    window->show();
+    window->activateWindow();
+    QApplication::processEvents();
+  }
+  QRadioButton& Option(const char* list, int option) {
+    return Find<QRadioButton>(*window, QStringLiteral("opt%1_%2").arg(list).arg(option));
+  }
+  int Checked(const char* list, int count) {
+    for (int i = 0; i < count; ++i)
+      if (Option(list, i).isChecked()) return i;
+    return -1;
+  }
+  int Delimiter() { return Checked("Delimiter", 5); }
+  int Terminator() { return Checked("Terminator", 4); }
+  QString Typed() { return Find<QLabel>(*window, "lblTyped").text(); }
+
+  Gate gate;
+  test::ScriptedDialogs dialogs{gate};
+  Language language{"English"};
+  std::unique_ptr<Window> window;
+};
+
+using BothWindows = testing::Types<FormattedData, Intermittent>;
+
+class NamesOfWindows {
+ public:
+  template <class Window>
+  static std::string GetName(int) {
+    return std::is_same_v<Window, FormattedData> ? "FormattedData" : "Intermittent";
+  }
+};
+TYPED_TEST_SUITE(SeparatorWindows, BothWindows, NamesOfWindows);
+
+TYPED_TEST(SeparatorWindows, ShowWhatIsStored) {
+  const char* const delimiters[] = {" ", "\t", ",", ";", "|"};
+  const char* const terminators[] = {"\r", "\n", "\r\n", "\n\r"};
+  for (int delimiter = 0; delimiter < 5; ++delimiter) {
+    const int terminator = delimiter % 4;
+    this->Open({delimiters[delimiter], terminators[terminator]});
+    EXPECT_EQ(this->Delimiter(), delimiter);
+    EXPECT_EQ(this->Terminator(), terminator);
+    EXPECT_EQ(this->Typed(), delimiter == 4 ? "|" : "");
+    Find<QPushButton>(*this->window, "cmdOK").click();
+    EXPECT_EQ(this->window->result(), QDialog::Accepted);
+    EXPECT_EQ(this->window->Chosen().Delimiter, delimiters[delimiter]);
+    EXPECT_EQ(this->window->Chosen().Terminator, terminators[terminator]);
+  }
+}
+
+TYPED_TEST(SeparatorWindows, KeepATerminatorThatIsNoOption) {
+  this->Open({" ", "\x03"});
+  EXPECT_EQ(this->Terminator(), -1);
+  Find<QPushButton>(*this->window, "cmdOK").click();
+  EXPECT_EQ(this->window->Chosen().Terminator, "\x03");
+}
+
+TYPED_TEST(SeparatorWindows, GiveEachOption) {
+  this->Open({";", "\n\r"});
+  const char* const delimiters[] = {" ", "\t", ",", ";"};
+  const char* const terminators[] = {"\r", "\n", "\r\n", "\n\r"};
+  for (int i = 0; i < 4; ++i) {
+    this->Option("Delimiter", i).click();
+    this->Option("Terminator", i).click();
+    EXPECT_EQ(this->window->Chosen().Delimiter, delimiters[i]);
+    EXPECT_EQ(this->window->Chosen().Terminator, terminators[i]);
+  }
+}
+
+TYPED_TEST(SeparatorWindows, AskForADelimiterThatIsTyped) {
+  this->Open({",", "\r"});
+  this->dialogs.ExpectInput("Please speicfy the demiliter character by typing it", "#");
+  this->Option("Delimiter", 4).click();
+  EXPECT_EQ(this->dialogs.inputTitles.back(), "Serial Port Protocol");
+  EXPECT_EQ(this->window->Chosen().Delimiter, "#");
+  EXPECT_EQ(this->Delimiter(), 4);
+  EXPECT_EQ(this->Typed(), "#");
+}
+
+TYPED_TEST(SeparatorWindows, RefuseATextThatIsNotOneCharacter) {
+  for (const char* typed : {"", "::"}) {
+    this->Open({",", "\r"});
+    this->dialogs.ExpectInput("Please speicfy", typed);
+    this->dialogs.Expect("Delimiter is not valid", Answer::Ok);
+    this->Option("Delimiter", 4).click();
+    EXPECT_EQ(this->dialogs.shown.back().text, "Delimiter is not valid");
+    EXPECT_EQ(this->Delimiter(), 2);
+    EXPECT_EQ(this->window->Chosen().Delimiter, ",");
+  }
+}
+
+TYPED_TEST(SeparatorWindows, KeepTheDelimiterWhenTypingIsCancelled) {
+  this->Open({"|", "\r"});
+  this->dialogs.ExpectInput("Please speicfy", std::nullopt);
+  this->Option("Delimiter", 4).click();
+  EXPECT_EQ(this->window->Chosen().Delimiter, "|");
+  EXPECT_EQ(this->Delimiter(), 4);
+}
+
+TYPED_TEST(SeparatorWindows, MarkTheOptionOfACharacterThatHasOne) {
+  this->Open({"|", "\r"});
+  this->dialogs.ExpectInput("Please speicfy", ";");
+  this->Option("Delimiter", 4).click();
+  EXPECT_EQ(this->Delimiter(), 3);
+  EXPECT_EQ(this->Typed(), "");
+}
+
+TYPED_TEST(SeparatorWindows, AreReachedByKeyboard) {
+  this->Open({",", "\r\n"});
+  EXPECT_EQ(TabOrder(*this->window), "optDelimiter_2 optTerminator_2 cmdOK cmdCancel");
+  QTest::keyClick(this->window->focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(this->window->Chosen().Delimiter, ";");
+  QTest::keyClick(this->window->focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(this->window->isVisible());
+  EXPECT_EQ(this->window->result(), QDialog::Rejected);
+}
+
+TYPED_TEST(SeparatorWindows, SpeakBothLanguages) {
+  this->Open({"|", "\r\n"});
+  const QString name = this->window->objectName();
+  EXPECT_EQ(QString::fromStdString(NamesOfWindows::GetName<TypeParam>(0)), name);
+  Show(*this->window, name + "-en");
+  EXPECT_EQ(this->Option("Delimiter", 0).text(), "&Blank");
+  EXPECT_EQ(this->Option("Terminator", 2).text().remove('&'), "CR LF");
+  this->Open({"|", "\r\n"}, "Russian");
+  Show(*this->window, name + "-ru");
+  EXPECT_EQ(this->Option("Delimiter", 0).text(), "&Пробел");
+  EXPECT_EQ(Find<QPushButton>(*this->window, "cmdOK").text(), "ОК");
+}
+
+// --- RequestedData ---
+
+const clsLanguages kEnglishCaptions;
+
+std::vector<ParameterCommands> Commands(int count) {
+  std::vector<ParameterCommands> commands;
+  for (int i = 1; i <= count; ++i)
+    commands.push_back({"Давление & расход № " + std::to_string(i), "READ " + std::to_string(i) + "\r\n", "SET=\r"});
+  return commands;
+}
+
+TEST(RequestedDataWindow, ShowsTheCommandsAndWhatTheyEndWith) {
+  const std::vector<ParameterCommands> commands = {{"Flow", "F?\r\n", "F=\n"}, {"<b>Level</b>", "L?", "L=\r"}};
+  RequestedData window(commands, kEnglishCaptions);
+  Show(window, "RequestedData-en");
+  EXPECT_EQ(window.objectName(), "RequestedData");
+  EXPECT_EQ(Find<QLabel>(window, "lblName_1").text(), "Flow");
+  EXPECT_EQ(Find<QLabel>(window, "lblName_2").textFormat(), Qt::PlainText);
+  EXPECT_EQ(Find<QLineEdit>(window, "txtCommand_1").text(), "F?");
+  EXPECT_TRUE(Find<QCheckBox>(window, "chkCommandCR_1").isChecked());
+  EXPECT_TRUE(Find<QCheckBox>(window, "chkCommandLF_1").isChecked());
+  EXPECT_EQ(Find<QLineEdit>(window, "txtReset_1").text(), "F=");
+  EXPECT_FALSE(Find<QCheckBox>(window, "chkResetCR_1").isChecked());
+  EXPECT_TRUE(Find<QCheckBox>(window, "chkResetLF_1").isChecked());
+  EXPECT_FALSE(Find<QCheckBox>(window, "chkCommandCR_2").isChecked());
+  EXPECT_FALSE(Find<QCheckBox>(window, "chkCommandLF_2").isChecked());
+  EXPECT_TRUE(Find<QCheckBox>(window, "chkResetCR_2").isChecked());
+  EXPECT_EQ(window.findChild<QLineEdit*>("txtCommand_3"), nullptr);
+}
+
+TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
+  RequestedData window({{"Flow", "F?\r\n", ""}, {"Level", "L?", "L=\r"}}, kEnglishCaptions);
+  window.show();
+  Find<QLineEdit>(window, "txtCommand_1").setText("Q 1");
+  Find<QCheckBox>(window, "chkCommandCR_1").click();
+  Find<QCheckBox>(window, "chkCommandCR_2").click();
+  Find<QCheckBox>(window, "chkCommandLF_2").click();
+  Find<QLineEdit>(window, "txtReset_1").setText("Z");
+  Find<QPushButton>(window, "cmdOK").click();
+  EXPECT_EQ(window.result(), QDialog::Accepted);
+  const auto commands = window.Commands();
+  ASSERT_EQ(commands.size(), 2U);
+  EXPECT_EQ(commands[0].CommandString, "Q 1\n");
+  EXPECT_EQ(commands[0].ResetCommand, "Z");
+  EXPECT_EQ(commands[1].CommandString, "L?\r\n");
+  EXPECT_EQ(commands[1].ResetCommand, "L=\r");
+}
+
+TEST(RequestedDataWindow, LeavesWhatWasNotTouchedToItsLastByte) {
+  // Bytes that are no text, line ends inside, and the order LF CR.
+  const std::vector<ParameterCommands> commands = {{"a", "\x02\xFF READ\n\r", "A\rB\r"}, {"b", "", "\r\n"}};
+  RequestedData window(commands, kEnglishCaptions);
+  const auto same = window.Commands();
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    EXPECT_EQ(same[i].CommandString, commands[i].CommandString);
+    EXPECT_EQ(same[i].ResetCommand, commands[i].ResetCommand);
+  }
+}
+
+TEST(RequestedDataWindow, BringsEveryBoxOf64ParametersIntoViewByKeyboard) {
+  RequestedData window(Commands(64), kEnglishCaptions);
+  Show(window, "RequestedData-64");
+  const auto& area = Find<QScrollArea>(window, "scrollArea");
+  for (int i = 1; i <= 64; ++i) {
+    for (const char* what : {"txtCommand", "chkCommandCR", "chkCommandLF", "txtReset", "chkResetCR", "chkResetLF"}) {
+      QWidget* const box = window.focusWidget();
+      EXPECT_EQ(box->objectName(), QStringLiteral("%1_%2").arg(what).arg(i));
+      const QRect seen(box->mapTo(area.viewport(), QPoint(0, 0)), box->size());
+      EXPECT_TRUE(area.viewport()->rect().contains(seen)) << box->objectName().toStdString();
+      QTest::keyClick(box, Qt::Key_Tab);
+    }
+  }
+  EXPECT_EQ(window.focusWidget()->objectName(), "cmdOK");
+}
+
+TEST(RequestedDataWindow, OpensWithoutParameters) {
+  RequestedData window({}, kEnglishCaptions);
+  Show(window, "RequestedData-none");
+  EXPECT_EQ(window.focusWidget()->objectName(), "cmdOK");
+  EXPECT_TRUE(window.Commands().empty());
+}
+
+TEST(RequestedDataWindow, SpeaksRussian) {
+  const Language russian("Russian");
+  RequestedData window(Commands(5), russian.captions);
+  Show(window, "RequestedData-ru");
+  EXPECT_EQ(window.windowTitle(), "Передача по запросу");
+  EXPECT_EQ(Find<QLabel>(window, "lblReset").text(), "Команда сброса");
+}
+
+// --- frmHPTHoneywellEZtrend ---
+
+TEST(EthernetConfigurationWindow, EditsAddressAndPage) {
+  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, kEnglishCaptions);
+  Show(window, "frmHPTHoneywellEZtrend-en");
+  EXPECT_EQ(window.objectName(), "frmHPTHoneywellEZtrend");
+  EXPECT_EQ(window.windowTitle(), "Ethernet Configuration");
+  EXPECT_EQ(Find<QLabel>(window, "lblIPAddress").text(), "IP Address:");
+  EXPECT_EQ(Find<QLabel>(window, "lblHTML").text(), "HTML:");
+  EXPECT_EQ(Find<QLineEdit>(window, "txtIPAddress").text(), "192.168.0.100");
+  EXPECT_EQ(Find<QLineEdit>(window, "txtHTML").text(), "pens.htm");
+  EXPECT_EQ(TabOrder(window), "txtIPAddress txtHTML cmdOK cmdCancel");
+  Find<QLineEdit>(window, "txtIPAddress").setText(" 10.1.2.3 ");
+  Find<QLineEdit>(window, "txtHTML").setText("auto/002/");
+  QTest::keyClick(&window, Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
+  EXPECT_EQ(window.result(), QDialog::Accepted);
+  EXPECT_EQ(window.Address().daqIPAddress, "10.1.2.3");
+  EXPECT_EQ(window.Address().daqHTML, "auto/002/");
+}
+
+TEST(EthernetConfigurationWindow, FillsThePageThatIsNotStored) {
+  const frmHPTHoneywellEZtrend window({"", ""}, kEnglishCaptions);
+  EXPECT_EQ(window.Address().daqIPAddress, "");
+  EXPECT_EQ(window.Address().daqHTML, "auto/001/");
+}
+
+TEST(EthernetConfigurationWindow, SpeaksRussian) {
+  const Language russian("Russian");
+  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, russian.captions);
+  Show(window, "frmHPTHoneywellEZtrend-ru");
+  EXPECT_EQ(window.windowTitle(), "Настройка Ethernet");
+  EXPECT_EQ(Find<QLabel>(window, "lblIPAddress").text(), "IP-адрес:");
+}
+
+// --- On the screen ---
+
+class ProtocolDialogsOnScreen : public testing::Test {
+ protected:
+  ProtocolDialogsOnScreen() { windows.SetParent(&parent); }
+
+  /// Acts on the window once it stands.
+  template <class Window>
+  void WhenShown(std::function<void(Window&)> act) {
+    QTimer::singleShot(0, &parent, [this, act] {
+      auto* window = parent.findChild<Window*>();
+      ASSERT_NE(window, nullptr);
+      gateStoodOpen = gate.IsOpen();
+      act(*window);
+    });
+  }
+  static void PressOk(const QWidget& window) { Find<QPushButton>(window, "cmdOK").click(); }
+
+  QWidget parent;
+  Gate gate;
+  test::ScriptedDialogs dialogs{gate};
+  ProtocolDialogsQt windows{dialogs};
+  bool gateStoodOpen = false;
+};
+
+TEST_F(ProtocolDialogsOnScreen, GiveWhatEachWindowGives) {
+  WhenShown<HardwareSettings>([](HardwareSettings& window) {
+    Find<QComboBox>(window, "cboSerialData").setCurrentIndex(2);
+    PressOk(window);
+  });
+  const auto choices = windows.AskHardwareSettings({{.SerialData = "Data Taker a"}, 0, {}});
+  ASSERT_TRUE(choices);
+  EXPECT_EQ(choices->SerialData, "sent when requested");
+
+  WhenShown<FormattedData>([](FormattedData& window) {
+    Find<QRadioButton>(window, "optDelimiter_3").click();
+    PressOk(window);
+  });
+  EXPECT_EQ(windows.AskFormattedData({" ", "\r"})->Delimiter, ";");
+
+  WhenShown<Intermittent>([](Intermittent& window) {
+    Find<QRadioButton>(window, "optTerminator_1").click();
+    PressOk(window);
+  });
+  EXPECT_EQ(windows.AskIntermittent({" ", "\r"})->Terminator, "\n");
+
+  WhenShown<RequestedData>([](RequestedData& window) {
+    Find<QLineEdit>(window, "txtCommand_1").setText("X");
+    PressOk(window);
+  });
+  EXPECT_EQ(windows.AskRequestedData({{"Flow", "", ""}})->front().CommandString, "X");
+
+  WhenShown<frmHPTHoneywellEZtrend>([](frmHPTHoneywellEZtrend& window) {
+    Find<QLineEdit>(window, "txtIPAddress").setText("10.0.0.1");
+    PressOk(window);
+  });
+  EXPECT_EQ(windows.AskEthernetConfiguration({})->daqIPAddress, "10.0.0.1");
+  EXPECT_TRUE(parent.findChildren<QDialog*>().isEmpty());
+}
+
+TEST_F(ProtocolDialogsOnScreen, LetSamplesGoOnWhileTheyStand) {
+  const GateState shut(gate, GateState::Shut);
+  WhenShown<FormattedData>([](FormattedData& window) { window.reject(); });
+  EXPECT_FALSE(windows.AskFormattedData({" ", "\r"}));
+  EXPECT_TRUE(gateStoodOpen);
+  EXPECT_FALSE(gate.IsOpen());
+}
+
+TEST_F(ProtocolDialogsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
+  WhenShown<RequestedData>([this](RequestedData&) { windows.Close(); });
+  EXPECT_FALSE(windows.AskRequestedData({{"Flow", "", ""}}));
+  dialogs.SetEnding();
+  EXPECT_FALSE(windows.AskHardwareSettings({}));
+}
+
+}  // namespace
+}  // namespace velk
