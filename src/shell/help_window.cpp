@@ -17,6 +17,7 @@ std::string LanguageShown(const Session& session) {
   return session.Languages.IsEmpty() ? "English" : session.Current_language;
 }
 
+constexpr int kMargin = 12;               ///< around a page, in pixels
 constexpr int kPlaceRole = Qt::UserRole;  ///< of a contents entry: its place among the pages
 
 }  // namespace
@@ -27,6 +28,7 @@ HelpWindow::HelpWindow(const Session& session)
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->splitter->setStretchFactor(1, 1);
   ui_->splitter->setSizes({220, 560});
+  ui_->Browser->document()->setDocumentMargin(kMargin);
   ui_->cmdBack->setEnabled(false);
   connect(ui_->cmdBack, &QPushButton::clicked, ui_->Browser, &QTextBrowser::backward);
   // A key of the window: the button's own is the letter that its caption marks.

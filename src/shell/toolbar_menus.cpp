@@ -48,6 +48,8 @@ void ToolbarMenus::MakeReachableByKeyboard() {
 }
 
 void ToolbarMenus::SwitchFocus() {
+  // As after a tabulator: the frame around the button that has the keyboard is drawn.
+  form_.setAttribute(Qt::WA_KeyboardFocusChange);
   if (form_.Toolbar().isAncestorOf(form_.focusWidget())) return form_.GraphArea().setFocus(Qt::OtherFocusReason);
   for (QAction* action : form_.Toolbar().actions()) {
     QWidget* button = form_.Toolbar().widgetForAction(action);

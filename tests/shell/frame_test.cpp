@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QStatusBar>
@@ -177,6 +178,15 @@ TEST_F(FrameTest, F1OpensTheTopicOfTheWindowThatHasTheKeyboard) {
   QTest::keyClick(inside, Qt::Key_F1);
   ASSERT_NE(OpenHelp(), nullptr);
   EXPECT_NE(OpenHelp()->findChild<QTextBrowser*>("Browser")->toPlainText().indexOf("The strip chart"), -1);
+}
+
+TEST_F(FrameTest, F1InAGraphWindowOpensTheStripChart) {
+  rig.Start();
+  rig.Connect();
+  QWidget* graph = rig.Window().GraphArea().subWindowList().first()->widget();
+  QTest::keyClick(graph, Qt::Key_F1);
+  ASSERT_NE(OpenHelp(), nullptr);
+  EXPECT_EQ(OpenHelp()->findChild<QTextBrowser*>("Browser")->source().fileName(), "strip_chart.html");
 }
 
 TEST_F(FrameTest, AnOpenHelpDoesNotKeepTheProgramFromEnding) {

@@ -31,6 +31,7 @@ constexpr double kAxisWidth = kLeftMargin - 3;
 constexpr int kRefreshInterval = 34;  ///< ms: at most 30 a second
 constexpr int kResizeSettled = 500;   ///< ms
 constexpr int kMostPixels = 16000;
+constexpr int kHelpTopic = 1500;  ///< what F1 opens
 
 int Pixels(double twips) {
   const double pixels = std::floor(twips / kTwipsPerPixel);
@@ -76,6 +77,7 @@ GraphFormNew::GraphFormNew(Session& session, Platform& platform, int graphNumber
       refresh_(platform.clock.MakeTimer()),
       storeHeader_(platform.clock.MakeTimer()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", kHelpTopic);
   labels_ = std::make_unique<LabelRows>(*ui_->LabelPanel, *ui_->Label1_0, *ui_->Label2_0, *ui_->Label3_0);
   headerWidth_ = ui_->Picture1->width() * kTwipsPerPixel;
   plotWidth_ = ui_->Pic2->width() * kTwipsPerPixel;
