@@ -23,6 +23,7 @@
 #include "platform/settings.h"
 #include "platform/system_clock.h"
 #include "shell/application.h"
+#include "store/windows/settings_questions_qt.h"
 
 namespace velk {
 
@@ -95,7 +96,8 @@ class Job {
       port_ = port.get();  // the last one made is the line driver's
       return port;
     };
-    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_}, questions_, ports});
+    application_ = std::make_unique<Application>(
+        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, ports});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();
@@ -124,6 +126,7 @@ class Job {
   demo::UnattendedDialogs dialogs_{gate_};
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
+  SettingsQuestionsQt settingsQuestions_{dialogs_};
   BenchPort* port_ = nullptr;
   std::unique_ptr<Application> application_;
 };

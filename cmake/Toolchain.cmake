@@ -13,7 +13,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wlogical-op -Wuseless-cast)
   if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # With -O2 and up it sees overlaps and overruns in additions of std::string where there are none.
-    add_compile_options(-Wno-restrict -Wno-stringop-overflow)
+    add_compile_options(-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
   endif()
 endif()
 # A precompiled header has to be told apart by its content, not by its date, or ccache never finds it.

@@ -12,6 +12,7 @@
 #include "demo/demo_job.h"
 #include "demo/simulator.h"
 #include "demo/unattended.h"
+#include "i18n/windows/dialog_texts.h"
 #include "model/status.h"
 #include "platform/command.h"
 #include "platform/connection.h"
@@ -19,6 +20,7 @@
 #include "platform/text_qt.h"
 #include "platform/windows/qt_dialogs.h"
 #include "shell/application.h"
+#include "store/windows/settings_questions_qt.h"
 
 namespace velk::demo {
 
@@ -136,8 +138,15 @@ int Run(const QApplication& qt) {
   SetUpStore(settings, device, options.recordOnly);
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
-  Application application({{clock, gate, *dialogs, settings}, questions, MakeSerialPort});
+  SettingsQuestionsQt settingsQuestions(*dialogs);
+  Services services{{clock, gate, *dialogs, settings}, questions, settingsQuestions, MakeSerialPort};
+  services.onLanguage = [&](const Session& session) {
+    if (boxes) boxes->SetTexts(DialogTextsIn(session.Translator));
+    settingsQuestions.SetLanguages(session.Languages);
+  };
+  Application application(services);
   if (boxes) boxes->SetParent(&application.Window());
+  settingsQuestions.SetParent(&application.Window());
   DemoJob job(application, options);
   application.MDIForm_Load();
   QTimer::singleShot(0, [&] { job.Begin(); });

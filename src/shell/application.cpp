@@ -3,11 +3,15 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include "core/windows/alarms_window.h"
+#include "formula/remove_additional.h"
+#include "i18n/language_files.h"
 #include "i18n/windows/toolkit_texts.h"
 #include "i18n/windows/translate_form.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
 #include "platform/text_qt.h"
+#include "store/edit_settings.h"
 #include "store/settings_io.h"
 
 namespace velk {
@@ -37,6 +41,9 @@ Application::Application(const Services& services)
       road_(session_, platform_, form_, recorder_),
       polling_(session_, platform_, form_, timers_, link_, recorder_, road_, services.makePageFetch(platform_.clock)),
       acquisition_(session_, platform_, form_, graphs_, timers_, link_, recorder_, road_, polling_),
+      formulaWindows_(session_, platform_.dialogs, form_, graphs_),
+      alarmWindows_(platform_.dialogs),
+      settingsQuestions_(services.settingsQuestions),
       closeAgain_(platform_.clock.MakeTimer()) {
   link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
   form_.onQueryUnload = [this] { return MDIForm_QueryUnload(); };
@@ -56,22 +63,52 @@ Application::~Application() {
 
 // --- Menus and toolbar ---
 
-void Application::UnlessChecking(const std::function<void()>& procedure) {
+void Application::UnlessConnecting(const std::function<void()>& procedure) {
   if (!acquisition_.IsConnecting()) procedure();
 }
 
+void Application::BindMenuItem(const char* item, std::function<void()> procedure) {
+  QObject::connect(form_.MenuItem(item), &QAction::triggered, &form_,
+                   [this, work = std::move(procedure)] { UnlessConnecting(work); });
+}
+
 void Application::BindMenus() {
-  const auto bind = [this](const char* item, std::function<void()> procedure) {
-    QObject::connect(form_.MenuItem(item), &QAction::triggered, &form_,
-                     [this, procedure] { UnlessChecking(procedure); });
-  };
-  bind("mnuFileRecord", [this] { recorder_.mnuFileRecord_Click(); });
-  bind("mnuFileExit", [this] { mnuFileExit_Click(); });
-  bind("mnuAcquireStart", [this] { acquisition_.mnuAcquireStart_Click(); });
+  BindMenuItem("mnuFileRecord", [this] { recorder_.mnuFileRecord_Click(); });
+  BindMenuItem("mnuFileExit", [this] { mnuFileExit_Click(); });
+  BindMenuItem("mnuAcquireStart", [this] { acquisition_.mnuAcquireStart_Click(); });
   QObject::connect(form_.MenuItem("mnuAcquireConnect"), &QAction::triggered, &form_,
                    [this] { acquisition_.mnuAcquireConnect_Click(); });
   QObject::connect(form_.MenuItem("mnuAcquireStop"), &QAction::triggered, &form_,
                    [this] { acquisition_.mnuAcquireStop_Click(); });
+  BindEditMenu();
+  BindToolsMenu();
+}
+
+void Application::BindEditMenu() {
+  const auto bind = [this](const char* item, void (*procedure)(const EditSettings&)) {
+    BindMenuItem(item, [this, procedure] {
+      procedure({session_, platform_, settingsQuestions_, [this] { ResetConnection(); }, [this] { SaveAndEnd(); }});
+    });
+  };
+  bind("mnuEditSaveTemplate", mnuEditSaveTemplate_Click);
+  bind("mnuEditLoadTemplate", mnuEditLoadTemplate_Click);
+  bind("mnuEditDeleteTemplate", mnuEditDeleteTemplate_Click);
+  bind("mnuEditClear", mnuEditClear_Click);
+  bind("mnuEditUserOptions", mnuEditUserOptions_Click);
+  bind("mnuEditLanguage", mnuEditLanguage_Click);
+}
+
+void Application::BindToolsMenu() {
+  formulaWindows_.SetParent(&form_);
+  BindMenuItem("mnuToolsDefine", [this] { formulaWindows_.mnuToolsDefine_Click(); });
+  BindMenuItem("mnuToolsInclude", [this] { formulaWindows_.mnuToolsInclude_Click(); });
+  BindMenuItem("mnuToolsRemove", [this] {
+    mnuToolsRemove_Click(
+        session_, platform_.dialogs, graphs_,
+        [this](const std::string& title, const std::string& prompt, const std::vector<std::string>& entries) {
+          return settingsQuestions_.Choose({title, prompt, entries});
+        });
+  });
 }
 
 void Application::BindToolbar() {
@@ -85,9 +122,10 @@ void Application::BindToolbar() {
   };
   // Not through the menu items: those may be disabled where the button tells why it can't be.
   bind("Acquire", [this] { acquisition_.mnuAcquireConnect_Click(); });
-  bind("Pause", [this] { UnlessChecking([this] { acquisition_.mnuAcquireStart_Click(); }); });
+  bind("Pause", [this] { UnlessConnecting([this] { acquisition_.mnuAcquireStart_Click(); }); });
   bind("Stop", [this] { acquisition_.mnuAcquireStop_Click(); });
-  bind("RecordToDB", [this] { UnlessChecking([this] { acquisition_.RecordToDB_Click(); }); });
+  for (const char* key : {"Alarms", "Command1"}) bind(key, [this] { Command1_Click(session_, alarmWindows_, &form_); });
+  bind("RecordToDB", [this] { UnlessConnecting([this] { acquisition_.RecordToDB_Click(); }); });
 }
 
 void Application::StoreGraphSettings() {
@@ -124,15 +162,12 @@ void Application::MDIForm_Load() {
   StartUpStep(13, [this] { polling_.EnablePageTimer(); });
 }
 
-/// A file that is missing, or lacks the language, leaves everything in English without a message.
 void Application::LoadLanguage() {
-  const std::string& language = session_.Current_language;
-  const std::string folder = FromQt(QCoreApplication::applicationDirPath()) + "/";
-  if (language != "English" && session_.Languages.Load(folder + "VELK Translation Data.mdb", language)) {
-    session_.Translator.Load(folder + "VELKMESSAGES.MDB", language);
-    toolkitTexts_ = InstallToolkitTexts(language);
-    TranslateForm(form_, session_.Languages);
-  }
+  const std::string inEffect =
+      velk::LoadLanguage(FromQt(QCoreApplication::applicationDirPath()), session_.Current_language,
+                         session_.Translator, session_.Languages);
+  toolkitTexts_ = InstallToolkitTexts(inEffect);
+  TranslateForm(form_, session_.Languages);
   if (onLanguage_) onLanguage_(session_);
 }
 
@@ -224,6 +259,18 @@ void Application::EndJob() {
   if (!IsPageOrOpc(session_.SerialData)) link_.CloseODataCom();
   RunProcedure({platform_.dialogs, "SaveSettings"},
                [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+}
+
+void Application::SaveAndEnd() {
+  session_.AskOnExit = false;
+  form_.close();
+}
+
+/// As at start-up, for line settings that have changed; nothing is asked.
+void Application::ResetConnection() {
+  link_.CloseODataCom();
+  link_.ClosePlainPort();
+  link_.SetODataCom();
 }
 
 void Application::MDIForm_Unload() {

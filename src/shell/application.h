@@ -6,14 +6,17 @@
 #include <string>
 
 #include "core/acquisition.h"
+#include "formula/windows/formula_windows.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "instruments/link.h"
 #include "model/main_timers.h"
 #include "platform/serial.h"
+#include "platform/windows/modal_windows.h"
 #include "shell/frame.h"
 #include "shell/main_form.h"
 #include "store/job_questions.h"
 #include "store/log_database.h"
+#include "store/settings_questions.h"
 
 namespace velk {
 
@@ -21,6 +24,7 @@ namespace velk {
 struct Services {
   Platform platform;
   JobQuestions& questions;
+  SettingsQuestions& settingsQuestions;
   SerialPortFactory makePort;
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
   /// Called once the language is loaded, for what the caller made itself: boxes, questions.
@@ -45,8 +49,11 @@ class Application {
  private:
   void BindMenus();
   void BindToolbar();
+  void BindEditMenu();
+  void BindToolsMenu();
+  void BindMenuItem(const char* item, std::function<void()> procedure);
   /// Nothing but Stop works while Connect is under way.
-  void UnlessChecking(const std::function<void()>& procedure);
+  void UnlessConnecting(const std::function<void()>& procedure);
 
   /// A graph's header was drawn anew: the open log takes over what it shows.
   void StoreGraphSettings();
@@ -58,13 +65,15 @@ class Application {
   void HideAcquireTimeButtons();
   void OpenLink();
 
-  void mnuFileRecord_Click();
   void mnuFileExit_Click();
   bool MDIForm_QueryUnload();
   void MDIForm_Unload();
   bool IsSureToExit();
   /// Stop's work for a job that still runs, then the link and the settings.
   void EndJob();
+  /// The usual exit without its question, for changes that need a new start.
+  void SaveAndEnd();
+  void ResetConnection();
   void ShowStartUpError(const std::string& text, int step);
 
   Session session_;
@@ -81,6 +90,9 @@ class Application {
   SampleRoad road_;
   Polling polling_;
   Acquisition acquisition_;
+  FormulaWindows formulaWindows_;
+  ModalWindows alarmWindows_;
+  SettingsQuestions& settingsQuestions_;
   std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
   std::string directoryAtStart_;
   bool jobEnded_ = false;

@@ -7,6 +7,7 @@
 #include "platform/windows/qt_dialogs.h"
 #include "shell/application.h"
 #include "store/windows/job_questions_qt.h"
+#include "store/windows/settings_questions_qt.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
@@ -18,15 +19,18 @@ int main(int argc, char** argv) {
   velk::QtDialogs dialogs(gate);
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
   velk::JobQuestionsQt questions(dialogs);
+  velk::SettingsQuestionsQt settingsQuestions(dialogs);
 
-  velk::Services services{{clock, gate, dialogs, settings}, questions, velk::MakeSerialPort};
+  velk::Services services{{clock, gate, dialogs, settings}, questions, settingsQuestions, velk::MakeSerialPort};
   services.onLanguage = [&](const velk::Session& session) {
     dialogs.SetTexts(velk::DialogTextsIn(session.Translator));
     questions.SetLanguage(session.Translator, session.Languages);
+    settingsQuestions.SetLanguages(session.Languages);
   };
   velk::Application application(services);
   dialogs.SetParent(&application.Window());
   questions.SetParent(&application.Window());
+  settingsQuestions.SetParent(&application.Window());
   application.MDIForm_Load();
   return QApplication::exec();
 }

@@ -13,13 +13,12 @@ constexpr std::string_view kNotBuilt[] = {
     // View
     "mnuViewSummaryReport",
     // Edit Settings
-    "mnuEditAutoDetect", "mnuEditSerialPort", "mnuEditOPCServer", "mnuEditTable", "mnuEditSaveTemplate",
-    "mnuEditLoadTemplate", "mnuEditDeleteTemplate", "mnuEditClear", "mnuEditUserOptions", "mnuEditLanguage",
+    "mnuEditAutoDetect", "mnuEditOPCServer", "mnuEditTable",
     // Tools
-    "mnuToolsDefine", "mnuToolsRemove", "mnuToolsInclude", "mnuImprtLiveData", "mnuToolsCalibrate", "mnuToolsReset",
-    "mnuToolsOrbenHardware", "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable",
+    "mnuImprtLiveData", "mnuToolsCalibrate", "mnuToolsReset", "mnuToolsOrbenHardware", "mnuToolsLiveSurvey",
+    "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable",
     // Toolbar
-    "PlayBack", "Alarms", "ScrollBar"};
+    "PlayBack", "ScrollBar"};
 
 }  // namespace
 

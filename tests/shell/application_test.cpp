@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
 #include <QMdiArea>
 #include <fstream>
 
@@ -156,6 +158,68 @@ TEST_F(Program, LetsNothingButStopWorkWhileTheHardwareIsChecked) {
   rig.clock.onYield = nullptr;
   rig.Connect();
   ExpectStatus("Ready to Acquire");
+}
+
+// --- Settings and computed channels, from their menus ---
+
+TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
+  rig.Start();
+  rig.State().Parameters[1].name = "Давление";
+  rig.settingsQuestions.choice = "job of May";
+  rig.Choose("mnuEditSaveTemplate");
+  rig.State().Parameters[1].name = "Other";
+  rig.Start();
+  rig.Choose("mnuEditLoadTemplate");
+  EXPECT_EQ(rig.settingsQuestions.asked.back().entries, std::vector<std::string>{"job of May"});
+  EXPECT_EQ(rig.State().Parameters[1].name, "Давление");
+  EXPECT_TRUE(rig.linePort.open) << "the connection is reset for the template's unit";
+  rig.Choose("mnuEditDeleteTemplate");
+  rig.Start();
+  rig.settingsQuestions.choice.clear();
+  rig.Choose("mnuEditLoadTemplate");
+  EXPECT_TRUE(rig.settingsQuestions.asked.back().entries.empty());
+}
+
+TEST_F(Program, EndsWithoutAQuestionWhenTheLanguageWasChosen) {
+  rig.Start();
+  rig.settingsQuestions.choice = "Russian";
+  rig.dialogs.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok);
+  rig.Choose("mnuEditLanguage");
+  EXPECT_FALSE(rig.Window().isVisible());
+  EXPECT_EQ(Stored("General", "Current_language"), "Russian");
+}
+
+TEST_F(Program, StaysInEnglishWhereTheTranslationFilesLackTheLanguage) {
+  BreakSetting("General", "Current_language", "Klingon");
+  rig.Start();
+  ExpectStatus("Ready");
+  EXPECT_EQ(rig.Window().MenuItem("mnuFile")->text(), "&File");
+}
+
+TEST_F(Program, ClearsSectionsFromTheMenu) {
+  rig.Start();
+  rig.State().SensitivityCriterion = 55;
+  rig.settingsQuestions.groups = GroupChoice{true, false, false, false, false, false};
+  rig.Choose("mnuEditClear");
+  EXPECT_EQ(rig.State().SensitivityCriterion, 20);
+  EXPECT_EQ(rig.State().NumberOfParameters, 3);
+}
+
+TEST_F(Program, RemovesAComputedChannelFromTheMenu) {
+  rig.settings->Save("VELK2", "Formulae", "NumberOfFormulae", "1");
+  rig.settings->Save("VELK2", "Formula1", "Formula", "{parameter 1}*2");
+  rig.settings->Save("VELK2", "Formula1", "name", "Double");
+  rig.settings->Save("VELK2", "Formula1", "FormIndex", "4");
+  rig.settings->Flush();
+  rig.Start();
+  rig.Connect();
+  EXPECT_EQ(rig.State().TotalParameters, 4);
+  rig.settingsQuestions.choice = "Double";
+  rig.Choose("mnuToolsRemove");
+  EXPECT_EQ(rig.settingsQuestions.asked.back().title, "Remove Additional Parameter");
+  EXPECT_EQ(rig.State().NumberOfFormulae, 0);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(rig.Window().GraphArea().subWindowList().size(), 3);
 }
 
 // --- The end ---

@@ -19,7 +19,8 @@ void ShellRig::Start() {
   const SerialPortFactory twoPorts = [this]() -> std::unique_ptr<SerialPort> {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
-  application = std::make_unique<Application>(Services{{clock, gate, dialogs, *settings}, questions, twoPorts});
+  application = std::make_unique<Application>(
+      Services{{clock, gate, dialogs, *settings}, questions, settingsQuestions, twoPorts});
   application->MDIForm_Load();
 }
 

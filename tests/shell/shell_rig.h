@@ -9,6 +9,7 @@
 #include "support/fake_serial_port.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
+#include "support/scripted_settings_questions.h"
 #include "support/temporary_folder.h"
 
 namespace velk::test {
@@ -36,6 +37,7 @@ class ShellRig {
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
   ScriptedJobQuestions questions;
+  ScriptedSettingsQuestions settingsQuestions;
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   std::unique_ptr<Application> application;
