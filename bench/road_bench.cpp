@@ -19,6 +19,7 @@
 #include "demo/unattended.h"
 #include "instruments/own_unit.h"
 #include "instruments/protocols.h"
+#include "instruments/windows/protocol_dialogs_qt.h"
 #include "platform/dates.h"
 #include "platform/settings.h"
 #include "platform/system_clock.h"
@@ -97,7 +98,7 @@ class Job {
       return port;
     };
     application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, ports});
+        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, protocolDialogs_, ports});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();
@@ -127,6 +128,7 @@ class Job {
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
   SettingsQuestionsQt settingsQuestions_{dialogs_};
+  ProtocolDialogsQt protocolDialogs_{dialogs_};
   BenchPort* port_ = nullptr;
   std::unique_ptr<Application> application_;
 };

@@ -13,6 +13,7 @@
 #include "demo/simulator.h"
 #include "demo/unattended.h"
 #include "i18n/windows/dialog_texts.h"
+#include "instruments/windows/protocol_dialogs_qt.h"
 #include "model/status.h"
 #include "platform/command.h"
 #include "platform/connection.h"
@@ -139,14 +140,17 @@ int Run(const QApplication& qt) {
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
   SettingsQuestionsQt settingsQuestions(*dialogs);
-  Services services{{clock, gate, *dialogs, settings}, questions, settingsQuestions, MakeSerialPort};
+  ProtocolDialogsQt protocolDialogs(*dialogs);
+  Services services{{clock, gate, *dialogs, settings}, questions, settingsQuestions, protocolDialogs, MakeSerialPort};
   services.onLanguage = [&](const Session& session) {
     if (boxes) boxes->SetTexts(DialogTextsIn(session.Translator));
     settingsQuestions.SetLanguages(session.Languages);
+    protocolDialogs.SetLanguage(session.Translator, session.Languages);
   };
   Application application(services);
   if (boxes) boxes->SetParent(&application.Window());
   settingsQuestions.SetParent(&application.Window());
+  protocolDialogs.SetParent(&application.Window());
   DemoJob job(application, options);
   application.MDIForm_Load();
   QTimer::singleShot(0, [&] { job.Begin(); });

@@ -8,6 +8,7 @@
 #include "i18n/language_files.h"
 #include "i18n/windows/toolkit_texts.h"
 #include "i18n/windows/translate_form.h"
+#include "instruments/edit_serial_port.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
 #include "platform/text_qt.h"
@@ -44,6 +45,7 @@ Application::Application(const Services& services)
       formulaWindows_(session_, platform_.dialogs, form_, graphs_),
       alarmWindows_(platform_.dialogs),
       settingsQuestions_(services.settingsQuestions),
+      protocolDialogs_(services.protocolDialogs),
       closeAgain_(platform_.clock.MakeTimer()) {
   link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
   form_.onQueryUnload = [this] { return MDIForm_QueryUnload(); };
@@ -88,14 +90,30 @@ void Application::BindEditMenu() {
   const auto bind = [this](const char* item, void (*procedure)(const EditSettings&)) {
     BindMenuItem(item, [this, procedure] {
       procedure({session_, platform_, settingsQuestions_, [this] { ResetConnection(); }, [this] { SaveAndEnd(); }});
+      frame_.LoadCompanyLogo();  // a template, or cleared settings, may name another one
     });
   };
   bind("mnuEditSaveTemplate", mnuEditSaveTemplate_Click);
   bind("mnuEditLoadTemplate", mnuEditLoadTemplate_Click);
   bind("mnuEditDeleteTemplate", mnuEditDeleteTemplate_Click);
   bind("mnuEditClear", mnuEditClear_Click);
+  BindMenuItem("mnuEditSerialPort", [this] { mnuEditSerialPort_Click(); });
   bind("mnuEditUserOptions", mnuEditUserOptions_Click);
   bind("mnuEditLanguage", mnuEditLanguage_Click);
+}
+
+void Application::mnuEditSerialPort_Click() {
+  velk::mnuEditSerialPort_Click(session_, platform_, protocolDialogs_, [this] { SetUpLinkAgain(); });
+}
+
+void Application::SetUpLinkAgain() {
+  link_.CloseODataCom();
+  link_.ClosePlainPort();
+  timers_.Timer4->SetEnabled(false);
+  timers_.Timer5->SetEnabled(false);
+  SaveSettings(session_, platform_.settings);
+  link_.SetODataCom();
+  polling_.EnablePageTimer();
 }
 
 void Application::BindToolsMenu() {
@@ -163,9 +181,8 @@ void Application::MDIForm_Load() {
 }
 
 void Application::LoadLanguage() {
-  const std::string inEffect =
-      velk::LoadLanguage(FromQt(QCoreApplication::applicationDirPath()), session_.Current_language,
-                         session_.Translator, session_.Languages);
+  const std::string inEffect = velk::LoadLanguage(FromQt(QCoreApplication::applicationDirPath()),
+                                                  session_.Current_language, session_.Translator, session_.Languages);
   toolkitTexts_ = InstallToolkitTexts(inEffect);
   TranslateForm(form_, session_.Languages);
   if (onLanguage_) onLanguage_(session_);
@@ -212,10 +229,12 @@ void Application::OpenLink() {
   const std::string& protocol = session_.SerialData;
   const bool asks = protocol == protocol::Formatted || protocol == protocol::NationalOilWellPlc ||
                     protocol == protocol::AnySerialData;
-  if (asks && platform_.dialogs.Message({session_.Translator.Translate(MessageId::ContinueWithPort), "", Buttons::YesNo,
-                                         BoxIcon::Question}) != Answer::Yes)
-    return;
-  link_.SetODataCom();
+  const bool goesOn = !asks || platform_.dialogs.Message({session_.Translator.Translate(MessageId::ContinueWithPort),
+                                                          "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
+  if (goesOn)
+    link_.SetODataCom();
+  else
+    mnuEditSerialPort_Click();
 }
 
 // --- Shut-down ---

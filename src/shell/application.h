@@ -9,6 +9,7 @@
 #include "formula/windows/formula_windows.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "instruments/link.h"
+#include "instruments/protocol_dialogs.h"
 #include "model/main_timers.h"
 #include "platform/serial.h"
 #include "platform/windows/modal_windows.h"
@@ -25,6 +26,7 @@ struct Services {
   Platform platform;
   JobQuestions& questions;
   SettingsQuestions& settingsQuestions;
+  ProtocolDialogs& protocolDialogs;
   SerialPortFactory makePort;
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
   /// Called once the language is loaded, for what the caller made itself: boxes, questions.
@@ -74,6 +76,9 @@ class Application {
   /// The usual exit without its question, for changes that need a new start.
   void SaveAndEnd();
   void ResetConnection();
+  void mnuEditSerialPort_Click();
+  /// Behind the dialogs of the serial port: everything closed, saved, and set up for the new choice.
+  void SetUpLinkAgain();
   void ShowStartUpError(const std::string& text, int step);
 
   Session session_;
@@ -93,6 +98,7 @@ class Application {
   FormulaWindows formulaWindows_;
   ModalWindows alarmWindows_;
   SettingsQuestions& settingsQuestions_;
+  ProtocolDialogs& protocolDialogs_;
   std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
   std::string directoryAtStart_;
   bool jobEnded_ = false;

@@ -1,6 +1,7 @@
 #include <QApplication>
 
 #include "i18n/windows/dialog_texts.h"
+#include "instruments/windows/protocol_dialogs_qt.h"
 #include "platform/gate.h"
 #include "platform/settings.h"
 #include "platform/system_clock.h"
@@ -20,17 +21,21 @@ int main(int argc, char** argv) {
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
   velk::JobQuestionsQt questions(dialogs);
   velk::SettingsQuestionsQt settingsQuestions(dialogs);
+  velk::ProtocolDialogsQt protocolDialogs(dialogs);
 
-  velk::Services services{{clock, gate, dialogs, settings}, questions, settingsQuestions, velk::MakeSerialPort};
+  velk::Services services{
+      {clock, gate, dialogs, settings}, questions, settingsQuestions, protocolDialogs, velk::MakeSerialPort};
   services.onLanguage = [&](const velk::Session& session) {
     dialogs.SetTexts(velk::DialogTextsIn(session.Translator));
     questions.SetLanguage(session.Translator, session.Languages);
     settingsQuestions.SetLanguages(session.Languages);
+    protocolDialogs.SetLanguage(session.Translator, session.Languages);
   };
   velk::Application application(services);
   dialogs.SetParent(&application.Window());
   questions.SetParent(&application.Window());
   settingsQuestions.SetParent(&application.Window());
+  protocolDialogs.SetParent(&application.Window());
   application.MDIForm_Load();
   return QApplication::exec();
 }

@@ -69,6 +69,7 @@ TEST_F(Program, StartsOnAnEmptyStoreWithOneParameter) {
   rig.dialogs.Expect("Continue with current serial port settings?", Answer::No);
   rig.Start();
   EXPECT_FALSE(rig.linePort.open);
+  EXPECT_EQ(rig.protocolDialogs.hardwareAsked, 1) << "No leads to the dialogs of the serial port";
   EXPECT_EQ(rig.State().NumberOfParameters, 1);
   EXPECT_EQ(rig.State().Parameters[1].name, "Parameter 1");
   EXPECT_EQ(rig.State().Parameters[1].max, 100.0);
@@ -178,6 +179,21 @@ TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
   rig.settingsQuestions.choice.clear();
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_TRUE(rig.settingsQuestions.asked.back().entries.empty());
+}
+
+TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
+  rig.Start();
+  rig.protocolDialogs.choose = [](LineChoices choices) {
+    choices.SerialData = "LUMO version A";
+    choices.NumberOfParameters = 4;
+    return choices;
+  };
+  rig.Choose("mnuEditSerialPort");
+  EXPECT_EQ(rig.State().SerialData, "LUMO version A");
+  EXPECT_EQ(rig.State().NumberOfChannels, 4);
+  EXPECT_TRUE(rig.linePort.open);
+  EXPECT_EQ(Stored("Protocol", "SerialData"), "LUMO version A");
+  EXPECT_EQ(Stored("Parameters", "NumberOfParameters"), "4");
 }
 
 TEST_F(Program, EndsWithoutAQuestionWhenTheLanguageWasChosen) {

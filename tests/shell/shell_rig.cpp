@@ -20,7 +20,7 @@ void ShellRig::Start() {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
   application = std::make_unique<Application>(
-      Services{{clock, gate, dialogs, *settings}, questions, settingsQuestions, twoPorts});
+      Services{{clock, gate, dialogs, *settings}, questions, settingsQuestions, protocolDialogs, twoPorts});
   application->MDIForm_Load();
 }
 

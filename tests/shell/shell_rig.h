@@ -9,6 +9,7 @@
 #include "support/fake_serial_port.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
+#include "support/scripted_protocol_dialogs.h"
 #include "support/scripted_settings_questions.h"
 #include "support/temporary_folder.h"
 
@@ -38,6 +39,7 @@ class ShellRig {
   ScriptedDialogs dialogs{gate};
   ScriptedJobQuestions questions;
   ScriptedSettingsQuestions settingsQuestions;
+  ScriptedProtocolDialogs protocolDialogs;
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   std::unique_ptr<Application> application;
