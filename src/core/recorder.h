@@ -42,7 +42,7 @@ class Recorder {
   /// Counts a page change and names the file by it; asks for a file where there is none.
   void FollowPage(const Statements& run);
 
-  /// No rows for now; the log stays connected.
+  /// No rows until it is opened again; the log stays connected.
   void Close() { log_.CloseLogRecordset(); }
   /// Ends the recording: one self-contained file is left. Reports its own failures.
   void Finish();

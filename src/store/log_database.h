@@ -36,7 +36,7 @@ class LogDatabase {
 
   /// Readies the connected log for rows; raises where the table has no room for the channels.
   void OpenLogRecordset();
-  /// No more rows for now; the log stays connected. Safe when there is no recordset.
+  /// No more rows until OpenLogRecordset; the log stays connected. Safe when there is no recordset.
   void CloseLogRecordset();
   bool RecordsetIsOpen() const { return recordset_.has_value(); }
 
