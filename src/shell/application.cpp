@@ -205,9 +205,10 @@ void Application::ShowStartUpError(const std::string& text, int step) {
 void Application::ReadSettings() {
   constexpr int kStep = 5;
   StartUpStep(kStep, [this] {
-    session_.DefaultDirectory = directoryAtStart_;
     std::string told;
     for (const std::string& problem : LoadSettings(session_, platform_.settings)) told += problem + "\n";
+    // The working directory is the program's own by now, and no place for recordings.
+    if (!platform_.settings.Find("VELK2", "General", "DefaultDirectory")) session_.DefaultDirectory = directoryAtStart_;
     if (!told.empty()) ShowStartUpError(told, kStep);
   });
 }
