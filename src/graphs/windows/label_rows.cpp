@@ -116,13 +116,14 @@ void LabelRows::PlaceValue(Row& row) {
   const QRect name = row.name->geometry();
   const int left = name.right() + 1 + kGap;
   const int room = panel_.width() - left - kGap;
-  const int mostWidth = room - kGap - kLeastUnitsWidth;
+  // In a low window a scroll bar takes part of the room: the units give way, down to nothing, before the value does.
+  const int mostWidth = std::max(room - kGap - kLeastUnitsWidth, kLeastValueWidth);
   row.value->setFont(FitFont(font_, row.value->text(), mostWidth / 1.15));
   const double text = QFontMetricsF(row.value->font()).horizontalAdvance(row.value->text());
   const int width = std::clamp(static_cast<int>(std::ceil(1.15 * text)), kLeastValueWidth, mostWidth);
   row.value->setGeometry(left, name.top(), width, name.height());
-  const int unitsWidth = room - kGap - width;
-  row.units->setFont(FitFont(font_, row.units->text(), unitsWidth - 2 * kGap));
+  const int unitsWidth = std::max(room - kGap - width, 1);
+  row.units->setFont(FitFont(font_, row.units->text(), std::max(unitsWidth - 2 * kGap, 1)));
   row.units->setGeometry(left + width + kGap, name.top(), unitsWidth, name.height());
 }
 

@@ -1,0 +1,41 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "graphs/graph_form_fixture.h"
+
+namespace velk {
+namespace {
+
+TEST(LowWindow, KeepsValuesReadableBesideTheScrollBarOfItsLabels) {
+  test::GraphDesk desk(3);
+  desk.Create();
+  desk.ResizeWindow(600, 90);
+  QApplication::processEvents();
+  for (int parameter = 1; parameter <= 3; ++parameter) desk.Form().WriteValuesToLabels(parameter, -123456.789F);
+  desk.Refresh();
+  desk.Form().RefreshForm();
+  QApplication::processEvents();
+  const auto* value = desk.Find<QLabel>("Label2_0");
+  EXPECT_GE(value->width(), 46);
+  EXPECT_LE(value->fontMetrics().horizontalAdvance(value->text()), value->width());
+  EXPECT_GE(desk.Find<QLabel>("Label3_0")->width(), 1);
+}
+
+TEST(LowWindow, TakesEverySizeThatAWindowCanBeGiven) {
+  test::GraphDesk desk(3);
+  desk.Create();
+  for (const int width : {1, 100, 200, 300, 1200}) {
+    for (const int height : {1, 40, 80, 120, 160, 400}) {
+      desk.ResizeWindow(width, height);
+      QApplication::processEvents();
+      desk.Form().WriteValuesToLabels(1, 12.5F);
+      desk.Refresh();
+      desk.Form().RefreshForm();
+      EXPECT_EQ(desk.Text("Label2_0"), "12.500") << width << "x" << height;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velk
