@@ -41,4 +41,8 @@ struct Parameter {
   bool IncludeInSummary = false;  ///< has a column in SummaryReport
 };
 
+/// Copies what a parameter is, and leaves the running statistics of `to`: those of a computed channel live in
+/// AdditionalParameters only and go on over edits, stops and starts.
+void CopyDefinition(const Parameter& from, Parameter& to);
+
 }  // namespace velk

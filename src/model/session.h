@@ -90,6 +90,7 @@ struct Session {
   std::string CurrentFont = "MS Sans Serif";
   std::string CompanyLogoFile;
   std::string DefaultDirectory;
+  std::string DirectoryAtStart;            ///< where the program was started; DefaultDirectory begins there
   double SamplingRate = 1.0 / 86400;       ///< days
   std::int16_t TheTimeOut = 5;             ///< sampling intervals
   std::int16_t SensitivityCriterion = 20;  ///< percent of the scale span

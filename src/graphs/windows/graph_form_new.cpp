@@ -312,7 +312,7 @@ void GraphFormNew::UpdateParametersDefs() {
       if (formula <= 0)
         session_.Parameters[parameter] = curves_.Curve(slot);
       else if (formula < static_cast<int>(session_.AdditionalParameters.size()))
-        session_.AdditionalParameters[formula] = curves_.Curve(slot);
+        CopyDefinition(curves_.Curve(slot), session_.AdditionalParameters[formula]);
     }
   });
 }
