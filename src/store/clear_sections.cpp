@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "instruments/protocols.h"
 #include "platform/numbers.h"
 #include "store/settings_io.h"
 #include "store/settings_keys.h"
@@ -49,6 +50,7 @@ std::vector<std::string> ClearSections(Session& session, SettingsStore& store, c
     if (groups[static_cast<std::size_t>(group)]) DeleteGroup(store, static_cast<SettingsGroup>(group));
   }
   std::vector<std::string> problems = LoadSettings(session, store);
+  SetProtocolConstants(session);
   SaveSettings(session, store);
   return problems;
 }

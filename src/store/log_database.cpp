@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/clock.h"
+#include "platform/command.h"
 #include "platform/dates.h"
 #include "platform/dialogs.h"
 #include "platform/file_errors.h"
@@ -174,6 +175,14 @@ bool LogDatabase::LogHasGraphSettings() {
                              session_.Translator.Translate(MessageId::DatabaseErrorTitle), Buttons::Ok,
                              BoxIcon::Exclamation});
   return false;
+}
+
+bool LogDatabase::HoldsPresentChannels() {
+  if (!connection_ || !Catalog(*connection_).Find(kGraphSettings)) return false;
+  Command names(*connection_, "SELECT ParameterName FROM GraphSettings ORDER BY rowid");
+  std::vector<std::string> held;
+  while (names.Next()) held.push_back(names.Text(0));
+  return held == ChannelNames(session_);
 }
 
 void LogDatabase::ReadSummaryInclusion() {

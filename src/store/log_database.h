@@ -57,6 +57,9 @@ class LogDatabase {
   bool HasSameColumnOrder(const std::string& path);
   /// Whether the connected log holds graph settings; tells the operator when it doesn't.
   bool LogHasGraphSettings();
+  /// Whether the connected log's graph settings are those of the present channels, in order. A log that was appended to
+  /// may have others: those stay.
+  bool HoldsPresentChannels();
   /// Sets IncludeInSummary of each channel to whether the connected log's report has a column for it.
   void ReadSummaryInclusion();
 

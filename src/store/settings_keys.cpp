@@ -56,7 +56,8 @@ void VisitGeneral(KeyVisitor& visit, Session& session) {
   visit.Key("Current_language", session.Current_language, "English", Held::LiveOnly);
   visit.Key("CurrentFont", session.CurrentFont, "MS Sans Serif");
   visit.Key("CompanyLogoFile", session.CompanyLogoFile, "");
-  visit.Key("DefaultDirectory", session.DefaultDirectory, CurrentDirectory());
+  visit.Key("DefaultDirectory", session.DefaultDirectory,
+            session.DirectoryAtStart.empty() ? CurrentDirectory() : session.DirectoryAtStart);
   visit.Key("SamplingRate", session.SamplingRate, 1.0 / 86400, kPositive);
   visit.Key("TheTimeOut", session.TheTimeOut, 5);
   visit.Key("SensitivityCriterion", session.SensitivityCriterion, 20);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "instruments/protocols.h"
+#include "model/status.h"
 #include "platform/errors.h"
 #include "store/settings_io.h"
 #include "store/settings_visitors.h"
@@ -37,6 +38,11 @@ class TemplateWriter : public SettingsWriter {
 auto FindTemplate(const Session& session, std::string_view name) {
   const auto& names = session.TemplateNames;
   return names.empty() ? names.end() : std::find(names.begin() + 1, names.end(), name);
+}
+
+bool JobStands(const Session& session) {
+  return StatusIs(session, MessageId::StatusReadyToAcquire) || StatusIs(session, MessageId::StatusAcquiringData) ||
+         StatusIs(session, MessageId::StatusAcquiringPaused);
 }
 
 }  // namespace
@@ -76,7 +82,11 @@ std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, 
   if (found != session.TemplateNames.end()) session.TemplateNames.erase(found);
   store.Delete(kTemplateList, "General");
   SaveTemplateList(session, store);
-  return LoadSettings(session, store);
+  // Other channels or another protocol under a job that stands would put its rows into the wrong columns.
+  if (JobStands(session)) return {};
+  std::vector<std::string> problems = LoadSettings(session, store);
+  SetProtocolConstants(session);
+  return problems;
 }
 
 bool HasTemplate(const Session& session, std::string_view name) {
