@@ -91,11 +91,11 @@ bool Acquisition::CheckHardware() {
 
 void Acquisition::CheckPort() {
   session_.UseODataCom = ComputeUseODataCom(session_);
-  const bool portWorks = link_.EnablePort();
+  link_.EnablePort();
   if (!session_.UseODataCom) return;  // a polled port that has opened will do
   link_.ClosePlainPort();
   link_.SetODataCom();
-  if (portWorks && link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
+  if (link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
     Tell(MessageId::TimeOutCheckHardware, MessageId::TimeOutTitle, BoxIcon::Critical);
 }
 
@@ -243,9 +243,9 @@ void Acquisition::RecordToDB_Click() {
     } catch (const LeaveProcedure&) {
       // Without a log the job goes on as it was before the button was pressed.
     }
+    if (running && StatusIs(session_, MessageId::StatusAcquiringPaused)) Run(run);
     for (GraphWindow* window : session_.GraphForms)
       if (window) window->RefreshForm();
-    if (running && StatusIs(session_, MessageId::StatusAcquiringPaused)) Run(run);
   });
 }
 

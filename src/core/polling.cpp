@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/under.h"
 #include "instruments/networked_unit.h"
 #include "instruments/port_reader.h"
 #include "instruments/protocols.h"
@@ -17,18 +18,6 @@ constexpr int kPageMs = 500;
 constexpr int kRestBeforeCloseMs = 500;
 /// Behind a page that could not be fetched the operator is left alone for so long.
 constexpr std::int64_t kRestAfterCancelMs = 10'000;
-
-/// Sets a flag for a scope.
-class Under {
- public:
-  explicit Under(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Under() { flag_ = false; }
-  Under(const Under&) = delete;
-  Under& operator=(const Under&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -78,12 +67,13 @@ void Polling::Timer1_Timer() {
 
 Values Polling::Poll(const Statements& run) {
   if (session_.SerialData == protocol::Formatted) return Learn(run);
-  if (!link_.KeepPlainPortOpen()) return Values::Held;
+  if (!link_.KeepPlainPortOpen()) return Values::Left;  // the gap is a gap in the log too
   const std::string line = road_.LineDecoders().ReadPolled(*link_.MSComm1);
   if (session_.StopRequested) {
     timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);  // Stop has left that status
     return Values::Left;
   }
+  if (line.empty()) return Values::Left;  // the instrument was silent: there is no sample
   return road_.TakeValues(run, line);
 }
 

@@ -1,5 +1,7 @@
 #include "core/recorder.h"
 
+#include "core/under.h"
+#include "platform/clock.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "store/begin_recording.h"
@@ -63,7 +65,7 @@ void Recorder::SwitchOff() {
 void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
   if (!session_.RecordToDB) return;
   try {
-    log_.AppendLogRow(rowTime);
+    Append(firstTry, rowTime);
   } catch (const RuntimeError&) {
     if (firstTry) ++missingRows_;
     ShowMissingRows();
@@ -75,6 +77,25 @@ void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
   ++rows_;
   if (!firstTry) --missingRows_;
   if (!firstTry) ShowMissingRows();
+}
+
+void Recorder::Append(bool firstTry, std::optional<double> rowTime) {
+  if (firstTry) {
+    try {
+      return log_.AppendLogRow(rowTime);
+    } catch (const RuntimeError&) {
+      failedRow_ = {rowTime.value_or(platform_.clock.Now()), session_.CurrentValue};
+      throw;
+    }
+  }
+  std::swap(session_.CurrentValue, failedRow_.values);
+  try {
+    log_.AppendLogRow(failedRow_.time);
+  } catch (const RuntimeError&) {
+    std::swap(session_.CurrentValue, failedRow_.values);
+    throw;
+  }
+  std::swap(session_.CurrentValue, failedRow_.values);
 }
 
 void Recorder::AppendRowQuietly(std::optional<double> rowTime) {
@@ -89,7 +110,8 @@ void Recorder::FollowPage(const Statements& run) {
   if (session_.GraphPageTime == session_.LastPageTime) return;
   ++session_.PageCount;
   session_.LastPageTime = session_.GraphPageTime;
-  if (session_.CurrentFile.empty()) AskForFile(run);
+  // One question at a time: samples that overrun it only count the page.
+  if (session_.CurrentFile.empty() && !asking_) AskForFile(run);
   if (session_.CurrentFile.empty()) return;
   // Only the name changes, the open log stays the same: the suffix tells the operator how many pages it holds.
   const std::size_t length = CharacterCount(session_.CurrentFile);
@@ -99,6 +121,7 @@ void Recorder::FollowPage(const Statements& run) {
 }
 
 void Recorder::AskForFile(const Statements& run) {
+  const Under asking(asking_);
   const auto& translator = session_.Translator;
   const Answer answer =
       platform_.dialogs.Message({translator.Translate(MessageId::SaveDataNow), "", Buttons::YesNo, BoxIcon::Question});

@@ -48,6 +48,13 @@ class Recorder {
   void Finish();
 
  private:
+  /// A row that could not be appended, for its Retry: later samples have taken CurrentValue over by then.
+  struct FailedRow {
+    double time = 0;
+    Session::PerParameter<float> values{};
+  };
+
+  void Append(bool firstTry, std::optional<double> rowTime);
   void AskForFile(const Statements& run);
   void ShowFile();
   void ShowMissingRows();
@@ -58,6 +65,8 @@ class Recorder {
   LogDatabase& log_;
   JobQuestions& questions_;
   bool failing_ = false;
+  bool asking_ = false;
+  FailedRow failedRow_;
   long long rows_ = 0;
   long long missingRows_ = 0;
 };

@@ -98,7 +98,7 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
   if (values != Values::Held) hasValues_ = true;
   std::optional<double> rowTime;
   if (values == Values::TakenWithOwnTime) rowTime = session_.SampleTime;
-  if (hasValues_ && DrawAndLog(run, rowTime)) {
+  if (hasValues_ && DrawAndLog(run, values, rowTime)) {
     recorder_.FollowPage(run);
     MovePlotTime();
   }
@@ -106,10 +106,12 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
   platform_.clock.Yield();
 }
 
-bool SampleRoad::DrawAndLog(const Statements& run, std::optional<double> rowTime) {
+bool SampleRoad::DrawAndLog(const Statements& run, Values values, std::optional<double> rowTime) {
   RowAheadOfBoxes row(*this, rowTime);
   try {
-    if (!IsSignificant(run)) return false;
+    // A rejected line has only its time: values that stand have not moved.
+    const bool significant = values == Values::Held ? IsDue(session_) : IsSignificant(run);
+    if (!significant) return false;
     Draw(run);
     ReadPageStart();
     HideAlarmsIfNone(session_, view_);

@@ -58,7 +58,7 @@ class SampleRoad {
   bool PassesGuard();
   void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);
   /// False for a sample that is not significant: it is neither drawn nor logged.
-  bool DrawAndLog(const Statements& run, std::optional<double> rowTime);
+  bool DrawAndLog(const Statements& run, Values values, std::optional<double> rowTime);
   bool IsSignificant(const Statements& run);
   void Draw(const Statements& run);
   void DrawParameter(int parameter);

@@ -72,7 +72,8 @@ bool HasMoved(const Session& session, int parameter) {
 }
 
 bool IsDue(const Session& session) {
-  return session.SampleTime - session.LastPlotTime >= session.SamplingRate / 2;
+  const double passed = session.SampleTime - session.LastPlotTime;
+  return passed >= session.SamplingRate / 2 || passed < 0;
 }
 
 }  // namespace velk

@@ -38,7 +38,8 @@ float Smooth(Session& session, int parameter, float value);
 /// DivisionByZero on an empty scale.
 bool HasMoved(const Session& session, int parameter);
 
-/// Whether half a sampling interval has gone since the last plotted point.
+/// Whether half a sampling interval has gone since the last plotted point, or the clock was set back behind it: an hour
+/// of samples must not go unrecorded in autumn.
 bool IsDue(const Session& session);
 
 }  // namespace velk

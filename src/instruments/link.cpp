@@ -192,7 +192,8 @@ void Link::Timer2_Timer() {
   // Lines that wait are data: the program is behind, not the unit.
   if (ODataCom1.LineWaits()) return;
   const double age = platform_.clock.Now() - CDate(session_.LastDataTime);
-  if (age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
+  const bool clockSetBack = age < 0;
+  if (clockSetBack || age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
 }
 
 void Link::DriverHungUp() {

@@ -273,6 +273,22 @@ TEST_F(Job, ASecondJobAppendsToTheFileOfTheFirst) {
   EXPECT_EQ(rows[1].a, 11.0);
 }
 
+TEST_F(Job, ALogThatWasAppendedToKeepsTheGraphSettingsOfItsOwnChannels) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_TRUE(rig.log.HoldsPresentChannels());
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_FALSE(rig.log.HoldsPresentChannels()) << "no log is open";
+
+  std::swap(rig.session.Parameters[1].name, rig.session.Parameters[2].name);
+  rig.Connect();
+  rig.questions.choice = FileChoice::Append;
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_FALSE(rig.log.HoldsPresentChannels());
+}
+
 // --- The recording button ---
 
 TEST_F(Job, TheButtonBeginsToRecordInTheMiddleOfAJob) {
@@ -351,6 +367,28 @@ TEST_F(Job, AFullDiskShowsOneBoxCountsTheRowsAndGoesOnByItself) {
   const auto rows = rig.Rows(rig.Path("job.mdb"));
   ASSERT_EQ(rows.size(), 2u);
   EXPECT_EQ(rows[1].a, 13.0);
+}
+
+TEST_F(Job, RetryWritesTheValuesAndTheTimeOfTheRowThatFailed) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.log.CloseLogRecordset();
+  double failedAt = 0;
+  rig.dialogs.Expect("- ProcessLine", Answer::Retry, [&] {
+    failedAt = TimePart(CDate(FormatDate(rig.clock.Now(), "hh:mm:ss")));
+    rig.log.OpenLogRecordset();
+    rig.Sample(99, 98, 97);
+  });
+  rig.Sample(10, 20, 30);
+  EXPECT_EQ(rig.session.CurrentValue[1], 99.0f) << "the newest values stand again";
+  rig.acquisition.mnuAcquireStop_Click();
+  const auto rows = rig.Rows(rig.Path("job.mdb"));
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].a, 99.0);
+  EXPECT_EQ(rows[1].a, 10.0);
+  EXPECT_EQ(rows[1].c, 30.0);
+  EXPECT_EQ(rows[1].time, failedAt);
 }
 
 TEST_F(Job, RetryOfAFailedRowWritesItAndTakesItOffTheCount) {

@@ -92,6 +92,27 @@ TEST_F(Polled, AnInstrumentThatDoesNotAnswerIsToldAndPausedAndResumeIsEnough) {
   rig.acquisition.mnuAcquireStop_Click();
 }
 
+TEST_F(Polled, AnUnpluggedPortIsAGapAndIsReadAgainWhenItIsBack) {
+  Use(protocol::Das104, ",", "\r");
+  ConnectAndStart();
+  rig.plainPort.Receive("\r" + Now() + ",51.5,2.5,3.5\r");
+  rig.clock.Advance(60);
+  ASSERT_EQ(graph2.plots.size(), 1u);
+  rig.plainPort.HangUp();
+  rig.plainPort.Vanish();
+  rig.dialogs.Expect("", Answer::Ok);
+  rig.clock.Advance(8000);
+  EXPECT_EQ(graph2.plots.size(), 1u) << "nothing is drawn while the unit is gone";
+  rig.plainPort.ComeBack();
+  rig.clock.onYield = [this] {
+    if (rig.plainPort.open && rig.plainPort.waiting.empty()) rig.plainPort.Receive("\r" + Now() + ",91.5,2.5,3.5\r");
+  };
+  rig.clock.Advance(3000);
+  rig.clock.onYield = nullptr;
+  EXPECT_GE(graph2.plots.size(), 2u);
+  EXPECT_EQ(rig.session.CurrentValue[1], 91.5f);
+}
+
 TEST_F(Polled, StopEndsAReaderThatWaits) {
   Use(protocol::DataTakerB);
   rig.session.TheTimeOut = 30000;

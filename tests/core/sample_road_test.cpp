@@ -205,6 +205,42 @@ TEST_F(Road, SwallowsLinesWhileTheQuestionForAFileStands) {
   rig.Sample(10, 20, 30);
 }
 
+TEST_F(Road, AsksForAFileOnlyOnceAtATimeHoweverManyPagesPass) {
+  rig.ConnectAndStart();
+  rig.Sample(10, 20, 30);
+  graph1.origin = rig.session.StartTime + 120 * kSecond;
+  rig.dialogs.Expect("File name not supplied, save the data now?", Answer::No, [this] {
+    for (int page = 0; page < 3; ++page) {
+      graph1.origin += 120 * kSecond;
+      for (int event = 0; event < 40; ++event) rig.Sample(10, 20, 30);
+    }
+    EXPECT_EQ(rig.dialogs.shown.size(), 1u);
+  });
+  rig.Sample(10, 20, 30);
+  EXPECT_EQ(rig.session.PageCount, 4);
+}
+
+TEST_F(Road, GivesARejectedLineOnlyTheTestOfTime) {
+  rig.session.SensitivityCriterion = 0;  // each accepted line is significant
+  rig.ConnectAndStart();
+  rig.Sample(10, 20, 30);
+  rig.clock.Advance(10);
+  rig.road.ProcessLine("garbage\r\n");
+  EXPECT_EQ(graph2.plots.size(), 1u);
+  rig.session.Parameters[1].max = rig.session.Parameters[1].min;
+  rig.road.ProcessLine("garbage again\r\n");
+  EXPECT_TRUE(rig.dialogs.shown.empty());
+}
+
+TEST_F(Road, GoesOnWhenTheClockIsSetBack) {
+  rig.ConnectAndStart();
+  rig.Sample(10, 20, 30);
+  rig.clock.SetNow(rig.clock.Now() - 1.0 / 24);
+  rig.Sample(10, 20, 30);
+  rig.Sample(10, 20, 30);
+  EXPECT_EQ(graph2.plots.size(), 3u);
+}
+
 // --- Recording ---
 
 TEST_F(Road, AppendsARowForEverySignificantSample) {
