@@ -90,6 +90,7 @@ void Application::BindEditMenu() {
   const auto bind = [this](const char* item, void (*procedure)(const EditSettings&)) {
     BindMenuItem(item, [this, procedure] {
       procedure({session_, platform_, settingsQuestions_, [this] { ResetConnection(); }, [this] { SaveAndEnd(); }});
+      polling_.EnablePageTimer();
       frame_.LoadCompanyLogo();  // a template, or cleared settings, may name another one
     });
   };
@@ -148,8 +149,11 @@ void Application::BindToolbar() {
 
 void Application::StoreGraphSettings() {
   if (!log_.IsConnected()) return;
-  RunProcedure({platform_.dialogs, "InitialHeader"},
-               [&](const Statements& run) { run([&] { log_.WriteGraphSettings(true); }); });
+  RunProcedure({platform_.dialogs, "InitialHeader"}, [&](const Statements& run) {
+    run([&] {
+      if (log_.HoldsPresentChannels()) log_.WriteGraphSettings(true);
+    });
+  });
 }
 
 // --- Start-up ---
@@ -160,7 +164,7 @@ void Application::MDIForm_Load() {
     session_.Current_language = platform_.settings.Get("VELK2", "General", "Current_language", "English");
   });
   StartUpStep(2, [this] {
-    directoryAtStart_ = FromQt(QDir::currentPath());
+    session_.DirectoryAtStart = FromQt(QDir::currentPath());
     if (QDir::currentPath() != QCoreApplication::applicationDirPath())
       QDir::setCurrent(QCoreApplication::applicationDirPath());
   });
@@ -207,8 +211,6 @@ void Application::ReadSettings() {
   StartUpStep(kStep, [this] {
     std::string told;
     for (const std::string& problem : LoadSettings(session_, platform_.settings)) told += problem + "\n";
-    // The working directory is the program's own by now, and no place for recordings.
-    if (!platform_.settings.Find("VELK2", "General", "DefaultDirectory")) session_.DefaultDirectory = directoryAtStart_;
     if (!told.empty()) ShowStartUpError(told, kStep);
   });
 }
@@ -295,7 +297,7 @@ void Application::ResetConnection() {
 
 void Application::MDIForm_Unload() {
   link_.Board.CloseComPort();
-  QDir::setCurrent(ToQt(directoryAtStart_));
+  QDir::setCurrent(ToQt(session_.DirectoryAtStart));
 }
 
 }  // namespace velk

@@ -100,7 +100,6 @@ class Application {
   SettingsQuestions& settingsQuestions_;
   ProtocolDialogs& protocolDialogs_;
   std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
-  std::string directoryAtStart_;
   bool jobEnded_ = false;
 };
 

@@ -221,6 +221,50 @@ TEST_F(Program, ClearsSectionsFromTheMenu) {
   EXPECT_EQ(rig.State().NumberOfParameters, 3);
 }
 
+TEST_F(Program, KeepsTheUnitsOwnLineSettingsWhenAnotherSectionIsCleared) {
+  rig.Start();
+  EXPECT_EQ(rig.State().BaudRate, 19200);
+  rig.settingsQuestions.groups = GroupChoice{false, false, true, false, false, false};
+  rig.Choose("mnuEditClear");
+  EXPECT_EQ(rig.State().BaudRate, 19200);
+  EXPECT_EQ(rig.State().Terminator, "\r\n");
+}
+
+TEST_F(Program, DeletingATemplateUnderAJobLeavesTheJobsChannelsAlone) {
+  rig.Start();
+  rig.settingsQuestions.choice = "spare";
+  rig.Choose("mnuEditSaveTemplate");
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Press("Pause");
+  ExpectStatus("Acquiring Paused");
+  rig.State().NumberOfParameters = 2;  // as a template that is not the stored set would have it
+  rig.Choose("mnuEditDeleteTemplate");
+  EXPECT_EQ(rig.State().NumberOfParameters, 2);
+  EXPECT_EQ(rig.State().TemplateNames.size(), 1u);
+}
+
+TEST_F(Program, KeepsAFormulasRunningAverageOverARedrawOfItsGraphAndAStop) {
+  rig.settings->Save("VELK2", "Formulae", "NumberOfFormulae", "1");
+  rig.settings->Save("VELK2", "Formula1", "Formula", "avg({parameter 1})");
+  rig.settings->Save("VELK2", "Formula1", "name", "Mean");
+  rig.settings->Save("VELK2", "Formula1", "FormIndex", "4");
+  rig.settings->Flush();
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(0, 0, 0);
+  rig.Frame(10, 0, 0);
+  rig.Frame(20, 0, 0);
+  const auto count = rig.State().AdditionalParameters[1].AverageCount;
+  ASSERT_GE(count, 2);
+  rig.State().GraphForms[4]->RefreshForm();
+  EXPECT_EQ(rig.State().AdditionalParameters[1].AverageCount, count);
+  rig.Press("Stop");
+  rig.Connect();
+  EXPECT_EQ(rig.State().AdditionalParameters[1].AverageCount, count);
+}
+
 TEST_F(Program, RemovesAComputedChannelFromTheMenu) {
   rig.settings->Save("VELK2", "Formulae", "NumberOfFormulae", "1");
   rig.settings->Save("VELK2", "Formula1", "Formula", "{parameter 1}*2");
