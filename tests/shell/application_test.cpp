@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QLabel>
 #include <QMdiArea>
+#include <QTimer>
 #include <fstream>
 
+#include "formula/additional_parameters.h"
 #include "shell/shell_rig.h"
 
 namespace velk {
@@ -263,6 +267,72 @@ TEST_F(Program, KeepsAFormulasRunningAverageOverARedrawOfItsGraphAndAStop) {
   rig.Press("Stop");
   rig.Connect();
   EXPECT_EQ(rig.State().AdditionalParameters[1].AverageCount, count);
+}
+
+TEST_F(Program, DrawsAComputedChannelAndFindsItAgainAfterARestart) {
+  rig.Start();
+  rig.Connect();
+  ASSERT_TRUE(ReadFormulae(rig.State(), rig.dialogs, "max({parameter 1})*2"));
+  rig.Press("Stop");
+  Parameter& computed = rig.State().AdditionalParameters[1];
+  computed.name = "Удвоенное";
+  computed.max = 500;
+  computed.color = 0x2020C0;
+  rig.Connect();
+  EXPECT_EQ(rig.State().GraphForms[4] != nullptr, true) << "a graph of its own";
+  rig.Press("Pause");
+  rig.Frame(0, 0, 0);
+  rig.Frame(10, 0, 0);
+  rig.Frame(5, 0, 0);
+  EXPECT_EQ(rig.State().CurrentValue[4], 20.0f);
+  rig.clock.Advance(100);  // the window's own refresh
+  QLabel* value = nullptr;
+  for (QLabel* label : rig.Window().findChildren<QLabel*>("Label2_0"))
+    if (label->text().contains("20.0000")) value = label;
+  EXPECT_NE(value, nullptr);
+  rig.Press("Stop");
+  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+  rig.Choose("mnuFileExit");
+
+  rig.Start();
+  ASSERT_EQ(rig.State().NumberOfFormulae, 1);
+  EXPECT_EQ(rig.State().Formula[1], "max({parameter 1})*2");
+  EXPECT_EQ(rig.State().AdditionalParameters[1].name, "Удвоенное");
+  EXPECT_EQ(rig.State().AdditionalParameters[1].max, 500.0);
+  EXPECT_EQ(rig.State().AdditionalParameters[1].color, 0x2020C0);
+  EXPECT_EQ(rig.State().AdditionalParameters[1].RunningMaximum, -99999999.0) << "statistics begin anew";
+}
+
+TEST_F(Program, OpensTheAlarmsFromBothButtonsWhileSamplesGoOn) {
+  rig.settings->Save("VELK2", "Parameter1", "upperalarm", "50");
+  rig.settings->Flush();
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(0, 0, 0);
+  rig.Frame(10, 0, 0);
+  EXPECT_FALSE(rig.Window().Button("Alarms")->isVisible());
+  rig.Frame(60, 0, 0);
+  for (const char* button : {"Alarms", "Command1"}) {
+    ASSERT_TRUE(rig.Window().Button(button)->isVisible()) << button;
+    ASSERT_TRUE(rig.Window().Button(button)->isEnabled()) << button;
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+      QWidget* window = QApplication::activeModalWidget();
+      ASSERT_NE(window, nullptr);
+      EXPECT_EQ(window->windowTitle(), "Alarms");
+      EXPECT_EQ(window->findChild<QLabel*>("Label1_0")->text(), "Parameter 1");
+      const auto plotted = rig.State().LastPlotTime;
+      rig.Frame(70, 0, 0);
+      EXPECT_GT(rig.State().LastPlotTime, plotted) << "samples go on";
+      seen = true;
+      window->close();
+    });
+    rig.Press(button);
+    EXPECT_TRUE(seen) << button;
+  }
+  rig.Frame(40, 0, 0);
+  EXPECT_FALSE(rig.Window().Button("Command1")->isVisible());
 }
 
 TEST_F(Program, RemovesAComputedChannelFromTheMenu) {
