@@ -58,7 +58,8 @@ std::string Samples::Value(int channel) const {
                              now.temperature,      now.stageTotal, now.jobTotal};
   const int kinds = static_cast<int>(std::size(measured));
   // Further channels repeat the first ones, each set a little apart.
-  const double value = measured[(channel - 1) % kinds] + (channel - 1) / kinds * 0.125;
+  const int repeat = (channel - 1) / kinds;
+  const double value = measured[(channel - 1) % kinds] + repeat * 0.125;
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%09.3f", value);
   return text.data();
