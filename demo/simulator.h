@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <string>
 
 namespace velk::demo {
@@ -14,6 +15,7 @@ class Simulator {
   ~Simulator();
 
  private:
+  QTemporaryDir folder_;
   QProcess process_;
 };
 
