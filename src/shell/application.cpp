@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <utility>
 
 #include "core/windows/alarms_window.h"
 #include "formula/remove_additional.h"
@@ -137,7 +138,7 @@ void Application::BindToolbar() {
   press("Record", "mnuFileRecord");
   press("Exit", "mnuFileExit");
   const auto bind = [this](const char* key, std::function<void()> procedure) {
-    QObject::connect(form_.Button(key), &QAction::triggered, &form_, procedure);
+    QObject::connect(form_.Button(key), &QAction::triggered, &form_, std::move(procedure));
   };
   // Not through the menu items: those may be disabled where the button tells why it can't be.
   bind("Acquire", [this] { acquisition_.mnuAcquireConnect_Click(); });

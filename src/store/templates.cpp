@@ -60,7 +60,7 @@ void LoadTemplate(Session& session, SettingsStore& store, const std::string& nam
   Session loaded = session;
   SettingsReader reader(loaded, store, application, Keys::OfTemplates);
   ReadSettings(reader, loaded);
-  if (!reader.problems.empty()) throw reader.problems.front();
+  if (!reader.problems.empty()) throw RuntimeError(reader.problems.front());
   SetProtocolConstants(loaded);
   session = std::move(loaded);
 }
