@@ -60,7 +60,10 @@ void LoadTemplate(Session& session, SettingsStore& store, const std::string& nam
   Session loaded = session;
   SettingsReader reader(loaded, store, application, Keys::OfTemplates);
   ReadSettings(reader, loaded);
-  if (!reader.problems.empty()) throw RuntimeError(reader.problems.front());
+  if (!reader.problems.empty()) {
+    const RuntimeError& first = reader.problems.front();
+    throw RuntimeError(first.Number(), first.what());
+  }
   SetProtocolConstants(loaded);
   session = std::move(loaded);
 }
