@@ -33,7 +33,9 @@ bool IsOutOfLimits(const Parameter& parameter, float value) {
 void TestAlarms(Session& session, MainView& view, int parameter) {
   const Parameter& tested = session.CurrentParameters[parameter];
   const bool alarmed = IsOutOfLimits(tested, session.CurrentValue[parameter]);
+  const bool labelIsAsEver = !alarmed && !session.AlarmTriggered[parameter];
   session.AlarmTriggered[parameter] = alarmed;
+  if (labelIsAsEver) return;
   const int graph = tested.FormIndex;
   if (graph >= 1 && graph <= kMaxParameters)
     if (GraphWindow* window = session.GraphForms[graph]) window->ShowAlarm(parameter, alarmed);

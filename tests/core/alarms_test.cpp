@@ -73,7 +73,7 @@ TEST_F(Alarms, GoAwayWithTheLatestSample) {
   EXPECT_FALSE(rig.session.AlarmTriggered[1]);
   EXPECT_FALSE(rig.view.buttonVisible["Command1"]);
   EXPECT_FALSE(rig.view.buttonVisible["Alarms"]);
-  EXPECT_EQ(graph1.alarms[2], std::make_pair(1, false));
+  EXPECT_EQ(graph1.alarms, (std::vector<std::pair<int, bool>>{{1, true}, {1, false}}));
 }
 
 TEST_F(Alarms, AreNotTestedOnAnInsignificantSample) {
