@@ -129,7 +129,9 @@ void VisitPlaybackParameter(KeyVisitor& visit, Session& session, int i) {
 void VisitFormulae(KeyVisitor& visit, Session& session) {
   visit.Section("Formulae");
   visit.Key("NumberOfFormulae", session.NumberOfFormulae, 0,
-            {.lowest = 0, .highest = static_cast<double>(kMaxParameters - session.NumberOfParameters)});
+            {.lowest = 0,
+             .highest = static_cast<double>(kMaxParameters - session.NumberOfParameters),
+             .beyondIsHighest = true});
 }
 
 void VisitFormula(KeyVisitor& visit, Session& session, int i) {

@@ -19,8 +19,9 @@ enum class Held { InTemplates, LiveOnly };
 struct NumberRule {
   double lowest = std::numeric_limits<double>::lowest();
   double highest = std::numeric_limits<double>::max();
-  bool zeroIsPreset = false;  ///< a stored 0 reads as the preset
-  bool emptyIsZero = false;   ///< a stored empty text reads as 0
+  bool zeroIsPreset = false;     ///< a stored 0 reads as the preset
+  bool emptyIsZero = false;      ///< a stored empty text reads as 0
+  bool beyondIsHighest = false;  ///< a higher number is told and reads as the highest, not as the preset
   Held held = Held::InTemplates;
 };
 

@@ -38,6 +38,7 @@ void SettingsReader::ReadNumber(std::string_view key, Number& field, Number pres
     if (rule.zeroIsPreset && std::fpclassify(value) == FP_ZERO) return;
     const auto wide = static_cast<double>(value);
     if (wide < rule.lowest || wide > rule.highest) {
+      if (rule.beyondIsHighest && wide > rule.highest) field = static_cast<Number>(rule.highest);
       throw RuntimeError(ErrorNumber::Overflow, session_.Translator.Translate(MessageId::SettingOutOfRange));
     }
     field = value;

@@ -220,9 +220,9 @@ TEST_F(SettingsIoTest, LoadsAsManyFormulasAsThereIsRoomFor) {
   EXPECT_EQ(session_.Formula.size(), 5U);
   EXPECT_EQ(session_.AdditionalParameters[4].name, "Additional Parameter 4");
 
-  EXPECT_EQ(LoadWith("Formulae", "NumberOfFormulae", "5").size(), 1U);
-  EXPECT_EQ(session_.NumberOfFormulae, 0);
-  EXPECT_EQ(session_.AdditionalParameters.size(), 1U);
+  EXPECT_EQ(LoadWith("Formulae", "NumberOfFormulae", "5").size(), 1U) << "told, and none of the others is lost";
+  EXPECT_EQ(session_.NumberOfFormulae, 4);
+  EXPECT_EQ(session_.AdditionalParameters.size(), 5U);
   EXPECT_EQ(LoadWith("Formulae", "NumberOfFormulae", "-1").size(), 1U);
   EXPECT_EQ(session_.NumberOfFormulae, 0);
 }
