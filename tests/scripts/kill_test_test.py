@@ -25,9 +25,8 @@ while True:
     print("row", row, flush=True)
 """
 HONEST = 'log.execute("INSERT INTO logData (Value) VALUES (1)")'
-# The commit of every 50 rows comes after their acknowledgements.
-LIAR = ('row % 50 == 1 and log.execute("BEGIN"); log.execute("INSERT INTO logData (Value) VALUES (1)"); '
-        'row % 50 == 0 and log.execute("COMMIT")')
+# From the second row on nothing is committed any more, so that a kill at any moment finds it out.
+LIAR = 'row == 2 and log.execute("BEGIN"); log.execute("INSERT INTO logData (Value) VALUES (1)")'
 SKIPPER = 'row % 3 and log.execute("INSERT INTO logData VALUES (?, 1)", (row,))'
 
 
