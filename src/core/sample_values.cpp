@@ -1,11 +1,11 @@
 #include "core/sample_values.h"
 
 #include <cmath>
-#include <limits>
 
 #include "instruments/get_field.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
+#include "platform/single.h"
 
 namespace velk {
 
@@ -13,14 +13,6 @@ namespace {
 
 /// Characters that an accepted line has at least in front of its terminator: "hh:mm:ss" and a delimiter.
 constexpr std::size_t kTimeCharacters = 9;
-
-float ThroughText(double value) {
-  return ToSingle(Val(NumberText(value)));
-}
-
-bool FitsSingle(double value) {
-  return std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
-}
 
 }  // namespace
 

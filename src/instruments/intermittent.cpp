@@ -1,7 +1,5 @@
 #include "instruments/intermittent.h"
 
-#include <cmath>
-#include <limits>
 #include <optional>
 
 #include "instruments/get_field.h"
@@ -9,6 +7,7 @@
 #include "platform/dates.h"
 #include "platform/errors.h"
 #include "platform/numbers.h"
+#include "platform/single.h"
 
 namespace velk {
 
@@ -25,15 +24,6 @@ std::optional<double> DateTimeOf(std::string_view field) {
   } catch (const RuntimeError&) {
     return {};
   }
-}
-
-/// Gain and offset count as their decimal text says, at 32 bits.
-double ThroughText(double value) {
-  return static_cast<double>(ToSingle(Val(NumberText(value))));
-}
-
-bool FitsSingle(double value) {
-  return std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
 }  // namespace
@@ -69,7 +59,8 @@ BufferedSample ReadBufferedLine(Session& session, std::string_view line) {
   for (int i = 1; i <= session.NumberOfParameters; ++i) {
     const double field = Val(GetField(line, session.Delimiter, position));
     const Parameter& configured = session.Parameters[i];
-    const double value = field * ThroughText(configured.Gain) + ThroughText(configured.Offset);
+    const double gain = static_cast<double>(ThroughText(configured.Gain));
+    const double value = field * gain + static_cast<double>(ThroughText(configured.Offset));
     if (!FitsSingle(field) || !FitsSingle(value)) return {};
     values[i] = static_cast<float>(value);
   }
