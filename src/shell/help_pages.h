@@ -12,6 +12,7 @@ namespace velk {
 namespace topic {
 inline constexpr int FirstStart = 100;
 inline constexpr int Connecting = 110;
+inline constexpr int Instruments = 115;
 inline constexpr int Recording = 572;
 inline constexpr int StripChart = 1500;
 inline constexpr int Formulas = 300;
