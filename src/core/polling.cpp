@@ -44,7 +44,8 @@ Polling::Polling(Session& session, const Platform& platform, MainView& view, Mai
 
 bool Polling::NeedsTicks() const {
   const Protocol* protocol = FindProtocol(session_.SerialData);
-  return protocol && (protocol->driver == Driver::PolledByTick || protocol->serialData == protocol::Formatted);
+  return protocol && (protocol->driver == Driver::PolledByTick || protocol->driver == Driver::BufferedLines ||
+                      protocol->serialData == protocol::Formatted);
 }
 
 bool Polling::OpenPort() {
@@ -60,14 +61,24 @@ bool Polling::OpenPort() {
 void Polling::Timer1_Timer() {
   if (ticking_ || !timers_.Timer1->Enabled()) return;
   const Under ticking(ticking_);
+  if (session_.SerialData == protocol::Intermittent) return KeepListening();
   timedOut_ = false;
   road_.Sample(road_.ReportOf("Timer1_Timer"), [this](const Statements& run) { return Poll(run); });
   if (timedOut_) PauseAfterTimeOut();
 }
 
+/// A buffering instrument speaks when it likes. Its port is opened again where its device went away, and what was cut
+/// off is forgotten.
+void Polling::KeepListening() {
+  if (link_.MSComm1->IsOpen() || analysing_) return;
+  lines_.Reset(session_.Terminator);
+  link_.KeepPlainPortOpen(Handshake::XonXoff);
+}
+
 Values Polling::Poll(const Statements& run) {
+  if (!link_.KeepPlainPortOpen(static_cast<Handshake>(session_.Handshake)))
+    return Values::Left;  // the gap is a gap in the log too
   if (session_.SerialData == protocol::Formatted) return Learn(run);
-  if (!link_.KeepPlainPortOpen()) return Values::Left;  // the gap is a gap in the log too
   const std::string line = road_.LineDecoders().ReadPolled(*link_.MSComm1);
   if (session_.StopRequested) {
     timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);  // Stop has left that status
@@ -112,7 +123,8 @@ void Polling::PauseAfterTimeOut() {
 // --- An instrument that sends its buffer ---
 
 void Polling::MSComm1_OnComm() {
-  if (session_.SerialData != protocol::Intermittent || analysing_) return;
+  if (session_.SerialData != protocol::Intermittent) return;
+  if (analysing_) return lines_.Hold(*link_.MSComm1);  // a box may stand on the sample for as long as it likes
   const Under analysing(analysing_);
   while (lines_.Receive(*link_.MSComm1))
     if (StatusIs(session_, MessageId::StatusAcquiringData)) IntermittentDataAnalysis();

@@ -35,7 +35,8 @@ class Polling {
 
   /// Bytes of an instrument that buffers its samples.
   void MSComm1_OnComm();
-  /// Whether Timer1 has work with this protocol: it reads the port, or learns the length of the lines.
+  /// Whether Timer1 has work with this protocol: it reads the port, learns the length of the lines, or looks whether
+  /// the port of a buffering instrument is still there.
   bool NeedsTicks() const;
   /// At Start and Resume: readies the plain port where the protocol needs it. False after an error box.
   bool OpenPort();
@@ -47,6 +48,7 @@ class Polling {
   bool IsRunning() const { return ticking_ || analysing_ || fetching_; }
 
  private:
+  void KeepListening();
   Values Poll(const Statements& run);
   Values Learn(const Statements& run);
   void PauseAfterTimeOut();

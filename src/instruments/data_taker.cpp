@@ -54,6 +54,7 @@ std::string DataTaker_a(PortReader& reader, const Session& session) {
   std::string line = reader.Waiting(2);
   switch (reader.ReadUntil(line, EndsALine, RoundLimit(kDataTakerLineRounds))) {
     case Reading::Stopped:
+    case Reading::Gone:
       return {};
     case Reading::GivenUp:
       return line;

@@ -48,6 +48,10 @@ bool IntermittentLines::Receive(SerialPort& port) {
   return BufferedLineCount > 0;
 }
 
+void IntermittentLines::Hold(SerialPort& port) {
+  if (endsLines_ && framing_.Size() < kMostHeld) framing_.Append(port.Read(kMostAtOnce));
+}
+
 BufferedSample ReadBufferedLine(Session& session, std::string_view line) {
   const bool whole = line.find(session.Terminator) != std::string_view::npos &&
                      CountDelimiters(line, session.Delimiter) >= session.NumberOfParameters;

@@ -23,7 +23,12 @@ class IntermittentLines {
   /// while bytes wait. Gives whether there are lines.
   bool Receive(SerialPort& port);
 
+  /// Takes what waits in the port and leaves BufferedLines as they are: a call of Receive finds it later. Holds 1 MiB;
+  /// further bytes stay in the port.
+  void Hold(SerialPort& port);
+
  private:
+  static constexpr std::size_t kMostHeld = 1024 * 1024;
   static constexpr std::size_t kMostAtOnce = 256 * 1024;
 
   LineFraming framing_;

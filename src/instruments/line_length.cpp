@@ -35,7 +35,7 @@ Reading SkipStartedLine(PortReader& reader, const std::string& terminator, const
 }
 
 LineLength NotLearned(Session& session, Reading reading, LineLength timedOut) {
-  if (reading == Reading::Stopped) return LineLength::Stopped;
+  if (reading != Reading::GivenUp) return LineLength::Stopped;
   session.StopRequested = true;
   return timedOut;
 }

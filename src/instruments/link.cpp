@@ -156,12 +156,12 @@ bool Link::OpenPlainPort(Handshake handshake) {
   });
 }
 
-bool Link::KeepPlainPortOpen() {
+bool Link::KeepPlainPortOpen(Handshake handshake) {
   if (MSComm1->IsOpen()) return true;
   if (platform_.clock.Ticks() < nextReopen_) return false;
   nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
   try {
-    MSComm1->Open(PlainSettings(static_cast<Handshake>(session_.Handshake)));
+    MSComm1->Open(PlainSettings(handshake));
     failureTold_ = false;
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));

@@ -40,9 +40,9 @@ class Link {
 
   /// Opens the plain port with the session's own line settings; closes it first. False after an error box.
   bool OpenPlainPort(Handshake handshake);
-  /// For a port that is read tick by tick: opens it again where its device went away, at most once a second. A failure
-  /// is told once.
-  bool KeepPlainPortOpen();
+  /// At each tick of a protocol on the plain port: opens it again where its device went away, at most once a second. A
+  /// failure is told once. Gives whether it is open.
+  bool KeepPlainPortOpen(Handshake handshake);
 
   /// Closes and reopens the driver. A failure is told in a box, once until data come again.
   void CycleODataCom();

@@ -8,7 +8,7 @@ std::string PortReader::Waiting(std::size_t most) {
 }
 
 void PortReader::Round(std::string& text) {
-  const std::string character = Waiting(1);
+  const std::string character = port_.Read(1);
   text += character;
   if (character.empty())
     clock_.WaitRound();

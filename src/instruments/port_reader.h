@@ -12,6 +12,7 @@ namespace velk {
 enum class Reading {
   Whole,    ///< the end has come
   Stopped,  ///< StopRequested was set meanwhile
+  Gone,     ///< the port was closed meanwhile: its device went away
   GivenUp   ///< the wait's own limit was reached
 };
 
@@ -30,14 +31,16 @@ class PortReader {
   std::string AllWaiting() { return Waiting(port_.BytesWaiting()); }
 
   /// One round of reading: the next character, where one waits, is added to `text` and events run; where none waits the
-  /// round rests a millisecond. Raises PortNotOpen.
+  /// round rests a millisecond.
   void Round(std::string& text);
 
-  /// Rounds until `ends(text)`. `givesUp()` is asked ahead of each further round.
+  /// Rounds until `ends(text)`. `givesUp()` is asked ahead of each further round. A device that goes away ends the wait
+  /// without an error: a box would stand on the tick, and so keep the port from being opened again.
   template <class Ends, class GivesUp>
   Reading ReadUntil(std::string& text, Ends&& ends, GivesUp&& givesUp) {
     while (!ends(text)) {
       if (session_.StopRequested) return Reading::Stopped;
+      if (!port_.IsOpen()) return Reading::Gone;
       if (givesUp()) return Reading::GivenUp;
       Round(text);
     }

@@ -21,12 +21,13 @@ void KeepShort(std::string& answer) {
 }  // namespace
 
 RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session) {
+  if (!port.IsOpen()) throw RuntimeError(ErrorNumber::PortNotOpen);
   PortReader reader(port, clock, session);
   std::string line = NumberText(session.SampleTime);
   for (int i = 1; i <= session.NumberOfParameters; ++i) {
     const TimeLimit limit(clock, session);
     clock.WaitMilliseconds(kRequestRestMilliseconds);
-    if (session.StopRequested) return {};
+    if (session.StopRequested || !port.IsOpen()) return {};
     port.ClearInput();
     port.Write(session.Parameters[i].CommandString);
     std::string answer;

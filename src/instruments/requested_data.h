@@ -10,7 +10,7 @@ namespace velk {
 inline constexpr int kRequestRestMilliseconds = 210;
 
 struct RequestedLine {
-  std::string line;       ///< empty when stopped or out of time
+  std::string line;       ///< empty when stopped, out of time, or without its device
   bool timedOut = false;  ///< the caller tells the operator; StopRequested is set
 };
 

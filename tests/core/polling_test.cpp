@@ -113,6 +113,34 @@ TEST_F(Polled, AnUnpluggedPortIsAGapAndIsReadAgainWhenItIsBack) {
   EXPECT_EQ(rig.session.CurrentValue[1], 91.5f);
 }
 
+TEST_F(Polled, AnUnpluggedPortIsNoErrorOfTheReaderThatWaitsOnIt) {
+  // A reader waits nearly all the time. A box of its own would stand on the tick, and keep the unit from being read
+  // again until somebody comes and answers it.
+  for (const auto serialData : {protocol::Das104, protocol::DataTakerA, protocol::DataTakerB,
+                                protocol::SentWhenRequested, protocol::Formatted}) {
+    Use(serialData, ",", "\r");
+    if (serialData == protocol::Formatted) rig.dialogs.Expect("Time Out Error, check hardware", Answer::Ok);  // Connect
+    ConnectAndStart();
+    rig.clock.onYield = [this, rounds = 0]() mutable {
+      if (++rounds != 20) return;
+      rig.plainPort.HangUp();
+      rig.plainPort.Vanish();
+    };
+    rig.dialogs.Expect("there is no such serial device", Answer::Ok);
+    rig.clock.Advance(5000);
+    rig.clock.onYield = nullptr;
+    EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data") << serialData;
+    EXPECT_TRUE(rig.timers.Timer1->Enabled()) << serialData;
+    rig.plainPort.ComeBack();
+    rig.clock.onYield = [this] {
+      if (rig.plainPort.open) rig.acquisition.mnuAcquireStop_Click();
+    };
+    rig.clock.Advance(2000);
+    rig.clock.onYield = nullptr;
+    EXPECT_EQ(rig.session.CurrentStatus, "Ready") << serialData << " was not opened again";
+  }
+}
+
 TEST_F(Polled, StopEndsAReaderThatWaits) {
   Use(protocol::DataTakerB);
   rig.session.TheTimeOut = 30000;
@@ -215,6 +243,47 @@ TEST_F(Polled, RunsASampleForEachBufferedLineUnderItsOwnTime) {
   EXPECT_EQ(rows[0].date, DateSerial(2026, 3, 12));
   EXPECT_EQ(rows[0].time, TimeOfDay(6, 7, 30));
   EXPECT_EQ(rows[1].c, 6.0);
+}
+
+TEST_F(Polled, AnUnpluggedBufferingInstrumentIsToldAndReadAgainWhenItIsBack) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:");
+  ASSERT_EQ(graph2.plots.size(), 1u);
+  rig.plainPort.HangUp();
+  rig.plainPort.Vanish();
+  rig.dialogs.Expect("there is no such serial device", Answer::Ok);
+  rig.clock.Advance(8000);
+  rig.plainPort.ComeBack();
+  rig.clock.Advance(2000);
+  ASSERT_TRUE(rig.plainPort.open);
+  EXPECT_EQ(rig.plainPort.openings.back().handshake, Handshake::XonXoff);
+  rig.plainPort.Receive("07:31,4,5,6\n12-Mar-2026 06:08:30,7,8,9\n");
+  EXPECT_EQ(graph2.plots.size(), 2u) << "the line that was cut is dropped, the next one is taken";
+  EXPECT_EQ(rig.session.CurrentValue[3], 9.0f);
+}
+
+TEST_F(Polled, AFaultOfABufferedLineIsToldWithTheNameOfItsProcedure) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.session.Parameters[2].Gain = 1e300;
+  ConnectAndStart();
+  rig.dialogs.Expect(" - IntermittentDataAnalysis", Answer::Cancel);
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+  EXPECT_TRUE(graph2.plots.empty());
+}
+
+TEST_F(Polled, LinesThatComeWhileABoxStandsAreTakenWhenItIsLeft) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.session.Parameters[2].Gain = 1e300;
+  ConnectAndStart();
+  rig.dialogs.Expect(" - IntermittentDataAnalysis", Answer::Retry, [this] {
+    rig.plainPort.Receive("12-Mar-2026 06:07:32,7,8,9\n");
+    EXPECT_EQ(rig.plainPort.waiting, "") << "a port that nobody reads loses what comes";
+    rig.session.Parameters[2].Gain = 1;
+  });
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  ASSERT_EQ(graph2.plots.size(), 3u);
+  EXPECT_EQ(rig.session.CurrentValue[3], 9.0f);
 }
 
 TEST_F(Polled, DropsBufferedLinesOutsideOfAJob) {
