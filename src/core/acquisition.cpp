@@ -35,6 +35,7 @@ Acquisition::Acquisition(Session& session, const Platform& platform, MainView& v
 // --- Connect ---
 
 void Acquisition::mnuAcquireConnect_Click() {
+  if (polling_.PutOffBehindPage([this] { mnuAcquireConnect_Click(); })) return;
   const bool outermost = !std::exchange(connecting_, true);
   const bool done =
       RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) { Connect(run); });

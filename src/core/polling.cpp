@@ -42,55 +42,81 @@ Polling::Polling(Session& session, const Platform& platform, MainView& view, Mai
 
 // --- The plain port, tick by tick ---
 
+class Polling::Tick {
+ public:
+  explicit Tick(Polling& polling)
+      : polling_(polling), boxesBelow_(std::exchange(polling.boxesBelowTick_, polling.platform_.dialogs.Standing())) {
+    ++polling_.ticks_;
+  }
+  ~Tick() {
+    --polling_.ticks_;
+    polling_.boxesBelowTick_ = boxesBelow_;
+  }
+  Tick(const Tick&) = delete;
+  Tick& operator=(const Tick&) = delete;
+
+ private:
+  Polling& polling_;
+  int boxesBelow_;
+};
+
+bool Polling::TickIsUnderWay() const {
+  if (ticks_ == 0) return false;
+  const bool liesBelowABox = platform_.dialogs.Standing() > boxesBelowTick_;
+  return !liesBelowABox || platform_.dialogs.TopIsAnswered();
+}
+
+/// The port for the topmost tick, away from one that lies below a box.
+TickPort Polling::TakePort() {
+  return {*link_.MSComm1, portHolder_, ticks_ > 1 ? &platform_.dialogs : nullptr};
+}
+
 bool Polling::NeedsTicks() const {
-  const Protocol* protocol = FindProtocol(session_.SerialData);
-  return protocol && (protocol->driver == Driver::PolledByTick || protocol->driver == Driver::BufferedLines ||
-                      protocol->serialData == protocol::Formatted);
+  const Protocol* const protocol = FindProtocol(session_.SerialData);
+  if (protocol == nullptr) return false;
+  if (protocol->serialData == protocol::Formatted || protocol->driver == Driver::BufferedLines) return true;
+  // Behind an own unit the line driver serves, and holds the device.
+  return protocol->driver == Driver::PolledByTick && !session_.UseODataCom;
 }
 
 bool Polling::OpenPort() {
+  if (!NeedsTicks()) return true;
+  link_.CloseODataCom();  // one owner of a device at a time
   if (session_.SerialData == protocol::Intermittent) {
     lines_.Reset(session_.Terminator);
     return link_.OpenPlainPort(Handshake::XonXoff);
   }
-  if (!NeedsTicks()) return true;
-  if (session_.SerialData == protocol::Formatted) link_.CloseODataCom();  // until the line length is learned
   return link_.MSComm1->IsOpen() || link_.OpenPlainPort(static_cast<Handshake>(session_.Handshake));
 }
 
 void Polling::Timer1_Timer() {
-  if (ticking_ || !timers_.Timer1->Enabled()) return;
-  const Under ticking(ticking_);
+  if (TickIsUnderWay() || !timers_.Timer1->Enabled()) return;
   if (session_.SerialData == protocol::Intermittent) return KeepListening();
-  timedOut_ = false;
-  road_.Sample(road_.ReportOf("Timer1_Timer"), [this](const Statements& run) { return Poll(run); });
-  if (timedOut_) PauseAfterTimeOut();
+  const Tick tick(*this);
+  bool timedOut = false;
+  road_.Sample(road_.ReportOf("Timer1_Timer"), [&](const Statements& run) { return Poll(run, timedOut); });
+  if (timedOut) PauseAfterTimeOut();
 }
 
-/// A buffering instrument speaks when it likes. Its port is opened again where its device went away, and what was cut
-/// off is forgotten.
-void Polling::KeepListening() {
-  if (link_.MSComm1->IsOpen() || analysing_) return;
-  lines_.Reset(session_.Terminator);
-  link_.KeepPlainPortOpen(Handshake::XonXoff);
-}
-
-Values Polling::Poll(const Statements& run) {
-  if (!link_.KeepPlainPortOpen(static_cast<Handshake>(session_.Handshake)))
-    return Values::Left;  // the gap is a gap in the log too
-  if (session_.SerialData == protocol::Formatted) return Learn(run);
-  const std::string line = road_.LineDecoders().ReadPolled(*link_.MSComm1);
+Values Polling::Poll(const Statements& run, bool& timedOut) {
+  if (!link_.KeepPlainPortOpen()) return Values::Left;  // the gap is a gap in the log too
+  if (session_.SerialData == protocol::Formatted) return Learn(run, timedOut);
+  TickPort port = TakePort();
+  const std::string line = road_.LineDecoders().ReadPolled(port);
   if (session_.StopRequested) {
-    timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);  // Stop has left that status
+    timedOut = TakeTimeOut();
     return Values::Left;
   }
-  if (line.empty()) return Values::Left;  // the instrument was silent: there is no sample
+  // Silence is no sample, and one that a later sample has overtaken would be drawn backwards.
+  if (line.empty() || !port.IsHeld()) return Values::Left;
+  link_.PlainDataCame();
   return road_.TakeValues(run, line);
 }
 
 /// The length of formatted lines is learned on the plain port; then the line driver takes the device over.
-Values Polling::Learn(const Statements& run) {
-  PortReader reader(*link_.MSComm1, platform_.clock, session_);
+Values Polling::Learn(const Statements& run, bool& timedOut) {
+  TickPort port = TakePort();
+  PortReader reader(port, platform_.clock, session_);
   const TimeLimit limit(platform_.clock, session_);
   const LineLength outcome = run([&] { return LearnLineLength(reader, session_, limit); });
   if (outcome == LineLength::Learned) {
@@ -98,19 +124,25 @@ Values Polling::Learn(const Statements& run) {
     link_.ClosePlainPort();
     link_.SetODataCom();
   }
-  timedOut_ = outcome == LineLength::TimedOutCheckHardware || outcome == LineLength::TimedOutCheckSettings;
-  if (!timedOut_) return Values::Left;
+  if (outcome != LineLength::TimedOutCheckHardware && outcome != LineLength::TimedOutCheckSettings) return Values::Left;
   const MessageId text =
       outcome == LineLength::TimedOutCheckHardware ? MessageId::TimeOutCheckHardware : MessageId::TimeOutCheckSettings;
   platform_.dialogs.Message({session_.Translator.Translate(text),
                              session_.Translator.Translate(MessageId::TimeOutTitle), Buttons::Ok, BoxIcon::Critical});
-  timedOut_ = StatusIs(session_, MessageId::StatusAcquiringData);
+  timedOut = TakeTimeOut();
   return Values::Left;
+}
+
+/// Whether it was a wait that has set StopRequested in a running job. A job that stands then loses the mark at once, or
+/// the end of this sample would end the recording too; Stop has left the job already.
+bool Polling::TakeTimeOut() {
+  const bool acquiring = StatusIs(session_, MessageId::StatusAcquiringData);
+  if (acquiring || StatusIs(session_, MessageId::StatusAcquiringPaused)) session_.StopRequested = false;
+  return acquiring;
 }
 
 /// A time-out goes through Pause, so that a restart needs only Resume.
 void Polling::PauseAfterTimeOut() {
-  session_.StopRequested = false;
   recorder_.Close();
   platform_.clock.WaitMilliseconds(kRestBeforeCloseMs);
   if (!StatusIs(session_, MessageId::StatusAcquiringData)) return;
@@ -126,8 +158,18 @@ void Polling::MSComm1_OnComm() {
   if (session_.SerialData != protocol::Intermittent) return;
   if (analysing_) return lines_.Hold(*link_.MSComm1);  // a box may stand on the sample for as long as it likes
   const Under analysing(analysing_);
-  while (lines_.Receive(*link_.MSComm1))
+  while (lines_.Receive(*link_.MSComm1)) {
+    link_.PlainDataCame();
     if (StatusIs(session_, MessageId::StatusAcquiringData)) IntermittentDataAnalysis();
+  }
+}
+
+/// A buffering instrument speaks when it likes. Its port is opened again where its device went away, and what was cut
+/// off is forgotten.
+void Polling::KeepListening() {
+  if (link_.MSComm1->IsOpen() || analysing_) return;
+  lines_.Reset(session_.Terminator);
+  link_.KeepPlainPortOpen();
 }
 
 void Polling::IntermittentDataAnalysis() {
@@ -175,7 +217,15 @@ void Polling::Timer5_Timer() {
   FetchAndPass("Timer5_Timer", [this] { return ReadValuesPage(session_, *pages_, platform_.clock); });
 }
 
+bool Polling::PutOffBehindPage(std::function<void()> task) {
+  if (!fetching_) return false;
+  behindPage_ = std::move(task);
+  pages_->Cancel();
+  return true;
+}
+
 void Polling::End() {
+  behindPage_ = nullptr;
   timers_.Timer1->SetEnabled(false);
   timers_.Timer4->SetEnabled(false);
   timers_.Timer5->SetEnabled(false);
@@ -184,6 +234,11 @@ void Polling::End() {
 
 void Polling::FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read) {
   if (fetching_ || platform_.clock.Ticks() < nextFetch_) return;
+  PassPage(procedure, read);
+  if (const auto task = std::exchange(behindPage_, nullptr)) task();
+}
+
+void Polling::PassPage(const char* procedure, const std::function<std::optional<std::string>()>& read) {
   const Under fetching(fetching_);
   std::optional<std::string> line;
   const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) { line = run(read); });

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/sample_road.h"
+#include "core/tick_port.h"
 #include "instruments/intermittent.h"
 #include "instruments/line_length.h"
 #include "instruments/link.h"
@@ -21,7 +22,8 @@ class Polling {
   Polling(Session& session, const Platform& platform, MainView& view, MainTimers& timers, Link& link,
           Recorder& recorder, SampleRoad& road, std::unique_ptr<PageFetch> pages);
 
-  /// A tick of a polled protocol. Never entered again while it runs: two readers would share one port.
+  /// A tick of a polled protocol. Never entered again while it runs: two readers would share one port. A tick that lies
+  /// below a box does not run, and a later one takes the port over from it: samples go on behind boxes.
   void Timer1_Timer();
 
   /// The page of a networked recorder as one table.
@@ -32,6 +34,9 @@ class Polling {
   void EnablePageTimer();
   /// One page fetched; for Connect. Reports its own failure.
   bool CanFetchPage();
+  /// While a page is being fetched below on the stack no other can be: gives that one up and runs `task` behind it.
+  /// False where there is none.
+  bool PutOffBehindPage(std::function<void()> task);
 
   /// Bytes of an instrument that buffers its samples.
   void MSComm1_OnComm();
@@ -45,15 +50,21 @@ class Polling {
   void End();
 
   /// A tick, a page or a burst is on the stack.
-  bool IsRunning() const { return ticking_ || analysing_ || fetching_; }
+  bool IsRunning() const { return ticks_ > 0 || analysing_ || fetching_; }
 
  private:
-  void KeepListening();
-  Values Poll(const Statements& run);
-  Values Learn(const Statements& run);
+  class Tick;
+
+  bool TickIsUnderWay() const;
+  TickPort TakePort();
+  Values Poll(const Statements& run, bool& timedOut);
+  Values Learn(const Statements& run, bool& timedOut);
+  bool TakeTimeOut();
   void PauseAfterTimeOut();
+  void KeepListening();
   void IntermittentDataAnalysis();
   Values TakeBufferedLine(const Statements& run, int number);
+  void PassPage(const char* procedure, const std::function<std::optional<std::string>()>& read);
   void FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read);
 
   Session& session_;
@@ -67,10 +78,12 @@ class Polling {
   IntermittentLines lines_;
   std::string Text1_;  ///< the last line that a page gave
   std::int64_t nextFetch_ = 0;
-  bool ticking_ = false;
+  std::function<void()> behindPage_;
+  const TickPort* portHolder_ = nullptr;
+  int ticks_ = 0;           ///< on the stack; all but the topmost lie below a box
+  int boxesBelowTick_ = 0;  ///< boxes that stood when the topmost tick began
   bool analysing_ = false;
   bool fetching_ = false;
-  bool timedOut_ = false;
 };
 
 }  // namespace velk

@@ -130,6 +130,7 @@ bool Link::EnablePort() {
 }
 
 void Link::CloseODataCom() {
+  toldByEnablePort_.clear();
   watchdog_.SetEnabled(false);
   retry_->SetEnabled(false);
   ODataCom1.Close();
@@ -146,8 +147,9 @@ bool Link::OpenPlainPort(Handshake handshake) {
   return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
     run([&] {
       ClosePlainPort();
+      plain_ = PlainSettings(handshake);
       try {
-        MSComm1->Open(PlainSettings(handshake));
+        MSComm1->Open(plain_);
       } catch (const PortError& error) {
         throw RuntimeError(error.Number(), PortErrorText(error));
       }
@@ -156,13 +158,12 @@ bool Link::OpenPlainPort(Handshake handshake) {
   });
 }
 
-bool Link::KeepPlainPortOpen(Handshake handshake) {
+bool Link::KeepPlainPortOpen() {
   if (MSComm1->IsOpen()) return true;
   if (platform_.clock.Ticks() < nextReopen_) return false;
   nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
   try {
-    MSComm1->Open(PlainSettings(handshake));
-    failureTold_ = false;
+    MSComm1->Open(plain_);
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));
   }

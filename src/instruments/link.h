@@ -40,9 +40,11 @@ class Link {
 
   /// Opens the plain port with the session's own line settings; closes it first. False after an error box.
   bool OpenPlainPort(Handshake handshake);
-  /// At each tick of a protocol on the plain port: opens it again where its device went away, at most once a second. A
-  /// failure is told once. Gives whether it is open.
-  bool KeepPlainPortOpen(Handshake handshake);
+  /// Opens the plain port again, as it was opened last, where its device went away; at most once a second. A failure is
+  /// told once until data have come again.
+  bool KeepPlainPortOpen();
+  /// Data have come through the plain port.
+  void PlainDataCame() { failureTold_ = false; }
 
   /// Closes and reopens the driver. A failure is told in a box, once until data come again.
   void CycleODataCom();
@@ -76,6 +78,7 @@ class Link {
   MainView& view_;
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
+  SerialSettings plain_;          ///< of the plain port's last opening
   std::int64_t linesSeen_ = 0;
   std::int64_t nextReopen_ = 0;   ///< Ticks, of the plain port
   bool failureTold_ = false;      ///< a failure was shown and no data have come since

@@ -24,6 +24,11 @@ template <class Show>
 auto Dialogs::WithGateOpen(Show&& show) {
   if (const auto first = std::exchange(beforeBox, nullptr)) first();
   const GateState open(gate_, GateState::Open);
+  struct Counted {
+    explicit Counted(int& boxes) : count(boxes) { ++count; }
+    ~Counted() { --count; }
+    int& count;
+  } const counted(boxes_);
   return show();
 }
 

@@ -56,6 +56,11 @@ class Dialogs {
   /// to the log and to let later samples pass.
   std::function<void()> beforeBox;
 
+  /// Boxes and dialogs that stand, one on top of the other: what lies below the topmost waits for its answer.
+  int Standing() const { return boxes_; }
+  /// The topmost was answered already: whoever shows it goes on once what was begun behind it has left the stack.
+  virtual bool TopIsAnswered() const { return false; }
+
   /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.
   void SetEnding();
 
@@ -74,6 +79,7 @@ class Dialogs {
 
   Gate& gate_;
   std::set<std::string> standing_;
+  int boxes_ = 0;
   bool ending_ = false;
 };
 

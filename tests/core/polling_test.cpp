@@ -29,6 +29,25 @@ class Polled : public testing::Test {
     rig.acquisition.mnuAcquireStart_Click();
   }
   std::string Now() { return FormatDate(rig.clock.Now(), "hh:mm:ss"); }
+  /// An instrument of three channels that is asked, and answers.
+  void UseAnsweringInstrument() {
+    Use(protocol::SentWhenRequested, ",", "\n");
+    rig.session.TheTimeOut = 2;
+    for (int i = 1; i <= 3; ++i) rig.session.Parameters[i].CommandString = "V" + std::to_string(i) + "\r\n";
+    Respond();
+  }
+  void Respond() {
+    rig.clock.onYield = [this] {
+      if (rig.plainPort.written.empty()) return;
+      const char number = rig.plainPort.written[1];
+      rig.plainPort.written.clear();
+      rig.plainPort.Receive(std::string(1, number) + "0.25\r\n");
+    };
+  }
+  void FallSilent() {
+    rig.clock.onYield = nullptr;
+    rig.plainPort.written.clear();
+  }
 
   Rig rig;
   test::FakeGraphWindow& graph2 = rig.graphs.windows[2];
@@ -92,6 +111,48 @@ TEST_F(Polled, AnInstrumentThatDoesNotAnswerIsToldAndPausedAndResumeIsEnough) {
   rig.acquisition.mnuAcquireStop_Click();
 }
 
+TEST_F(Polled, RecordingGoesOnInTheSameFileWhenATimeOutIsResumed) {
+  UseAnsweringInstrument();
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(1500);
+  const std::size_t before = rig.Rows(rig.Path("job.mdb")).size();
+  EXPECT_GE(before, 1u);
+  FallSilent();
+  rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  rig.clock.Advance(4000);
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_TRUE(rig.session.RecordToDB);
+  Respond();
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  rig.clock.Advance(3000);
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_GE(rig.Rows(rig.Path("job.mdb")).size(), before + 2);
+}
+
+TEST_F(Polled, ATimeOutUnderPauseLeavesNothingStandingInTheWayOfResume) {
+  UseAnsweringInstrument();
+  ConnectAndStart();
+  rig.clock.Advance(1500);
+  FallSilent();
+  int rounds = 0;
+  rig.clock.onYield = [&] {
+    if (++rounds == 3) rig.acquisition.mnuAcquireStart_Click();
+  };
+  rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  rig.clock.Advance(4000);
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_FALSE(rig.session.StopRequested);
+  const std::size_t before = graph2.plots.size();
+  Respond();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(2000);
+  EXPECT_GE(graph2.plots.size(), before + 1);
+  rig.acquisition.mnuAcquireStop_Click();
+}
+
 TEST_F(Polled, AnUnpluggedPortIsAGapAndIsReadAgainWhenItIsBack) {
   Use(protocol::Das104, ",", "\r");
   ConnectAndStart();
@@ -139,6 +200,80 @@ TEST_F(Polled, AnUnpluggedPortIsNoErrorOfTheReaderThatWaitsOnIt) {
     rig.clock.onYield = nullptr;
     EXPECT_EQ(rig.session.CurrentStatus, "Ready") << serialData << " was not opened again";
   }
+}
+
+TEST_F(Polled, SamplesGoOnBehindABoxThatStandsOverAWaitingTick) {
+  UseAnsweringInstrument();
+  ConnectAndStart();
+  rig.clock.Advance(1500);
+  const std::size_t before = graph2.plots.size();
+  std::size_t behindTheBox = 0;
+  rig.dialogs.Expect("the operator reads", Answer::Ok, [&] {
+    rig.clock.Advance(8000);
+    behindTheBox = graph2.plots.size();
+  });
+  const auto respond = rig.clock.onYield;
+  bool shown = false;
+  rig.clock.onYield = [&] {
+    if (rig.polling.IsRunning() && rig.session.SampleBusy && !std::exchange(shown, true))
+      rig.dialogs.Message({"the operator reads", ""});
+    respond();
+  };
+  rig.clock.Advance(1500);
+  EXPECT_GE(behindTheBox, before + 3);
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data") << "the tick below the box has not run out of time";
+  const std::size_t after = graph2.plots.size();
+  rig.clock.Advance(3000);
+  EXPECT_GE(graph2.plots.size(), after + 2);
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_FALSE(rig.polling.IsRunning());
+}
+
+TEST_F(Polled, AReaderThatLostItsPortToALaterTickGivesNothing) {
+  Use(protocol::DataTakerA, ",", "\n");
+  ConnectAndStart();
+  rig.dialogs.Expect("the operator reads", Answer::Ok, [&] {
+    rig.plainPort.Receive("00\r\n" + Now() + ",40,50,60\r\n");
+    rig.clock.Advance(1600);
+  });
+  bool shown = false;
+  rig.clock.onYield = [&] {
+    // What the first reader holds has no end yet.
+    if (rig.session.SampleBusy && rig.plainPort.waiting.empty() && !std::exchange(shown, true))
+      rig.dialogs.Message({"the operator reads", ""});
+  };
+  rig.plainPort.Receive(Now() + ",1,2,3");
+  rig.clock.Advance(60);
+  rig.acquisition.mnuAcquireStop_Click();
+  ASSERT_TRUE(shown);
+  EXPECT_FALSE(graph2.plots.empty());
+  for (const auto& plot : graph2.plots) EXPECT_EQ(plot.value, 60.0f) << "\"3\" and \"00\" make no 300";
+}
+
+TEST_F(Polled, ATickAboveABoxLeavesOnceTheBoxIsAnswered) {
+  Use(protocol::Das104, ",", "\r");  // a silent one is waited for without an end
+  ConnectAndStart();
+  int rounds = 0;
+  rig.dialogs.Expect("are you sure", Answer::Ok, [&] {
+    rounds = 0;
+    rig.clock.Advance(3000);
+    EXPECT_LT(rounds, 400) << "a tick that finds the box answered does not begin to wait";
+  });
+  bool shown = false;
+  rig.clock.onYield = [&] {
+    ++rounds;
+    if (!std::exchange(shown, true)) {
+      rig.dialogs.Message({"are you sure", ""});
+      rig.dialogs.topIsAnswered = false;
+      return rig.acquisition.mnuAcquireStop_Click();
+    }
+    if (rounds == 200) rig.dialogs.topIsAnswered = true;
+    if (rounds == 5000) rig.acquisition.mnuAcquireStop_Click();  // it would wait for ever
+  };
+  rig.clock.Advance(60);
+  ASSERT_TRUE(shown);
+  EXPECT_LT(rounds, 5000);
+  EXPECT_FALSE(rig.polling.IsRunning());
 }
 
 TEST_F(Polled, StopEndsAReaderThatWaits) {
@@ -286,6 +421,24 @@ TEST_F(Polled, LinesThatComeWhileABoxStandsAreTakenWhenItIsLeft) {
   EXPECT_EQ(rig.session.CurrentValue[3], 9.0f);
 }
 
+TEST_F(Polled, ADeviceThatVanishesAgainAfterDataIsToldAgain) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  for (int i = 1; i <= 2; ++i) {
+    rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+    rig.dialogs.Expect("there is no such serial device", Answer::Ok);
+    rig.plainPort.Vanish();
+    rig.plainPort.HangUp();
+    rig.clock.Advance(3000);
+    rig.plainPort.ComeBack();
+    rig.clock.Advance(1500);
+  }
+  rig.plainPort.Vanish();
+  rig.plainPort.HangUp();
+  rig.clock.Advance(3000);
+  EXPECT_EQ(rig.dialogs.shown.size(), 2u) << "without data in between it is the same failure";
+}
+
 TEST_F(Polled, DropsBufferedLinesOutsideOfAJob) {
   Use(protocol::Intermittent, ",", "\n");
   rig.acquisition.mnuAcquireConnect_Click();
@@ -342,6 +495,58 @@ TEST_F(Polled, APageWithoutItsCellsIsToldByTheTimersBox) {
   EXPECT_EQ(rig.pages->cancelled, 1);
   EXPECT_FALSE(rig.timers.Timer5->Enabled());
 }
+
+TEST_F(Polled, ConnectPressedWhileAPageIsFetchedWaitsForOneOfItsOwn) {
+  Use(protocol::LumoThroughHmi, " ", "\r\n");
+  rig.polling.EnablePageTimer();
+  rig.pages->fault = PageFault::NoConnection;
+  rig.pages->meanwhile = [this] { rig.acquisition.mnuAcquireConnect_Click(); };
+  rig.dialogs.Expect(" - mnuAcquireConnect_Click", Answer::Cancel);
+  rig.clock.Advance(510);
+  rig.timers.Timer5->SetEnabled(false);
+  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(rig.dialogs.shown.size(), 1u) << "a page that was given up is no fault";
+}
+
+// --- One owner of the device ---
+
+class EachProtocol : public Polled, public testing::WithParamInterface<std::tuple<int, bool>> {
+ protected:
+  EachProtocol() {
+    const auto heldBy = [](const test::FakeDevice& other) {
+      return [&other] {
+        if (other.open) throw PortError(ErrorNumber::FileAlreadyOpen, "/dev/ttyS0");
+      };
+    };
+    rig.plainPort.failOpen = heldBy(rig.linePort);
+    rig.linePort.failOpen = heldBy(rig.plainPort);
+  }
+};
+
+TEST_P(EachProtocol, LetsOneOfBothPortsHoldTheDeviceFromConnectToStop) {
+  const auto& [place, behindAnOwnUnit] = GetParam();
+  Use(Protocols()[static_cast<std::size_t>(place)].serialData);
+  rig.session.IsOwnUnit = behindAnOwnUnit;
+  SetProtocolConstants(rig.session);
+  rig.link.SetODataCom();
+  rig.pages->page = "";
+  if (rig.session.SerialData == protocol::DllFunctionCall) rig.dialogs.Expect("no driver", Answer::Ok);
+  rig.Connect();
+  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_FALSE(rig.plainPort.open && rig.linePort.open);
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
+  EXPECT_FALSE(rig.plainPort.open);
+  rig.link.SetODataCom();  // as behind the dialogs of the serial port
+}
+
+INSTANTIATE_TEST_SUITE_P(Places, EachProtocol, testing::Combine(testing::Range(0, 16), testing::Bool()));
 
 TEST_F(Polled, AProtocolWithoutADriverIsToldAtConnect) {
   Use(protocol::DllFunctionCall);

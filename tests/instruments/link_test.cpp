@@ -254,6 +254,48 @@ TEST_F(LinkTest, ADifferentFailureBehindEnablePortIsTold) {
   link.SetODataCom();
 }
 
+TEST_F(LinkTest, WhatAnEarlierConnectToldIsToldAgainWhenTheLinkIsSetUpAnew) {
+  plain.failOpen = driver.failOpen = [] { throw PortError(ErrorNumber::DeviceUnavailable, kDevice); };
+  session.SerialData = "Data Taker a";
+  session.IsOwnUnit = false;
+  dialogs.Expect(" - EnablePort", Answer::Cancel);
+  link.EnablePort();
+  session.SerialData = "Any Serial Data";
+  dialogs.Expect(" - SetODataCom", Answer::Cancel);
+  link.CloseODataCom();
+  link.SetODataCom();
+}
+
+// --- The plain port of a running job ---
+
+TEST_F(LinkTest, APlainPortWhoseDeviceIsGoneIsTriedOnceASecondAndToldOnce) {
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::XonXoff));
+  EXPECT_TRUE(link.KeepPlainPortOpen());
+  plain.Vanish();
+  plain.HangUp();
+  dialogs.Expect("/dev/ttyVelk: there is no such serial device.", Answer::Ok);
+  const std::size_t before = plain.openings.size();
+  for (int tick = 0; tick < 200; ++tick) {
+    EXPECT_FALSE(link.KeepPlainPortOpen());
+    clock.Advance(50);
+  }
+  EXPECT_EQ(plain.openings.size() - before, 10U);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  plain.ComeBack();
+  EXPECT_TRUE(link.KeepPlainPortOpen());
+  EXPECT_EQ(plain.openings.back().handshake, Handshake::XonXoff);
+}
+
+TEST_F(LinkTest, AnotherAdapterDoesNotTakeThePlaceOfTheOneThatAJobLost) {
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
+  settings.Save("VELK2", "Protocol", "PortDevice1", "/dev/other");
+  plain.HangUp();
+  EXPECT_TRUE(link.KeepPlainPortOpen());
+  EXPECT_EQ(plain.openings.back().device, kDevice) << "its values would go into this job's log";
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
+  EXPECT_EQ(plain.openings.back().device, "/dev/other") << "a new opening looks anew";
+}
+
 // --- Closing ---
 
 TEST_F(LinkTest, CloseODataComStopsTheWatchdogAndShowsTheOffImages) {

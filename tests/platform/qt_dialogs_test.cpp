@@ -72,6 +72,25 @@ class QtDialogsTest : public testing::Test {
                       .retry = "&Wiederholen"}};
 };
 
+TEST_F(QtDialogsTest, KnowsWhatStandsAndWhetherTheTopmostWasAnswered) {
+  EXPECT_EQ(dialogs_.Standing(), 0);
+  EXPECT_FALSE(dialogs_.TopIsAnswered());
+  AnswerWith({"below", ""}, [this](QMessageBox& below) {
+    EXPECT_EQ(dialogs_.Standing(), 1);
+    EXPECT_FALSE(dialogs_.TopIsAnswered());
+    AnswerWith({"above", ""}, [this](QMessageBox& above) {
+      EXPECT_EQ(dialogs_.Standing(), 2);
+      EXPECT_FALSE(dialogs_.TopIsAnswered());
+      ButtonOf(above, "In Ordnung")->click();
+      EXPECT_TRUE(dialogs_.TopIsAnswered()) << "this handler is what it waits for";
+    });
+    EXPECT_EQ(dialogs_.Standing(), 1);
+    EXPECT_FALSE(dialogs_.TopIsAnswered());
+    ButtonOf(below, "In Ordnung")->click();
+  });
+  EXPECT_EQ(dialogs_.Standing(), 0);
+}
+
 TEST_F(QtDialogsTest, GivesTheAnswerOfTheButtonThatWasPressed) {
   const auto press = [](const QString& text) { return [text](QMessageBox& box) { ButtonOf(box, text)->click(); }; };
   EXPECT_EQ(AnswerWith({"T", "", Buttons::Ok}, press("In Ordnung")), Answer::Ok);

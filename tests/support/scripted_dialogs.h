@@ -21,6 +21,9 @@ class ScriptedDialogs : public Dialogs {
   void ExpectOpenFile(std::optional<std::string> path);
   void ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_ = {});
 
+  bool TopIsAnswered() const override { return topIsAnswered; }
+
+  bool topIsAnswered = false;  ///< set by what runs while a box stands
   std::vector<MessageBox> shown;
   std::vector<FileQuestion> filesAsked;
   std::vector<std::string> inputTitles;

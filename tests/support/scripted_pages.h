@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/page_fetch.h"
@@ -12,16 +14,32 @@ namespace velk::test {
 class ScriptedPages : public PageFetch {
  public:
   std::optional<std::string> Fetch(const std::string& address) override {
+    if (busy_) return std::nullopt;
     asked.push_back(address);
+    cancelledNow_ = false;
+    if (meanwhile) {
+      busy_ = true;
+      std::exchange(meanwhile, nullptr)();
+      busy_ = false;
+      if (cancelledNow_) return std::nullopt;
+    }
     if (fault) throw PageError(*fault, address);
     return page;
   }
-  void Cancel() override { ++cancelled; }
+  void Cancel() override {
+    ++cancelled;
+    cancelledNow_ = true;
+  }
 
   std::optional<std::string> page;
   std::optional<PageFault> fault;
   std::vector<std::string> asked;
+  std::function<void()> meanwhile;  ///< runs once while a page is being fetched
   int cancelled = 0;
+
+ private:
+  bool busy_ = false;
+  bool cancelledNow_ = false;
 };
 
 }  // namespace velk::test

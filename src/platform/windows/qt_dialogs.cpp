@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QStringList>
 #include <utility>
+#include <vector>
 
 namespace velk {
 
@@ -71,6 +72,16 @@ QString Patterns(const QString& patterns) {
   return list.join(' ');
 }
 
+/// All of the program's, also those that a caller of Modal shows: each has an event loop on the stack.
+std::vector<QDialog*> ModalWindowsShown() {
+  std::vector<QDialog*> shown;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    auto* dialog = qobject_cast<QDialog*>(window);
+    if (dialog && dialog->isVisible() && dialog->isModal()) shown.push_back(dialog);
+  }
+  return shown;
+}
+
 }  // namespace
 
 QString FileFilter(const std::string& filter) {
@@ -108,11 +119,11 @@ void QtDialogs::EndBoxes() {
 }
 
 void QtDialogs::CloseStanding() {
-  // All of the program's modal windows, also those that a caller of Modal shows: each has an event loop on the stack.
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    auto* dialog = qobject_cast<QDialog*>(window);
-    if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
-  }
+  for (QDialog* dialog : ModalWindowsShown()) dialog->reject();
+}
+
+bool QtDialogs::TopIsAnswered() const {
+  return static_cast<int>(ModalWindowsShown().size()) < Standing();
 }
 
 Answer QtDialogs::ShowMessage(const MessageBox& message) {

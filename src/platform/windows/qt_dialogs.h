@@ -32,6 +32,8 @@ class QtDialogs : public Dialogs {
   /// The main window: where boxes stand when none of the program's windows is active.
   void SetParent(QWidget* parent) { parent_ = parent; }
 
+  bool TopIsAnswered() const override;
+
   /// SetEnding, and what stands on the screen is answered as if it had been closed.
   void EndBoxes();
 
