@@ -1,34 +1,13 @@
 #include <benchmark/benchmark.h>
 
-#include <QTemporaryDir>
 #include <stdexcept>
 #include <string>
 
-#include "platform/settings.h"
-#include "store/settings_io.h"
+#include "bench/full_store.h"
 
 namespace {
 
-/// A full store on the disk that holds the working folder: 64 parameters, 64 playback parameters, 32 formulas.
-class FullStore {
- public:
-  FullStore() {
-    velk::Session session;
-    velk::SettingsStore store(Path());
-    velk::LoadSettings(session, store);
-    session.NumberOfFormulae = 32;
-    session.AdditionalParameters.resize(33);
-    session.Formula.assign(33, "{Parameter 1} * 2 + avg({Parameter 2})");
-    velk::SaveSettings(session, store);
-    store.Save("VELK2", "Parameters", "NumberOfParameters", "32");
-    store.Flush();
-  }
-
-  std::string Path() const { return folder_.path().toStdString(); }
-
- private:
-  QTemporaryDir folder_{"velk-bench-XXXXXX"};
-};
+using velk::bench::FullStore;
 
 /// Reading and taking apart the file included: a start of the program.
 void LoadSettings(benchmark::State& state) {

@@ -1,0 +1,273 @@
+// A unit that floods: lines come over a pseudo-terminal, through the real port, line driver, gate and road of a sample,
+// into the real main window, 64 channels on 8 graphs, every sample drawn. First a hundred times as many lines as the
+// sampling rate asks for, a second's worth at once; then as many as the system takes.
+//
+// Counted are the lines on each stretch (sent, read by the driver, rows of the log with the numbers in them), how long
+// the window kept an event waiting, and the memory. A line that is lost between two stretches fails the benchmark.
+//
+//   bench/flood_bench         the folder of the log is the present one, or VELK_BENCH_FOLDER
+
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdlib>
+#include <fstream>
+
+#include "bench/flood_unit.h"
+#include "demo/unattended.h"
+#include "instruments/windows/protocol_dialogs_qt.h"
+#include "platform/command.h"
+#include "platform/connection.h"
+#include "platform/settings.h"
+#include "platform/system_clock.h"
+#include "shell/application.h"
+#include "store/windows/settings_questions_qt.h"
+
+namespace velk {
+
+namespace {
+
+using bench::FloodUnit;
+using Pace = FloodUnit::Pace;
+using Time = std::chrono::steady_clock;
+
+constexpr int kChannels = 64;
+constexpr int kGraphs = 8;
+constexpr int kFloodMs = 10'000;
+constexpr int kHeartbeatMs = 10;
+constexpr int kLongestWaitMs = 60'000;
+
+double Milliseconds(Time::duration time) {
+  return std::chrono::duration<double, std::milli>(time).count();
+}
+
+double ResidentMegabytes() {
+  std::ifstream memory("/proc/self/statm");
+  double size = 0, resident = 0;
+  memory >> size >> resident;
+  return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+void RunEvents(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+/// Runs events until the condition holds; false when it never does.
+template <class Condition>
+bool RunEventsUntil(Condition condition) {
+  for (const auto begin = Time::now(); !condition(); RunEvents(20))
+    if (Milliseconds(Time::now() - begin) > kLongestWaitMs) return false;
+  return true;
+}
+
+/// A device's port that counts the lines that are read from it.
+class CountingPort : public SerialPort {
+ public:
+  explicit CountingPort(long long& lines) : lines_(lines) {
+    port_->onReadyRead = [this] {
+      if (onReadyRead) onReadyRead();
+    };
+    port_->onHangUp = [this] {
+      if (onHangUp) onHangUp();
+    };
+  }
+  void Open(const SerialSettings& settings) override { port_->Open(settings); }
+  void Close() override { port_->Close(); }
+  bool IsOpen() const override { return port_->IsOpen(); }
+  std::size_t BytesWaiting() const override { return port_->BytesWaiting(); }
+  std::string Read(std::size_t most) override {
+    std::string bytes = port_->Read(most);
+    lines_ += std::count(bytes.begin(), bytes.end(), '\n');
+    return bytes;
+  }
+  void Write(std::string_view bytes) override { port_->Write(bytes); }
+  void ClearInput() override { port_->ClearInput(); }
+
+ private:
+  std::unique_ptr<SerialPort> port_ = MakeSerialPort();
+  long long& lines_;
+};
+
+/// How long the window's event loop keeps somebody waiting: the longest time between two beats of a timer, and between
+/// the posting of an event by another thread and its arrival.
+class Watch {
+ public:
+  Watch() {
+    QObject::connect(&beat_, &QTimer::timeout, [this] { Beat(); });
+    beat_.setTimerType(Qt::PreciseTimer);
+    beat_.start(kHeartbeatMs);
+    poster_ = std::thread([this] { PostEvents(); });
+  }
+  ~Watch() {
+    ending_ = true;
+    poster_.join();
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  double LargestGap() const { return Milliseconds(largestGap_); }
+  double LongestWait() const { return Milliseconds(longestWait_); }
+
+ private:
+  void Beat() {
+    const Time::time_point now = Time::now();
+    largestGap_ = std::max(largestGap_, now - std::exchange(last_, now));
+  }
+  void PostEvents() {
+    while (!ending_) {
+      QMetaObject::invokeMethod(
+          &beat_, [this, posted = Time::now()] { longestWait_ = std::max(longestWait_, Time::now() - posted); },
+          Qt::QueuedConnection);
+      std::this_thread::sleep_for(std::chrono::milliseconds(kHeartbeatMs));
+    }
+  }
+
+  QTimer beat_;
+  Time::time_point last_ = Time::now();
+  Time::duration largestGap_{}, longestWait_{};
+  std::atomic<bool> ending_ = false;
+  std::thread poster_;
+};
+
+/// A job with its unit, from Connect to Stop.
+class Job {
+ public:
+  explicit Job(const std::string& log) : log_(log) {
+    SaveSettings();
+    application_ = std::make_unique<Application>(
+        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, protocolDialogs_, [this] {
+                   return std::make_unique<CountingPort>(read_);
+                 }});
+    application_->MDIForm_Load();
+    MainForm& window = application_->Window();
+    window.Button("Acquire")->trigger();
+    for (QMdiSubWindow* graph : window.GraphArea().subWindowList()) graph->resize(900, 240);
+    if (!log.empty()) {
+      application_->State().CurrentFile = log;
+      application_->State().RecordToDB = true;
+    }
+    window.Button("Pause")->trigger();
+  }
+
+  /// The first lines have made their way, and none is under way.
+  bool Settle() {
+    if (!RunEventsUntil([this] { return Number() > 0; })) return false;
+    unit_.SetPace(Pace::Silent);
+    RunEvents(200);
+    return Drained();
+  }
+  bool Drained() {
+    return RunEventsUntil([this] { return Number() == unit_.Sent(); });
+  }
+
+  /// The number of the line that made the last sample.
+  long long Number() const { return static_cast<long long>(application_->State().CurrentValue[1]); }
+  long long Sent() const { return unit_.Sent(); }
+  long long Read() const { return read_; }
+  long long Rows() const { return application_->RowsRecorded(); }
+  int Boxes() const { return dialogs_.boxes; }
+  void SetPace(Pace pace) { unit_.SetPace(pace); }
+
+  /// Ends the job; gives the numbers in the log that are missing between its first and its last row, or come twice.
+  long long Stop() {
+    application_->Window().Button("Stop")->trigger();
+    if (log_.empty()) return 0;
+    const auto connection = Connection::Open(log_, OpenMode::ReadOnly);
+    Command rows(*connection, "SELECT * FROM logData ORDER BY ID");
+    long long wrong = 0, expected = 0;
+    for (; rows.Next(); ++expected) {
+      const auto number = static_cast<long long>(std::get<double>(rows.Field(3)));
+      if (expected == 0) expected = number;
+      wrong += std::abs(number - std::exchange(expected, number));
+    }
+    return wrong;
+  }
+
+ private:
+  void SaveSettings() {
+    const auto save = [this](const std::string& section, const char* key, const std::string& value) {
+      settings_.Save("VELK2", section, key, value);
+    };
+    for (int i = 1; i <= kChannels; ++i)
+      save("Parameter" + std::to_string(i), "FormIndex", std::to_string(i % kGraphs + 1));
+    save("Parameter1", "max", "16777216");
+    save("Parameters", "NumberOfParameters", std::to_string(kChannels));
+    save("Protocol", "SerialData", "KESTA version 5");
+    save("Protocol", "PortDevice1", unit_.Device());
+    save("General", "SensitivityCriterion", "0");
+  }
+
+  FloodUnit unit_{kChannels};
+  std::string log_;
+  QTemporaryDir folder_;
+  Gate gate_;
+  SystemClock clock_{gate_};
+  demo::UnattendedDialogs dialogs_{gate_};
+  SettingsStore settings_{folder_.path().toStdString()};
+  demo::UnattendedQuestions questions_;
+  SettingsQuestionsQt settingsQuestions_{dialogs_};
+  ProtocolDialogsQt protocolDialogs_{dialogs_};
+  long long read_ = 0;
+  std::unique_ptr<Application> application_;
+};
+
+void Flood(benchmark::State& state, Pace pace, bool recorded) {
+  const char* place = std::getenv("VELK_BENCH_FOLDER");
+  const QTemporaryDir folder(QString::fromLocal8Bit(place ? place : ".") + QStringLiteral("/flood_bench-XXXXXX"));
+  Job job(recorded ? folder.filePath(QStringLiteral("bench.mdb")).toStdString() : "");
+  if (!job.Settle()) return state.SkipWithError("the unit's first lines did not arrive");
+  const long long sent = job.Sent(), read = job.Read(), rows = job.Rows();
+  for (auto step : state) {
+    const Watch watch;
+    job.SetPace(pace);
+    RunEvents(kFloodMs / 10);
+    state.counters["MB_at_10%"] = ResidentMegabytes();
+    RunEvents(kFloodMs - kFloodMs / 10);
+    state.counters["MB_at_end"] = ResidentMegabytes();
+    job.SetPace(Pace::Silent);
+    if (!job.Drained()) return state.SkipWithError("the last lines did not arrive");
+    state.counters["largest_gap_ms"] = watch.LargestGap();
+    state.counters["longest_wait_ms"] = watch.LongestWait();
+  }
+  state.counters["sent"] = static_cast<double>(job.Sent() - sent);
+  state.counters["read"] = static_cast<double>(job.Read() - read);
+  if (recorded) state.counters["rows"] = static_cast<double>(job.Rows() - rows);
+  if (job.Read() - read != job.Sent() - sent) state.SkipWithError("the driver did not read every line");
+  if (recorded && job.Rows() - rows != job.Sent() - sent) state.SkipWithError("not every line became a row");
+  if (job.Boxes() > 0) state.SkipWithError("a box came up");
+  if (job.Stop() > 0) state.SkipWithError("rows are missing, twice there or out of order");
+}
+
+void FloodAHundredfoldRecorded(benchmark::State& state) {
+  Flood(state, Pace::Burst, true);
+}
+BENCHMARK(FloodAHundredfoldRecorded)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
+
+void FloodAtFullSpeedRecorded(benchmark::State& state) {
+  Flood(state, Pace::Full, true);
+}
+BENCHMARK(FloodAtFullSpeedRecorded)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
+
+void FloodAtFullSpeed(benchmark::State& state) {
+  Flood(state, Pace::Full, false);
+}
+BENCHMARK(FloodAtFullSpeed)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
+
+}  // namespace
+
+}  // namespace velk
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication qt(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}

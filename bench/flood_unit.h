@@ -1,0 +1,91 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <thread>
+
+#include "tests/support/pty.h"
+
+namespace velk::bench {
+
+/// A unit behind a pseudo-terminal, on a thread of its own. The first value of each line is the line's number.
+class FloodUnit {
+ public:
+  enum class Pace {
+    Slow,    ///< a line every 50 ms
+    Silent,  ///< nothing
+    Burst,   ///< a hundred lines at once, once a second
+    Full     ///< line after line, as fast as the terminal takes them
+  };
+
+  explicit FloodUnit(int channels) : channels_(channels), thread_([this] { Run(); }) {}
+  ~FloodUnit() {
+    ending_ = true;
+    thread_.join();
+  }
+  FloodUnit(const FloodUnit&) = delete;
+  FloodUnit& operator=(const FloodUnit&) = delete;
+
+  const std::string& Device() const { return pty_.Device(); }
+  /// A line under way is sent whole.
+  void SetPace(Pace pace) { pace_ = pace; }
+  /// Whole lines that the terminal took.
+  long long Sent() const { return sent_; }
+
+ private:
+  static constexpr int kBurst = 100;
+
+  void Run() {
+    while (!ending_) {
+      const Pace pace = pace_;
+      const int lines = pace == Pace::Silent ? 0 : pace == Pace::Slow ? 1 : kBurst;
+      for (int i = 0; i < lines && pace_ == pace && !ending_; ++i) SendWhole(Line(sent_ + 1));
+      if (pace != Pace::Full) Rest(std::chrono::milliseconds(pace == Pace::Burst ? 1000 : 50));
+    }
+  }
+
+  /// In pieces, so that a new pace is taken up soon.
+  void Rest(std::chrono::milliseconds time) {
+    const Pace pace = pace_;
+    constexpr std::chrono::milliseconds kPiece(5);
+    for (; time > kPiece && pace_ == pace && !ending_; time -= kPiece) std::this_thread::sleep_for(kPiece);
+  }
+
+  void SendWhole(const std::string& line) {
+    for (std::size_t at = 0; at < line.size();) {
+      if (ending_) return;
+      const std::size_t taken = pty_.Send(std::string_view(line).substr(at));
+      at += taken;
+      if (taken == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+    ++sent_;
+  }
+
+  /// All of one length, with values that wander, so that every curve moves.
+  std::string Line(long long number) const {
+    char text[32];
+    const long long second = number / kBurst;
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(second / 3600 % 24),
+                  static_cast<int>(second / 60 % 60), static_cast<int>(second % 60));
+    std::string line = text;
+    std::snprintf(text, sizeof text, " %08lld", number);
+    line += text;
+    for (int channel = 2; channel <= channels_; ++channel) {
+      const long long wander = number * (channel + 3) % 2000;
+      std::snprintf(text, sizeof text, " %08.3f", static_cast<double>(wander < 1000 ? wander : 2000 - wander) / 10);
+      line += text;
+    }
+    return line + "\r\n";
+  }
+
+  test::Pty pty_;
+  int channels_;
+  std::atomic<Pace> pace_ = Pace::Slow;
+  std::atomic<bool> ending_ = false;
+  std::atomic<long long> sent_ = 0;
+  std::thread thread_;
+};
+
+}  // namespace velk::bench
