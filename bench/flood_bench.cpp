@@ -136,6 +136,8 @@ class Watch {
   std::thread poster_;
 };
 
+enum class Work { Record, Draw, Pause };
+
 /// A job with its unit, from Connect to Stop.
 class Job {
  public:
@@ -164,7 +166,12 @@ class Job {
     return Drained();
   }
   bool Drained() {
-    return RunEventsUntil([this] { return Number() == unit_.Sent(); });
+    return RunEventsUntil([this] { return (paused_ ? read_ - readAtPause_ + Number() : Number()) == unit_.Sent(); });
+  }
+  void Pause() {
+    application_->Window().Button("Pause")->trigger();
+    paused_ = true;
+    readAtPause_ = read_;
   }
 
   /// The number of the line that made the last sample.
@@ -215,14 +222,18 @@ class Job {
   SettingsQuestionsQt settingsQuestions_{dialogs_};
   ProtocolDialogsQt protocolDialogs_{dialogs_};
   long long read_ = 0;
+  bool paused_ = false;
+  long long readAtPause_ = 0;  ///< from here on lines are read and go no further
   std::unique_ptr<Application> application_;
 };
 
-void Flood(benchmark::State& state, Pace pace, bool recorded) {
+void Flood(benchmark::State& state, Pace pace, Work work) {
+  const bool recorded = work == Work::Record;
   const char* place = std::getenv("VELK_BENCH_FOLDER");
   const QTemporaryDir folder(QString::fromLocal8Bit(place ? place : ".") + QStringLiteral("/flood_bench-XXXXXX"));
   Job job(recorded ? folder.filePath(QStringLiteral("bench.mdb")).toStdString() : "");
   if (!job.Settle()) return state.SkipWithError("the unit's first lines did not arrive");
+  if (work == Work::Pause) job.Pause();
   const long long sent = job.Sent(), read = job.Read(), rows = job.Rows();
   for (auto step : state) {
     const Watch watch;
@@ -246,19 +257,24 @@ void Flood(benchmark::State& state, Pace pace, bool recorded) {
 }
 
 void FloodAHundredfoldRecorded(benchmark::State& state) {
-  Flood(state, Pace::Burst, true);
+  Flood(state, Pace::Burst, Work::Record);
 }
 BENCHMARK(FloodAHundredfoldRecorded)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
 void FloodAtFullSpeedRecorded(benchmark::State& state) {
-  Flood(state, Pace::Full, true);
+  Flood(state, Pace::Full, Work::Record);
 }
 BENCHMARK(FloodAtFullSpeedRecorded)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
 void FloodAtFullSpeed(benchmark::State& state) {
-  Flood(state, Pace::Full, false);
+  Flood(state, Pace::Full, Work::Draw);
 }
 BENCHMARK(FloodAtFullSpeed)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
+
+void FloodAtFullSpeedPaused(benchmark::State& state) {
+  Flood(state, Pace::Full, Work::Pause);
+}
+BENCHMARK(FloodAtFullSpeedPaused)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
 }  // namespace
 
