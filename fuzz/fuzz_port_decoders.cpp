@@ -1,5 +1,6 @@
-// Any stream of bytes in the plain port, in pieces: every decoder that reads by itself ends, gives no more than it was
-// sent, and leaves the port usable. When the bytes run out the port asks for the stop.
+// Any stream of bytes in the plain port, in pieces: every decoder that reads by itself ends, and gives what a plain
+// look at the whole stream gives or accepts only what has the time and the fields of a sound line. When the bytes run
+// out the port asks for the stop.
 
 #include <algorithm>
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include "instruments/national_oil_well.h"
 #include "instruments/requested_data.h"
 #include "instruments/stewart_stevenson.h"
+#include "instruments/time_check.h"
 #include "tests/support/byte_port.h"
 #include "tests/support/quick_clock.h"
 
@@ -57,49 +59,108 @@ struct Rig {
   }
 };
 
-/// Reads with one of the decoders; gives the bytes of the line.
-std::size_t Read(Rig& rig, std::uint8_t decoder) {
+bool HasSoundFields(const std::string& line, const Session& session, int more) {
+  return CountDelimiters(line, session.Delimiter) == session.NumberOfParameters + more && HasTime(line);
+}
+
+/// A frame as the instrument's description has it: `waited` bytes are there, the rest comes one by one.
+std::string FrameOf(std::string_view all, std::size_t waited) {
+  const auto placeOfCr = [](std::string_view text, std::size_t from) {
+    const std::size_t found = from - 1 < text.size() ? text.find('\r', from - 1) : std::string_view::npos;
+    return found == std::string_view::npos ? 0 : found + 1;
+  };
+  std::size_t read = waited;
+  const std::size_t p = placeOfCr(all.substr(0, read), 1);
+  std::size_t q = placeOfCr(all.substr(0, read), p + 1);
+  while (q <= p) {
+    if (read == all.size()) return {};
+    q = placeOfCr(all.substr(0, ++read), p + 2);
+  }
+  return std::string(all.substr(p, q - p));
+}
+
+/// A line that was rejected is what is left of it with the terminator in front.
+void CheckAccepted(const std::string& line, const Session& session, int more) {
+  if (line.find(session.Terminator) != 0) Require(line.empty() || HasSoundFields(line, session, more));
+}
+
+void CheckLength(Rig& rig, PortReader& reader, std::string_view all) {
+  const LineLength outcome = LearnLineLength(reader, rig.session, TimeLimit(rig.clock, rig.session));
+  const std::string& terminator = rig.session.Terminator;
+  const std::size_t first = all.find(terminator, terminator.size() - 1);
+  const std::size_t second = first == std::string_view::npos ? first : all.find(terminator, first + terminator.size());
+  const bool learned = second != std::string_view::npos;
+  Require((outcome == LineLength::Learned) == learned);
+  if (learned) Require(rig.session.FormattedLineLength == static_cast<int>(second - first));
+}
+
+void CheckBuffered(Rig& rig, std::string_view all) {
+  IntermittentLines lines;
+  lines.Reset(rig.session.Terminator);
+  std::string together;
+  int calls = 0;
+  while (!rig.session.StopRequested) {
+    if (++calls % 3 == 0) lines.Hold(rig.port);
+    if (!lines.Receive(rig.port)) continue;
+    for (int i = 1; i <= lines.BufferedLineCount; ++i) {
+      const std::string& line = lines.BufferedLines[static_cast<std::size_t>(i)];
+      Require(line.find(rig.session.Terminator) == line.size() - 1);
+      ReadBufferedLine(rig.session, line);
+      together += line;
+    }
+  }
+  const std::size_t end =
+      rig.session.Terminator.size() == 1 ? all.rfind(rig.session.Terminator) : std::string_view::npos;
+  Require(together == (end == std::string_view::npos ? "" : all.substr(0, end + 1)));
+}
+
+void Check(Rig& rig, std::uint8_t decoder, std::string_view all, std::size_t waited) {
   PortReader reader(rig.port, rig.clock, rig.session);
   switch (decoder % 7) {
-    case 0:
-      return ReadNationalOilWell(reader, rig.session).size();
-    case 1:
-      return DataTaker_a(reader, rig.session).size();
-    case 2:
-      return DataTaker_b(reader, rig.session).size();
+    case 0: {
+      std::string line = ReadNationalOilWell(reader, rig.session);
+      Require(line.size() <= all.size() && line.find('\0') == std::string::npos);
+      NationalOilWell(line, rig.session);
+      CheckAccepted(line, rig.session, 0);
+      return;
+    }
+    case 1: {
+      const std::string line = DataTaker_a(reader, rig.session);
+      Require(line.size() <= all.size() + rig.session.Terminator.size());
+      CheckAccepted(line, rig.session, 0);
+      return;
+    }
+    case 2: {
+      const std::string line = DataTaker_b(reader, rig.session);
+      Require(line.empty() || line.starts_with(rig.session.Terminator) || line.ends_with(rig.session.Terminator));
+      CheckAccepted(line, rig.session, 1);
+      return;
+    }
     case 3:
-      return Stewart_stevenson(reader).size();
-    case 4:
-      return Requested_data(rig.port, rig.clock, rig.session).line.size();
-    case 5: {
-      const LineLength length = LearnLineLength(reader, rig.session, TimeLimit(rig.clock, rig.session));
-      Require(length != LineLength::Learned || rig.session.FormattedLineLength > 0);
-      return 0;
+      return Require(Stewart_stevenson(reader) == FrameOf(all, waited));
+    case 4: {
+      const RequestedLine requested = Requested_data(rig.port, rig.clock, rig.session);
+      Require(!requested.timedOut && requested.line.size() <= all.size() + 16);
+      const bool whole = requested.line.starts_with("46095.5" + rig.session.Delimiter) &&
+                         requested.line.ends_with(rig.session.Terminator);
+      Require(requested.line.empty() || whole);
+      return;
     }
-    default: {
-      IntermittentLines lines;
-      lines.Reset(rig.session.Terminator);
-      std::size_t bytes = 0;
-      while (!rig.session.StopRequested)
-        if (lines.Receive(rig.port))
-          for (int i = 1; i <= lines.BufferedLineCount; ++i) {
-            Require(lines.BufferedLines[i].ends_with(rig.session.Terminator));
-            bytes += lines.BufferedLines[i].size();
-          }
-      return bytes;
-    }
+    case 5:
+      return CheckLength(rig, reader, all);
+    default:
+      return CheckBuffered(rig, all);
   }
 }
 
 }  // namespace
 
+/// The first byte draws the settings and how the rest is cut into pieces, the second chooses the decoder.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
   static Rig rig;
   const std::string bytes(data + 2, data + size);
   rig.Begin(data[0], bytes);
-  const std::size_t given = Read(rig, data[1]);
-  // A block's numbers may grow in their text; everything else gives at most what came, a mark and the sample time.
-  Require(data[1] % 7 == 2 || given <= bytes.size() + 16);
+  Check(rig, data[1], bytes, rig.port.BytesWaiting());
   return 0;
 }

@@ -18,6 +18,7 @@ constexpr const char* kHelp =
     "  --silent-every N       does not answer every N-th command\n"
     "  --garbage-every N      answers every N-th command with noise\n"
     "  --cut-every N          leaves the end of every N-th answer out\n"
+    "  --wrong-count-every N  puts two values, with a blank between, into every N-th answer\n"
     "  --babble               sends without an end once it is asked\n"
     "  --interval S           seconds that the measured values move with each answer (default 1)\n"
     "  --baud N               pace of the line, 10 bits a byte (default 9600; 0 without pace)\n"
@@ -32,7 +33,7 @@ struct Options {
   std::vector<std::string> commands;
   std::string end = "\\r\\n", link, journal;
   double delay = 0, dribble = 0, interval = 1;
-  long silentEvery = 0, garbageEvery = 0, cutEvery = 0, answers = 0, seed = 1;
+  long silentEvery = 0, garbageEvery = 0, cutEvery = 0, wrongCountEvery = 0, answers = 0, seed = 1;
   bool babble = false;
   int baud = 9600;
 };
@@ -53,6 +54,7 @@ Options ReadOptions(int argc, char** argv) {
   commandLine.Number("--silent-every", options.silentEvery);
   commandLine.Number("--garbage-every", options.garbageEvery);
   commandLine.Number("--cut-every", options.cutEvery);
+  commandLine.Number("--wrong-count-every", options.wrongCountEvery);
   commandLine.Number("--answers", options.answers);
   commandLine.Number("--seed", options.seed);
   commandLine.Number("--baud", options.baud);
@@ -120,6 +122,10 @@ class Instrument {
     if (sim::IsDue(count_, options_.garbageEvery)) {
       for (std::size_t i = 0; i + options_.end.size() < answer.size(); ++i)
         answer[i] = static_cast<char>(128 + samples_.Random() * 128);
+      return "damaged";
+    }
+    if (sim::IsDue(count_, options_.wrongCountEvery)) {
+      answer = answer.substr(0, answer.size() - options_.end.size()) + " " + answer;
       return "damaged";
     }
     if (options_.babble || sim::IsDue(count_, options_.cutEvery)) {

@@ -7,6 +7,7 @@
 #include "journal.h"
 #include "line.h"
 #include "samples.h"
+#include "stream.h"
 #include "web_pages.h"
 #include "web_server.h"
 
@@ -27,7 +28,8 @@ constexpr const char* kHelp =
   --header-bytes         puts bytes that belong to no text ahead of the page
   --capitals             writes the tags of the values in capitals
   --fault NAME           silence, dribble, oversized, endless, redirect (once, to the page), redirect-loop,
-                         redirect-elsewhere, no-cells, cut, or error (an answer of 500)
+                         redirect-elsewhere, no-cells, wrong-count (a row is missing), noise (ten bytes are
+                         changed, lost or added), cut, or error (an answer of 500)
   --fault-every N        the fault comes with every N-th page only (default with each)
 
 The first line printed is the address, "127.0.0.1:port". Ends on SIGTERM and SIGINT, and with the program that started
@@ -36,7 +38,7 @@ it.
 
 constexpr const char* kFaults[] = {"silence",  "dribble",       "oversized",          "endless",
                                    "redirect", "redirect-loop", "redirect-elsewhere", "no-cells",
-                                   "cut",      "error"};
+                                   "cut",      "error",         "wrong-count",        "noise"};
 
 struct Options {
   std::string page = "named", journal, clock, fault;
@@ -118,7 +120,9 @@ class Unit {
       ++count_;
       sim::PageStyle style = options_.style;
       style.cells = !(faulty && options_.fault == "no-cells");
-      const std::string page = sim::PageOf(options_.page, samples_, options_.channels, style);
+      const int missing = faulty && options_.fault == "wrong-count" ? 1 : 0;
+      std::string page = sim::PageOf(options_.page, samples_, options_.channels - missing, style);
+      for (int i = 0; i < 10 && faulty && options_.fault == "noise"; ++i) sim::AddNoise(page, samples_);
       samples_.Advance(options_.interval);
       if (faulty && !options_.fault.empty())
         SendFaulty(page);
@@ -140,10 +144,11 @@ class Unit {
 
   void SendFaulty(const std::string& page) {
     const std::string& fault = options_.fault;
-    std::string sent = fault == "no-cells" || fault == "dribble" ? page : "";
+    const bool sendsAll = fault == "no-cells" || fault == "wrong-count" || fault == "noise";
+    const std::string sent = sendsAll || fault == "dribble" ? page : "";
     const std::string whole = Answer(page, options_.chunked);
     if (fault == "silence") WaitUntilClientGoes();
-    if (fault == "no-cells") server_.Send(whole);
+    if (sendsAll) server_.Send(whole);
     if (fault == "cut") server_.Send(whole.substr(0, whole.size() / 2));
     if (fault == "error") server_.Send("HTTP/1.1 500 Internal Error\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
     if (fault == "dribble") Dribble(whole);

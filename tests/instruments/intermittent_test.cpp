@@ -75,6 +75,31 @@ TEST(IntermittentLines, TakesNoMoreThan256KiBAtOnce) {
   EXPECT_EQ(Received(lines, port).size(), 300'000U - 262'144U);
 }
 
+TEST(IntermittentLines, HoldsWhatComesWhileALineIsWorkedOn) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  test::BytePort port("one\rtw");
+  EXPECT_EQ(Received(lines, port), (Lines{"one\r"}));
+  port.Feed("o\rthree\rfo");
+  lines.Hold(port);
+  EXPECT_EQ(port.Rest(), "");
+  EXPECT_EQ(lines.BufferedLines[1], "one\r");
+  EXPECT_EQ(lines.BufferedLineCount, 1);
+  EXPECT_EQ(Received(lines, port), (Lines{"two\r", "three\r"}));
+  port.Feed("ur\r");
+  EXPECT_EQ(Received(lines, port), (Lines{"four\r"}));
+}
+
+TEST(IntermittentLines, HoldsNoMoreThanOneMebibyte) {
+  IntermittentLines lines;
+  lines.Reset("\r");
+  std::string burst;
+  for (int i = 0; i < 300'000; ++i) burst += "1234567\r";
+  test::BytePort port(burst);
+  for (int i = 0; i < 20; ++i) lines.Hold(port);
+  EXPECT_EQ(port.Rest().size(), burst.size() - 1024 * 1024);
+}
+
 TEST(IntermittentLines, ForgetsHalfALineWhenThePortIsOpenedAnew) {
   IntermittentLines lines;
   lines.Reset("\r");

@@ -97,6 +97,22 @@ TEST_F(LineLengths, EndsWhenStopIsAsked) {
   EXPECT_EQ(session.FormattedLineLength, 0);
 }
 
+TEST_F(LineLengths, EndsWhenTheDeviceGoesAway) {
+  port.onDry = [&] { port.open = false; };
+  for (const char* bytes : {"", "abc", "abc\r\n12"}) {
+    port.open = true;
+    EXPECT_EQ(Learn("\r\n", bytes), LineLength::Stopped);
+    EXPECT_FALSE(session.StopRequested);
+  }
+}
+
+TEST_F(LineLengths, LearnsTheLengthOfEveryLineFromItsShortestToItsLongest) {
+  for (int length = 1; length <= 300; ++length) {
+    EXPECT_EQ(Learn("\r", "x\r" + std::string(static_cast<std::size_t>(length) - 1, '7') + "\r"), LineLength::Learned);
+    EXPECT_EQ(session.FormattedLineLength, length);
+  }
+}
+
 TEST_F(LineLengths, LearnsNothingWithoutATerminator) {
   EXPECT_EQ(Learn("", "abc\rabc\r"), LineLength::TimedOutCheckHardware);
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+
 #include "instruments/data_taker.h"
 #include "instruments/national_oil_well.h"
 #include "instruments/stewart_stevenson.h"
@@ -100,6 +103,27 @@ TEST_F(NationalOilWellPort, LeavesTheNextLineInThePort) {
   session.FormattedLineLength = static_cast<std::int16_t>(line.size());
   EXPECT_EQ(NationalOilWellOf(line + "09:30:16 1"), line);
   EXPECT_EQ(port.Rest(), "09:30:16 1");
+}
+
+TEST_F(NationalOilWellPort, DeliversNoPrefixOfASoundLine) {
+  session.FormattedLineLength = static_cast<std::int16_t>(line.size());
+  // Only the mark of a rejected line: there is nothing behind it.
+  for (std::size_t length = 0; length < line.size(); ++length)
+    EXPECT_EQ(NationalOilWellOf(line.substr(0, length)), "\n") << length;
+}
+
+TEST_F(NationalOilWellPort, AcceptsAChangedByteOnlyWhereLengthTimeAndFieldsStayWhole) {
+  session.FormattedLineLength = static_cast<std::int16_t>(line.size());
+  test::ForEveryChangedByte(line, [&](const std::string& changed) {
+    // A second LF ends the line, or its text, too early; a zero character is taken out. Both make it shorter.
+    const bool asLong = changed.ends_with("\r\n") && std::count(changed.begin(), changed.end(), '\n') == 1 &&
+                        changed.find('\0') == std::string::npos;
+    const std::string checked = NationalOilWellOf(changed);
+    if (asLong && test::IsTimedFrame(changed, ' ', 2))
+      EXPECT_EQ(checked, changed);
+    else
+      EXPECT_EQ(checked.front(), '\n') << changed;
+  });
 }
 
 TEST_F(NationalOilWellPort, WaitsAsLongAsNothingStopsIt) {
@@ -232,6 +256,24 @@ TEST_F(DataTakerBlock, ReadsZeroBehindADelimiterThatIsNotABlank) {
   EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1,12.5\r\n2,-3.25\r\n\r\n"), "09:30:15,0,0,\r");
 }
 
+TEST_F(DataTakerBlock, ReadsZeroWhereNoDelimiterFollowsAnyMore) {
+  EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1 12.5\r\n2-3.25\r\n\r\n"), "09:30:15 12.5 0 \r");
+}
+
+TEST_F(DataTakerBlock, LooksForTheDelimiterInAllThatIsLeft) {
+  // The first channel has no value of its own, so it gets the next one's.
+  EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1\r\n2 -3.25\r\n\r\n"), "09:30:15 -3.25 -3.25 \r");
+}
+
+TEST_F(DataTakerBlock, LeavesOutALineThatIsTooShortForAValue) {
+  // The x goes with the line end ahead of it. Then "\r\n\r\n" is too short with its four characters.
+  session.NumberOfParameters = 1;
+  EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1 5\r\nx\r\n\r\n"), "09:30:15 5 \r");
+  session.NumberOfParameters = 2;
+  // "6\r\n\r\n" has five.
+  EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1 5\r\nx6\r\n\r\n"), "09:30:15 5 0 \r");
+}
+
 TEST_F(DataTakerBlock, RejectsAWrongCountAndAWrongTime) {
   session.NumberOfParameters = 3;
   EXPECT_EQ(DataTakerBlockOf(block), "\r09:30:15 12.5 -3.25 ");
@@ -323,6 +365,23 @@ TEST_F(Das104, TakesACrThatComesFirstIntoAnEmptyPortForText) {
   EXPECT_EQ(FrameOf(""), "\rabc\r");
 }
 
+TEST_F(Das104, GivesNothingForAnyPrefixOfAFrame) {
+  const std::string frame = "\r09:30:15 1 2\r";
+  for (std::size_t length = 0; length < frame.size(); ++length)
+    EXPECT_EQ(FrameOf(frame.substr(0, length)), "") << length;
+}
+
+TEST_F(Das104, GivesWhatStandsBetweenTheFirstTwoCrsWhicheverByteChanges) {
+  test::ForEveryChangedByte("\r09:30:15 1 2\r", [&](const std::string& changed) {
+    std::istringstream parts(changed.substr(0, changed.rfind('\r')));
+    std::string ahead, frame;
+    std::getline(parts, ahead, '\r');
+    const bool whole = std::count(changed.begin(), changed.end(), '\r') >= 2;
+    if (whole) std::getline(parts, frame, '\r');
+    EXPECT_EQ(FrameOf(changed), whole ? frame + "\r" : "") << changed;
+  });
+}
+
 TEST_F(Das104, ChecksNothing) {
   EXPECT_EQ(FrameOf("\rgarbage \xFF\x01\r"), "garbage \xFF\x01\r");
 }
@@ -339,6 +398,26 @@ TEST_F(Das104, HoldsNoMoreThan64KiBOfAFrameWithoutAnEnd) {
   };
   EXPECT_EQ(FrameOf("\r"), "");
   EXPECT_EQ(port.Rest().size(), 200'000 - PortReader::kLongestText);
+}
+
+// --- A device that goes away ---
+
+TEST_F(PortDecoders, GiveNothingWhenTheDeviceGoesAwayUnderTheirWait) {
+  port.onDry = [this] { port.open = false; };
+  // What NationalOilWell rejects has the terminator in front.
+  const std::pair<std::string, std::function<std::string()>> waits[] = {
+      {"\n", [this] { return NationalOilWellOf("09:30:15 1"); }},
+      {"", [this] { return DataTakerLineOf("09:30:15 1"); }},
+      {"", [this] { return DataTakerBlockOf("Datataker 0 run"); }},
+      {"", [this] { return FrameOf("\r09:30:15 1"); }},
+      {"", [this] { return FrameOf(""); }}};
+  for (const auto& [expected, read] : waits) {
+    port.open = true;
+    const std::int64_t begun = clock.Ticks();
+    EXPECT_EQ(read(), expected);
+    EXPECT_LE(clock.Ticks() - begun, 1);
+    EXPECT_FALSE(session.StopRequested);
+  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "support/byte_port.h"
 #include "support/fake_clock.h"
+#include "support/frame_damage.h"
 
 namespace velk {
 namespace {
@@ -72,6 +73,43 @@ TEST_F(RequestedData, RunsOutOfTimeBehindTheTimeOutOfTheParameter) {
   EXPECT_TRUE(session.StopRequested);
   // Five seconds from the beginning of the second parameter, which began at 210 and the few yields of the first.
   EXPECT_EQ(clock.Ticks(), 210 + 5001);
+}
+
+TEST_F(RequestedData, RunsOutOfTimeOnEveryPrefixOfAnAnswer) {
+  const std::string answer = "12.5\r\n";
+  for (std::size_t length = 0; length < answer.size(); ++length) {
+    session.StopRequested = false;
+    first = answer.substr(0, length);
+    const RequestedLine requested = Ask();
+    EXPECT_EQ(requested.line, "");
+    EXPECT_TRUE(requested.timedOut) << first;
+  }
+}
+
+TEST_F(RequestedData, TakesAnAnswerUpToItsFirstLfWhicheverByteChanges) {
+  session.TheTimeOut = 1;
+  test::ForEveryChangedByte("12.5\r\n", [&](const std::string& changed) {
+    session.StopRequested = false;
+    port.Restart("");
+    first = changed;
+    std::string answer = changed.substr(0, changed.find('\n'));
+    while (!answer.empty() && (answer.back() == '\r' || answer.back() == '\n')) answer.pop_back();
+    const bool ends = changed.find('\n') != std::string::npos;
+    EXPECT_EQ(Ask().line, ends ? "46095.25," + answer + ",70\r" : "") << changed;
+    EXPECT_EQ(session.StopRequested, !ends);
+  });
+}
+
+TEST_F(RequestedData, GivesNothingWhenTheDeviceGoesAway) {
+  second = "half";
+  port.onDry = [&] { port.open = false; };
+  const RequestedLine requested = Ask();
+  EXPECT_EQ(requested.line, "");
+  EXPECT_FALSE(requested.timedOut);
+  EXPECT_FALSE(session.StopRequested);
+  port.open = true;
+  clock.onYield = [&] { port.open = false; };  // in the rest ahead of a command
+  EXPECT_EQ(Ask().line, "");
 }
 
 TEST_F(RequestedData, RunsOutOfTimeWhileCharactersStillDribble) {

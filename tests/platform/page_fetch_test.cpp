@@ -56,6 +56,47 @@ TEST_F(PageFetchTest, TakesTheAddressWithAndWithoutItsScheme) {
   EXPECT_EQ(Fetch(" " + server.Address() + " ").page, "x");
 }
 
+TEST_F(PageFetchTest, TakesAnAddressOfTheSixthVersionOfTheProtocol) {
+  // Nobody is there, but it is an address.
+  EXPECT_EQ(Fetch("[::1]:1/pens.htm").fault, PageFault::NoConnection);
+  EXPECT_EQ(Fetch("http://[::1]:1/pens.htm").fault, PageFault::NoConnection);
+  EXPECT_EQ(Fetch("[::1/pens.htm").fault, PageFault::BadAddress);
+}
+
+TEST_F(PageFetchTest, ShowsTheUnitTheUserOfTheAddressWhereItAsks) {
+  server.answer = [](const std::string& request, QTcpSocket& socket) {
+    const bool known = request.find("Authorization: Basic b3A6cHc=") != std::string::npos;  // op:pw
+    const std::string bytes =
+        known ? PageServer::Page("inside")
+              : "HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"unit\"\r\nContent-Length: 0\r\n\r\n";
+    socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  };
+  EXPECT_EQ(Fetch("op:pw@" + server.Address()).page, "inside");
+  const Outcome refused = Fetch("http://op:wrong@" + server.Address());
+  EXPECT_EQ(refused.fault, PageFault::Refused);
+  EXPECT_EQ(refused.status, 401);
+  EXPECT_LE(server.requests.size(), 6U);
+}
+
+TEST_F(PageFetchTest, LeavesTheProgramResponsiveMeanwhile) {
+  const std::unique_ptr<Timer> timer = clock.MakeTimer();
+  QTcpSocket* waiting = nullptr;
+  int ticks = 0;
+  server.answer = [&](const std::string&, QTcpSocket& socket) { waiting = &socket; };
+  // The page comes only because ticks do.
+  timer->SetHandler([&] {
+    EXPECT_TRUE(gate.IsOpen());
+    if (waiting == nullptr || ++ticks != 5) return;
+    const std::string bytes = PageServer::Page("late");
+    waiting->write(bytes.data(), static_cast<qint64>(bytes.size()));
+  });
+  timer->SetInterval(1);
+  timer->SetEnabled(true);
+  const GateState shut(gate, GateState::Shut);
+  EXPECT_EQ(Fetch(server.Address()).page, "late");
+  EXPECT_GE(ticks, 5);
+}
+
 TEST_F(PageFetchTest, TakesAPageThatComesInChunks) {
   EXPECT_EQ(Fetched("HTTP/1.1 200 OK\r\ntransfer-ENCODING: chunked\r\n\r\n5\r\n12.5&\r\n5;x=1\r\nnbsp;\r\n0\r\n\r\n"),
             "12.5&nbsp;");
@@ -193,19 +234,56 @@ TEST_F(PageFetchTest, EndsItsWaitWhenCancelled) {
 }
 
 /// Time that moves a millisecond a round, with the real network under it.
-TEST(PageFetchTime, GivesUpBehindFiveSecondsInAll) {
-  Gate gate;
-  test::FakeClock clock(gate);
-  test::PageServer server;
-  clock.onYield = [] { QCoreApplication::processEvents(); };
-  const std::unique_ptr<PageFetch> fetch = MakePageFetch(clock);
-  try {
-    fetch->Fetch(server.Address());
-    FAIL() << "a page came";
-  } catch (const PageError& error) {
-    EXPECT_EQ(error.Fault(), PageFault::TimedOut);
+class PageFetchTime : public testing::Test {
+ protected:
+  PageFetchTime() {
+    clock.onYield = [] { QCoreApplication::processEvents(); };
   }
+  PageFault FaultOfFetch() {
+    try {
+      fetch->Fetch(server.Address());
+      ADD_FAILURE() << "a page came";
+      return {};
+    } catch (const PageError& error) {
+      return error.Fault();
+    }
+  }
+
+  Gate gate;
+  test::FakeClock clock{gate};
+  test::PageServer server;
+  std::unique_ptr<PageFetch> fetch = MakePageFetch(clock);
+};
+
+TEST_F(PageFetchTime, GivesUpBehindFiveSecondsInAll) {
+  EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
   EXPECT_EQ(clock.Ticks(), 5001);
+}
+
+TEST_F(PageFetchTime, CountsTheTimeOfAPageThatDribbles) {
+  server.answer = [this](const std::string&, QTcpSocket& socket) {
+    socket.write("HTTP/1.1 200 OK\r\n\r\n");
+    clock.onYield = [&socket] {
+      socket.write("x");
+      socket.flush();
+      QCoreApplication::processEvents();
+    };
+  };
+  EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
+  EXPECT_EQ(clock.Ticks(), 5001);
+}
+
+TEST_F(PageFetchTime, CountsTheTimeOfTheRedirectsToo) {
+  std::int64_t redirected = 0;
+  server.answer = [&](const std::string& request, QTcpSocket& socket) {
+    if (request.find("/there") != std::string::npos) return;
+    clock.Advance(3000);
+    redirected = clock.Ticks();
+    socket.write("HTTP/1.1 302 Found\r\nLocation: /there\r\nContent-Length: 0\r\n\r\n");
+  };
+  EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
+  // On a busy machine rounds may have gone ahead of the first answer.
+  EXPECT_EQ(clock.Ticks(), std::max<std::int64_t>(5001, redirected));
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+
 #include "instruments/decoders.h"
 #include "instruments/intermittent.h"
 #include "instruments/line_driver.h"
@@ -12,6 +14,7 @@
 #include "platform/settings.h"
 #include "platform/system_clock.h"
 #include "support/child_program.h"
+#include "support/fake_clock.h"
 #include "support/scripted_dialogs.h"
 #include "support/temporary_folder.h"
 
@@ -193,6 +196,32 @@ TEST_F(OtherInstruments, RequestsAreAnswered) {
   EXPECT_EQ(line, expected + "\r");
 }
 
+TEST_F(OtherInstruments, WhatAnAskedInstrumentSaysIsTheValueSoundOrNot) {
+  session.SerialData = "sent when requested";
+  session.Terminator = "\r";
+  session.SampleTime = 46095.5;
+  // The journal holds each answer with its CR LF, in the order of the commands.
+  const std::pair<Arguments, const char*> faults[] = {{{"--garbage-every", "2"}, "damaged"},
+                                                      {{"--wrong-count-every", "2"}, "damaged"},
+                                                      {{"--dribble", "0.002", "--delay", "0.05"}, "sound"}};
+  for (const auto& [fault, kind] : faults) {
+    Arguments arguments = {"--baud", "0"};
+    arguments.insert(arguments.end(), fault.begin(), fault.end());
+    Open(StartPlain("request", arguments));
+    const std::string line = decoders.ReadPolled(*port);
+    const auto sent = Sent();
+    ASSERT_EQ(sent.size(), 3U);
+    std::string expected = "46095.5";
+    for (const test::SentFrame& answer : sent) expected += " " + answer.text.substr(0, answer.text.size() - 2);
+    EXPECT_EQ(line, expected + "\r") << fault[0];
+    EXPECT_EQ(sent[1].kind, kind);
+    EXPECT_EQ(sent[0].kind, "sound");
+    const auto isNoise = [](char c) { return static_cast<unsigned char>(c) >= 128; };
+    EXPECT_EQ(std::count_if(line.begin(), line.end(), isNoise), fault[0] == "--garbage-every" ? 9 : 0);
+    EXPECT_EQ(std::count(line.begin(), line.end(), ' '), fault[0] == "--wrong-count-every" ? 4 : 3);
+  }
+}
+
 TEST_F(OtherInstruments, AnInstrumentThatIsSilentOrBabblesRunsOutOfTime) {
   session.SerialData = "sent when requested";
   session.TheTimeOut = 1;
@@ -286,6 +315,38 @@ TEST_F(NetworkedUnits, GiveNoValuesUnderTheirFaults) {
     for (const Arguments& style : std::vector<Arguments>{{"--fault", "no-cells"}, {"--capitals"}})
       EXPECT_EQ(Read(kind, style), ErrorText(ErrorNumber::InvalidArgument));
   EXPECT_FALSE(IsTaken(Read("table", {"--fault", "no-cells"})));
+}
+
+TEST_F(NetworkedUnits, RunOutOfTimeWhereTheyAreSilentOrDribble) {
+  // Five seconds of a clock that moves with each round; the network under it is the real one.
+  test::FakeClock quick(gate);
+  quick.onYield = [] { QCoreApplication::processEvents(); };
+  fetch = MakePageFetch(quick);
+  for (const char* fault : {"silence", "dribble"}) {
+    const std::int64_t begun = quick.Ticks();
+    const std::string told = Read("named", {"--fault", fault});
+    EXPECT_NE(told.find("not answer"), std::string::npos) << told;
+    EXPECT_EQ(quick.Ticks() - begun, 5001) << fault;
+  }
+}
+
+TEST_F(NetworkedUnits, WithARowTooFewOrNoiseGiveNothingThatTheCheckTakes) {
+  session.Delimiter = " ";
+  for (const char* kind : {"named", "table", "panel"}) {
+    const std::string line = Read(kind, {"--fault", "wrong-count"});
+    // The table gives its two values; the other pages raise.
+    EXPECT_EQ(std::count(line.begin(), line.end(), ' ') == 2, std::string(kind) == "table") << line;
+    EXPECT_EQ(line == ErrorText(ErrorNumber::InvalidArgument), std::string(kind) != "table");
+    OwnUnitDecoder check;
+    check.LastLineLength = static_cast<std::int32_t>(line.size());
+    std::string checked = line;
+    check.Orben_ver_3(checked, session);
+    EXPECT_FALSE(IsTaken(checked)) << line;
+  }
+  EXPECT_NE(Read("named", {"--fault", "noise", "--seed", "3"}), "");
+  const auto sent = Sent();
+  ASSERT_EQ(sent.size(), 1U);
+  EXPECT_EQ(sent[0].kind, "damaged");
 }
 
 TEST_F(NetworkedUnits, GoOnBehindAFault) {
