@@ -10,13 +10,13 @@
 #include "core/polling.h"
 #include "instruments/protocols.h"
 #include "platform/settings.h"
-#include "support/fake_clock.h"
-#include "support/fake_graphs.h"
-#include "support/fake_serial_port.h"
-#include "support/recording_view.h"
-#include "support/scripted_job_questions.h"
-#include "support/scripted_pages.h"
-#include "support/temporary_folder.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/fake_graphs.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scripted_job_questions.h"
+#include "tests/support/scripted_pages.h"
+#include "tests/support/temporary_folder.h"
 
 using namespace velk;
 
