@@ -281,6 +281,11 @@ void SettingsStore::Delete(std::string_view application) {
   opened.file = IniFile();
 }
 
+void SettingsStore::Forget(std::string_view application) {
+  const auto known = impl_->applications.find(application);
+  if (known != impl_->applications.end()) impl_->applications.erase(known);
+}
+
 void SettingsStore::Flush() {
   std::exception_ptr firstFailure;
   for (auto& [name, application] : impl_->applications) {

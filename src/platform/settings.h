@@ -44,6 +44,9 @@ class SettingsStore {
   void Delete(std::string_view application, std::string_view section);
   void Delete(std::string_view application);
 
+  /// Drops what waits for Flush; the application's file is read again when it is next asked for.
+  void Forget(std::string_view application);
+
   /// Writes what has changed; raises a file error that names the path, and keeps the changes for the next try.
   void Flush();
 

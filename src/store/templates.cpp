@@ -76,7 +76,12 @@ void SaveTemplate(Session& session, SettingsStore& store, const std::string& nam
   TemplateWriter writer(store, application);
   WriteSettings(writer, session);
   VisitParameterCount(writer, session);
-  store.Flush();
+  try {
+    store.Flush();
+  } catch (const RuntimeError&) {
+    store.Forget(application);  // or it would be written by a later save, and stand in no list
+    throw;
+  }
 }
 
 std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name) {

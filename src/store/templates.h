@@ -20,7 +20,7 @@ std::string TemplateApplication(std::string_view name);
 void LoadTemplate(Session& session, SettingsStore& store, const std::string& name);
 
 /// Writes the template to the disk, but doesn't list it. Raises BadFileName for a name that is too long, and the
-/// store's file errors.
+/// store's file errors; the template is then as it was on the disk.
 void SaveTemplate(Session& session, SettingsStore& store, const std::string& name);
 
 /// Takes the template off the store and the list, then loads the live settings: a session that was set up by a template

@@ -428,5 +428,22 @@ TEST(SettingsStore, StandsInTheUsersConfigurationFolder) {
   if (wasSet) qputenv("XDG_CONFIG_HOME", before);
 }
 
+TEST(SettingsStore, ForgetsWhatWaitsForTheDiskAndReadsTheFileAgain) {
+  const MemoryFolder folder;
+  SettingsStore store(folder.Path());
+  store.Save("A", "S", "k", "1");
+  store.Flush();
+  store.Save("A", "S", "k", "2");
+  store.Save("B", "S", "k", "2");
+  store.Forget("A");
+  store.Forget("B");
+  store.Forget("never asked for");
+  EXPECT_EQ(store.Get("A", "S", "k", ""), "1");
+  store.Flush();
+  SettingsStore again(folder.Path());
+  EXPECT_EQ(again.Get("A", "S", "k", ""), "1");
+  EXPECT_EQ(again.Find("B", "S", "k"), std::nullopt);
+}
+
 }  // namespace
 }  // namespace velk
