@@ -108,11 +108,11 @@ void mnuEditLanguage_Click(const EditSettings& edit) {
     const std::string language = edit.questions.Choose(
         {edit.session.Translator.Translate(MessageId::SelectLanguage), "", {"English", "Russian"}});
     if (language.empty()) return;
-    edit.session.Current_language = language;
     run([&] {
       edit.platform.settings.Save(kLiveSettings, "General", "Current_language", language);
       edit.platform.settings.Flush();
     });
+    edit.session.Current_language = language;
     End(edit);
   });
 }

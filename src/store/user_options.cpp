@@ -14,11 +14,6 @@ constexpr double kMaxGraphHeight = 32767.0 * 15;
 constexpr double kMinFontSize = 6;
 constexpr double kMaxFontSize = 20;
 
-/// What is no number, as 0: no box takes that.
-double Value(const std::string& text) {
-  return IsNumeric(text) ? Val(text) : 0;
-}
-
 bool HoldsWholeBlockPairs(const UserOptions& options) {
   if (options.pixelslength <= 0 || options.pixeldivide <= 0) return false;
   if (options.MaximumTime <= 0 || options.MaximumTime > kMaxGraphHeight) return false;
@@ -33,12 +28,12 @@ UserOptionTexts TextsOfUserOptions(const Session& session) {
 }
 
 std::variant<UserOptions, MessageId> CheckUserOptions(const UserOptionTexts& texts) {
-  UserOptions options{std::trunc(Value(texts[0])), std::trunc(Value(texts[1])), std::trunc(Value(texts[2]))};
+  UserOptions options{std::trunc(Val(texts[0])), std::trunc(Val(texts[1])), std::trunc(Val(texts[2]))};
   if (!HoldsWholeBlockPairs(options)) return MessageId::UnacceptableValues;
-  const double fontSize = Value(texts[3]);
+  const double fontSize = Val(texts[3]);
   if (fontSize < kMinFontSize) return MessageId::MinimumFontSize;
   if (fontSize > kMaxFontSize) return MessageId::MaximumFontSize;
-  if (Value(texts[4]) < 1) return MessageId::MinimumCurves;
+  if (Val(texts[4]) < 1) return MessageId::MinimumCurves;
   options.intFontSize = ToInt16(fontSize);
   return options;
 }

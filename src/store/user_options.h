@@ -20,8 +20,8 @@ struct UserOptions {
 UserOptionTexts TextsOfUserOptions(const Session& session);
 
 /// The options that the texts mean, or why they can't be taken: the graph height has to hold a whole number of pairs
-/// of blocks, and can't exceed what a surface can be. Of the first three numbers the whole part counts. The number of
-/// curves is looked at and otherwise left alone.
+/// of blocks, and can't exceed what a surface can be. A text means the number at its front, or 0; of the first three
+/// numbers the whole part counts. The number of curves is looked at and otherwise left alone.
 std::variant<UserOptions, MessageId> CheckUserOptions(const UserOptionTexts& texts);
 
 }  // namespace velk

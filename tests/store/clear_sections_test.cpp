@@ -75,6 +75,25 @@ TEST_F(ClearSectionsTest, RestoresThePresetsOfTheChosenGroupAndOfNoOther) {
   }
 }
 
+TEST_F(ClearSectionsTest, RestoresThePresetsOfAnyTwoGroups) {
+  for (std::size_t one = 0; one < kSettingsGroups; ++one) {
+    for (std::size_t other = one + 1; other < kSettingsGroups; ++other) {
+      const test::MemoryFolder folder;
+      folder.Write("VELK2.ini", folder_.Read("VELK2.ini"));
+      SettingsStore store(folder.Path());
+      Session session;
+      GroupChoice choice{};
+      choice[one] = choice[other] = true;
+      EXPECT_TRUE(ClearSections(session, store, choice).empty());
+      EXPECT_EQ(session.NumberOfFormulae, choice[5] ? 0 : 3);
+      for (const SettingsRow& row : test::SettingsRows({1, 64}, {})) {
+        const bool cleared = choice[static_cast<std::size_t>(GroupOf(row.section))];
+        EXPECT_EQ(row.field(session), cleared ? row.preset : row.other) << row.Name() << " " << one << " " << other;
+      }
+    }
+  }
+}
+
 TEST_F(ClearSectionsTest, ClearsAllGroupsAtOnce) {
   GroupChoice all;
   all.fill(true);

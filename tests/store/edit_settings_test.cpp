@@ -9,6 +9,7 @@
 #include "store/settings_io.h"
 #include "store/templates.h"
 #include "support/fake_clock.h"
+#include "support/file_size_limit.h"
 #include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_settings_questions.h"
@@ -103,6 +104,34 @@ TEST_F(EditSettingsTest, TellsANameThatIsTooLongAndDoesNotListIt) {
   mnuEditSaveTemplate_Click(edit_);
   EXPECT_EQ(session_.TemplateNames.size(), 1U);
   SaveSettings(session_, store_);
+}
+
+TEST_F(EditSettingsTest, ForgetsATemplateThatCouldNotBeWritten) {
+  questions_.choice = "Job";
+  session_.TheTimeOut = 9;
+  dialogs_.Expect(" - mnuEditSaveTemplate_Click", Answer::Cancel);
+  {
+    const test::FileSizeLimit full(0);
+    mnuEditSaveTemplate_Click(edit_);
+  }
+  EXPECT_EQ(session_.TemplateNames.size(), 1U);
+  SaveSettings(session_, store_);
+  EXPECT_FALSE(folder_.Has("VELKJob.ini")) << "nothing that is in no list is written later";
+}
+
+TEST_F(EditSettingsTest, KeepsTheOldTemplateWhereTheNewOneCouldNotBeWritten) {
+  questions_.choice = "Job";
+  session_.TheTimeOut = 9;
+  mnuEditSaveTemplate_Click(edit_);
+  session_.TheTimeOut = 7;
+  dialogs_.Expect(" - mnuEditSaveTemplate_Click", Answer::Cancel);
+  {
+    const test::FileSizeLimit full(0);
+    mnuEditSaveTemplate_Click(edit_);
+  }
+  mnuEditLoadTemplate_Click(edit_);
+  EXPECT_EQ(session_.TheTimeOut, 9);
+  EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
 }
 
 TEST_F(EditSettingsTest, LoadsATemplate) {
@@ -235,6 +264,25 @@ TEST_F(EditSettingsTest, TellsEachUnacceptableOptionAndStaysOpen) {
 }
 
 // --- Language ---
+
+TEST_F(EditSettingsTest, EndsForTheLanguageOfBeforeToo) {
+  questions_.choice = "English";
+  dialogs_.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok);
+  mnuEditLanguage_Click(edit_);
+  EXPECT_EQ(OnDisk("VELK2", "General", "Current_language"), "English");
+  EXPECT_EQ(ends_, 1);
+}
+
+TEST_F(EditSettingsTest, DoesNotEndWhereTheLanguageCouldNotBeSaved) {
+  questions_.choice = "Russian";
+  dialogs_.Expect(" - mnuEditLanguage_Click", Answer::Cancel);
+  {
+    const test::FileSizeLimit full(0);
+    mnuEditLanguage_Click(edit_);
+  }
+  EXPECT_EQ(ends_, 0);
+  EXPECT_EQ(session_.Current_language, "English");
+}
 
 TEST_F(EditSettingsTest, SavesTheLanguageAndEnds) {
   questions_.choice = "Russian";

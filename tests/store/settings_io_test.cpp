@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -329,6 +330,23 @@ TEST_F(SettingsIoTest, KeepsKeysOfItsSectionsThatItDoesNotKnow) {
   LoadSettings(session_, store_);
   SaveSettings(session_, store_);
   EXPECT_EQ(Stored("Protocol", "PortDevice3"), "/dev/ttyUSB7");
+}
+
+TEST_F(SettingsIoTest, WritesTheSectionsInTheirOrder) {
+  LoadWith("Formulae", "NumberOfFormulae", "2");
+  const MemoryFolder folder;
+  SettingsStore store(folder.Path());
+  SaveSettings(session_, store);
+  std::vector<std::string> expected = {"General", "PrintGraph", "Protocol"};
+  for (int i = 1; i <= 64; ++i) expected.push_back("Parameter" + std::to_string(i));
+  expected.emplace_back("Playback");
+  for (int i = 1; i <= 64; ++i) expected.push_back("PlaybackParameter" + std::to_string(i));
+  for (const char* section : {"Formulae", "Formula1", "Formula2"}) expected.emplace_back(section);
+  std::vector<std::string> written;
+  std::istringstream lines(folder.Read("VELK2.ini"));
+  for (std::string line; std::getline(lines, line);)
+    if (line.starts_with('[')) written.push_back(line.substr(1, line.size() - 2));
+  EXPECT_EQ(written, expected);
 }
 
 TEST_F(SettingsIoTest, PutsTheSettingsOnTheDisk) {

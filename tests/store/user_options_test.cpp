@@ -42,8 +42,18 @@ TEST(UserOptions, TakeTheWholePartOfTheMeasures) {
   EXPECT_EQ(options.intFontSize, 10);
 }
 
+TEST(UserOptions, TakeTheNumberAtTheFrontOfAText) {
+  const auto checked = CheckUserOptions({"120 s", "15px", "3600,5", "12pt", "64 curves"});
+  ASSERT_TRUE(std::holds_alternative<UserOptions>(checked));
+  const auto& options = std::get<UserOptions>(checked);
+  EXPECT_EQ(options.pixelslength, 120);
+  EXPECT_EQ(options.pixeldivide, 15);
+  EXPECT_EQ(options.MaximumTime, 3600);
+  EXPECT_EQ(options.intFontSize, 12);
+}
+
 TEST(UserOptions, RefuseMeasuresThatNoGraphCanHave) {
-  for (const std::string bad : {"", "0", "0.9", "-120", "abc", "12x", "1E999", "nan"}) {
+  for (const std::string bad : {"", " ", "0", "0.9", "-120", "abc", "x12", "1E999", "nan"}) {
     EXPECT_EQ(FaultOf({bad, "15", "3600", "10", "64"}), MessageId::UnacceptableValues) << bad;
     EXPECT_EQ(FaultOf({"120", bad, "3600", "10", "64"}), MessageId::UnacceptableValues) << bad;
     EXPECT_EQ(FaultOf({"120", "15", bad, "10", "64"}), MessageId::UnacceptableValues) << bad;
