@@ -14,8 +14,9 @@ inline constexpr const char* kMessagesFile = "VELKMESSAGES.MDB";
 /// The built-in language: what stands in the sources needs no file.
 inline constexpr const char* kEnglish = "English";
 
-/// Loads both files of the program's folder. Gives the language that is in effect: `language`, or English where a file
-/// is missing or the captions lack the language. No error is raised and nothing shown.
+/// Loads both files of the program's folder; their names may differ in case. Gives the language that is in effect:
+/// `language`, or English where a file is missing or the captions lack the language. No error is raised and nothing
+/// shown.
 std::string LoadLanguage(const std::string& programFolder, const std::string& language, clstranslation& translator,
                          clsLanguages& languages);
 

@@ -100,6 +100,66 @@ TEST_F(LanguageFiles, FileThatIsCutAnywhereIsTakenWholeOrNotAtAll) {
   EXPECT_GT(taken, 0);
 }
 
+TEST_F(LanguageFiles, CaptionsThatAreCutAnywhereMeanEnglishAsAWhole) {
+  ASSERT_EQ(Load("Russian"), "Russian");
+  const fs::path captions = folder.Path() / kCaptionsFile;
+  int taken = 0;
+  for (auto size = fs::file_size(captions); size > 101; size -= 101) {
+    fs::resize_file(captions, size);
+    if (Load("Russian") == "Russian") {
+      ++taken;
+      EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Файл") << size;
+      EXPECT_EQ(languages.Caption("frmAbout_cmdClose"), "&Закрыть") << size;
+    } else {
+      ExpectEnglish();
+    }
+  }
+  EXPECT_GT(taken, 0);
+}
+
+TEST_F(LanguageFiles, FolderInTheirPlaceMeansEnglish) {
+  for (const char* file : {kMessagesFile, kCaptionsFile}) {
+    fs::remove(folder.Path() / file);
+    fs::create_directory(folder.Path() / file);
+    Load("Russian");
+    EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Ready") << file;
+  }
+  EXPECT_EQ(Load("Russian"), "English");
+  ExpectEnglish();
+}
+
+TEST_F(LanguageFiles, OfTheUserTakeThePlaceOfOurs) {
+  fs::remove(folder.Path() / kCaptionsFile);
+  fs::remove(folder.Path() / kMessagesFile);
+  test::MakeDatabase(folder, kCaptionsFile,
+                     "CREATE TABLE Languages(FormName,ControllName,English,Transelate,Kazakh,Russian);"
+                     "INSERT INTO Languages VALUES('MainForm','mnuFile','&File',1,'&Файлдар','&Дело')");
+  test::MakeDatabase(folder, kMessagesFile,
+                     "CREATE TABLE Messages(Russian,Id,Kazakh,txtMessage,translatable,remark);"
+                     "INSERT INTO Messages VALUES('К работе готов',2000,'Дайын','Ready',1,'x')");
+  EXPECT_EQ(Load("Kazakh"), "Kazakh");
+  EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Файлдар");
+  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Дайын");
+  EXPECT_EQ(Load("Russian"), "Russian");
+  EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Дело");
+  EXPECT_EQ(languages.Caption("MainForm_mnuView"), std::nullopt) << "a row that is missing stays English";
+  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "К работе готов");
+  EXPECT_EQ(translator.Translate(MessageId::StatusAcquiringData), "Acquiring Data");
+}
+
+TEST_F(LanguageFiles, AreFoundWhateverTheCaseOfTheirNames) {
+  // Files of users come from systems that take both for the same name.
+  fs::rename(folder.Path() / kCaptionsFile, folder.Path() / "Velk translation data.MDB");
+  fs::rename(folder.Path() / kMessagesFile, folder.Path() / "VelkMessages.mdb");
+  EXPECT_EQ(Load("Russian"), "Russian");
+  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Готов");
+  test::MakeDatabase(folder, kMessagesFile,
+                     "CREATE TABLE Messages(Id,txtMessage,translatable,Russian);"
+                     "INSERT INTO Messages VALUES(2000,'Ready',1,'Точное имя')");
+  EXPECT_EQ(Load("Russian"), "Russian");
+  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Точное имя") << "the exact name goes first";
+}
+
 TEST_F(LanguageFiles, MayBeReadOnly) {
   for (const char* file : {kCaptionsFile, kMessagesFile})
     fs::permissions(folder.Path() / file, fs::perms::owner_read, fs::perm_options::replace);
