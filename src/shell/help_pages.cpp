@@ -33,6 +33,7 @@ constexpr Topic kTopics[] = {
     {topic::Failures, "failures"},
     {topic::Files, "files"},
     {topic::Keyboard, "keyboard"},
+    {topic::Licences, "licences"},
 };
 
 QString PathOf(const char* page, const std::string& language) {

@@ -22,6 +22,7 @@ inline constexpr int Languages = 410;
 inline constexpr int Failures = 500;
 inline constexpr int Files = 510;
 inline constexpr int Keyboard = 120;
+inline constexpr int Licences = 520;
 }  // namespace topic
 
 struct HelpPage {

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "i18n/windows/translate_form.h"
+#include "platform/text_qt.h"
 #include "shell/ui_help_window.h"
 
 namespace velk {
@@ -30,6 +31,7 @@ HelpWindow::HelpWindow(const Session& session)
   ui_->splitter->setSizes({220, 560});
   ui_->Browser->document()->setDocumentMargin(kMargin);
   ui_->cmdBack->setEnabled(false);
+  ui_->lblVersion->setText(ToQt(session.Translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
   connect(ui_->cmdBack, &QPushButton::clicked, ui_->Browser, &QTextBrowser::backward);
   // A key of the window: the button's own is the letter that its caption marks.
   auto* altLeft = new QShortcut(Qt::ALT | Qt::Key_Left, this);

@@ -6,11 +6,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTextBrowser>
 #include <set>
 
+#include "shell/frm_about.h"
 #include "shell/help_window.h"
 #include "support/window_driving.h"
 #include "support/window_texts.h"
@@ -88,6 +90,20 @@ TEST(HelpPages, AreFoundByAllWordsWhateverTheCase) {
   EXPECT_EQ(FindPages(pages, "").size(), 3U);
 }
 
+TEST(HelpPages, TellTheLicenceOfEachLibraryAsTheAboutBoxDoes) {
+  Session session;
+  for (const char* language : {"English", "Russian"}) {
+    if (language == std::string("Russian")) session.Translator = RussianMessages();
+    session.Languages = RussianCaptions();
+    const frmAbout about(session, "/settings", nullptr);
+    const auto pages = ReadHelpPages(language);
+    const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, topic::Licences))];
+    const QStringList libraries = FindControl<QPlainTextEdit>(about, "txtLibraries")->toPlainText().split('\n');
+    EXPECT_GE(libraries.size(), 4);
+    for (const QString& library : libraries) EXPECT_TRUE(page.text.contains(library)) << library.toStdString();
+  }
+}
+
 TEST(HelpPages, TellTheSameValuesOfFormulasAsTheUserGuide) {
   // tests/formula computes what the guide tells.
   QFile guide(QStringLiteral(VELK_USER_DOCS "/formulas.md"));
@@ -127,7 +143,7 @@ TEST_F(HelpWindowTest, OpensATopicAndMarksItInTheContents) {
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(Shown(), "recording.html");
   EXPECT_EQ(Selected(), "Recording");
-  EXPECT_EQ(list->count(), 12);
+  EXPECT_EQ(list->count(), 13);
 }
 
 TEST_F(HelpWindowTest, GoesThroughTheContentsByArrowKeysAndBackByAltLeft) {
@@ -160,7 +176,7 @@ TEST_F(HelpWindowTest, SearchNarrowsTheContentsAndEnterShowsTheFirstPageFound) {
   EXPECT_EQ(Shown(), "strip_chart.html");
   EXPECT_EQ(browser->textCursor().selectedText(), "15") << "the first word is marked";
   search->clear();
-  EXPECT_EQ(list->count(), 12);
+  EXPECT_EQ(list->count(), 13);
 }
 
 TEST_F(HelpWindowTest, SaysThatNothingWasFound) {
@@ -173,6 +189,11 @@ TEST_F(HelpWindowTest, SaysThatNothingWasFound) {
   EXPECT_EQ(Shown(), "first_start.html");
 }
 
+TEST_F(HelpWindowTest, TellsTheVersionAtItsFoot) {
+  EXPECT_EQ(FindControl<QLabel>(window, "lblVersion")->text(),
+            "Velk Acquisition Console (VELK) - version " VELK_VERSION);
+}
+
 TEST_F(HelpWindowTest, EscapeClosesIt) {
   window.Open(topic::FirstStart);
   QTest::keyClick(list, Qt::Key_Escape);
@@ -180,7 +201,7 @@ TEST_F(HelpWindowTest, EscapeClosesIt) {
 }
 
 TEST(HelpWindowTexts, AreThereInRussianAndFitWhereTextIsLarge) {
-  EXPECT_EQ(TextsWithoutRussian(HelpWindow(Session())), kNone);
+  EXPECT_EQ(TextsWithoutRussian(HelpWindow(Session()), {"lblVersion"}), kNone);
   Session session;
   session.Current_language = "Russian";
   session.Languages = RussianCaptions();
