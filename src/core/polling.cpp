@@ -193,6 +193,7 @@ Values Polling::TakeBufferedLine(const Statements& run, int number) {
 // --- The page of a networked unit ---
 
 void Polling::EnablePageTimer() {
+  if (ended_) return;
   timers_.Timer4->SetEnabled(session_.SerialData == protocol::HoneywellEZtrend);
   timers_.Timer5->SetEnabled(session_.SerialData == protocol::LumoThroughHmi);
 }
@@ -226,6 +227,7 @@ bool Polling::PutOffBehindPage(std::function<void()> task) {
 
 void Polling::End() {
   behindPage_ = nullptr;
+  ended_ = true;
   timers_.Timer1->SetEnabled(false);
   timers_.Timer4->SetEnabled(false);
   timers_.Timer5->SetEnabled(false);

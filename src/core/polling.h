@@ -84,6 +84,7 @@ class Polling {
   int boxesBelowTick_ = 0;  ///< boxes that stood when the topmost tick began
   bool analysing_ = false;
   bool fetching_ = false;
+  bool ended_ = false;
 };
 
 }  // namespace velk

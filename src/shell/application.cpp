@@ -33,6 +33,8 @@ bool IsPageOrOpc(const std::string& protocol) {
 Application::Application(const Services& services)
     : platform_(services.platform),
       onLanguage_(services.onLanguage),
+      programFolder_(services.programFolder.empty() ? FromQt(QCoreApplication::applicationDirPath())
+                                                    : services.programFolder),
       timers_(platform_.clock),
       form_(session_),
       frame_(form_, session_, platform_),
@@ -166,8 +168,7 @@ void Application::MDIForm_Load() {
   });
   StartUpStep(2, [this] {
     session_.DirectoryAtStart = FromQt(QDir::currentPath());
-    if (QDir::currentPath() != QCoreApplication::applicationDirPath())
-      QDir::setCurrent(QCoreApplication::applicationDirPath());
+    if (session_.DirectoryAtStart != programFolder_) QDir::setCurrent(ToQt(programFolder_));
   });
   StartUpStep(3, [this] { LoadLanguage(); });
   StartUpStep(4, [this] { form_.ResetCaption(); });
@@ -186,8 +187,8 @@ void Application::MDIForm_Load() {
 }
 
 void Application::LoadLanguage() {
-  const std::string inEffect = velk::LoadLanguage(FromQt(QCoreApplication::applicationDirPath()),
-                                                  session_.Current_language, session_.Translator, session_.Languages);
+  const std::string inEffect =
+      velk::LoadLanguage(programFolder_, session_.Current_language, session_.Translator, session_.Languages);
   toolkitTexts_ = InstallToolkitTexts(inEffect);
   TranslateForm(form_, session_.Languages);
   if (onLanguage_) onLanguage_(session_);
@@ -251,8 +252,11 @@ bool Application::IsSureToExit() {
 }
 
 void Application::mnuFileExit_Click() {
-  RunProcedure({platform_.dialogs, "mnuFileExit_Click"}, [&](const Statements&) {
+  RunProcedure({platform_.dialogs, "mnuFileExit_Click"}, [&](const Statements& run) {
     if (!IsSureToExit()) return;
+    // First of all: who cancels a save that fails keeps the program as it is. The window's frame is the way out.
+    run([&] { SaveSettings(session_, platform_.settings); });
+    settingsSaved_ = true;
     session_.AskOnExit = false;
     form_.close();
   });
@@ -261,6 +265,7 @@ void Application::mnuFileExit_Click() {
 bool Application::MDIForm_QueryUnload() {
   if (session_.AskOnExit && !IsSureToExit()) return false;
   session_.AskOnExit = false;
+  SaveAtEnd();
   polling_.End();
   if (road_.IsRunning() || polling_.IsRunning() || acquisition_.IsConnecting()) {
     // What runs is on the stack below this close: it has to leave first.
@@ -276,12 +281,16 @@ bool Application::MDIForm_QueryUnload() {
   return true;
 }
 
+void Application::SaveAtEnd() {
+  if (std::exchange(settingsSaved_, true)) return;
+  RunProcedure({platform_.dialogs, "MDIForm_QueryUnload"},
+               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+}
+
 void Application::EndJob() {
   if (std::exchange(jobEnded_, true)) return;
   if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
   if (!IsPageOrOpc(session_.SerialData)) link_.CloseODataCom();
-  RunProcedure({platform_.dialogs, "SaveSettings"},
-               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
 }
 
 void Application::SaveAndEnd() {

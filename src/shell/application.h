@@ -31,6 +31,8 @@ struct Services {
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
   /// Called once the language is loaded, for what the caller made itself: boxes, questions.
   std::function<void(const Session&)> onLanguage = {};
+  /// Where the program's own files are; beside the executable where it is empty.
+  std::string programFolder = {};
 };
 
 /// The composition root: builds everything in order, binds menus, buttons and timers to their event procedures, and
@@ -71,7 +73,9 @@ class Application {
   bool MDIForm_QueryUnload();
   void MDIForm_Unload();
   bool IsSureToExit();
-  /// Stop's work for a job that still runs, then the link and the settings.
+  /// Saves the settings while boxes can still tell that they could not be saved; once.
+  void SaveAtEnd();
+  /// Stop's work for a job that still runs, then the link.
   void EndJob();
   /// The usual exit without its question, for changes that need a new start.
   void SaveAndEnd();
@@ -84,6 +88,7 @@ class Application {
   Session session_;
   Platform platform_;
   std::function<void(const Session&)> onLanguage_;
+  const std::string programFolder_;
   std::unique_ptr<QTranslator> toolkitTexts_;
   MainTimers timers_;
   MainForm form_;
@@ -100,6 +105,7 @@ class Application {
   SettingsQuestions& settingsQuestions_;
   ProtocolDialogs& protocolDialogs_;
   std::unique_ptr<Timer> closeAgain_;  ///< while something still runs at exit
+  bool settingsSaved_ = false;
   bool jobEnded_ = false;
 };
 

@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QTimer>
-#include <fstream>
 
 #include "formula/additional_parameters.h"
 #include "shell/shell_rig.h"
@@ -431,16 +430,6 @@ TEST_F(Program, AFrameClosedWhileConnectWaitsEndsTheWait) {
   rig.Press("Acquire");
   rig.clock.onYield = nullptr;
   rig.clock.Advance(100);
-  EXPECT_FALSE(rig.Window().isVisible());
-}
-
-TEST_F(Program, SettingsThatCannotBeSavedAreToldAndTheProgramEndsAllTheSame) {
-  rig.Start();
-  std::filesystem::remove_all(rig.folder.File("settings"));
-  std::ofstream(rig.folder.File("settings")) << "a file where the folder should be";
-  rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
-  rig.dialogs.Expect(" - SaveSettings", Answer::Cancel);
-  rig.Choose("mnuFileExit");
   EXPECT_FALSE(rig.Window().isVisible());
 }
 

@@ -138,6 +138,25 @@ TEST_F(Logo, AClickChoosesAnotherOneWhichIsKept) {
   EXPECT_EQ(Middle(), QColor(Qt::green));
 }
 
+TEST_F(Logo, FollowsATemplateAndIsOursAgainWhenTheSettingsAreCleared) {
+  Set("CompanyLogoFile", Picture("green.png", {60, 60}, Qt::green));
+  rig.Start();
+  rig.settingsQuestions.choice = "Job";
+  rig.Choose("mnuEditSaveTemplate");
+  rig.dialogs.ExpectOpenFile(Picture("red.png", {60, 60}, Qt::red));
+  Button().click();
+  EXPECT_EQ(Middle(), QColor(Qt::red));
+  rig.Choose("mnuEditLoadTemplate");
+  EXPECT_EQ(Middle(), QColor(Qt::green));
+  rig.Choose("mnuViewCompany");
+  EXPECT_FALSE(Button().isVisible());
+  rig.settingsQuestions.groups = GroupChoice{true};
+  rig.Choose("mnuEditClear");
+  EXPECT_EQ(Button().iconSize(), QSize(96, 28));
+  EXPECT_TRUE(Button().isVisible());
+  EXPECT_TRUE(rig.Window().MenuItem("mnuViewCompany")->isChecked());
+}
+
 TEST_F(Logo, CancelLeavesAllAsItWas) {
   Set("CompanyLogoFile", Picture("logo.png", {60, 60}, Qt::green));
   rig.Start();

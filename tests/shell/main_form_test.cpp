@@ -11,6 +11,7 @@
 #include "model/status.h"
 #include "shell/icons.h"
 #include "shell/not_built.h"
+#include "support/recording_view.h"
 
 namespace velk {
 namespace {
@@ -89,6 +90,23 @@ TEST_F(MainFormTest, HasEveryMenuItemWithItsCaption) {
   }
 }
 
+TEST_F(MainFormTest, HasTheItemsOfEachMenuInOrder) {
+  QStringList shown;
+  for (const QAction* menu : form.menuBar()->actions()) {
+    shown += menu->menu()->objectName();
+    for (const QAction* item : menu->menu()->actions()) {
+      if (item->isSeparator()) continue;
+      shown += item->menu() ? item->menu()->objectName() : item->objectName();
+    }
+  }
+  QStringList wanted;
+  for (const Entry& entry : kCaptions) {
+    if (QString(entry.item) == "mnuHelp") wanted += "mnuWindow1";  // the list of open windows ends its menu
+    wanted += entry.item;
+  }
+  EXPECT_EQ(shown, wanted);
+}
+
 TEST_F(MainFormTest, HasSevenMenusInOrder) {
   QStringList names;
   for (const QAction* action : form.menuBar()->actions()) names << action->text();
@@ -114,6 +132,21 @@ TEST_F(MainFormTest, ShowsAPictureForEveryImageOfTheList) {
     for (int y = 0; y < 24 && !drawn; ++y)
       for (int x = 0; x < 24 && !drawn; ++x) drawn = picture.pixel(x, y) != first;
     EXPECT_TRUE(drawn) << number;
+  }
+}
+
+TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
+  for (const MessageId status : kStatuses) {
+    Session plain;
+    test::RecordingView view;
+    ChangeCurrentStatus(plain, view, status);
+    ChangeCurrentStatus(session, form, status);
+    for (const auto& [item, allowed] : view.menuEnabled) {
+      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item)) << item << " in " << session.CurrentStatus;
+    }
+    for (const auto& [item, visible] : view.menuVisible) EXPECT_EQ(form.MenuItem(item)->isVisible(), visible) << item;
+    for (const auto& [item, caption] : view.menuCaption)
+      EXPECT_EQ(form.MenuItem(item)->text().toStdString(), caption) << item;
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "model/status.h"
+
 namespace velk::test {
 
 ShellRig::ShellRig() {
@@ -19,14 +21,22 @@ void ShellRig::Start() {
   const SerialPortFactory twoPorts = [this]() -> std::unique_ptr<SerialPort> {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
-  application = std::make_unique<Application>(
-      Services{{clock, gate, dialogs, *settings}, questions, settingsQuestions, protocolDialogs, twoPorts});
+  Services services{{clock, gate, dialogs, *settings}, questions, settingsQuestions, protocolDialogs, twoPorts};
+  services.makePageFetch = [this](Clock&) {
+    auto made = std::make_unique<ScriptedPages>();
+    pages = made.get();
+    return made;
+  };
+  services.onLanguage = onLanguage;
+  services.programFolder = programFolder;
+  application = std::make_unique<Application>(services);
   application->MDIForm_Load();
 }
 
 void ShellRig::Connect() {
   clock.onYield = [this, come = false]() mutable {
-    if (State().CurrentStatus == "Checking Hardware" && linePort.open && !std::exchange(come, true)) Receive(0, 0, 0);
+    const bool checking = StatusIs(State(), MessageId::StatusCheckingHardware);
+    if (checking && linePort.open && !std::exchange(come, true)) Receive(0, 0, 0);
   };
   Press("Acquire");
   clock.onYield = nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -9,6 +10,7 @@
 #include "support/fake_serial_port.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
+#include "support/scripted_pages.h"
 #include "support/scripted_protocol_dialogs.h"
 #include "support/scripted_settings_questions.h"
 #include "support/temporary_folder.h"
@@ -42,6 +44,9 @@ class ShellRig {
   ScriptedProtocolDialogs protocolDialogs;
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
+  ScriptedPages* pages = nullptr;  ///< of the application that runs
+  std::function<void(const Session&)> onLanguage;
+  std::string programFolder;  ///< empty: that of the test program, where no translation files are
   std::unique_ptr<Application> application;
 
  private:

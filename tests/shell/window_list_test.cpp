@@ -129,6 +129,28 @@ TEST_F(WindowListTest, ArrangesIconsAlongTheBottomAndTilesAboveThem) {
   EXPECT_TRUE(one->isMinimized());
 }
 
+TEST_F(WindowListTest, ArrangesOneWindowAndManyIntoTheRoomThereIs) {
+  const auto tiles = [this](const char* item) {
+    Choose(item);
+    qint64 area = 0;
+    for (const QMdiSubWindow* window : form.GraphArea().subWindowList()) {
+      EXPECT_TRUE(QRect({0, 0}, Room()).contains(window->geometry())) << item;
+      area += qint64{window->width()} * window->height();
+    }
+    EXPECT_EQ(area, qint64{Room().width()} * Room().height()) << item;
+  };
+  QMdiSubWindow* first = Add("1");
+  for (const char* item : {"mnuWindowTileVertically", "mnuWindowTileHorizontally"}) {
+    tiles(item);
+    EXPECT_EQ(first->geometry(), QRect({0, 0}, Room()));
+  }
+  for (int i = 2; i <= 12; ++i) Add(QString::number(i));
+  for (const char* item : {"mnuWindowTileVertically", "mnuWindowTileHorizontally"}) tiles(item);
+  Choose("mnuWindowCascade");
+  for (const QMdiSubWindow* window : form.GraphArea().subWindowList())
+    EXPECT_TRUE(QRect({0, 0}, Room()).intersects(window->geometry()));
+}
+
 TEST_F(WindowListTest, ArrangesNothingWhereNothingIsOpen) {
   for (const char* item :
        {"mnuWindowCascade", "mnuWindowTileVertically", "mnuWindowTileHorizontally", "mnuWindowArrange"})
