@@ -87,6 +87,7 @@ class CountingPort : public SerialPort {
     lines_ += std::count(bytes.begin(), bytes.end(), '\n');
     return bytes;
   }
+  std::string Peek() const override { return port_->Peek(); }
   void Write(std::string_view bytes) override { port_->Write(bytes); }
   void ClearInput() override { port_->ClearInput(); }
 

@@ -52,6 +52,7 @@ class BenchPort : public SerialPort {
   bool IsOpen() const override { return open_; }
   std::size_t BytesWaiting() const override { return waiting_.size(); }
   std::string Read(std::size_t) override { return std::exchange(waiting_, {}); }
+  std::string Peek() const override { return waiting_; }
   void Write(std::string_view) override {}
   void ClearInput() override { waiting_.clear(); }
   void Receive(const std::string& line) {

@@ -152,9 +152,21 @@ void Polling::PauseAfterTimeOut() {
   view_.PressButton("Pause");
 }
 
+/// Lines that come ahead of Start and during a pause must not be logged later, as if they were present ones. The line
+/// under way stays: the job may begin with it. Frames of the DAS 104 stand between CRs, so the CR ahead of it stays
+/// too.
+void Polling::DropLinesOutsideOfTheJob() {
+  if (ticks_ > 0 || StatusIs(session_, MessageId::StatusAcquiringData)) return;
+  const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
+  if (lastEnd == std::string::npos) return;
+  link_.MSComm1->Read(session_.SerialData == protocol::Das104 ? lastEnd : lastEnd + 1);
+}
+
 // --- An instrument that sends its buffer ---
 
 void Polling::MSComm1_OnComm() {
+  const Protocol* const protocol = FindProtocol(session_.SerialData);
+  if (protocol && protocol->driver == Driver::PolledByTick) return DropLinesOutsideOfTheJob();
   if (session_.SerialData != protocol::Intermittent) return;
   if (analysing_) return lines_.Hold(*link_.MSComm1);  // a box may stand on the sample for as long as it likes
   const Under analysing(analysing_);

@@ -38,7 +38,7 @@ class Polling {
   /// False where there is none.
   bool PutOffBehindPage(std::function<void()> task);
 
-  /// Bytes of an instrument that buffers its samples.
+  /// Bytes have come on the plain port: of an instrument that buffers its samples, or outside of a polled job.
   void MSComm1_OnComm();
   /// Whether Timer1 has work with this protocol: it reads the port, learns the length of the lines, or looks whether
   /// the port of a buffering instrument is still there.
@@ -60,6 +60,7 @@ class Polling {
   Values Poll(const Statements& run, bool& timedOut);
   Values Learn(const Statements& run, bool& timedOut);
   bool TakeTimeOut();
+  void DropLinesOutsideOfTheJob();
   void PauseAfterTimeOut();
   void KeepListening();
   void IntermittentDataAnalysis();

@@ -33,6 +33,7 @@ class TickPort : public SerialPort {
   bool IsOpen() const override { return IsHeld() && port_.IsOpen() && !(box_ != nullptr && box_->TopIsAnswered()); }
   std::size_t BytesWaiting() const override { return IsHeld() ? port_.BytesWaiting() : 0; }
   std::string Read(std::size_t most) override { return IsHeld() ? port_.Read(most) : std::string(); }
+  std::string Peek() const override { return IsHeld() ? port_.Peek() : std::string(); }
   void Write(std::string_view bytes) override {
     if (!IsHeld()) throw RuntimeError(ErrorNumber::PortNotOpen);
     port_.Write(bytes);

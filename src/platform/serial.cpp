@@ -106,6 +106,9 @@ class DevicePort : public SerialPort {
   bool IsOpen() const override { return port_ != nullptr; }
   std::size_t BytesWaiting() const override { return port_ ? static_cast<std::size_t>(port_->bytesAvailable()) : 0; }
   std::string Read(std::size_t most) override;
+  std::string Peek() const override {
+    return port_ ? port_->peek(port_->bytesAvailable()).toStdString() : std::string();
+  }
   void Write(std::string_view bytes) override;
   void ClearInput() override {
     if (port_) port_->clear(QSerialPort::Input);

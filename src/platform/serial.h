@@ -50,6 +50,8 @@ class SerialPort {
   virtual std::size_t BytesWaiting() const = 0;
   /// At most `most` of the waiting bytes; never waits.
   virtual std::string Read(std::size_t most) = 0;
+  /// All that waits; it stays there.
+  virtual std::string Peek() const = 0;
   virtual void Write(std::string_view bytes) = 0;
   virtual void ClearInput() = 0;
 

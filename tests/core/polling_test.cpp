@@ -276,6 +276,27 @@ TEST_F(Polled, ATickAboveABoxLeavesOnceTheBoxIsAnswered) {
   EXPECT_FALSE(rig.polling.IsRunning());
 }
 
+TEST_F(Polled, LinesFromAheadOfTheJobAndFromAPauseAreNotOfTheJob) {
+  Use(protocol::Das104, ",", "\r");
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.plainPort.Receive("\r" + Now() + ",11.5,2.5,3.5\r" + Now() + ",12.5,2.5,3.5\r");
+  rig.plainPort.Receive(Now() + ",21.5");
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.plainPort.Receive(",2.5,3.5\r");
+  rig.clock.Advance(60);
+  EXPECT_EQ(rig.session.CurrentValue[1], 21.5f) << "the line under way at Start is of the job";
+
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  rig.plainPort.Receive(Now() + ",31.5,2.5,3.5\r");
+  rig.clock.Advance(60'000);
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.plainPort.Receive(Now() + ",41.5,2.5,3.5\r");
+  rig.clock.Advance(60);
+  EXPECT_EQ(rig.session.CurrentValue[1], 41.5f);
+  EXPECT_EQ(graph2.plots.size(), 2u);
+}
+
 TEST_F(Polled, StopEndsAReaderThatWaits) {
   Use(protocol::DataTakerB);
   rig.session.TheTimeOut = 30000;

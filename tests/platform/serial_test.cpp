@@ -178,6 +178,16 @@ TEST(SerialPort, BytesBeyondTheReadBufferWaitInTheSystemAndNoneIsLost) {
   EXPECT_EQ(received, sent);
 }
 
+TEST(SerialPort, PeekLeavesWhatWaits) {
+  OpenPort open;
+  open.port->onReadyRead = nullptr;
+  open.pty.Send("a line\rpart");
+  ASSERT_TRUE(RunUntil([&] { return open.port->BytesWaiting() == 11; }));
+  EXPECT_EQ(open.port->Peek(), "a line\rpart");
+  EXPECT_EQ(open.port->Read(20), "a line\rpart");
+  EXPECT_EQ(open.port->Peek(), "");
+}
+
 TEST(SerialPort, ClearInputForgetsWhatWaits) {
   OpenPort open;
   open.port->onReadyRead = nullptr;

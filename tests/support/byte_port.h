@@ -25,6 +25,7 @@ class BytePort : public SerialPort {
     at_ += count;
     return bytes_.substr(at_ - count, count);
   }
+  std::string Peek() const override { return Rest(); }
   void Write(std::string_view bytes) override {
     if (!open) throw RuntimeError(ErrorNumber::PortNotOpen);
     written.emplace_back(bytes);

@@ -60,6 +60,7 @@ class FakeSerialPort : public SerialPort {
     device_.waiting.erase(0, bytes.size());
     return bytes;
   }
+  std::string Peek() const override { return device_.waiting; }
   void Write(std::string_view bytes) override { device_.written += bytes; }
   void ClearInput() override { device_.waiting.clear(); }
 
