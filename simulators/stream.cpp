@@ -1,6 +1,7 @@
 #include "stream.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 
 #include "journal.h"
@@ -23,6 +24,7 @@ void StreamOptions::AddTo(CommandLine& commandLine) {
   commandLine.Number("--silence-after", silenceAfter);
   commandLine.Number("--silence", silence);
   commandLine.Number("--dribble", dribble);
+  commandLine.Flag("--step", step);
 }
 
 void PlugIn(Line& line) {
@@ -63,6 +65,20 @@ namespace {
 
 constexpr double kRestAtEnd = 0.2;
 
+volatile std::sig_atomic_t stepsAsked = 0;
+
+void CountSteps() {
+  struct sigaction action = {};
+  action.sa_handler = [](int) { stepsAsked = stepsAsked + 1; };
+  sigaction(SIGUSR1, &action, nullptr);
+}
+
+bool WaitForStep(long count) {
+  while (stepsAsked < count)
+    if (!RestUntil(Seconds() + 0.002)) return false;
+  return true;
+}
+
 /// Damages the frame as asked for; gives whether it did.
 bool Damage(std::string& frame, const StreamOptions& options, long count, Samples& samples) {
   if (IsDue(count, options.noiseEvery)) AddNoise(frame, samples);
@@ -74,6 +90,7 @@ bool Damage(std::string& frame, const StreamOptions& options, long count, Sample
 
 int RunStream(const StreamOptions& options, const std::function<std::string(Samples&, int channels)>& build) {
   CatchSignals();
+  CountSteps();
   Samples samples(options.clock, static_cast<std::uint64_t>(options.seed));
   Journal journal(options.journal);
   Line line(options.link, options.flood ? 0 : options.baud);
@@ -86,7 +103,7 @@ int RunStream(const StreamOptions& options, const std::function<std::string(Samp
       if (!WaitForReader(line)) break;
       due = Seconds();
     }
-    if (!options.flood && !RestUntil(due)) break;
+    if (options.step ? !WaitForStep(count) : !options.flood && !RestUntil(due)) break;
     if (Ending()) break;
     const bool wrongCount = IsDue(count, options.wrongCountEvery);
     std::string frame = build(samples, options.channels + (wrongCount ? 1 : 0));

@@ -25,6 +25,7 @@ struct StreamOptions {
   long silenceAfter = 0;     ///< behind so many frames nothing is sent ...
   double silence = 5;        ///< ... for so long
   double dribble = 0;        ///< rest ahead of each byte
+  bool step = false;         ///< a frame for each SIGUSR1
 
   void AddTo(CommandLine& commandLine);
 };
@@ -45,6 +46,7 @@ struct StreamOptions {
   "  --noise-every N        changes, loses or adds a byte in every N-th frame\n"                            \
   "  --silence-after N      sends nothing for --silence S seconds (default 5) behind N frames\n"            \
   "  --dribble S            rests S seconds ahead of each byte\n"                                           \
+  "  --step                 sends a frame for each SIGUSR1, --interval only moves the clock\n"              \
   "\nThe first line printed is the path of the device. While nobody has the device open nothing is sent.\n" \
   "Ends on SIGTERM and SIGINT, and with the program that started it.\n"
 

@@ -64,6 +64,7 @@ class ChildProgram {
 struct SentFrame {
   std::string kind;
   std::string text;
+  double sentAt = 0;  ///< seconds since 1970
 };
 
 /// The journal of a simulator, its escapes read back.
@@ -72,7 +73,7 @@ inline std::vector<SentFrame> ReadJournal(const std::string& path) {
   std::ifstream file(path);
   for (std::string row; std::getline(file, row);) {
     const std::size_t first = row.find('\t'), second = row.find('\t', first + 1);
-    SentFrame frame{row.substr(first + 1, second - first - 1), {}};
+    SentFrame frame{row.substr(first + 1, second - first - 1), {}, std::stod(row)};
     for (std::size_t at = second + 1; at < row.size(); ++at) {
       if (row[at] != '\\') {
         frame.text += row[at];
