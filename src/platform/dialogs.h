@@ -25,7 +25,7 @@ struct MessageBox {
 struct FileQuestion {
   std::string title;
   std::string filter;     ///< "Data files (*.mdb)|*.mdb"
-  std::string directory;  ///< where the dialog starts
+  std::string directory;  ///< where the dialog starts; the home folder where there is no such one
 };
 
 /// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while

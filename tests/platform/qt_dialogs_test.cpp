@@ -283,6 +283,26 @@ TEST_F(QtDialogsTest, OpensOnlyAFileThatIsThere) {
   EXPECT_EQ(dialogs_.OpenFile({"Choose", "Pictures|*.png", folder.Path()}), std::nullopt);
 }
 
+TEST_F(QtDialogsTest, BeginsInTheHomeFolderWhereTheOneOfTheLastTimeIsGone) {
+  const MemoryFolder folder;
+  folder.Write("file", "x");
+  const auto begins = [&](const std::string& directory) {
+    std::string begun;
+    const auto note = [&begun](QFileDialog& box) {
+      begun = box.directory().absolutePath().toStdString();
+      QTest::keyClick(&box, Qt::Key_Escape);
+    };
+    WhenShown<QFileDialog>(note);
+    dialogs_.SaveFile({"", "Data files (*.mdb)|*.mdb", directory});
+    return begun;
+  };
+  const std::string home = QDir::homePath().toStdString();
+  EXPECT_EQ(begins(folder.Path("unplugged")), home);
+  EXPECT_EQ(begins(folder.Path("file")), home);
+  EXPECT_EQ(begins(""), home);
+  EXPECT_EQ(begins(folder.Path()), folder.Path());
+}
+
 TEST_F(QtDialogsTest, GivesNoFileOnCancel) {
   const MemoryFolder folder;
   WhenShown<QFileDialog>([](QFileDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });

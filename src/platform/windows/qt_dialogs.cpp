@@ -1,6 +1,8 @@
 #include "platform/windows/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -181,7 +183,9 @@ std::optional<std::string> QtDialogs::ShowSaveFile(const FileQuestion& question)
 
 std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question) {
   files->setNameFilter(FileFilter(question.filter));
-  files->setDirectory(QString::fromStdString(question.directory));
+  // The folder of the last time may have been on a medium that is gone; the program's own is no place for files.
+  const QString directory = QString::fromStdString(question.directory);
+  files->setDirectory(QFileInfo(directory).isDir() ? directory : QDir::homePath());
   files->setLabelText(QFileDialog::Accept, QString::fromStdString(texts_.ok));
   files->setLabelText(QFileDialog::Reject, QString::fromStdString(texts_.cancel));
   std::optional<std::string> path;
