@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "i18n/messages.h"
 #include "support/translation_file.h"
@@ -115,6 +117,24 @@ TEST_F(LanguageFiles, CaptionsThatAreCutAnywhereMeanEnglishAsAWhole) {
     }
   }
   EXPECT_GT(taken, 0);
+}
+
+TEST_F(LanguageFiles, AnyChangedByteEndsInEnglishOrInTexts) {
+  for (const char* name : {kCaptionsFile, kMessagesFile}) {
+    const fs::path path = folder.Path() / name;
+    std::ifstream file(path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    for (std::size_t at = 0; at < bytes.size(); at += 61) {
+      std::string changed = bytes;
+      changed[at] = static_cast<char>(changed[at] ^ 0xFF);
+      std::ofstream(path, std::ios::binary) << changed;
+      const std::string inEffect = Load("Russian");
+      EXPECT_EQ(languages.IsEmpty(), inEffect == "English") << name << " " << at;
+      EXPECT_FALSE(translator.Translate(MessageId::StatusReady).empty()) << name << " " << at;
+    }
+    std::ofstream(path, std::ios::binary) << bytes;
+  }
+  EXPECT_EQ(Load("Russian"), "Russian");
 }
 
 TEST_F(LanguageFiles, FolderInTheirPlaceMeansEnglish) {

@@ -150,6 +150,18 @@ TEST(MessageData, EveryTextIsThereInRussian) {
   }
 }
 
+TEST(MessageData, NoTwoStatusesAreCalledAlike) {
+  // The program compares these words to know where it stands.
+  const std::set<std::string> ids = {"252", "2000", "2001", "2002", "2003", "2004", "2005", "2006", "2007"};
+  std::set<std::string> english, russian;
+  for (const auto& [number, row] : MessageData()) {
+    if (ids.count(row.id) == 0) continue;
+    EXPECT_TRUE(english.insert(row.english).second) << number;
+    EXPECT_TRUE(russian.insert(row.russian).second) << number;
+  }
+  EXPECT_EQ(english.size(), ids.size());
+}
+
 TEST(MessageData, BlanksAtTheEndsAreKept) {
   // Texts such as "Current File: " are put together with values, so a lost blank would show.
   for (const auto& [number, row] : MessageData()) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 #include "support/recording_view.h"
 
 namespace velk {
@@ -47,6 +50,18 @@ TEST(Status, ForcesEveryMenuItemAsTheTableSays) {
         EXPECT_TRUE(found != view.menuEnabled.end() && found->second == (row.states[column] == '1'))
             << row.item << " in " << session.CurrentStatus;
     }
+  }
+}
+
+TEST(Status, ForcesNothingOutsideTheTableButTheSummaryReport) {
+  std::set<std::string> known = {"mnuViewSummaryReport"};
+  for (const Expectation& row : kTable) known.insert(row.item);
+  for (const MessageId status : kStatuses) {
+    Session session;
+    RecordingView view;
+    ChangeCurrentStatus(session, view, status);
+    for (const auto& [item, enabled] : view.menuEnabled) EXPECT_EQ(known.count(item), 1u) << item;
+    EXPECT_TRUE(view.buttonEnabled.empty() && view.buttonVisible.empty());
   }
 }
 

@@ -106,6 +106,14 @@ TEST_F(Logo, IsOursUntilOneIsChosen) {
   EXPECT_EQ(Button().toolTip(), "Click here to change company logo");
 }
 
+TEST_F(Logo, StandsAtTheRightEndBesideTheToolbar) {
+  rig.Start();
+  const QPoint right = Button().mapTo(&rig.Window(), QPoint(Button().width(), 0));
+  EXPECT_GT(right.x(), rig.Window().width() - 20);
+  EXPECT_LE(right.x(), rig.Window().width());
+  EXPECT_LT(right.y(), rig.Window().Toolbar().geometry().bottom());
+}
+
 TEST_F(Logo, IsLoadedAtStartUpAndScaledToTheBarsHeight) {
   Set("CompanyLogoFile", Picture("logo.png", {600, 200}, Qt::red));
   rig.Start();

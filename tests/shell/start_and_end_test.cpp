@@ -69,8 +69,11 @@ TEST_F(StartAndEnd, WorksInTheProgramsFolderAndGoesBackToTheOneItWasStartedIn) {
   rig.Start();
   EXPECT_EQ(QDir::currentPath(), QCoreApplication::applicationDirPath());
   EXPECT_EQ(rig.State().DefaultDirectory, elsewhere.Path().string()) << "file dialogs begin where the operator was";
+  EXPECT_EQ(rig.Window().ButtonImage("disconnect"), image::DisconnectOn);
   Exit();
   EXPECT_EQ(QDir::currentPath().toStdString(), elsewhere.Path().string());
+  EXPECT_EQ(rig.Window().ButtonImage("connect"), image::ConnectOff);
+  EXPECT_EQ(rig.Window().ButtonImage("disconnect"), image::DisconnectOff);
 }
 
 TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
