@@ -29,9 +29,9 @@ namespace {
 
 constexpr qint64 kReadBuffer = 64 * 1024;  ///< of the page, held by the network while nobody has taken it yet
 
+/// Nothing is disconnected ahead of the abort: the reply tells its connection to close by a signal of its own.
 struct DeleteLater {
   void operator()(QNetworkReply* reply) const {
-    reply->disconnect();
     reply->abort();
     reply->deleteLater();
   }

@@ -191,6 +191,21 @@ TEST_F(PageFetchTest, LeavesAPageWithoutAnEnd) {
   EXPECT_EQ(Fetch(server.Address()).fault, PageFault::TooLarge);
 }
 
+/// A unit that serves one client at a time would serve nobody from then on.
+TEST_F(PageFetchTest, LetsGoOfTheUnitWhosePageItGivesUp) {
+  for (const bool endless : {true, false}) {
+    bool gone = false;
+    server.answer = [&](const std::string&, QTcpSocket& socket) {
+      QObject::connect(&socket, &QTcpSocket::disconnected, &socket, [&gone] { gone = true; });
+      if (!endless) return fetch->Cancel();
+      socket.write("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(8 * 1024 * 1024, 'x'));
+    };
+    EXPECT_EQ(Fetch(server.Address()).page, std::nullopt);
+    for (int rounds = 0; !gone && rounds < 3000; ++rounds) clock.WaitRound();
+    EXPECT_TRUE(gone) << (endless ? "endless" : "silent");
+  }
+}
+
 TEST_F(PageFetchTest, TellsABrokenConnection) {
   for (const char* answer : {"", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n123", "no http at all\r\n\r\n"}) {
     server.AnswerAll(answer);
