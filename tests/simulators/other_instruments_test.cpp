@@ -183,6 +183,17 @@ TEST_F(OtherInstruments, Das104FramesAreTakenFromBetweenTheCrs) {
   EXPECT_GE(std::count_if(read.begin(), read.end(), [this](const std::string& frame) { return IsTaken(frame); }), 4);
 }
 
+TEST_F(OtherInstruments, SendAFrameForEachSignalWhereTheyAreStepped) {
+  Open(Start("das104", {"--step"}));
+  for (std::size_t frames = 0; frames < 3; ++frames) {
+    clock.WaitMilliseconds(60);
+    EXPECT_EQ(Sent().size(), frames);
+    simulator->Signal(SIGUSR1);
+    for (int rounds = 0; Sent().size() == frames && rounds < 5000; ++rounds) clock.WaitRound();
+    EXPECT_EQ(Sent().size(), frames + 1);
+  }
+}
+
 TEST_F(OtherInstruments, RequestsAreAnswered) {
   session.SerialData = "sent when requested";
   session.Terminator = "\r";

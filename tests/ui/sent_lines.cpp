@@ -66,6 +66,7 @@ std::vector<SentLine> LinesOfAnswers(int parameters, const std::vector<SentFrame
 std::vector<SentLine> LinesOfTablePages(const std::vector<SentFrame>& journal) {
   std::vector<SentLine> lines;
   for (const SentFrame& page : journal) {
+    if (page.text.find("<TABLE") == std::string::npos) continue;
     const std::vector<std::string> times = Found(page.text, "Time&nbsp;(........)");
     std::string line = times.empty() ? "" : times[0];
     for (const std::string& value : Found(page.text, "<font size=2>([^<]*)</font>")) line += " " + value;
@@ -77,8 +78,10 @@ std::vector<SentLine> LinesOfTablePages(const std::vector<SentFrame>& journal) {
 std::vector<SentLine> LinesOfPanelPages(const std::vector<SentFrame>& journal) {
   std::vector<SentLine> lines;
   for (const SentFrame& page : journal) {
+    const std::vector<std::string> values = Found(page.text, "<b> ([^ ]*) &nbsp;");
+    if (values.empty()) continue;
     std::string line = "hh:mm:ss";
-    for (const std::string& value : Found(page.text, "<b> ([^ ]*) &nbsp;")) line += " " + Plain(value);
+    for (const std::string& value : values) line += " " + Plain(value);
     lines.push_back({line, page.sentAt});
   }
   return lines;

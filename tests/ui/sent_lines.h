@@ -25,10 +25,12 @@ std::vector<SentLine> LinesOfEitherEnd(const std::vector<SentFrame>& journal);
 /// that did not come, or did not end, ends its line without a trace: the program asks from the first parameter on.
 std::vector<SentLine> LinesOfAnswers(int parameters, const std::vector<SentFrame>& journal);
 
-/// The values of each page that is one table, behind the page's own time.
+/// The values of each page that is one table, behind the page's own time. A page that did not come makes no line; one
+/// that came without its cells makes a line without values.
 std::vector<SentLine> LinesOfTablePages(const std::vector<SentFrame>& journal);
 
-/// The values of each page of the operator panel, as plain decimal numbers behind a time that the program sets.
+/// The values of each page of the operator panel, as plain decimal numbers behind a time that the program sets. A page
+/// without its cells makes no line.
 std::vector<SentLine> LinesOfPanelPages(const std::vector<SentFrame>& journal);
 
 }  // namespace velk::test
