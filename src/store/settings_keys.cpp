@@ -9,7 +9,11 @@ namespace velk {
 namespace {
 
 constexpr NumberRule kPositive{.lowest = std::numeric_limits<double>::min()};
-constexpr NumberRule kPositiveLiveOnly{.lowest = std::numeric_limits<double>::min(), .held = Held::LiveOnly};
+/// Samples in a block, twips that a sample goes down, and twips of the whole height: each fits in a graph.
+constexpr NumberRule kGraphMeasure{
+    .lowest = std::numeric_limits<double>::min(), .highest = kMaxGraphHeight, .held = Held::LiveOnly};
+/// Points. Wider than what may be entered, so that a file from elsewhere is taken as it is.
+constexpr NumberRule kFontSize{.lowest = 1, .highest = 100, .held = Held::LiveOnly};
 constexpr NumberRule kGraphNumber{.lowest = 0, .highest = kMaxParameters};
 
 std::string CurrentDirectory() {
@@ -62,10 +66,10 @@ void VisitGeneral(KeyVisitor& visit, Session& session) {
   visit.Key("TheTimeOut", session.TheTimeOut, 5);
   visit.Key("SensitivityCriterion", session.SensitivityCriterion, 20);
   visit.Constant("intMaxNoParamsInForm", kMaxParameters);
-  visit.Key("intFontSize", session.intFontSize, 10, {.held = Held::LiveOnly});
-  visit.Key("MaximumTime", session.MaximumTime, 3600, kPositiveLiveOnly);
-  visit.Key("pixelslength", session.pixelslength, 120, kPositiveLiveOnly);
-  visit.Key("pixeldivide", session.pixeldivide, 15, kPositiveLiveOnly);
+  visit.Key("intFontSize", session.intFontSize, 10, kFontSize);
+  visit.Key("MaximumTime", session.MaximumTime, 3600, kGraphMeasure);
+  visit.Key("pixelslength", session.pixelslength, 120, kGraphMeasure);
+  visit.Key("pixeldivide", session.pixeldivide, 15, kGraphMeasure);
   visit.Key("CompanyLogoVisible", session.CompanyLogoVisible, true, Held::LiveOnly);
 }
 

@@ -4,13 +4,12 @@
 
 #include "platform/errors.h"
 #include "platform/numbers.h"
+#include "store/settings_keys.h"
 
 namespace velk {
 
 namespace {
 
-/// Twips; a surface has at most 32767 rows of 15 twips. A higher one would be asked for at each start of the program.
-constexpr double kMaxGraphHeight = 32767.0 * 15;
 constexpr double kMinFontSize = 6;
 constexpr double kMaxFontSize = 20;
 

@@ -195,9 +195,10 @@ TEST_F(SettingsIoTest, RefusesNumbersThatWouldBeOfNoUse) {
       {"Parameter1", "SmoothValue", {"-1", "11"}, {"1", "10"}},
       {"Parameter1", "FormIndex", {"-1", "65"}, {"0", "64"}},
       {"PlaybackParameter1", "FormIndex", {"-1", "65"}, {"0", "64"}},
-      {"General", "pixelslength", {"0", "-1"}, {"1", "0.5"}},
-      {"General", "pixeldivide", {"0", "-1"}, {"1"}},
-      {"General", "MaximumTime", {"0", "-3600"}, {"1"}},
+      {"General", "pixelslength", {"0", "-1", "240001", "1E300"}, {"1", "0.5"}},
+      {"General", "pixeldivide", {"0", "-1", "1E300"}, {"1"}},
+      {"General", "MaximumTime", {"0", "-3600", "240001", "1E300"}, {"1", "240000"}},
+      {"General", "intFontSize", {"0", "-8", "101", "32767"}, {"1", "6", "20", "100"}},
       {"General", "SamplingRate", {"0", "-0.1"}, {"1E-05", "1"}},
   };
   for (const Limit& limit : limits) {

@@ -60,8 +60,9 @@ TEST(UserOptions, RefuseMeasuresThatNoGraphCanHave) {
   }
   EXPECT_EQ(FaultOf({"-120", "-15", "3600", "10", "64"}), MessageId::UnacceptableValues);
   EXPECT_EQ(FaultOf({"120", "15", "3600000000", "10", "64"}), MessageId::UnacceptableValues) << "no surface is so high";
-  EXPECT_EQ(FaultOf({"1", "1", "491504", "10", "64"}), kNone);
-  EXPECT_EQ(FaultOf({"1", "1", "491506", "10", "64"}), MessageId::UnacceptableValues);
+  // 16000 rows of 15 twips.
+  EXPECT_EQ(FaultOf({"1", "1", "240000", "10", "64"}), kNone);
+  EXPECT_EQ(FaultOf({"1", "1", "240002", "10", "64"}), MessageId::UnacceptableValues);
 }
 
 TEST(UserOptions, NeedAFontSizeFromSixToTwenty) {
