@@ -211,8 +211,7 @@ void Application::ShowStartUpError(const std::string& text, int step) {
 void Application::ReadSettings() {
   constexpr int kStep = 5;
   StartUpStep(kStep, [this] {
-    std::string told;
-    for (const std::string& problem : LoadSettings(session_, platform_.settings)) told += problem + "\n";
+    const std::string told = ProblemText(LoadSettings(session_, platform_.settings));
     if (!told.empty()) ShowStartUpError(told, kStep);
   });
 }

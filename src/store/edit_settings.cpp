@@ -22,8 +22,7 @@ std::string ChooseTemplate(const EditSettings& edit, MessageId title, MessageId 
 
 /// What could not be read when the settings were loaded again.
 void ShowProblems(const EditSettings& edit, const std::vector<std::string>& problems) {
-  std::string text;
-  for (const std::string& problem : problems) text += problem + '\n';
+  const std::string text = ProblemText(problems);
   if (!text.empty()) edit.platform.dialogs.Message({text, "", Buttons::Ok, BoxIcon::Exclamation});
 }
 

@@ -16,6 +16,15 @@ std::vector<std::string> LoadSettings(Session& session, SettingsStore& store) {
   return problems;
 }
 
+std::string ProblemText(const std::vector<std::string>& problems) {
+  constexpr std::size_t kMost = 20;  // a box has to fit on the screen
+  const std::size_t shown = problems.size() > kMost + 1 ? kMost : problems.size();
+  std::string text;
+  for (std::size_t i = 0; i < shown; ++i) text += problems[i] + '\n';
+  if (shown < problems.size()) text += "... + " + std::to_string(problems.size() - shown) + '\n';
+  return text;
+}
+
 void SaveSettings(Session& session, SettingsStore& store) {
   SettingsWriter live(store, kLiveSettings);
   WriteSettings(live, session);

@@ -16,6 +16,10 @@ namespace velk {
 /// "section/key: what is wrong".
 std::vector<std::string> LoadSettings(Session& session, SettingsStore& store);
 
+/// What a box shows of these problems: one a line, of many the first twenty and how many more there are. Empty for
+/// none.
+std::string ProblemText(const std::vector<std::string>& problems);
+
 /// Writes all of it back, NumberOfParameters aside, and puts it on the disk. Raises the store's file errors.
 void SaveSettings(Session& session, SettingsStore& store);
 

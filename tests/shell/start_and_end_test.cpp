@@ -95,6 +95,13 @@ TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
   EXPECT_TRUE(rig.Window().isVisible());
 }
 
+TEST_F(StartAndEnd, TellsOfManyBadValuesInOneBoxThatFitsOnTheScreen) {
+  for (int i = 1; i <= 64; ++i) Set(("Parameter" + std::to_string(i)).c_str(), "max", "12,5");
+  rig.dialogs.Expect("Parameter20/max: Type mismatch (\"12,5\")\n... + 44\n\n\nLine = 5", Answer::Ok);
+  rig.Start();
+  EXPECT_EQ(rig.State().Parameters[64].max, 100.0);
+}
+
 TEST_F(StartAndEnd, BeginsToFetchThePageOfANetworkedUnit) {
   for (const char* protocol : {"HPT - Honeywell eZtrend", "ORBEN LUMO through HMI"}) {
     Set("Protocol", "SerialData", protocol);

@@ -152,6 +152,15 @@ TEST_F(SettingsIoTest, NamesEveryBadKeyWithTheReasonAndTheValue) {
                 "Parameter3/min: " + ErrorText(ErrorNumber::TypeMismatch) + " (\"abc\")"}));
 }
 
+TEST(ProblemText, IsNoLongerThanABoxThatFitsOnTheScreen) {
+  EXPECT_EQ(ProblemText({}), "");
+  EXPECT_EQ(ProblemText({"a", "b"}), "a\nb\n");
+  std::string twentyOne;
+  for (int i = 0; i < 21; ++i) twentyOne += "x\n";
+  EXPECT_EQ(ProblemText(std::vector<std::string>(21, "x")), twentyOne);
+  EXPECT_EQ(ProblemText(std::vector<std::string>(320, "x")), twentyOne.substr(2) + "... + 300\n");
+}
+
 TEST_F(SettingsIoTest, TellsFirstWhatTheStoreCouldNotRead) {
   folder_.Write("VELK2.ini", "[General]\nnonsense\nTheTimeOut=x\nintFontSize=12\n");
   SettingsStore store(folder_.Path());
