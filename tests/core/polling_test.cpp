@@ -401,6 +401,48 @@ TEST_F(Polled, RunsASampleForEachBufferedLineUnderItsOwnTime) {
   EXPECT_EQ(rows[1].c, 6.0);
 }
 
+TEST_F(Polled, EachBurstBeginsTheTimeAxisAtTheMinuteOfItsFirstLine) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  rig.plainPort.Receive("12-Mar-2026 06:09:42,7,8,9\n12-Mar-2026 06:09:43,10,11,12\n");
+  ASSERT_EQ(graph2.plots.size(), 4u);
+  const double minute = DateSerial(2026, 3, 12) + TimeOfDay(6, 9, 0);
+  EXPECT_EQ(rig.session.StartTime, minute);
+  EXPECT_EQ(graph2.plots[2].previousTime, minute);
+  EXPECT_EQ(graph2.plots[3].previousTime, DateSerial(2026, 3, 12) + TimeOfDay(6, 9, 42));
+  ASSERT_FALSE(graph2.blocks.empty());
+  EXPECT_EQ(graph2.blocks.back().first, minute);
+}
+
+TEST_F(Polled, ALineThatIsSkippedDoesNotBeginTheTimeAxis) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  const double started = rig.session.StartTime;
+  rig.plainPort.Receive("no date,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  EXPECT_EQ(graph2.plots.size(), 1u);
+  EXPECT_EQ(rig.session.StartTime, started);
+}
+
+TEST_F(Polled, ComputesChannelsOfBufferedLinesAndLeavesLinkedOnesAlone) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.session.NumberOfFormulae = 2;
+  for (const char* formula : {"{channel 1}+{channel 3}", "Linked Parameter"}) {
+    rig.session.Formula.push_back(formula);
+    Parameter computed;
+    computed.name = formula;
+    computed.max = 100;
+    computed.FormIndex = 2;
+    computed.GraphVisible = true;
+    rig.session.AdditionalParameters.push_back(computed);
+  }
+  ConnectAndStart();
+  rig.session.CurrentValue[5] = 55;
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  EXPECT_EQ(rig.session.CurrentValue[4], 10.0f);
+  EXPECT_EQ(rig.session.CurrentValue[5], 55.0f) << "a linked channel is filled elsewhere";
+}
+
 TEST_F(Polled, AnUnpluggedBufferingInstrumentIsToldAndReadAgainWhenItIsBack) {
   Use(protocol::Intermittent, ",", "\n");
   ConnectAndStart();
@@ -491,6 +533,35 @@ TEST_F(Polled, PassesThePageOfAPanelToTheRoadAtEachTimer5) {
   EXPECT_EQ(rig.pages->asked.size(), 3u);
   EXPECT_EQ(rig.session.CurrentValue[1], 1.5f);
   EXPECT_EQ(rig.session.CurrentValue[3], 3.5f);
+}
+
+TEST_F(Polled, PassesThePageOfATableToTheRoadAtEachTimer4WhileAcquiring) {
+  Use(protocol::HoneywellEZtrend, ";", "\r\n");
+  rig.pages->page =
+      "<p>Time&nbsp;09:30:15</p><tr><td>1<td>p<td>u<td><b> 12.5 </b><tr><td>2<td>q<td>u<td>-3</td>"
+      "<tr><td>3<td>r<td>u<td>0.25</td>";
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.polling.EnablePageTimer();
+  EXPECT_TRUE(rig.timers.Timer4->Enabled());
+  EXPECT_FALSE(rig.timers.Timer5->Enabled());
+  rig.clock.Advance(1600);
+  EXPECT_TRUE(graph2.plots.empty()) << "pages are fetched from the start-up on, but samples come only from Start on";
+  EXPECT_EQ(rig.pages->asked.size(), 4u);
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(1100);
+  EXPECT_EQ(rig.session.CurrentValue[1], 12.5f);
+  EXPECT_EQ(rig.session.CurrentValue[2], -3.0f);
+  EXPECT_EQ(rig.session.CurrentValue[3], 0.25f);
+}
+
+TEST_F(Polled, OnlyOneBoxOfAPageTimerStands) {
+  Use(protocol::LumoThroughHmi, " ", "\r\n");
+  rig.polling.EnablePageTimer();
+  rig.pages->fault = PageFault::NoConnection;
+  rig.dialogs.Expect(" - Timer5_Timer", Answer::Cancel, [this] { rig.clock.Advance(3000); });
+  rig.clock.Advance(600);
+  EXPECT_EQ(rig.pages->asked.size(), 1u);
+  EXPECT_EQ(rig.dialogs.shown.size(), 1u);
 }
 
 TEST_F(Polled, AFaultOfThePageIsToldAndTheNextFetchComesTenSecondsAfterCancel) {

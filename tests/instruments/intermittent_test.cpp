@@ -145,6 +145,13 @@ TEST(BufferedLine, TakesGainAndOffsetAt32BitsByTheirDecimalText) {
             static_cast<float>(3 * static_cast<double>(0.1F) + static_cast<double>(0.333333333333333F)));
 }
 
+TEST(BufferedLine, IsNotAveraged) {
+  Session session = TwoParameters();
+  session.SmoothValue[1] = 3;
+  ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3\r");
+  EXPECT_EQ(session.CurrentValue[1], 12.5F);
+}
+
 TEST(BufferedLine, IsSkippedWholeWithoutItsTerminator) {
   Session session = TwoParameters();
   EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3").accepted);
