@@ -265,6 +265,11 @@ TEST_F(DataTakerBlock, LooksForTheDelimiterInAllThatIsLeft) {
   EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r\n1\r\n2 -3.25\r\n\r\n"), "09:30:15 -3.25 -3.25 \r");
 }
 
+TEST_F(DataTakerBlock, BeginsWithTheValuesAtTheEleventhCharacter) {
+  // The tenth one is the blank ahead of the 7.
+  EXPECT_EQ(DataTakerBlockOf(lead + "09:30:15\r 7 8\r\n2 -3.25\r\n\r\n"), "09:30:15 8 -3.25 \r");
+}
+
 TEST_F(DataTakerBlock, LeavesOutALineThatIsTooShortForAValue) {
   // The x goes with the line end ahead of it. Then "\r\n\r\n" is too short with its four characters.
   session.NumberOfParameters = 1;
@@ -291,6 +296,13 @@ TEST_F(DataTakerBlock, RejectsABlockThatIsNearlyEmpty) {
   for (const char* text : {"\r\n\r\n", "x\r\n\r\n", "Datataker 0 run 1Time=\r\n\r\n"})
     EXPECT_EQ(DataTakerBlockOf(text).front(), '\r') << text;
   EXPECT_EQ(LineFromDataTakerBlock("", session), "\r ");
+}
+
+TEST_F(DataTakerBlock, ReadsNothingBehindTheBlankLine) {
+  DataTakerBlockOf("\r\n\r\nrest");
+  EXPECT_EQ(port.Rest(), "rest");
+  DataTakerBlockOf(block + "rest");
+  EXPECT_EQ(port.Rest(), "rest");
 }
 
 TEST_F(DataTakerBlock, ReadsNothingOnceStopIsAsked) {
