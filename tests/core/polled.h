@@ -1,0 +1,56 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/rig.h"
+#include "instruments/protocols.h"
+#include "platform/dates.h"
+
+namespace velk::test {
+
+/// The road with a source that the program itself asks for samples.
+class Polled : public testing::Test {
+ protected:
+  /// Three channels, comma and LF, on a protocol that Timer1 reads.
+  void Use(std::string_view protocol, const std::string& delimiter = ",", const std::string& terminator = "\n") {
+    rig.session.IsOwnUnit = false;
+    rig.session.SerialData = std::string(protocol);
+    rig.session.Delimiter = delimiter;
+    rig.session.Terminator = terminator;
+    // As the toolbar's button does.
+    rig.view.onPress = [this](std::string_view key) {
+      if (key == "Pause") rig.acquisition.mnuAcquireStart_Click();
+    };
+  }
+  void ConnectAndStart() {
+    rig.acquisition.mnuAcquireConnect_Click();
+    rig.acquisition.mnuAcquireStart_Click();
+  }
+  std::string Now() { return FormatDate(rig.clock.Now(), "hh:mm:ss"); }
+  /// An instrument of three channels that is asked, and answers.
+  void UseAnsweringInstrument() {
+    Use(protocol::SentWhenRequested, ",", "\n");
+    rig.session.TheTimeOut = 2;
+    for (int i = 1; i <= 3; ++i) rig.session.Parameters[i].CommandString = "V" + std::to_string(i) + "\r\n";
+    Respond();
+  }
+  void Respond() {
+    rig.clock.onYield = [this] {
+      if (rig.plainPort.written.empty()) return;
+      const char number = rig.plainPort.written[1];
+      rig.plainPort.written.clear();
+      rig.plainPort.Receive(std::string(1, number) + "0.25\r\n");
+    };
+  }
+  void FallSilent() {
+    rig.clock.onYield = nullptr;
+    rig.plainPort.written.clear();
+  }
+
+  Rig rig;
+  test::FakeGraphWindow& graph2 = rig.graphs.windows[2];
+};
+
+}  // namespace velk::test
