@@ -95,6 +95,30 @@ TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
   EXPECT_TRUE(rig.Window().isVisible());
 }
 
+TEST_F(StartAndEnd, ReadsTheSettingsBeforeItShowsItselfAndAsksAboutThePortBehindIt) {
+  Set("Protocol", "SerialData", "National Oil Well PLC");
+  Set("Protocol", "BaudRate", "fast");
+  rig.dialogs.Expect("Line = 5", Answer::Ok, [this] {
+    EXPECT_FALSE(rig.Window().isVisible());
+    EXPECT_EQ(rig.State().CurrentStatus, "");
+  });
+  rig.dialogs.Expect("Continue with current serial port settings?", Answer::Yes, [this] {
+    EXPECT_TRUE(rig.Window().isVisible());
+    EXPECT_EQ(rig.State().CurrentStatus, "Ready");
+    EXPECT_FALSE(rig.linePort.open);
+  });
+  rig.Start();
+  EXPECT_TRUE(rig.linePort.open);
+}
+
+TEST_F(StartAndEnd, SpeaksTheLanguageBeforeItReadsTheSettings) {
+  SpeakRussian();
+  Set("Protocol", "BaudRate", "fast");
+  rig.dialogs.Expect("Строка = 5", Answer::Ok);
+  rig.Start();
+  EXPECT_EQ(rig.dialogs.shown.back().title, "Ошибка при запуске");
+}
+
 TEST_F(StartAndEnd, TellsOfManyBadValuesInOneBoxThatFitsOnTheScreen) {
   for (int i = 1; i <= 64; ++i) Set(("Parameter" + std::to_string(i)).c_str(), "max", "12,5");
   rig.dialogs.Expect("Parameter20/max: Type mismatch (\"12,5\")\n... + 44\n\n\nLine = 5", Answer::Ok);
