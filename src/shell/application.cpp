@@ -182,6 +182,8 @@ void Application::MDIForm_Load() {
     form_.ResetCaption();
   });
   form_.show();
+  // The window stands there before a slow port is opened or a question covers it.
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   StartUpStep(12, [this] { OpenLink(); });
   StartUpStep(13, [this] { polling_.EnablePageTimer(); });
 }

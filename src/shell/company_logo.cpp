@@ -10,6 +10,7 @@
 #include "platform/file_errors.h"
 #include "platform/procedure.h"
 #include "platform/text_qt.h"
+#include "shell/icons.h"
 
 namespace velk {
 
@@ -72,7 +73,7 @@ CompanyLogo::CompanyLogo(Session& session, Platform& platform, QWidget* parent)
 }
 
 void CompanyLogo::Load() {
-  if (!Show(session_.CompanyLogoFile)) SetPicture(QIcon(QStringLiteral(":/icons/company.svg")), kOwnPicture);
+  if (!Show(session_.CompanyLogoFile)) SetPicture(Icon("company"), kOwnPicture);
 }
 
 bool CompanyLogo::Show(const std::string& path) {

@@ -1,9 +1,8 @@
 #include "shell/frm_about.h"
 
-#include <QIcon>
-
 #include "i18n/windows/translate_form.h"
 #include "platform/text_qt.h"
+#include "shell/icons.h"
 #include "shell/ui_frm_about.h"
 
 namespace velk {
@@ -21,7 +20,7 @@ frmAbout::frmAbout(const Session& session, const std::string& settingsFolder, QW
   ui_->setupUi(this);
   TranslateForm(*this, session.Languages);
   const auto& translator = session.Translator;
-  ui_->lblIcon->setPixmap(QIcon(QStringLiteral(":/icons/velk.svg")).pixmap(QSize(48, 48), devicePixelRatioF()));
+  ui_->lblIcon->setPixmap(Icon("velk").pixmap(QSize(48, 48), devicePixelRatioF()));
   ui_->lblVersion->setText(ToQt(translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
   QStringList libraries;
   for (const MessageId library : kLibraries) libraries += ToQt(translator.Translate(library));

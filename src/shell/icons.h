@@ -4,6 +4,8 @@
 
 namespace velk {
 
+/// A picture of data/icons by its name, sharp at every scale of the screen; empty where there is none of that name.
+QIcon Icon(const char* name);
 /// The picture behind a number of the toolbar's image list (see model/main_view.h for those that change).
 QIcon Icon(int image);
 

@@ -67,7 +67,7 @@ QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::
 
 MainForm::MainForm(const Session& session) : session_(session), ui_(std::make_unique<Ui::MainForm>()) {
   LoadIcons();
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/velk.svg")));
+  QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
   for (QAction* action : findChildren<QAction*>(QRegularExpression(QStringLiteral("^mnu"))))
     menuItems_[FromQt(action->objectName())] = action;

@@ -1,0 +1,70 @@
+#include "shell/icons.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+
+#include "model/main_view.h"
+#include "shell/main_form.h"
+
+namespace velk::test {
+namespace {
+
+/// The main window brings the pictures into the program.
+struct Icons : testing::Test {
+  Session session;
+  MainForm form{session};
+};
+
+TEST_F(Icons, EveryNumberOfTheImageListHasAPicture) {
+  for (const int number :
+       {image::Record, image::PlayBack, image::Exit, image::Acquire, image::Edit, image::Tools, image::PauseRunning,
+        image::Stop, image::PauseStopped, image::Help, image::Alarms, image::RecordOff, image::RecordOn,
+        image::DisconnectOff, image::ConnectOff, image::ConnectOn, image::DisconnectOn})
+    EXPECT_FALSE(Icon(number).pixmap(24).isNull()) << number;
+}
+
+TEST_F(Icons, APictureThatIsNotThereIsEmpty) {
+  EXPECT_TRUE(Icon(9999).isNull());
+  EXPECT_TRUE(Icon("no_such_picture").isNull());
+  EXPECT_TRUE(Icon("no_such_picture").pixmap(24).isNull());
+}
+
+TEST_F(Icons, APictureIsDrawnAtTheScaleOfTheScreen) {
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    const QPixmap picture = Icon("record").pixmap(QSize(24, 24), scale);
+    EXPECT_EQ(picture.size(), QSize(24, 24) * scale);
+    EXPECT_EQ(picture.devicePixelRatio(), scale);
+    const QImage drawn(QStringLiteral(":/icons/record_%1.png").arg(qRound(100 * scale)));
+    EXPECT_EQ(picture.toImage().convertToFormat(QImage::Format_ARGB32), drawn.convertToFormat(QImage::Format_ARGB32))
+        << "and not made larger or smaller";
+  }
+}
+
+TEST_F(Icons, AnotherSizeIsFittedFromALargerDrawing) {
+  EXPECT_EQ(Icon("record").pixmap(QSize(30, 30), 1.0).size(), QSize(30, 30));
+  EXPECT_EQ(Icon("company").pixmap(QSize(60, 60), 1.0).width(), 60);
+  EXPECT_EQ(Icon("velk").pixmap(QSize(256, 256), 1.0).size(), QSize(256, 256));
+}
+
+TEST_F(Icons, WhatCantBePressedIsPale) {
+  const QImage normal = Icon("stop").pixmap(QSize(24, 24), 1.0, QIcon::Normal).toImage();
+  const QImage disabled = Icon("stop").pixmap(QSize(24, 24), 1.0, QIcon::Disabled).toImage();
+  EXPECT_EQ(disabled.size(), normal.size());
+  EXPECT_NE(disabled, normal);
+}
+
+TEST_F(Icons, PaintingFillsThePlace) {
+  QImage canvas(40, 40, QImage::Format_ARGB32_Premultiplied);
+  canvas.fill(Qt::transparent);
+  QPainter painter(&canvas);
+  Icon("velk").paint(&painter, QRect(8, 8, 24, 24));
+  painter.end();
+  EXPECT_EQ(qAlpha(canvas.pixel(4, 4)), 0);
+  EXPECT_EQ(qAlpha(canvas.pixel(20, 20)), 255);
+}
+
+}  // namespace
+}  // namespace velk::test
