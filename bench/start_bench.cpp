@@ -1,6 +1,6 @@
 // What a start costs: the velk program from the fork of its process to its first painted window, and the most memory
-// that it held until it waits for the operator; against a program that shows an empty main window of the toolkit. The
-// two take turns.
+// that it held until it waits for the operator; against a program that shows an empty main window of the toolkit
+// ("bare"), and one that shows it with empty bars. The three take turns.
 //
 //   bench/start_bench         offscreen; QT_QPA_PLATFORM=xcb xvfb-run bench/start_bench on a real display
 
@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -57,12 +58,22 @@ double Milliseconds(const timeval& time) {
   return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
 }
 
-[[noreturn]] void Become(const char* program, const std::string& configHome, int tellTo) {
+struct Program {
+  const char* name;
+  const char* file;
+  bool bars = false;
+};
+
+constexpr Program kPrograms[] = {
+    {"velk", VELK_PROGRAM}, {"bare", VELK_EMPTY_WINDOW}, {"bars", VELK_EMPTY_WINDOW, true}};
+
+[[noreturn]] void Become(const Program& program, const std::string& configHome, int tellTo) {
+  if (program.bars) setenv("VELK_EMPTY_BARS", "1", 1);
   setenv("LD_PRELOAD", VELK_FIRST_PAINT, 1);
   setenv("VELK_FIRST_PAINT_FD", std::to_string(tellTo).c_str(), 1);
   setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
   dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);  // the toolkit's remarks on the display
-  execl(program, program, nullptr);
+  execl(program.file, program.file, nullptr);
   _exit(127);
 }
 
@@ -75,7 +86,7 @@ std::int64_t FirstPaint(int told) {
   return painted;
 }
 
-Start StartOnce(const char* program, const std::string& configHome) {
+Start StartOnce(const Program& program, const std::string& configHome) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
   const std::int64_t begin = Nanoseconds();
@@ -101,23 +112,23 @@ double Median(const std::vector<Start>& starts, double Start::*figure) {
   return values[values.size() / 2];
 }
 
-/// Both programs in turn; the first turn only brings the files into memory.
+/// All programs in turn; the first turn only brings the files into memory.
 void Compare(benchmark::State& state, const std::string& configHome) {
-  std::vector<Start> velk, empty;
+  std::map<std::string, std::vector<Start>> starts;
   for (auto step : state) {
     for (int turn = 0; turn <= kStarts; ++turn) {
-      velk.push_back(StartOnce(VELK_PROGRAM, configHome));
-      empty.push_back(StartOnce(VELK_EMPTY_WINDOW, configHome));
-      if (turn > 0) continue;
-      velk.clear();
-      empty.clear();
+      for (const Program& program : kPrograms) {
+        const Start start = StartOnce(program, configHome);
+        if (turn > 0) starts[program.name].push_back(start);
+      }
     }
-    state.SetIterationTime(Median(velk, &Start::milliseconds) / 1000);
+    state.SetIterationTime(Median(starts["velk"], &Start::milliseconds) / 1000);
   }
   const auto count = [&](const std::string& unit, double Start::*figure) {
-    state.counters["velk_" + unit] = Median(velk, figure);
-    state.counters["empty_" + unit] = Median(empty, figure);
-    state.counters["ratio_" + unit] = Median(velk, figure) / Median(empty, figure);
+    for (const Program& program : kPrograms)
+      state.counters[std::string(program.name) + "_" + unit] = Median(starts[program.name], figure);
+    for (const char* empty : {"bare", "bars"})
+      state.counters["ratio_" + unit + "_" + empty] = Median(starts["velk"], figure) / Median(starts[empty], figure);
   };
   count("ms", &Start::milliseconds);
   count("cpu_ms", &Start::cpuMilliseconds);

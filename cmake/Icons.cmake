@@ -1,4 +1,4 @@
-# Draws data/icons/*.svg and builds them into a target as resources :/icons/NAME_PERCENT.png.
+# Draws data/icons/*.svg and builds them into a target as resources :/icons/NAME_PERCENT.argb.
 #
 #   velk_icons(velk_shell)
 
@@ -14,8 +14,8 @@ function(velk_icons target)
   foreach(picture ${pictures})
     get_filename_component(name ${picture} NAME_WE)
     foreach(scale ${VELK_ICON_SCALES})
-      list(APPEND drawn ${folder}/${name}_${scale}.png)
-      string(APPEND rows "<file>${name}_${scale}.png</file>\n")
+      list(APPEND drawn ${folder}/${name}_${scale}.argb)
+      string(APPEND rows "<file>${name}_${scale}.argb</file>\n")
     endforeach()
   endforeach()
   file(CONFIGURE OUTPUT ${folder}/icons.qrc CONTENT "<RCC><qresource prefix=\"/icons\">\n${rows}</qresource></RCC>\n")

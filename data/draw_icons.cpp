@@ -1,7 +1,9 @@
 // Draws the pictures of the program at the scales that screens have: velk_draw_icons FOLDER PICTURE.svg... PERCENT...
 //
-// The program then needs nothing but to read them: drawing them from their lines took a tenth of its start.
+// NAME_PERCENT.argb holds width and height, 32 bits each, then the rows of 32-bit premultiplied pixels. The program
+// needs no decoder for that: those of the toolkit are plugins, and loading them took a tenth of its start.
 
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
@@ -19,7 +21,12 @@ bool Draw(const QString& folder, const QString& picture, int percent) {
   QPainter painter(&image);
   lines.render(&painter);
   painter.end();
-  return image.save(QStringLiteral("%1/%2_%3.png").arg(folder, QFileInfo(picture).baseName()).arg(percent));
+  const qint32 size[] = {image.width(), image.height()};
+  QFile file(QStringLiteral("%1/%2_%3.argb").arg(folder, QFileInfo(picture).baseName()).arg(percent));
+  return file.open(QIODevice::WriteOnly) &&
+         file.write(reinterpret_cast<const char*>(size), sizeof size) == sizeof size &&
+         file.write(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()) == image.sizeInBytes() &&
+         file.flush();
 }
 
 }  // namespace

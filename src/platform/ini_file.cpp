@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::string_view kFirstLine = "; VELK settings. Edit only while VELK is not running; leave the last line.";
 constexpr std::string_view kEndLine = "; End of settings.";
+/// Lines of a usual section, a parameter's: its keys and the blank line ahead of the next one.
+constexpr std::size_t kUsualLines = 18;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Takes a name off the front of `rest` together with the `end` behind it.
@@ -128,7 +130,10 @@ const IniFile::Section* IniFile::FindSection(std::string_view name) const {
 
 std::size_t IniFile::AddSection(std::string_view name, std::string header) {
   const auto [entry, isNew] = indexOf_.emplace(name, sections_.size());
-  if (isNew) sections_.push_back({std::move(header), {}});
+  if (isNew) {
+    sections_.push_back({std::move(header), {}});
+    sections_.back().lines.reserve(kUsualLines);
+  }
   return entry->second;
 }
 

@@ -64,22 +64,20 @@ std::string TextOf(const QByteArray& page, const QString& contentType) {
 
 class NetworkPageFetch : public PageFetch {
  public:
-  explicit NetworkPageFetch(Clock& clock) : clock_(clock) {
-    manager_.setProxy(QNetworkProxy::NoProxy);
-    manager_.setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
-  }
+  explicit NetworkPageFetch(Clock& clock) : clock_(clock) {}
 
   std::optional<std::string> Fetch(const std::string& address) override;
   void Cancel() override { cancelled_ = true; }
 
  private:
+  QNetworkAccessManager& Manager();
   Reply Get(const QUrl& url);
   bool ReadWhole(QNetworkReply& reply, QByteArray& page);
   QUrl RedirectOf(const QNetworkReply& reply, int redirects) const;
   [[noreturn]] void Raise(PageFault fault, int status = 0) const { throw PageError(fault, address_, status); }
 
   Clock& clock_;
-  QNetworkAccessManager manager_;
+  std::unique_ptr<QNetworkAccessManager> manager_;
   bool busy_ = false;
   bool cancelled_ = false;
   std::string address_;
@@ -118,6 +116,16 @@ std::optional<std::string> NetworkPageFetch::Fetch(const std::string& address) {
   }
 }
 
+/// Made with the first page: most jobs have no networked unit.
+QNetworkAccessManager& NetworkPageFetch::Manager() {
+  if (!manager_) {
+    manager_ = std::make_unique<QNetworkAccessManager>();
+    manager_->setProxy(QNetworkProxy::NoProxy);
+    manager_->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
+  }
+  return *manager_;
+}
+
 /// A page is asked for as it is: nothing packed, nothing from a store, and one answer at a time.
 Reply NetworkPageFetch::Get(const QUrl& url) {
   QNetworkRequest request(url);
@@ -126,7 +134,7 @@ Reply NetworkPageFetch::Get(const QUrl& url) {
   request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
   request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
   request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-  Reply reply(manager_.get(request));
+  Reply reply(Manager().get(request));
   reply->setReadBufferSize(kReadBuffer);
   return reply;
 }

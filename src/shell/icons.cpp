@@ -1,12 +1,13 @@
 #include "shell/icons.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QResource>
 #include <QStyle>
 #include <QStyleOption>
+#include <cstring>
 
 #include "model/main_view.h"
 
@@ -18,10 +19,10 @@ namespace {
 constexpr int kScales[] = {100, 150, 200, 400};
 
 /// Reads a picture when it is asked for, at the scale that is asked for. The toolkit's own icons look at their files
-/// right away, through all its picture formats, and that was a good part of the program's start.
+/// right away, through the plugins of all picture formats, and that was a good part of the program's start.
 class DrawnPicture : public QIconEngine {
  public:
-  explicit DrawnPicture(QString name) : name_(std::move(name)) {}
+  explicit DrawnPicture(QString name) : name_(std::move(name)), isThere_(QResource(File(kScales[0])).isValid()) {}
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
     const QString key = QStringLiteral("velk_%1_%2_%3_%4").arg(name_).arg(size.width()).arg(size.height()).arg(mode);
@@ -39,7 +40,7 @@ class DrawnPicture : public QIconEngine {
 
   QIconEngine* clone() const override { return new DrawnPicture(*this); }
 
-  bool isNull() override { return !QFile::exists(File(kScales[0])); }
+  bool isNull() override { return !isThere_; }
 
   QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
     QList<QSize> sizes;
@@ -48,8 +49,17 @@ class DrawnPicture : public QIconEngine {
   }
 
  private:
-  QString File(int scale) const { return QStringLiteral(":/icons/%1_%2.png").arg(name_).arg(scale); }
-  QImage Drawn(int scale) const { return QImage(File(scale), "PNG"); }
+  QString File(int scale) const { return QStringLiteral(":/icons/%1_%2.argb").arg(name_).arg(scale); }
+
+  /// The form of the files is told in data/draw_icons.cpp.
+  QImage Drawn(int scale) const {
+    const QByteArray bytes = QResource(File(scale)).uncompressedData();
+    qint32 size[2] = {};
+    if (bytes.size() < qsizetype{sizeof size}) return {};
+    std::memcpy(size, bytes.constData(), sizeof size);
+    const auto* pixels = reinterpret_cast<const uchar*>(bytes.constData()) + sizeof size;
+    return QImage(pixels, size[0], size[1], QImage::Format_ARGB32_Premultiplied).copy();
+  }
 
   /// The smallest that fills the size, fitted into it.
   QPixmap Read(QSize size) const {
@@ -71,6 +81,7 @@ class DrawnPicture : public QIconEngine {
   }
 
   QString name_;
+  bool isThere_;
 };
 
 struct Picture {

@@ -7,11 +7,13 @@
 #include "platform/system_clock.h"
 #include "platform/windows/qt_dialogs.h"
 #include "shell/application.h"
+#include "shell/toolbar_style.h"
 #include "store/windows/job_questions_qt.h"
 #include "store/windows/settings_questions_qt.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
+  QApplication::setStyle(new velk::ToolbarStyle(QApplication::style()));
   QApplication::setApplicationName(QStringLiteral("VELK"));
   QApplication::setApplicationVersion(QStringLiteral(VELK_VERSION));
 

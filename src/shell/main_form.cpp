@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
-#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -58,6 +57,10 @@ constexpr ToolbarButton kToolbar[] = {
     {"Command1", image::Alarms, "Alarms Triggered", nullptr},
 };
 
+bool IsMenuItem(const QObject& object) {
+  return object.objectName().startsWith(QLatin1String("mnu"));
+}
+
 QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::string_view name) {
   const auto found = actions.find(name);
   return found == actions.end() ? nullptr : found->second;
@@ -69,10 +72,10 @@ MainForm::MainForm(const Session& session) : session_(session), ui_(std::make_un
   LoadIcons();
   QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
-  for (QAction* action : findChildren<QAction*>(QRegularExpression(QStringLiteral("^mnu"))))
-    menuItems_[FromQt(action->objectName())] = action;
-  for (QMenu* menu : findChildren<QMenu*>(QRegularExpression(QStringLiteral("^mnu"))))
-    menuItems_[FromQt(menu->objectName())] = menu->menuAction();
+  for (QAction* action : findChildren<QAction*>())
+    if (IsMenuItem(*action)) menuItems_[FromQt(action->objectName())] = action;
+  for (QMenu* menu : findChildren<QMenu*>())
+    if (IsMenuItem(*menu)) menuItems_[FromQt(menu->objectName())] = menu->menuAction();
   BuildToolbar();
   BuildStatusBar();
   DisableWhatIsNotBuilt();
