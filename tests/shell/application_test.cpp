@@ -67,6 +67,26 @@ TEST_F(Program, AsksBeforeItOpensTheLineOfAnOutsideInstrument) {
   }
 }
 
+/// Counts how often the main window paints itself.
+class PaintsOfTheMainWindow : public QObject {
+ public:
+  PaintsOfTheMainWindow() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint && qobject_cast<MainForm*>(watched)) ++count;
+    return false;
+  }
+  int count = 0;
+};
+
+TEST_F(Program, TheWindowIsPaintedBeforeAQuestionCoversIt) {
+  BreakSetting("Protocol", "SerialData", "Any Serial Data");
+  PaintsOfTheMainWindow paints;
+  int before = 0;
+  rig.dialogs.Expect("Continue with current serial port settings?", Answer::Yes, [&] { before = paints.count; });
+  rig.Start();
+  EXPECT_GT(before, 0);
+}
+
 TEST_F(Program, StartsOnAnEmptyStoreWithOneParameter) {
   std::filesystem::remove_all(rig.folder.File("settings"));
   rig.dialogs.Expect("Continue with current serial port settings?", Answer::No);
