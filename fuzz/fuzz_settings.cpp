@@ -22,7 +22,7 @@ bool Holds(const IniFile& file, std::string_view section, std::string_view key, 
 }
 
 bool IsWhole(const IniFile& file) {
-  return file.BadLines().empty() && !file.IsCutOff();
+  return file.BadLines().empty() && !file.IsCutOff() && file.ChangedSections().empty() && file.MissingSections() == 0;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/crc32.h"
 #include "platform/ini_quoting.h"
 
 namespace velk {
@@ -14,7 +15,30 @@ constexpr std::string_view kFirstLine = "; VELK settings. Edit only while VELK i
 constexpr std::string_view kEndLine = "; End of settings.";
 /// Lines of a usual section, a parameter's: its keys and the blank line ahead of the next one.
 constexpr std::size_t kUsualLines = 18;
+/// Stands behind kEndLine, so that it can't be lost without a word.
+constexpr std::string_view kChecks = "Checks, to be taken out after an edit by hand:";
+constexpr std::size_t kCheckDigits = 8;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string CheckText(std::uint32_t check) {
+  constexpr std::string_view kHex = "0123456789ABCDEF";
+  std::string text(kCheckDigits, '0');
+  for (std::size_t i = kCheckDigits; i > 0; check >>= 4) text[--i] = kHex[check & 15];
+  return text;
+}
+
+/// The checks in what stands behind kEndLine. Words that are none match no section.
+std::vector<std::string> ReadChecks(std::string_view text) {
+  std::vector<std::string> checks;
+  if (!text.starts_with(kChecks)) return checks;
+  text.remove_prefix(kChecks.size());
+  while (!(text = TrimBlanks(text)).empty()) {
+    const std::string_view word = text.substr(0, text.find(' '));
+    checks.emplace_back(word);
+    text.remove_prefix(word.size());
+  }
+  return checks;
+}
 
 /// Takes a name off the front of `rest` together with the `end` behind it.
 std::optional<std::string> TakeName(std::string_view& rest, char end) {
@@ -62,6 +86,7 @@ struct IniFile::Reading {
   std::optional<std::size_t> section;  ///< none ahead of the first header
   bool ours = false;
   bool ended = false;
+  std::optional<std::vector<std::string>> checks;
 };
 
 IniFile::IniFile(std::string_view bytes) {
@@ -73,25 +98,56 @@ IniFile::IniFile(std::string_view bytes) {
     const std::string_view line = bytes.substr(0, length);
     if (length == std::string_view::npos) {
       // A last line without an end may be half a value.
-      if (line == kEndLine) {
-        reading.ended = true;
-      } else {
-        badLines_.push_back(reading.lineNumber);
-      }
+      if (!ReadEndLine(line, reading) || !reading.checks) badLines_.push_back(reading.lineNumber);
       break;
     }
     ReadLine(line, reading);
     bytes.remove_prefix(length + 1);
   }
   cutOff_ = reading.ours && !reading.ended;
+  CompareChecks(reading);
+}
+
+void IniFile::CompareChecks(const Reading& reading) {
+  if (!reading.checks) return;
+  std::vector<std::string> checks = *reading.checks;
+  const auto count = static_cast<int>(checks.size());
+  std::sort(checks.begin(), checks.end());
+  for (const auto& [name, check] : ChecksOfSections()) {
+    if (!std::binary_search(checks.begin(), checks.end(), check)) changedSections_.emplace_back(name);
+  }
+  missingSections_ = std::max(0, count - static_cast<int>(sections_.size()));
+}
+
+std::vector<std::pair<std::string_view, std::string>> IniFile::ChecksOfSections() const {
+  constexpr std::string_view kEnd("\0", 1);
+  std::vector<std::pair<std::string_view, std::string>> checks(sections_.size());
+  for (const auto& [name, at] : indexOf_) {
+    Crc32 crc;
+    crc.Add(name);
+    crc.Add(kEnd);
+    for (const Line& line : sections_[at].lines) {
+      if (!line.hasKey) continue;
+      for (const std::string_view part : {std::string_view(line.key), kEnd, std::string_view(line.value), kEnd}) {
+        crc.Add(part);
+      }
+    }
+    checks[at] = {name, CheckText(crc.Value())};
+  }
+  return checks;
+}
+
+bool IniFile::ReadEndLine(std::string_view line, Reading& reading) {
+  if (!line.starts_with(kEndLine)) return false;
+  reading.ended = true;
+  line = TrimBlanks(line.substr(kEndLine.size()));
+  if (!line.empty()) reading.checks = ReadChecks(line);
+  return true;
 }
 
 void IniFile::ReadLine(std::string_view raw, Reading& reading) {
   std::string_view line = raw.ends_with('\r') ? raw.substr(0, raw.size() - 1) : raw;
-  if (line == kEndLine) {
-    reading.ended = true;
-    return;
-  }
+  if (ReadEndLine(line, reading)) return;
   if (reading.lineNumber == 1 && line == kFirstLine) {
     reading.ours = true;
     return;
@@ -146,8 +202,10 @@ std::string IniFile::Text() const {
     append(section.header);
     for (const Line& line : section.lines) append(line.raw);
   }
-  append(kEndLine);
-  return text;
+  text += kEndLine;
+  if (!sections_.empty()) (text += ' ') += kChecks;
+  for (const auto& [name, check] : ChecksOfSections()) (text += ' ') += check;
+  return text += '\n';
 }
 
 const std::string* IniFile::Find(std::string_view name, std::string_view key) const {

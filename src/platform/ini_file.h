@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velk {
@@ -18,6 +19,10 @@ namespace velk {
 ///   Terminator="\r"            in quotes: \\ \" \r \n \t and \xHH for any byte
 ///
 /// Bare text is valid UTF-8 without control characters. Where a key stands twice in a section, the last one counts.
+///
+/// The closing comment has a check number for each section, by which a section that somebody else changed is found: a
+/// damaged byte often leaves a text that can be read well. Comments, blanks and the order of sections don't count. Who
+/// edits a file by hand takes the numbers out.
 class IniFile {
  public:
   IniFile() = default;
@@ -41,6 +46,10 @@ class IniFile {
   const std::vector<int>& BadLines() const { return badLines_; }
   /// The file was written by this program and its end is missing.
   bool IsCutOff() const { return cutOff_; }
+  /// Sections that are not as they were written; nothing where the file has no checks.
+  const std::vector<std::string>& ChangedSections() const { return changedSections_; }
+  /// How many sections are there no more, at least.
+  int MissingSections() const { return missingSections_; }
 
  private:
   struct Line {
@@ -56,6 +65,11 @@ class IniFile {
   struct Reading;
 
   void ReadLine(std::string_view raw, Reading& reading);
+  /// Gives whether the line is the closing one.
+  static bool ReadEndLine(std::string_view line, Reading& reading);
+  void CompareChecks(const Reading& reading);
+  /// Name and check of each section, in their order.
+  std::vector<std::pair<std::string_view, std::string>> ChecksOfSections() const;
   const Section* FindSection(std::string_view name) const;
   /// Gives the index of the section, which may have been there.
   std::size_t AddSection(std::string_view name, std::string header);
@@ -65,6 +79,8 @@ class IniFile {
   std::map<std::string, std::size_t, std::less<>> indexOf_;
   std::vector<int> badLines_;
   bool cutOff_ = false;
+  std::vector<std::string> changedSections_;
+  int missingSections_ = 0;
 };
 
 }  // namespace velk

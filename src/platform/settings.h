@@ -13,9 +13,9 @@ namespace velk {
 /// file is read when its application is first asked for; changes are kept in memory until Flush, which replaces the
 /// file as a whole, so that a reader or a power cut meets the old file or the new one.
 ///
-/// Sections and keys that nobody asked for are written back as they were. A file that can't be read as a whole is
-/// copied aside to `<application>.ini.damaged` (then .damaged-2, ...) before it is first written over; Problems()
-/// tells.
+/// Sections and keys that nobody asked for are written back as they were. A file that can't be read as a whole, or that
+/// somebody else changed, is told by TakeProblems, and copied aside to `<application>.ini.damaged` (then .damaged-2,
+/// ...) at the latest before it is first written over.
 class SettingsStore {
  public:
   /// `directory` is made when something is first written.
@@ -49,6 +49,13 @@ class SettingsStore {
 
   /// Writes what has changed; raises a file error that names the path, and keeps the changes for the next try.
   void Flush();
+
+  /// The file could not be read as a whole, or is not as it was written, and has not been written anew.
+  bool IsDamaged(std::string_view application);
+  /// Keeps the file as it was read under a name of its own and gives that; the same one again where that is done
+  /// already. Gives nothing where there was no file; raises the file errors of Flush, which tries again before it
+  /// writes over the file.
+  std::string PutAside(std::string_view application);
 
   /// What could not be read, one text a file, and empties the list.
   std::vector<std::string> TakeProblems();

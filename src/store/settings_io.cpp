@@ -1,16 +1,41 @@
 #include "store/settings_io.h"
 
+#include <algorithm>
+
 #include "store/settings_visitors.h"
 #include "store/templates.h"
 
 namespace velk {
 
+namespace {
+
+/// Keeps a file of which something was lost, and tells where.
+void KeepAsItWas(const Session& session, SettingsStore& store, std::string_view application,
+                 std::vector<std::string>& problems) {
+  try {
+    const std::string kept = store.PutAside(application);
+    if (!kept.empty()) problems.push_back(session.Translator.Translate(MessageId::SettingsFileKept) + kept);
+  } catch (const RuntimeError& error) {
+    // Nothing is written over it as long as it can't be kept.
+    problems.emplace_back(error.what());
+  }
+}
+
+}  // namespace
+
 std::vector<std::string> LoadSettings(Session& session, SettingsStore& store) {
   SettingsReader live(session, store, kLiveSettings);
   ReadSettings(live, session);
+  if (std::find(live.badKeys.begin(), live.badKeys.end(), "Parameters/NumberOfParameters") != live.badKeys.end()) {
+    // Not written at exit: without this it would be told at every start.
+    SettingsWriter writer(store, kLiveSettings);
+    VisitParameterCount(writer, session);
+  }
   const std::vector<std::string> listProblems = LoadTemplateList(session, store);
 
   std::vector<std::string> problems = store.TakeProblems();
+  if (!live.problems.empty() || store.IsDamaged(kLiveSettings)) KeepAsItWas(session, store, kLiveSettings, problems);
+  if (!listProblems.empty() || store.IsDamaged(kTemplateList)) KeepAsItWas(session, store, kTemplateList, problems);
   for (const RuntimeError& problem : live.problems) problems.emplace_back(problem.what());
   problems.insert(problems.end(), listProblems.begin(), listProblems.end());
   return problems;

@@ -13,7 +13,7 @@ namespace velk {
 /// told; the rest is loaded all the same.
 ///
 /// Gives one text for each problem, for the operator to see: first what the store could not read of its files, then
-/// "section/key: what is wrong".
+/// where a file with a problem is kept as it was, then "section/key: what is wrong".
 std::vector<std::string> LoadSettings(Session& session, SettingsStore& store);
 
 /// What a box shows of these problems: one a line, of many the first twenty and how many more there are. Empty for

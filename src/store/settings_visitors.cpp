@@ -53,8 +53,8 @@ void SettingsReader::Convert(std::string_view key, Conversion convert) {
   try {
     convert(*text);
   } catch (const RuntimeError& error) {
-    problems.emplace_back(error.Number(),
-                          section_ + '/' + std::string(key) + ": " + error.what() + " (\"" + Excerpt(*text) + "\")");
+    badKeys.push_back(section_ + '/' + std::string(key));
+    problems.emplace_back(error.Number(), badKeys.back() + ": " + error.what() + " (\"" + Excerpt(*text) + "\")");
   }
 }
 

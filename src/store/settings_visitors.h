@@ -31,6 +31,8 @@ class SettingsReader : public KeyVisitor {
 
   /// In the order of the keys; the text is "section/key: what is wrong (value)".
   std::vector<RuntimeError> problems;
+  /// "section/key" of each problem.
+  std::vector<std::string> badKeys;
 
  private:
   bool Takes(Held held) const { return keys_ == Keys::All || held == Held::InTemplates; }

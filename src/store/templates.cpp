@@ -1,6 +1,7 @@
 #include "store/templates.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "instruments/protocols.h"
@@ -38,6 +39,10 @@ class TemplateWriter : public SettingsWriter {
 auto FindTemplate(const Session& session, std::string_view name) {
   const auto& names = session.TemplateNames;
   return names.empty() ? names.end() : std::find(names.begin() + 1, names.end(), name);
+}
+
+std::optional<std::string> NameInStore(SettingsStore& store, std::size_t number) {
+  return store.Find(kTemplateList, "General", "TheTemplateName" + std::to_string(number));
 }
 
 bool JobStands(const Session& session) {
@@ -104,6 +109,10 @@ bool HasTemplate(const Session& session, std::string_view name) {
 std::vector<std::string> LoadTemplateList(Session& session, SettingsStore& store) {
   SettingsReader reader(session, store, kTemplateList);
   VisitTemplateList(reader, session);
+  if (!reader.problems.empty() || !store.Find(kTemplateList, "General", "NumberOfTemplates")) {
+    // Without the count the names themselves tell how many there are: no template drops out of the list.
+    while (const auto name = NameInStore(store, session.TemplateNames.size())) session.TemplateNames.push_back(*name);
+  }
   std::vector<std::string> problems;
   for (const RuntimeError& problem : reader.problems) problems.emplace_back(problem.what());
   return problems;

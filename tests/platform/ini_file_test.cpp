@@ -10,6 +10,12 @@ namespace {
 
 const std::string kFirst = "; VELK settings. Edit only while VELK is not running; leave the last line.\n";
 const std::string kLast = "; End of settings.\n";
+// CRC-32 of "A\0k\0001\0" and "B\0k\0002\0", from another program.
+const std::string kCheckOfA = "5FBC0FDA", kCheckOfB = "F2052EB7";
+
+std::string EndLine(const std::string& checks) {
+  return "; End of settings. Checks, to be taken out after an edit by hand: " + checks + "\n";
+}
 
 std::string ValueOf(const IniFile& file, const std::string& section, const std::string& key) {
   const std::string* value = file.Find(section, key);
@@ -108,14 +114,15 @@ TEST(IniFile, KeepsWhatNobodyTouchedByteForByte) {
   IniFile file(unknown + "[General]\nTheTimeOut=5\n; above\n");
   file.Set("General", "TheTimeOut", "7");
   file.Set("General", "intFontSize", "10");
-  EXPECT_EQ(file.Text(), kFirst + unknown + "[General]\nTheTimeOut=7\nintFontSize=10\n; above\n" + kLast);
+  EXPECT_EQ(file.Text(), kFirst + unknown + "[General]\nTheTimeOut=7\nintFontSize=10\n; above\n" +
+                             EndLine("35926470 79491EBD 83464057"));
 }
 
 TEST(IniFile, PutsABlankLineAheadOfANewSection) {
   IniFile file;
   file.Set("A", "k", "1");
   file.Set("B", "k", "2");
-  EXPECT_EQ(file.Text(), kFirst + "\n[A]\nk=1\n\n[B]\nk=2\n" + kLast);
+  EXPECT_EQ(file.Text(), kFirst + "\n[A]\nk=1\n\n[B]\nk=2\n" + EndLine(kCheckOfA + ' ' + kCheckOfB));
 }
 
 TEST(IniFile, LetsTheLastOfEqualKeysCount) {
@@ -225,7 +232,7 @@ TEST(IniFile, TellsAFileThatWasCutOffBetweenLines) {
   EXPECT_TRUE(IniFile(text).BadLines().empty());
   for (std::size_t length = 1; length < text.size() - 1; ++length) {
     const IniFile cut(text.substr(0, length));
-    EXPECT_TRUE(cut.IsCutOff() || !cut.BadLines().empty()) << length;
+    EXPECT_TRUE(cut.IsCutOff() || !cut.BadLines().empty() || !cut.ChangedSections().empty()) << length;
     for (const auto& [key, value] : {std::pair("min", "1"), std::pair("max", "1000")}) {
       const std::string* found = cut.Find("A", key);
       EXPECT_TRUE(!found || *found == value) << length;
@@ -243,7 +250,66 @@ TEST(IniFile, ReadsAFileMadeByHandWithoutTheClosingLine) {
 TEST(IniFile, KeepsTheClosingLineLastWhenSectionsWereAddedBehindIt) {
   const IniFile file(kFirst + "[A]\nk=1\n" + kLast + "[B]\nk=2\n");
   EXPECT_FALSE(file.IsCutOff());
-  EXPECT_EQ(file.Text(), kFirst + "[A]\nk=1\n[B]\nk=2\n" + kLast);
+  EXPECT_EQ(file.Text(), kFirst + "[A]\nk=1\n[B]\nk=2\n" + EndLine(kCheckOfA + ' ' + kCheckOfB));
+}
+
+// --- Changes by others ---
+
+const std::string kOneKeyEach = kFirst + "[A]\nk=1\n[B]\nk=2\n";
+const std::string kTheirChecks = EndLine(kCheckOfA + ' ' + kCheckOfB);
+
+TEST(IniFile, TellsWhichSectionsAreNotAsTheyWereWritten) {
+  EXPECT_TRUE(IniFile(kOneKeyEach + kTheirChecks).ChangedSections().empty());
+  const IniFile value(kFirst + "[A]\nk=1\n[B]\nk=3\n" + kTheirChecks);
+  EXPECT_EQ(value.ChangedSections(), std::vector<std::string>{"B"});
+  EXPECT_EQ(ValueOf(value, "B", "k"), "3") << "it may have been changed on purpose";
+  const IniFile key(kFirst + "[A]\nl=1\n[B]\nk=2\n" + kTheirChecks);
+  EXPECT_EQ(key.ChangedSections(), std::vector<std::string>{"A"});
+  const IniFile name(kFirst + "[A]\nk=1\n[C]\nk=2\n" + kTheirChecks);
+  EXPECT_EQ(name.ChangedSections(), std::vector<std::string>{"C"});
+  const IniFile added(kFirst + "[A]\nk=1\n[B]\nk=2\n[D]\nk=2\n" + kTheirChecks);
+  EXPECT_EQ(added.ChangedSections(), std::vector<std::string>{"D"});
+  EXPECT_EQ(added.MissingSections(), 0);
+}
+
+TEST(IniFile, TellsHowManySectionsAreMissing) {
+  const IniFile comment(kFirst + "[A]\nk=1\n;B]\nk=2\n" + kTheirChecks);
+  EXPECT_EQ(comment.ChangedSections(), std::vector<std::string>{"A"}) << "it got the keys of the other one";
+  EXPECT_EQ(comment.MissingSections(), 1);
+  const IniFile gone(kFirst + "[B]\nk=2\n" + kTheirChecks);
+  EXPECT_TRUE(gone.ChangedSections().empty());
+  EXPECT_EQ(gone.MissingSections(), 1);
+}
+
+TEST(IniFile, TakesNoOffenceAtWhatChangesNoValue) {
+  for (const std::string& text :
+       {std::string("[B]\r\nk=2\r\n[A]\r\nk=1\r\n"), std::string("[A]\n k = \"1\"\n; why\n\n[B]\nk=2\n")}) {
+    const IniFile file(kFirst + text + kTheirChecks);
+    EXPECT_TRUE(file.ChangedSections().empty()) << text;
+    EXPECT_EQ(file.MissingSections(), 0) << text;
+  }
+}
+
+TEST(IniFile, ChecksNothingWhereTheChecksWereTakenOut) {
+  const IniFile file(kFirst + "[A]\nk=9\n[C]\nk=2\n" + kLast);
+  EXPECT_TRUE(file.ChangedSections().empty());
+  EXPECT_EQ(file.MissingSections(), 0);
+  EXPECT_FALSE(file.IsCutOff());
+}
+
+TEST(IniFile, TrustsNoSectionWhereWhatStandsBehindTheEndIsNoCheck) {
+  for (const char* text : {"Check", "checks, to be taken out after an edit by hand: 5FBC0FDA F2052EB7", "x"}) {
+    const IniFile file(kOneKeyEach + "; End of settings. " + text + "\n");
+    EXPECT_EQ(file.ChangedSections(), (std::vector<std::string>{"A", "B"})) << text;
+  }
+}
+
+TEST(IniFile, DoesNotTrustASectionWhoseCheckCanNotBeRead) {
+  for (const char* check : {"", "0", "zzzzzzzz", "0123456789", "-1234567"}) {
+    const IniFile file(kOneKeyEach + EndLine(kCheckOfA + ' ' + check));
+    EXPECT_EQ(file.ChangedSections(), std::vector<std::string>{"B"}) << check;
+    EXPECT_EQ(file.MissingSections(), 0) << check;
+  }
 }
 
 }  // namespace

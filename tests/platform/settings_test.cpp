@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -327,6 +328,110 @@ TEST(SettingsStore, SurvivesEveryFlippedByte) {
       folder.Remove("VELK2.ini.damaged");
     }
   }
+}
+
+TEST(SettingsStore, LetsNoChangedByteSlipThrough) {
+  const std::string whole = RealFile();
+  const IniFile written(whole);
+  const MemoryFolder folder;
+  for (std::size_t at = 0; at < whole.size(); ++at) {
+    for (int flip = 1; flip < 256; ++flip) {
+      std::string flipped = whole;
+      flipped[at] = static_cast<char>(flipped[at] ^ flip);
+      const IniFile read(flipped);
+      if (!read.BadLines().empty() || read.IsCutOff() || !read.ChangedSections().empty()) continue;
+      for (const auto& [section, key] : {std::pair("General", "Current_language"),
+                                         {"General", "SamplingRate"},
+                                         {"Protocol", "Terminator"},
+                                         {"Protocol", "Delimiter"},
+                                         {"Parameter1", "units"},
+                                         {"Parameter1", "max"}}) {
+        const std::string* value = read.Find(section, key);
+        ASSERT_TRUE(value && *value == *written.Find(section, key)) << at << " ^ " << flip << ": " << key;
+      }
+    }
+  }
+}
+
+TEST(SettingsStore, TellsTheSectionsThatSomebodyElseChanged) {
+  const MemoryFolder folder;
+  std::string changed = RealFile();
+  changed.replace(changed.find("max=1000"), 8, "max=9000");
+  folder.Write("VELK2.ini", changed);
+  SettingsStore store(folder.Path());
+  EXPECT_EQ(store.Get("VELK2", "Parameter1", "max", "100"), "9000");
+  EXPECT_TRUE(store.IsDamaged("VELK2"));
+  EXPECT_EQ(store.TakeProblems(),
+            std::vector<std::string>{folder.Path("VELK2.ini") + ": [Parameter1] is not as it was written"});
+  store.Save("VELK2", "Parameter1", "max", "9000");
+  store.Flush();
+  EXPECT_FALSE(store.IsDamaged("VELK2"));
+  EXPECT_EQ(folder.Read("VELK2.ini.damaged"), changed);
+  SettingsStore again(folder.Path());
+  EXPECT_EQ(again.Get("VELK2", "Parameter1", "max", "100"), "9000");
+  EXPECT_TRUE(again.TakeProblems().empty()) << "it is told once";
+}
+
+TEST(SettingsStore, TellsAllThatIsWrongWithAFile) {
+  const MemoryFolder folder;
+  std::string text = RealFile();
+  text.replace(text.find("[Parameter1]"), 1, ";");
+  text.replace(text.find("SamplingRate="), 13, "SamplingRate\x01");
+  folder.Write("VELK2.ini", text);
+  SettingsStore store(folder.Path());
+  EXPECT_TRUE(store.IsDamaged("VELK2"));
+  EXPECT_EQ(store.TakeProblems(), std::vector<std::string>{folder.Path("VELK2.ini") +
+                                                           ": line 5 can't be read, [General], [Protocol] are not as "
+                                                           "they were written, sections missing: 1"});
+}
+
+TEST(SettingsStore, PutsAFileAsideUnderANameThatItGives) {
+  const MemoryFolder folder;
+  const std::string bytes = "[General]\nTheTimeOut=x\n";
+  folder.Write("VELK2.ini", bytes);
+  SettingsStore store(folder.Path());
+  store.Save("VELK2", "General", "TheTimeOut", "5");
+  EXPECT_EQ(store.PutAside("VELK2"), folder.Path("VELK2.ini.damaged"));
+  EXPECT_EQ(store.PutAside("VELK2"), folder.Path("VELK2.ini.damaged")) << "once";
+  EXPECT_EQ(folder.Read("VELK2.ini.damaged"), bytes) << "as it was read";
+  EXPECT_EQ(folder.Read("VELK2.ini"), bytes);
+  SettingsStore second(folder.Path());
+  EXPECT_EQ(second.PutAside("VELK2"), folder.Path("VELK2.ini.damaged")) << "which holds the same";
+  folder.Write("VELK2.ini", "other");
+  EXPECT_EQ(SettingsStore(folder.Path()).PutAside("VELK2"), folder.Path("VELK2.ini.damaged-2"));
+  EXPECT_EQ(store.PutAside("VELKnone"), "");
+  EXPECT_EQ(folder.Count(), 3U);
+}
+
+TEST(SettingsStore, WritesNothingOverAFileToBeKeptThatCanNotBePutAside) {
+  const MemoryFolder folder;
+  const std::string longName(246, 'x');  // ".ini" fits into a file name of 255 bytes, ".ini.damaged" does not
+  folder.Write(longName + ".ini", "[s]\nk=x\n");
+  SettingsStore store(folder.Path());
+  EXPECT_THROW(store.PutAside(longName), RuntimeError);
+  store.Save(longName, "s", "k", "1");
+  EXPECT_THROW(store.Flush(), RuntimeError);
+  EXPECT_EQ(folder.Read(longName + ".ini"), "[s]\nk=x\n");
+}
+
+TEST(SettingsStore, RemovesWhatAKilledProgramLeftHalfWayLongAgo) {
+  const MemoryFolder folder;
+  const auto age = [&](const std::string& name, std::chrono::minutes minutes) {
+    fs::last_write_time(folder.Path(name), fs::file_time_type::clock::now() - minutes);
+  };
+  for (const char* name : {"VELK2.ini.aBcDeF", "VELK2.ini.GhIjKl", "VELK2.ini.damaged", "VELKx.ini.aBcDeF", "abcdef"}) {
+    folder.Write(name, "x");
+    age(name, std::chrono::minutes(61));
+  }
+  age("VELK2.ini.GhIjKl", std::chrono::minutes(59));
+  SettingsStore store(folder.Path());
+  store.Save("VELK2", "General", "k", "1");
+  store.Flush();
+  EXPECT_FALSE(folder.Has("VELK2.ini.aBcDeF"));
+  EXPECT_TRUE(folder.Has("VELK2.ini.GhIjKl")) << "another program may be writing it";
+  EXPECT_TRUE(folder.Has("VELK2.ini.damaged"));
+  EXPECT_TRUE(folder.Has("VELKx.ini.aBcDeF"));
+  EXPECT_TRUE(folder.Has("abcdef"));
 }
 
 TEST(SettingsStore, LeavesNoOtherFileBehind) {

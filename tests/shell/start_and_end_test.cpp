@@ -88,7 +88,9 @@ TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
   rig.onLanguage = nullptr;
   Set("Protocol", "SerialData", "Any Serial Data");
   Set("Protocol", "BaudRate", "fast");
-  rig.dialogs.Expect("Protocol/BaudRate: Type mismatch (\"fast\")\n\n\nLine = 5", Answer::Ok);
+  rig.dialogs.Expect("The file as it was is kept as " + rig.folder.File("settings/VELK2.ini.damaged") +
+                         "\nProtocol/BaudRate: Type mismatch (\"fast\")\n\n\nLine = 5",
+                     Answer::Ok);
   rig.dialogs.Expect("Continue with", Answer::Yes, [] { throw RuntimeError(ErrorNumber::Overflow); });
   rig.dialogs.Expect("Overflow\n\nLine = 12", Answer::Ok);
   rig.Start();
@@ -121,7 +123,7 @@ TEST_F(StartAndEnd, SpeaksTheLanguageBeforeItReadsTheSettings) {
 
 TEST_F(StartAndEnd, TellsOfManyBadValuesInOneBoxThatFitsOnTheScreen) {
   for (int i = 1; i <= 64; ++i) Set(("Parameter" + std::to_string(i)).c_str(), "max", "12,5");
-  rig.dialogs.Expect("Parameter20/max: Type mismatch (\"12,5\")\n... + 44\n\n\nLine = 5", Answer::Ok);
+  rig.dialogs.Expect("Parameter19/max: Type mismatch (\"12,5\")\n... + 45\n\n\nLine = 5", Answer::Ok);
   rig.Start();
   EXPECT_EQ(rig.State().Parameters[64].max, 100.0);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "platform/errors.h"
 #include "support/memory_folder.h"
 #include "support/settings_rows.h"
+#include "support/unprivileged.h"
 
 namespace velk {
 namespace {
@@ -165,9 +167,10 @@ TEST_F(SettingsIoTest, TellsFirstWhatTheStoreCouldNotRead) {
   folder_.Write("VELK2.ini", "[General]\nnonsense\nTheTimeOut=x\nintFontSize=12\n");
   SettingsStore store(folder_.Path());
   const std::vector<std::string> problems = LoadSettings(session_, store);
-  ASSERT_EQ(problems.size(), 2U);
+  ASSERT_EQ(problems.size(), 3U);
   EXPECT_EQ(problems[0], folder_.Path("VELK2.ini") + ": line 2 can't be read");
-  EXPECT_EQ(problems[1].find("General/TheTimeOut: "), 0U);
+  EXPECT_EQ(problems[1], "The file as it was is kept as " + folder_.Path("VELK2.ini.damaged"));
+  EXPECT_EQ(problems[2].find("General/TheTimeOut: "), 0U) << "of these there may be too many for a box";
   EXPECT_EQ(session_.intFontSize, 12);
 }
 
@@ -324,6 +327,64 @@ TEST_F(SettingsIoTest, TellsABadNumberOfTemplates) {
     EXPECT_EQ(LoadSettings(session_, store_).size(), 1U) << bad;
     EXPECT_EQ(session_.TemplateNames.size(), 1U) << bad;
   }
+}
+
+TEST_F(SettingsIoTest, KeepsAFileWithAValueOfTheWrongTypeAndTellsItOnce) {
+  for (const SettingsRow& row : SettingsRows({1}, {1})) {
+    if (row.kind == Kind::Text) continue;
+    const MemoryFolder folder;
+    const std::string bytes = "[Formulae]\nNumberOfFormulae=1\n[" + row.section + "]\n" + row.key + "=abc\n";
+    folder.Write("VELK2.ini", bytes);
+    Session session;
+    {
+      SettingsStore store(folder.Path());
+      EXPECT_EQ(LoadSettings(session, store).size(), 2U) << row.Name();
+      EXPECT_EQ(folder.Read("VELK2.ini.damaged"), bytes) << row.Name();
+      SaveSettings(session, store);
+    }
+    SettingsStore again(folder.Path());
+    EXPECT_TRUE(LoadSettings(session, again).empty()) << row.Name();
+  }
+}
+
+TEST_F(SettingsIoTest, TellsABadNumberOfParametersOnce) {
+  folder_.Write("VELK2.ini", "[Parameters]\nNumberOfParameters=1x\n");
+  EXPECT_EQ(LoadSettings(session_, store_).size(), 2U);
+  SaveSettings(session_, store_);
+  SettingsStore again(folder_.Path());
+  EXPECT_TRUE(LoadSettings(session_, again).empty());
+  EXPECT_EQ(session_.NumberOfParameters, 1);
+}
+
+TEST_F(SettingsIoTest, FindsTheTemplatesWhoseNumberIsLost) {
+  const std::string names = "TheTemplateName1=One\nTheTemplateName2=Two\nTheTemplateName4=Four\n";
+  for (const std::string count : {"", "NumberOfTemplates=x\n", "NumberOfTemplates=-1\n"}) {
+    const MemoryFolder folder;
+    folder.Write("VELKTemplates.ini", "[General]\n" + count + names);
+    SettingsStore store(folder.Path());
+    Session session;
+    EXPECT_EQ(LoadSettings(session, store).size(), count.empty() ? 0U : 2U);
+    EXPECT_EQ(session.TemplateNames, (std::vector<std::string>{"", "One", "Two"})) << count;
+    EXPECT_EQ(folder.Has("VELKTemplates.ini.damaged"), !count.empty());
+    SaveSettings(session, store);
+    EXPECT_EQ(store.Get("VELKTemplates", "General", "NumberOfTemplates", ""), "2");
+  }
+}
+
+TEST_F(SettingsIoTest, TellsADamagedFileThatCanNotBeKept) {
+  folder_.Write("VELK2.ini", "[General]\nnonsense\n");
+  folder_.Write("VELK2.ini.damaged", "another");
+  std::filesystem::permissions(folder_.Path(), std::filesystem::perms(0555));
+  {
+    const test::Unprivileged user;
+    SettingsStore store(folder_.Path());
+    const std::vector<std::string> problems = LoadSettings(session_, store);
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_EQ(problems[1].find(folder_.Path("VELK2.ini.damaged-2") + ": "), 0U) << problems[1];
+    EXPECT_THROW(SaveSettings(session_, store), RuntimeError);
+  }
+  std::filesystem::permissions(folder_.Path(), std::filesystem::perms(0700));
+  EXPECT_EQ(folder_.Read("VELK2.ini"), "[General]\nnonsense\n");
 }
 
 TEST_F(SettingsIoTest, KeepsSectionsOfOtherWorkByteForByte) {
