@@ -2,11 +2,13 @@
 
 import contextlib
 import io
+import os
 import pathlib
 import shlex
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 from support import load_script
 
@@ -69,6 +71,20 @@ class KillTest(unittest.TestCase):
         code, words = self.run_with(program, rounds=2)
         self.assertEqual(code, 1, words)
         self.assertIn("can't be read", words)
+
+    def test_temporary_files_of_a_killed_program_go_with_it(self):
+        program = ("import sqlite3, sys, tempfile, time\n"
+                   "log = sqlite3.connect(sys.argv[1])\n"
+                   "log.execute('CREATE TABLE logData (ID INTEGER PRIMARY KEY)')\n"
+                   "log.execute('INSERT INTO logData VALUES (1)')\n"
+                   "log.commit()\n"
+                   "tempfile.mkdtemp(prefix='left-behind-')\n"
+                   "print('row 1', flush=True)\n"
+                   "time.sleep(60)\n")
+        with tempfile.TemporaryDirectory() as outer, unittest.mock.patch.dict(os.environ, TMPDIR=outer):
+            code, words = self.run_with(program, rounds=2)
+            self.assertEqual(code, 0, words)
+            self.assertEqual(list(pathlib.Path(outer).glob("left-behind-*")), [])
 
     def test_half_a_line_is_no_acknowledgement(self):
         program = "import sys, time\nprint('row 1', end='', flush=True)\nprint('\\nrow 2', end='', flush=True)\ntime.sleep(60)"
