@@ -43,6 +43,8 @@ class LineDriver {
   /// Closes and empties the queue.
   void Close();
   bool IsOpen() const { return port_->IsOpen(); }
+  /// Which line settings the device does not have.
+  std::vector<LineSetting> Unsupported() const { return port_->Unsupported(); }
 
   /// The settings of the last Open.
   const LineDriverSettings& Settings() const { return settings_; }

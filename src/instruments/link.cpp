@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "instruments/line_notice.h"
 #include "instruments/protocols.h"
 #include "model/status.h"
 #include "platform/dates.h"
@@ -96,6 +97,7 @@ void Link::SetODataCom() {
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
+    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
   } catch (const PortError& error) {
     const std::string text = PortErrorText(error);
     if (text != toldAlready) throw RuntimeError(error.Number(), text);
@@ -150,6 +152,7 @@ bool Link::OpenPlainPort(Handshake handshake) {
       plain_ = PlainSettings(handshake);
       try {
         MSComm1->Open(plain_);
+        TellUnsupported(plain_, MSComm1->Unsupported());
       } catch (const PortError& error) {
         throw RuntimeError(error.Number(), PortErrorText(error));
       }
@@ -180,6 +183,7 @@ void Link::CycleODataCom() {
 bool Link::Reopen() {
   try {
     ODataCom1.Reopen();
+    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
     return true;
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));
@@ -212,6 +216,14 @@ void Link::ODataCom1_DataReady(const std::string& line) {
   session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
 }
 
+void Link::TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported) {
+  if (unsupported.empty()) return;
+  const std::string text = UnsupportedText(session_.Translator, settings, unsupported);
+  if (!noticed_.insert(text).second) return;
+  notice_ += notice_.empty() ? text : "\n" + text;
+  ShowUntold();
+}
+
 void Link::TellOnce(const std::string& text) {
   if (failureTold_) return;
   failureTold_ = true;
@@ -221,11 +233,13 @@ void Link::TellOnce(const std::string& text) {
 
 /// A box on top of a running sample would hold it up, and the samples behind it with it. So it waits for the gate.
 void Link::ShowUntold() {
-  if (untold_.empty()) return;
+  if (untold_.empty() && notice_.empty()) return;
   platform_.clock.Post([this, alive = std::weak_ptr<char>(alive_)] {
-    if (alive.expired() || untold_.empty() || !platform_.gate.IsOpen()) return;
-    const std::string text = std::exchange(untold_, {});
-    platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
+    if (alive.expired() || !platform_.gate.IsOpen()) return;
+    std::string text = std::exchange(notice_, {});
+    if (!text.empty() && !untold_.empty()) text += "\n";
+    text += std::exchange(untold_, {});
+    if (!text.empty()) platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
   });
 }
 

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "instruments/board.h"
 #include "instruments/line_driver.h"
@@ -68,6 +70,7 @@ class Link {
   bool Reopen();
   void StartWatching();
   void DriverHungUp();
+  void TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported);
   void TellOnce(const std::string& text);
   void ShowUntold();
   void ShowImages(bool connected);
@@ -80,9 +83,11 @@ class Link {
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening
   std::int64_t linesSeen_ = 0;
-  std::int64_t nextReopen_ = 0;   ///< Ticks, of the plain port
-  bool failureTold_ = false;      ///< a failure was shown and no data have come since
-  std::string untold_;            ///< waits until no sample is running
+  std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
+  bool failureTold_ = false;     ///< a failure was shown and no data have come since
+  std::string untold_;           ///< waits until no sample is running
+  std::string notice_;           ///< the same, and is shown though the link was closed meanwhile
+  std::set<std::string> noticed_;
   std::string toldByEnablePort_;  ///< the failure of the same device is not shown a second time by SetODataCom
   std::shared_ptr<char> alive_ = std::make_shared<char>();
 };

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/line_support.h"
+
 namespace velk {
 
 PortError::PortError(ErrorNumber number, std::string device, std::string group)
@@ -102,6 +104,7 @@ class DevicePort : public SerialPort {
   ~DevicePort() override { Close(); }
 
   void Open(const SerialSettings& settings) override;
+  std::vector<LineSetting> Unsupported() const override { return unsupported_; }
   void Close() override;
   bool IsOpen() const override { return port_ != nullptr; }
   std::size_t BytesWaiting() const override { return port_ ? static_cast<std::size_t>(port_->bytesAvailable()) : 0; }
@@ -121,6 +124,7 @@ class DevicePort : public SerialPort {
   void HangUp();
 
   std::unique_ptr<QSerialPort> port_;
+  std::vector<LineSetting> unsupported_;
   std::shared_ptr<char> whileOpen_;  ///< lives as long as one opening
   bool announced_ = false;
 };
@@ -138,6 +142,7 @@ void DevicePort::Open(const SerialSettings& settings) {
   port->setReadBufferSize(static_cast<qint64>(settings.readBuffer));
   if (!port->open(QIODevice::ReadWrite)) throw WhyNotOpen(settings.device, port->error());
   if (settings.handshake == Handshake::RtsXonXoff) AddXonXoff(port->handle());
+  unsupported_ = UnsupportedSettings(port->handle(), settings);
   port_ = std::move(port);
   Watch();
 }

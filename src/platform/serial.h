@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/errors.h"
 
@@ -22,6 +23,9 @@ struct SerialSettings {
   Handshake handshake = Handshake::None;
   std::size_t readBuffer = 2048;  ///< bytes held for the program; further ones wait in the system's own buffer
 };
+
+/// A line setting that a device may be without.
+enum class LineSetting { DataBits, Parity, StopBits, ModemLines };
 
 /// A port that could not be opened. What it needs to be told in the operator's language is kept apart from the text.
 class PortError : public RuntimeError {
@@ -42,9 +46,11 @@ class PortError : public RuntimeError {
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
-  /// Closes first what is open. Raises PortError, or InvalidArgument for settings that no port has. What a device has
-  /// no lines for (DTR and RTS of a pseudo-terminal) is no failure.
+  /// Closes first what is open. Raises PortError, or InvalidArgument for settings that no port has. What the device is
+  /// without (mark parity, the modem lines of a pseudo-terminal) is no failure: see Unsupported.
   virtual void Open(const SerialSettings& settings) = 0;
+  /// Which settings of the last Open the device does not have; the port works with the others.
+  virtual std::vector<LineSetting> Unsupported() const { return {}; }
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
   virtual std::size_t BytesWaiting() const = 0;

@@ -187,6 +187,48 @@ TEST_F(LinkTest, AfterCancelTheLinkComesUpByItselfOnceTheDeviceIsThere) {
   ExpectImages(true);
 }
 
+TEST_F(LinkTest, WhatTheDeviceDoesNotHaveIsToldOnceByNameAndTheRestIsUsed) {
+  session.SerialData = "Any Serial Data";
+  session.IsOwnUnit = false;
+  session.Parity = "M";
+  session.DataBits = 7;
+  session.StopBits = "1.5";
+  session.Handshake = 2;
+  driver.unsupported =
+      plain.unsupported = {LineSetting::DataBits, LineSetting::Parity, LineSetting::StopBits, LineSetting::ModemLines};
+  dialogs.Expect(
+      "/dev/ttyVelk: the serial device works without these line settings, which it does not have: "
+      "data bits 7, parity Mark, stop bits 1.5, modem lines, which the hardware handshake needs",
+      Answer::Ok);
+  link.SetODataCom();
+  EXPECT_TRUE(dialogs.shown.empty()) << "it holds up nothing";
+  ExpectImages(true);
+  clock.RunPosted();
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_EQ(dialogs.shown[0].buttons, Buttons::Ok);
+  EXPECT_TRUE(driver.open);
+
+  link.CycleODataCom();
+  link.CloseODataCom();
+  EXPECT_TRUE(link.OpenPlainPort(Handshake::Rts));
+  link.SetODataCom();
+  clock.RunPosted();
+  EXPECT_EQ(dialogs.shown.size(), 1U) << "told once";
+
+  plain.unsupported = {LineSetting::StopBits};
+  dialogs.Expect("does not have: stop bits 1.5", Answer::Ok);
+  EXPECT_TRUE(link.OpenPlainPort(Handshake::Rts));
+  clock.RunPosted();
+}
+
+TEST_F(LinkTest, ANoticeOfTheDeviceOutlivesTheClosingOfTheLink) {
+  driver.unsupported = {LineSetting::ModemLines};
+  dialogs.Expect("modem lines", Answer::Ok);
+  link.SetODataCom();
+  link.CloseODataCom();
+  clock.RunPosted();
+}
+
 // --- EnablePort ---
 
 TEST_F(LinkTest, EnablePortClosesTheDriverOfAnOwnUnitAndSetsUpTheBoard) {

@@ -116,6 +116,31 @@ TEST(SerialPort, OpensAPseudoTerminalWithEveryLineSetting) {
           ExpectToOpen({"", 9600, parity, bits, stop, static_cast<Handshake>(handshake)});
 }
 
+std::vector<LineSetting> UnsupportedByAPseudoTerminal(const char* parity, int bits, const char* stop,
+                                                      Handshake handshake) {
+  const Pty pty;
+  const auto port = MakeSerialPort();
+  port->Open({pty.Device(), 9600, parity, bits, stop, handshake});
+  return port->Unsupported();
+}
+
+TEST(SerialPort, KnowsWhatADeviceDoesNotHave) {
+  // A pseudo-terminal has 8 bits without parity, either count of stop bits, and no modem lines.
+  using L = LineSetting;
+  using Missing = std::vector<LineSetting>;
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "1", Handshake::None), Missing{});
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "2", Handshake::XonXoff), Missing{});
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "1.5", Handshake::None), Missing{L::StopBits});
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 5, "1.5", Handshake::None), Missing{L::DataBits});
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 7, "1", Handshake::None), Missing{L::DataBits});
+  for (const char* parity : {"E", "M", "O", "S"})
+    EXPECT_EQ(UnsupportedByAPseudoTerminal(parity, 8, "1", Handshake::None), Missing{L::Parity}) << parity;
+  for (const Handshake lines : {Handshake::Rts, Handshake::RtsXonXoff})
+    EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "1", lines), Missing{L::ModemLines});
+  EXPECT_EQ(UnsupportedByAPseudoTerminal("M", 7, "1.5", Handshake::Rts),
+            (Missing{L::DataBits, L::Parity, L::StopBits, L::ModemLines}));
+}
+
 TEST(SerialPort, RefusesSettingsThatNoPortHas) {
   const Pty pty;
   const SerialSettings good = SettingsFor(pty.Device());

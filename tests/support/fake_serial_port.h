@@ -14,7 +14,8 @@ struct FakeDevice {
   bool open = false;
   std::vector<SerialSettings> openings;  ///< settings of each try to open
   std::function<void()> failOpen;        ///< throws while the device can't be opened
-  std::string waiting;                   ///< bytes that nobody has read yet
+  std::vector<LineSetting> unsupported;
+  std::string waiting;  ///< bytes that nobody has read yet
   std::string written;
   int reads = 0;
   SerialPort* port = nullptr;
@@ -48,6 +49,7 @@ class FakeSerialPort : public SerialPort {
     if (device_.failOpen) device_.failOpen();
     device_.open = true;
   }
+  std::vector<LineSetting> Unsupported() const override { return device_.unsupported; }
   void Close() override {
     device_.open = false;
     device_.waiting.clear();

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "instruments/protocols.h"
 #include "platform/numbers.h"
 
 namespace velk::test {
@@ -45,6 +46,8 @@ InstrumentJob::InstrumentJob(const Instrument& instrument) : instrument_(instrum
 
 void InstrumentJob::Begin() {
   if (instrument_.asksAtStartUp) rig.dialogs.Expect("Continue with current serial port settings?", Answer::Yes);
+  // A pseudo-terminal has none; only this unit shakes hands by them.
+  if (instrument_.serialData == protocol::Kesta3) rig.dialogs.Expect("modem lines", Answer::Ok);
   rig.StartProgram();
   ASSERT_EQ(rig.Status(), "Ready");
   rig.Connect();
