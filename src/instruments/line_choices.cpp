@@ -1,7 +1,6 @@
 #include "instruments/line_choices.h"
 
 #include <charconv>
-#include <filesystem>
 #include <limits>
 
 #include "instruments/protocols.h"
@@ -112,8 +111,7 @@ std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& d
   std::vector<PortEntry> entries;
   for (int number = 1; number <= kPortsOffered; ++number) {
     const std::string device = PortDevice(settings, number, directory);
-    std::error_code none;
-    entries.push_back({number, device, std::filesystem::is_character_file(device, none)});
+    entries.push_back({number, device, PortIsThere(device, directory)});
   }
   return entries;
 }

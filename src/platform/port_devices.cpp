@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <vector>
 
@@ -21,12 +22,21 @@ std::optional<int> NumberBehind(const std::string& name, std::string_view prefix
   return number;
 }
 
+/// The system has names for built-in ports whose chip it did not find: such a port opens, and nothing ever comes. What
+/// is known of a device stands beside `directory` in sys/class/tty.
+bool HasChip(const std::string& directory, const std::string& name) {
+  std::ifstream kind(std::filesystem::path(directory).parent_path() / "sys/class/tty" / name / "type");
+  int number = 0;
+  return !(kind >> number) || number != 0;
+}
+
 /// The numbers of the devices with this prefix, rising.
 std::vector<int> NumbersOf(const std::string& directory, std::string_view prefix) {
   std::vector<int> numbers;
   std::error_code error;
   for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
-    if (const auto number = NumberBehind(entry->path().filename().string(), prefix)) numbers.push_back(*number);
+    if (const auto number = NumberBehind(entry->path().filename().string(), prefix))
+      if (HasChip(directory, entry->path().filename().string())) numbers.push_back(*number);
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }
@@ -51,6 +61,13 @@ std::string PortDevice(SettingsStore& settings, int portNumber, const std::strin
   const std::string key = "PortDevice" + std::to_string(portNumber);
   const std::string set = settings.Get("VELK2", "Protocol", key, "");
   return set.empty() ? Listed(portNumber, directory) : set;
+}
+
+bool PortIsThere(const std::string& device, const std::string& directory) {
+  std::error_code none;
+  const std::filesystem::path path(device);
+  return std::filesystem::is_character_file(path, none) &&
+         (path.parent_path() != directory || HasChip(directory, path.filename().string()));
 }
 
 }  // namespace velk

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "platform/settings.h"
 #include "support/temporary_folder.h"
 
@@ -67,6 +70,35 @@ TEST_F(PortDevices, AnEmptySettingIsNone) {
   Plug({"ttyS0"});
   settings.Save("VELK2", "Protocol", "PortDevice1", "");
   EXPECT_EQ(Device(1), dev.File("ttyS0"));
+}
+
+TEST_F(PortDevices, NamesOfBuiltInPortsWithoutHardwareAreNotCounted) {
+  // The system makes ttyS0 to ttyS3 on any machine; the kind of chip is 0 where it found none.
+  const test::TemporaryFolder machine;
+  const auto built = [&](const std::string& name, const char* kind) {
+    std::filesystem::create_directories(machine.File("dev"));
+    std::filesystem::create_directories(machine.File("sys/class/tty/" + name));
+    std::filesystem::create_symlink("/dev/null", machine.File("dev/" + name));
+    if (kind != nullptr) std::ofstream(machine.File("sys/class/tty/" + name + "/type")) << kind << "\n";
+  };
+  const std::string devices = machine.File("dev");
+  built("ttyS0", "4");
+  built("ttyS1", "0");
+  built("ttyS2", "0");
+  built("ttyUSB0", nullptr);
+  EXPECT_EQ(PortDevice(settings, 1, devices), devices + "/ttyS0");
+  EXPECT_EQ(PortDevice(settings, 2, devices), devices + "/ttyUSB0");
+  EXPECT_EQ(PortDevice(settings, 3, devices), devices + "/ttyS2");
+  EXPECT_TRUE(PortIsThere(devices + "/ttyS0", devices));
+  EXPECT_FALSE(PortIsThere(devices + "/ttyS2", devices));
+  EXPECT_TRUE(PortIsThere(devices + "/ttyUSB0", devices));
+  EXPECT_FALSE(PortIsThere(devices + "/ttyS7", devices));
+
+  built("ttyS3", "4");
+  EXPECT_EQ(PortDevice(settings, 2, devices), devices + "/ttyS1") << "a gap keeps its number";
+  EXPECT_EQ(PortDevice(settings, 5, devices), devices + "/ttyUSB0");
+  built("ttyS4", nullptr);
+  EXPECT_EQ(PortDevice(settings, 5, devices), devices + "/ttyS4") << "one that tells nothing of its chip counts";
 }
 
 TEST_F(PortDevices, ADirectoryThatIsNotThereGivesTheBuiltInName) {
