@@ -42,33 +42,9 @@ Polling::Polling(Session& session, const Platform& platform, MainView& view, Mai
 
 // --- The plain port, tick by tick ---
 
-class Polling::Tick {
- public:
-  explicit Tick(Polling& polling)
-      : polling_(polling), boxesBelow_(std::exchange(polling.boxesBelowTick_, polling.platform_.dialogs.Standing())) {
-    ++polling_.ticks_;
-  }
-  ~Tick() {
-    --polling_.ticks_;
-    polling_.boxesBelowTick_ = boxesBelow_;
-  }
-  Tick(const Tick&) = delete;
-  Tick& operator=(const Tick&) = delete;
-
- private:
-  Polling& polling_;
-  int boxesBelow_;
-};
-
-bool Polling::TickIsUnderWay() const {
-  if (ticks_ == 0) return false;
-  const bool liesBelowABox = platform_.dialogs.Standing() > boxesBelowTick_;
-  return !liesBelowABox || platform_.dialogs.TopIsAnswered();
-}
-
 /// The port for the topmost tick, away from one that lies below a box.
 TickPort Polling::TakePort() {
-  return {*link_.MSComm1, portHolder_, ticks_ > 1 ? &platform_.dialogs : nullptr};
+  return {*link_.MSComm1, portHolder_, ticks_.Depth() > 1 ? &platform_.dialogs : nullptr};
 }
 
 bool Polling::NeedsTicks() const {
@@ -90,9 +66,9 @@ bool Polling::OpenPort() {
 }
 
 void Polling::Timer1_Timer() {
-  if (TickIsUnderWay() || !timers_.Timer1->Enabled()) return;
+  if (ticks_.IsUnderWay() || !timers_.Timer1->Enabled()) return;
   if (session_.SerialData == protocol::Intermittent) return KeepListening();
-  const Tick tick(*this);
+  const StackedWork::Piece tick(ticks_);
   bool timedOut = false;
   road_.Sample(road_.ReportOf("Timer1_Timer"), [&](const Statements& run) { return Poll(run, timedOut); });
   if (timedOut) PauseAfterTimeOut();
@@ -156,7 +132,7 @@ void Polling::PauseAfterTimeOut() {
 /// under way stays: the job may begin with it. Frames of the DAS 104 stand between CRs, so the CR ahead of it stays
 /// too.
 void Polling::DropLinesOutsideOfTheJob() {
-  if (ticks_ > 0 || StatusIs(session_, MessageId::StatusAcquiringData)) return;
+  if (ticks_.Depth() > 0 || StatusIs(session_, MessageId::StatusAcquiringData)) return;
   const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
   if (lastEnd == std::string::npos) return;
   link_.MSComm1->Read(session_.SerialData == protocol::Das104 ? lastEnd : lastEnd + 1);
@@ -231,7 +207,7 @@ void Polling::Timer5_Timer() {
 }
 
 bool Polling::PutOffBehindPage(std::function<void()> task) {
-  if (!fetching_) return false;
+  if (!fetches_.IsUnderWay()) return false;
   behindPage_ = std::move(task);
   pages_->Cancel();
   return true;
@@ -247,17 +223,28 @@ void Polling::End() {
 }
 
 void Polling::FetchAndPass(const char* procedure, const std::function<std::optional<std::string>()>& read) {
-  if (fetching_ || platform_.clock.Ticks() < nextFetch_) return;
+  if (fetches_.IsUnderWay() || platform_.clock.Ticks() < nextFetch_) return;
+  if (fetches_.Depth() > 0) pages_->GiveUp();  // a box stands on its wait
+  ++passes_;
   PassPage(procedure, read);
+  --passes_;
   if (const auto task = std::exchange(behindPage_, nullptr)) task();
 }
 
+/// Pages go on behind the box of a fault, since nobody may be there to answer it.
 void Polling::PassPage(const char* procedure, const std::function<std::optional<std::string>()>& read) {
-  const Under fetching(fetching_);
+  const auto cameBefore = pagesCame_;
   std::optional<std::string> line;
-  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) { line = run(read); });
-  if (!done) nextFetch_ = platform_.clock.Ticks() + kRestAfterCancelMs;
+  const bool done = RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) {
+    line = run([&] {
+      const StackedWork::Piece fetch(fetches_);
+      return read();
+    });
+  });
+  const bool faultStands = !done && pagesCame_ == cameBefore;
+  if (faultStands) nextFetch_ = platform_.clock.Ticks() + kRestAfterCancelMs;
   if (!line) return;
+  ++pagesCame_;
   Text1_ = *line;
   if (StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
 }

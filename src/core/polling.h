@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/sample_road.h"
+#include "core/stacked_work.h"
 #include "core/tick_port.h"
 #include "instruments/intermittent.h"
 #include "instruments/line_length.h"
@@ -50,12 +51,9 @@ class Polling {
   void End();
 
   /// A tick, a page or a burst is on the stack.
-  bool IsRunning() const { return ticks_ > 0 || analysing_ || fetching_; }
+  bool IsRunning() const { return ticks_.Depth() > 0 || analysing_ || passes_ > 0; }
 
  private:
-  class Tick;
-
-  bool TickIsUnderWay() const;
   TickPort TakePort();
   Values Poll(const Statements& run, bool& timedOut);
   Values Learn(const Statements& run, bool& timedOut);
@@ -81,10 +79,11 @@ class Polling {
   std::int64_t nextFetch_ = 0;
   std::function<void()> behindPage_;
   const TickPort* portHolder_ = nullptr;
-  int ticks_ = 0;           ///< on the stack; all but the topmost lie below a box
-  int boxesBelowTick_ = 0;  ///< boxes that stood when the topmost tick began
+  StackedWork ticks_{platform_.dialogs};
+  StackedWork fetches_{platform_.dialogs};
+  int passes_ = 0;  ///< pages on the stack, from the fetch to the end of the sample
+  std::int64_t pagesCame_ = 0;
   bool analysing_ = false;
-  bool fetching_ = false;
   bool ended_ = false;
 };
 

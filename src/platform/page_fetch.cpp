@@ -68,34 +68,52 @@ class NetworkPageFetch : public PageFetch {
 
   std::optional<std::string> Fetch(const std::string& address) override;
   void Cancel() override { cancelled_ = true; }
+  void GiveUp() override;
 
  private:
+  class Busy;
   QNetworkAccessManager& Manager();
   Reply Get(const QUrl& url);
-  bool ReadWhole(QNetworkReply& reply, QByteArray& page);
+  bool ReadWhole(QNetworkReply& reply, QByteArray& page, int fetch);
   QUrl RedirectOf(const QNetworkReply& reply, int redirects) const;
   [[noreturn]] void Raise(PageFault fault, int status = 0) const { throw PageError(fault, address_, status); }
 
   Clock& clock_;
   std::unique_ptr<QNetworkAccessManager> manager_;
   bool busy_ = false;
+  int fetch_ = 0;  ///< counts those that began and those that were given up
+  QNetworkReply* waitsFor_ = nullptr;
   bool cancelled_ = false;
   std::string address_;
   std::int64_t begun_ = 0;
 };
 
-class Busy {
+class NetworkPageFetch::Busy {
  public:
-  explicit Busy(bool& busy) : busy_(busy) { busy_ = true; }
-  ~Busy() { busy_ = false; }
+  explicit Busy(NetworkPageFetch& pages) : pages_(pages), fetch_(++pages.fetch_) { pages_.busy_ = true; }
+  ~Busy() {
+    if (fetch_ != pages_.fetch_) return;  // given up: the flag is another's by now
+    pages_.busy_ = false;
+    pages_.waitsFor_ = nullptr;
+  }
+  int Fetch() const { return fetch_; }
 
  private:
-  bool& busy_;
+  NetworkPageFetch& pages_;
+  int fetch_;
 };
+
+void NetworkPageFetch::GiveUp() {
+  if (!busy_) return;
+  ++fetch_;
+  busy_ = false;
+  if (waitsFor_ != nullptr) waitsFor_->abort();
+  waitsFor_ = nullptr;
+}
 
 std::optional<std::string> NetworkPageFetch::Fetch(const std::string& address) {
   if (busy_) return {};
-  const Busy busy(busy_);
+  const Busy busy(*this);
   cancelled_ = false;
   address_ = address;
   begun_ = clock_.Ticks();
@@ -103,7 +121,8 @@ std::optional<std::string> NetworkPageFetch::Fetch(const std::string& address) {
   for (int redirects = 0;; ++redirects) {
     const Reply reply = Get(url);
     QByteArray page;
-    if (!ReadWhole(*reply, page)) return {};
+    waitsFor_ = reply.get();
+    if (!ReadWhole(*reply, page, busy.Fetch())) return {};
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const bool redirected = status >= 300 && status < 400 && reply->hasRawHeader("Location");
     if (redirected) {
@@ -139,9 +158,10 @@ Reply NetworkPageFetch::Get(const QUrl& url) {
   return reply;
 }
 
-/// False when the wait was cancelled.
-bool NetworkPageFetch::ReadWhole(QNetworkReply& reply, QByteArray& page) {
+/// False when the wait was cancelled, or given up.
+bool NetworkPageFetch::ReadWhole(QNetworkReply& reply, QByteArray& page, int fetch) {
   for (;;) {
+    if (fetch != fetch_) return false;
     const bool finished = reply.isFinished();
     page += reply.readAll();
     if (static_cast<std::size_t>(page.size()) > kMostBytes) Raise(PageFault::TooLarge);

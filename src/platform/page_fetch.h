@@ -50,6 +50,9 @@ class PageFetch {
 
   /// Ends the wait that is under way.
   virtual void Cancel() = 0;
+
+  /// Gives up a fetch that can't go on, because a box stands on it: it will end without a page, and another may begin.
+  virtual void GiveUp() {}
 };
 
 /// Over the machine's own network, without a proxy.

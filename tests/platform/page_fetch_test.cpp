@@ -240,6 +240,27 @@ TEST_F(PageFetchTest, FetchesOnePageAtATime) {
   EXPECT_EQ(server.requests.size(), 1U);
 }
 
+TEST_F(PageFetchTest, AFetchThatIsGivenUpMakesRoomForALaterOneAndEndsWithoutAPage) {
+  std::optional<std::string> later;
+  server.answer = [&](const std::string&, QTcpSocket& socket) {
+    if (server.requests.size() == 1) {
+      EXPECT_FALSE(Fetch(server.Address()).page) << "one at a time";
+      fetch->GiveUp();
+      later = Fetch(server.Address()).page;
+      return;
+    }
+    const std::string page = PageServer::Page("second");
+    socket.write(page.data(), static_cast<qint64>(page.size()));
+  };
+  const Outcome first = Fetch(server.Address());
+  EXPECT_EQ(later, "second");
+  EXPECT_FALSE(first.page);
+  EXPECT_FALSE(first.fault) << "to be given up is no fault";
+  EXPECT_EQ(Fetch(server.Address()).page, "second");
+  fetch->GiveUp();
+  EXPECT_EQ(Fetch(server.Address()).page, "second") << "where nothing waits there is nothing to give up";
+}
+
 TEST_F(PageFetchTest, EndsItsWaitWhenCancelled) {
   server.answer = [&](const std::string&, QTcpSocket&) { fetch->Cancel(); };
   const Outcome cancelled = Fetch(server.Address());

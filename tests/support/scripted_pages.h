@@ -18,8 +18,10 @@ class ScriptedPages : public PageFetch {
     asked.push_back(address);
     cancelledNow_ = false;
     if (meanwhile) {
+      const int mine = ++fetch_;
       busy_ = true;
       std::exchange(meanwhile, nullptr)();
+      if (mine != fetch_) return std::nullopt;
       busy_ = false;
       if (cancelledNow_) return std::nullopt;
     }
@@ -31,6 +33,11 @@ class ScriptedPages : public PageFetch {
     cancelledNow_ = true;
   }
 
+  void GiveUp() override {
+    ++fetch_;
+    busy_ = false;
+  }
+
   std::optional<std::string> page;
   std::optional<PageFault> fault;
   std::vector<std::string> asked;
@@ -38,6 +45,7 @@ class ScriptedPages : public PageFetch {
   int cancelled = 0;
 
  private:
+  int fetch_ = 0;
   bool busy_ = false;
   bool cancelledNow_ = false;
 };
