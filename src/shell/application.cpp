@@ -115,7 +115,9 @@ void Application::SetUpLinkAgain() {
   link_.ClosePlainPort();
   timers_.Timer4->SetEnabled(false);
   timers_.Timer5->SetEnabled(false);
-  SaveSettings(session_, platform_.settings);
+  // The chosen protocol gets its link all the same: Cancel leaves the save only.
+  RunProcedure({platform_.dialogs, "mnuEditSerialPort_Click"},
+               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
   link_.SetODataCom();
   polling_.EnablePageTimer();
 }

@@ -42,6 +42,7 @@ class ShellRig {
   ScriptedJobQuestions questions;
   ScriptedSettingsQuestions settingsQuestions;
   ScriptedProtocolDialogs protocolDialogs;
+  ProtocolDialogs* serialPortDialogs = &protocolDialogs;  ///< set ahead of Start for the real windows
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs
