@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "core/rig.h"
 #include "instruments/protocols.h"
@@ -52,5 +53,13 @@ class Polled : public testing::Test {
   Rig rig;
   test::FakeGraphWindow& graph2 = rig.graphs.windows[2];
 };
+
+/// The page of an operator panel with these values.
+inline std::string PanelPage(const std::vector<std::string>& values) {
+  std::string page = "<html><table><tr><td>name</td><td>value</td></tr>";
+  for (const std::string& value : values)
+    page += "<tr><td><b>name</b></td><td align=right><font>" + value + "&nbsp;psi</font></td></tr>";
+  return page + "</table></html>";
+}
 
 }  // namespace velk::test

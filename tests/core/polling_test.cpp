@@ -160,80 +160,6 @@ TEST_F(Polled, AnUnpluggedPortIsNoErrorOfTheReaderThatWaitsOnIt) {
   }
 }
 
-TEST_F(Polled, SamplesGoOnBehindABoxThatStandsOverAWaitingTick) {
-  UseAnsweringInstrument();
-  ConnectAndStart();
-  rig.clock.Advance(1500);
-  const std::size_t before = graph2.plots.size();
-  std::size_t behindTheBox = 0;
-  rig.dialogs.Expect("the operator reads", Answer::Ok, [&] {
-    rig.clock.Advance(8000);
-    behindTheBox = graph2.plots.size();
-  });
-  const auto respond = rig.clock.onYield;
-  bool shown = false;
-  rig.clock.onYield = [&] {
-    if (rig.polling.IsRunning() && rig.session.SampleBusy && !std::exchange(shown, true))
-      rig.dialogs.Message({"the operator reads", ""});
-    respond();
-  };
-  rig.clock.Advance(1500);
-  EXPECT_GE(behindTheBox, before + 3);
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data") << "the tick below the box has not run out of time";
-  const std::size_t after = graph2.plots.size();
-  rig.clock.Advance(3000);
-  EXPECT_GE(graph2.plots.size(), after + 2);
-  rig.acquisition.mnuAcquireStop_Click();
-  EXPECT_FALSE(rig.polling.IsRunning());
-}
-
-TEST_F(Polled, AReaderThatLostItsPortToALaterTickGivesNothing) {
-  Use(protocol::DataTakerA, ",", "\n");
-  ConnectAndStart();
-  rig.dialogs.Expect("the operator reads", Answer::Ok, [&] {
-    rig.plainPort.Receive("00\r\n" + Now() + ",40,50,60\r\n");
-    rig.clock.Advance(1600);
-  });
-  bool shown = false;
-  rig.clock.onYield = [&] {
-    // What the first reader holds has no end yet.
-    if (rig.session.SampleBusy && rig.plainPort.waiting.empty() && !std::exchange(shown, true))
-      rig.dialogs.Message({"the operator reads", ""});
-  };
-  rig.plainPort.Receive(Now() + ",1,2,3");
-  rig.clock.Advance(60);
-  rig.acquisition.mnuAcquireStop_Click();
-  ASSERT_TRUE(shown);
-  EXPECT_FALSE(graph2.plots.empty());
-  for (const auto& plot : graph2.plots) EXPECT_EQ(plot.value, 60.0f) << "\"3\" and \"00\" make no 300";
-}
-
-TEST_F(Polled, ATickAboveABoxLeavesOnceTheBoxIsAnswered) {
-  Use(protocol::Das104, ",", "\r");  // a silent one is waited for without an end
-  ConnectAndStart();
-  int rounds = 0;
-  rig.dialogs.Expect("are you sure", Answer::Ok, [&] {
-    rounds = 0;
-    rig.clock.Advance(3000);
-    EXPECT_LT(rounds, 400) << "a tick that finds the box answered does not begin to wait";
-  });
-  bool shown = false;
-  rig.clock.onYield = [&] {
-    ++rounds;
-    if (!std::exchange(shown, true)) {
-      rig.dialogs.Message({"are you sure", ""});
-      rig.dialogs.topIsAnswered = false;
-      return rig.acquisition.mnuAcquireStop_Click();
-    }
-    if (rounds == 200) rig.dialogs.topIsAnswered = true;
-    if (rounds == 5000) rig.acquisition.mnuAcquireStop_Click();  // it would wait for ever
-  };
-  rig.clock.Advance(60);
-  ASSERT_TRUE(shown);
-  EXPECT_LT(rounds, 5000);
-  EXPECT_FALSE(rig.polling.IsRunning());
-}
-
 TEST_F(Polled, LinesFromAheadOfTheJobAndFromAPauseAreNotOfTheJob) {
   Use(protocol::Das104, ",", "\r");
   rig.acquisition.mnuAcquireConnect_Click();
@@ -333,46 +259,6 @@ TEST_F(Polled, TellsWhichEndOfAFormattedLineDidNotCome) {
     rig.acquisition.mnuAcquireStop_Click();
   }
 }
-
-// --- One owner of the device ---
-
-class EachProtocol : public Polled, public testing::WithParamInterface<std::tuple<int, bool>> {
- protected:
-  EachProtocol() {
-    const auto heldBy = [](const test::FakeDevice& other) {
-      return [&other] {
-        if (other.open) throw PortError(ErrorNumber::FileAlreadyOpen, "/dev/ttyS0");
-      };
-    };
-    rig.plainPort.failOpen = heldBy(rig.linePort);
-    rig.linePort.failOpen = heldBy(rig.plainPort);
-  }
-};
-
-TEST_P(EachProtocol, LetsOneOfBothPortsHoldTheDeviceFromConnectToStop) {
-  const auto& [place, behindAnOwnUnit] = GetParam();
-  Use(Protocols()[static_cast<std::size_t>(place)].serialData);
-  rig.session.IsOwnUnit = behindAnOwnUnit;
-  SetProtocolConstants(rig.session);
-  rig.link.SetODataCom();
-  rig.pages->page = "";
-  if (rig.session.SerialData == protocol::DllFunctionCall) rig.dialogs.Expect("no driver", Answer::Ok);
-  rig.Connect();
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
-  rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
-  EXPECT_FALSE(rig.plainPort.open && rig.linePort.open);
-  rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
-  rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
-  rig.acquisition.mnuAcquireStop_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
-  EXPECT_FALSE(rig.plainPort.open);
-  rig.link.SetODataCom();  // as behind the dialogs of the serial port
-}
-
-INSTANTIATE_TEST_SUITE_P(Places, EachProtocol, testing::Combine(testing::Range(0, 16), testing::Bool()));
 
 TEST_F(Polled, AProtocolWithoutADriverIsToldAtConnect) {
   Use(protocol::DllFunctionCall);

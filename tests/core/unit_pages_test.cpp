@@ -9,14 +9,8 @@
 namespace velk {
 namespace {
 
+using test::PanelPage;
 using test::Polled;
-
-std::string PanelPage(const std::vector<std::string>& values) {
-  std::string page = "<html><table><tr><td>name</td><td>value</td></tr>";
-  for (const std::string& value : values)
-    page += "<tr><td><b>name</b></td><td align=right><font>" + value + "&nbsp;psi</font></td></tr>";
-  return page + "</table></html>";
-}
 
 TEST_F(Polled, PassesThePageOfAPanelToTheRoadAtEachTimer5) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");

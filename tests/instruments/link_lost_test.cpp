@@ -1,0 +1,205 @@
+// A link that falls silent, and one whose device goes away.
+
+#include "instruments/link_fixture.h"
+
+namespace velk {
+namespace {
+
+using test::FakeDevice;
+using test::FakeSerialPort;
+using test::kDevice;
+using test::kLine;
+using test::LinkTest;
+
+// --- The watchdog ---
+
+TEST_F(LinkTest, WhileDataComeTheLinkIsNotCycled) {
+  link.SetODataCom();
+  ReceiveFor(60);
+  EXPECT_EQ(driver.openings.size(), 1U);
+}
+
+TEST_F(LinkTest, SilenceOfFiveIntervalsIsNotYetTooLongAndAMomentMoreIs) {
+  link.SetODataCom();
+  clock.Advance(5000);
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 1U);
+  clock.Advance(10);
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 2U);
+}
+
+TEST_F(LinkTest, ASilentUnitIsCycledAtEveryTickWithoutABox) {
+  link.SetODataCom();
+  clock.Advance(6000);  // ticks at 3 and 6 seconds
+  EXPECT_EQ(driver.openings.size(), 2U);
+  clock.Advance(6000);
+  EXPECT_EQ(driver.openings.size(), 4U);
+  EXPECT_EQ(driver.openings.back().device, kDevice);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, CyclingShowsTheOffImagesInBetween) {
+  link.SetODataCom();
+  int connectWhileClosed = 0;
+  driver.failOpen = [&] { connectWhileClosed = view.images["connect"]; };
+  link.CycleODataCom();
+  EXPECT_EQ(connectWhileClosed, 16);
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, LinesThatWaitAreNoSilence) {
+  link.SetODataCom();
+  const GateState shut(gate, GateState::Shut);
+  driver.Receive(kLine);
+  clock.Advance(30'000);
+  EXPECT_EQ(driver.openings.size(), 1U);
+  EXPECT_TRUE(link.ODataCom1.LineWaits());
+}
+
+TEST_F(LinkTest, AReopenThatFailsIsToldOnceAndTriedOn) {
+  link.SetODataCom();
+  driver.Vanish();
+  dialogs.Expect("/dev/ttyVelk: there is no such serial device.", Answer::Ok);
+  clock.Advance(60'000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_TRUE(timers.Timer2->Enabled());
+  ExpectImages(false);
+  // A try a second, and one more of the watchdog's every third.
+  EXPECT_LT(driver.openings.size(), 90U);
+  driver.ComeBack();
+  clock.Advance(1000);
+  EXPECT_TRUE(driver.open);
+  ExpectImages(true);
+}
+
+// --- Hang-up ---
+
+TEST_F(LinkTest, AHangUpWhileAcquiringIsToldOnceAndDataGoOnWithinThreeSecondsOfTheReturn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  ReceiveFor(5);
+  dialogs.Expect("/dev/ttyVelk: the serial device is gone. Data go on by themselves when it is back.", Answer::Ok);
+  driver.Vanish();
+  driver.HangUp();
+  ExpectImages(false);
+  clock.Advance(120'000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+  EXPECT_EQ(dialogs.shown[0].buttons, Buttons::Ok);
+  driver.ComeBack();
+  clock.Advance(3000);
+  ASSERT_TRUE(driver.open);
+  const std::size_t before = lines.size();
+  ReceiveFor(2);
+  EXPECT_EQ(lines.size(), before + 2);
+  EXPECT_EQ(session.CurrentStatus, session.Translator.Translate(MessageId::StatusAcquiringData));
+}
+
+TEST_F(LinkTest, TheNextHangUpAfterDataIsToldAgain) {
+  link.SetODataCom();
+  for (int i = 0; i < 2; ++i) {
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+    driver.HangUp();
+    clock.Advance(2000);
+    ASSERT_TRUE(driver.open);
+    ReceiveFor(2);
+  }
+  EXPECT_EQ(dialogs.shown.size(), 2U);
+}
+
+TEST_F(LinkTest, ADeviceThatOnlyHangsUpAgainAndAgainIsToldOnce) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  for (int i = 0; i < 20; ++i) {
+    driver.HangUp();
+    clock.Advance(1500);
+  }
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, LinesThatHadWaitedWhenTheDeviceWentAwayAreDeliveredAndDoNotTellOfItsReturn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  {
+    const GateState shut(gate, GateState::Shut);
+    driver.Receive("a\r\nb\r\nc\r\n");
+    driver.Vanish();
+    driver.HangUp();
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+  }
+  clock.Advance(20'000);
+  EXPECT_EQ(lines.size(), 3U);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, TheDeviceIsTriedAboutOnceASecondWhileItIsGone) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  driver.Vanish();
+  driver.HangUp();
+  const std::size_t before = driver.openings.size();
+  clock.Advance(30'000);
+  EXPECT_GE(driver.openings.size() - before, 29U);
+  EXPECT_LE(driver.openings.size() - before, 41U);
+}
+
+TEST_F(LinkTest, AnotherAdapterDoesNotTakeThePlaceOfTheLostOne) {
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok);
+  settings.Save("VELK2", "Protocol", "PortDevice1", "/dev/other");
+  driver.HangUp();
+  clock.Advance(3000);
+  EXPECT_EQ(driver.openings.back().device, kDevice);
+}
+
+TEST_F(LinkTest, TheHangUpBoxWaitsUntilNoSampleIsRunning) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  std::size_t boxesDuringTheSample = 9;
+  link.onLine = [&](const std::string&) {
+    driver.HangUp();
+    for (int i = 0; i < 5; ++i) clock.Yield();
+    boxesDuringTheSample = dialogs.shown.size();
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+  };
+  driver.Receive(kLine);
+  clock.Advance(100);
+  EXPECT_EQ(boxesDuringTheSample, 0U);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, WhileTheHangUpBoxStandsTheDeviceIsReopenedAndLinesGoOn) {
+  Become(MessageId::StatusAcquiringData);
+  link.SetODataCom();
+  std::size_t linesWhileTheBoxStood = 0;
+  dialogs.Expect("the serial device is gone", Answer::Ok, [&] {
+    clock.Advance(2000);
+    ReceiveFor(3);
+    linesWhileTheBoxStood = lines.size();
+  });
+  driver.HangUp();
+  clock.Advance(1);
+  EXPECT_EQ(linesWhileTheBoxStood, 3U);
+}
+
+TEST_F(LinkTest, AfterItsEndNothingOfTheLinkIsCalled) {
+  FakeDevice one, two;
+  std::vector<FakeDevice*> devices{&one, &two};
+  {
+    Link other(session, platform, view, timers, [&devices] {
+      FakeDevice& device = *devices.front();
+      devices.erase(devices.begin());
+      return std::make_unique<FakeSerialPort>(device);
+    });
+    other.SetODataCom();
+    two.Receive(kLine);
+    two.HangUp();
+  }
+  clock.Advance(10'000);
+  const GateState shut(gate, GateState::Shut);
+  const GateState open(gate, GateState::Open);
+  EXPECT_FALSE(gate.onOpened);
+}
+
+}  // namespace
+}  // namespace velk
