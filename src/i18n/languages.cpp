@@ -16,6 +16,7 @@ bool clsLanguages::Load(const std::string& databasePath, const std::string& lang
     auto captions = std::make_shared<Captions>();
     while (rows.Next()) captions->emplace(rows.Text(0) + "_" + rows.Text(1), ReadLanguageMessage(rows, 2));
     captions_ = std::move(captions);
+    language_ = language;
     return true;
   } catch (const std::exception&) {  // whatever is wrong with the file, the program goes on in English
     return false;

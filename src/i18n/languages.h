@@ -20,6 +20,10 @@ class clsLanguages {
 
   bool IsEmpty() const { return !captions_ || captions_->empty(); }
 
+  /// The language that the windows are shown in: what was loaded, "English" where there is nothing. It stays, whatever
+  /// is chosen for the next start.
+  std::string Language() const { return IsEmpty() ? "English" : language_; }
+
   /// The record of a key, FormName + "_" + ControllName; null where there is none.
   const cLanguagMesg* Find(const std::string& key) const;
 
@@ -30,6 +34,7 @@ class clsLanguages {
   using Captions = std::unordered_map<std::string, cLanguagMesg>;
 
   std::shared_ptr<const Captions> captions_;
+  std::string language_;
 };
 
 }  // namespace velk
