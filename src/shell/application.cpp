@@ -130,7 +130,7 @@ void Application::BindToolsMenu() {
     mnuToolsRemove_Click(
         session_, platform_.dialogs, graphs_,
         [this](const std::string& title, const std::string& prompt, const std::vector<std::string>& entries) {
-          return settingsQuestions_.Choose({title, prompt, entries});
+          return settingsQuestions_.Choose({title, prompt, entries, false, topic::Formulas});
         });
   });
 }

@@ -1,7 +1,9 @@
 #include "shell/frm_about.h"
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
+#include "platform/windows/letter_size.h"
 #include "shell/icons.h"
 #include "shell/ui_frm_about.h"
 
@@ -13,11 +15,14 @@ namespace {
 constexpr MessageId kLibraries[] = {MessageId::LicenceQt, MessageId::LicenceSqlite, MessageId::LicenceCppRuntime,
                                     MessageId::LicenceC};
 
+constexpr int kLetters = 80, kLines = 24;
+
 }  // namespace
 
 frmAbout::frmAbout(const Session& session, const std::string& settingsFolder, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Files);
   TranslateForm(*this, session.Languages);
   const auto& translator = session.Translator;
   ui_->lblIcon->setPixmap(Icon("velk").pixmap(QSize(48, 48), devicePixelRatioF()));
@@ -28,6 +33,7 @@ frmAbout::frmAbout(const Session& session, const std::string& settingsFolder, QW
   ui_->txtSettings->setText(ToQt(settingsFolder));
   ui_->txtLogs->setText(ToQt(session.DefaultDirectory));
   for (QLineEdit* path : {ui_->txtSettings, ui_->txtLogs}) path->setCursorPosition(0);
+  resize(LetterSize(*this, kLetters, kLines));
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 

@@ -5,25 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace velk {
+#include "model/help_topics.h"
 
-/// Numbers that windows name a help topic by: their property "helpTopic", which F1 looks for. Two of them are named by
-/// windows of lower layers: a graph window (1500), and what needs a file name first (572).
-namespace topic {
-inline constexpr int FirstStart = 100;
-inline constexpr int Connecting = 110;
-inline constexpr int Instruments = 115;
-inline constexpr int Recording = 572;
-inline constexpr int StripChart = 1500;
-inline constexpr int Formulas = 300;
-inline constexpr int Alarms = 310;
-inline constexpr int Templates = 400;
-inline constexpr int Languages = 410;
-inline constexpr int Failures = 500;
-inline constexpr int Files = 510;
-inline constexpr int Keyboard = 120;
-inline constexpr int Licences = 520;
-}  // namespace topic
+namespace velk {
 
 struct HelpPage {
   int number = 0;

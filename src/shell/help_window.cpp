@@ -3,32 +3,30 @@
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <algorithm>
+#include <initializer_list>
 
 #include "i18n/windows/translate_form.h"
 #include "platform/text_qt.h"
+#include "platform/windows/letter_size.h"
 #include "shell/ui_help_window.h"
 
 namespace velk {
 
 namespace {
 
-/// Where the translation files are missing all of the program is in English, so its help is too.
-std::string LanguageShown(const Session& session) {
-  return session.Languages.IsEmpty() ? "English" : session.Current_language;
-}
-
-constexpr int kMargin = 12;               ///< around a page, in pixels
+constexpr int kMargin = 12;  ///< around a page, in pixels
+constexpr int kLetters = 115, kLines = 38;
 constexpr int kPlaceRole = Qt::UserRole;  ///< of a contents entry: its place among the pages
 
 }  // namespace
 
 HelpWindow::HelpWindow(const Session& session)
-    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(LanguageShown(session))) {
+    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(session.Languages.Language())) {
   ui_->setupUi(this);
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->splitter->setStretchFactor(1, 1);
-  ui_->splitter->setSizes({220, 560});
   ui_->Browser->document()->setDocumentMargin(kMargin);
   ui_->cmdBack->setEnabled(false);
   ui_->lblVersion->setText(ToQt(session.Translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
@@ -49,6 +47,10 @@ HelpWindow::HelpWindow(const Session& session)
   });
   FillContents();
   TranslateForm(*this, session.Languages);
+  for (QWidget* const part : std::initializer_list<QWidget*>{ui_->lstContents, ui_->Browser})
+    part->setAccessibleName(windowTitle());
+  resize(LetterSize(*this, kLetters, kLines));
+  ui_->splitter->setSizes({ContentsWidth(), width() - ContentsWidth()});
 }
 
 HelpWindow::~HelpWindow() = default;
@@ -61,6 +63,12 @@ void HelpWindow::Open(int number) {
   raise();
   activateWindow();
   ui_->lstContents->setFocus();
+}
+
+/// Of the longest title in one line; of a third of the window where the letters are too large for that.
+int HelpWindow::ContentsWidth() const {
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->lstContents->frameWidth();
+  return std::min(ui_->lstContents->sizeHintForColumn(0) + bar, width() / 3);
 }
 
 void HelpWindow::FillContents() {

@@ -29,6 +29,7 @@ class HelpWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  int ContentsWidth() const;
   void FillContents();
   void ShowChosen();
   void MarkShown();

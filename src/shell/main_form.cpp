@@ -11,6 +11,7 @@
 #include "platform/text_qt.h"
 #include "shell/icons.h"
 #include "shell/not_built.h"
+#include "shell/path_label.h"
 #include "shell/ui_main_form.h"
 
 /// A static library's resources have to be asked for, from outside any namespace.
@@ -23,6 +24,7 @@ namespace velk {
 namespace {
 
 constexpr int kRefreshMs = 33;
+constexpr int kFilePanel = 2;
 constexpr int kTimePanel = 4;
 
 /// The toolbar from left to right; Alarms has to be the 17th. An empty key is a separator.
@@ -113,11 +115,10 @@ void MainForm::BuildToolbar() {
 void MainForm::BuildStatusBar() {
   constexpr int kStretch[] = {0, 3, 6, 2, 2, 3};
   for (int panel = 1; panel <= 5; ++panel) {
-    panels_[panel] = new QLabel(this);
+    panels_[panel] = panel == kFilePanel ? new PathLabel(this) : new QLabel(this);
     panels_[panel]->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
     panels_[panel]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     panels_[panel]->setTextFormat(Qt::PlainText);
-    panels_[panel]->setMinimumWidth(1);
     ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
   }
   panels_[5]->setVisible(false);
@@ -162,6 +163,7 @@ void MainForm::SetPanel(int panel, std::string_view text) {
     return;
   }
   panels_[panel]->setText(ToQt(text));
+  if (panel == kFilePanel) panels_[panel]->setToolTip(ToQt(text));
   if (panel == 5) panels_[5]->setVisible(!text.empty());
 }
 

@@ -45,12 +45,28 @@ void ToolbarMenus::MakeReachableByKeyboard() {
   // Graph windows keep the tabulator to themselves.
   auto* shortcut = new QShortcut(Qt::Key_F6, &form_);
   QObject::connect(shortcut, &QShortcut::activated, &form_, [this] { SwitchFocus(); });
+  // A chord: a key that was hit by accident must not end a recording.
+  GiveKey("RecordToDB", Qt::CTRL | Qt::Key_R);
+  GiveKey("Alarms", Qt::Key_F8);
+}
+
+/// The key works in all of the window, also while the toolbar is hidden.
+void ToolbarMenus::GiveKey(const char* key, const QKeySequence& shortcut) {
+  form_.Button(key)->setShortcut(shortcut);
+  form_.addAction(form_.Button(key));
 }
 
 void ToolbarMenus::SwitchFocus() {
   // As after a tabulator: the frame around the button that has the keyboard is drawn.
   form_.setAttribute(Qt::WA_KeyboardFocusChange);
-  if (form_.Toolbar().isAncestorOf(form_.focusWidget())) return form_.GraphArea().setFocus(Qt::OtherFocusReason);
+  const QWidget* keyboard = form_.focusWidget();
+  auto* logo = form_.findChild<QWidget*>(QStringLiteral("CompanyLogo"));
+  if (form_.Toolbar().isAncestorOf(keyboard) || keyboard == logo)
+    return form_.GraphArea().setFocus(Qt::OtherFocusReason);
+  if (!form_.Toolbar().isVisible()) {
+    if (logo->isVisible()) logo->setFocus(Qt::TabFocusReason);
+    return;
+  }
   for (QAction* action : form_.Toolbar().actions()) {
     QWidget* button = form_.Toolbar().widgetForAction(action);
     if (!action->isVisible() || !action->isEnabled() || button->focusPolicy() == Qt::NoFocus) continue;

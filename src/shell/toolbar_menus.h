@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QKeySequence>
+
 #include "model/session.h"
 
 class QMenu;
@@ -9,7 +11,7 @@ namespace velk {
 class MainForm;
 
 /// What opens menus: the toolbar keys Edit and Tools pop theirs up, and the menu Tools looks at its items first. F6
-/// takes the keyboard to the toolbar and back.
+/// takes the keyboard to the bars and back; buttons that no menu has get a key.
 class ToolbarMenus {
  public:
   ToolbarMenus(MainForm& form, const Session& session);
@@ -20,6 +22,7 @@ class ToolbarMenus {
  private:
   void PopUp(const char* key, const char* menu);
   void MakeReachableByKeyboard();
+  void GiveKey(const char* key, const QKeySequence& shortcut);
   void SwitchFocus();
 
   MainForm& form_;

@@ -17,7 +17,7 @@ std::string ChooseTemplate(const EditSettings& edit, MessageId title, MessageId 
   const Session& session = edit.session;
   const std::vector<std::string> names(session.TemplateNames.begin() + 1, session.TemplateNames.end());
   return edit.questions.Choose(
-      {session.Translator.Translate(title), session.Translator.Translate(prompt), names, mayEnter});
+      {session.Translator.Translate(title), session.Translator.Translate(prompt), names, mayEnter, topic::Templates});
 }
 
 /// What could not be read when the settings were loaded again.
@@ -104,8 +104,11 @@ void mnuEditUserOptions_Click(const EditSettings& edit) {
 void mnuEditLanguage_Click(const EditSettings& edit) {
   RunProcedure({edit.platform.dialogs, "mnuEditLanguage_Click"}, [&](const Statements& run) {
     // Not translated: the words are the names of the columns of the translation databases.
-    const std::string language = edit.questions.Choose(
-        {edit.session.Translator.Translate(MessageId::SelectLanguage), "", {"English", "Russian"}});
+    const std::string language =
+        edit.questions.Choose({.title = edit.session.Translator.Translate(MessageId::SelectLanguage),
+                               .prompt = "",
+                               .entries = {"English", "Russian"},
+                               .helpTopic = topic::Languages});
     if (language.empty()) return;
     run([&] {
       edit.platform.settings.Save(kLiveSettings, "General", "Current_language", language);

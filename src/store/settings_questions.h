@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "model/help_topics.h"
+
 namespace velk {
 
 /// A choice from a list. Behind it is ListInputBox.
@@ -14,6 +16,7 @@ struct ListQuestion {
   std::string prompt;
   std::vector<std::string> entries;
   bool mayEnter = false;  ///< another text than those of the list may be entered
+  int helpTopic = topic::FirstStart;
 };
 
 /// Groups of sections of the live settings, in the order of the boxes of ClearSettings.

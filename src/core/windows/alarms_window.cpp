@@ -4,6 +4,7 @@
 #include <QStyle>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
 #include "ui_alarms_window.h"
 
@@ -18,6 +19,7 @@ constexpr int kBelowLabels = 67;   // 1000 twips: the button
 
 Alarms::Alarms(const Session& session, QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::Alarms>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Alarms);
   for (int i = 1; i <= session.TotalParameters; ++i)
     if (session.AlarmTriggered[i]) AddLabel(ToQt(session.CurrentParameters[i].name));
   FitToLabels();

@@ -4,6 +4,7 @@
 #include <QStyle>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
 #include "ui_computed_parameters.h"
 
@@ -13,6 +14,7 @@ ComputedParameters::ComputedParameters(const clsLanguages& languages, std::vecto
                                        std::function<void(QWidget*)> showParameters, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ComputedParameters>()), channels_(std::move(channels)) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Formulas);
   TranslateForm(*this, languages);
   AddCheckBoxes();
   FitToScreen();

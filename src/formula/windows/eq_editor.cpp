@@ -3,10 +3,13 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
+#include <algorithm>
 
 #include "formula/formula_entry.h"
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
+#include "model/help_topics.h"
 #include "platform/procedure.h"
 #include "platform/text.h"
 #include "platform/text_qt.h"
@@ -19,20 +22,23 @@ namespace {
 /// Where an entry of the list carries the number of its parameter.
 constexpr int kParameterRole = Qt::UserRole;
 
+constexpr int kMostLetters = 40;
+
 }  // namespace
 
 EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::EqEditor>()), session_(session), report_(report), graphs_(graphs) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Formulas);
   FillList();
   ConnectKeypad();
   ConnectList();
   connect(ui_->cmdClear, &QPushButton::clicked, this, &EqEditor::cmdClear_Click);
   connect(ui_->Equals, &QPushButton::clicked, this, &EqEditor::Equals_Click);
-  connect(ui_->Text1, &QLineEdit::returnPressed, this, &EqEditor::Equals_Click);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   ui_->Text1->setFocus();
   TranslateForm(*this, session.Languages);
+  ui_->List1->setAccessibleName(ui_->List1->toolTip());
 }
 
 EqEditor::~EqEditor() = default;
@@ -72,6 +78,10 @@ void EqEditor::FillList() {
     auto* item = new QListWidgetItem(ToQt(name), ui_->List1);
     item->setData(kParameterRole, i);
   }
+  // Names are read in full, up to a length that leaves the keypad on the screen.
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->List1->frameWidth();
+  const int names = std::min(ui_->List1->sizeHintForColumn(0) + bar, kMostLetters * fontMetrics().averageCharWidth());
+  ui_->List1->setMinimumWidth(std::max(ui_->List1->minimumWidth(), names));
 }
 
 FormulaInput EqEditor::Input() const {

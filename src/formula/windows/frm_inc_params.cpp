@@ -4,12 +4,16 @@
 
 #include "formula/formula_entry.h"
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
+#include "platform/windows/letter_size.h"
 #include "ui_frm_inc_params.h"
 
 namespace velk {
 
 namespace {
+
+constexpr int kLetters = 100, kLines = 26;
 
 enum Column : int { kName, kUnits, kGraph, kFormula, kColumns };
 
@@ -18,6 +22,7 @@ enum Column : int { kName, kUnits, kGraph, kFormula, kColumns };
 frmIncParams::frmIncParams(const Session& session, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmIncParams>()), session_(session) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Formulas);
   QStringList titles;
   for (const MessageId id :
        {MessageId::DefaultParameterName, MessageId::DefaultUnits, MessageId::ListedGraph, MessageId::ListedFormula})
@@ -29,6 +34,8 @@ frmIncParams::frmIncParams(const Session& session, QWidget* parent)
   for (const Column column : {kName, kFormula}) header->setSectionResizeMode(column, QHeaderView::Stretch);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, session.Languages);
+  ui_->Grid1->setAccessibleName(windowTitle());
+  resize(LetterSize(*this, kLetters, kLines));
 }
 
 frmIncParams::~frmIncParams() = default;

@@ -11,6 +11,7 @@
 #include "graphs/windows/surface_view.h"
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
+#include "model/help_topics.h"
 #include "platform/procedure.h"
 #include "ui_graph_form_new.h"
 
@@ -31,7 +32,6 @@ constexpr double kAxisWidth = kLeftMargin - 3;
 constexpr int kRefreshInterval = 34;  ///< ms: at most 30 a second
 constexpr int kResizeSettled = 500;   ///< ms
 constexpr int kMostPixels = 16000;
-constexpr int kHelpTopic = 1500;  ///< what F1 opens
 
 int Pixels(double twips) {
   const double pixels = std::floor(twips / kTwipsPerPixel);
@@ -77,8 +77,9 @@ GraphFormNew::GraphFormNew(Session& session, Platform& platform, int graphNumber
       refresh_(platform.clock.MakeTimer()),
       storeHeader_(platform.clock.MakeTimer()) {
   ui_->setupUi(this);
-  setProperty("helpTopic", kHelpTopic);
+  setProperty("helpTopic", topic::StripChart);
   labels_ = std::make_unique<LabelRows>(*ui_->LabelPanel, *ui_->Label1_0, *ui_->Label2_0, *ui_->Label3_0);
+  ui_->LabelPanel->installEventFilter(this);
   headerWidth_ = ui_->Picture1->width() * kTwipsPerPixel;
   plotWidth_ = ui_->Pic2->width() * kTwipsPerPixel;
   refresh_->SetInterval(kRefreshInterval);
@@ -217,6 +218,12 @@ void GraphFormNew::resizeEvent(QResizeEvent* event) {
   }
   if (session_.AcquireStarted) Operation("Form_Resize", [&] { chart_->RedrawFrame(); });
   ScheduleRefresh();
+}
+
+/// The label panel gets narrower when the scroll bar comes beside it.
+bool GraphFormNew::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->LabelPanel && event->type() == QEvent::Resize && loaded_) labels_->FitToPanel();
+  return QWidget::eventFilter(watched, event);
 }
 
 void GraphFormNew::Picture2_Update(double blockStart, double blockEnd) {

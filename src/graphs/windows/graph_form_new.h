@@ -64,6 +64,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   class Standing;

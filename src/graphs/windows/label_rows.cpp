@@ -127,6 +127,10 @@ void LabelRows::PlaceValue(Row& row) {
   row.units->setGeometry(left + width + kGap, name.top(), unitsWidth, name.height());
 }
 
+void LabelRows::FitToPanel() {
+  for (Row& row : rows_) PlaceValue(row);
+}
+
 void LabelRows::SetValue(int row, double value, std::string_view picture) {
   Row& labels = rows_[row];
   labels.text.clear();

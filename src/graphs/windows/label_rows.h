@@ -27,6 +27,8 @@ class LabelRows {
   void Unload(int count);
   /// Writes name, units and colour of a curve and places the row below the one before.
   void Fill(int row, const Parameter& curve);
+  /// The panel has another width: values and units share it anew.
+  void FitToPanel();
   /// The latest value, as text by the picture. Allocates nothing once the text has had its longest form.
   void SetValue(int row, double value, std::string_view picture);
   /// Flashes the value of an alarmed curve: with each call its background changes between white and the colour of

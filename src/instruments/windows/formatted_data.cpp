@@ -3,6 +3,7 @@
 #include <QPushButton>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "ui_formatted_data.h"
 
 namespace velk {
@@ -11,6 +12,7 @@ FormattedData::FormattedData(const Separators& separators, Dialogs& dialogs, con
                              const clsLanguages& languages, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::FormattedData>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Instruments);
   ui_->separators->Show(separators, dialogs, translator);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &FormattedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &FormattedData::reject);

@@ -3,6 +3,7 @@
 #include <QPushButton>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text.h"
 #include "platform/text_qt.h"
 #include "ui_frm_hpt_honeywell_ez_trend.h"
@@ -13,6 +14,7 @@ frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const
                                                QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmHPTHoneywellEZtrend>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Instruments);
   ui_->txtIPAddress->setText(ToQt(address.daqIPAddress));
   // With no page stored, the folder that the design shows is where units of this kind keep theirs.
   if (!address.daqHTML.empty()) ui_->txtHTML->setText(ToQt(address.daqHTML));

@@ -2,6 +2,7 @@
 
 #include "i18n/windows/translate_form.h"
 #include "instruments/windows/choice_box.h"
+#include "model/help_topics.h"
 #include "platform/numbers.h"
 #include "platform/text_qt.h"
 #include "ui_hardware_settings.h"
@@ -26,6 +27,7 @@ HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& di
       choices_(question.choices),
       sampling_(SamplingChoiceOf(question.choices.SamplingRate)) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Connecting);
   FillLists();
   ui_->txtNumberOfParameters->setText(QString::number(choices_.NumberOfParameters));
   ui_->txtSensitivityCriterion->setText(QString::number(choices_.SensitivityCriterion));

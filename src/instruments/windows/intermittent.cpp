@@ -3,6 +3,7 @@
 #include <QPushButton>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "ui_intermittent.h"
 
 namespace velk {
@@ -11,6 +12,7 @@ Intermittent::Intermittent(const Separators& separators, Dialogs& dialogs, const
                            const clsLanguages& languages, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::Intermittent>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Instruments);
   ui_->separators->Show(separators, dialogs, translator);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &Intermittent::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &Intermittent::reject);

@@ -7,6 +7,7 @@
 #include <QStyle>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
 #include "ui_requested_data.h"
 
@@ -41,6 +42,7 @@ RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, con
                              QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::RequestedData>()), stored_(commands) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Instruments);
   last_ = ui_->scrollArea;
   for (std::size_t i = 0; i < stored_.size(); ++i) AddParameter(static_cast<int>(i) + 1, stored_[i]);
   setTabOrder(last_, ui_->cmdOK);
@@ -54,6 +56,7 @@ RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, con
   connect(ui_->cmdOK, &QPushButton::clicked, this, &RequestedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &RequestedData::reject);
   TranslateForm(*this, languages);
+  NameBoxes();
   FitToScreen();
 }
 
@@ -88,6 +91,16 @@ QWidget* RequestedData::InTabOrder(QWidget* widget) {
   setTabOrder(last_, widget);
   last_ = widget;
   return widget;
+}
+
+/// For readers of the screen: the boxes stand in a table, and their labels above and in front of them.
+void RequestedData::NameBoxes() {
+  const auto name = [this](const std::vector<Row>& rows, const QString& heading) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+      rows[i].text->setAccessibleName(ToQt(stored_[i].name) + QStringLiteral(", ") + heading);
+  };
+  name(commands_, ui_->lblCommand->text());
+  name(resets_, ui_->lblReset->text());
 }
 
 /// As large as its rows where the screen has room; they scroll where it hasn't.

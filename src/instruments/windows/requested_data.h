@@ -38,6 +38,7 @@ class RequestedData : public QDialog {
   void AddParameter(int number, const ParameterCommands& commands);
   Row AddCommand(const QString& what, int number, int column, const std::string& stored);
   QWidget* InTabOrder(QWidget* widget);
+  void NameBoxes();
   void FitToScreen();
   static std::string CommandOf(const Row& row, const std::string& stored);
 

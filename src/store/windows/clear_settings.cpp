@@ -1,6 +1,7 @@
 #include "store/windows/clear_settings.h"
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "ui_clear_settings.h"
 
 namespace velk {
@@ -8,6 +9,7 @@ namespace velk {
 ClearSettings::ClearSettings(const clsLanguages& languages, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ClearSettings>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Templates);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, languages);

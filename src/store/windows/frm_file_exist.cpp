@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "ui_frm_file_exist.h"
 
 namespace velk {
@@ -15,6 +16,7 @@ frmFileExist::frmFileExist(const clstranslation& translator, const clsLanguages&
                            bool compatible, bool sameOrder, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmFileExist>()) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Recording);
   const auto around = [&](MessageId before, MessageId after) {
     return QString::fromStdString(translator.Translate(before) + oldName + translator.Translate(after));
   };

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "ui_frm_inc_param_in_sum.h"
 
 namespace velk {
@@ -28,11 +29,13 @@ QString Caption(const std::string& name) {
 frmIncParamInSum::frmIncParamInSum(const clsLanguages& languages, const SummaryInclusion& inclusion, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmIncParamInSum>()), inclusion_(inclusion) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::Recording);
   text1_ = {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3};
   for (std::size_t i = 0; i < text1_.size() && i < inclusion_.extraFields.size(); ++i)
     text1_[i]->setText(QString::fromStdString(inclusion_.extraFields[i]));
   AddCheckBoxes();
   TranslateForm(*this, languages);
+  for (QLineEdit* box : text1_) box->setAccessibleName(ui_->Label1->text());
   FitToScreen();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmIncParamInSum::cmdClose_Click);
 }
@@ -66,7 +69,8 @@ void frmIncParamInSum::AddCheckBoxes() {
 
 /// As large as its boxes where the screen has room; the boxes scroll where it hasn't.
 void frmIncParamInSum::FitToScreen() {
-  const QSize bar(style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->scrollArea->frameWidth(), 0);
+  const int frame = 2 * ui_->scrollArea->frameWidth();
+  const QSize bar(style()->pixelMetric(QStyle::PM_ScrollBarExtent) + frame, frame);
   const QSize boxes = ui_->parameters->sizeHint() + bar;
   const QSize wanted = boxes.expandedTo(ui_->scrollArea->minimumSize()) + sizeHint() - ui_->scrollArea->sizeHint();
   resize(wanted.expandedTo(minimumSizeHint()).boundedTo(Room()));

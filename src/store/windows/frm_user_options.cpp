@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
 #include "platform/text_qt.h"
 #include "ui_frm_user_options.h"
 
@@ -13,6 +14,7 @@ frmUserOptions::frmUserOptions(const clsLanguages& languages, const UserOptionTe
                                QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmUserOptions>()), accept_(std::move(accept)) {
   ui_->setupUi(this);
+  setProperty("helpTopic", topic::StripChart);
   text1_ = {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3, ui_->Text1_4};
   for (std::size_t i = 0; i < text1_.size(); ++i) text1_[i]->setText(ToQt(shown[i]));
   text1_.front()->selectAll();

@@ -1,6 +1,9 @@
 #include "store/windows/list_input_box.h"
 
 #include <QKeyEvent>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
 
 #include "i18n/windows/translate_form.h"
 #include "platform/text_qt.h"
@@ -11,6 +14,7 @@ namespace velk {
 ListInputBox::ListInputBox(const clsLanguages& languages, const ListQuestion& question, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ListInputBox>()), question_(question) {
   ui_->setupUi(this);
+  setProperty("helpTopic", question_.helpTopic);
   setWindowTitle(ToQt(question_.title));
   ui_->lblPrompt->setText(ToQt(question_.prompt));
   ui_->lblPrompt->setVisible(!question_.prompt.empty());
@@ -36,9 +40,20 @@ ListInputBox::ListInputBox(const clsLanguages& languages, const ListQuestion& qu
     ui_->List1->setFocus();
   }
   TranslateForm(*this, languages);
+  FitToTexts();
 }
 
 ListInputBox::~ListInputBox() = default;
+
+/// Wide enough for the title and the entries, as far as the screen has room.
+void ListInputBox::FitToTexts() {
+  const int room = screen()->availableSize().width() * 3 / 4;
+  const int buttons = 3 * style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  setMinimumWidth(std::min(fontMetrics().horizontalAdvance(windowTitle()) + buttons, room));
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->List1->frameWidth();
+  const int entries = std::min(ui_->List1->sizeHintForColumn(0) + bar, room);
+  ui_->List1->setMinimumWidth(std::max(ui_->List1->minimumWidth(), entries));
+}
 
 /// The first press of an arrow selects the first entry: the list made it the current one as soon as it got the
 /// keyboard, but nothing is chosen for the operator.

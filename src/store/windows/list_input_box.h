@@ -26,6 +26,7 @@ class ListInputBox : public QDialog {
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void FitToTexts();
   /// -1 where no entry is selected.
   int ChosenRow() const;
   void List1_Click();
