@@ -11,7 +11,6 @@
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/window_driving.h"
-#include "support/window_texts.h"
 
 namespace velk {
 namespace {
@@ -19,9 +18,6 @@ namespace {
 using test::Click;
 using test::FindControl;
 using test::ShowWindow;
-using test::TextsCutOff;
-using test::TextsLeftInEnglish;
-using test::TextsWithoutRussian;
 
 class AlarmsWindow : public testing::Test {
  protected:
@@ -141,19 +137,6 @@ TEST_F(AlarmsWindow, StaysAsItIsWhileSamplesGoOnBehindIt) {
   EXPECT_TRUE(looked);
   EXPECT_TRUE(session_.AlarmTriggered[2]);
   EXPECT_EQ(parent.findChild<Alarms*>(), nullptr);
-}
-
-TEST_F(AlarmsWindow, SpeaksRussian) {
-  EXPECT_EQ(TextsWithoutRussian(Alarms(session_)), test::kNone);
-  Give(2, {{1, "Давление на входе насоса"}, {2, "Уровень"}});
-  session_.Languages = test::RussianCaptions();
-  for (const double scale : {1.0, 1.5, 2.0}) {
-    const test::LargeText text(scale);
-    Alarms window(session_);
-    ShowWindow(window, "ru-Alarms");
-    EXPECT_EQ(TextsLeftInEnglish(window), test::kNone);
-    EXPECT_EQ(TextsCutOff(window), test::kNone) << scale;
-  }
 }
 
 }  // namespace

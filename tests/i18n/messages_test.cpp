@@ -171,6 +171,42 @@ TEST(MessageData, BlanksAtTheEndsAreKept) {
   }
 }
 
+// --- What Russian keeps of the English text ---
+
+/// "&" marks a letter; "&&" is one that is shown, and a blank can't be pressed.
+int MarkedLetters(const std::string& text) {
+  int marked = 0;
+  for (std::size_t i = text.find('&'); i != std::string::npos && i + 1 < text.size(); i = text.find('&', i + 2))
+    if (text[i + 1] != '&' && text[i + 1] != ' ') ++marked;
+  return marked;
+}
+
+/// What values stand in, what file patterns are made of, and the dots of an entry that asks further.
+std::vector<int> Kept(const std::string& text) {
+  std::vector<int> counts;
+  for (const char* part : {"%1", "%2", "{", "}", "[", "]", "|", "*.", "..."}) {
+    int count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+    counts.push_back(count);
+  }
+  return counts;
+}
+
+void ExpectKept(const std::string& key, const std::string& english, const std::string& russian) {
+  EXPECT_EQ(MarkedLetters(english), MarkedLetters(russian)) << key << ": " << english << " / " << russian;
+  EXPECT_LE(MarkedLetters(english), 1) << key << ": " << english;
+  EXPECT_EQ(Kept(english), Kept(russian)) << key << ": " << english << " / " << russian;
+}
+
+TEST(MessageData, KeepsMarkedLettersAndWhatValuesStandIn) {
+  for (const auto& [number, row] : MessageData()) ExpectKept(row.id, row.english, row.russian);
+}
+
+TEST(CaptionData, KeepsMarkedLettersAndDots) {
+  const auto rows = ReadTable("languages.tsv");
+  for (std::size_t i = 1; i < rows.size(); ++i) ExpectKept(rows[i][0] + "_" + rows[i][1], rows[i][2], rows[i][4]);
+}
+
 TEST(CaptionData, EveryRowNamesAFormAndAControlAndHasBothLanguages) {
   const auto rows = ReadTable("languages.tsv");
   ASSERT_GT(rows.size(), 1U);

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QTextLayout>
 #include <QToolBar>
 
 #include "support/window_texts.h"
@@ -31,10 +32,16 @@ QSize TextSize(const QWidget& control, const QString& text) {
 
 QSize NeededByLabel(const QLabel& label) {
   if (!label.wordWrap()) return label.sizeHint();
-  // The longest word can't be wrapped.
-  int widest = 0;
-  for (const QString& word : label.text().split(' ')) widest = std::max(widest, TextSize(label, word).width());
-  return {widest, label.heightForWidth(label.width())};
+  // A line is wider than the label where it has no place to be broken at.
+  QTextLayout text(label.text(), label.font());
+  text.beginLayout();
+  qreal widest = 0;
+  for (QTextLine line = text.createLine(); line.isValid(); line = text.createLine()) {
+    line.setLineWidth(label.contentsRect().width());
+    widest = std::max(widest, line.naturalTextWidth());
+  }
+  text.endLayout();
+  return {static_cast<int>(widest), label.heightForWidth(label.width())};
 }
 
 /// The title stands in the frame beside the close button; a main window's is known from the task bar.

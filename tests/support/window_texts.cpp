@@ -152,6 +152,13 @@ std::string FaultOfRow(const WindowText& text) {
   return {};
 }
 
+/// Whether a name is among `names`, or begins as one of them that ends in "*".
+bool IsNamed(const std::string& name, const std::set<std::string>& names) {
+  return std::any_of(names.begin(), names.end(), [&](const std::string& each) {
+    return each.ends_with('*') ? name.starts_with(each.substr(0, each.size() - 1)) : name == each;
+  });
+}
+
 void AddKeys(const QString& where, const QStringList& texts, Faults& faults) {
   std::map<QString, QString> owners;
   for (const QString& text : texts) {
@@ -196,7 +203,7 @@ std::vector<WindowText> TextsOf(const QWidget& window) {
 Faults TextsWithoutRussian(const QWidget& window, const std::set<std::string>& composed) {
   Faults faults;
   for (const WindowText& text : TextsOf(window)) {
-    if (text.control && composed.contains(text.control->objectName().toStdString())) continue;
+    if (text.control && IsNamed(text.control->objectName().toStdString(), composed)) continue;
     if (const std::string fault = FaultOfRow(text); !fault.empty()) faults.push_back(Fault(text, fault));
   }
   return faults;
@@ -227,7 +234,8 @@ Faults KeysMarkedTwice(const QWidget& window) {
   }
   for (const QMenuBar* bar : window.findChildren<QMenuBar*>()) inWindow << ItemsOf(*bar);
   AddKeys(window.objectName(), inWindow, faults);
-  for (const QMenu* menu : window.findChildren<QMenu*>()) AddKeys(menu->objectName(), ItemsOf(*menu), faults);
+  for (const QMenu* menu : window.findChildren<QMenu*>())
+    if (!qobject_cast<const QMdiSubWindow*>(menu->parent())) AddKeys(menu->objectName(), ItemsOf(*menu), faults);
   return faults;
 }
 

@@ -46,7 +46,8 @@ struct WindowText {
 std::vector<WindowText> TextsOf(const QWidget& window);
 
 /// Texts of an English window that neither data/languages.tsv nor data/messages.tsv has in Russian. `composed` names
-/// controls whose texts are put together from messages and values; texts without a letter need no row.
+/// controls whose texts are put together from messages and values ("Label1_*": all that begin so); texts without a
+/// letter need no row.
 Faults TextsWithoutRussian(const QWidget& window, const std::set<std::string>& composed = {});
 
 /// Texts of a Russian window that stayed English although there is a Russian one.

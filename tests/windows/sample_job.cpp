@@ -1,0 +1,67 @@
+#include "windows/sample_job.h"
+
+#include <QMdiSubWindow>
+
+#include "formula/additional_parameters.h"
+#include "model/graph_map.h"
+#include "platform/text.h"
+#include "support/window_texts.h"
+
+namespace velk::test {
+
+namespace {
+
+constexpr int kGraph = 1;
+constexpr std::int32_t kRed = 0x0000FF, kBlue = 0xFF0000, kGreen = 0x008000, kBlack = 0x000000, kYellow = 0x00FFFF;
+
+}  // namespace
+
+SampleJob::SampleJob(const std::string& language) {
+  if (language == "Russian") {
+    session.Languages = RussianCaptions();
+    session.Translator = RussianMessages();
+  }
+  session.Current_language = language;
+  session.DefaultDirectory = Pick("/home/operator/jobs", "/home/operator/работы");
+  session.GraphTimeStep = session.SamplingRate;
+  Add(Pick("Pump Pressure", "Давление на входе насоса"), Pick("bar", "бар"), kRed, 1204.5F);
+  Add(Pick("Flow Rate", "Расход"), Pick("l/min", "л/мин"), kBlue, 812.25F);
+  Add(Pick("Hook load & torque", "Нагрузка & момент"), Pick("kN", "кН"), kGreen, -17.5F);
+  Add(kBlankName, "", kBlack, 0);
+  Add(Pick("Temperature", "Температура"), "°C", kYellow, 86);
+  ReadFormulae(session, dialogs, "({" + LowerCase(session.CurrentParameters[1].name) + "}-100)*2.5");
+  ReadFormulae(session, dialogs, "avg({" + LowerCase(session.CurrentParameters[2].name) + "})");
+  session.AdditionalParameters[1].name = session.CurrentParameters[6].name = Pick("Net Pressure", "Перепад давлений");
+  for (const int alarmed : {1, 3, 7}) session.AlarmTriggered[alarmed] = true;
+  HideBlank(session, session.TotalParameters);
+  BuildGraphMap(session, session.TotalParameters);
+}
+
+void SampleJob::Add(const std::string& name, const std::string& units, std::int32_t color, float value) {
+  const int index = session.TotalParameters + 1;
+  Parameter& parameter = session.CurrentParameters[index];
+  parameter.name = name;
+  parameter.units = units;
+  parameter.max = 100;
+  parameter.color = color;
+  parameter.format = "#0.00";
+  parameter.FormIndex = kGraph;
+  parameter.GraphVisible = true;
+  parameter.CommandString = "D" + std::to_string(index) + "\r\n";
+  parameter.ResetCommand = "R" + std::to_string(index) + "=\r";
+  session.Parameters[index] = parameter;
+  session.CurrentValue[index] = value;
+  session.NumberOfParameters = session.TotalParameters = static_cast<std::int16_t>(index);
+}
+
+QWidget& SampleJob::OpenGraph(QSize size) {
+  area.resize(size);
+  area.show();
+  graphWindows.CreateGraphWindows();
+  auto& graph = dynamic_cast<GraphFormNew&>(*session.GraphForms[kGraph]);
+  for (int i = 1; i <= session.TotalParameters; ++i) graph.ShowAlarm(i, session.AlarmTriggered[i]);
+  clock.Advance(1000);
+  return graph;
+}
+
+}  // namespace velk::test

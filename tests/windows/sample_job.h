@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QMdiArea>
+
+#include "graphs/windows/graph_windows_mdi.h"
+#include "model/session.h"
+#include "platform/settings.h"
+#include "support/fake_clock.h"
+#include "support/recording_graphs.h"
+#include "support/scripted_dialogs.h"
+
+namespace velk::test {
+
+/// What windows are opened on: a session in a language with seven channels on one graph, two of them computed and three
+/// of them out of their limits, as a crew would name them.
+struct SampleJob {
+  explicit SampleJob(const std::string& language);
+
+  bool IsRussian() const { return !session.Languages.IsEmpty(); }
+  std::string Pick(const char* english, const char* russian) const { return IsRussian() ? russian : english; }
+  /// The strip-chart window of the job, in a client area on the screen.
+  QWidget& OpenGraph(QSize size);
+
+  Gate gate;
+  FakeClock clock{gate};
+  ScriptedDialogs dialogs{gate};
+  SettingsStore settings{""};
+  Platform platform{clock, gate, dialogs, settings};
+  RecordingGraphs graphs;
+  Session session;
+  QMdiArea area;
+  GraphWindowsMdi graphWindows{session, platform, area};
+
+ private:
+  void Add(const std::string& name, const std::string& units, std::int32_t color, float value);
+};
+
+}  // namespace velk::test

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "shell/shell_rig.h"
+
+namespace velk::test {
+
+/// The whole program, started in a language from the translation files beside the test.
+struct SampleProgram {
+  enum class State {
+    Ready,      ///< as after the start
+    Recording,  ///< a job of three channels runs and records, one of them out of its limits
+  };
+
+  SampleProgram(const std::string& language, State state);
+
+  ShellRig rig;
+
+ private:
+  void NameChannels(bool russian);
+  void StartRecording();
+};
+
+}  // namespace velk::test
