@@ -12,7 +12,6 @@
 #include "demo/demo_job.h"
 #include "demo/simulator.h"
 #include "demo/unattended.h"
-#include "i18n/windows/dialog_texts.h"
 #include "instruments/windows/protocol_dialogs_qt.h"
 #include "model/status.h"
 #include "platform/command.h"
@@ -143,7 +142,6 @@ int Run(const QApplication& qt) {
   ProtocolDialogsQt protocolDialogs(*dialogs);
   Services services{{clock, gate, *dialogs, settings}, questions, settingsQuestions, protocolDialogs, MakeSerialPort};
   services.onLanguage = [&](const Session& session) {
-    if (boxes) boxes->SetTexts(DialogTextsIn(session.Translator));
     settingsQuestions.SetLanguages(session.Languages);
     protocolDialogs.SetLanguage(session.Translator, session.Languages);
   };

@@ -103,7 +103,7 @@ float ValueOf(Session& session, int index) {
     EvaluateFormula(text, bracketCount, session.AdditionalParameters, index);
     return ToSingle(Val(text));
   } catch (const RuntimeError& error) {
-    throw RuntimeError(error.Number(), session.AdditionalParameters.at(index).name + ": " + error.what());
+    throw RuntimeError(error.Number(), session.AdditionalParameters.at(index).name + ": " + error.Text());
   }
 }
 

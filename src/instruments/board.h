@@ -2,26 +2,26 @@
 
 #include <cstdint>
 #include <functional>
-#include <stdexcept>
 #include <string>
 
 #include "i18n/translator.h"
+#include "platform/errors.h"
 #include "platform/serial.h"
 
 namespace velk {
 
 /// An error that the board class raises: number n of its own list, the procedure, and a translated text.
-class BoardError : public std::runtime_error {
+class BoardError : public RuntimeError {
  public:
   BoardError(int n, std::string source, const std::string& text)
-      : std::runtime_error(text), code_(0x80040000U + static_cast<std::uint32_t>(n)), source_(std::move(source)) {}
+      : RuntimeError(static_cast<ErrorNumber>(0x80040000U + static_cast<std::uint32_t>(n)), text),
+        source_(std::move(source)) {}
 
   /// 0x80040000 + n.
-  std::uint32_t Code() const { return code_; }
+  std::uint32_t Code() const { return static_cast<std::uint32_t>(Number()); }
   const std::string& Source() const { return source_; }
 
  private:
-  std::uint32_t code_;
   std::string source_;
 };
 

@@ -188,7 +188,7 @@ bool Link::Reopen() {
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));
   } catch (const RuntimeError& error) {
-    TellOnce(error.what());
+    TellOnce(platform_.dialogs.InLanguage(error.Text()));
   }
   return false;
 }

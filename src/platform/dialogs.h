@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/errors.h"
 #include "platform/gate.h"
@@ -61,6 +62,11 @@ class Dialogs {
   /// The topmost was answered already: whoever shows it goes on once what was begun behind it has left the stack.
   virtual bool TopIsAnswered() const { return false; }
 
+  /// The language of what the platform says, in boxes and on their buttons; English until then.
+  void SetLanguage(Translate translate) { translate_ = std::move(translate); }
+  /// A text as it is shown to the operator.
+  std::string InLanguage(const OperatorText& text) const { return translate_ ? text.In(translate_) : text.English(); }
+
   /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.
   void SetEnding();
 
@@ -81,6 +87,7 @@ class Dialogs {
   std::set<std::string> standing_;
   int boxes_ = 0;
   bool ending_ = false;
+  Translate translate_;
 };
 
 }  // namespace velk

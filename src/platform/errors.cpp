@@ -1,62 +1,70 @@
 #include "platform/errors.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 namespace velk {
 
-std::string ErrorText(ErrorNumber number) {
-  switch (number) {
-    case ErrorNumber::InvalidArgument:
-      return "Invalid procedure call or argument";
-    case ErrorNumber::Overflow:
-      return "Overflow";
-    case ErrorNumber::SubscriptOutOfRange:
-      return "Subscript out of range";
-    case ErrorNumber::DivisionByZero:
-      return "Division by zero";
-    case ErrorNumber::TypeMismatch:
-      return "Type mismatch";
-    case ErrorNumber::BadFileName:
-      return "Bad file name or number";
-    case ErrorNumber::FileNotFound:
-      return "File not found";
-    case ErrorNumber::FileAlreadyOpen:
-      return "File already open";
-    case ErrorNumber::DeviceIOError:
-      return "Device I/O error";
-    case ErrorNumber::FileAlreadyExists:
-      return "File already exists";
-    case ErrorNumber::DiskFull:
-      return "Disk full";
-    case ErrorNumber::DeviceUnavailable:
-      return "Device unavailable";
-    case ErrorNumber::PermissionDenied:
-      return "Permission denied";
-    case ErrorNumber::PathNotFound:
-      return "Path not found";
-    case ErrorNumber::PortNotOpen:
-      return "The port is not open";
-    case ErrorNumber::PortInvalid:
-      return "Invalid port number";
-    case ErrorNumber::Database:
-      return "Database error";
-    case ErrorNumber::NotADatabase:
-      return "Unrecognized database format";
-    case ErrorNumber::DatabaseLocked:
-      return "The database is locked";
-    case ErrorNumber::NoCurrentRecord:
-      return "No current record";
-    case ErrorNumber::NoSuchTable:
-      return "The table does not exist";
-  }
-  return "Error " + std::to_string(static_cast<int>(number));
+namespace {
+
+constexpr ErrorRow kErrors[] = {
+    {ErrorNumber::InvalidArgument, PlatformText::ErrorInvalidArgument},
+    {ErrorNumber::Overflow, PlatformText::ErrorOverflow},
+    {ErrorNumber::SubscriptOutOfRange, PlatformText::ErrorSubscriptOutOfRange},
+    {ErrorNumber::DivisionByZero, PlatformText::ErrorDivisionByZero},
+    {ErrorNumber::TypeMismatch, PlatformText::ErrorTypeMismatch},
+    {ErrorNumber::BadFileName, PlatformText::ErrorBadFileName},
+    {ErrorNumber::FileNotFound, PlatformText::ErrorFileNotFound},
+    {ErrorNumber::FileAlreadyOpen, PlatformText::ErrorFileAlreadyOpen},
+    {ErrorNumber::DeviceIOError, PlatformText::ErrorDeviceIO},
+    {ErrorNumber::FileAlreadyExists, PlatformText::ErrorFileAlreadyExists},
+    {ErrorNumber::DiskFull, PlatformText::ErrorDiskFull},
+    {ErrorNumber::DeviceUnavailable, PlatformText::ErrorDeviceUnavailable},
+    {ErrorNumber::PermissionDenied, PlatformText::ErrorPermissionDenied},
+    {ErrorNumber::PathNotFound, PlatformText::ErrorPathNotFound},
+    {ErrorNumber::PortNotOpen, PlatformText::ErrorPortNotOpen},
+    {ErrorNumber::PortInvalid, PlatformText::ErrorPortInvalid},
+    {ErrorNumber::Database, PlatformText::ErrorDatabase},
+    {ErrorNumber::NotADatabase, PlatformText::ErrorNotADatabase},
+    {ErrorNumber::DatabaseLocked, PlatformText::ErrorDatabaseLocked},
+    {ErrorNumber::NoCurrentRecord, PlatformText::ErrorNoCurrentRecord},
+    {ErrorNumber::NoSuchTable, PlatformText::ErrorNoSuchTable},
+};
+
+const ErrorRow* FindError(ErrorNumber number) {
+  const auto* const row = std::ranges::find(kErrors, number, &ErrorRow::number);
+  return row == std::end(kErrors) ? nullptr : row;
+}
+
+}  // namespace
+
+std::span<const ErrorRow> ErrorTable() {
+  return kErrors;
+}
+
+OperatorText ErrorText(ErrorNumber number) {
+  if (const ErrorRow* const row = FindError(number)) return row->text;
+  return OperatorText(PlatformText::ErrorOther) + std::to_string(static_cast<int>(number));
+}
+
+OperatorText SystemText(ErrorNumber number, const std::string& words) {
+  const ErrorRow* const row = FindError(number);
+  return OperatorText::Foreign(words, row != nullptr ? row->text : PlatformText::ErrorInternal);
+}
+
+OperatorText TextOf(const std::exception& error) {
+  if (const auto* const known = dynamic_cast<const RuntimeError*>(&error)) return known->Text();
+  return OperatorText::Foreign(error.what(), PlatformText::ErrorInternal);
 }
 
 RuntimeError::RuntimeError(ErrorNumber number) : RuntimeError(number, ErrorText(number)) {
 }
 
-RuntimeError::RuntimeError(ErrorNumber number, const std::string& text) : std::runtime_error(text), number_(number) {
+RuntimeError::RuntimeError(ErrorNumber number, OperatorText text)
+    : std::runtime_error(text.English()), number_(number), text_(std::move(text)) {
 }
 
 double Divide(double a, double b) {

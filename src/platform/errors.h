@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <stdexcept>
 #include <string>
+
+#include "platform/operator_text.h"
 
 namespace velk {
 
@@ -31,20 +34,37 @@ enum class ErrorNumber {
   NoSuchTable = 3078,
 };
 
-/// The English text of an error number, as the error table has it.
-std::string ErrorText(ErrorNumber number);
+struct ErrorRow {
+  ErrorNumber number;
+  PlatformText text;
+};
 
-/// A statement that could not be carried out. Event procedures show what() and offer Retry (see procedure.h).
+/// The whole table, a row for each number.
+std::span<const ErrorRow> ErrorTable();
+
+/// The text of an error number; "Error " and the number where the table has none.
+OperatorText ErrorText(ErrorNumber number);
+
+/// The operating system's words for a failure that counts as `number`.
+OperatorText SystemText(ErrorNumber number, const std::string& words);
+
+/// What an operator is told of an error: the text of a RuntimeError, the words of any other, which is a defect.
+OperatorText TextOf(const std::exception& error);
+
+/// A statement that could not be carried out. Event procedures show its text and offer Retry (see procedure.h). what()
+/// is the text in English.
 class RuntimeError : public std::runtime_error {
  public:
   explicit RuntimeError(ErrorNumber number);
   /// `text` replaces the table's text where more can be said: which device, which settings key.
-  RuntimeError(ErrorNumber number, const std::string& text);
+  RuntimeError(ErrorNumber number, OperatorText text);
 
   ErrorNumber Number() const { return number_; }
+  const OperatorText& Text() const { return text_; }
 
  private:
   ErrorNumber number_;
+  OperatorText text_;
 };
 
 /// a / b; a divisor of zero raises DivisionByZero, a result that is no finite number raises Overflow.

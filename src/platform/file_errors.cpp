@@ -57,7 +57,7 @@ ErrorNumber FileErrorNumber(int systemError) {
   }
 }
 
-std::string FileErrorText(ErrorNumber number, const std::string& path) {
+OperatorText FileErrorText(ErrorNumber number, const std::string& path) {
   return ErrorText(number) + ": " + path;
 }
 

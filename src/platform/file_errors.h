@@ -10,7 +10,7 @@ namespace velk {
 ErrorNumber FileErrorNumber(int systemError);
 
 /// The error's text, a colon and the path.
-std::string FileErrorText(ErrorNumber number, const std::string& path);
+OperatorText FileErrorText(ErrorNumber number, const std::string& path);
 
 /// Raises the error of a failed operation on a file; a missing file in a missing folder is PathNotFound.
 [[noreturn]] void RaiseFileError(int systemError, const std::string& path);

@@ -21,7 +21,7 @@ struct Report {
 /// Thrown by Cancel; only RunProcedure catches it.
 struct LeaveProcedure {};
 
-Answer ShowProcedureError(const Report& report, const std::string& text, Buttons buttons);
+Answer ShowProcedureError(const Report& report, const OperatorText& text, Buttons buttons);
 
 /// The `run` of a procedure's body: runs a statement until it succeeds or Cancel is chosen.
 class Statements {
@@ -31,11 +31,11 @@ class Statements {
   template <class Statement>
   auto operator()(Statement&& statement) const -> std::invoke_result_t<Statement&> {
     for (;;) {
-      std::string text;
+      OperatorText text;
       try {
         return statement();
       } catch (const std::exception& error) {
-        text = error.what();
+        text = TextOf(error);
       }
       if (ShowProcedureError(report_, text, Buttons::RetryCancel) != Answer::Retry) throw LeaveProcedure{};
     }
@@ -55,14 +55,14 @@ class Statements {
 /// error.
 template <class Body>
 bool RunProcedure(const Report& report, Body&& body) {
-  std::string text;
+  OperatorText text;
   try {
     std::forward<Body>(body)(Statements(report));
     return true;
   } catch (const LeaveProcedure&) {
     return false;
   } catch (const std::exception& error) {
-    text = error.what();
+    text = TextOf(error);
   }
   ShowProcedureError(report, text, Buttons::Ok);
   return false;

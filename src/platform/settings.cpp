@@ -36,7 +36,7 @@ constexpr std::size_t kMaxFileName = 255 - std::string_view(".damaged-9999999").
 struct SettingsStore::Impl {
   std::string directory;
   std::map<std::string, SettingsFile, std::less<>> applications;
-  std::vector<std::string> problems;
+  std::vector<OperatorText> problems;
 
   SettingsFile& ReadFile(std::string_view name) {
     return applications.emplace(name, ReadSettingsFile(directory + '/' + FileName(name))).first->second;
@@ -46,7 +46,7 @@ struct SettingsStore::Impl {
     const auto found = applications.find(name);
     if (found != applications.end()) return found->second;
     SettingsFile& file = ReadFile(name);
-    if (!file.lost.empty()) problems.push_back(file.lost);
+    if (!file.lost.IsEmpty()) problems.push_back(file.lost);
     return file;
   }
 };
@@ -72,7 +72,7 @@ void SettingsStore::RequireWhole(std::string_view application) {
     known = impl_->applications.end();
   }
   const SettingsFile& opened = known == impl_->applications.end() ? impl_->ReadFile(application) : known->second;
-  if (!opened.lost.empty()) throw RuntimeError(ErrorNumber::DeviceIOError, opened.lost);
+  if (!opened.lost.IsEmpty()) throw RuntimeError(ErrorNumber::DeviceIOError, opened.lost);
   if (opened.ini.IsEmpty()) {
     throw RuntimeError(ErrorNumber::FileNotFound, opened.path + ": " + ErrorText(ErrorNumber::FileNotFound));
   }
@@ -98,7 +98,7 @@ void SettingsStore::Save(std::string_view application, std::string_view section,
                          std::string_view value) {
   SettingsFile& opened = impl_->Open(application);
   // A damaged file is written anew in any case, so that nobody is told about it again.
-  if (opened.ini.Set(section, key, value) || !opened.lost.empty()) opened.changed = true;
+  if (opened.ini.Set(section, key, value) || !opened.lost.IsEmpty()) opened.changed = true;
 }
 
 void SettingsStore::Delete(std::string_view application, std::string_view section) {
@@ -132,14 +132,14 @@ void SettingsStore::Flush() {
 }
 
 bool SettingsStore::IsDamaged(std::string_view application) {
-  return !impl_->Open(application).lost.empty();
+  return !impl_->Open(application).lost.IsEmpty();
 }
 
 std::string SettingsStore::PutAside(std::string_view application) {
   return velk::PutAside(impl_->Open(application));
 }
 
-std::vector<std::string> SettingsStore::TakeProblems() {
+std::vector<OperatorText> SettingsStore::TakeProblems() {
   return std::exchange(impl_->problems, {});
 }
 

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/operator_text.h"
+
 namespace velk {
 
 /// The per-user store of texts, addressed by application, section and key (all compared exactly). One file an
@@ -58,7 +60,7 @@ class SettingsStore {
   std::string PutAside(std::string_view application);
 
   /// What could not be read, one text a file, and empties the list.
-  std::vector<std::string> TakeProblems();
+  std::vector<OperatorText> TakeProblems();
 
  private:
   struct Impl;

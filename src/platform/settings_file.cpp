@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/errors.h"
+#include "platform/file_errors.h"
 #include "platform/ini_quoting.h"
 
 namespace velk {
@@ -29,18 +30,27 @@ constexpr std::int64_t kMaxFileSize = 16 << 20;
 /// Long lists of what is damaged end in "...".
 constexpr std::size_t kMostTold = 10;
 
-[[noreturn]] void FailFile(const QFileDevice& file, const std::string& path) {
+ErrorNumber NumberOf(const QFileDevice& file) {
   ErrorNumber number = ErrorNumber::DeviceIOError;
   if (file.error() == QFileDevice::ResourceError) number = ErrorNumber::DiskFull;
   if (file.error() == QFileDevice::OpenError || file.error() == QFileDevice::PermissionsError) {
     number = ErrorNumber::PermissionDenied;
   }
-  throw RuntimeError(number, path + ": " + file.errorString().toStdString());
+  return number;
+}
+
+OperatorText TextOf(const QFileDevice& file) {
+  return SystemText(NumberOf(file), file.errorString().toStdString());
+}
+
+[[noreturn]] void FailFile(const QFileDevice& file, const std::string& path) {
+  throw RuntimeError(NumberOf(file), path + ": " + TextOf(file));
 }
 
 [[noreturn]] void FailFile(const std::error_code& error, const std::string& path) {
   const bool denied = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
-  throw RuntimeError(denied ? ErrorNumber::PermissionDenied : ErrorNumber::PathNotFound, path + ": " + error.message());
+  const ErrorNumber number = denied ? ErrorNumber::PermissionDenied : ErrorNumber::PathNotFound;
+  throw RuntimeError(number, path + ": " + SystemText(number, error.message()));
 }
 
 /// Forces what was written on the disk.
@@ -49,7 +59,8 @@ void Sync(QFileDevice& file, const std::string& path) {
   if (::fsync(file.handle()) != 0) {
     const std::error_code error(errno, std::generic_category());
     const bool full = error == std::errc::no_space_on_device;
-    throw RuntimeError(full ? ErrorNumber::DiskFull : ErrorNumber::DeviceIOError, path + ": " + error.message());
+    const ErrorNumber number = full ? ErrorNumber::DiskFull : ErrorNumber::DeviceIOError;
+    throw RuntimeError(number, path + ": " + SystemText(number, error.message()));
   }
 }
 
@@ -68,16 +79,16 @@ void WriteAll(QFileDevice& file, std::string_view bytes, const std::string& path
 }
 
 /// "3, 5 to 9" for 3 5 6 7 8 9; long lists end in "...".
-std::string Ranges(const std::vector<int>& numbers) {
-  std::string text;
+OperatorText Ranges(const std::vector<int>& numbers) {
+  OperatorText text;
   std::size_t ranges = 0;
   for (std::size_t first = 0; first < numbers.size();) {
     if (++ranges > kMostTold) return text + ", ...";
     std::size_t last = first;
     while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1) ++last;
-    if (!text.empty()) text += ", ";
+    if (!text.IsEmpty()) text += ", ";
     text += std::to_string(numbers[first]);
-    if (last > first) text += " to " + std::to_string(numbers[last]);
+    if (last > first) text += PlatformText::BadLinesUpTo + std::to_string(numbers[last]);
     first = last + 1;
   }
   return text;
@@ -94,40 +105,43 @@ std::string Headers(const std::vector<std::string>& sections) {
   return text;
 }
 
+OperatorText BadLinesText(const std::vector<int>& lines) {
+  if (lines.size() == 1) return PlatformText::BadLineBefore + Ranges(lines) + PlatformText::BadLineAfter;
+  return PlatformText::BadLinesBefore + Ranges(lines) + PlatformText::BadLinesAfter;
+}
+
 /// What is wrong with a file that could be read; empty where nothing is.
-std::string Damage(const IniFile& ini, const std::string& bytes) {
-  std::vector<std::string> parts;
-  if (bytes.empty()) parts.emplace_back("the file is empty");
-  if (const std::vector<int>& lines = ini.BadLines(); !lines.empty()) {
-    parts.push_back((lines.size() == 1 ? "line " : "lines ") + Ranges(lines) + " can't be read");
-  }
-  if (ini.IsCutOff()) parts.emplace_back("the end of the file is missing");
+OperatorText Damage(const IniFile& ini, const std::string& bytes) {
+  std::vector<OperatorText> parts;
+  if (bytes.empty()) parts.emplace_back(PlatformText::FileEmpty);
+  if (!ini.BadLines().empty()) parts.push_back(BadLinesText(ini.BadLines()));
+  if (ini.IsCutOff()) parts.emplace_back(PlatformText::FileEndMissing);
   if (const std::vector<std::string>& changed = ini.ChangedSections(); !changed.empty()) {
     parts.push_back(Headers(changed) +
-                    (changed.size() == 1 ? " is not as it was written" : " are not as they were written"));
+                    OperatorText(changed.size() == 1 ? PlatformText::SectionChanged : PlatformText::SectionsChanged));
   }
   if (const int missing = ini.MissingSections(); missing > 0) {
-    parts.push_back("sections missing: " + std::to_string(missing));
+    parts.push_back(PlatformText::SectionsMissing + std::to_string(missing));
   }
-  std::string text;
-  for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+  OperatorText text;
+  for (const OperatorText& part : parts) text += OperatorText(text.IsEmpty() ? "" : ", ") + part;
   return text;
 }
 
 /// Why the bytes of an existing file can't be had; empty where they can.
-std::string ReadBytes(const std::string& path, std::string& bytes, bool& exists) {
+OperatorText ReadBytes(const std::string& path, std::string& bytes, bool& exists) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   exists = status.type() != fs::file_type::not_found;
   if (!exists) return {};
-  if (status.type() == fs::file_type::directory) return "this is a directory";
-  if (error) return error.message();
-  if (status.type() != fs::file_type::regular) return "this is no file";
+  if (status.type() == fs::file_type::directory) return PlatformText::FileIsDirectory;
+  if (error) return SystemText(FileErrorNumber(error.value()), error.message());
+  if (status.type() != fs::file_type::regular) return PlatformText::FileIsNone;
   QFile file(QFile::decodeName(path.c_str()));
-  if (!file.open(QIODevice::ReadOnly)) return file.errorString().toStdString();
-  if (file.size() > kMaxFileSize) return "this is too large";
+  if (!file.open(QIODevice::ReadOnly)) return TextOf(file);
+  if (file.size() > kMaxFileSize) return PlatformText::FileTooLarge;
   bytes = file.readAll().toStdString();
-  return file.error() == QFileDevice::NoError ? std::string() : file.errorString().toStdString();
+  return file.error() == QFileDevice::NoError ? OperatorText() : TextOf(file);
 }
 
 /// The n-th name under which a file is put aside.
@@ -138,7 +152,7 @@ std::string NameAside(const std::string& path, int number) {
 bool HasBytes(const std::string& path, const std::string& bytes) {
   std::string present;
   bool exists = false;
-  return ReadBytes(path, present, exists).empty() && exists && present == bytes;
+  return ReadBytes(path, present, exists).IsEmpty() && exists && present == bytes;
 }
 
 /// Writes the bytes under the first free name; gives it, or that of an earlier copy that is alike.
@@ -196,13 +210,13 @@ void RemoveLeftOvers(const fs::path& path) {
 SettingsFile ReadSettingsFile(const std::string& path) {
   SettingsFile file;
   file.path = path;
-  std::string lost = ReadBytes(path, file.bytes, file.exists);
-  file.readable = lost.empty();
+  OperatorText lost = ReadBytes(path, file.bytes, file.exists);
+  file.readable = lost.IsEmpty();
   if (file.exists && file.readable) {
     file.ini = IniFile(file.bytes);
     lost = Damage(file.ini, file.bytes);
   }
-  if (!lost.empty()) file.lost = path + ": " + lost;
+  if (!lost.IsEmpty()) file.lost = path + ": " + lost;
   return file;
 }
 
@@ -217,7 +231,7 @@ void WriteSettingsFile(SettingsFile& file) {
   const fs::path directory = fs::path(file.path).parent_path();
   fs::create_directories(directory, error);
   if (error) FailFile(error, directory.string());
-  if (file.keep || !file.lost.empty()) PutAside(file);
+  if (file.keep || !file.lost.IsEmpty()) PutAside(file);
   const bool holds = !file.ini.IsEmpty();
   const std::string text = holds ? file.ini.Text() : std::string();
   if (holds) {
@@ -232,7 +246,7 @@ void WriteSettingsFile(SettingsFile& file) {
   file.changed = false;
   file.readable = true;
   file.keep = false;
-  file.lost.clear();
+  file.lost = {};
   file.bytes = text;
   file.aside.clear();
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/ini_file.h"
+#include "platform/operator_text.h"
 
 namespace velk {
 
@@ -13,7 +14,7 @@ struct SettingsFile {
   bool exists = false;   ///< on the disk
   bool changed = false;  ///< since it was read or written
   bool readable = true;  ///< its bytes could be had
-  std::string lost;      ///< what is wrong with it, for the operator; empty where nothing is
+  OperatorText lost;     ///< what is wrong with it, for the operator; empty where nothing is
   bool keep = false;     ///< to be put aside before anything is written over it, as a damaged one is in any case
   std::string bytes;     ///< as they were read
   std::string aside;     ///< where it was put aside

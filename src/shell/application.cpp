@@ -195,6 +195,9 @@ void Application::LoadLanguage() {
       velk::LoadLanguage(programFolder_, session_.Current_language, session_.Translator, session_.Languages);
   toolkitTexts_ = InstallToolkitTexts(inEffect);
   TranslateForm(form_, session_.Languages);
+  platform_.dialogs.SetLanguage([translator = session_.Translator](std::string_view english, int number) {
+    return translator.Translate(english, number);
+  });
   if (onLanguage_) onLanguage_(session_);
 }
 
@@ -202,21 +205,22 @@ void Application::StartUpStep(int number, const std::function<void()>& work) {
   try {
     work();
   } catch (const std::exception& error) {
-    ShowStartUpError(error.what(), number);
+    ShowStartUpError(TextOf(error), number);
   }
 }
 
-void Application::ShowStartUpError(const std::string& text, int step) {
+void Application::ShowStartUpError(const OperatorText& text, int step) {
   const auto& translator = session_.Translator;
-  platform_.dialogs.Message({text + "\n\n" + translator.Translate(MessageId::StartUpErrorLine) + std::to_string(step),
+  platform_.dialogs.Message({platform_.dialogs.InLanguage(text) + "\n\n" +
+                                 translator.Translate(MessageId::StartUpErrorLine) + std::to_string(step),
                              translator.Translate(MessageId::StartUpErrorTitle), Buttons::Ok, BoxIcon::Exclamation});
 }
 
 void Application::ReadSettings() {
   constexpr int kStep = 5;
   StartUpStep(kStep, [this] {
-    const std::string told = ProblemText(LoadSettings(session_, platform_.settings));
-    if (!told.empty()) ShowStartUpError(told, kStep);
+    const OperatorText told = ProblemText(LoadSettings(session_, platform_.settings));
+    if (!told.IsEmpty()) ShowStartUpError(told, kStep);
   });
 }
 

@@ -83,7 +83,7 @@ class Application {
   void mnuEditSerialPort_Click();
   /// Behind the dialogs of the serial port: everything closed, saved, and set up for the new choice.
   void SetUpLinkAgain();
-  void ShowStartUpError(const std::string& text, int step);
+  void ShowStartUpError(const OperatorText& text, int step);
 
   Session session_;
   Platform platform_;

@@ -1,6 +1,5 @@
 #include <QApplication>
 
-#include "i18n/windows/dialog_texts.h"
 #include "instruments/windows/protocol_dialogs_qt.h"
 #include "platform/gate.h"
 #include "platform/settings.h"
@@ -28,7 +27,6 @@ int main(int argc, char** argv) {
   velk::Services services{
       {clock, gate, dialogs, settings}, questions, settingsQuestions, protocolDialogs, velk::MakeSerialPort};
   services.onLanguage = [&](const velk::Session& session) {
-    dialogs.SetTexts(velk::DialogTextsIn(session.Translator));
     questions.SetLanguage(session.Translator, session.Languages);
     settingsQuestions.SetLanguages(session.Languages);
     protocolDialogs.SetLanguage(session.Translator, session.Languages);

@@ -45,11 +45,11 @@ void DeleteGroup(SettingsStore& store, SettingsGroup group) {
 
 }  // namespace
 
-std::vector<std::string> ClearSections(Session& session, SettingsStore& store, const GroupChoice& groups) {
+std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, const GroupChoice& groups) {
   for (int group = 0; group < kSettingsGroups; ++group) {
     if (groups[static_cast<std::size_t>(group)]) DeleteGroup(store, static_cast<SettingsGroup>(group));
   }
-  std::vector<std::string> problems = LoadSettings(session, store);
+  std::vector<OperatorText> problems = LoadSettings(session, store);
   SetProtocolConstants(session);
   SaveSettings(session, store);
   return problems;

@@ -11,6 +11,6 @@ namespace velk {
 
 /// Deletes the sections of the chosen groups from the live settings, then loads and saves them, which restores their
 /// presets. Gives the problems of LoadSettings; raises the store's file errors.
-std::vector<std::string> ClearSections(Session& session, SettingsStore& store, const GroupChoice& groups);
+std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, const GroupChoice& groups);
 
 }  // namespace velk

@@ -21,8 +21,8 @@ std::string ChooseTemplate(const EditSettings& edit, MessageId title, MessageId 
 }
 
 /// What could not be read when the settings were loaded again.
-void ShowProblems(const EditSettings& edit, const std::vector<std::string>& problems) {
-  const std::string text = ProblemText(problems);
+void ShowProblems(const EditSettings& edit, const std::vector<OperatorText>& problems) {
+  const std::string text = edit.platform.dialogs.InLanguage(ProblemText(problems));
   if (!text.empty()) edit.platform.dialogs.Message({text, "", Buttons::Ok, BoxIcon::Exclamation});
 }
 

@@ -11,19 +11,19 @@ namespace {
 
 /// Keeps a file of which something was lost, and tells where.
 void KeepAsItWas(const Session& session, SettingsStore& store, std::string_view application,
-                 std::vector<std::string>& problems) {
+                 std::vector<OperatorText>& problems) {
   try {
     const std::string kept = store.PutAside(application);
-    if (!kept.empty()) problems.push_back(session.Translator.Translate(MessageId::SettingsFileKept) + kept);
+    if (!kept.empty()) problems.emplace_back(session.Translator.Translate(MessageId::SettingsFileKept) + kept);
   } catch (const RuntimeError& error) {
     // Nothing is written over it as long as it can't be kept.
-    problems.emplace_back(error.what());
+    problems.push_back(error.Text());
   }
 }
 
 }  // namespace
 
-std::vector<std::string> LoadSettings(Session& session, SettingsStore& store) {
+std::vector<OperatorText> LoadSettings(Session& session, SettingsStore& store) {
   SettingsReader live(session, store, kLiveSettings);
   ReadSettings(live, session);
   if (std::find(live.badKeys.begin(), live.badKeys.end(), "Parameters/NumberOfParameters") != live.badKeys.end()) {
@@ -31,22 +31,22 @@ std::vector<std::string> LoadSettings(Session& session, SettingsStore& store) {
     SettingsWriter writer(store, kLiveSettings);
     VisitParameterCount(writer, session);
   }
-  const std::vector<std::string> listProblems = LoadTemplateList(session, store);
+  const std::vector<OperatorText> listProblems = LoadTemplateList(session, store);
 
-  std::vector<std::string> problems = store.TakeProblems();
+  std::vector<OperatorText> problems = store.TakeProblems();
   if (!live.problems.empty() || store.IsDamaged(kLiveSettings)) KeepAsItWas(session, store, kLiveSettings, problems);
   if (!listProblems.empty() || store.IsDamaged(kTemplateList)) KeepAsItWas(session, store, kTemplateList, problems);
-  for (const RuntimeError& problem : live.problems) problems.emplace_back(problem.what());
+  for (const RuntimeError& problem : live.problems) problems.push_back(problem.Text());
   problems.insert(problems.end(), listProblems.begin(), listProblems.end());
   return problems;
 }
 
-std::string ProblemText(const std::vector<std::string>& problems) {
+OperatorText ProblemText(const std::vector<OperatorText>& problems) {
   constexpr std::size_t kMost = 20;  // a box has to fit on the screen
   const std::size_t shown = problems.size() > kMost + 1 ? kMost : problems.size();
-  std::string text;
-  for (std::size_t i = 0; i < shown; ++i) text += problems[i] + '\n';
-  if (shown < problems.size()) text += "... + " + std::to_string(problems.size() - shown) + '\n';
+  OperatorText text;
+  for (std::size_t i = 0; i < shown; ++i) text += problems[i] + "\n";
+  if (shown < problems.size()) text += "... + " + std::to_string(problems.size() - shown) + "\n";
   return text;
 }
 

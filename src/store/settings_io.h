@@ -14,11 +14,11 @@ namespace velk {
 ///
 /// Gives one text for each problem, for the operator to see: first what the store could not read of its files, then
 /// where a file with a problem is kept as it was, then "section/key: what is wrong".
-std::vector<std::string> LoadSettings(Session& session, SettingsStore& store);
+std::vector<OperatorText> LoadSettings(Session& session, SettingsStore& store);
 
 /// What a box shows of these problems: one a line, of many the first twenty and how many more there are. Empty for
 /// none.
-std::string ProblemText(const std::vector<std::string>& problems);
+OperatorText ProblemText(const std::vector<OperatorText>& problems);
 
 /// Writes all of it back, NumberOfParameters aside, and puts it on the disk. Raises the store's file errors.
 void SaveSettings(Session& session, SettingsStore& store);

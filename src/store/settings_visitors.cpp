@@ -54,7 +54,7 @@ void SettingsReader::Convert(std::string_view key, Conversion convert) {
     convert(*text);
   } catch (const RuntimeError& error) {
     badKeys.push_back(section_ + '/' + std::string(key));
-    problems.emplace_back(error.Number(), badKeys.back() + ": " + error.what() + " (\"" + Excerpt(*text) + "\")");
+    problems.emplace_back(error.Number(), badKeys.back() + ": " + error.Text() + " (\"" + Excerpt(*text) + "\")");
   }
 }
 

@@ -67,7 +67,7 @@ void LoadTemplate(Session& session, SettingsStore& store, const std::string& nam
   ReadSettings(reader, loaded);
   if (!reader.problems.empty()) {
     const RuntimeError& first = reader.problems.front();
-    throw RuntimeError(first.Number(), first.what());
+    throw RuntimeError(first.Number(), first.Text());
   }
   SetProtocolConstants(loaded);
   session = std::move(loaded);
@@ -89,7 +89,7 @@ void SaveTemplate(Session& session, SettingsStore& store, const std::string& nam
   }
 }
 
-std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name) {
+std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name) {
   store.Delete(TemplateApplication(name));
   const auto found = FindTemplate(session, name);
   if (found != session.TemplateNames.end()) session.TemplateNames.erase(found);
@@ -97,7 +97,7 @@ std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, 
   SaveTemplateList(session, store);
   // Other channels or another protocol under a job that stands would put its rows into the wrong columns.
   if (JobStands(session)) return {};
-  std::vector<std::string> problems = LoadSettings(session, store);
+  std::vector<OperatorText> problems = LoadSettings(session, store);
   SetProtocolConstants(session);
   return problems;
 }
@@ -106,15 +106,15 @@ bool HasTemplate(const Session& session, std::string_view name) {
   return FindTemplate(session, name) != session.TemplateNames.end();
 }
 
-std::vector<std::string> LoadTemplateList(Session& session, SettingsStore& store) {
+std::vector<OperatorText> LoadTemplateList(Session& session, SettingsStore& store) {
   SettingsReader reader(session, store, kTemplateList);
   VisitTemplateList(reader, session);
   if (!reader.problems.empty() || !store.Find(kTemplateList, "General", "NumberOfTemplates")) {
     // Without the count the names themselves tell how many there are: no template drops out of the list.
     while (const auto name = NameInStore(store, session.TemplateNames.size())) session.TemplateNames.push_back(*name);
   }
-  std::vector<std::string> problems;
-  for (const RuntimeError& problem : reader.problems) problems.emplace_back(problem.what());
+  std::vector<OperatorText> problems;
+  for (const RuntimeError& problem : reader.problems) problems.push_back(problem.Text());
   return problems;
 }
 

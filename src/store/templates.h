@@ -25,12 +25,12 @@ void SaveTemplate(Session& session, SettingsStore& store, const std::string& nam
 
 /// Takes the template off the store and the list, then loads the live settings: a session that was set up by a template
 /// doesn't keep what came from it. Gives the problems of LoadSettings; raises the store's file errors.
-std::vector<std::string> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name);
+std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const std::string& name);
 
 bool HasTemplate(const Session& session, std::string_view name);
 
 /// Fills TemplateNames; gives a text for each value that could not be read.
-std::vector<std::string> LoadTemplateList(Session& session, SettingsStore& store);
+std::vector<OperatorText> LoadTemplateList(Session& session, SettingsStore& store);
 
 /// Writes TemplateNames, and puts it and whatever else waits on the disk. Raises the store's file errors.
 void SaveTemplateList(Session& session, SettingsStore& store);

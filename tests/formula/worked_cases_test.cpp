@@ -44,7 +44,7 @@ std::string NameOf(ErrorNumber number) {
     case ErrorNumber::Overflow:
       return "!Overflow";
     default:
-      return "!" + ErrorText(number);
+      return "!" + ErrorText(number).English();
   }
 }
 

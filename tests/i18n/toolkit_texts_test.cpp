@@ -8,9 +8,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
-#include "i18n/windows/dialog_texts.h"
-#include "support/translation_file.h"
-
 namespace velk {
 namespace {
 
@@ -42,32 +39,6 @@ TEST(ToolkitTexts, NothingIsInstalledForEnglishAndForWhatIsNoLanguage) {
   EXPECT_EQ(InstallToolkitTexts("Latin"), nullptr);
   EXPECT_EQ(InstallToolkitTexts("Klingonese"), nullptr);
   EXPECT_EQ(InstallToolkitTexts(""), nullptr);
-}
-
-TEST(DialogTexts, AreThoseOfTheTranslator) {
-  const test::TemporaryFolder folder;
-  clstranslation translator;
-  const DialogTexts english = DialogTextsIn(translator);
-  EXPECT_EQ(english.programName, "VELK");
-  EXPECT_EQ(english.ok, "OK");
-  EXPECT_EQ(english.cancel, "Cancel");
-  EXPECT_EQ(english.yes, "&Yes");
-  EXPECT_EQ(english.no, "&No");
-  EXPECT_EQ(english.retry, "&Retry");
-
-  ASSERT_TRUE(translator.Load(
-      test::MakeDatabase(folder, "m.mdb",
-                         "CREATE TABLE Messages(Id,txtMessage,translatable,Russian);INSERT INTO Messages VALUES"
-                         "(2040,'',1,'п'),(2046,'',1,'о'),(2047,'',1,'с'),(2048,'',1,'д'),(2049,'',1,'н'),"
-                         "(2050,'',1,'р')"),
-      "Russian"));
-  const DialogTexts russian = DialogTextsIn(translator);
-  EXPECT_EQ(russian.programName, "п");
-  EXPECT_EQ(russian.ok, "о");
-  EXPECT_EQ(russian.cancel, "с");
-  EXPECT_EQ(russian.yes, "д");
-  EXPECT_EQ(russian.no, "н");
-  EXPECT_EQ(russian.retry, "р");
 }
 
 }  // namespace

@@ -48,6 +48,15 @@ TEST_F(LinkTest, CyclingShowsTheOffImagesInBetween) {
   ExpectImages(true);
 }
 
+TEST_F(LinkTest, TellsAFailureOfCyclingInTheLanguageOfTheBoxes) {
+  link.SetODataCom();
+  dialogs.SetLanguage([](std::string_view english, int) { return "<" + std::string(english) + ">"; });
+  driver.failOpen = [] { throw RuntimeError(ErrorNumber::InvalidArgument); };
+  dialogs.Expect("<Invalid procedure call or argument>", Answer::Ok);
+  link.CycleODataCom();
+  clock.RunPosted();
+}
+
 TEST_F(LinkTest, LinesThatWaitAreNoSilence) {
   link.SetODataCom();
   const GateState shut(gate, GateState::Shut);

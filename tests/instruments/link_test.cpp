@@ -211,7 +211,7 @@ TEST_F(LinkTest, EnablePortShowsTheBoardsErrors) {
 
 TEST_F(LinkTest, ABaudRateBeyond16BitsOverflows) {
   session.BaudRate = 38400;
-  dialogs.Expect(ErrorText(ErrorNumber::Overflow) + " - EnablePort", Answer::Cancel);
+  dialogs.Expect(ErrorText(ErrorNumber::Overflow).English() + " - EnablePort", Answer::Cancel);
   EXPECT_FALSE(link.EnablePort());
   EXPECT_TRUE(plain.openings.empty());
 }
@@ -341,7 +341,7 @@ TEST_F(LinkTest, TheArrivalIsStoredInAnyStatus) {
 TEST_F(LinkTest, TheArrivalIsStoredThoughTheTickFails) {
   Become(MessageId::StatusAcquiringData);
   link.onLine = [](const std::string&) { throw RuntimeError(ErrorNumber::Overflow); };
-  dialogs.Expect(ErrorText(ErrorNumber::Overflow) + " - ODataCom1_DataReady", Answer::Cancel);
+  dialogs.Expect(ErrorText(ErrorNumber::Overflow).English() + " - ODataCom1_DataReady", Answer::Cancel);
   link.ODataCom1_DataReady(kLine);
   EXPECT_EQ(session.LastDataTime, "14-Mar-2026 09:30:00");
 }

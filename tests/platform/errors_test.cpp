@@ -46,11 +46,11 @@ TEST(Errors, EachNumberHasItsText) {
       {ErrorNumber::PathNotFound, "Path not found"},
   };
   for (const auto& [number, text] : rows) {
-    EXPECT_EQ(ErrorText(number), text);
+    EXPECT_EQ(ErrorText(number).English(), text);
     EXPECT_EQ(RuntimeError(number).what(), text);
     EXPECT_EQ(RuntimeError(number).Number(), number);
   }
-  EXPECT_EQ(ErrorText(static_cast<ErrorNumber>(4711)), "Error 4711");
+  EXPECT_EQ(ErrorText(static_cast<ErrorNumber>(4711)).English(), "Error 4711");
 }
 
 TEST(Errors, AnOwnTextReplacesTheTablesText) {

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -51,8 +52,17 @@ QAbstractButton* ButtonOf(QMessageBox& box, const QString& text) {
   return box.buttons().first();
 }
 
+std::string InGerman(std::string_view english, int) {
+  static const std::map<std::string_view, std::string> kTexts = {{"VELK", "Program"},     {"OK", "In Ordnung"},
+                                                                 {"Cancel", "Abbrechen"}, {"&Yes", "&Ja"},
+                                                                 {"&No", "&Nein"},        {"&Retry", "&Wiederholen"}};
+  return kTexts.at(english);
+}
+
 class QtDialogsTest : public testing::Test {
  protected:
+  QtDialogsTest() { dialogs_.SetLanguage(InGerman); }
+
   Answer AnswerWith(const MessageBox& box, std::function<void(QMessageBox&)> act) {
     WhenShown<QMessageBox>(std::move(act));
     return dialogs_.Message(box);
@@ -63,13 +73,7 @@ class QtDialogsTest : public testing::Test {
   }
 
   Gate gate_;
-  QtDialogs dialogs_{gate_,
-                     {.programName = "Program",
-                      .ok = "In Ordnung",
-                      .cancel = "Abbrechen",
-                      .yes = "&Ja",
-                      .no = "&Nein",
-                      .retry = "&Wiederholen"}};
+  QtDialogs dialogs_{gate_};
 };
 
 TEST_F(QtDialogsTest, KnowsWhatStandsAndWhetherTheTopmostWasAnswered) {
@@ -154,8 +158,8 @@ TEST_F(QtDialogsTest, ShowsTheProgramsNameWithoutATitleAndEachIcon) {
   }
 }
 
-TEST_F(QtDialogsTest, TakesTextsAnew) {
-  dialogs_.SetTexts({});
+TEST_F(QtDialogsTest, SpeaksEnglishWhereNoLanguageIsSet) {
+  dialogs_.SetLanguage({});
   AnswerWith({"T", "", Buttons::YesNo}, [](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), "VELK");
     ButtonOf(box, "&Yes")->click();

@@ -14,6 +14,7 @@
 
 #include "platform/errors.h"
 #include "platform/ini_file.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/raises.h"
 
@@ -21,6 +22,7 @@ namespace velk {
 namespace {
 
 namespace fs = std::filesystem;
+using test::InEnglish;
 using test::MemoryFolder;
 using test::Raised;
 
@@ -161,7 +163,7 @@ TEST(SettingsStore, TellsAnUnreadableLineAndUsesTheOthers) {
   SettingsStore store(folder.Path());
   EXPECT_EQ(store.Get("VELK2", "General", "TheTimeOut", "5"), "7");
   EXPECT_EQ(store.Get("VELK2", "Protocol", "BaudRate", "9600"), "19200");
-  const std::vector<std::string> problems = store.TakeProblems();
+  const std::vector<std::string> problems = InEnglish(store.TakeProblems());
   ASSERT_EQ(problems.size(), 1U);
   EXPECT_EQ(problems[0], folder.Path("VELK2.ini") + ": lines 3 to 6 can't be read");
   EXPECT_TRUE(store.TakeProblems().empty());
@@ -231,9 +233,9 @@ TEST(SettingsStore, PutsAsideWhatIsNoReadableFileAndStartsWithPresets) {
     obstacle.make(folder.Path("VELK2.ini"));
     SettingsStore store(folder.Path());
     EXPECT_EQ(store.Get("VELK2", "General", "TheTimeOut", "5"), "5") << obstacle.what;
-    const std::vector<std::string> problems = store.TakeProblems();
+    const std::vector<std::string> problems = InEnglish(store.TakeProblems());
     ASSERT_EQ(problems.size(), 1U) << obstacle.what;
-    EXPECT_EQ(problems[0].find(folder.Path("VELK2.ini") + ": "), 0U) << problems[0];
+    EXPECT_TRUE(problems[0].starts_with(folder.Path("VELK2.ini") + ": ")) << problems[0];
     store.Save("VELK2", "General", "TheTimeOut", "6");
     store.Flush();
     EXPECT_TRUE(fs::is_regular_file(folder.Path("VELK2.ini"))) << obstacle.what;
@@ -249,7 +251,8 @@ TEST(SettingsStore, TellsAnEmptyFile) {
   folder.Write("VELK2.ini", "");
   SettingsStore store(folder.Path());
   EXPECT_EQ(store.Get("VELK2", "General", "TheTimeOut", "5"), "5");
-  EXPECT_EQ(store.TakeProblems(), std::vector<std::string>{folder.Path("VELK2.ini") + ": the file is empty"});
+  EXPECT_EQ(InEnglish(store.TakeProblems()),
+            std::vector<std::string>{folder.Path("VELK2.ini") + ": the file is empty"});
 }
 
 TEST(SettingsStore, ShortensALongListOfLines) {
@@ -259,9 +262,10 @@ TEST(SettingsStore, ShortensALongListOfLines) {
   folder.Write("VELK2.ini", text);
   SettingsStore store(folder.Path());
   store.Find("VELK2", "General", "k");
-  EXPECT_EQ(store.TakeProblems(), std::vector<std::string>{folder.Path("VELK2.ini") +
-                                                           ": lines 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, ... can't be "
-                                                           "read"});
+  EXPECT_EQ(
+      InEnglish(store.TakeProblems()),
+      std::vector<std::string>{folder.Path("VELK2.ini") + ": lines 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, ... can't be "
+                                                          "read"});
 }
 
 TEST(SettingsStore, RaisesAnErrorThatNamesThePathAndKeepsTheChanges) {
@@ -361,7 +365,7 @@ TEST(SettingsStore, TellsTheSectionsThatSomebodyElseChanged) {
   SettingsStore store(folder.Path());
   EXPECT_EQ(store.Get("VELK2", "Parameter1", "max", "100"), "9000");
   EXPECT_TRUE(store.IsDamaged("VELK2"));
-  EXPECT_EQ(store.TakeProblems(),
+  EXPECT_EQ(InEnglish(store.TakeProblems()),
             std::vector<std::string>{folder.Path("VELK2.ini") + ": [Parameter1] is not as it was written"});
   store.Save("VELK2", "Parameter1", "max", "9000");
   store.Flush();
@@ -380,9 +384,10 @@ TEST(SettingsStore, TellsAllThatIsWrongWithAFile) {
   folder.Write("VELK2.ini", text);
   SettingsStore store(folder.Path());
   EXPECT_TRUE(store.IsDamaged("VELK2"));
-  EXPECT_EQ(store.TakeProblems(), std::vector<std::string>{folder.Path("VELK2.ini") +
-                                                           ": line 5 can't be read, [General], [Protocol] are not as "
-                                                           "they were written, sections missing: 1"});
+  EXPECT_EQ(
+      InEnglish(store.TakeProblems()),
+      std::vector<std::string>{folder.Path("VELK2.ini") + ": line 5 can't be read, [General], [Protocol] are not as "
+                                                          "they were written, sections missing: 1"});
 }
 
 TEST(SettingsStore, PutsAFileAsideUnderANameThatItGives) {

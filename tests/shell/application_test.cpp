@@ -10,14 +10,35 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QTimer>
+#include <filesystem>
 
 #include "formula/additional_parameters.h"
+#include "i18n/language_files.h"
 #include "shell/shell_rig.h"
 
 namespace velk {
 namespace {
 
 using test::ShellRig;
+
+namespace fs = std::filesystem;
+
+/// The translation databases where start-up looks for them, while it lives.
+class TextsBesideTheProgram {
+ public:
+  TextsBesideTheProgram() {
+    for (const char* file : {kCaptionsFile, kMessagesFile})
+      fs::copy_file(fs::path(VELK_TRANSLATIONS_DIR) / file, folder_ / file, fs::copy_options::overwrite_existing);
+  }
+  ~TextsBesideTheProgram() {
+    for (const char* file : {kCaptionsFile, kMessagesFile}) fs::remove(folder_ / file);
+  }
+  TextsBesideTheProgram(const TextsBesideTheProgram&) = delete;
+  TextsBesideTheProgram& operator=(const TextsBesideTheProgram&) = delete;
+
+ private:
+  fs::path folder_ = QCoreApplication::applicationDirPath().toStdString();
+};
 
 class Program : public testing::Test {
  protected:
@@ -108,6 +129,20 @@ TEST_F(Program, NamesTheKeyThatCannotBeReadAndGoesOn) {
   EXPECT_NE(rig.dialogs.shown[0].text.find("Line = 5"), std::string::npos);
   ExpectStatus("Ready");
   EXPECT_TRUE(rig.linePort.open) << "the remaining steps ran";
+}
+
+TEST_F(Program, TellsErrorsInRussianInARussianSession) {
+  const TextsBesideTheProgram texts;
+  BreakSetting("General", "Current_language", "Russian");
+  BreakSetting("Protocol", "BaudRate", "fast");
+  rig.dialogs.Expect("Protocol/BaudRate: Несоответствие типов (\"fast\")\n\n\nСтрока = 5", Answer::Ok);
+  rig.Start();
+  ASSERT_EQ(rig.dialogs.shown.size(), 1U);
+  EXPECT_EQ(rig.dialogs.shown[0].title, "Ошибка при запуске");
+
+  rig.settingsQuestions.choice = "Job";
+  rig.dialogs.Expect("VELKJob.ini: Файл не найден - mnuEditLoadTemplate_Click", Answer::Cancel);
+  rig.Choose("mnuEditLoadTemplate");
 }
 
 TEST_F(Program, FindsParametersPortAndFolderAgainAfterARestart) {

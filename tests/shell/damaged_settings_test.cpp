@@ -12,6 +12,7 @@
 #include "store/settings_io.h"
 #include "support/fake_clock.h"
 #include "support/fake_serial_port.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/scripted_job_questions.h"
 #include "support/scripted_protocol_dialogs.h"
@@ -21,6 +22,7 @@
 namespace velk {
 namespace {
 
+using test::InEnglish;
 using test::SettingsRow;
 
 /// Yes and OK to whatever is asked, and the boxes for looking at afterwards.
@@ -145,7 +147,7 @@ class DamagedSettings : public testing::Test {
     }
     Session next;
     SettingsStore store(folder_.Path());
-    EXPECT_EQ(LoadSettings(next, store), std::vector<std::string>{}) << "at the next start";
+    EXPECT_EQ(InEnglish(LoadSettings(next, store)), std::vector<std::string>{}) << "at the next start";
     folder_.Remove("VELK2.ini.damaged");
     EXPECT_EQ(folder_.Count(), 2U) << "the settings and the list of templates";
   }

@@ -324,7 +324,7 @@ TEST_F(NetworkedUnits, GiveNoValuesUnderTheirFaults) {
   }
   for (const char* kind : {"named", "panel"})
     for (const Arguments& style : std::vector<Arguments>{{"--fault", "no-cells"}, {"--capitals"}})
-      EXPECT_EQ(Read(kind, style), ErrorText(ErrorNumber::InvalidArgument));
+      EXPECT_EQ(Read(kind, style), ErrorText(ErrorNumber::InvalidArgument).English());
   EXPECT_FALSE(IsTaken(Read("table", {"--fault", "no-cells"})));
 }
 
@@ -347,7 +347,7 @@ TEST_F(NetworkedUnits, WithARowTooFewOrNoiseGiveNothingThatTheCheckTakes) {
     const std::string line = Read(kind, {"--fault", "wrong-count"});
     // The table gives its two values; the other pages raise.
     EXPECT_EQ(std::count(line.begin(), line.end(), ' ') == 2, std::string(kind) == "table") << line;
-    EXPECT_EQ(line == ErrorText(ErrorNumber::InvalidArgument), std::string(kind) != "table");
+    EXPECT_EQ(line == ErrorText(ErrorNumber::InvalidArgument).English(), std::string(kind) != "table");
     OwnUnitDecoder check;
     check.LastLineLength = static_cast<std::int32_t>(line.size());
     std::string checked = line;

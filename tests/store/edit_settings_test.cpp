@@ -230,6 +230,14 @@ TEST_F(EditSettingsTest, ClearsTheChosenGroups) {
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "5");
 }
 
+TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {
+  dialogs_.SetLanguage([](std::string_view english, int) { return "<" + std::string(english) + ">"; });
+  store_.Save("VELK2", "Protocol", "BaudRate", "fast");
+  questions_.groups = GroupChoice{};
+  dialogs_.Expect("Protocol/BaudRate: <Type mismatch> (\"fast\")", Answer::Ok);
+  mnuEditClear_Click(edit_);
+}
+
 // --- User options ---
 
 TEST_F(EditSettingsTest, TakesUserOptionsOverAndEnds) {

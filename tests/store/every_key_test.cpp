@@ -10,12 +10,14 @@
 #include "platform/errors.h"
 #include "store/settings_io.h"
 #include "store/templates.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/settings_rows.h"
 
 namespace velk {
 namespace {
 
+using test::InEnglish;
 using test::Kind;
 using test::MemoryFolder;
 using test::SettingsRow;
@@ -132,7 +134,7 @@ TEST_F(EveryKey, ThatIsACountIsToldWhereItIsNone) {
       store.Save("VELK2", row.section, row.key, wrong);
       store.Save("VELKJob", row.section, row.key, wrong);
       Session session;
-      const std::vector<std::string> problems = LoadSettings(session, store);
+      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store));
       ASSERT_EQ(problems.size(), 1U) << row.Name() << " holds " << wrong;
       EXPECT_EQ(problems[0].find(row.Name() + ": "), 0U) << problems[0];
       EXPECT_EQ(row.field(session), row.preset) << wrong;

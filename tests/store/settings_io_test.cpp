@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/errors.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/settings_rows.h"
 #include "support/unprivileged.h"
@@ -15,6 +16,7 @@
 namespace velk {
 namespace {
 
+using test::InEnglish;
 using test::Kind;
 using test::MemoryFolder;
 using test::SettingsRow;
@@ -36,7 +38,7 @@ class SettingsIoTest : public testing::Test {
   /// Stores a value and loads; gives the problems.
   std::vector<std::string> LoadWith(const std::string& section, const std::string& key, const std::string& value) {
     Store(section, key, value);
-    return LoadSettings(session_, store_);
+    return InEnglish(LoadSettings(session_, store_));
   }
 
   MemoryFolder folder_;
@@ -131,7 +133,7 @@ TEST_F(SettingsIoTest, TellsEveryTextOfTheWrongTypeAndLoadsTheRest) {
       for (const SettingsRow& each : rows) store.Save("VELK2", each.section, each.key, each.other);
       store.Save("VELK2", row.section, row.key, wrong);
       Session session;
-      const std::vector<std::string> problems = LoadSettings(session, store);
+      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store));
       ASSERT_EQ(problems.size(), 1U) << row.Name() << " holds " << wrong;
       EXPECT_EQ(problems[0].find(row.Name() + ": "), 0U) << problems[0];
       for (const SettingsRow& each : rows) {
@@ -146,27 +148,28 @@ TEST_F(SettingsIoTest, NamesEveryBadKeyWithTheReasonAndTheValue) {
   Store("General", "TheTimeOut", "99999");
   Store("Protocol", "PortNumber", "17");
   Store("Protocol", "Port2", std::string(1000, 'x'));
-  EXPECT_EQ(LoadSettings(session_, store_),
-            (std::vector<std::string>{
-                "General/TheTimeOut: " + ErrorText(ErrorNumber::Overflow) + " (\"99999\")",
-                "Protocol/Port2: " + ErrorText(ErrorNumber::TypeMismatch) + " (\"" + std::string(40, 'x') + "...\")",
-                "Protocol/PortNumber: The value is out of range (\"17\")",
-                "Parameter3/min: " + ErrorText(ErrorNumber::TypeMismatch) + " (\"abc\")"}));
+  EXPECT_EQ(
+      InEnglish(LoadSettings(session_, store_)),
+      (std::vector<std::string>{"General/TheTimeOut: " + ErrorText(ErrorNumber::Overflow).English() + " (\"99999\")",
+                                "Protocol/Port2: " + ErrorText(ErrorNumber::TypeMismatch).English() + " (\"" +
+                                    std::string(40, 'x') + "...\")",
+                                "Protocol/PortNumber: The value is out of range (\"17\")",
+                                "Parameter3/min: " + ErrorText(ErrorNumber::TypeMismatch).English() + " (\"abc\")"}));
 }
 
 TEST(ProblemText, IsNoLongerThanABoxThatFitsOnTheScreen) {
-  EXPECT_EQ(ProblemText({}), "");
-  EXPECT_EQ(ProblemText({"a", "b"}), "a\nb\n");
+  EXPECT_EQ(ProblemText({}).English(), "");
+  EXPECT_EQ(ProblemText({"a", "b"}).English(), "a\nb\n");
   std::string twentyOne;
   for (int i = 0; i < 21; ++i) twentyOne += "x\n";
-  EXPECT_EQ(ProblemText(std::vector<std::string>(21, "x")), twentyOne);
-  EXPECT_EQ(ProblemText(std::vector<std::string>(320, "x")), twentyOne.substr(2) + "... + 300\n");
+  EXPECT_EQ(ProblemText(std::vector<OperatorText>(21, "x")).English(), twentyOne);
+  EXPECT_EQ(ProblemText(std::vector<OperatorText>(320, "x")).English(), twentyOne.substr(2) + "... + 300\n");
 }
 
 TEST_F(SettingsIoTest, TellsFirstWhatTheStoreCouldNotRead) {
   folder_.Write("VELK2.ini", "[General]\nnonsense\nTheTimeOut=x\nintFontSize=12\n");
   SettingsStore store(folder_.Path());
-  const std::vector<std::string> problems = LoadSettings(session_, store);
+  const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store));
   ASSERT_EQ(problems.size(), 3U);
   EXPECT_EQ(problems[0], folder_.Path("VELK2.ini") + ": line 2 can't be read");
   EXPECT_EQ(problems[1], "The file as it was is kept as " + folder_.Path("VELK2.ini.damaged"));
@@ -378,7 +381,7 @@ TEST_F(SettingsIoTest, TellsADamagedFileThatCanNotBeKept) {
   {
     const test::Unprivileged user;
     SettingsStore store(folder_.Path());
-    const std::vector<std::string> problems = LoadSettings(session_, store);
+    const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store));
     ASSERT_EQ(problems.size(), 2U);
     EXPECT_EQ(problems[1].find(folder_.Path("VELK2.ini.damaged-2") + ": "), 0U) << problems[1];
     EXPECT_THROW(SaveSettings(session_, store), RuntimeError);

@@ -153,7 +153,7 @@ TEST_F(TemplatesTest, StoreWrappingOfAnAdditionalParameterAsItsOffset) {
 TEST_F(TemplatesTest, WithAdditionalParametersCanNotBeLoaded) {
   FillSession(SettingsRows({1}, {1}), 1);
   SaveTemplate(session_, store_, "Job");
-  EXPECT_EQ(LoadError("Job"), "Formula1/Offset: " + ErrorText(ErrorNumber::TypeMismatch) + " (\"True\")");
+  EXPECT_EQ(LoadError("Job"), "Formula1/Offset: " + ErrorText(ErrorNumber::TypeMismatch).English() + " (\"True\")");
   EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, "Job"); }), ErrorNumber::TypeMismatch);
 }
 
@@ -199,7 +199,7 @@ TEST_F(TemplatesTest, LeaveTheSessionAsItWasWhereAnyValueCanNotBeRead) {
 TEST_F(TemplatesTest, TellTheFirstOfManyBadKeys) {
   store_.Save("VELKJob", "Playback", "PlaybackSpeed", "x");
   store_.Save("VELKJob", "General", "TheTimeOut", "99999");
-  EXPECT_EQ(LoadError("Job"), "General/TheTimeOut: " + ErrorText(ErrorNumber::Overflow) + " (\"99999\")");
+  EXPECT_EQ(LoadError("Job"), "General/TheTimeOut: " + ErrorText(ErrorNumber::Overflow).English() + " (\"99999\")");
 }
 
 TEST_F(TemplatesTest, ThatAreDamagedAreNotLoadedByHalves) {

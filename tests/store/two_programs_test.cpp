@@ -13,12 +13,14 @@
 
 #include "store/settings_io.h"
 #include "store/templates.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 
 namespace velk {
 namespace {
 
 namespace fs = std::filesystem;
+using test::InEnglish;
 using test::MemoryFolder;
 
 /// The mark of one save in fields from the first to the last section of the file, and in the list of templates.
@@ -55,7 +57,7 @@ struct Found {
 Found ReadAll(const std::string& folder) {
   SettingsStore store(folder);
   Session session;
-  EXPECT_EQ(LoadSettings(session, store), std::vector<std::string>{});
+  EXPECT_EQ(InEnglish(LoadSettings(session, store)), std::vector<std::string>{});
   Found found{MarkOf(session), {}};
   EXPECT_EQ(session.TemplateNames.size(), 4U);
   EXPECT_EQ(session.TemplateNames.at(1), session.TemplateNames.at(3)) << "the list is of one writer";

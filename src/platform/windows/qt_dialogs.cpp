@@ -48,20 +48,20 @@ ButtonPair AnswersOf(Buttons buttons) {
   return {Answer::Ok, Answer::Ok};
 }
 
-const std::string& CaptionOf(const DialogTexts& texts, Answer answer) {
+PlatformText CaptionOf(Answer answer) {
   switch (answer) {
     case Answer::Ok:
       break;
     case Answer::Cancel:
-      return texts.cancel;
+      return PlatformText::ButtonCancel;
     case Answer::Yes:
-      return texts.yes;
+      return PlatformText::ButtonYes;
     case Answer::No:
-      return texts.no;
+      return PlatformText::ButtonNo;
     case Answer::Retry:
-      return texts.retry;
+      return PlatformText::ButtonRetry;
   }
-  return texts.ok;
+  return PlatformText::ButtonOk;
 }
 
 /// Patterns in the toolkit's form: blanks between them, and a name without a point counts as any file too.
@@ -98,17 +98,18 @@ QString FileFilter(const std::string& filter) {
   return filters.join(QStringLiteral(";;"));
 }
 
-QtDialogs::QtDialogs(Gate& gate, DialogTexts texts) : Dialogs(gate), texts_(std::move(texts)) {
-}
-
 QWidget* QtDialogs::Owner() const {
   if (QWidget* box = QApplication::activeModalWidget()) return box;
   if (QWidget* window = QApplication::activeWindow()) return window;
   return parent_;
 }
 
+QString QtDialogs::TextOf(PlatformText text) const {
+  return QString::fromStdString(InLanguage(text));
+}
+
 QString QtDialogs::Title(const std::string& title) const {
-  return QString::fromStdString(title.empty() ? texts_.programName : title);
+  return title.empty() ? TextOf(PlatformText::ProgramName) : QString::fromStdString(title);
 }
 
 bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
@@ -130,7 +131,7 @@ bool QtDialogs::TopIsAnswered() const {
 
 Answer QtDialogs::ShowMessage(const MessageBox& message) {
   const ButtonPair answers = AnswersOf(message.buttons);
-  const auto caption = [&](Answer answer) { return QString::fromStdString(CaptionOf(texts_, answer)); };
+  const auto caption = [&](Answer answer) { return TextOf(CaptionOf(answer)); };
 
   // On the heap and watched: the window below may be destroyed while the box stands, and takes the box with it.
   const QPointer<QMessageBox> box = new QMessageBox(Owner());
@@ -157,8 +158,8 @@ std::optional<std::string> QtDialogs::ShowInput(const std::string& prompt, const
   input->setLabelText(QString::fromStdString(prompt));
   for (QLabel* label : input->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   input->setTextValue(QString::fromStdString(preset));
-  input->setOkButtonText(QString::fromStdString(texts_.ok));
-  input->setCancelButtonText(QString::fromStdString(texts_.cancel));
+  input->setOkButtonText(TextOf(PlatformText::ButtonOk));
+  input->setCancelButtonText(TextOf(PlatformText::ButtonCancel));
   std::optional<std::string> text;
   if (Run(input.data())) text = input->textValue().toStdString();
   delete input;
@@ -186,8 +187,8 @@ std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& file
   // The folder of the last time may have been on a medium that is gone; the program's own is no place for files.
   const QString directory = QString::fromStdString(question.directory);
   files->setDirectory(QFileInfo(directory).isDir() ? directory : QDir::homePath());
-  files->setLabelText(QFileDialog::Accept, QString::fromStdString(texts_.ok));
-  files->setLabelText(QFileDialog::Reject, QString::fromStdString(texts_.cancel));
+  files->setLabelText(QFileDialog::Accept, TextOf(PlatformText::ButtonOk));
+  files->setLabelText(QFileDialog::Reject, TextOf(PlatformText::ButtonCancel));
   std::optional<std::string> path;
   if (Run(files.data()) && !files->selectedFiles().isEmpty()) path = files->selectedFiles().first().toStdString();
   delete files;

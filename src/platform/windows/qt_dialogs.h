@@ -10,25 +10,12 @@
 
 namespace velk {
 
-/// What stands on the boxes' buttons and, where a box has no title of its own, in their title. "&" marks the letter
-/// that presses a button together with Alt.
-struct DialogTexts {
-  std::string programName = "VELK";
-  std::string ok = "OK";
-  std::string cancel = "Cancel";
-  std::string yes = "&Yes";
-  std::string no = "&No";
-  std::string retry = "&Retry";
-};
-
 /// The boxes on the screen. Each is modal to the window that it stands over and runs an event loop of its own, so
 /// timers, lines and drawing go on behind it.
 class QtDialogs : public Dialogs {
  public:
-  explicit QtDialogs(Gate& gate, DialogTexts texts = {});
+  explicit QtDialogs(Gate& gate) : Dialogs(gate) {}
 
-  /// For the language, which is known only after the first settings were read.
-  void SetTexts(DialogTexts texts) { texts_ = std::move(texts); }
   /// The main window: where boxes stand when none of the program's windows is active.
   void SetParent(QWidget* parent) { parent_ = parent; }
 
@@ -51,9 +38,9 @@ class QtDialogs : public Dialogs {
   /// The path that was chosen in a file dialog made ready by the caller, which goes.
   std::optional<std::string> RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question);
   QWidget* Owner() const;
+  QString TextOf(PlatformText text) const;
   QString Title(const std::string& title) const;
 
-  DialogTexts texts_;
   QPointer<QWidget> parent_;
 };
 

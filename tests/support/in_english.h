@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/operator_text.h"
+
+namespace velk::test {
+
+/// The texts as an operator is shown them where no other language is set.
+inline std::vector<std::string> InEnglish(const std::vector<OperatorText>& texts) {
+  std::vector<std::string> english;
+  for (const OperatorText& text : texts) english.push_back(text.English());
+  return english;
+}
+
+}  // namespace velk::test
