@@ -5,6 +5,7 @@
 
 #include "platform/errors.h"
 #include "platform/numbers.h"
+#include "platform/single.h"
 
 namespace velk {
 
@@ -19,9 +20,7 @@ float LimitThroughText(double limit) {
 }  // namespace
 
 float NarrowOrNan(double value) {
-  // Negated, so that NaN falls out here too.
-  if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max()))) return kNan;
-  return static_cast<float>(value);
+  return FitsSingle(value) ? static_cast<float>(value) : kNan;
 }
 
 float TimeToY(double time, double origin, double pixelDivide, double timeStep) {

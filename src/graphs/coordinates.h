@@ -20,7 +20,8 @@ struct Scale {
   float max = 0;
 };
 
-/// A limit goes through its decimal text: what the operator reads in the table is what the curve is drawn with.
+/// A limit goes through its decimal text: what the operator reads in the table is what the curve is drawn with. Gains
+/// and offsets do the same (platform/single.h), but raise beyond 32 bits: a sample can't be told without them.
 Scale ScaleLimits(double min, double max);
 
 /// x of a value on a scale that reaches from `leftMargin` to `width`. Raises DivisionByZero for an empty scale.

@@ -6,7 +6,7 @@ namespace velk {
 /// 32 bits. Raises Overflow beyond that range.
 float ThroughText(double value);
 
-/// Whether a value lies within the 32-bit range.
+/// Whether a value lies within the 32-bit range; NaN does not.
 bool FitsSingle(double value);
 
 }  // namespace velk
