@@ -102,25 +102,24 @@ TEST(SimUnit, TheSameSeedSendsTheSameValues) {
 TEST(SimUnit, TheJournalHoldsWhatWasSent) {
   const test::TemporaryFolder folder;
   const auto frames = Frames(AllOf(Fast({"--journal", folder.File("sent"), "--frames", "30"})));
-  const auto journal = Journal(folder.File("sent"));
+  const auto journal = ReadJournal(folder.File("sent"));
   ASSERT_EQ(journal.size(), 30U);
   ASSERT_EQ(frames.size(), 30U);
   for (std::size_t i = 0; i < frames.size(); ++i) {
     EXPECT_EQ(journal[i].kind, "sound");
-    EXPECT_EQ(journal[i].text, frames[i] + "\\r\\n");
+    EXPECT_EQ(journal[i].text, frames[i] + "\r\n");
   }
 }
 
 TEST(SimUnit, TheAskedShareOfTheFramesIsDamagedAndMarkedInTheJournal) {
   const test::TemporaryFolder folder;
   AllOf({"--flood", "--journal", folder.File("sent"), "--frames", "2000", "--damage", "0.1"});
-  const auto journal = Journal(folder.File("sent"));
+  const auto journal = ReadJournal(folder.File("sent"));
   ASSERT_EQ(journal.size(), 2000U);
   int damaged = 0;
-  for (const JournalEntry& entry : journal) {
+  for (const SentFrame& entry : journal) {
     damaged += entry.kind == "damaged" ? 1 : 0;
-    const bool isSound =
-        entry.text.ends_with("\\r\\n") && IsSoundFrame(entry.text.substr(0, entry.text.size() - 4), 18);
+    const bool isSound = entry.text.ends_with("\r\n") && IsSoundFrame(entry.text.substr(0, entry.text.size() - 2), 18);
     EXPECT_TRUE(isSound || entry.kind == "damaged") << entry.text;
   }
   // Four standard deviations around 200.

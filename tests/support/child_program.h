@@ -1,10 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <fstream>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -61,30 +63,41 @@ class ChildProgram {
   int output_ = -1;
 };
 
+/// What a simulator has sent.
 struct SentFrame {
-  std::string kind;
+  std::string kind;  ///< "sound", "damaged", "cut" or "silent"
   std::string text;
   double sentAt = 0;  ///< seconds since 1970
 };
 
-/// The journal of a simulator, its escapes read back.
+/// A text of a journal with its escapes read back.
+inline std::string Unescaped(const std::string& text) {
+  std::string bytes;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] != '\\') {
+      bytes += text[at];
+    } else if (const char kind = text[++at]; kind == 'x') {
+      bytes += static_cast<char>(std::stoi(text.substr(at + 1, 2), nullptr, 16));
+      at += 2;
+    } else {
+      bytes += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : kind;
+    }
+  }
+  return bytes;
+}
+
+/// The journal of a simulator: a row is the time in seconds, the kind and the text. Another row fails the test; one
+/// that is still being written is left out.
 inline std::vector<SentFrame> ReadJournal(const std::string& path) {
+  static const std::regex head("([0-9]+\\.[0-9]{3})\t(sound|damaged|cut|silent)\t");
   std::vector<SentFrame> frames;
   std::ifstream file(path);
-  for (std::string row; std::getline(file, row);) {
-    const std::size_t first = row.find('\t'), second = row.find('\t', first + 1);
-    SentFrame frame{row.substr(first + 1, second - first - 1), {}, std::stod(row)};
-    for (std::size_t at = second + 1; at < row.size(); ++at) {
-      if (row[at] != '\\') {
-        frame.text += row[at];
-      } else if (const char kind = row[++at]; kind == 'x') {
-        frame.text += static_cast<char>(std::stoi(row.substr(at + 1, 2), nullptr, 16));
-        at += 2;
-      } else {
-        frame.text += kind == 'r' ? '\r' : kind == 'n' ? '\n' : kind == 't' ? '\t' : kind;
-      }
-    }
-    frames.push_back(frame);
+  for (std::string row; std::getline(file, row) && !file.eof();) {
+    std::smatch parts;
+    if (std::regex_search(row, parts, head, std::regex_constants::match_continuous))
+      frames.push_back({parts[2], Unescaped(parts.suffix()), std::stod(parts[1])});
+    else
+      ADD_FAILURE() << row;
   }
   return frames;
 }
