@@ -12,6 +12,7 @@
 #include "formula/computed_session.h"
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/frm_inc_params.h"
+#include "platform/windows/qt_dialogs.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -231,12 +232,15 @@ TEST_F(WindowsOfComputedChannels, ShowTheListOfParametersOverTheBoxes) {
 }
 
 TEST_F(WindowsOfComputedChannels, ChangeNothingAtTheEndOfTheProgram) {
-  WhenShown<ComputedParameters>([this](ComputedParameters& window) {
+  QtDialogs boxes{gate};
+  FormulaWindows shown{state, boxes, view, graphs};
+  shown.SetParent(&parent);
+  WhenShown<ComputedParameters>([&](ComputedParameters& window) {
     Box(window, 1).click();
     state.ProgramEnding = true;
-    windows.Close();
+    boxes.SetEnding();
   });
-  windows.mnuToolsInclude_Click();
+  shown.mnuToolsInclude_Click();
   EXPECT_TRUE(state.CurrentParameters[4].GraphVisible);
   EXPECT_EQ(graphs.created, 0);
 }

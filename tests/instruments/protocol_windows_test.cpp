@@ -16,6 +16,7 @@
 #include "instruments/windows/protocol_dialogs_qt.h"
 #include "instruments/windows/requested_data.h"
 #include "instruments/windows_fixture.h"
+#include "platform/windows/qt_dialogs.h"
 
 namespace velk {
 namespace {
@@ -306,7 +307,7 @@ class ProtocolDialogsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  test::ScriptedDialogs dialogs{gate};
+  QtDialogs dialogs{gate};
   ProtocolDialogsQt windows{dialogs};
   bool gateStoodOpen = false;
 };
@@ -355,9 +356,8 @@ TEST_F(ProtocolDialogsOnScreen, LetSamplesGoOnWhileTheyStand) {
 }
 
 TEST_F(ProtocolDialogsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
-  WhenShown<RequestedData>([this](RequestedData&) { windows.Close(); });
+  WhenShown<RequestedData>([this](RequestedData&) { dialogs.SetEnding(); });
   EXPECT_FALSE(windows.AskRequestedData({{"Flow", "", ""}}));
-  dialogs.SetEnding();
   EXPECT_FALSE(windows.AskHardwareSettings({}));
 }
 

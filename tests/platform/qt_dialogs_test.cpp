@@ -216,7 +216,7 @@ TEST_F(QtDialogsTest, SurvivesTheEndOfTheWindowBelow) {
 }
 
 TEST_F(QtDialogsTest, AnswersStandingAndLaterBoxesAtTheEnd) {
-  EXPECT_EQ(AnswerWith({"T", "", Buttons::RetryCancel}, [&](QMessageBox&) { dialogs_.EndBoxes(); }), Answer::Cancel);
+  EXPECT_EQ(AnswerWith({"T", "", Buttons::RetryCancel}, [&](QMessageBox&) { dialogs_.SetEnding(); }), Answer::Cancel);
   EXPECT_EQ(dialogs_.Message({"T", "", Buttons::YesNo}), Answer::No);
   EXPECT_EQ(dialogs_.Message({"T", "", Buttons::Ok}), Answer::Ok);
   EXPECT_EQ(dialogs_.Input("P", "T"), std::nullopt);

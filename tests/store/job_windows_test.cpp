@@ -10,10 +10,10 @@
 #include <QTest>
 #include <QTimer>
 
+#include "platform/windows/qt_dialogs.h"
 #include "store/windows/frm_file_exist.h"
 #include "store/windows/frm_inc_param_in_sum.h"
 #include "store/windows/job_questions_qt.h"
-#include "support/scripted_dialogs.h"
 
 namespace velk {
 namespace {
@@ -181,7 +181,7 @@ class JobQuestionsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  test::ScriptedDialogs dialogs{gate};
+  QtDialogs dialogs{gate};
   JobQuestionsQt questions{dialogs};
   bool gateStoodOpen = false;
 };
@@ -209,9 +209,8 @@ TEST_F(JobQuestionsOnScreen, GiveTheInclusion) {
 
 TEST_F(JobQuestionsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
   questions.SetParent(&parent);
-  WhenShown<frmFileExist>([this](frmFileExist&) { questions.Close(); });
+  WhenShown<frmFileExist>([this](frmFileExist&) { dialogs.SetEnding(); });
   EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);
-  dialogs.SetEnding();
   EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);
 }
 

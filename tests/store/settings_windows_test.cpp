@@ -10,11 +10,11 @@
 #include <QTest>
 #include <QTimer>
 
+#include "platform/windows/qt_dialogs.h"
 #include "store/windows/clear_settings.h"
 #include "store/windows/frm_user_options.h"
 #include "store/windows/list_input_box.h"
 #include "store/windows/settings_questions_qt.h"
-#include "support/scripted_dialogs.h"
 
 namespace velk {
 namespace {
@@ -278,7 +278,7 @@ class SettingsQuestionsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  test::ScriptedDialogs dialogs{gate};
+  QtDialogs dialogs{gate};
   SettingsQuestionsQt questions{dialogs};
   bool gateStoodOpen = false;
 };
@@ -327,10 +327,9 @@ TEST_F(SettingsQuestionsOnScreen, HandTheOptionsOn) {
 TEST_F(SettingsQuestionsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
   WhenShown<ListInputBox>([this](ListInputBox& window) {
     Find<QLineEdit>(window, "Text1")->setText("x");
-    questions.Close();
+    dialogs.SetEnding();
   });
   EXPECT_EQ(questions.Choose(kSave), "");
-  dialogs.SetEnding();
   EXPECT_EQ(questions.Choose(kSave), "");
   EXPECT_FALSE(questions.GroupsToClear().has_value());
 }

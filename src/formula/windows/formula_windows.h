@@ -19,8 +19,6 @@ class FormulaWindows {
 
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
-  /// Closes what stands on the screen; at the end of the program.
-  void Close() { windows_.Close(); }
 
   /// The Formula Calculator.
   void mnuToolsDefine_Click();

@@ -8,23 +8,12 @@
 
 namespace velk {
 
-void ProtocolDialogsQt::Close() {
-  const auto standing = standing_;
-  for (auto window = standing.rbegin(); window != standing.rend(); ++window)
-    if (*window) (*window)->reject();
-}
-
 template <class Answer, class Window>
 std::optional<Answer> ProtocolDialogsQt::Run(Window* made, Answer (*answer)(const Window&)) {
   // Watched: the parent may be destroyed while the window stands, and takes it along.
   const QPointer<Window> window = made;
-  window->setWindowModality(Qt::WindowModal);
-  standing_.push_back(window.data());
-  bool accepted = false;
-  dialogs_.Modal([&] { accepted = window->exec() == QDialog::Accepted; });
-  std::erase_if(standing_, [&](const QPointer<QDialog>& each) { return each.isNull() || each == window.data(); });
   std::optional<Answer> given;
-  if (accepted && window) given = answer(*window);
+  if (windows_.Run(window.data())) given = answer(*window);
   delete window;
   return given;
 }

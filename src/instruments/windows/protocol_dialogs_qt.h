@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QPointer>
 #include <QWidget>
 #include <vector>
@@ -8,14 +7,14 @@
 #include "i18n/languages.h"
 #include "i18n/translator.h"
 #include "instruments/protocol_dialogs.h"
-#include "platform/dialogs.h"
+#include "platform/windows/modal_windows.h"
 
 namespace velk {
 
 /// Asks with HardwareSettings, FormattedData, Intermittent, RequestedData and frmHPTHoneywellEZtrend.
 class ProtocolDialogsQt : public ProtocolDialogs {
  public:
-  explicit ProtocolDialogsQt(Dialogs& dialogs) : dialogs_(dialogs) {}
+  explicit ProtocolDialogsQt(Dialogs& dialogs) : dialogs_(dialogs), windows_(dialogs) {}
 
   /// For the language, which is known only after the first settings were read.
   void SetLanguage(const clstranslation& translator, const clsLanguages& languages) {
@@ -24,8 +23,6 @@ class ProtocolDialogsQt : public ProtocolDialogs {
   }
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
-  /// Closes what stands on the screen without an answer; at the end of the program.
-  void Close();
 
   std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) override;
   std::optional<Separators> AskFormattedData(const Separators& separators) override;
@@ -40,10 +37,10 @@ class ProtocolDialogsQt : public ProtocolDialogs {
   std::optional<Answer> Run(Window* window, Answer (*answer)(const Window&));
 
   Dialogs& dialogs_;
+  ModalWindows windows_;
   clstranslation translator_;
   clsLanguages languages_;
   QPointer<QWidget> parent_;
-  std::vector<QPointer<QDialog>> standing_;
 };
 
 }  // namespace velk

@@ -117,10 +117,6 @@ bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
   return dialog->exec() == QDialog::Accepted && dialog;
 }
 
-void QtDialogs::EndBoxes() {
-  SetEnding();
-}
-
 void QtDialogs::CloseStanding() {
   for (QDialog* dialog : ModalWindowsShown()) dialog->reject();
 }

@@ -21,9 +21,6 @@ class QtDialogs : public Dialogs {
 
   bool TopIsAnswered() const override;
 
-  /// SetEnding, and what stands on the screen is answered as if it had been closed.
-  void EndBoxes();
-
  protected:
   Answer ShowMessage(const MessageBox& box) override;
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,

@@ -22,8 +22,6 @@ class JobQuestionsQt : public JobQuestions {
   }
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
-  /// Closes what stands on the screen without an answer; at the end of the program.
-  void Close() { windows_.Close(); }
 
   FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override;
   void IncludeInSummary(SummaryInclusion& inclusion) override;

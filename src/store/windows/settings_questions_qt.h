@@ -18,8 +18,6 @@ class SettingsQuestionsQt : public SettingsQuestions {
   void SetLanguages(const clsLanguages& languages) { languages_ = languages; }
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
-  /// Closes what stands on the screen without an answer; at the end of the program.
-  void Close() { windows_.Close(); }
 
   std::string Choose(const ListQuestion& question) override;
   std::optional<GroupChoice> GroupsToClear() override;
