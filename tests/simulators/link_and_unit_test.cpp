@@ -127,7 +127,9 @@ TEST_F(LinkAndUnit, ALostDeviceCostsLittleProcessorTime) {
   while (link.ODataCom1.IsOpen()) clock.WaitRound();
   const std::clock_t before = std::clock();
   clock.WaitMilliseconds(2000);
-  EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 0.1);  // 5% of 2 seconds
+  // A port that goes on reporting its end takes all of the 2 seconds; the rounds of the wait themselves some
+  // hundredths, on a slow machine a tenth.
+  EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 0.5);
 }
 
 }  // namespace
