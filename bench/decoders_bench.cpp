@@ -2,14 +2,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include "instruments/any_serial_data.h"
-#include "instruments/data_taker.h"
-#include "instruments/intermittent.h"
-#include "instruments/national_oil_well.h"
-#include "instruments/own_unit.h"
-#include "instruments/page_readers.h"
-#include "instruments/requested_data.h"
-#include "instruments/stewart_stevenson.h"
+#include "instruments/decoders/any_serial_data.h"
+#include "instruments/decoders/data_taker.h"
+#include "instruments/decoders/intermittent.h"
+#include "instruments/decoders/national_oil_well.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/decoders/page_readers.h"
+#include "instruments/decoders/requested_data.h"
+#include "instruments/decoders/stewart_stevenson.h"
 #include "tests/support/byte_port.h"
 #include "tests/support/quick_clock.h"
 

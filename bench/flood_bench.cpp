@@ -21,12 +21,12 @@
 #include "bench/flood_unit.h"
 #include "demo/unattended.h"
 #include "instruments/windows/protocol_dialogs_qt.h"
-#include "platform/command.h"
-#include "platform/connection.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
+#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
-#include "store/windows/settings_questions_qt.h"
 
 namespace velk {
 

@@ -7,11 +7,11 @@
 
 #include <memory>
 
+#include "base/numbers.h"
 #include "bench/allocations.h"
 #include "formula/additional_parameters.h"
 #include "formula/evaluator.h"
 #include "formula/substitute.h"
-#include "platform/numbers.h"
 
 using namespace velk;
 using velk::bench::Allocations;

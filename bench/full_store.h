@@ -3,8 +3,8 @@
 #include <QTemporaryDir>
 #include <string>
 
-#include "platform/settings.h"
-#include "store/settings_io.h"
+#include "platform/settings/settings.h"
+#include "settings/settings_io.h"
 
 namespace velk::bench {
 

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "base/dates.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "model/graph_map.h"
-#include "platform/clock.h"
-#include "platform/dates.h"
-#include "platform/dialogs.h"
-#include "platform/gate.h"
-#include "platform/settings.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/loop/clock.h"
+#include "platform/loop/gate.h"
+#include "platform/settings/settings.h"
 
 // Eight curves on one chart of 900x240, fed one sample after the other and shown as a user sees them: against a chart
 // that replots for each sample, and for as long as a week of seconds to see that memory stays where it is.
@@ -102,7 +102,7 @@ class NoDialogs : public Dialogs {
 class LiveChart {
  public:
   LiveChart() {
-    session_.GraphTimeStep = kSecond;
+    session_.Times.GraphTimeStep = kSecond;
     session_.NumberOfParameters = kCurves;
     for (int i = 1; i <= kCurves; ++i) {
       Parameter& curve = session_.CurrentParameters[i];
@@ -118,16 +118,16 @@ class LiveChart {
     area_.show();
     windows_.CreateGraphWindows();
     window_ = session_.GraphForms[1];
-    session_.GraphPageTime = session_.GraphEndTime = lastTime_ = start_;
+    session_.Times.GraphPageTime = session_.Times.GraphEndTime = lastTime_ = start_;
     window_->WriteDate(start_, start_ + BlockLength());
   }
 
   void Sample() {
     const double time = start_ + static_cast<double>(sample_) * kSecond;
-    if (time >= session_.GraphEndTime) {
-      window_->Picture2_Update(session_.GraphEndTime, session_.GraphEndTime + BlockLength());
-      session_.GraphPageTime = window_->TimeOrigin();
-      session_.GraphEndTime += BlockLength();
+    if (time >= session_.Times.GraphEndTime) {
+      window_->Picture2_Update(session_.Times.GraphEndTime, session_.Times.GraphEndTime + BlockLength());
+      session_.Times.GraphPageTime = window_->TimeOrigin();
+      session_.Times.GraphEndTime += BlockLength();
     }
     for (int i = 1; i <= kCurves; ++i) {
       const Parameter& curve = session_.CurrentParameters[i];

@@ -13,14 +13,14 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/dates.h"
+#include "log/log_database.h"
 #include "model/session.h"
-#include "platform/dates.h"
-#include "platform/dialogs.h"
-#include "platform/gate.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/loop/gate.h"
+#include "platform/loop/system_clock.h"
 #include "platform/platform.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
-#include "store/log_database.h"
+#include "platform/settings/settings.h"
 
 namespace {
 

@@ -15,16 +15,16 @@
 #include <string>
 #include <vector>
 
+#include "base/dates.h"
 #include "core/sample_values.h"
 #include "demo/unattended.h"
-#include "instruments/own_unit.h"
-#include "instruments/protocols.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/table/protocols.h"
 #include "instruments/windows/protocol_dialogs_qt.h"
-#include "platform/dates.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
+#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
-#include "store/windows/settings_questions_qt.h"
 
 namespace velk {
 
@@ -145,9 +145,9 @@ class Job {
 void RunWholeSample(benchmark::State& state, int formulas) {
   Job job("", formulas);
   job.Sample();
-  const double before = job.State().LastPlotTime;
+  const double before = job.State().Times.LastPlotTime;
   for (auto _ : state) job.Sample();
-  if (job.State().LastPlotTime - before < static_cast<double>(state.iterations()) / 86400 - 1e-6)
+  if (job.State().Times.LastPlotTime - before < static_cast<double>(state.iterations()) / 86400 - 1e-6)
     state.SkipWithError("not every sample was drawn");
   state.SetItemsProcessed(state.iterations());
 }

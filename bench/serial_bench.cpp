@@ -2,9 +2,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "instruments/get_field.h"
-#include "instruments/line_framing.h"
-#include "instruments/own_unit.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/link/line_framing.h"
+#include "instruments/reading/get_field.h"
 
 namespace velk {
 namespace {

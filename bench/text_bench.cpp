@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "platform/dates.h"
-#include "platform/numbers.h"
+#include "base/dates.h"
+#include "base/numbers.h"
 
 using namespace velk;
 

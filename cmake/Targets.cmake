@@ -1,8 +1,8 @@
 # What a folder of src/ or tests/ says in its CMakeLists.txt.
 #
-#   velk_library(store USES velk_model QT Core LIBS SQLite::SQLite3)   all .cpp of src/store
-#   velk_windows(store USES velk_store)                                all .cpp and .ui of src/store/windows
-#   velk_tests(store USES velk_store)                                  all *_test.cpp of tests/store
+#   velk_library(log USES velk_model QT Core LIBS SQLite::SQLite3)     all .cpp of src/log and its sub-rooms
+#   velk_windows(log USES velk_log)                                    all .cpp and .ui of src/log/windows
+#   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log
 #   velk_translations(velk ${CMAKE_CURRENT_BINARY_DIR})                the two translation databases in that folder
 
 set(VELK_PCH_CORE <algorithm> <array> <chrono> <cmath> <cstdint> <functional> <map> <memory> <optional> <string>
@@ -17,7 +17,9 @@ function(velk_target_common target)
 endfunction()
 
 function(velk_library folder)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/src/${folder}/*.h)
+  set(dir ${CMAKE_SOURCE_DIR}/src/${folder})
+  file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.h ${dir}/*/*.cpp ${dir}/*/*.h)
+  list(FILTER sources EXCLUDE REGEX "/windows/")
   add_library(velk_${folder} STATIC ${sources})
   velk_target_common(velk_${folder} ${ARGN})
   target_precompile_headers(velk_${folder} PRIVATE ${VELK_PCH_CORE})
@@ -46,11 +48,12 @@ endfunction()
 function(velk_translations target folder)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)
   set(script ${CMAKE_SOURCE_DIR}/scripts/make_translations)
+  file(GLOB tables CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/captions/*.tsv ${CMAKE_SOURCE_DIR}/data/messages/*.tsv)
   set(databases "${folder}/VELK Translation Data.mdb" "${folder}/VELKMESSAGES.MDB")
   add_custom_command(
     OUTPUT ${databases}
     COMMAND ${Python3_EXECUTABLE} -B ${script} ${CMAKE_SOURCE_DIR}/data ${folder}
-    DEPENDS ${script} ${CMAKE_SOURCE_DIR}/data/languages.tsv ${CMAKE_SOURCE_DIR}/data/messages.tsv
+    DEPENDS ${script} ${tables}
     COMMENT "Making the translation databases of ${target}"
     VERBATIM)
   add_custom_target(${target}_translations DEPENDS ${databases})

@@ -9,18 +9,19 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/text_qt.h"
 #include "demo/demo_job.h"
 #include "demo/simulator.h"
 #include "demo/unattended.h"
 #include "instruments/windows/protocol_dialogs_qt.h"
 #include "model/status.h"
-#include "platform/command.h"
-#include "platform/connection.h"
-#include "platform/system_clock.h"
-#include "platform/text_qt.h"
+#include "model/texts.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
+#include "platform/loop/system_clock.h"
 #include "platform/windows/qt_dialogs.h"
+#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
-#include "store/windows/settings_questions_qt.h"
 
 namespace velk::demo {
 
@@ -73,7 +74,7 @@ class DemoJob {
   void Begin() {
     Session& session = application_.State();
     application_.Window().Button("Acquire")->trigger();
-    if (!StatusIs(session, MessageId::StatusReadyToAcquire)) return;
+    if (!StatusIs(session, text::StatusReadyToAcquire)) return;
     session.CurrentFile = FromQt(options_.log);
     session.RecordToDB = true;
     application_.Window().SetButtonImage("RecordToDB", image::RecordOn);
@@ -123,14 +124,15 @@ int Run(const QApplication& qt) {
   Simulator simulator;
   const std::string device = simulator.Start(SimulatorOptions(options));
 
+  Translation translation;
   Gate gate;
   SystemClock clock(gate);
   std::unique_ptr<Dialogs> dialogs;
   QtDialogs* boxes = nullptr;
   if (options.seconds > 0 || options.recordOnly) {
-    dialogs = std::make_unique<UnattendedDialogs>(gate);
+    dialogs = std::make_unique<UnattendedDialogs>(gate, translation.Translator);
   } else {
-    auto shown = std::make_unique<QtDialogs>(gate);
+    auto shown = std::make_unique<QtDialogs>(gate, translation.Translator);
     boxes = shown.get();
     dialogs = std::move(shown);
   }
@@ -138,13 +140,14 @@ int Run(const QApplication& qt) {
   SetUpStore(settings, device, options.recordOnly);
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
-  SettingsQuestionsQt settingsQuestions(*dialogs);
-  ProtocolDialogsQt protocolDialogs(*dialogs);
-  Services services{{clock, gate, *dialogs, settings}, questions, settingsQuestions, protocolDialogs, MakeSerialPort};
-  services.onLanguage = [&](const Session& session) {
-    settingsQuestions.SetLanguages(session.Languages);
-    protocolDialogs.SetLanguage(session.Translator, session.Languages);
-  };
+  SettingsQuestionsQt settingsQuestions(*dialogs, translation);
+  ProtocolDialogsQt protocolDialogs(*dialogs, translation);
+  const Services services{{clock, gate, *dialogs, settings, translation.Translator},
+                          translation,
+                          questions,
+                          settingsQuestions,
+                          protocolDialogs,
+                          MakeSerialPort};
   Application application(services);
   if (boxes) boxes->SetParent(&application.Window());
   settingsQuestions.SetParent(&application.Window());

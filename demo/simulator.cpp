@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 
-#include "platform/errors.h"
-#include "platform/text_qt.h"
+#include "base/errors.h"
+#include "base/text_qt.h"
 
 namespace velk::demo {
 

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "platform/dialogs.h"
-#include "store/job_questions.h"
+#include "log/job_questions.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk::demo {
 
@@ -14,7 +14,7 @@ class UnattendedDialogs : public Dialogs {
   int boxes = 0;
 
  protected:
-  Answer ShowMessage(const MessageBox& box) override {
+  Answer ShowMessage(const ShownMessage& box) override {
     ++boxes;
     std::fprintf(stderr, "box: %s\n", box.text.c_str());
     if (box.buttons == Buttons::YesNo) return Answer::No;
@@ -23,8 +23,8 @@ class UnattendedDialogs : public Dialogs {
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
-  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
 };
 
 /// The first parameters that are shown go into the summary report.

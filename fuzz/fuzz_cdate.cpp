@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "platform/dates.h"
-#include "platform/errors.h"
+#include "base/dates.h"
+#include "base/errors.h"
 
 using namespace velk;
 

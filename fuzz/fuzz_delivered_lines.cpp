@@ -5,12 +5,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "instruments/any_serial_data.h"
-#include "instruments/data_taker.h"
-#include "instruments/intermittent.h"
-#include "instruments/national_oil_well.h"
-#include "instruments/own_unit.h"
-#include "instruments/time_check.h"
+#include "instruments/decoders/any_serial_data.h"
+#include "instruments/decoders/data_taker.h"
+#include "instruments/decoders/intermittent.h"
+#include "instruments/decoders/national_oil_well.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/reading/time_check.h"
 
 using namespace velk;
 

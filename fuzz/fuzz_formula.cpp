@@ -9,13 +9,13 @@
 #include <memory>
 #include <vector>
 
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "formula/evaluator.h"
 #include "formula/formula_checks.h"
 #include "formula/operands.h"
 #include "formula/operations.h"
 #include "formula/substitute.h"
-#include "platform/errors.h"
-#include "platform/numbers.h"
 
 using namespace velk;
 

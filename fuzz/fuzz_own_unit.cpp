@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "instruments/get_field.h"
-#include "instruments/own_unit.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/reading/get_field.h"
 
 using namespace velk;
 

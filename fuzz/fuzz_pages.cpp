@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "instruments/page_readers.h"
-#include "platform/errors.h"
+#include "base/errors.h"
+#include "instruments/decoders/page_readers.h"
 
 using namespace velk;
 

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/dates.h"
-#include "platform/errors.h"
-#include "platform/numbers.h"
+#include "base/dates.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 
 using namespace velk;
 

@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "instruments/data_taker.h"
-#include "instruments/intermittent.h"
-#include "instruments/line_length.h"
-#include "instruments/national_oil_well.h"
-#include "instruments/requested_data.h"
-#include "instruments/stewart_stevenson.h"
-#include "instruments/time_check.h"
+#include "instruments/decoders/data_taker.h"
+#include "instruments/decoders/intermittent.h"
+#include "instruments/decoders/national_oil_well.h"
+#include "instruments/decoders/requested_data.h"
+#include "instruments/decoders/stewart_stevenson.h"
+#include "instruments/reading/line_length.h"
+#include "instruments/reading/time_check.h"
 #include "tests/support/byte_port.h"
 #include "tests/support/quick_clock.h"
 

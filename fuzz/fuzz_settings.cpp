@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ini_file.h"
+#include "platform/settings/ini_file.h"
 
 using namespace velk;
 

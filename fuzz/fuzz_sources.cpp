@@ -8,8 +8,9 @@
 #include <cstdlib>
 
 #include "core/polling.h"
-#include "instruments/protocols.h"
-#include "platform/settings.h"
+#include "instruments/table/protocols.h"
+#include "model/texts.h"
+#include "platform/settings/settings.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_graphs.h"
 #include "tests/support/fake_serial_port.h"
@@ -72,8 +73,8 @@ struct Rig {
   Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
 
   // The words alone: a change of the status through the main window costs more than all the rest of a run.
-  const std::string ready = session.Translator.Translate(MessageId::StatusReady);
-  const std::string acquiring = session.Translator.Translate(MessageId::StatusAcquiringData);
+  const std::string ready = text::StatusReady;
+  const std::string acquiring = text::StatusAcquiringData;
 
   Rig() {
     settings.Save("VELK2", "Protocol", "PortDevice1", "/dev/fuzzed");  // not looked for among the machine's own

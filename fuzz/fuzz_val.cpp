@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "platform/errors.h"
-#include "platform/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 
 using namespace velk;
 

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "instruments/protocols.h"
+#include "base/dates.h"
+#include "core/texts.h"
+#include "instruments/table/protocols.h"
+#include "instruments/texts.h"
+#include "log/current_velk.h"
 #include "model/graph_map.h"
 #include "model/status.h"
-#include "platform/dates.h"
-#include "store/current_velk.h"
+#include "model/texts.h"
 
 namespace velk {
 
@@ -46,10 +49,9 @@ void Acquisition::mnuAcquireConnect_Click() {
 void Acquisition::Connect(const Statements& run) {
   view_.SetMenuEnabled("mnuAcquireStart", true);
   view_.SetMenuEnabled("mnuAcquireStop", true);
-  if (!StatusIs(session_, MessageId::StatusReady)) {
-    platform_.dialogs.Message({session_.Translator.Translate(MessageId::UnableToAcquire) + session_.CurrentStatus,
-                               session_.Translator.Translate(MessageId::AcquireDataTitle), Buttons::Ok,
-                               BoxIcon::Exclamation});
+  if (!StatusIs(session_, text::StatusReady)) {
+    platform_.dialogs.Message(
+        {text::UnableToAcquire + session_.CurrentStatus, text::AcquireDataTitle, Buttons::Ok, BoxIcon::Exclamation});
     return;
   }
   view_.SetHourglass(true);
@@ -59,7 +61,7 @@ void Acquisition::Connect(const Statements& run) {
   graphs_.UnloadAll();
   session_.AcquisitionMode = true;
   session_.StopRequested = false;
-  session_.GraphTimeStep = session_.SamplingRate;
+  session_.Times.GraphTimeStep = session_.SamplingRate;
   road_.ForgetValues();
   CopyParameters();
   BuildGraphMap(session_, session_.TotalParameters);
@@ -78,13 +80,13 @@ void Acquisition::CopyParameters() {
 bool Acquisition::CheckHardware() {
   const Protocol* protocol = FindProtocol(session_.SerialData);
   const Driver driver = protocol ? protocol->driver : Driver::None;
-  ChangeCurrentStatus(session_, view_, MessageId::StatusCheckingHardware);
+  ChangeCurrentStatus(session_, view_, text::StatusCheckingHardware);
   view_.SetHourglass(true);
   view_.SetButtonVisible("Stop", true);
   if (driver == Driver::NetworkedPage)
     polling_.CanFetchPage();
   else if (driver == Driver::None)
-    Tell(MessageId::NoDriver, MessageId::AcquireDataTitle, BoxIcon::Exclamation);
+    Tell(text::NoDriver, text::AcquireDataTitle, BoxIcon::Exclamation);
   else
     CheckPort();
   return !session_.StopRequested;
@@ -97,12 +99,11 @@ void Acquisition::CheckPort() {
   link_.ClosePlainPort();
   link_.SetODataCom();
   if (link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
-    Tell(MessageId::TimeOutCheckHardware, MessageId::TimeOutTitle, BoxIcon::Critical);
+    Tell(text::TimeOutCheckHardware, text::TimeOutTitle, BoxIcon::Critical);
 }
 
-void Acquisition::Tell(MessageId text, MessageId title, BoxIcon icon) {
-  platform_.dialogs.Message(
-      {session_.Translator.Translate(text), session_.Translator.Translate(title), Buttons::Ok, icon});
+void Acquisition::Tell(const MessageText& text, const MessageText& title, BoxIcon icon) {
+  platform_.dialogs.Message({text, title, Buttons::Ok, icon});
 }
 
 bool Acquisition::WaitForLine() {
@@ -123,33 +124,32 @@ void Acquisition::ShowReadyToAcquire() {
   timers_.Timer1->SetEnabled(false);
   view_.SetMenuEnabled("mnuAcquireStart", true);
   view_.SetMenuEnabled("mnuAcquireStop", true);
-  CaptionStartButton(MessageId::Start, image::PauseStopped);
+  CaptionStartButton(text::Start, image::PauseStopped);
   view_.SetButtonVisible("Pause", true);
   view_.SetButtonVisible("Stop", true);
-  ChangeCurrentStatus(session_, view_, MessageId::StatusReadyToAcquire);
+  ChangeCurrentStatus(session_, view_, text::StatusReadyToAcquire);
 }
 
 // --- Start, Pause, Resume ---
 
 void Acquisition::mnuAcquireStart_Click() {
   RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [&](const Statements& run) {
-    if (StatusIs(session_, MessageId::StatusAcquiringData))
+    if (StatusIs(session_, text::StatusAcquiringData))
       Pause();
-    else if (StatusIs(session_, MessageId::StatusReadyToAcquire) ||
-             StatusIs(session_, MessageId::StatusAcquiringPaused))
+    else if (StatusIs(session_, text::StatusReadyToAcquire) || StatusIs(session_, text::StatusAcquiringPaused))
       Start(run);
   });
 }
 
 void Acquisition::Start(const Statements& run) {
   if (NeedsFile()) return;
-  if (StatusIs(session_, MessageId::StatusReadyToAcquire)) BeginJob(run);
+  if (StatusIs(session_, text::StatusReadyToAcquire)) BeginJob(run);
   Run(run);
 }
 
 bool Acquisition::NeedsFile() {
   if (!session_.RecordToDB || !session_.CurrentFile.empty()) return false;
-  platform_.dialogs.Message({session_.Translator.Translate(MessageId::FileNameNotSupplied), {}});
+  platform_.dialogs.Message({text::FileNameNotSupplied, {}});
   recorder_.mnuFileRecord_Click();
   return session_.CurrentFile.empty();
 }
@@ -164,22 +164,23 @@ void Acquisition::BeginJob(const Statements& run) {
 }
 
 void Acquisition::SetStartTimes() {
-  session_.GraphTimeStep = session_.SamplingRate;
-  session_.LastPlotTime = session_.GraphEndTime = session_.GraphPageTime = session_.LastPageTime = session_.StartTime;
+  session_.Times.GraphTimeStep = session_.SamplingRate;
+  session_.Times.LastPlotTime = session_.Times.GraphEndTime = session_.Times.GraphPageTime = session_.LastPageTime =
+      session_.StartTime;
 }
 
 void Acquisition::WriteTimeAxes() {
-  const double blockEnd = session_.GraphPageTime + session_.SamplingRate * session_.pixelslength;
+  const double blockEnd = session_.Times.GraphPageTime + session_.SamplingRate * session_.pixelslength;
   for (int k = 1; k <= session_.GraphCount; ++k)
     if (GraphWindow* window = session_.GraphForms[session_.GraphList[k]])
-      window->WriteDate(session_.GraphPageTime, blockEnd);
+      window->WriteDate(session_.Times.GraphPageTime, blockEnd);
 }
 
 void Acquisition::Run(const Statements& run) {
   if (!polling_.OpenPort()) return;
   if (session_.RecordToDB) run([&] { recorder_.Open(); });
-  CaptionStartButton(MessageId::Pause, image::PauseRunning);
-  ChangeCurrentStatus(session_, view_, MessageId::StatusAcquiringData);
+  CaptionStartButton(text::Pause, image::PauseRunning);
+  ChangeCurrentStatus(session_, view_, text::StatusAcquiringData);
   session_.FormattedLineLength = 0;
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
@@ -192,18 +193,17 @@ void Acquisition::Run(const Statements& run) {
 }
 
 void Acquisition::Pause() {
-  CaptionStartButton(MessageId::Resume, image::PauseStopped);
-  ChangeCurrentStatus(session_, view_, MessageId::StatusAcquiringPaused);
+  CaptionStartButton(text::Resume, image::PauseStopped);
+  ChangeCurrentStatus(session_, view_, text::StatusAcquiringPaused);
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   timers_.Timer1->SetEnabled(false);
   ReleaseGraphToolbars();
 }
 
-void Acquisition::CaptionStartButton(MessageId caption, int image) {
-  const std::string text = session_.Translator.Translate(caption);
+void Acquisition::CaptionStartButton(const MessageText& caption, int image) {
   view_.SetButtonImage("Pause", image);
-  view_.SetButtonToolTip("Pause", text);
-  view_.SetMenuCaption("mnuAcquireStart", text);
+  view_.SetButtonToolTip("Pause", caption);
+  view_.SetMenuCaption("mnuAcquireStart", caption);
 }
 
 void Acquisition::ReleaseGraphToolbars() {
@@ -224,8 +224,8 @@ void Acquisition::mnuAcquireStop_Click() {
     session_.StopRequested = true;
     // A sample that is under way still holds the log: it closes it when it leaves.
     if (!road_.IsRunning()) recorder_.Finish();
-    CaptionStartButton(MessageId::Start, image::PauseStopped);
-    ChangeCurrentStatus(session_, view_, MessageId::StatusReady);
+    CaptionStartButton(text::Start, image::PauseStopped);
+    ChangeCurrentStatus(session_, view_, text::StatusReady);
     graphs_.UnloadAll();
   });
 }
@@ -235,8 +235,8 @@ void Acquisition::mnuAcquireStop_Click() {
 void Acquisition::RecordToDB_Click() {
   RunProcedure({platform_.dialogs, "Toolbar1_ButtonClick"}, [&](const Statements& run) {
     if (session_.RecordToDB) return recorder_.SwitchOff();
-    const bool running = StatusIs(session_, MessageId::StatusAcquiringData);
-    if (!running && !StatusIs(session_, MessageId::StatusAcquiringPaused)) return;
+    const bool running = StatusIs(session_, text::StatusAcquiringData);
+    if (!running && !StatusIs(session_, text::StatusAcquiringPaused)) return;
     if (running) Pause();
     try {
       recorder_.ChooseAndBegin(run);
@@ -244,7 +244,7 @@ void Acquisition::RecordToDB_Click() {
     } catch (const LeaveProcedure&) {
       // Without a log the job goes on as it was before the button was pressed.
     }
-    if (running && StatusIs(session_, MessageId::StatusAcquiringPaused)) Run(run);
+    if (running && StatusIs(session_, text::StatusAcquiringPaused)) Run(run);
     for (GraphWindow* window : session_.GraphForms)
       if (window) window->RefreshForm();
   });

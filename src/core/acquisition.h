@@ -3,7 +3,7 @@
 #include "core/polling.h"
 #include "core/recorder.h"
 #include "core/sample_road.h"
-#include "instruments/link.h"
+#include "instruments/link/link.h"
 #include "model/main_timers.h"
 
 namespace velk {
@@ -31,7 +31,7 @@ class Acquisition {
   bool CheckHardware();
   void CheckPort();
   bool WaitForLine();
-  void Tell(MessageId text, MessageId title, BoxIcon icon);
+  void Tell(const MessageText& text, const MessageText& title, BoxIcon icon);
   void ShowReadyToAcquire();
 
   void Start(const Statements& run);
@@ -41,7 +41,7 @@ class Acquisition {
   void WriteTimeAxes();
   void Run(const Statements& run);
   void Pause();
-  void CaptionStartButton(MessageId caption, int image);
+  void CaptionStartButton(const MessageText& caption, int image);
   void ReleaseGraphToolbars();
 
   Session& session_;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/numbers.h"
 #include "model/graph_window.h"
-#include "platform/numbers.h"
 
 namespace velk {
 

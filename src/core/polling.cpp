@@ -2,12 +2,15 @@
 
 #include <utility>
 
+#include "base/dates.h"
+#include "core/texts.h"
 #include "core/under.h"
-#include "instruments/networked_unit.h"
-#include "instruments/port_reader.h"
-#include "instruments/protocols.h"
+#include "instruments/decoders/networked_unit.h"
+#include "instruments/reading/port_reader.h"
+#include "instruments/table/protocols.h"
+#include "instruments/texts.h"
 #include "model/status.h"
-#include "platform/dates.h"
+#include "model/texts.h"
 
 namespace velk {
 
@@ -101,10 +104,9 @@ Values Polling::Learn(const Statements& run, bool& timedOut) {
     link_.SetODataCom();
   }
   if (outcome != LineLength::TimedOutCheckHardware && outcome != LineLength::TimedOutCheckSettings) return Values::Left;
-  const MessageId text =
-      outcome == LineLength::TimedOutCheckHardware ? MessageId::TimeOutCheckHardware : MessageId::TimeOutCheckSettings;
-  platform_.dialogs.Message({session_.Translator.Translate(text),
-                             session_.Translator.Translate(MessageId::TimeOutTitle), Buttons::Ok, BoxIcon::Critical});
+  const MessageText text =
+      outcome == LineLength::TimedOutCheckHardware ? text::TimeOutCheckHardware : text::TimeOutCheckSettings;
+  platform_.dialogs.Message({text, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
   timedOut = TakeTimeOut();
   return Values::Left;
 }
@@ -112,8 +114,8 @@ Values Polling::Learn(const Statements& run, bool& timedOut) {
 /// Whether it was a wait that has set StopRequested in a running job. A job that stands then loses the mark at once, or
 /// the end of this sample would end the recording too; Stop has left the job already.
 bool Polling::TakeTimeOut() {
-  const bool acquiring = StatusIs(session_, MessageId::StatusAcquiringData);
-  if (acquiring || StatusIs(session_, MessageId::StatusAcquiringPaused)) session_.StopRequested = false;
+  const bool acquiring = StatusIs(session_, text::StatusAcquiringData);
+  if (acquiring || StatusIs(session_, text::StatusAcquiringPaused)) session_.StopRequested = false;
   return acquiring;
 }
 
@@ -121,7 +123,7 @@ bool Polling::TakeTimeOut() {
 void Polling::PauseAfterTimeOut() {
   recorder_.Close();
   platform_.clock.WaitMilliseconds(kRestBeforeCloseMs);
-  if (!StatusIs(session_, MessageId::StatusAcquiringData)) return;
+  if (!StatusIs(session_, text::StatusAcquiringData)) return;
   link_.ClosePlainPort();
   timers_.Timer1->SetEnabled(false);
   view_.Repaint();
@@ -132,7 +134,7 @@ void Polling::PauseAfterTimeOut() {
 /// under way stays: the job may begin with it. Frames of the DAS 104 stand between CRs, so the CR ahead of it stays
 /// too.
 void Polling::DropLinesOutsideOfTheJob() {
-  if (ticks_.Depth() > 0 || StatusIs(session_, MessageId::StatusAcquiringData)) return;
+  if (ticks_.Depth() > 0 || StatusIs(session_, text::StatusAcquiringData)) return;
   const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
   if (lastEnd == std::string::npos) return;
   link_.MSComm1->Read(session_.SerialData == protocol::Das104 ? lastEnd : lastEnd + 1);
@@ -148,7 +150,7 @@ void Polling::MSComm1_OnComm() {
   const Under analysing(analysing_);
   while (lines_.Receive(*link_.MSComm1)) {
     link_.PlainDataCame();
-    if (StatusIs(session_, MessageId::StatusAcquiringData)) IntermittentDataAnalysis();
+    if (StatusIs(session_, text::StatusAcquiringData)) IntermittentDataAnalysis();
   }
 }
 
@@ -173,7 +175,7 @@ Values Polling::TakeBufferedLine(const Statements& run, int number) {
   if (!sample.accepted) return Values::Left;
   session_.SampleTime = sample.sampleTime;
   if (number == 1)
-    session_.StartTime = session_.LastPlotTime = session_.GraphEndTime = session_.GraphPageTime =
+    session_.StartTime = session_.Times.LastPlotTime = session_.Times.GraphEndTime = session_.Times.GraphPageTime =
         session_.LastPageTime = CutToMinute(sample.sampleTime);
   return Values::TakenWithOwnTime;
 }
@@ -192,7 +194,7 @@ bool Polling::CanFetchPage() {
       try {
         pages_->Fetch(UnitPageAddress(session_));
       } catch (const PageError& error) {
-        throw RuntimeError(error.Number(), PageErrorText(session_.Translator, error));
+        throw RuntimeError(error.Number(), PageErrorText(error));
       }
     });
   });
@@ -246,7 +248,7 @@ void Polling::PassPage(const char* procedure, const std::function<std::optional<
   if (!line) return;
   ++pagesCame_;
   Text1_ = *line;
-  if (StatusIs(session_, MessageId::StatusAcquiringData)) road_.ProcessLine(Text1_);
+  if (StatusIs(session_, text::StatusAcquiringData)) road_.ProcessLine(Text1_);
 }
 
 }  // namespace velk

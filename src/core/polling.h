@@ -8,11 +8,11 @@
 #include "core/sample_road.h"
 #include "core/stacked_work.h"
 #include "core/tick_port.h"
-#include "instruments/intermittent.h"
-#include "instruments/line_length.h"
-#include "instruments/link.h"
+#include "instruments/decoders/intermittent.h"
+#include "instruments/link/link.h"
+#include "instruments/reading/line_length.h"
 #include "model/main_timers.h"
-#include "platform/page_fetch.h"
+#include "platform/pages/page_fetch.h"
 
 namespace velk {
 

@@ -1,11 +1,13 @@
 #include "core/recorder.h"
 
+#include "base/numbers.h"
+#include "base/text.h"
+#include "core/texts.h"
 #include "core/under.h"
-#include "platform/clock.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
-#include "store/begin_recording.h"
-#include "store/record_file.h"
+#include "log/begin_recording.h"
+#include "log/record_file.h"
+#include "model/texts.h"
+#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -107,9 +109,9 @@ void Recorder::AppendRowQuietly(std::optional<double> rowTime) {
 }
 
 void Recorder::FollowPage(const Statements& run) {
-  if (session_.GraphPageTime == session_.LastPageTime) return;
+  if (session_.Times.GraphPageTime == session_.LastPageTime) return;
   ++session_.PageCount;
-  session_.LastPageTime = session_.GraphPageTime;
+  session_.LastPageTime = session_.Times.GraphPageTime;
   // One question at a time: samples that overrun it only count the page.
   if (session_.CurrentFile.empty() && !asking_) AskForFile(run);
   if (session_.CurrentFile.empty()) return;
@@ -122,9 +124,7 @@ void Recorder::FollowPage(const Statements& run) {
 
 void Recorder::AskForFile(const Statements& run) {
   const Under asking(asking_);
-  const auto& translator = session_.Translator;
-  const Answer answer =
-      platform_.dialogs.Message({translator.Translate(MessageId::SaveDataNow), "", Buttons::YesNo, BoxIcon::Question});
+  const Answer answer = platform_.dialogs.Message({text::SaveDataNow, "", Buttons::YesNo, BoxIcon::Question});
   if (answer != Answer::Yes) return;
   if (view_.ButtonImage("RecordToDB") == image::RecordOff)
     ChooseAndBegin(run);
@@ -142,13 +142,12 @@ void Recorder::Finish() {
 }
 
 void Recorder::ShowFile() {
-  view_.SetPanel(2, session_.Translator.Translate(MessageId::CurrentFile) + session_.CurrentFile);
+  view_.SetPanel(2, text::CurrentFile + session_.CurrentFile);
 }
 
 void Recorder::ShowMissingRows() {
-  view_.SetPanel(5, missingRows_ == 0 ? std::string()
-                                      : session_.Translator.Translate(MessageId::RowsMissing) +
-                                            NumberText(static_cast<double>(missingRows_)));
+  view_.SetPanel(
+      5, missingRows_ == 0 ? OperatorText() : text::RowsMissing + NumberText(static_cast<double>(missingRows_)));
 }
 
 }  // namespace velk

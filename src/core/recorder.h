@@ -2,13 +2,13 @@
 
 #include <optional>
 
+#include "log/job_questions.h"
+#include "log/log_database.h"
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
+#include "platform/dialogs/procedure.h"
 #include "platform/platform.h"
-#include "platform/procedure.h"
-#include "store/job_questions.h"
-#include "store/log_database.h"
 
 namespace velk {
 

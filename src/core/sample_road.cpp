@@ -2,10 +2,11 @@
 
 #include <utility>
 
+#include "base/dates.h"
 #include "core/alarms.h"
+#include "core/texts.h"
 #include "formula/additional_parameters.h"
-#include "platform/clock.h"
-#include "platform/dates.h"
+#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -70,7 +71,7 @@ void SampleRoad::ProcessLine(const std::string& line) {
 }
 
 Report SampleRoad::ReportOf(const char* procedure) const {
-  return {platform_.dialogs, procedure, session_.Translator.Translate(MessageId::AcquiringDataError)};
+  return {platform_.dialogs, procedure, text::AcquiringDataError};
 }
 
 void SampleRoad::Sample(const Report& report, const std::function<Values(const Statements& run)>& take) {
@@ -156,18 +157,18 @@ void SampleRoad::DrawParameter(int parameter) {
   const int graph = curve.FormIndex;
   GraphWindow* window = graph >= 1 && graph <= kMaxParameters ? session_.GraphForms[graph] : nullptr;
 
-  if (window && session_.GraphSlots[1][graph] == parameter && session_.SampleTime >= session_.GraphEndTime) {
-    const double blockEnd = session_.GraphEndTime + session_.SamplingRate * session_.pixelslength;
-    window->Picture2_Update(session_.GraphEndTime, blockEnd);
+  if (window && session_.GraphSlots[1][graph] == parameter && session_.SampleTime >= session_.Times.GraphEndTime) {
+    const double blockEnd = session_.Times.GraphEndTime + session_.SamplingRate * session_.pixelslength;
+    window->Picture2_Update(session_.Times.GraphEndTime, blockEnd);
     if (session_.RecordToDB) window->UpdateScroll(blockEnd);
   }
   if (window) window->WriteValuesToLabels(parameter, session_.CurrentValue[parameter]);
   if (session_.FirstPoint) {
-    session_.LastPlotTime = session_.SampleTime;
+    session_.Times.LastPlotTime = session_.SampleTime;
     session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
   }
   if (window)
-    window->PlotValue(session_.LastPlotTime, session_.SampleTime, session_.PreviousValue[parameter],
+    window->PlotValue(session_.Times.LastPlotTime, session_.SampleTime, session_.PreviousValue[parameter],
                       session_.CurrentValue[parameter], curve.min, curve.max, curve.color, curve.Wrapping);
   TestAlarms(session_, view_, parameter);
   session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
@@ -177,15 +178,15 @@ void SampleRoad::ReadPageStart() {
   for (int k = 1; k <= session_.GraphCount; ++k) {
     const GraphWindow* window = session_.GraphForms[session_.GraphList[k]];
     if (!window) continue;
-    if (window->TimeOrigin() != 0) session_.GraphPageTime = window->TimeOrigin();
+    if (window->TimeOrigin() != 0) session_.Times.GraphPageTime = window->TimeOrigin();
     return;
   }
 }
 
 void SampleRoad::MovePlotTime() {
-  if (session_.SampleTime >= session_.GraphEndTime)
-    session_.GraphEndTime += session_.SamplingRate * session_.pixelslength;
-  session_.LastPlotTime = session_.SampleTime;
+  if (session_.SampleTime >= session_.Times.GraphEndTime)
+    session_.Times.GraphEndTime += session_.SamplingRate * session_.pixelslength;
+  session_.Times.LastPlotTime = session_.SampleTime;
 }
 
 }  // namespace velk

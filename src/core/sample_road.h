@@ -6,12 +6,12 @@
 
 #include "core/recorder.h"
 #include "core/sample_values.h"
-#include "instruments/decoders.h"
+#include "instruments/decoders/decoders.h"
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
+#include "platform/dialogs/procedure.h"
 #include "platform/platform.h"
-#include "platform/procedure.h"
 
 namespace velk {
 

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "instruments/get_field.h"
-#include "platform/errors.h"
-#include "platform/numbers.h"
-#include "platform/single.h"
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "base/single.h"
+#include "instruments/reading/get_field.h"
 
 namespace velk {
 
@@ -64,7 +64,7 @@ bool HasMoved(const Session& session, int parameter) {
 }
 
 bool IsDue(const Session& session) {
-  const double passed = session.SampleTime - session.LastPlotTime;
+  const double passed = session.SampleTime - session.Times.LastPlotTime;
   return passed >= session.SamplingRate / 2 || passed < 0;
 }
 

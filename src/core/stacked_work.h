@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/dialogs.h"
-#include "platform/serial.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/ports/serial.h"
 
 namespace velk {
 

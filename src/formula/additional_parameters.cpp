@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "formula/evaluator.h"
 #include "formula/substitute.h"
-#include "platform/errors.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "formula/texts.h"
+#include "model/texts.h"
 
 namespace velk {
 
@@ -23,8 +25,7 @@ bool ReferencesExist(const Session& session, Dialogs& dialogs, std::string_view 
     if (close == std::string_view::npos) return true;
     const std::string_view name = text.substr(open + 1, close - open - 1);
     if (FindChannel(session, name) == 0) {
-      dialogs.Message({.text = session.Translator.Translate(MessageId::NoSuchParameterBefore) + std::string(name) +
-                               session.Translator.Translate(MessageId::NoSuchParameterAfter),
+      dialogs.Message({.text = text::NoSuchParameterBefore + std::string(name) + text::NoSuchParameterAfter,
                        .title = {},
                        .icon = BoxIcon::Critical});
       return false;
@@ -34,11 +35,10 @@ bool ReferencesExist(const Session& session, Dialogs& dialogs, std::string_view 
   return true;
 }
 
-Parameter NewChannel(const Session& session, std::string_view formula) {
+Parameter NewChannel(const Session& session, const Language& language, std::string_view formula) {
   Parameter channel;
-  channel.name =
-      session.Translator.Translate(MessageId::DefaultAdditionalName) + std::to_string(session.NumberOfFormulae + 1);
-  channel.units = session.Translator.Translate(MessageId::DefaultUnits);
+  channel.name = language.In(text::DefaultAdditionalName) + std::to_string(session.NumberOfFormulae + 1);
+  channel.units = language.In(text::DefaultUnits);
   channel.max = 100;
   channel.format = "#0.0000";
   channel.FormIndex = static_cast<std::int16_t>(session.TotalParameters + 1);
@@ -68,10 +68,10 @@ void PrepareStatistics(Parameter& channel, std::string_view formula) {
   if (front == "min") channel.RunningMinimum = kAboveEveryValue;
 }
 
-bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text) {
-  if (!ReferencesExist(session, dialogs, text)) return false;
+bool ReadFormulae(Session& session, const FormulaReport& report, const std::string& text) {
+  if (!ReferencesExist(session, report.dialogs, text)) return false;
   if (session.TotalParameters >= kMaxParameters) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-  const Parameter channel = NewChannel(session, text);
+  const Parameter channel = NewChannel(session, report.language, text);
   ++session.NumberOfFormulae;
   ++session.TotalParameters;
   session.AdditionalParameters.resize(session.NumberOfFormulae + 1);

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "formula/formula_checks.h"
 #include "model/session.h"
-#include "platform/dialogs.h"
 
 namespace velk {
 
@@ -15,7 +15,7 @@ namespace velk {
 /// Adds a computed channel with that formula. A reference to a channel that does not exist is told in a box, and
 /// nothing changes; gives whether the channel was added. Raises SubscriptOutOfRange, with nothing changed, when all 64
 /// slots are taken.
-bool ReadFormulae(Session& session, Dialogs& dialogs, const std::string& text);
+bool ReadFormulae(Session& session, const FormulaReport& report, const std::string& text);
 
 /// Sets the running state of a channel whose formula begins with a statistic to its start: when the formula is entered
 /// and when it is read back. One further in starts from zero.

@@ -4,11 +4,11 @@
 #include <array>
 #include <cmath>
 
+#include "base/numbers.h"
+#include "base/text.h"
 #include "formula/formula_tokens.h"
 #include "formula/operands.h"
 #include "formula/operations.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 
 namespace velk {
 

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "formula/formula_tokens.h"
-#include "platform/text.h"
+#include "formula/texts.h"
 
 namespace velk {
 
@@ -62,9 +63,8 @@ FormulaFault TextFault(std::string formula) {
 
 bool CheckBrackets(const FormulaReport& report, std::string& formula, int& rightCount) {
   if (CompleteBrackets(formula, rightCount).kind == FormulaFault::None) return false;
-  report.dialogs.Message({.text = report.translator.Translate(MessageId::BracketNumbersDiffer),
-                          .title = report.translator.Translate(MessageId::FormulaCalculator),
-                          .icon = BoxIcon::Critical});
+  report.dialogs.Message(
+      {.text = text::BracketNumbersDiffer, .title = text::FormulaCalculator, .icon = BoxIcon::Critical});
   return true;
 }
 
@@ -72,11 +72,9 @@ bool CheckFormulaText(const FormulaReport& report, std::string_view formula) {
   const FormulaFault fault = TextFault(std::string(formula));
   if (fault.kind == FormulaFault::None) return false;
   report.beep();
-  const clstranslation& translator = report.translator;
-  const std::string text = fault.kind == FormulaFault::RightBracketFirst
-                               ? translator.Translate(MessageId::RightBracketFirst)
-                               : translator.Translate(MessageId::NotValidBefore) + fault.rest +
-                                     translator.Translate(MessageId::NotValidAfter);
+  const OperatorText text = fault.kind == FormulaFault::RightBracketFirst
+                                ? OperatorText(text::RightBracketFirst)
+                                : text::NotValidBefore + fault.rest + text::NotValidAfter;
   report.dialogs.Message({.text = text, .title = {}, .icon = BoxIcon::Critical});
   return true;
 }

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "i18n/translator.h"
-#include "platform/dialogs.h"
+#include "base/language.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 
@@ -27,7 +27,7 @@ FormulaFault TextFault(std::string formula);
 /// Who hears of the faults of a formula that is being entered.
 struct FormulaReport {
   Dialogs& dialogs;
-  const clstranslation& translator;
+  const Language& language;  ///< of the names of new channels
   std::function<void()> beep;
 };
 

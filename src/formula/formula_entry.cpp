@@ -1,7 +1,8 @@
 #include "formula/formula_entry.h"
 
+#include "base/text.h"
 #include "formula/additional_parameters.h"
-#include "platform/text.h"
+#include "formula/texts.h"
 
 namespace velk {
 
@@ -13,12 +14,11 @@ bool AddFormula(Session& session, const FormulaReport& report, std::string text,
   putBack(text);
   if (CheckFormulaText(report, text)) return false;
   if (session.TotalParameters >= kMaxParameters) {
-    report.dialogs.Message({.text = report.translator.Translate(MessageId::NoRoomForParameter),
-                            .title = report.translator.Translate(MessageId::FormulaCalculator),
-                            .icon = BoxIcon::Exclamation});
+    report.dialogs.Message(
+        {.text = text::NoRoomForParameter, .title = text::FormulaCalculator, .icon = BoxIcon::Exclamation});
     return false;
   }
-  return ReadFormulae(session, report.dialogs, text);
+  return ReadFormulae(session, report, text);
 }
 
 std::string FormulaOf(const Session& session, int parameter) {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "formula/formula_tokens.h"
-#include "platform/text.h"
 
 namespace velk {
 

@@ -2,8 +2,8 @@
 
 #include <charconv>
 
+#include "base/numbers.h"
 #include "formula/formula_tokens.h"
-#include "platform/numbers.h"
 
 namespace velk {
 

@@ -4,8 +4,9 @@
 #include <set>
 
 #include "formula/additional_parameters.h"
+#include "formula/texts.h"
 #include "model/graph_map.h"
-#include "platform/procedure.h"
+#include "platform/dialogs/procedure.h"
 
 namespace velk {
 
@@ -28,17 +29,12 @@ std::vector<std::string> RemovalEntries(const Session& session) {
 }
 
 void mnuToolsRemove_Click(Session& session, Dialogs& dialogs, GraphWindows& graphs, const ChooseEntry& choose) {
-  const auto& translator = session.Translator;
-  const Report report{.dialogs = dialogs,
-                      .procedure = "mnuToolsRemove_Click",
-                      .title = translator.Translate(MessageId::RemoveAdditionalError)};
+  const Report report{.dialogs = dialogs, .procedure = "mnuToolsRemove_Click", .title = text::RemoveAdditionalError};
   RunProcedure(report, [&](const Statements& run) {
     const auto entries = RemovalEntries(session);
     if (entries.empty()) return;
-    const std::string chosen = run([&] {
-      return choose(translator.Translate(MessageId::RemoveAdditionalTitle),
-                    translator.Translate(MessageId::RemoveAdditionalPrompt), entries);
-    });
+    const std::string chosen =
+        run([&] { return choose(text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, entries); });
     const auto entry = std::find(entries.begin(), entries.end(), chosen);
     if (entry == entries.end()) return;
     run([&] { RemoveAdditional(session, static_cast<int>(entry - entries.begin()) + 1); });

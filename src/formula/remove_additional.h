@@ -6,12 +6,12 @@
 
 #include "model/graph_window.h"
 #include "model/session.h"
-#include "platform/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 
 /// Lets the operator choose one of `entries`, which all differ and none of which is empty; empty on Cancel.
-using ChooseEntry = std::function<std::string(const std::string& title, const std::string& prompt,
+using ChooseEntry = std::function<std::string(const OperatorText& title, const OperatorText& prompt,
                                               const std::vector<std::string>& entries)>;
 
 /// The names of the computed channels in order. Where two would read alike, all carry their number in front.

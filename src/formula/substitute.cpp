@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "base/numbers.h"
+#include "base/text.h"
 
 namespace velk {
 

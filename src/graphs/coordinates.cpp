@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/errors.h"
-#include "platform/numbers.h"
-#include "platform/single.h"
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "base/single.h"
 
 namespace velk {
 

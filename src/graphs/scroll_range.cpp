@@ -1,8 +1,9 @@
 #include "graphs/scroll_range.h"
 
+#include "base/dates.h"
+#include "base/errors.h"
 #include "model/status.h"
-#include "platform/dates.h"
-#include "platform/errors.h"
+#include "model/texts.h"
 
 namespace velk {
 
@@ -11,8 +12,8 @@ namespace {
 constexpr int kLiveMinutes = 5;
 
 bool HasLog(const Session& session) {
-  return session.RecordToDB || StatusIs(session, MessageId::StatusPlayingBack) ||
-         StatusIs(session, MessageId::StatusPlayingBackPaused);
+  return session.RecordToDB || StatusIs(session, text::StatusPlayingBack) ||
+         StatusIs(session, text::StatusPlayingBackPaused);
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/colour.h"
+#include "base/dates.h"
+#include "base/errors.h"
 #include "graphs/wrapping.h"
-#include "platform/colour.h"
-#include "platform/dates.h"
-#include "platform/errors.h"
 
 namespace velk {
 
@@ -50,20 +50,21 @@ bool IsGap(double previousTime, double time) {
   return seconds >= 16 || SecondsBetween(previousTime, time) >= 15;
 }
 
-StripChart::StripChart(Session& session, const CurveSource& curves, ChartSurfaces surfaces)
+StripChart::StripChart(Session& session, const CurveSource& curves, const Language& language, ChartSurfaces surfaces)
     : session_(session),
       curves_(curves),
+      language_(language),
       surfaces_(std::move(surfaces)),
       PlotTarget_(surfaces_.Pic2.get()),
       AxisTarget_(surfaces_.Picture3.get()) {
 }
 
 float StripChart::Y(double time, double origin) const {
-  return TimeToY(time, origin, session_.pixeldivide, session_.GraphTimeStep);
+  return TimeToY(time, origin, session_.pixeldivide, session_.Times.GraphTimeStep);
 }
 
 void StripChart::SetBlockPairsPerPage() {
-  if (session_.BlockPairsPerPage == 0) session_.BlockPairsPerPage = BlockPairs(session_);
+  if (session_.Times.BlockPairsPerPage == 0) session_.Times.BlockPairsPerPage = BlockPairs(session_);
 }
 
 void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
@@ -101,12 +102,12 @@ StripChart::Block StripChart::Place(double blockStart, double blockEnd, double p
 }
 
 void StripChart::Picture2_Update(double blockStart, double blockEnd) {
-  const double pageTime = session_.GraphPageTime != 0 ? session_.GraphPageTime : CutToMinute(blockStart);
+  const double pageTime = session_.Times.GraphPageTime != 0 ? session_.Times.GraphPageTime : CutToMinute(blockStart);
   const Block block = Place(blockStart, blockEnd, pageTime);
   if (std::isnan(block.y1) || std::isnan(block.y2)) return;
-  if (block.scrolls) session_.BlockPairsPerPage = BlockPairs(session_);
+  if (block.scrolls) session_.Times.BlockPairsPerPage = BlockPairs(session_);
 
-  session_.GraphPageTime = pageTime;
+  session_.Times.GraphPageTime = pageTime;
   timeOrigin_ = block.origin;
   PlotTarget_->SetPenWidth(1);
   AxisTarget_->SetPenWidth(1);
@@ -119,7 +120,7 @@ void StripChart::ScrollHalfPage(const Block& block) {
   PlotTarget_->ScrollUp(PlotTarget_->PixelHeight() / 2);
   gridRedrawn_ = false;
   AxisTarget_->Cls();
-  const double pairs = session_.BlockPairsPerPage;
+  const double pairs = session_.Times.BlockPairsPerPage;
   const double length = block.end - block.start;
   for (int i = 1; i <= Bounded(pairs, AxisTarget_->Height()); ++i)
     PrintTimeLabel(block.start - (i - 1) * length, (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
@@ -144,7 +145,7 @@ void StripChart::PrintTimeLabel(double time, double y) {
 }
 
 void StripChart::WriteDate(double blockStart, double blockEnd) {
-  const double origin = timeOrigin_ != 0 ? timeOrigin_ : session_.GraphPageTime;
+  const double origin = timeOrigin_ != 0 ? timeOrigin_ : session_.Times.GraphPageTime;
   const float y1 = Y(blockStart, origin), y2 = Y(blockEnd, origin);
   if (std::isnan(y1) || std::isnan(y2)) return;
   timeOrigin_ = origin;
@@ -162,7 +163,7 @@ void StripChart::RedrawFrame() {
   SetBlockPairsPerPage();
   Surface& plot = *surfaces_.Pic2;
   const double height = plot.Height();
-  const double rows = session_.BlockPairsPerPage * 2 * 3;
+  const double rows = session_.Times.BlockPairsPerPage * 2 * 3;
   const double step = Divide(height, rows);
 
   gridRedrawn_ = true;

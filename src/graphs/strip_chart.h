@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <memory>
 
+#include "base/language.h"
 #include "graphs/coordinates.h"
 #include "graphs/curve_source.h"
 #include "model/session.h"
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace velk {
 
@@ -31,7 +32,7 @@ class StripChart {
  public:
   /// `session` gives the time scale and the page start that all charts share, `curves` the header's rows; both outlive
   /// the chart.
-  StripChart(Session& session, const CurveSource& curves, ChartSurfaces surfaces);
+  StripChart(Session& session, const CurveSource& curves, const Language& language, ChartSurfaces surfaces);
 
   /// Draws the frame of one block. A block that would pass the bottom first moves the picture up half a page and the
   /// origin half way to the block's start.
@@ -75,6 +76,7 @@ class StripChart {
 
   Session& session_;
   const CurveSource& curves_;
+  const Language& language_;
   ChartSurfaces surfaces_;
   Surface* PlotTarget_;  ///< where blocks and curves are drawn; history sends them out of sight
   Surface* AxisTarget_;

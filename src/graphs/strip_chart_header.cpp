@@ -1,10 +1,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/colour.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "graphs/strip_chart.h"
-#include "platform/colour.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "graphs/texts.h"
 
 namespace velk {
 
@@ -52,8 +53,8 @@ void StripChart::DrawHeaderCorner(double width) {
   header.Line(0, bottom, kLeftMargin, bottom, colour::Black);
   header.Line(width, 0, width, bottom + 150, colour::Black);
 
-  const std::string time = session_.Translator.Translate(MessageId::AxisTime);
-  const std::string unit = session_.Translator.Translate(MessageId::AxisTimeUnit);
+  const std::string time = language_.In(text::AxisTime);
+  const std::string unit = language_.In(text::AxisTimeUnit);
   header.Print(kLeftMargin - 1.05 * header.TextWidth(time), bottom - 2.1 * header.TextHeight(time), time,
                colour::Black);
   header.Print(kLeftMargin - 1.05 * header.TextWidth(unit), bottom - header.TextHeight(unit), unit, colour::Black);

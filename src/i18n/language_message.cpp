@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <variant>
 
-#include "platform/errors.h"
-#include "platform/text.h"
+#include "base/errors.h"
+#include "base/text.h"
 
 namespace velk {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/command.h"
-#include "platform/connection.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
 
 namespace velk {
 

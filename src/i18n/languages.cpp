@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "platform/command.h"
-#include "platform/connection.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
 
 namespace velk {
 

@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "platform/command.h"
-#include "platform/connection.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
 
 namespace velk {
 
@@ -21,10 +21,10 @@ bool clstranslation::Load(const std::string& databasePath, const std::string& la
   }
 }
 
-std::string_view clstranslation::View(std::string_view englishText, int messageNumber) const {
-  if (!messages_) return englishText;
+std::string clstranslation::Translate(std::string_view englishText, int messageNumber) const {
+  if (!messages_) return std::string(englishText);
   const auto found = messages_->find(messageNumber);
-  return found == messages_->end() || found->second.Text.empty() ? englishText : found->second.Text;
+  return found == messages_->end() || found->second.Text.empty() ? std::string(englishText) : found->second.Text;
 }
 
 }  // namespace velk

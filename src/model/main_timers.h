@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/clock.h"
+#include "platform/loop/clock.h"
 
 namespace velk {
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/operator_text.h"
+
 namespace velk {
 
 /// The main window as lower code sees it. Buttons and menu items go by their names ("RecordToDB", "mnuFileRecord"),
@@ -13,17 +15,17 @@ class MainView {
 
   /// Panel 1 the status word, 2 the file, 3 the date of a playback row, 4 the time of the last sample, 5 rows that
   /// could not be recorded.
-  virtual void SetPanel(int panel, std::string_view text) = 0;
+  virtual void SetPanel(int panel, const OperatorText& text) = 0;
 
   virtual void SetMenuEnabled(std::string_view item, bool enabled) = 0;
   virtual void SetMenuVisible(std::string_view item, bool visible) = 0;
-  virtual void SetMenuCaption(std::string_view item, std::string_view caption) = 0;
+  virtual void SetMenuCaption(std::string_view item, const OperatorText& caption) = 0;
 
   virtual void SetButtonImage(std::string_view key, int image) = 0;
   virtual int ButtonImage(std::string_view key) const = 0;
   virtual void SetButtonVisible(std::string_view key, bool visible) = 0;
   virtual void SetButtonEnabled(std::string_view key, bool enabled) = 0;
-  virtual void SetButtonToolTip(std::string_view key, std::string_view text) = 0;
+  virtual void SetButtonToolTip(std::string_view key, const OperatorText& text) = 0;
   /// Presses a button as a click does.
   virtual void PressButton(std::string_view key) = 0;
 

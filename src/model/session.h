@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "i18n/languages.h"
-#include "i18n/translator.h"
+#include "base/message_text.h"
 #include "model/parameter.h"
+#include "model/time_base.h"
 
 namespace velk {
 
@@ -56,7 +56,7 @@ struct Session {
   std::array<PerParameter<std::int16_t>, kSlots> GraphSlots{};  ///< [slot][graph number] -> parameter
 
   // --- Status ---
-  std::string CurrentStatus;  ///< the translated word, see status.h
+  MessageText CurrentStatus;  ///< the status word, see status.h
   bool AcquireStarted = false;
   bool AcquisitionMode = false;  ///< set at Connect, cleared when a playback file is chosen
   bool StopRequested = false;    ///< set by Stop and by a time-out, honoured at the head of the next sample
@@ -76,12 +76,8 @@ struct Session {
   // --- Times, in days ---
   double SampleTime = 0;
   double StartTime = 0;  ///< cut to the minute
-  double LastPlotTime = 0;
-  double GraphEndTime = 0;   ///< start of the block that is to be drawn next
-  double GraphPageTime = 0;  ///< at the top of the plot
+  TimeBase Times;        ///< of the live charts and of playback, which share one
   double LastPageTime = 0;
-  double GraphTimeStep = 0;  ///< time of one sample row of the graphs
-  double BlockPairsPerPage = 0;
   double SampleSeconds = 0;
   std::string LastDataTime;  ///< arrival of the last line, "dd-mmm-yyyy hh:mm:ss"
 
@@ -136,9 +132,6 @@ struct Session {
   std::string PlaybackDelimiter;
 
   std::vector<std::string> TemplateNames{1};  ///< 1 to the number of templates
-
-  clstranslation Translator;  ///< messages and words
-  clsLanguages Languages;     ///< captions of the windows, see i18n/windows/translate_form.h
 };
 
 }  // namespace velk

@@ -1,34 +1,26 @@
 #include "model/status.h"
+#include "model/texts.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 
 namespace velk {
 
 namespace {
 
-/// The statuses that have a column in the table below.
+// Columns of the table below. "Checking Hardware" and "Confirming File Format" have none: nothing is forced then.
 enum Column { Ready, ReadyToAcquire, Acquiring, Paused, ReadyToPlayback, PlayingBack, PlayingBackPaused, ColumnCount };
 
-std::optional<Column> ColumnOf(MessageId status) {
-  switch (status) {
-    case MessageId::StatusReady:
-      return Ready;
-    case MessageId::StatusReadyToAcquire:
-      return ReadyToAcquire;
-    case MessageId::StatusAcquiringData:
-      return Acquiring;
-    case MessageId::StatusAcquiringPaused:
-      return Paused;
-    case MessageId::StatusReadyToPlayback:
-      return ReadyToPlayback;
-    case MessageId::StatusPlayingBack:
-      return PlayingBack;
-    case MessageId::StatusPlayingBackPaused:
-      return PlayingBackPaused;
-    default:
-      return std::nullopt;  // "Checking Hardware", "Confirming File Format": nothing is forced
-  }
+constexpr MessageText kColumns[] = {
+    text::StatusReady,           text::StatusReadyToAcquire, text::StatusAcquiringData,    text::StatusAcquiringPaused,
+    text::StatusReadyToPlayback, text::StatusPlayingBack,    text::StatusPlayingBackPaused};
+
+std::optional<Column> ColumnOf(const MessageText& status) {
+  const auto* const found = std::find(std::begin(kColumns), std::end(kColumns), status);
+  if (found == std::end(kColumns)) return std::nullopt;
+  return static_cast<Column>(found - std::begin(kColumns));
 }
 
 struct Row {
@@ -74,17 +66,15 @@ void ForceByTable(MainView& view, Column column) {
     if (row.force[column] != ' ') view.SetMenuEnabled(row.item, row.force[column] == '1');
 }
 
-void NameAcquireMenu(const Session& session, MainView& view, Column column) {
+void NameAcquireMenu(MainView& view, Column column) {
   const bool playback = column == ReadyToPlayback || column == PlayingBack || column == PlayingBackPaused;
   view.SetMenuVisible("mnuAcquireConnect", !playback);
-  view.SetMenuCaption(
-      "mnuAcquire", session.Translator.Translate(playback ? MessageId::PlaybackMenu : MessageId::DataAcquisitionMenu));
+  view.SetMenuCaption("mnuAcquire", playback ? text::PlaybackMenu : text::DataAcquisitionMenu);
 }
 
-void CaptionStart(const Session& session, MainView& view, MessageId caption) {
-  const std::string text = session.Translator.Translate(caption);
-  view.SetMenuCaption("mnuAcquireStart", text);
-  view.SetButtonToolTip("Pause", text);
+void CaptionStart(MainView& view, const MessageText& caption) {
+  view.SetMenuCaption("mnuAcquireStart", caption);
+  view.SetButtonToolTip("Pause", caption);
 }
 
 void FollowStatus(const Session& session, MainView& view, Column column) {
@@ -96,11 +86,11 @@ void FollowStatus(const Session& session, MainView& view, Column column) {
       view.SetMenuEnabled("mnuViewSummaryReport", true);
       break;
     case Acquiring:
-      CaptionStart(session, view, MessageId::Pause);
-      view.SetPanel(2, session.Translator.Translate(MessageId::CurrentFile) + session.CurrentFile);
+      CaptionStart(view, text::Pause);
+      view.SetPanel(2, text::CurrentFile + session.CurrentFile);
       break;
     case Paused:
-      CaptionStart(session, view, MessageId::Resume);
+      CaptionStart(view, text::Resume);
       break;
     default:
       break;
@@ -109,21 +99,21 @@ void FollowStatus(const Session& session, MainView& view, Column column) {
 
 }  // namespace
 
-void ChangeCurrentStatus(Session& session, MainView& view, MessageId status) {
-  session.CurrentStatus = session.Translator.Translate(status);
+void ChangeCurrentStatus(Session& session, MainView& view, const MessageText& status) {
+  session.CurrentStatus = status;
   view.SetPanel(1, session.CurrentStatus);
   ForceOnEveryChange(view);
   if (const auto column = ColumnOf(status)) {
     ForceByTable(view, *column);
-    NameAcquireMenu(session, view, *column);
+    NameAcquireMenu(view, *column);
     FollowStatus(session, view, *column);
   }
   view.SetHourglass(false);
   view.ResetCaption();
 }
 
-bool StatusIs(const Session& session, MessageId status) {
-  return session.CurrentStatus == session.Translator.View(status);
+bool StatusIs(const Session& session, const MessageText& status) {
+  return session.CurrentStatus == status;
 }
 
 }  // namespace velk

@@ -8,10 +8,10 @@
 
 namespace velk {
 
-/// Stores the translated word in CurrentStatus, shows it in panel 1, and forces the menu items that go with it.
-void ChangeCurrentStatus(Session& session, MainView& view, MessageId status);
+/// Stores the status in CurrentStatus, shows its word in panel 1, and forces the menu items that go with it.
+void ChangeCurrentStatus(Session& session, MainView& view, const MessageText& status);
 
-/// Whether the session stands at this status; compares translated words.
-bool StatusIs(const Session& session, MessageId status);
+/// Whether the session stands at this status.
+bool StatusIs(const Session& session, const MessageText& status);
 
 }  // namespace velk

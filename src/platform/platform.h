@@ -6,6 +6,7 @@ class Clock;
 class Gate;
 class Dialogs;
 class SettingsStore;
+class Language;
 
 /// The operating environment as the program is handed it: made once in main() or by a test, passed by reference.
 struct Platform {
@@ -13,6 +14,7 @@ struct Platform {
   Gate& gate;
   Dialogs& dialogs;
   SettingsStore& settings;
+  const Language& language;
 };
 
 }  // namespace velk

@@ -4,17 +4,19 @@
 #include <QDir>
 #include <utility>
 
+#include "base/text_qt.h"
 #include "core/windows/alarms_window.h"
 #include "formula/remove_additional.h"
-#include "i18n/language_files.h"
 #include "i18n/windows/toolkit_texts.h"
 #include "i18n/windows/translate_form.h"
-#include "instruments/edit_serial_port.h"
-#include "instruments/protocols.h"
+#include "instruments/setup/edit_serial_port.h"
+#include "instruments/table/protocols.h"
 #include "model/status.h"
-#include "platform/text_qt.h"
-#include "store/edit_settings.h"
-#include "store/settings_io.h"
+#include "model/texts.h"
+#include "platform/texts.h"
+#include "settings/edit_settings.h"
+#include "settings/settings_io.h"
+#include "shell/texts.h"
 
 namespace velk {
 
@@ -32,20 +34,20 @@ bool IsPageOrOpc(const std::string& protocol) {
 
 Application::Application(const Services& services)
     : platform_(services.platform),
-      onLanguage_(services.onLanguage),
       programFolder_(services.programFolder.empty() ? FromQt(QCoreApplication::applicationDirPath())
                                                     : services.programFolder),
       timers_(platform_.clock),
-      form_(session_),
-      frame_(form_, session_, platform_),
+      translation_(services.translation),
+      form_(platform_.language),
+      frame_(form_, session_, platform_, translation_),
       link_(session_, platform_, form_, timers_, services.makePort),
-      graphs_(session_, platform_, form_.GraphArea(), [this] { StoreGraphSettings(); }),
+      graphs_(session_, platform_, translation_, form_.GraphArea(), [this] { StoreGraphSettings(); }),
       log_(session_, platform_, services.questions, graphs_),
       recorder_(session_, platform_, form_, log_, services.questions),
       road_(session_, platform_, form_, recorder_),
       polling_(session_, platform_, form_, timers_, link_, recorder_, road_, services.makePageFetch(platform_.clock)),
       acquisition_(session_, platform_, form_, graphs_, timers_, link_, recorder_, road_, polling_),
-      formulaWindows_(session_, platform_.dialogs, form_, graphs_),
+      formulaWindows_(session_, platform_, form_, graphs_, translation_),
       alarmWindows_(platform_.dialogs),
       settingsQuestions_(services.settingsQuestions),
       protocolDialogs_(services.protocolDialogs),
@@ -129,7 +131,7 @@ void Application::BindToolsMenu() {
   BindMenuItem("mnuToolsRemove", [this] {
     mnuToolsRemove_Click(
         session_, platform_.dialogs, graphs_,
-        [this](const std::string& title, const std::string& prompt, const std::vector<std::string>& entries) {
+        [this](const OperatorText& title, const OperatorText& prompt, const std::vector<std::string>& entries) {
           return settingsQuestions_.Choose({title, prompt, entries, false, topic::Formulas});
         });
   });
@@ -148,7 +150,8 @@ void Application::BindToolbar() {
   bind("Acquire", [this] { acquisition_.mnuAcquireConnect_Click(); });
   bind("Pause", [this] { UnlessConnecting([this] { acquisition_.mnuAcquireStart_Click(); }); });
   bind("Stop", [this] { acquisition_.mnuAcquireStop_Click(); });
-  for (const char* key : {"Alarms", "Command1"}) bind(key, [this] { Command1_Click(session_, alarmWindows_, &form_); });
+  for (const char* key : {"Alarms", "Command1"})
+    bind(key, [this] { Command1_Click(session_, translation_, alarmWindows_, &form_); });
   bind("RecordToDB", [this] { UnlessConnecting([this] { acquisition_.RecordToDB_Click(); }); });
 }
 
@@ -178,7 +181,7 @@ void Application::MDIForm_Load() {
   StartUpStep(7, [this] { SetProtocolConstants(session_); });
   ResetFlags();
   StartUpStep(9, [this] { frame_.LoadCompanyLogo(); });
-  StartUpStep(10, [this] { ChangeCurrentStatus(session_, form_, MessageId::StatusReady); });
+  StartUpStep(10, [this] { ChangeCurrentStatus(session_, form_, text::StatusReady); });
   StartUpStep(11, [this] {
     HideAcquireTimeButtons();
     form_.ResetCaption();
@@ -191,14 +194,9 @@ void Application::MDIForm_Load() {
 }
 
 void Application::LoadLanguage() {
-  const std::string inEffect =
-      velk::LoadLanguage(programFolder_, session_.Current_language, session_.Translator, session_.Languages);
+  const std::string inEffect = translation_.Load(programFolder_, session_.Current_language);
   toolkitTexts_ = InstallToolkitTexts(inEffect);
-  TranslateForm(form_, session_.Languages);
-  platform_.dialogs.SetLanguage([translator = session_.Translator](std::string_view english, int number) {
-    return translator.Translate(english, number);
-  });
-  if (onLanguage_) onLanguage_(session_);
+  TranslateForm(form_, translation_);
 }
 
 void Application::StartUpStep(int number, const std::function<void()>& work) {
@@ -210,16 +208,14 @@ void Application::StartUpStep(int number, const std::function<void()>& work) {
 }
 
 void Application::ShowStartUpError(const OperatorText& text, int step) {
-  const auto& translator = session_.Translator;
-  platform_.dialogs.Message({platform_.dialogs.InLanguage(text) + "\n\n" +
-                                 translator.Translate(MessageId::StartUpErrorLine) + std::to_string(step),
-                             translator.Translate(MessageId::StartUpErrorTitle), Buttons::Ok, BoxIcon::Exclamation});
+  platform_.dialogs.Message({text + "\n\n" + text::StartUpErrorLine + std::to_string(step), text::StartUpErrorTitle,
+                             Buttons::Ok, BoxIcon::Exclamation});
 }
 
 void Application::ReadSettings() {
   constexpr int kStep = 5;
   StartUpStep(kStep, [this] {
-    const OperatorText told = ProblemText(LoadSettings(session_, platform_.settings));
+    const OperatorText told = ProblemText(LoadSettings(session_, platform_.settings, platform_.language));
     if (!told.IsEmpty()) ShowStartUpError(told, kStep);
   });
 }
@@ -241,8 +237,8 @@ void Application::OpenLink() {
   const std::string& protocol = session_.SerialData;
   const bool asks = protocol == protocol::Formatted || protocol == protocol::NationalOilWellPlc ||
                     protocol == protocol::AnySerialData;
-  const bool goesOn = !asks || platform_.dialogs.Message({session_.Translator.Translate(MessageId::ContinueWithPort),
-                                                          "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
+  const bool goesOn = !asks || platform_.dialogs.Message(
+                                   {text::ContinueWithPort, "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
   if (goesOn)
     link_.SetODataCom();
   else
@@ -252,9 +248,7 @@ void Application::OpenLink() {
 // --- Shut-down ---
 
 bool Application::IsSureToExit() {
-  const auto& translator = session_.Translator;
-  return platform_.dialogs.Message({translator.Translate(MessageId::SureToExit),
-                                    translator.Translate(MessageId::ProgramName), Buttons::YesNo, BoxIcon::Question}) ==
+  return platform_.dialogs.Message({text::SureToExit, text::ProgramName, Buttons::YesNo, BoxIcon::Question}) ==
          Answer::Yes;
 }
 
@@ -276,7 +270,7 @@ bool Application::MDIForm_QueryUnload() {
   polling_.End();
   if (road_.IsRunning() || polling_.IsRunning() || acquisition_.IsConnecting()) {
     // What runs is on the stack below this close: it has to leave first.
-    if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
+    if (!StatusIs(session_, text::StatusReady)) acquisition_.mnuAcquireStop_Click();
     platform_.dialogs.SetEnding();
     closeAgain_->SetEnabled(true);
     return false;
@@ -296,7 +290,7 @@ void Application::SaveAtEnd() {
 
 void Application::EndJob() {
   if (std::exchange(jobEnded_, true)) return;
-  if (!StatusIs(session_, MessageId::StatusReady)) acquisition_.mnuAcquireStop_Click();
+  if (!StatusIs(session_, text::StatusReady)) acquisition_.mnuAcquireStop_Click();
   if (!IsPageOrOpc(session_.SerialData)) link_.CloseODataCom();
 }
 

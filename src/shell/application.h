@@ -8,29 +8,29 @@
 #include "core/acquisition.h"
 #include "formula/windows/formula_windows.h"
 #include "graphs/windows/graph_windows_mdi.h"
-#include "instruments/link.h"
-#include "instruments/protocol_dialogs.h"
+#include "i18n/translation.h"
+#include "instruments/link/link.h"
+#include "instruments/setup/protocol_dialogs.h"
+#include "log/job_questions.h"
+#include "log/log_database.h"
 #include "model/main_timers.h"
-#include "platform/serial.h"
+#include "platform/ports/serial.h"
 #include "platform/windows/modal_windows.h"
+#include "settings/settings_questions.h"
 #include "shell/frame.h"
 #include "shell/main_form.h"
-#include "store/job_questions.h"
-#include "store/log_database.h"
-#include "store/settings_questions.h"
 
 namespace velk {
 
 /// What the program is handed by main(), by the demo or by a test.
 struct Services {
   Platform platform;
+  Translation& translation;  ///< what platform.language reads; loaded at start-up
   JobQuestions& questions;
   SettingsQuestions& settingsQuestions;
   ProtocolDialogs& protocolDialogs;
   SerialPortFactory makePort;
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
-  /// Called once the language is loaded, for what the caller made itself: boxes, questions.
-  std::function<void(const Session&)> onLanguage = {};
   /// Where the program's own files are; beside the executable where it is empty.
   std::string programFolder = {};
 };
@@ -87,10 +87,10 @@ class Application {
 
   Session session_;
   Platform platform_;
-  std::function<void(const Session&)> onLanguage_;
   const std::string programFolder_;
   std::unique_ptr<QTranslator> toolkitTexts_;
   MainTimers timers_;
+  Translation& translation_;
   MainForm form_;
   Frame frame_;
   Link link_;

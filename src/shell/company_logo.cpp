@@ -6,11 +6,12 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "platform/dialogs.h"
-#include "platform/file_errors.h"
-#include "platform/procedure.h"
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/procedure.h"
+#include "platform/files/file_errors.h"
 #include "shell/icons.h"
+#include "shell/texts.h"
 
 namespace velk {
 
@@ -91,15 +92,12 @@ void CompanyLogo::SetPicture(const QIcon& icon, QSize size) {
 
 void CompanyLogo::CompanyLogo_Click() {
   RunProcedure({platform_.dialogs, "CompanyLogo_Click"}, [&](const Statements& run) {
-    const auto& translator = session_.Translator;
     const auto path =
-        platform_.dialogs.OpenFile({translator.Translate(MessageId::ChooseCompanyLogo),
-                                    translator.Translate(MessageId::Pictures) + kPatterns, session_.DefaultDirectory});
+        platform_.dialogs.OpenFile({text::ChooseCompanyLogo, text::Pictures + kPatterns, session_.DefaultDirectory});
     if (!path) return;
     session_.DefaultDirectory = FolderOf(*path);
     run([&] {
-      if (!Show(*path))
-        throw RuntimeError(ErrorNumber::InvalidArgument, translator.Translate(MessageId::PictureCannotBeRead) + *path);
+      if (!Show(*path)) throw RuntimeError(ErrorNumber::InvalidArgument, text::PictureCannotBeRead + *path);
     });
     session_.CompanyLogoFile = *path;
   });

@@ -15,7 +15,7 @@ class MainForm;
 /// and the menus behind toolbar keys.
 class Frame {
  public:
-  Frame(MainForm& form, Session& session, Platform& platform);
+  Frame(MainForm& form, Session& session, Platform& platform, const Translation& translation);
 
   /// Shows the picture and the visibility that the settings name: at start-up, and when a template was loaded.
   void LoadCompanyLogo();
@@ -26,6 +26,7 @@ class Frame {
   MainForm& form_;
   Session& session_;
   Platform& platform_;
+  const Translation& translation_;
   ModalWindows windows_;
   CompanyLogo* logo_;
   ViewToggles viewToggles_;

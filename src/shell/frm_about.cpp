@@ -1,10 +1,11 @@
 #include "shell/frm_about.h"
 
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text_qt.h"
 #include "platform/windows/letter_size.h"
 #include "shell/icons.h"
+#include "shell/texts.h"
 #include "shell/ui_frm_about.h"
 
 namespace velk {
@@ -12,23 +13,22 @@ namespace velk {
 namespace {
 
 /// What the program is linked with. A library that is added to the build belongs in here.
-constexpr MessageId kLibraries[] = {MessageId::LicenceQt, MessageId::LicenceSqlite, MessageId::LicenceCppRuntime,
-                                    MessageId::LicenceC};
+constexpr MessageText kLibraries[] = {text::LicenceQt, text::LicenceSqlite, text::LicenceCppRuntime, text::LicenceC};
 
 constexpr int kLetters = 80, kLines = 24;
 
 }  // namespace
 
-frmAbout::frmAbout(const Session& session, const std::string& settingsFolder, QWidget* parent)
+frmAbout::frmAbout(const Session& session, const Translation& translation, const std::string& settingsFolder,
+                   QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Files);
-  TranslateForm(*this, session.Languages);
-  const auto& translator = session.Translator;
+  TranslateForm(*this, translation);
   ui_->lblIcon->setPixmap(Icon("velk").pixmap(QSize(48, 48), devicePixelRatioF()));
-  ui_->lblVersion->setText(ToQt(translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
+  ui_->lblVersion->setText(ToQt(translation.Translator.In(text::BaseTitle + " " VELK_VERSION)));
   QStringList libraries;
-  for (const MessageId library : kLibraries) libraries += ToQt(translator.Translate(library));
+  for (const MessageText& library : kLibraries) libraries += ToQt(translation.Translator.In(library));
   ui_->txtLibraries->setPlainText(libraries.join('\n'));
   ui_->txtSettings->setText(ToQt(settingsFolder));
   ui_->txtLogs->setText(ToQt(session.DefaultDirectory));

@@ -6,12 +6,12 @@
 
 namespace velk {
 
-Help::Help(const Session& session) : session_(session) {
+Help::Help(const Translation& translation) : translation_(translation) {
   qApp->installEventFilter(this);
 }
 
 void Help::Open(int number) {
-  if (!window_) window_ = std::make_unique<HelpWindow>(session_);
+  if (!window_) window_ = std::make_unique<HelpWindow>(translation_);
   window_->Open(number);
 }
 

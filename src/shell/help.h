@@ -3,7 +3,6 @@
 #include <QObject>
 #include <memory>
 
-#include "model/session.h"
 #include "shell/help_window.h"
 
 namespace velk {
@@ -15,7 +14,7 @@ class Help : public QObject {
 
  public:
   /// Listens for F1 in all of the program's windows from now on.
-  explicit Help(const Session& session);
+  explicit Help(const Translation& translation);
 
   void Open(int number);
   /// The topic of a widget: the number in its property "helpTopic", or in that of what it stands in; the first topic
@@ -25,7 +24,7 @@ class Help : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  const Session& session_;
+  const Translation& translation_;
   std::unique_ptr<HelpWindow> window_;  ///< made when first opened: the language is known then
 };
 

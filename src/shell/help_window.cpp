@@ -7,9 +7,10 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
-#include "platform/text_qt.h"
 #include "platform/windows/letter_size.h"
+#include "shell/texts.h"
 #include "shell/ui_help_window.h"
 
 namespace velk {
@@ -22,14 +23,14 @@ constexpr int kPlaceRole = Qt::UserRole;  ///< of a contents entry: its place am
 
 }  // namespace
 
-HelpWindow::HelpWindow(const Session& session)
-    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(session.Languages.Language())) {
+HelpWindow::HelpWindow(const Translation& translation)
+    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(translation.Languages.Language())) {
   ui_->setupUi(this);
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->splitter->setStretchFactor(1, 1);
   ui_->Browser->document()->setDocumentMargin(kMargin);
   ui_->cmdBack->setEnabled(false);
-  ui_->lblVersion->setText(ToQt(session.Translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
+  ui_->lblVersion->setText(ToQt(translation.Translator.In(text::BaseTitle + " " VELK_VERSION)));
   connect(ui_->cmdBack, &QPushButton::clicked, ui_->Browser, &QTextBrowser::backward);
   // A key of the window: the button's own is the letter that its caption marks.
   auto* altLeft = new QShortcut(Qt::ALT | Qt::Key_Left, this);
@@ -46,7 +47,7 @@ HelpWindow::HelpWindow(const Session& session)
     ui_->lstContents->setFocus();
   });
   FillContents();
-  TranslateForm(*this, session.Languages);
+  TranslateForm(*this, translation);
   for (QWidget* const part : std::initializer_list<QWidget*>{ui_->lstContents, ui_->Browser})
     part->setAccessibleName(windowTitle());
   resize(LetterSize(*this, kLetters, kLines));

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "model/session.h"
+#include "i18n/translation.h"
 #include "shell/help_pages.h"
 
 namespace Ui {
@@ -19,7 +19,7 @@ class HelpWindow : public QWidget {
   Q_OBJECT
 
  public:
-  explicit HelpWindow(const Session& session);
+  explicit HelpWindow(const Translation& translation);
   ~HelpWindow() override;
 
   /// Shows the page of a numbered topic, in front.

@@ -1,14 +1,14 @@
 #include <QApplication>
 
 #include "instruments/windows/protocol_dialogs_qt.h"
-#include "platform/gate.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "log/windows/job_questions_qt.h"
+#include "platform/loop/gate.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
 #include "platform/windows/qt_dialogs.h"
+#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
 #include "shell/toolbar_style.h"
-#include "store/windows/job_questions_qt.h"
-#include "store/windows/settings_questions_qt.h"
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
@@ -16,21 +16,21 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("VELK"));
   QApplication::setApplicationVersion(QStringLiteral(VELK_VERSION));
 
+  velk::Translation translation;
   velk::Gate gate;
   velk::SystemClock clock(gate);
-  velk::QtDialogs dialogs(gate);
+  velk::QtDialogs dialogs(gate, translation.Translator);
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
-  velk::JobQuestionsQt questions(dialogs);
-  velk::SettingsQuestionsQt settingsQuestions(dialogs);
-  velk::ProtocolDialogsQt protocolDialogs(dialogs);
+  velk::JobQuestionsQt questions(dialogs, translation);
+  velk::SettingsQuestionsQt settingsQuestions(dialogs, translation);
+  velk::ProtocolDialogsQt protocolDialogs(dialogs, translation);
 
-  velk::Services services{
-      {clock, gate, dialogs, settings}, questions, settingsQuestions, protocolDialogs, velk::MakeSerialPort};
-  services.onLanguage = [&](const velk::Session& session) {
-    questions.SetLanguage(session.Translator, session.Languages);
-    settingsQuestions.SetLanguages(session.Languages);
-    protocolDialogs.SetLanguage(session.Translator, session.Languages);
-  };
+  const velk::Services services{{clock, gate, dialogs, settings, translation.Translator},
+                                translation,
+                                questions,
+                                settingsQuestions,
+                                protocolDialogs,
+                                velk::MakeSerialPort};
   velk::Application application(services);
   dialogs.SetParent(&application.Window());
   questions.SetParent(&application.Window());

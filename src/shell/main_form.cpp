@@ -8,10 +8,11 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
 #include "shell/icons.h"
 #include "shell/not_built.h"
 #include "shell/path_label.h"
+#include "shell/texts.h"
 #include "shell/ui_main_form.h"
 
 /// A static library's resources have to be asked for, from outside any namespace.
@@ -70,7 +71,7 @@ QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::
 
 }  // namespace
 
-MainForm::MainForm(const Session& session) : session_(session), ui_(std::make_unique<Ui::MainForm>()) {
+MainForm::MainForm(const Language& language) : language_(language), ui_(std::make_unique<Ui::MainForm>()) {
   LoadIcons();
   QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
@@ -155,7 +156,8 @@ QString MainForm::Panel(int panel) const {
   return panel == kTimePanel ? ToQt(pendingTime_) : panels_[panel]->text();
 }
 
-void MainForm::SetPanel(int panel, std::string_view text) {
+void MainForm::SetPanel(int panel, const OperatorText& shown) {
+  const std::string text = language_.In(shown);
   if (panel == kTimePanel) {
     if (pendingTime_ == text) return;
     pendingTime_ = text;
@@ -184,8 +186,8 @@ void MainForm::SetMenuVisible(std::string_view item, bool visible) {
   if (QAction* action = MenuItem(item)) action->setVisible(visible);
 }
 
-void MainForm::SetMenuCaption(std::string_view item, std::string_view caption) {
-  if (QAction* action = MenuItem(item)) action->setText(ToQt(caption));
+void MainForm::SetMenuCaption(std::string_view item, const OperatorText& caption) {
+  if (QAction* action = MenuItem(item)) action->setText(ToQt(language_.In(caption)));
 }
 
 void MainForm::SetButtonImage(std::string_view key, int image) {
@@ -208,8 +210,8 @@ void MainForm::SetButtonEnabled(std::string_view key, bool enabled) {
   if (QAction* action = Button(key)) action->setEnabled(enabled && IsBuilt(key));
 }
 
-void MainForm::SetButtonToolTip(std::string_view key, std::string_view text) {
-  if (QAction* action = Button(key)) action->setToolTip(ToQt(text));
+void MainForm::SetButtonToolTip(std::string_view key, const OperatorText& text) {
+  if (QAction* action = Button(key)) action->setToolTip(ToQt(language_.In(text)));
 }
 
 void MainForm::PressButton(std::string_view key) {
@@ -217,7 +219,7 @@ void MainForm::PressButton(std::string_view key) {
 }
 
 void MainForm::ResetCaption() {
-  setWindowTitle(ToQt(session_.Translator.Translate(MessageId::BaseTitle) + " " VELK_VERSION));
+  setWindowTitle(ToQt(language_.In(text::BaseTitle + " " VELK_VERSION)));
 }
 
 void MainForm::SetHourglass(bool on) {

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
+#include "base/language.h"
 #include "model/main_view.h"
-#include "model/session.h"
 
 class QMdiArea;
 class QToolBar;
@@ -26,7 +26,7 @@ class MainForm : public QMainWindow, public MainView {
   Q_OBJECT
 
  public:
-  explicit MainForm(const Session& session);
+  explicit MainForm(const Language& language);
   ~MainForm() override;
 
   QMdiArea& GraphArea();
@@ -42,15 +42,15 @@ class MainForm : public QMainWindow, public MainView {
   /// Asked when the frame is about to close; false keeps it.
   std::function<bool()> onQueryUnload;
 
-  void SetPanel(int panel, std::string_view text) override;
+  void SetPanel(int panel, const OperatorText& text) override;
   void SetMenuEnabled(std::string_view item, bool enabled) override;
   void SetMenuVisible(std::string_view item, bool visible) override;
-  void SetMenuCaption(std::string_view item, std::string_view caption) override;
+  void SetMenuCaption(std::string_view item, const OperatorText& caption) override;
   void SetButtonImage(std::string_view key, int image) override;
   int ButtonImage(std::string_view key) const override;
   void SetButtonVisible(std::string_view key, bool visible) override;
   void SetButtonEnabled(std::string_view key, bool enabled) override;
-  void SetButtonToolTip(std::string_view key, std::string_view text) override;
+  void SetButtonToolTip(std::string_view key, const OperatorText& text) override;
   void PressButton(std::string_view key) override;
   void ResetCaption() override;
   void SetHourglass(bool on) override;
@@ -66,7 +66,7 @@ class MainForm : public QMainWindow, public MainView {
   void DisableWhatIsNotBuilt();
   void ShowPendingTime();
 
-  const Session& session_;
+  const Language& language_;
   std::unique_ptr<Ui::MainForm> ui_;
   std::map<std::string, QAction*, std::less<>> menuItems_;
   std::map<std::string, QAction*, std::less<>> buttons_;

@@ -6,7 +6,7 @@
 #include <QShortcut>
 #include <QToolBar>
 
-#include "instruments/protocols.h"
+#include "instruments/table/protocols.h"
 #include "shell/main_form.h"
 #include "shell/not_built.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/dates.h"
 #include "core/rig.h"
-#include "platform/dates.h"
 
 namespace velk {
 namespace {
@@ -43,7 +43,7 @@ TEST_F(Job, ConnectCopiesParametersBuildsGraphsAndIsReadyToAcquire) {
   EXPECT_FALSE(rig.session.SampleBusy);
   EXPECT_EQ(rig.session.SampleSkips, 0);
   EXPECT_FALSE(rig.session.StopRequested);
-  EXPECT_EQ(rig.session.GraphTimeStep, rig.session.SamplingRate);
+  EXPECT_EQ(rig.session.Times.GraphTimeStep, rig.session.SamplingRate);
   EXPECT_TRUE(rig.view.menuEnabled["mnuAcquireStart"]);
   EXPECT_TRUE(rig.view.menuEnabled["mnuAcquireStop"]);
   EXPECT_FALSE(rig.view.hourglass);
@@ -136,9 +136,9 @@ TEST_F(Job, StartTakesTheMinuteAndSetsTheTimesOfTheGraphs) {
   ExpectStatus("Acquiring Data");
   const double start = DateSerial(2026, 3, 14) + TimeOfDay(9, 30, 0);
   EXPECT_EQ(rig.session.StartTime, start);
-  EXPECT_EQ(rig.session.LastPlotTime, start);
-  EXPECT_EQ(rig.session.GraphEndTime, start);
-  EXPECT_EQ(rig.session.GraphPageTime, start);
+  EXPECT_EQ(rig.session.Times.LastPlotTime, start);
+  EXPECT_EQ(rig.session.Times.GraphEndTime, start);
+  EXPECT_EQ(rig.session.Times.GraphPageTime, start);
   EXPECT_EQ(rig.session.LastPageTime, start);
   EXPECT_TRUE(rig.session.AcquireStarted);
   const auto axis = std::make_pair(start, start + rig.session.SamplingRate * 120);

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "base/dates.h"
 #include "core/rig.h"
-#include "instruments/protocols.h"
-#include "platform/dates.h"
+#include "instruments/table/protocols.h"
 
 namespace velk::test {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/dates.h"
 #include "core/polled.h"
-#include "instruments/protocols.h"
-#include "platform/dates.h"
+#include "instruments/table/protocols.h"
 
 namespace velk {
 namespace {

@@ -2,10 +2,11 @@
 
 #include <cstdio>
 
-#include "instruments/protocols.h"
-#include "platform/command.h"
-#include "platform/connection.h"
-#include "platform/dates.h"
+#include "base/dates.h"
+#include "instruments/table/protocols.h"
+#include "model/texts.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
 
 namespace velk::test {
 
@@ -36,7 +37,7 @@ Rig::Rig() : link(session, platform, view, timers, TwoPorts(plainPort, linePort)
   }
   SetProtocolConstants(session);
   link.onLine = [this](const std::string& line) { road.ProcessLine(line); };
-  ChangeCurrentStatus(session, view, MessageId::StatusReady);
+  ChangeCurrentStatus(session, view, text::StatusReady);
   road.ProcessLine(Line(0, 0, 0));  // an own unit's first line is always dropped
 }
 

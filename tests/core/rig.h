@@ -5,7 +5,7 @@
 
 #include "core/acquisition.h"
 #include "model/status.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/fake_graphs.h"
 #include "support/fake_serial_port.h"

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/dates.h"
 #include "core/rig.h"
-#include "platform/dates.h"
 
 namespace velk {
 namespace {
@@ -62,13 +62,13 @@ TEST_F(Road, DrawsFromTheOldValueAtASecondStartOfTheSameProcess) {
 TEST_F(Road, EndsAnInsignificantSampleBeforeItIsDrawn) {
   rig.ConnectAndStart();
   rig.Sample(10, 20, 30);
-  const double plotted = rig.session.LastPlotTime;
-  const double blockEnd = rig.session.GraphEndTime;
+  const double plotted = rig.session.Times.LastPlotTime;
+  const double blockEnd = rig.session.Times.GraphEndTime;
   rig.clock.Advance(400);                      // less than half a sampling interval
   rig.road.ProcessLine(rig.Line(29, 39, 49));  // moved by 19 of 100
   EXPECT_EQ(graph2.plots.size(), 1u);
-  EXPECT_EQ(rig.session.LastPlotTime, plotted);
-  EXPECT_EQ(rig.session.GraphEndTime, blockEnd);
+  EXPECT_EQ(rig.session.Times.LastPlotTime, plotted);
+  EXPECT_EQ(rig.session.Times.GraphEndTime, blockEnd);
   EXPECT_EQ(rig.session.CurrentValue[1], 29.0f) << "the value itself is taken";
   EXPECT_EQ(rig.session.PreviousValue[1], 10.0f);
 
@@ -129,7 +129,7 @@ TEST_F(Road, UpdatesTheBlockWithTheFirstCurveOfEachGraph) {
   ASSERT_EQ(graph1.blocks.size(), 1u);
   ASSERT_EQ(graph2.blocks.size(), 1u);
   EXPECT_EQ(graph1.blocks[0], std::make_pair(start, start + block));
-  EXPECT_EQ(rig.session.GraphEndTime, start + block);
+  EXPECT_EQ(rig.session.Times.GraphEndTime, start + block);
   EXPECT_TRUE(graph1.scrolls.empty()) << "the scroll bar follows a recording only";
   rig.Sample(11, 21, 31);
   EXPECT_EQ(graph1.blocks.size(), 1u);
@@ -150,13 +150,13 @@ TEST_F(Road, ReadsThePageStartFromTheFirstOpenGraph) {
   graph2.origin = rig.session.StartTime + 90 * kSecond;
   rig.session.CurrentFile = rig.Path("named.mdb");  // no question at the page change
   rig.Sample(10, 20, 30);
-  EXPECT_EQ(rig.session.GraphPageTime, graph1.origin);
+  EXPECT_EQ(rig.session.Times.GraphPageTime, graph1.origin);
   rig.session.GraphForms[1] = nullptr;
   rig.Sample(10, 20, 30);
-  EXPECT_EQ(rig.session.GraphPageTime, graph2.origin);
+  EXPECT_EQ(rig.session.Times.GraphPageTime, graph2.origin);
   graph2.origin = 0;
   rig.Sample(10, 20, 30);
-  EXPECT_NE(rig.session.GraphPageTime, 0.0) << "0 is no page start";
+  EXPECT_NE(rig.session.Times.GraphPageTime, 0.0) << "0 is no page start";
 }
 
 TEST_F(Road, SkipsAClosedGraphWindow) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 
 namespace velk {
 namespace {
@@ -163,7 +163,7 @@ TEST(Significance, OfAnEmptyScaleRaises) {
 TEST(Significance, ComesWithHalfASamplingInterval) {
   Session session = MakeSession(1);
   session.SamplingRate = 2.0 / 86400;
-  session.LastPlotTime = 46000;
+  session.Times.LastPlotTime = 46000;
   session.SampleTime = 46000 + 0.98 / 86400;
   EXPECT_FALSE(IsDue(session));
   session.SampleTime = 46000 + 1.02 / 86400;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 #include "support/raises.h"
 
 namespace velk {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace velk {
 namespace {

@@ -5,10 +5,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "formula/evaluator.h"
 #include "formula/substitute.h"
-#include "platform/errors.h"
-#include "platform/numbers.h"
 
 namespace velk {
 namespace {

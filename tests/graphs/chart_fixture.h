@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "base/dates.h"
 #include "graphs/parameter_curves.h"
 #include "graphs/strip_chart.h"
 #include "model/graph_map.h"
-#include "platform/dates.h"
-#include "platform/surface_recording.h"
+#include "support/surface_recording.h"
 
 namespace velk::test {
 
@@ -19,7 +19,7 @@ inline double JobStart() {
 
 /// Gives a session `count` curves on graph 3, each with the scale 0 to 100.
 inline void GiveCurves(Session& session, int count) {
-  session.GraphTimeStep = kSecond;
+  session.Times.GraphTimeStep = kSecond;
   session.NumberOfParameters = static_cast<std::int16_t>(count);
   for (int i = 1; i <= count; ++i) {
     Parameter& curve = session.CurrentParameters[i];
@@ -53,7 +53,7 @@ struct RecordedChart {
   /// Runs the block that starts `seconds` behind the start, as the sample does, and tells the page start to all.
   void DrawBlock(double seconds) {
     chart->Picture2_Update(JobStart() + seconds * kSecond, JobStart() + (seconds + 120) * kSecond);
-    session.GraphPageTime = chart->TimeOrigin();
+    session.Times.GraphPageTime = chart->TimeOrigin();
   }
   /// A segment of the scale 0 to 100 in red.
   void Plot(double fromSecond, double toSecond, float previous, float value, bool wrapping = false) {

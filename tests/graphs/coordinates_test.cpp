@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 
 namespace velk::test {
 

@@ -9,7 +9,7 @@
 #include "graphs/windows/graph_form_new.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "model/status.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/scripted_dialogs.h"
 

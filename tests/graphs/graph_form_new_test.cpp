@@ -179,7 +179,7 @@ TEST(GraphFormNew, ShowsAnErrorOnceWithTheNameOfTheOperation) {
   desk.dialogs.Expect("Division by zero - PlotValue", Answer::Cancel);
   desk.Form().PlotValue(JobStart(), JobStart(), 5, 5, 7, 7, 0, false);
   EXPECT_EQ(desk.dialogs.shown.back().buttons, Buttons::RetryCancel);
-  desk.session.GraphTimeStep = 0;
+  desk.session.Times.GraphTimeStep = 0;
   desk.dialogs.Expect("Division by zero - Picture2_Update", Answer::Cancel);
   desk.Form().Picture2_Update(JobStart(), JobStart() + 120 * kSecond);
   desk.dialogs.Expect("Division by zero - WriteDate", Answer::Cancel);
@@ -189,8 +189,8 @@ TEST(GraphFormNew, ShowsAnErrorOnceWithTheNameOfTheOperation) {
 TEST(GraphFormNew, RunsTheFailedStatementAgainOnRetry) {
   GraphDesk desk;
   desk.Create();
-  desk.session.GraphTimeStep = 0;
-  desk.dialogs.Expect(" - PlotValue", Answer::Retry, [&] { desk.session.GraphTimeStep = kSecond; });
+  desk.session.Times.GraphTimeStep = 0;
+  desk.dialogs.Expect(" - PlotValue", Answer::Retry, [&] { desk.session.Times.GraphTimeStep = kSecond; });
   desk.Form().PlotValue(JobStart(), JobStart() + 10 * kSecond, 20, 30, 0, 100, 0x0000FF, false);
   EXPECT_GT(CountOf(desk.Find<QWidget>("Pic2"), 0xFF0000), 0);
 }
@@ -292,7 +292,7 @@ TEST(GraphFormNew, KeepsTheDateWithinTheAxisStripForAllFontSizes) {
     GraphDesk desk;
     desk.session.intFontSize = static_cast<std::int16_t>(points);
     desk.Create();
-    desk.session.GraphPageTime = JobStart();
+    desk.session.Times.GraphPageTime = JobStart();
     desk.Form().WriteDate(JobStart(), JobStart() + 120 * kSecond);
     const QImage strip = desk.Find<QWidget>("Picture3")->grab().toImage();
     int dark = 0;

@@ -83,7 +83,7 @@ TEST(GraphWindowsMdi, RebuildsAWindowInItsPlaceWithTheFrameOfItsBlock) {
   GraphDesk desk(2);
   desk.Create();
   desk.Form().parentWidget()->setGeometry(10, 20, 800, 400);
-  desk.session.GraphPageTime = JobStart();
+  desk.session.Times.GraphPageTime = JobStart();
   desk.Form().Picture2_Update(JobStart(), JobStart() + 120 * kSecond);
   desk.session.CurrentParameters[1].GraphVisible = false;
   BuildGraphMap(desk.session, 2);

@@ -2,8 +2,8 @@
 
 #include <limits>
 
+#include "base/errors.h"
 #include "graphs/chart_fixture.h"
-#include "platform/errors.h"
 
 namespace velk::test {
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "graphs/chart_fixture.h"
+#include "model/texts.h"
 
 namespace velk::test {
 
@@ -43,7 +44,7 @@ TEST(ScrollRange, IsThereOnlyWithALog) {
   const double hourLater = JobStart() + 60 * kMinute;
   session.RecordToDB = false;
   EXPECT_FALSE(ScrollRangeUpTo(session, hourLater).hasHistory);
-  for (const MessageId status : {MessageId::StatusPlayingBack, MessageId::StatusPlayingBackPaused}) {
+  for (const MessageText status : {text::StatusPlayingBack, text::StatusPlayingBackPaused}) {
     session.CurrentStatus = session.Translator.Translate(status);
     EXPECT_TRUE(ScrollRangeUpTo(session, hourLater).hasHistory);
   }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "base/errors.h"
 #include "graphs/chart_fixture.h"
-#include "platform/errors.h"
 
 namespace velk::test {
 
@@ -33,7 +33,7 @@ const std::string kBlack = "000000", kGrey = "C0C0C0";
 
 TEST(StripChartFrame, OfTheFirstBlockHasAxisTickColumnsAndRowsInThatOrder) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   EXPECT_EQ(c.pic2->calls, (Calls{"line 966 0 966 1800 000000 w1", "line 866 1800 966 1800 000000 w1"}) +
                                Columns("0", "1800") +
@@ -48,7 +48,7 @@ TEST(StripChartFrame, OfTheFirstBlockHasAxisTickColumnsAndRowsInThatOrder) {
 
 TEST(StripChartFrame, PrintsTheEndOfTheBlockBesideATickOnTheAxis) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   // "09:32" is 500 wide and 200 high: x = 966 - 100 - 525, y = 1800 - 100.
   EXPECT_EQ(c.picture3->calls, (Calls{"line 863 1800 963 1800 000000 w1", "print 341 1700 '09:32' 000000"}));
@@ -57,14 +57,14 @@ TEST(StripChartFrame, PrintsTheEndOfTheBlockBesideATickOnTheAxis) {
 TEST(StripChartFrame, TakesThePageStartFromTheBlockCutToTheMinuteWhereThereIsNone) {
   RecordedChart c;
   c.chart->Picture2_Update(JobStart() + 30.5 * kSecond, JobStart() + 90.5 * kSecond);
-  EXPECT_DOUBLE_EQ(c.session.GraphPageTime, JobStart());
+  EXPECT_DOUBLE_EQ(c.session.Times.GraphPageTime, JobStart());
   EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart());
   EXPECT_EQ(c.pic2->calls.front(), "line 966 457.5 966 1357.5 000000 w1");
 }
 
 TEST(StripChartFrame, FollowsThePageStartThatAnotherChartPublished) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart() + 60 * kSecond;
+  c.session.Times.GraphPageTime = JobStart() + 60 * kSecond;
   c.DrawBlock(60);
   EXPECT_EQ(c.pic2->calls.front(), "line 966 0 966 1800 000000 w1");
   EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart() + 60 * kSecond);
@@ -72,7 +72,7 @@ TEST(StripChartFrame, FollowsThePageStartThatAnotherChartPublished) {
 
 TEST(StripChartFrame, MovesUpHalfAPageWithTheSecondBlockOfTheDefaultSettings) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   c.Forget();
   c.DrawBlock(120);
@@ -84,12 +84,12 @@ TEST(StripChartFrame, MovesUpHalfAPageWithTheSecondBlockOfTheDefaultSettings) {
             (Calls{"cls", "print 341 1700 '09:32' 000000",  // retained label: y = 1 x 1800 - 100
                    "print -189 1700 '14-Mar-2026' 000000",  // 966 - 1.05 x 1100, middle of 900 and 2700
                    "line 863 2700 963 2700 000000 w1", "print 341 2600 '09:34' 000000"}));
-  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 1);
+  EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 1);
 }
 
 TEST(StripChartFrame, MovesTheOriginHalfWayToTheBlockAtEachScroll) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   const double expected[] = {0, 60, 150, 255};  // (0+120)/2, (60+240)/2, (150+360)/2
   for (int block = 0; block < 4; ++block) {
     c.DrawBlock(block * 120);
@@ -99,7 +99,7 @@ TEST(StripChartFrame, MovesTheOriginHalfWayToTheBlockAtEachScroll) {
 
 TEST(StripChartFrame, DoesNotScrollWhileTheBlockEndsAboveTheBottom) {
   RecordedChart c(1, 3603);
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   c.Forget();
   c.DrawBlock(120);
@@ -109,11 +109,11 @@ TEST(StripChartFrame, DoesNotScrollWhileTheBlockEndsAboveTheBottom) {
 
 TEST(StripChartFrame, RewritesALabelForEachPairOfBlocksAtAScroll) {
   RecordedChart c(1, 7200);
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   for (int block = 0; block < 3; ++block) c.DrawBlock(block * 120);
   c.Forget();
   c.DrawBlock(360);  // ends at 7200
-  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 2);
+  EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 2);
   ASSERT_GE(c.picture3->calls.size(), 3u);
   EXPECT_EQ(c.picture3->calls[0], "cls");
   EXPECT_EQ(c.picture3->calls[1], "print 341 3500 '09:36' 000000");  // (2 - 1 + 1) x 1800 - 100
@@ -124,7 +124,7 @@ TEST(StripChartFrame, RewritesALabelForEachPairOfBlocksAtAScroll) {
 TEST(StripChartFrame, PrintsTheDateWhenABlockCrossesMidnight) {
   RecordedChart c;
   const double midnight = DateSerial(2026, 3, 15);
-  c.session.GraphPageTime = midnight - 60 * kSecond;
+  c.session.Times.GraphPageTime = midnight - 60 * kSecond;
   c.chart->Picture2_Update(midnight - 60 * kSecond, midnight + 60 * kSecond);
   // Between 0 and 1800.
   EXPECT_EQ(c.picture3->calls.back(), "print -189 800 '15-Mar-2026' 000000");
@@ -132,15 +132,15 @@ TEST(StripChartFrame, PrintsTheDateWhenABlockCrossesMidnight) {
 
 TEST(StripChartFrame, PrintsNoDateForABlockWithinADay) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   for (const std::string& call : c.picture3->calls) EXPECT_EQ(call.find("Mar"), std::string::npos) << call;
 }
 
 TEST(StripChartFrame, RaisesDivisionByZeroWithoutATimeStepAndDrawsNothing) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
-  c.session.GraphTimeStep = 0;
+  c.session.Times.GraphPageTime = JobStart();
+  c.session.Times.GraphTimeStep = 0;
   EXPECT_THROW(c.DrawBlock(0), RuntimeError);
   EXPECT_EQ(c.pic2->calls, Calls{});
   EXPECT_EQ(c.picture3->calls, Calls{});
@@ -148,7 +148,7 @@ TEST(StripChartFrame, RaisesDivisionByZeroWithoutATimeStepAndDrawsNothing) {
 
 TEST(StripChartFrame, LeavesWithoutDrawingAtATimeThatIsNoNumberOrOutOfRange) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.chart->Picture2_Update(JobStart(), std::nan(""));
   c.chart->Picture2_Update(JobStart(), 1e300);
   c.chart->WriteDate(std::nan(""), JobStart());
@@ -158,7 +158,7 @@ TEST(StripChartFrame, LeavesWithoutDrawingAtATimeThatIsNoNumberOrOutOfRange) {
 
 TEST(WriteDate, AtTheStartStandsInTheMiddleOfTheFirstBlockAndSetsTheOrigin) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.chart->WriteDate(JobStart(), JobStart() + 120 * kSecond);
   EXPECT_EQ(c.picture3->calls, (Calls{"print -189 800 '14-Mar-2026' 000000"}));
   EXPECT_DOUBLE_EQ(c.chart->TimeOrigin(), JobStart());
@@ -176,12 +176,12 @@ TEST(RedrawFrame, DrawsTheGridOfTheWholePage) {
                                      {"2400", kGrey},
                                      {"3000", kGrey},
                                      {"3600", kBlack}}));
-  EXPECT_DOUBLE_EQ(c.session.BlockPairsPerPage, 1);
+  EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 1);
 }
 
 TEST(RedrawFrame, KeepsTheBlocksFromDrawingTheirRowsUntilThePageScrolls) {
   RecordedChart c;
-  c.session.GraphPageTime = JobStart();
+  c.session.Times.GraphPageTime = JobStart();
   c.chart->RedrawFrame();
   c.Forget();
   c.DrawBlock(0);

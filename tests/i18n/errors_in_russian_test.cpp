@@ -7,15 +7,15 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "base/errors.h"
 #include "i18n/language_files.h"
-#include "platform/connection.h"
-#include "platform/errors.h"
-#include "platform/file_errors.h"
-#include "platform/page_fetch.h"
-#include "platform/procedure.h"
-#include "platform/recordset.h"
-#include "platform/serial.h"
-#include "platform/settings.h"
+#include "platform/database/connection.h"
+#include "platform/database/recordset.h"
+#include "platform/dialogs/procedure.h"
+#include "platform/files/file_errors.h"
+#include "platform/pages/page_fetch.h"
+#include "platform/ports/serial.h"
+#include "platform/settings/settings.h"
 #include "support/scripted_dialogs.h"
 #include "support/temporary_folder.h"
 #include "support/translation_file.h"

@@ -1,4 +1,4 @@
-#include "i18n/messages.h"
+#include "base/message_text.h"
 
 #include <gtest/gtest.h>
 

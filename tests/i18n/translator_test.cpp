@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "model/texts.h"
 #include "support/translation_file.h"
 
 namespace velk {
@@ -27,22 +28,22 @@ class Translator : public testing::Test {
 
 TEST_F(Translator, PassesEnglishThroughWithoutADatabase) {
   EXPECT_EQ(translator.Translate("Anything", 252), "Anything");
-  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Ready");
-  EXPECT_EQ(translator.View(MessageId::StatusReady), "Ready");
+  EXPECT_EQ(translator.Translate(text::StatusReady), "Ready");
+  EXPECT_EQ(translator.View(text::StatusReady), "Ready");
 }
 
 TEST_F(Translator, GivesTheTranslationOfANumber) {
   ASSERT_TRUE(Load(kReady));
   EXPECT_EQ(translator.Translate("Ready", 2000), "Готов");
   EXPECT_EQ(translator.Translate("whatever stands at the call", 2000), "Готов");
-  EXPECT_EQ(translator.Translate(MessageId::StatusReady), "Готов");
-  EXPECT_EQ(translator.View(MessageId::StatusReady), "Готов");
+  EXPECT_EQ(translator.Translate(text::StatusReady), "Готов");
+  EXPECT_EQ(translator.View(text::StatusReady), "Готов");
 }
 
 TEST_F(Translator, NumberThatTheTableDoesNotHoldStaysEnglish) {
   ASSERT_TRUE(Load(kReady));
   EXPECT_EQ(translator.Translate("Acquiring Data", 252), "Acquiring Data");
-  EXPECT_EQ(translator.Translate(MessageId::StatusAcquiringData), "Acquiring Data");
+  EXPECT_EQ(translator.Translate(text::StatusAcquiringData), "Acquiring Data");
   EXPECT_EQ(translator.Translate("below zero", -1), "below zero");
 }
 
@@ -67,7 +68,7 @@ TEST_F(Translator, SecondRowUnderANumberIsIgnored) {
 
 TEST_F(Translator, NumberMayBeStoredAsText) {
   ASSERT_TRUE(Load("INSERT INTO Messages VALUES('252','Acquiring Data',1,'Идёт регистрация данных')"));
-  EXPECT_EQ(translator.Translate(MessageId::StatusAcquiringData), "Идёт регистрация данных");
+  EXPECT_EQ(translator.Translate(text::StatusAcquiringData), "Идёт регистрация данных");
 }
 
 TEST_F(Translator, MissingFileTableOrColumnEndsInEnglishWithoutAnError) {

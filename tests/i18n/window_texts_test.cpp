@@ -14,6 +14,7 @@
 #include <QToolBar>
 
 #include "i18n/windows/translate_form.h"
+#include "model/texts.h"
 
 namespace velk {
 namespace {
@@ -97,7 +98,7 @@ TEST(WindowTexts, WindowThatWasNotTranslatedIsTold) {
   EXPECT_EQ(TextsLeftInEnglish(window).size(), 3U);
   TranslateForm(window, RussianCaptions());
   EXPECT_EQ(TextsLeftInEnglish(window), (Faults{"frmFileExist_lblWord \"Ready\": stayed English"}));
-  word->setText(QString::fromStdString(RussianMessages().Translate(MessageId::StatusReady)));
+  word->setText(QString::fromStdString(RussianMessages().Translate(text::StatusReady)));
   EXPECT_EQ(TextsLeftInEnglish(window), kNone);
 }
 

@@ -1,4 +1,4 @@
-#include "instruments/board.h"
+#include "instruments/board/board.h"
 
 #include <gtest/gtest.h>
 

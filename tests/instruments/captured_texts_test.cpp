@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "instruments/decoders.h"
-#include "platform/settings.h"
+#include "instruments/decoders/decoders.h"
+#include "platform/settings/settings.h"
 #include "support/byte_port.h"
 #include "support/fake_clock.h"
 #include "support/memory_folder.h"

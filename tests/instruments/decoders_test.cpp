@@ -1,9 +1,9 @@
-#include "instruments/decoders.h"
+#include "instruments/decoders/decoders.h"
 
 #include <gtest/gtest.h>
 
-#include "instruments/protocols.h"
-#include "platform/settings.h"
+#include "instruments/table/protocols.h"
+#include "platform/settings/settings.h"
 #include "support/byte_port.h"
 #include "support/fake_clock.h"
 #include "support/memory_folder.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "instruments/any_serial_data.h"
-#include "instruments/national_oil_well.h"
+#include "instruments/decoders/any_serial_data.h"
+#include "instruments/decoders/national_oil_well.h"
 #include "support/frame_damage.h"
 
 namespace velk {

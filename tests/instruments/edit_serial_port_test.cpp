@@ -1,10 +1,10 @@
-#include "instruments/edit_serial_port.h"
+#include "instruments/setup/edit_serial_port.h"
 
 #include <gtest/gtest.h>
 
-#include "instruments/protocols.h"
-#include "platform/errors.h"
-#include "platform/settings.h"
+#include "base/errors.h"
+#include "instruments/table/protocols.h"
+#include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/scripted_dialogs.h"
 #include "support/temporary_folder.h"

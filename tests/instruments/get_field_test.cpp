@@ -1,4 +1,4 @@
-#include "instruments/get_field.h"
+#include "instruments/reading/get_field.h"
 
 #include <gtest/gtest.h>
 

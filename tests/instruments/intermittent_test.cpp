@@ -1,4 +1,4 @@
-#include "instruments/intermittent.h"
+#include "instruments/decoders/intermittent.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <optional>
 #include <regex>
 
-#include "platform/dates.h"
-#include "platform/errors.h"
+#include "base/dates.h"
+#include "base/errors.h"
 #include "support/byte_port.h"
 #include "support/frame_damage.h"
 

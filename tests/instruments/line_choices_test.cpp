@@ -1,11 +1,11 @@
-#include "instruments/line_choices.h"
+#include "instruments/setup/line_choices.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "instruments/protocols.h"
-#include "platform/settings.h"
+#include "instruments/table/protocols.h"
+#include "platform/settings/settings.h"
 #include "support/temporary_folder.h"
 
 namespace velk {

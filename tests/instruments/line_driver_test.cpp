@@ -1,4 +1,4 @@
-#include "instruments/line_driver.h"
+#include "instruments/link/line_driver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "instruments/line_framing.h"
+#include "instruments/link/line_framing.h"
 
 #include <gtest/gtest.h>
 

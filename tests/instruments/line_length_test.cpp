@@ -1,4 +1,4 @@
-#include "instruments/line_length.h"
+#include "instruments/reading/line_length.h"
 
 #include <gtest/gtest.h>
 

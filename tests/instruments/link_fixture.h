@@ -1,10 +1,10 @@
 #pragma once
 
-#include "instruments/link.h"
+#include "instruments/link/link.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/fake_serial_port.h"
 #include "support/recording_view.h"
@@ -25,7 +25,7 @@ struct LinkTest : testing::Test {
     link.onLine = [this](const std::string& line) { lines.push_back(line); };
   }
 
-  void Become(MessageId status) { session.CurrentStatus = session.Translator.Translate(status); }
+  void Become(MessageText status) { session.CurrentStatus = session.Translator.Translate(status); }
   void ExpectImages(bool on) {
     EXPECT_EQ(view.images["connect"], on ? 17 : 16);
     EXPECT_EQ(view.images["disconnect"], on ? 18 : 15);

@@ -1,6 +1,7 @@
 // A link that falls silent, and one whose device goes away.
 
 #include "instruments/link_fixture.h"
+#include "model/texts.h"
 
 namespace velk {
 namespace {
@@ -85,7 +86,7 @@ TEST_F(LinkTest, AReopenThatFailsIsToldOnceAndTriedOn) {
 // --- Hang-up ---
 
 TEST_F(LinkTest, AHangUpWhileAcquiringIsToldOnceAndDataGoOnWithinThreeSecondsOfTheReturn) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   ReceiveFor(5);
   dialogs.Expect("/dev/ttyVelk: the serial device is gone. Data go on by themselves when it is back.", Answer::Ok);
@@ -101,7 +102,7 @@ TEST_F(LinkTest, AHangUpWhileAcquiringIsToldOnceAndDataGoOnWithinThreeSecondsOfT
   const std::size_t before = lines.size();
   ReceiveFor(2);
   EXPECT_EQ(lines.size(), before + 2);
-  EXPECT_EQ(session.CurrentStatus, session.Translator.Translate(MessageId::StatusAcquiringData));
+  EXPECT_EQ(session.CurrentStatus, session.Translator.Translate(text::StatusAcquiringData));
 }
 
 TEST_F(LinkTest, TheNextHangUpAfterDataIsToldAgain) {
@@ -127,7 +128,7 @@ TEST_F(LinkTest, ADeviceThatOnlyHangsUpAgainAndAgainIsToldOnce) {
 }
 
 TEST_F(LinkTest, LinesThatHadWaitedWhenTheDeviceWentAwayAreDeliveredAndDoNotTellOfItsReturn) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   {
     const GateState shut(gate, GateState::Shut);
@@ -162,7 +163,7 @@ TEST_F(LinkTest, AnotherAdapterDoesNotTakeThePlaceOfTheLostOne) {
 }
 
 TEST_F(LinkTest, TheHangUpBoxWaitsUntilNoSampleIsRunning) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   std::size_t boxesDuringTheSample = 9;
   link.onLine = [&](const std::string&) {
@@ -178,7 +179,7 @@ TEST_F(LinkTest, TheHangUpBoxWaitsUntilNoSampleIsRunning) {
 }
 
 TEST_F(LinkTest, WhileTheHangUpBoxStandsTheDeviceIsReopenedAndLinesGoOn) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   std::size_t linesWhileTheBoxStood = 0;
   dialogs.Expect("the serial device is gone", Answer::Ok, [&] {

@@ -1,4 +1,6 @@
+#include "core/texts.h"
 #include "instruments/link_fixture.h"
+#include "model/texts.h"
 
 namespace velk {
 namespace {
@@ -318,14 +320,13 @@ TEST_F(LinkTest, ClosePlainPortClosesWhatIsOpen) {
 // --- Lines ---
 
 TEST_F(LinkTest, ALineGoesToTheTickOnlyWhileAcquiring) {
-  for (const MessageId status :
-       {MessageId::StatusReady, MessageId::StatusCheckingHardware, MessageId::StatusReadyToAcquire,
-        MessageId::StatusAcquiringPaused, MessageId::StatusPlayingBack}) {
+  for (const MessageText status : {text::StatusReady, text::StatusCheckingHardware, text::StatusReadyToAcquire,
+                                   text::StatusAcquiringPaused, text::StatusPlayingBack}) {
     Become(status);
     link.ODataCom1_DataReady(kLine);
   }
   EXPECT_TRUE(lines.empty());
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.ODataCom1_DataReady(kLine);
   EXPECT_EQ(lines, std::vector<std::string>{kLine});
 }
@@ -333,13 +334,13 @@ TEST_F(LinkTest, ALineGoesToTheTickOnlyWhileAcquiring) {
 TEST_F(LinkTest, TheArrivalIsStoredInAnyStatus) {
   link.SetODataCom();
   clock.Advance(61'000);
-  Become(MessageId::StatusReady);
+  Become(text::StatusReady);
   link.ODataCom1_DataReady(kLine);
   EXPECT_EQ(session.LastDataTime, "14-Mar-2026 09:31:01");
 }
 
 TEST_F(LinkTest, TheArrivalIsStoredThoughTheTickFails) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.onLine = [](const std::string&) { throw RuntimeError(ErrorNumber::Overflow); };
   dialogs.Expect(ErrorText(ErrorNumber::Overflow).English() + " - ODataCom1_DataReady", Answer::Cancel);
   link.ODataCom1_DataReady(kLine);
@@ -347,7 +348,7 @@ TEST_F(LinkTest, TheArrivalIsStoredThoughTheTickFails) {
 }
 
 TEST_F(LinkTest, LinesReceivedSinceOpeningAreCountedWhateverTheStatus) {
-  Become(MessageId::StatusCheckingHardware);
+  Become(text::StatusCheckingHardware);
   link.SetODataCom();
   EXPECT_EQ(link.LinesSeen(), 0);
   ReceiveFor(3);
@@ -357,7 +358,7 @@ TEST_F(LinkTest, LinesReceivedSinceOpeningAreCountedWhateverTheStatus) {
 }
 
 TEST_F(LinkTest, ReceivedLinesReachTheTickInOrder) {
-  Become(MessageId::StatusAcquiringData);
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   driver.Receive("a\r\nb\r\nc\r\n");
   clock.Advance(10);

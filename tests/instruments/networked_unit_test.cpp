@@ -1,4 +1,4 @@
-#include "instruments/networked_unit.h"
+#include "instruments/decoders/networked_unit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "instruments/own_unit.h"
+#include "instruments/decoders/own_unit.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include <regex>
 #include <sstream>
 
-#include "instruments/page_readers.h"
-#include "platform/errors.h"
+#include "base/errors.h"
+#include "instruments/decoders/page_readers.h"
 #include "support/frame_damage.h"
 
 namespace velk {

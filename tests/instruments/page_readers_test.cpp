@@ -1,8 +1,8 @@
-#include "instruments/page_readers.h"
+#include "instruments/decoders/page_readers.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 
 namespace velk {
 namespace {

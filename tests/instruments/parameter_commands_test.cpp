@@ -1,4 +1,4 @@
-#include "instruments/parameter_commands.h"
+#include "instruments/setup/parameter_commands.h"
 
 #include <gtest/gtest.h>
 

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <sstream>
 
-#include "instruments/data_taker.h"
-#include "instruments/national_oil_well.h"
-#include "instruments/stewart_stevenson.h"
+#include "instruments/decoders/data_taker.h"
+#include "instruments/decoders/national_oil_well.h"
+#include "instruments/decoders/stewart_stevenson.h"
 #include "support/byte_port.h"
 #include "support/fake_clock.h"
 #include "support/frame_damage.h"

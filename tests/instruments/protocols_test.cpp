@@ -1,4 +1,4 @@
-#include "instruments/protocols.h"
+#include "instruments/table/protocols.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "instruments/requested_data.h"
+#include "instruments/decoders/requested_data.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "instruments/sampling_choice.h"
+#include "instruments/setup/sampling_choice.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace velk {
 namespace {

@@ -1,4 +1,4 @@
-#include "instruments/separators.h"
+#include "instruments/setup/separators.h"
 
 #include <gtest/gtest.h>
 

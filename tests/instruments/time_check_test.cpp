@@ -1,4 +1,4 @@
-#include "instruments/time_check.h"
+#include "instruments/reading/time_check.h"
 
 #include <gtest/gtest.h>
 

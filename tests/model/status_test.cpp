@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 
+#include "core/texts.h"
+#include "model/texts.h"
 #include "support/recording_view.h"
 
 namespace velk {
@@ -29,13 +31,9 @@ constexpr Expectation kTable[] = {
     {"mnuAcquireStop", "....111"},
 };
 
-constexpr MessageId kStatuses[] = {MessageId::StatusReady,
-                                   MessageId::StatusReadyToAcquire,
-                                   MessageId::StatusAcquiringData,
-                                   MessageId::StatusAcquiringPaused,
-                                   MessageId::StatusReadyToPlayback,
-                                   MessageId::StatusPlayingBack,
-                                   MessageId::StatusPlayingBackPaused};
+constexpr MessageText kStatuses[] = {
+    text::StatusReady,           text::StatusReadyToAcquire, text::StatusAcquiringData,    text::StatusAcquiringPaused,
+    text::StatusReadyToPlayback, text::StatusPlayingBack,    text::StatusPlayingBackPaused};
 
 TEST(Status, ForcesEveryMenuItemAsTheTableSays) {
   for (int column = 0; column < 7; ++column) {
@@ -56,7 +54,7 @@ TEST(Status, ForcesEveryMenuItemAsTheTableSays) {
 TEST(Status, ForcesNothingOutsideTheTableButTheSummaryReport) {
   std::set<std::string> known = {"mnuViewSummaryReport"};
   for (const Expectation& row : kTable) known.insert(row.item);
-  for (const MessageId status : kStatuses) {
+  for (const MessageText status : kStatuses) {
     Session session;
     RecordingView view;
     ChangeCurrentStatus(session, view, status);
@@ -66,7 +64,7 @@ TEST(Status, ForcesNothingOutsideTheTableButTheSummaryReport) {
 }
 
 TEST(Status, ForcesFourItemsEvenWhereTheTableHasNoColumn) {
-  for (const MessageId status : {MessageId::StatusCheckingHardware, MessageId::StatusConfirmingFileFormat}) {
+  for (const MessageText status : {text::StatusCheckingHardware, text::StatusConfirmingFileFormat}) {
     Session session;
     RecordingView view;
     ChangeCurrentStatus(session, view, status);
@@ -82,13 +80,13 @@ TEST(Status, StoresTheWordShowsItAndResetsPointerAndCaption) {
   Session session;
   RecordingView view;
   view.hourglass = true;
-  ChangeCurrentStatus(session, view, MessageId::StatusReadyToAcquire);
+  ChangeCurrentStatus(session, view, text::StatusReadyToAcquire);
   EXPECT_EQ(session.CurrentStatus, "Ready to Acquire");
   EXPECT_EQ(view.panels[1], "Ready to Acquire");
   EXPECT_FALSE(view.hourglass);
   EXPECT_EQ(view.captionResets, 1);
-  EXPECT_TRUE(StatusIs(session, MessageId::StatusReadyToAcquire));
-  EXPECT_FALSE(StatusIs(session, MessageId::StatusReady));
+  EXPECT_TRUE(StatusIs(session, text::StatusReadyToAcquire));
+  EXPECT_FALSE(StatusIs(session, text::StatusReady));
 }
 
 TEST(Status, HidesConnectAndRenamesTheMenuOnlyInPlayback) {
@@ -105,11 +103,11 @@ TEST(Status, NamesPauseAndResumeOnMenuAndButton) {
   Session session;
   session.CurrentFile = "/jobs/frac.mdb";
   RecordingView view;
-  ChangeCurrentStatus(session, view, MessageId::StatusAcquiringData);
+  ChangeCurrentStatus(session, view, text::StatusAcquiringData);
   EXPECT_EQ(view.menuCaption["mnuAcquireStart"], "Pause");
   EXPECT_EQ(view.toolTips["Pause"], "Pause");
   EXPECT_EQ(view.panels[2], "Current File: /jobs/frac.mdb");
-  ChangeCurrentStatus(session, view, MessageId::StatusAcquiringPaused);
+  ChangeCurrentStatus(session, view, text::StatusAcquiringPaused);
   EXPECT_EQ(view.menuCaption["mnuAcquireStart"], "Resume");
   EXPECT_EQ(view.toolTips["Pause"], "Resume");
 }
@@ -118,13 +116,13 @@ TEST(Status, OffersTheSummaryReportInReadyOnlyWithALogFile) {
   Session session;
   RecordingView view;
   session.LogFileInUse = "x";
-  ChangeCurrentStatus(session, view, MessageId::StatusReady);
+  ChangeCurrentStatus(session, view, text::StatusReady);
   EXPECT_FALSE(view.menuEnabled["mnuViewSummaryReport"]);
   session.LogFileInUse = "xy";
-  ChangeCurrentStatus(session, view, MessageId::StatusReady);
+  ChangeCurrentStatus(session, view, text::StatusReady);
   EXPECT_TRUE(view.menuEnabled["mnuViewSummaryReport"]);
   session.LogFileInUse.clear();
-  ChangeCurrentStatus(session, view, MessageId::StatusReadyToPlayback);
+  ChangeCurrentStatus(session, view, text::StatusReadyToPlayback);
   EXPECT_TRUE(view.menuEnabled["mnuViewSummaryReport"]);
 }
 

@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/catalog.h"
-#include "platform/command.h"
-#include "platform/connection.h"
-#include "platform/dates.h"
-#include "platform/errors.h"
-#include "platform/recordset.h"
+#include "base/dates.h"
+#include "base/errors.h"
+#include "platform/database/catalog.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
+#include "platform/database/recordset.h"
 #include "support/temporary_folder.h"
 
 namespace velk {

@@ -1,4 +1,4 @@
-#include "platform/gate.h"
+#include "platform/loop/gate.h"
 
 #include <gtest/gtest.h>
 

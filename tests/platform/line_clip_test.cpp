@@ -1,4 +1,4 @@
-#include "platform/line_clip.h"
+#include "platform/drawing/line_clip.h"
 
 #include <gtest/gtest.h>
 

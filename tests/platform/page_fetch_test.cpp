@@ -1,11 +1,11 @@
-#include "platform/page_fetch.h"
+#include "platform/pages/page_fetch.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 
-#include "platform/gate.h"
-#include "platform/system_clock.h"
+#include "platform/loop/gate.h"
+#include "platform/loop/system_clock.h"
 #include "support/fake_clock.h"
 #include "support/page_server.h"
 

@@ -1,11 +1,11 @@
-#include "platform/port_devices.h"
+#include "platform/ports/port_devices.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "support/temporary_folder.h"
 
 namespace velk {

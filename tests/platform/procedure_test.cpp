@@ -1,8 +1,8 @@
-#include "platform/procedure.h"
+#include "platform/dialogs/procedure.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 #include "support/scripted_dialogs.h"
 
 namespace velk {

@@ -18,7 +18,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/system_clock.h"
+#include "platform/loop/system_clock.h"
 #include "support/memory_folder.h"
 
 namespace velk {

@@ -1,4 +1,4 @@
-#include "platform/serial.h"
+#include "platform/ports/serial.h"
 
 #include <grp.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -12,8 +12,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/errors.h"
-#include "platform/ini_file.h"
+#include "base/errors.h"
+#include "platform/settings/ini_file.h"
 #include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/raises.h"

@@ -1,11 +1,11 @@
-#include "platform/surface_image.h"
+#include "platform/drawing/surface_image.h"
 
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
 #include <limits>
 
-#include "platform/colour.h"
+#include "base/colour.h"
 
 namespace velk::test {
 

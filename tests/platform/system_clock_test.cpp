@@ -1,4 +1,4 @@
-#include "platform/system_clock.h"
+#include "platform/loop/system_clock.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/dates.h"
+#include "base/dates.h"
 
 namespace velk {
 namespace {

@@ -376,9 +376,9 @@ TEST_F(Program, OpensTheAlarmsFromBothButtonsWhileSamplesGoOn) {
       ASSERT_NE(window, nullptr);
       EXPECT_EQ(window->windowTitle(), "Alarms");
       EXPECT_EQ(window->findChild<QLabel*>("Label1_0")->text(), "Parameter 1");
-      const auto plotted = rig.State().LastPlotTime;
+      const auto plotted = rig.State().Times.LastPlotTime;
       rig.Frame(70, 0, 0);
-      EXPECT_GT(rig.State().LastPlotTime, plotted) << "samples go on";
+      EXPECT_GT(rig.State().Times.LastPlotTime, plotted) << "samples go on";
       seen = true;
       window->close();
     });

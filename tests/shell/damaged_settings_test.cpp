@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ini_file.h"
+#include "platform/settings/ini_file.h"
+#include "settings/settings_io.h"
 #include "shell/application.h"
-#include "store/settings_io.h"
 #include "support/fake_clock.h"
 #include "support/fake_serial_port.h"
 #include "support/in_english.h"

@@ -6,9 +6,9 @@
 #include <QElapsedTimer>
 #include <cstdio>
 
-#include "instruments/line_driver.h"
-#include "platform/command.h"
-#include "platform/system_clock.h"
+#include "instruments/link/line_driver.h"
+#include "platform/database/command.h"
+#include "platform/loop/system_clock.h"
 #include "shell/shell_rig.h"
 #include "support/pty.h"
 

@@ -8,7 +8,9 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include "core/texts.h"
 #include "model/status.h"
+#include "model/texts.h"
 #include "shell/icons.h"
 #include "shell/not_built.h"
 #include "support/recording_view.h"
@@ -72,10 +74,10 @@ constexpr Entry kCaptions[] = {
     {"mnuHelpAbout", "&About VELK"},
 };
 
-constexpr MessageId kStatuses[] = {
-    MessageId::StatusReady,           MessageId::StatusCheckingHardware, MessageId::StatusReadyToAcquire,
-    MessageId::StatusAcquiringData,   MessageId::StatusAcquiringPaused,  MessageId::StatusConfirmingFileFormat,
-    MessageId::StatusReadyToPlayback, MessageId::StatusPlayingBack,      MessageId::StatusPlayingBackPaused};
+constexpr MessageText kStatuses[] = {
+    text::StatusReady,           text::StatusCheckingHardware, text::StatusReadyToAcquire,
+    text::StatusAcquiringData,   text::StatusAcquiringPaused,  text::StatusConfirmingFileFormat,
+    text::StatusReadyToPlayback, text::StatusPlayingBack,      text::StatusPlayingBackPaused};
 
 class MainFormTest : public testing::Test {
  protected:
@@ -136,7 +138,7 @@ TEST_F(MainFormTest, ShowsAPictureForEveryImageOfTheList) {
 }
 
 TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
-  for (const MessageId status : kStatuses) {
+  for (const MessageText status : kStatuses) {
     Session plain;
     test::RecordingView view;
     ChangeCurrentStatus(plain, view, status);
@@ -151,7 +153,7 @@ TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
 }
 
 TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
-  for (const MessageId status : kStatuses) {
+  for (const MessageText status : kStatuses) {
     ChangeCurrentStatus(session, form, status);
     for (const Entry& entry : kCaptions) {
       const QAction* item = form.MenuItem(entry.item);
@@ -165,10 +167,10 @@ TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
 }
 
 TEST_F(MainFormTest, LetsRecordAndExitButtonsFollowTheirMenuItems) {
-  ChangeCurrentStatus(session, form, MessageId::StatusReady);
+  ChangeCurrentStatus(session, form, text::StatusReady);
   EXPECT_TRUE(form.Button("Record")->isEnabled());
   EXPECT_TRUE(form.Button("Exit")->isEnabled());
-  ChangeCurrentStatus(session, form, MessageId::StatusAcquiringData);
+  ChangeCurrentStatus(session, form, text::StatusAcquiringData);
   EXPECT_FALSE(form.Button("Record")->isEnabled());
   EXPECT_FALSE(form.Button("Exit")->isEnabled());
   EXPECT_TRUE(form.Button("Acquire")->isEnabled()) << "it tells why it can't connect now";

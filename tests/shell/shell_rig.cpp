@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "core/texts.h"
 #include "model/status.h"
 
 namespace velk::test {
@@ -35,7 +36,7 @@ void ShellRig::Start() {
 
 void ShellRig::Connect() {
   clock.onYield = [this, come = false]() mutable {
-    const bool checking = StatusIs(State(), MessageId::StatusCheckingHardware);
+    const bool checking = StatusIs(State(), text::StatusCheckingHardware);
     if (checking && linePort.open && !std::exchange(come, true)) Receive(0, 0, 0);
   };
   Press("Acquire");

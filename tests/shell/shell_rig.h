@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "shell/application.h"
 #include "support/fake_clock.h"
 #include "support/fake_serial_port.h"

@@ -4,12 +4,13 @@
 
 #include <ctime>
 
-#include "instruments/link.h"
-#include "instruments/own_unit.h"
-#include "instruments/protocols.h"
+#include "instruments/decoders/own_unit.h"
+#include "instruments/link/link.h"
+#include "instruments/table/protocols.h"
 #include "model/status.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "model/texts.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
 #include "simulators/simulator.h"
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
@@ -26,7 +27,7 @@ struct LinkAndUnit : testing::Test {
     session.SerialData = "KESTA version 4";
     SetProtocolConstants(session);
     session.NumberOfParameters = session.NumberOfChannels;
-    session.CurrentStatus = session.Translator.Translate(MessageId::StatusAcquiringData);
+    session.CurrentStatus = session.Translator.Translate(text::StatusAcquiringData);
     link.onLine = [this](const std::string& line) {
       lines.push_back(line);
       clock.Yield();

@@ -5,14 +5,14 @@
 
 #include <QCoreApplication>
 
-#include "instruments/decoders.h"
-#include "instruments/intermittent.h"
-#include "instruments/line_driver.h"
-#include "instruments/line_length.h"
-#include "instruments/networked_unit.h"
-#include "platform/dates.h"
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "base/dates.h"
+#include "instruments/decoders/decoders.h"
+#include "instruments/decoders/intermittent.h"
+#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/line_driver.h"
+#include "instruments/reading/line_length.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
 #include "support/child_program.h"
 #include "support/fake_clock.h"
 #include "support/scripted_dialogs.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/serial.h"
+#include "platform/ports/serial.h"
 
 namespace velk::test {
 

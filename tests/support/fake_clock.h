@@ -3,9 +3,9 @@
 #include <deque>
 #include <list>
 
-#include "platform/clock.h"
-#include "platform/dates.h"
-#include "platform/gate.h"
+#include "base/dates.h"
+#include "platform/loop/clock.h"
+#include "platform/loop/gate.h"
 
 namespace velk::test {
 

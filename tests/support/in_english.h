@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/operator_text.h"
+#include "base/operator_text.h"
 
 namespace velk::test {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/clock.h"
+#include "platform/loop/clock.h"
 
 namespace velk::test {
 

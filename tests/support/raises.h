@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/errors.h"
+#include "base/errors.h"
 
 namespace velk::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "store/job_questions.h"
+#include "log/job_questions.h"
 
 namespace velk::test {
 

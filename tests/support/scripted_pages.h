@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/page_fetch.h"
+#include "platform/pages/page_fetch.h"
 
 namespace velk::test {
 

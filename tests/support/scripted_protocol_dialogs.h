@@ -1,6 +1,6 @@
 #pragma once
 
-#include "instruments/protocol_dialogs.h"
+#include "instruments/setup/protocol_dialogs.h"
 
 namespace velk::test {
 

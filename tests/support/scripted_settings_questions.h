@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "store/settings_questions.h"
+#include "settings/settings_questions.h"
 
 namespace velk::test {
 

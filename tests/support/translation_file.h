@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/connection.h"
+#include "platform/database/connection.h"
 #include "support/temporary_folder.h"
 
 namespace velk::test {

@@ -17,8 +17,8 @@
 #include <algorithm>
 #include <map>
 
+#include "base/message_text.h"
 #include "i18n/language_files.h"
-#include "i18n/messages.h"
 
 namespace velk::test {
 

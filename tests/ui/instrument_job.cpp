@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
-#include "instruments/protocols.h"
-#include "platform/numbers.h"
+#include "base/numbers.h"
+#include "instruments/table/protocols.h"
 
 namespace velk::test {
 

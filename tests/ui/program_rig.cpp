@@ -6,7 +6,7 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/command.h"
+#include "platform/database/command.h"
 
 namespace velk::test {
 

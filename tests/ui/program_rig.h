@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/settings.h"
-#include "platform/system_clock.h"
+#include "platform/loop/system_clock.h"
+#include "platform/settings/settings.h"
 #include "shell/application.h"
 #include "support/child_program.h"
 #include "support/scripted_dialogs.h"

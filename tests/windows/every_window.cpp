@@ -10,14 +10,15 @@
 #include "instruments/windows/hardware_settings.h"
 #include "instruments/windows/intermittent.h"
 #include "instruments/windows/requested_data.h"
+#include "log/windows/frm_file_exist.h"
+#include "log/windows/frm_inc_param_in_sum.h"
 #include "model/help_topics.h"
+#include "settings/texts.h"
+#include "settings/windows/clear_settings.h"
+#include "settings/windows/frm_user_options.h"
+#include "settings/windows/list_input_box.h"
 #include "shell/frm_about.h"
 #include "shell/help_window.h"
-#include "store/windows/clear_settings.h"
-#include "store/windows/frm_file_exist.h"
-#include "store/windows/frm_inc_param_in_sum.h"
-#include "store/windows/frm_user_options.h"
-#include "store/windows/list_input_box.h"
 #include "windows/sample_job.h"
 #include "windows/sample_program.h"
 
@@ -115,7 +116,7 @@ std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int ch
   return On<frmIncParamInSum>(job, job->session.Languages, inclusion);
 }
 
-std::shared_ptr<QWidget> OpenListBox(const std::string& language, MessageId title, MessageId prompt, bool mayEnter,
+std::shared_ptr<QWidget> OpenListBox(const std::string& language, MessageText title, MessageText prompt, bool mayEnter,
                                      int topic) {
   const Job job = MakeJob(language);
   const clstranslation& words = job->session.Translator;
@@ -131,7 +132,7 @@ std::shared_ptr<QWidget> OpenListBox(const std::string& language, MessageId titl
 std::shared_ptr<QWidget> OpenLanguageQuestion(const std::string& language) {
   const Job job = MakeJob(language);
   return On<ListInputBox>(job, job->session.Languages,
-                          ListQuestion{.title = job->session.Translator.Translate(MessageId::SelectLanguage),
+                          ListQuestion{.title = job->session.Translator.Translate(text::SelectLanguage),
                                        .prompt = "",
                                        .entries = {"English", "Russian"},
                                        .helpTopic = topic::Languages});
@@ -188,7 +189,7 @@ const std::vector<ListedWindow>& EveryWindow() {
   const auto summary = [](int channels) {
     return [=](const std::string& language) { return OpenSummaryQuestion(language, channels); };
   };
-  const auto list = [](MessageId title, MessageId prompt, bool mayEnter, int topic) {
+  const auto list = [](MessageText title, MessageText prompt, bool mayEnter, int topic) {
     return [=](const std::string& language) { return OpenListBox(language, title, prompt, mayEnter, topic); };
   };
   const auto hardware = [](const char* protocol) {
@@ -198,7 +199,7 @@ const std::vector<ListedWindow>& EveryWindow() {
   const auto mainForm = [](State state) {
     return [=](const std::string& language) { return OpenMainForm(language, state); };
   };
-  using M = MessageId;
+  using M = MessageText;
   static const std::vector<ListedWindow> windows = {
       {"Alarms", "", topic::Alarms, {"Label1_*"}, OpenAlarms},
       {"EqEditor", "", topic::Formulas, kKeypad, OpenCalculator},

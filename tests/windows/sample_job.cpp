@@ -2,9 +2,9 @@
 
 #include <QMdiSubWindow>
 
+#include "base/text.h"
 #include "formula/additional_parameters.h"
 #include "model/graph_map.h"
-#include "platform/text.h"
 #include "support/window_texts.h"
 
 namespace velk::test {
@@ -23,7 +23,7 @@ SampleJob::SampleJob(const std::string& language) {
   }
   session.Current_language = language;
   session.DefaultDirectory = Pick("/home/operator/jobs", "/home/operator/работы");
-  session.GraphTimeStep = session.SamplingRate;
+  session.Times.GraphTimeStep = session.SamplingRate;
   Add(Pick("Pump Pressure", "Давление на входе насоса"), Pick("bar", "бар"), kRed, 1204.5F);
   Add(Pick("Flow Rate", "Расход"), Pick("l/min", "л/мин"), kBlue, 812.25F);
   Add(Pick("Hook load & torque", "Нагрузка & момент"), Pick("kN", "кН"), kGreen, -17.5F);

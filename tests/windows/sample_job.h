@@ -4,7 +4,7 @@
 
 #include "graphs/windows/graph_windows_mdi.h"
 #include "model/session.h"
-#include "platform/settings.h"
+#include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/recording_graphs.h"
 #include "support/scripted_dialogs.h"

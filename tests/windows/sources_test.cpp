@@ -6,6 +6,8 @@
 #include <set>
 #include <sstream>
 
+#include "model/texts.h"
+
 namespace velk {
 namespace {
 
@@ -54,7 +56,7 @@ TEST(Sources, AreSearchedForEachWayToShowAText) {
   EXPECT_EQ(TextsShownBy(R"(dialogs.Message({"Disk is full", "", Buttons::Ok});)"),
             std::set<std::string>{"Disk is full"});
   EXPECT_EQ(TextsShownBy("new QLabel(\n    \"Depth\", this)"), std::set<std::string>{"Depth"});
-  EXPECT_TRUE(TextsShownBy(R"(label->setText("%1: %2"); Translate(MessageId::Pause))").empty());
+  EXPECT_TRUE(TextsShownBy(R"(label->setText("%1: %2"); Translate(text::Pause))").empty());
 }
 
 }  // namespace

@@ -3,9 +3,9 @@
 #include <QScreen>
 #include <QStyle>
 
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text_qt.h"
 #include "ui_alarms_window.h"
 
 namespace velk {
@@ -17,14 +17,15 @@ constexpr int kBelowLabels = 67;   // 1000 twips: the button
 
 }  // namespace
 
-Alarms::Alarms(const Session& session, QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::Alarms>()) {
+Alarms::Alarms(const Session& session, const Translation& translation, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::Alarms>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Alarms);
   for (int i = 1; i <= session.TotalParameters; ++i)
     if (session.AlarmTriggered[i]) AddLabel(ToQt(session.CurrentParameters[i].name));
   FitToLabels();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, session.Languages);
+  TranslateForm(*this, translation);
 }
 
 Alarms::~Alarms() = default;
@@ -57,9 +58,9 @@ void Alarms::FitToLabels() {
   resize((wanted + QSize(bar, 0)).boundedTo(room));
 }
 
-void Command1_Click(const Session& session, ModalWindows& windows, QWidget* parent) {
+void Command1_Click(const Session& session, const Translation& translation, ModalWindows& windows, QWidget* parent) {
   // On the heap and watched: the parent may be destroyed while the window stands, and takes it along.
-  const QPointer<Alarms> window = new Alarms(session, parent);
+  const QPointer<Alarms> window = new Alarms(session, translation, parent);
   windows.Run(window.data());
   delete window;
 }

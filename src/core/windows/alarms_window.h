@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "i18n/translation.h"
 #include "model/session.h"
 #include "platform/windows/modal_windows.h"
 
@@ -19,7 +20,7 @@ class Alarms : public QDialog {
   Q_OBJECT
 
  public:
-  explicit Alarms(const Session& session, QWidget* parent = nullptr);
+  Alarms(const Session& session, const Translation& translation, QWidget* parent = nullptr);
   ~Alarms() override;
 
  private:
@@ -32,6 +33,6 @@ class Alarms : public QDialog {
 };
 
 /// Shows the window, modal over `parent`; samples go on behind it. For the button Command1 and the toolbar's Alarms.
-void Command1_Click(const Session& session, ModalWindows& windows, QWidget* parent);
+void Command1_Click(const Session& session, const Translation& translation, ModalWindows& windows, QWidget* parent);
 
 }  // namespace velk

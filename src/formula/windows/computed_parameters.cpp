@@ -3,19 +3,19 @@
 #include <QScreen>
 #include <QStyle>
 
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text_qt.h"
 #include "ui_computed_parameters.h"
 
 namespace velk {
 
-ComputedParameters::ComputedParameters(const clsLanguages& languages, std::vector<ComputedChannel> channels,
+ComputedParameters::ComputedParameters(const Translation& translation, std::vector<ComputedChannel> channels,
                                        std::function<void(QWidget*)> showParameters, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ComputedParameters>()), channels_(std::move(channels)) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
   AddCheckBoxes();
   FitToScreen();
   connect(ui_->cmdParameters, &QPushButton::clicked, this,

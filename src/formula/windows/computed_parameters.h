@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "formula/include_in_graphs.h"
-#include "i18n/languages.h"
+#include "i18n/translation.h"
 
 namespace Ui {
 class ComputedParameters;
@@ -22,7 +22,7 @@ class ComputedParameters : public QDialog {
 
  public:
   /// `showParameters` is called with this window when the list of all parameters is wanted.
-  ComputedParameters(const clsLanguages& languages, std::vector<ComputedChannel> channels,
+  ComputedParameters(const Translation& translation, std::vector<ComputedChannel> channels,
                      std::function<void(QWidget*)> showParameters, QWidget* parent = nullptr);
   ~ComputedParameters() override;
 

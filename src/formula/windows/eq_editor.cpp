@@ -6,13 +6,14 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "base/text.h"
+#include "base/text_qt.h"
 #include "formula/formula_entry.h"
+#include "formula/texts.h"
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
 #include "model/help_topics.h"
-#include "platform/procedure.h"
-#include "platform/text.h"
-#include "platform/text_qt.h"
+#include "platform/dialogs/procedure.h"
 #include "ui_eq_editor.h"
 
 namespace velk {
@@ -26,7 +27,8 @@ constexpr int kMostLetters = 40;
 
 }  // namespace
 
-EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, QWidget* parent)
+EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, const Translation& translation,
+                   QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::EqEditor>()), session_(session), report_(report), graphs_(graphs) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
@@ -37,7 +39,7 @@ EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& 
   connect(ui_->Equals, &QPushButton::clicked, this, &EqEditor::Equals_Click);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   ui_->Text1->setFocus();
-  TranslateForm(*this, session.Languages);
+  TranslateForm(*this, translation);
   ui_->List1->setAccessibleName(ui_->List1->toolTip());
 }
 
@@ -103,8 +105,7 @@ void EqEditor::Press(void (*insert)(FormulaInput&, std::string_view), const QStr
 void EqEditor::Function_Click(const QString& caption) {
   FormulaInput input = Input();
   if (!InsertFunction(input, FromQt(caption))) {
-    report_.dialogs.Message(
-        {.text = report_.translator.Translate(MessageId::OneStatisticOnly), .title = {}, .icon = BoxIcon::Exclamation});
+    report_.dialogs.Message({.text = text::OneStatisticOnly, .title = {}, .icon = BoxIcon::Exclamation});
     return;
   }
   Show(input);

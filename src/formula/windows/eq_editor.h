@@ -6,6 +6,7 @@
 
 #include "formula/formula_checks.h"
 #include "formula/formula_input.h"
+#include "i18n/translation.h"
 #include "model/graph_window.h"
 #include "model/session.h"
 
@@ -22,7 +23,8 @@ class EqEditor : public QDialog {
   Q_OBJECT
 
  public:
-  EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, QWidget* parent = nullptr);
+  EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, const Translation& translation,
+           QWidget* parent = nullptr);
   ~EqEditor() override;
 
  private:

@@ -3,23 +3,23 @@
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/frm_inc_params.h"
 #include "model/graph_map.h"
-#include "platform/procedure.h"
+#include "platform/dialogs/procedure.h"
 
 namespace velk {
 
 // The windows are made on the heap and watched: the parent may be destroyed while one stands, and takes it along.
 
 void FormulaWindows::mnuToolsDefine_Click() {
-  const FormulaReport report{dialogs_, session_.Translator, [this] { view_.Beep(); }};
-  const QPointer<EqEditor> window = new EqEditor(session_, report, graphs_, parent_);
+  const FormulaReport report{platform_.dialogs, platform_.language, [this] { view_.Beep(); }};
+  const QPointer<EqEditor> window = new EqEditor(session_, report, graphs_, translation_, parent_);
   windows_.Run(window.data());
   delete window;
 }
 
 void FormulaWindows::mnuToolsInclude_Click() {
-  RunProcedure({dialogs_, "mnuToolsInclude_Click"}, [&](const Statements& run) {
+  RunProcedure({platform_.dialogs, "mnuToolsInclude_Click"}, [&](const Statements& run) {
     const QPointer<ComputedParameters> window = new ComputedParameters(
-        session_.Languages, ComputedChannels(session_), [this](QWidget* over) { ShowParameters(over); }, parent_);
+        translation_, ComputedChannels(session_), [this](QWidget* over) { ShowParameters(over); }, parent_);
     windows_.Run(window.data());
     if (!window) return;
     const std::vector<ComputedChannel> channels = window->Channels();
@@ -32,7 +32,7 @@ void FormulaWindows::mnuToolsInclude_Click() {
 }
 
 void FormulaWindows::ShowParameters(QWidget* over) {
-  const QPointer<frmIncParams> window = new frmIncParams(session_, over);
+  const QPointer<frmIncParams> window = new frmIncParams(session_, translation_, over);
   windows_.Run(window.data());
   delete window;
 }

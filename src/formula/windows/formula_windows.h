@@ -7,6 +7,7 @@
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
+#include "platform/platform.h"
 #include "platform/windows/modal_windows.h"
 
 namespace velk {
@@ -14,8 +15,14 @@ namespace velk {
 /// The commands of the menu Tools that open the windows of computed channels. The windows are modal; samples go on.
 class FormulaWindows {
  public:
-  FormulaWindows(Session& session, Dialogs& dialogs, MainView& view, GraphWindows& graphs)
-      : session_(session), dialogs_(dialogs), view_(view), graphs_(graphs), windows_(dialogs) {}
+  FormulaWindows(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs,
+                 const Translation& translation)
+      : session_(session),
+        platform_(platform),
+        view_(view),
+        graphs_(graphs),
+        translation_(translation),
+        windows_(platform.dialogs) {}
 
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
@@ -29,9 +36,10 @@ class FormulaWindows {
   void ShowParameters(QWidget* over);
 
   Session& session_;
-  Dialogs& dialogs_;
+  Platform platform_;
   MainView& view_;
   GraphWindows& graphs_;
+  const Translation& translation_;
   ModalWindows windows_;
   QPointer<QWidget> parent_;
 };

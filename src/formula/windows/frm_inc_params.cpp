@@ -2,10 +2,12 @@
 
 #include <QHeaderView>
 
+#include "base/text_qt.h"
 #include "formula/formula_entry.h"
+#include "formula/texts.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text_qt.h"
+#include "model/texts.h"
 #include "platform/windows/letter_size.h"
 #include "ui_frm_inc_params.h"
 
@@ -19,21 +21,20 @@ enum Column : int { kName, kUnits, kGraph, kFormula, kColumns };
 
 }  // namespace
 
-frmIncParams::frmIncParams(const Session& session, QWidget* parent)
+frmIncParams::frmIncParams(const Session& session, const Translation& translation, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmIncParams>()), session_(session) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
   QStringList titles;
-  for (const MessageId id :
-       {MessageId::DefaultParameterName, MessageId::DefaultUnits, MessageId::ListedGraph, MessageId::ListedFormula})
-    titles.append(ToQt(session.Translator.Translate(id)));
+  for (const MessageText id : {text::DefaultParameterName, text::DefaultUnits, text::ListedGraph, text::ListedFormula})
+    titles.append(ToQt(translation.Translator.In(id)));
   ui_->Grid1->setColumnCount(kColumns);
   ui_->Grid1->setHorizontalHeaderLabels(titles);
   QHeaderView* header = ui_->Grid1->horizontalHeader();
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
   for (const Column column : {kName, kFormula}) header->setSectionResizeMode(column, QHeaderView::Stretch);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, session.Languages);
+  TranslateForm(*this, translation);
   ui_->Grid1->setAccessibleName(windowTitle());
   resize(LetterSize(*this, kLetters, kLines));
 }

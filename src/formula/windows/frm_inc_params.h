@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "i18n/translation.h"
 #include "model/session.h"
 
 namespace Ui {
@@ -17,7 +18,7 @@ class frmIncParams : public QDialog {
   Q_OBJECT
 
  public:
-  explicit frmIncParams(const Session& session, QWidget* parent = nullptr);
+  frmIncParams(const Session& session, const Translation& translation, QWidget* parent = nullptr);
   ~frmIncParams() override;
 
  protected:

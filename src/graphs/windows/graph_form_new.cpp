@@ -12,7 +12,7 @@
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
 #include "model/help_topics.h"
-#include "platform/procedure.h"
+#include "platform/dialogs/procedure.h"
 #include "ui_graph_form_new.h"
 
 namespace velk {
@@ -67,9 +67,11 @@ void GraphFormNew::Operation(const char* procedure, Statement&& statement) {
   RunProcedure({platform_.dialogs, procedure}, [&](auto run) { run(statement); });
 }
 
-GraphFormNew::GraphFormNew(Session& session, Platform& platform, int graphNumber, std::function<void()> onHeaderChanged)
+GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
+                           std::function<void()> onHeaderChanged)
     : session_(session),
       platform_(platform),
+      translation_(translation),
       formIndex_(graphNumber),
       onHeaderChanged_(std::move(onHeaderChanged)),
       ui_(std::make_unique<Ui::GraphFormNew>()),
@@ -106,14 +108,14 @@ void GraphFormNew::MakeChart() {
   ui_->Picture1->SetSurface(picture1_ = picture1.get());
   ui_->Pic2->SetSurface(pic2_ = pic2.get());
   ui_->Picture3->SetSurface(picture3_ = picture3.get());
-  chart_ = std::make_unique<StripChart>(session_, curves_,
+  chart_ = std::make_unique<StripChart>(session_, curves_, platform_.language,
                                         ChartSurfaces{std::move(picture1), std::move(pic2), std::move(picture3)});
 }
 
 void GraphFormNew::Load(double timeOrigin) {
   session_.GraphOpen[formIndex_] = true;
   session_.GraphForms[formIndex_] = this;
-  TranslateForm(*this, session_.Languages);
+  TranslateForm(*this, translation_);
   loaded_ = true;
   ui_->VScroll1->setMinimum(0);
   ui_->VScroll1->setSingleStep(1);
@@ -125,7 +127,7 @@ void GraphFormNew::Load(double timeOrigin) {
   Operation("Form_Load", [&] { chart_->SetBlockPairsPerPage(); });
   chart_->SetTimeOrigin(timeOrigin);
   if (timeOrigin != 0) {
-    const double blockEnd = timeOrigin + session_.GraphTimeStep * session_.pixelslength;
+    const double blockEnd = timeOrigin + session_.Times.GraphTimeStep * session_.pixelslength;
     Picture2_Update(timeOrigin, blockEnd);
     WriteDate(timeOrigin, blockEnd);
   }

@@ -7,11 +7,12 @@
 #include "graphs/parameter_curves.h"
 #include "graphs/strip_chart.h"
 #include "graphs/windows/label_rows.h"
+#include "i18n/translation.h"
 #include "model/graph_window.h"
 #include "model/session.h"
-#include "platform/clock.h"
+#include "platform/drawing/surface_image.h"
+#include "platform/loop/clock.h"
 #include "platform/platform.h"
-#include "platform/surface_image.h"
 
 namespace Ui {
 class GraphFormNew;
@@ -29,7 +30,8 @@ class GraphFormNew : public QWidget, public GraphWindow {
  public:
   /// `graphNumber`, 1 to 64, becomes FormIndex. `onHeaderChanged` is called whenever the header was drawn anew: it
   /// stores the curves' settings in the log, where one is open.
-  GraphFormNew(Session& session, Platform& platform, int graphNumber, std::function<void()> onHeaderChanged);
+  GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
+               std::function<void()> onHeaderChanged);
   ~GraphFormNew() override;
 
   /// Lays the window out and draws it. Where `timeOrigin` is not 0 the frame of the first block from there is drawn
@@ -86,6 +88,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
 
   Session& session_;
   Platform& platform_;
+  const Translation& translation_;
   const int formIndex_;
   std::function<void()> onHeaderChanged_;
   std::unique_ptr<Ui::GraphFormNew> ui_;

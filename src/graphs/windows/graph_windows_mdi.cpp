@@ -6,9 +6,13 @@
 
 namespace velk {
 
-GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, QMdiArea& area,
+GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
                                  std::function<void()> onHeaderChanged)
-    : session_(session), platform_(platform), area_(area), onHeaderChanged_(std::move(onHeaderChanged)) {
+    : session_(session),
+      platform_(platform),
+      translation_(translation),
+      area_(area),
+      onHeaderChanged_(std::move(onHeaderChanged)) {
 }
 
 void GraphWindowsMdi::CreateGraphWindows() {
@@ -42,7 +46,7 @@ void GraphWindowsMdi::Rebuild(int graphNumber) {
 }
 
 void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOrigin) {
-  auto* form = new GraphFormNew(session_, platform_, graphNumber, onHeaderChanged_);
+  auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, onHeaderChanged_);
   QMdiSubWindow* window = area_.addSubWindow(form);
   // The window itself says when it may be deleted.
   window->setAttribute(Qt::WA_DeleteOnClose, false);

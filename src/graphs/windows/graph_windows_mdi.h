@@ -18,7 +18,8 @@ namespace velk {
 class GraphWindowsMdi : public GraphWindows {
  public:
   /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew.
-  GraphWindowsMdi(Session& session, Platform& platform, QMdiArea& area, std::function<void()> onHeaderChanged = {});
+  GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
+                  std::function<void()> onHeaderChanged = {});
 
   void CreateGraphWindows() override;
   void UnloadAll() override;
@@ -30,6 +31,7 @@ class GraphWindowsMdi : public GraphWindows {
 
   Session& session_;
   Platform& platform_;
+  const Translation& translation_;
   QMdiArea& area_;
   std::function<void()> onHeaderChanged_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/colour.h"
+#include "base/numbers.h"
 #include "graphs/windows/chart_fonts.h"
-#include "platform/colour.h"
-#include "platform/numbers.h"
 
 namespace velk {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/surface_image.h"
+#include "platform/drawing/surface_image.h"
 
 namespace velk {
 

@@ -4,8 +4,8 @@
 #include <QLibraryInfo>
 #include <QLocale>
 
-#include "i18n/language_files.h"
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
+#include "i18n/translation.h"
 
 namespace velk {
 

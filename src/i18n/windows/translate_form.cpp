@@ -11,7 +11,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
 
 namespace velk {
 
@@ -83,8 +83,8 @@ class FormTranslation {
 
 }  // namespace
 
-void TranslateForm(QWidget& form, const clsLanguages& languages) {
-  if (!languages.IsEmpty()) FormTranslation(form, languages).Apply();
+void TranslateForm(QWidget& form, const Translation& translation) {
+  if (!translation.Languages.IsEmpty()) FormTranslation(form, translation.Languages).Apply();
 }
 
 }  // namespace velk

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "i18n/languages.h"
+#include "i18n/translation.h"
 
 namespace velk {
 
@@ -13,6 +13,6 @@ namespace velk {
 /// its index (`chk_3`). A tool tip stands under the same with "_T_" in place of the first "_". Buttons of a toolbar
 /// stand under the toolbar's name, "_" and their index from 1, separators counted. Windows inside the window translate
 /// themselves.
-void TranslateForm(QWidget& form, const clsLanguages& languages);
+void TranslateForm(QWidget& form, const Translation& translation);
 
 }  // namespace velk

@@ -2,7 +2,7 @@
 
 #include <QSignalBlocker>
 
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
 
 namespace velk {
 

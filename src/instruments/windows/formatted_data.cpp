@@ -8,15 +8,15 @@
 
 namespace velk {
 
-FormattedData::FormattedData(const Separators& separators, Dialogs& dialogs, const clstranslation& translator,
-                             const clsLanguages& languages, QWidget* parent)
+FormattedData::FormattedData(const Separators& separators, Dialogs& dialogs, const Translation& translation,
+                             QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::FormattedData>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
-  ui_->separators->Show(separators, dialogs, translator);
+  ui_->separators->Show(separators, dialogs);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &FormattedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &FormattedData::reject);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
 }
 
 FormattedData::~FormattedData() = default;

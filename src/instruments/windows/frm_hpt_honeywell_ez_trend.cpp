@@ -2,15 +2,15 @@
 
 #include <QPushButton>
 
+#include "base/text.h"
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text.h"
-#include "platform/text_qt.h"
 #include "ui_frm_hpt_honeywell_ez_trend.h"
 
 namespace velk {
 
-frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const clsLanguages& languages,
+frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const Translation& translation,
                                                QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmHPTHoneywellEZtrend>()) {
   ui_->setupUi(this);
@@ -20,7 +20,7 @@ frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const
   if (!address.daqHTML.empty()) ui_->txtHTML->setText(ToQt(address.daqHTML));
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::reject);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
 }
 
 frmHPTHoneywellEZtrend::~frmHPTHoneywellEZtrend() = default;

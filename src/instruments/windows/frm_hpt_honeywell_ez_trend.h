@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/languages.h"
-#include "instruments/protocol_dialogs.h"
+#include "i18n/translation.h"
+#include "instruments/setup/protocol_dialogs.h"
 
 namespace Ui {
 class frmHPTHoneywellEZtrend;
@@ -17,7 +17,7 @@ class frmHPTHoneywellEZtrend : public QDialog {
   Q_OBJECT
 
  public:
-  frmHPTHoneywellEZtrend(const UnitAddress& address, const clsLanguages& languages, QWidget* parent = nullptr);
+  frmHPTHoneywellEZtrend(const UnitAddress& address, const Translation& translation, QWidget* parent = nullptr);
   ~frmHPTHoneywellEZtrend() override;
 
   /// What the boxes hold, without blanks at their ends.

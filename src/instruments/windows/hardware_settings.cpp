@@ -1,10 +1,11 @@
 #include "instruments/windows/hardware_settings.h"
 
+#include "base/numbers.h"
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
+#include "instruments/texts.h"
 #include "instruments/windows/choice_box.h"
 #include "model/help_topics.h"
-#include "platform/numbers.h"
-#include "platform/text_qt.h"
 #include "ui_hardware_settings.h"
 
 namespace velk {
@@ -16,12 +17,12 @@ constexpr int kDeviceWidth = 240;
 
 }  // namespace
 
-HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const clstranslation& translator,
-                                   const clsLanguages& languages, QWidget* parent)
+HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const Translation& translation,
+                                   QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::HardwareSettings>()),
       dialogs_(dialogs),
-      translator_(translator),
+      translation_(translation),
       formulae_(question.formulae),
       ports_(question.ports),
       choices_(question.choices),
@@ -36,18 +37,18 @@ HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& di
   ConnectLists();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &HardwareSettings::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &HardwareSettings::reject);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
 }
 
 HardwareSettings::~HardwareSettings() = default;
 
 void HardwareSettings::FillLists() {
-  const auto text = [this](MessageId id) { return ToQt(translator_.Translate(id)); };
+  const auto text = [this](const MessageText& row) { return ToQt(translation_.Translator.In(row)); };
   for (int i = 0; i < 16; ++i) ui_->cboSerialData->addItem(text(ProtocolText(i)));
   for (const int number : kSamplingNumbers) ui_->cboSampling->addItem(QString::number(number));
-  for (const MessageId unit : {MessageId::SamplingSeconds, MessageId::SamplingMinutes, MessageId::SamplingHours})
+  for (const MessageText unit : {text::SamplingSeconds, text::SamplingMinutes, text::SamplingHours})
     ui_->cboSamplingUnits->addItem(text(unit));
-  for (const PortEntry& port : ports_) ui_->cboPort->addItem(text(MessageId::ComPort) + QString::number(port.number));
+  for (const PortEntry& port : ports_) ui_->cboPort->addItem(text(text::ComPort) + QString::number(port.number));
   for (const auto rate : kBaudRates) ui_->cboBaudRate->addItem(QString::number(rate));
   for (std::size_t i = 0; i < kParities.size(); ++i) ui_->cboParity->addItem(text(ParityText(static_cast<int>(i))));
   for (const auto bits : kDataBits) ui_->cboDataBits->addItem(QString::number(bits));
@@ -82,7 +83,7 @@ void HardwareSettings::UpdateDisplay() {
   ShowChoice(*ui_->cboSamplingUnits, static_cast<int>(sampling_.unit), {});
   const bool offered = shown.PortNumber >= 1 && shown.PortNumber <= static_cast<int>(ports_.size());
   ShowChoice(*ui_->cboPort, offered ? shown.PortNumber - 1 : -1,
-             translator_.Translate(MessageId::ComPort) + std::to_string(shown.PortNumber));
+             translation_.Translator.In(text::ComPort + std::to_string(shown.PortNumber)));
   ShowChoice(*ui_->cboBaudRate, PlaceOf(kBaudRates, shown.BaudRate), std::to_string(shown.BaudRate));
   ShowChoice(*ui_->cboParity, PlaceOf(kParities, shown.Parity), shown.Parity);
   ShowChoice(*ui_->cboDataBits, PlaceOf(kDataBits, shown.DataBits), std::to_string(shown.DataBits));
@@ -100,11 +101,11 @@ void HardwareSettings::ShowDevices() {
   for (std::size_t i = 0; i < labels.size() && i < ports_.size(); ++i) {
     const PortEntry& port = ports_[i];
     const QString device = ToQt(port.device);
-    const MessageId presence = port.exists ? MessageId::DevicePresent : MessageId::DeviceMissing;
+    const MessageText presence = port.exists ? text::DevicePresent : text::DeviceMissing;
     labels[i]->setText(QStringLiteral("%1: %2 - %3")
                            .arg(QString::number(port.number),
                                 labels[i]->fontMetrics().elidedText(device, Qt::ElideMiddle, kDeviceWidth),
-                                ToQt(translator_.Translate(presence))));
+                                ToQt(translation_.Translator.In(presence))));
     labels[i]->setToolTip(device);
   }
 }
@@ -118,23 +119,20 @@ void HardwareSettings::PickProtocol(int place) {
 
 void HardwareSettings::cmdOK_Click() {
   const std::string parameters = FromQt(ui_->txtNumberOfParameters->text());
-  if (!Take(*ui_->txtNumberOfParameters, ReadParameterCount(parameters, formulae_, translator_),
-            choices_.NumberOfParameters))
+  if (!Take(*ui_->txtNumberOfParameters, ReadParameterCount(parameters, formulae_), choices_.NumberOfParameters))
     return;
   choices_.SamplingRate = ChosenSamplingRate(sampling_, choices_.SamplingRate);
   const std::string sensitivity = FromQt(ui_->txtSensitivityCriterion->text());
-  if (!Take(*ui_->txtSensitivityCriterion, ReadSensitivity(sensitivity, translator_), choices_.SensitivityCriterion))
-    return;
+  if (!Take(*ui_->txtSensitivityCriterion, ReadSensitivity(sensitivity), choices_.SensitivityCriterion)) return;
   accept();
 }
 
 bool HardwareSettings::Take(QLineEdit& box, const NumberRead& read, std::int16_t& field) {
-  if (read.fault.empty()) {
+  if (read.fault.IsEmpty()) {
     field = read.value;
     return true;
   }
-  dialogs_.Message(
-      {read.fault, translator_.Translate(MessageId::SerialPortProtocol), Buttons::Ok, BoxIcon::Exclamation});
+  dialogs_.Message({read.fault, text::SerialPortProtocol, Buttons::Ok, BoxIcon::Exclamation});
   box.setFocus();
   box.selectAll();
   return false;

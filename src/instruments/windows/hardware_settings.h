@@ -5,11 +5,10 @@
 #include <QLineEdit>
 #include <memory>
 
-#include "i18n/languages.h"
-#include "i18n/translator.h"
-#include "instruments/protocol_dialogs.h"
-#include "instruments/sampling_choice.h"
-#include "platform/dialogs.h"
+#include "i18n/translation.h"
+#include "instruments/setup/protocol_dialogs.h"
+#include "instruments/setup/sampling_choice.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class HardwareSettings;
@@ -23,8 +22,8 @@ class HardwareSettings : public QDialog {
   Q_OBJECT
 
  public:
-  HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const clstranslation& translator,
-                   const clsLanguages& languages, QWidget* parent = nullptr);
+  HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const Translation& translation,
+                   QWidget* parent = nullptr);
   ~HardwareSettings() override;
 
   /// What was chosen, once the window was accepted.
@@ -43,7 +42,7 @@ class HardwareSettings : public QDialog {
 
   std::unique_ptr<Ui::HardwareSettings> ui_;
   Dialogs& dialogs_;
-  const clstranslation translator_;
+  const Translation& translation_;
   const int formulae_;
   const std::vector<PortEntry> ports_;
   LineChoices choices_;

@@ -8,15 +8,15 @@
 
 namespace velk {
 
-Intermittent::Intermittent(const Separators& separators, Dialogs& dialogs, const clstranslation& translator,
-                           const clsLanguages& languages, QWidget* parent)
+Intermittent::Intermittent(const Separators& separators, Dialogs& dialogs, const Translation& translation,
+                           QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::Intermittent>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
-  ui_->separators->Show(separators, dialogs, translator);
+  ui_->separators->Show(separators, dialogs);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &Intermittent::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &Intermittent::reject);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
 }
 
 Intermittent::~Intermittent() = default;

@@ -3,10 +3,9 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/languages.h"
-#include "i18n/translator.h"
-#include "instruments/separators.h"
-#include "platform/dialogs.h"
+#include "i18n/translation.h"
+#include "instruments/setup/separators.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class Intermittent;
@@ -19,8 +18,8 @@ class Intermittent : public QDialog {
   Q_OBJECT
 
  public:
-  Intermittent(const Separators& separators, Dialogs& dialogs, const clstranslation& translator,
-               const clsLanguages& languages, QWidget* parent = nullptr);
+  Intermittent(const Separators& separators, Dialogs& dialogs, const Translation& translation,
+               QWidget* parent = nullptr);
   ~Intermittent() override;
 
   const Separators& Chosen() const;

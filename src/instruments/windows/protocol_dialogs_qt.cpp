@@ -19,29 +19,30 @@ std::optional<Answer> ProtocolDialogsQt::Run(Window* made, Answer (*answer)(cons
 }
 
 std::optional<LineChoices> ProtocolDialogsQt::AskHardwareSettings(const HardwareQuestion& question) {
-  return Run<LineChoices, HardwareSettings>(new HardwareSettings(question, dialogs_, translator_, languages_, parent_),
+  return Run<LineChoices, HardwareSettings>(new HardwareSettings(question, dialogs_, translation_, parent_),
                                             [](const HardwareSettings& window) { return window.Choices(); });
 }
 
 std::optional<Separators> ProtocolDialogsQt::AskFormattedData(const Separators& separators) {
-  return Run<Separators, FormattedData>(new FormattedData(separators, dialogs_, translator_, languages_, parent_),
+  return Run<Separators, FormattedData>(new FormattedData(separators, dialogs_, translation_, parent_),
                                         [](const FormattedData& window) { return window.Chosen(); });
 }
 
 std::optional<Separators> ProtocolDialogsQt::AskIntermittent(const Separators& separators) {
-  return Run<Separators, Intermittent>(new Intermittent(separators, dialogs_, translator_, languages_, parent_),
+  return Run<Separators, Intermittent>(new Intermittent(separators, dialogs_, translation_, parent_),
                                        [](const Intermittent& window) { return window.Chosen(); });
 }
 
 std::optional<std::vector<ParameterCommands>> ProtocolDialogsQt::AskRequestedData(
     const std::vector<ParameterCommands>& commands) {
   return Run<std::vector<ParameterCommands>, RequestedData>(
-      new RequestedData(commands, languages_, parent_), [](const RequestedData& window) { return window.Commands(); });
+      new RequestedData(commands, translation_, parent_),
+      [](const RequestedData& window) { return window.Commands(); });
 }
 
 std::optional<UnitAddress> ProtocolDialogsQt::AskEthernetConfiguration(const UnitAddress& address) {
   return Run<UnitAddress, frmHPTHoneywellEZtrend>(
-      new frmHPTHoneywellEZtrend(address, languages_, parent_),
+      new frmHPTHoneywellEZtrend(address, translation_, parent_),
       [](const frmHPTHoneywellEZtrend& window) { return window.Address(); });
 }
 

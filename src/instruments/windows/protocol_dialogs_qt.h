@@ -4,9 +4,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "i18n/languages.h"
-#include "i18n/translator.h"
-#include "instruments/protocol_dialogs.h"
+#include "i18n/translation.h"
+#include "instruments/setup/protocol_dialogs.h"
 #include "platform/windows/modal_windows.h"
 
 namespace velk {
@@ -14,13 +13,9 @@ namespace velk {
 /// Asks with HardwareSettings, FormattedData, Intermittent, RequestedData and frmHPTHoneywellEZtrend.
 class ProtocolDialogsQt : public ProtocolDialogs {
  public:
-  explicit ProtocolDialogsQt(Dialogs& dialogs) : dialogs_(dialogs), windows_(dialogs) {}
+  ProtocolDialogsQt(Dialogs& dialogs, const Translation& translation)
+      : dialogs_(dialogs), translation_(translation), windows_(dialogs) {}
 
-  /// For the language, which is known only after the first settings were read.
-  void SetLanguage(const clstranslation& translator, const clsLanguages& languages) {
-    translator_ = translator;
-    languages_ = languages;
-  }
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
 
@@ -37,9 +32,8 @@ class ProtocolDialogsQt : public ProtocolDialogs {
   std::optional<Answer> Run(Window* window, Answer (*answer)(const Window&));
 
   Dialogs& dialogs_;
+  const Translation& translation_;
   ModalWindows windows_;
-  clstranslation translator_;
-  clsLanguages languages_;
   QPointer<QWidget> parent_;
 };
 

@@ -6,9 +6,9 @@
 #include <QScreen>
 #include <QStyle>
 
+#include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
-#include "platform/text_qt.h"
 #include "ui_requested_data.h"
 
 namespace velk {
@@ -38,7 +38,7 @@ CommandText AsShown(const std::string& stored) {
 
 }  // namespace
 
-RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, const clsLanguages& languages,
+RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, const Translation& translation,
                              QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::RequestedData>()), stored_(commands) {
   ui_->setupUi(this);
@@ -55,7 +55,7 @@ RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, con
     commands_.front().text->setFocus();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &RequestedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &RequestedData::reject);
-  TranslateForm(*this, languages);
+  TranslateForm(*this, translation);
   NameBoxes();
   FitToScreen();
 }

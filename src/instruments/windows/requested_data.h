@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/languages.h"
-#include "instruments/parameter_commands.h"
+#include "i18n/translation.h"
+#include "instruments/setup/parameter_commands.h"
 
 namespace Ui {
 class RequestedData;
@@ -21,7 +21,7 @@ class RequestedData : public QDialog {
   Q_OBJECT
 
  public:
-  RequestedData(const std::vector<ParameterCommands>& commands, const clsLanguages& languages,
+  RequestedData(const std::vector<ParameterCommands>& commands, const Translation& translation,
                 QWidget* parent = nullptr);
   ~RequestedData() override;
 

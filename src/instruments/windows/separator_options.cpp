@@ -1,6 +1,7 @@
 #include "instruments/windows/separator_options.h"
 
-#include "platform/text_qt.h"
+#include "base/text_qt.h"
+#include "instruments/texts.h"
 #include "ui_separator_options.h"
 
 namespace velk {
@@ -20,10 +21,9 @@ SeparatorOptions::SeparatorOptions(QWidget* parent) : QWidget(parent), ui_(std::
 
 SeparatorOptions::~SeparatorOptions() = default;
 
-void SeparatorOptions::Show(const Separators& separators, Dialogs& dialogs, const clstranslation& translator) {
+void SeparatorOptions::Show(const Separators& separators, Dialogs& dialogs) {
   separators_ = separators;
   dialogs_ = &dialogs;
-  translator_ = translator;
   UpdateDelimiter();
   if (const auto option = TerminatorOption(separators_.Terminator)) {
     optTerminator_[static_cast<std::size_t>(*option)]->setChecked(true);
@@ -52,13 +52,13 @@ void SeparatorOptions::UpdateDelimiter() {
 
 void SeparatorOptions::TypeDelimiter() {
   if (dialogs_ == nullptr) return;
-  const std::string title = translator_.Translate(MessageId::SerialPortProtocol);
-  const auto typed = dialogs_->Input(translator_.Translate(MessageId::TypeDelimiter), title);
+  const OperatorText title = text::SerialPortProtocol;
+  const auto typed = dialogs_->Input(text::TypeDelimiter, title);
   if (!typed) return;
   if (IsDelimiter(*typed))
     separators_.Delimiter = *typed;
   else
-    dialogs_->Message({translator_.Translate(MessageId::DelimiterNotValid), title, Buttons::Ok, BoxIcon::Exclamation});
+    dialogs_->Message({text::DelimiterNotValid, title, Buttons::Ok, BoxIcon::Exclamation});
 }
 
 }  // namespace velk

@@ -5,9 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/translator.h"
-#include "instruments/separators.h"
-#include "platform/dialogs.h"
+#include "instruments/setup/separators.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class SeparatorOptions;
@@ -24,7 +23,7 @@ class SeparatorOptions : public QWidget {
   ~SeparatorOptions() override;
 
   /// Shows what is stored. `dialogs` asks for a delimiter that is typed; it outlives this part of the window.
-  void Show(const Separators& separators, Dialogs& dialogs, const clstranslation& translator);
+  void Show(const Separators& separators, Dialogs& dialogs);
 
   const Separators& Chosen() const { return separators_; }
 
@@ -38,7 +37,6 @@ class SeparatorOptions : public QWidget {
   std::vector<QRadioButton*> optDelimiter_;
   std::vector<QRadioButton*> optTerminator_;
   Dialogs* dialogs_ = nullptr;
-  clstranslation translator_;
   Separators separators_;
 };
 

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <QPointer>
 
-#include "platform/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 

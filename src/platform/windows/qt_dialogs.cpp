@@ -1,4 +1,5 @@
 #include "platform/windows/qt_dialogs.h"
+#include "platform/texts.h"
 
 #include <QApplication>
 #include <QDir>
@@ -48,20 +49,20 @@ ButtonPair AnswersOf(Buttons buttons) {
   return {Answer::Ok, Answer::Ok};
 }
 
-PlatformText CaptionOf(Answer answer) {
+const MessageText& CaptionOf(Answer answer) {
   switch (answer) {
     case Answer::Ok:
       break;
     case Answer::Cancel:
-      return PlatformText::ButtonCancel;
+      return text::ButtonCancel;
     case Answer::Yes:
-      return PlatformText::ButtonYes;
+      return text::ButtonYes;
     case Answer::No:
-      return PlatformText::ButtonNo;
+      return text::ButtonNo;
     case Answer::Retry:
-      return PlatformText::ButtonRetry;
+      return text::ButtonRetry;
   }
-  return PlatformText::ButtonOk;
+  return text::ButtonOk;
 }
 
 /// Patterns in the toolkit's form: blanks between them, and a name without a point counts as any file too.
@@ -104,12 +105,12 @@ QWidget* QtDialogs::Owner() const {
   return parent_;
 }
 
-QString QtDialogs::TextOf(PlatformText text) const {
+QString QtDialogs::TextOf(const MessageText& text) const {
   return QString::fromStdString(InLanguage(text));
 }
 
 QString QtDialogs::Title(const std::string& title) const {
-  return title.empty() ? TextOf(PlatformText::ProgramName) : QString::fromStdString(title);
+  return title.empty() ? TextOf(text::ProgramName) : QString::fromStdString(title);
 }
 
 bool QtDialogs::Run(const QPointer<QDialog>& dialog) {
@@ -125,7 +126,7 @@ bool QtDialogs::TopIsAnswered() const {
   return static_cast<int>(ModalWindowsShown().size()) < Standing();
 }
 
-Answer QtDialogs::ShowMessage(const MessageBox& message) {
+Answer QtDialogs::ShowMessage(const ShownMessage& message) {
   const ButtonPair answers = AnswersOf(message.buttons);
   const auto caption = [&](Answer answer) { return TextOf(CaptionOf(answer)); };
 
@@ -154,15 +155,15 @@ std::optional<std::string> QtDialogs::ShowInput(const std::string& prompt, const
   input->setLabelText(QString::fromStdString(prompt));
   for (QLabel* label : input->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   input->setTextValue(QString::fromStdString(preset));
-  input->setOkButtonText(TextOf(PlatformText::ButtonOk));
-  input->setCancelButtonText(TextOf(PlatformText::ButtonCancel));
+  input->setOkButtonText(TextOf(text::ButtonOk));
+  input->setCancelButtonText(TextOf(text::ButtonCancel));
   std::optional<std::string> text;
   if (Run(input.data())) text = input->textValue().toStdString();
   delete input;
   return text;
 }
 
-std::optional<std::string> QtDialogs::ShowOpenFile(const FileQuestion& question) {
+std::optional<std::string> QtDialogs::ShowOpenFile(const ShownFileQuestion& question) {
   const QPointer<QFileDialog> files = new QFileDialog(Owner(), Title(question.title));
   files->setOptions(QFileDialog::DontUseNativeDialog);
   files->setAcceptMode(QFileDialog::AcceptOpen);
@@ -170,7 +171,7 @@ std::optional<std::string> QtDialogs::ShowOpenFile(const FileQuestion& question)
   return RunFiles(files, question);
 }
 
-std::optional<std::string> QtDialogs::ShowSaveFile(const FileQuestion& question) {
+std::optional<std::string> QtDialogs::ShowSaveFile(const ShownFileQuestion& question) {
   const QPointer<QFileDialog> files = new QFileDialog(Owner(), Title(question.title));
   files->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
   files->setAcceptMode(QFileDialog::AcceptSave);
@@ -178,13 +179,13 @@ std::optional<std::string> QtDialogs::ShowSaveFile(const FileQuestion& question)
   return RunFiles(files, question);
 }
 
-std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question) {
+std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& files, const ShownFileQuestion& question) {
   files->setNameFilter(FileFilter(question.filter));
   // The folder of the last time may have been on a medium that is gone; the program's own is no place for files.
   const QString directory = QString::fromStdString(question.directory);
   files->setDirectory(QFileInfo(directory).isDir() ? directory : QDir::homePath());
-  files->setLabelText(QFileDialog::Accept, TextOf(PlatformText::ButtonOk));
-  files->setLabelText(QFileDialog::Reject, TextOf(PlatformText::ButtonCancel));
+  files->setLabelText(QFileDialog::Accept, TextOf(text::ButtonOk));
+  files->setLabelText(QFileDialog::Reject, TextOf(text::ButtonCancel));
   std::optional<std::string> path;
   if (Run(files.data()) && !files->selectedFiles().isEmpty()) path = files->selectedFiles().first().toStdString();
   delete files;

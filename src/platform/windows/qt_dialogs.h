@@ -6,7 +6,7 @@
 #include <QString>
 #include <string>
 
-#include "platform/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 
@@ -14,7 +14,7 @@ namespace velk {
 /// timers, lines and drawing go on behind it.
 class QtDialogs : public Dialogs {
  public:
-  explicit QtDialogs(Gate& gate) : Dialogs(gate) {}
+  using Dialogs::Dialogs;
 
   /// The main window: where boxes stand when none of the program's windows is active.
   void SetParent(QWidget* parent) { parent_ = parent; }
@@ -22,20 +22,20 @@ class QtDialogs : public Dialogs {
   bool TopIsAnswered() const override;
 
  protected:
-  Answer ShowMessage(const MessageBox& box) override;
+  Answer ShowMessage(const ShownMessage& box) override;
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
-  std::optional<std::string> ShowOpenFile(const FileQuestion& question) override;
-  std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) override;
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) override;
   void CloseStanding() override;
 
  private:
   /// Shows the dialog until it is answered; false when it was cancelled or went away with its window.
   bool Run(const QPointer<QDialog>& dialog);
   /// The path that was chosen in a file dialog made ready by the caller, which goes.
-  std::optional<std::string> RunFiles(const QPointer<QFileDialog>& files, const FileQuestion& question);
+  std::optional<std::string> RunFiles(const QPointer<QFileDialog>& files, const ShownFileQuestion& question);
   QWidget* Owner() const;
-  QString TextOf(PlatformText text) const;
+  QString TextOf(const MessageText& text) const;
   QString Title(const std::string& title) const;
 
   QPointer<QWidget> parent_;

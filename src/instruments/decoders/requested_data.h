@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "instruments/reading/port_reader.h"
+
+namespace velk {
+
+/// Rest ahead of each command: the instrument needs it between two requests.
+inline constexpr int kRequestRestMilliseconds = 210;
+
+struct RequestedLine {
+  std::string line;       ///< empty when stopped, out of time, or without its device
+  bool timedOut = false;  ///< the caller tells the operator; StopRequested is set
+};
+
+/// Asks for each parameter with its CommandString and makes one line of the answers: the sample time as a number, then
+/// the delimiter and the answer of each parameter, then the terminator. An answer ends in LF; the CRs and LFs at its
+/// end are taken off, the rest is the value, unchecked. An answer that takes longer than TheTimeOut sampling intervals
+/// ends the line and sets StopRequested. Raises PortNotOpen.
+RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session);
+
+}  // namespace velk

@@ -1,0 +1,274 @@
+#include "instruments/link/link.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/dates.h"
+#include "base/numbers.h"
+#include "instruments/link/line_notice.h"
+#include "instruments/table/protocols.h"
+#include "instruments/texts.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/procedure.h"
+#include "platform/ports/port_devices.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kSecondsADay = 86400;
+
+/// Three sampling intervals, at least a second.
+int WatchdogMilliseconds(double samplingRate) {
+  const double milliseconds = samplingRate * kSecondsADay * 3000;
+  if (!(milliseconds > 1000)) return 1000;
+  return static_cast<int>(std::min(std::round(milliseconds), 2e9));
+}
+
+}  // namespace
+
+Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort)
+    : MSComm1(makePort()),
+      ODataCom1(platform.clock, platform.gate, makePort()),
+      Board([&platform](int portNumber) { return PortDevice(platform.settings, portNumber); }),
+      session_(session),
+      platform_(platform),
+      view_(view),
+      watchdog_(*timers.Timer2),
+      retry_(platform.clock.MakeTimer()) {
+  ODataCom1.onDataReady = [this](const std::string& line) { ODataCom1_DataReady(line); };
+  ODataCom1.onHangUp = [this] { DriverHungUp(); };
+  // A tick that was on its way when the link was closed must not open it again.
+  watchdog_.SetHandler([this] {
+    if (watchdog_.Enabled()) Timer2_Timer();
+  });
+  retry_->SetHandler([this] {
+    if (retry_->Enabled()) CycleODataCom();
+  });
+  platform_.gate.onOpened = [this] {
+    ODataCom1.GateOpened();
+    ShowUntold();
+  };
+}
+
+Link::~Link() {
+  platform_.gate.onOpened = nullptr;
+  watchdog_.SetEnabled(false);
+  watchdog_.SetHandler({});
+}
+
+SerialSettings Link::PlainSettings(Handshake handshake) const {
+  SerialSettings settings;
+  settings.device = PortDevice(platform_.settings, session_.PortNumber);
+  settings.baudRate = session_.BaudRate;
+  settings.parity = session_.Parity;
+  settings.dataBits = session_.DataBits;
+  settings.stopBits = session_.StopBits;
+  settings.handshake = handshake;
+  return settings;
+}
+
+LineDriverSettings Link::DriverSettings() const {
+  LineDriverSettings settings;
+  settings.line = PlainSettings(static_cast<Handshake>(session_.Handshake));
+  settings.portNumber = session_.PortNumber;
+  settings.terminator = session_.Terminator;
+  settings.theTimeOut = session_.TheTimeOut;
+  return settings;
+}
+
+void Link::SetODataCom() {
+  const std::string toldAlready = std::exchange(toldByEnablePort_, {});
+  if (session_.IsOwnUnit) {
+    session_.Delimiter = ' ';
+    session_.Terminator = "\r\n";
+  }
+  session_.UseODataCom = ComputeUseODataCom(session_);
+  if (!session_.UseODataCom) return;
+
+  CloseODataCom();
+  linesSeen_ = 0;
+  RunProcedure({platform_.dialogs, "SetODataCom"}, [&](auto run) { run([&] { OpenDriver(toldAlready); }); });
+  ShowImages(ODataCom1.IsOpen());
+  StartWatching();
+}
+
+/// A device that does not open, and that the operator has just been told of, is left to the watchdog.
+void Link::OpenDriver(const std::string& toldAlready) {
+  try {
+    ODataCom1.Open(DriverSettings());
+    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
+  } catch (const PortError& error) {
+    const OperatorText text = PortErrorText(error);
+    if (text.English() != toldAlready) throw RuntimeError(error.Number(), text);
+  }
+}
+
+void Link::StartWatching() {
+  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+  watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
+  watchdog_.SetEnabled(true);
+  retry_->SetInterval(ODataCom1.Settings().retryMilliseconds);
+  retry_->SetEnabled(!ODataCom1.IsOpen());
+  failureTold_ = !ODataCom1.IsOpen();
+}
+
+bool Link::EnablePort() {
+  toldByEnablePort_.clear();
+  if (session_.IsOwnUnit) CloseODataCom();
+  const bool done = RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
+    run([&] {
+      try {
+        Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
+        toldByEnablePort_.clear();
+      } catch (const PortError& error) {
+        const OperatorText told = PortErrorText(error);
+        toldByEnablePort_ = told.English();
+        throw RuntimeError(error.Number(), told);
+      }
+    });
+  });
+  // The board knows one line form only; an instrument of another maker gets its own.
+  return done && (session_.IsOwnUnit || OpenPlainPort(static_cast<Handshake>(session_.Handshake)));
+}
+
+void Link::CloseODataCom() {
+  toldByEnablePort_.clear();
+  watchdog_.SetEnabled(false);
+  retry_->SetEnabled(false);
+  ODataCom1.Close();
+  failureTold_ = false;
+  untold_ = {};
+  ShowImages(false);
+}
+
+void Link::ClosePlainPort() {
+  if (MSComm1->IsOpen()) MSComm1->Close();
+}
+
+bool Link::OpenPlainPort(Handshake handshake) {
+  return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
+    run([&] {
+      ClosePlainPort();
+      plain_ = PlainSettings(handshake);
+      try {
+        MSComm1->Open(plain_);
+        TellUnsupported(plain_, MSComm1->Unsupported());
+      } catch (const PortError& error) {
+        throw RuntimeError(error.Number(), PortErrorText(error));
+      }
+    });
+    failureTold_ = false;
+  });
+}
+
+bool Link::KeepPlainPortOpen() {
+  if (MSComm1->IsOpen()) return true;
+  if (platform_.clock.Ticks() < nextReopen_) return false;
+  nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
+  try {
+    MSComm1->Open(plain_);
+  } catch (const PortError& error) {
+    TellOnce(PortErrorText(error));
+  }
+  return MSComm1->IsOpen();
+}
+
+void Link::CycleODataCom() {
+  ShowImages(false);
+  const bool opened = Reopen();
+  ShowImages(opened);
+  retry_->SetEnabled(!opened);
+}
+
+bool Link::Reopen() {
+  try {
+    ODataCom1.Reopen();
+    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
+    return true;
+  } catch (const PortError& error) {
+    TellOnce(PortErrorText(error));
+  } catch (const RuntimeError& error) {
+    TellOnce(error.Text());
+  }
+  return false;
+}
+
+void Link::Timer2_Timer() {
+  // Lines that wait are data: the program is behind, not the unit.
+  if (ODataCom1.LineWaits()) return;
+  const double age = platform_.clock.Now() - CDate(session_.LastDataTime);
+  const bool clockSetBack = age < 0;
+  if (clockSetBack || age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
+}
+
+void Link::DriverHungUp() {
+  ShowImages(false);
+  TellOnce(ODataCom1.Settings().line.device + text::PortIsGone);
+  retry_->SetEnabled(true);
+}
+
+void Link::ODataCom1_DataReady(const std::string& line) {
+  ++linesSeen_;
+  // A line that had waited when the device went away is no sign of its return.
+  if (ODataCom1.IsOpen()) failureTold_ = false;
+  if (StatusIs(session_, text::StatusAcquiringData) && onLine)
+    RunProcedure({platform_.dialogs, "ODataCom1_DataReady"}, [&](auto run) { run([&] { onLine(line); }); });
+  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+}
+
+void Link::TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported) {
+  if (unsupported.empty()) return;
+  const OperatorText text = UnsupportedText(settings, unsupported);
+  if (!noticed_.insert(text.English()).second) return;
+  notice_ += notice_.IsEmpty() ? text : "\n" + text;
+  ShowUntold();
+}
+
+void Link::TellOnce(const OperatorText& text) {
+  if (failureTold_) return;
+  failureTold_ = true;
+  untold_ = text;
+  ShowUntold();
+}
+
+/// A box on top of a running sample would hold it up, and the samples behind it with it. So it waits for the gate.
+void Link::ShowUntold() {
+  if (untold_.IsEmpty() && notice_.IsEmpty()) return;
+  platform_.clock.Post([this, alive = std::weak_ptr<char>(alive_)] {
+    if (alive.expired() || !platform_.gate.IsOpen()) return;
+    OperatorText text = std::exchange(notice_, {});
+    if (!text.IsEmpty() && !untold_.IsEmpty()) text += "\n";
+    text += std::exchange(untold_, {});
+    if (!text.IsEmpty()) platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
+  });
+}
+
+void Link::ShowImages(bool connected) {
+  view_.SetButtonImage("connect", connected ? image::ConnectOn : image::ConnectOff);
+  view_.SetButtonImage("disconnect", connected ? image::DisconnectOn : image::DisconnectOff);
+}
+
+OperatorText Link::PortErrorText(const PortError& error) const {
+  OperatorText text = error.Device();
+  switch (error.Number()) {
+    case ErrorNumber::PermissionDenied:
+      text += text::PortNoPermission;
+      text += error.Group();
+      text += text::PortNoPermissionAfter;
+      break;
+    case ErrorNumber::FileAlreadyOpen:
+      text += text::PortBusy;
+      break;
+    case ErrorNumber::PortInvalid:
+      text += text::PortRefusesSettings;
+      break;
+    default:
+      text += text::PortMissing;
+  }
+  return text;
+}
+
+}  // namespace velk

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "instruments/board/board.h"
+#include "instruments/link/line_driver.h"
+#include "model/main_timers.h"
+#include "model/main_view.h"
+#include "model/session.h"
+#include "platform/platform.h"
+
+namespace velk {
+
+/// The session's link to its instrument: the plain port, the line driver, the board, and the watchdog over the driver.
+/// Own units have the plain port and the driver on one serial line, so only one of the two is open at a time.
+class Link {
+ public:
+  Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort);
+  ~Link();
+  Link(const Link&) = delete;
+  Link& operator=(const Link&) = delete;
+
+  std::unique_ptr<SerialPort> MSComm1;  ///< the plain port
+  LineDriver ODataCom1;
+  CAdc12nCom Board;
+
+  /// Opens the line driver, if the protocol uses it, with the session's line settings, and starts the watchdog. When it
+  /// can't be opened the watchdog goes on trying after the box was left.
+  void SetODataCom();
+
+  /// Sets the board up on the plain port, for own units with the line driver closed first. False after an error box.
+  bool EnablePort();
+
+  /// Closes the driver on purpose: no watchdog, off images.
+  void CloseODataCom();
+  void ClosePlainPort();
+
+  /// Opens the plain port with the session's own line settings; closes it first. False after an error box.
+  bool OpenPlainPort(Handshake handshake);
+  /// Opens the plain port again, as it was opened last, where its device went away; at most once a second. A failure is
+  /// told once until data have come again.
+  bool KeepPlainPortOpen();
+  /// Data have come through the plain port.
+  void PlainDataCame() { failureTold_ = false; }
+
+  /// Closes and reopens the driver. A failure is told in a box, once until data come again.
+  void CycleODataCom();
+
+  /// The watchdog: cycles the link when the last data are more than five sampling intervals old.
+  void Timer2_Timer();
+
+  /// One received line: to the sample's road while acquiring; its arrival is stored in any status.
+  void ODataCom1_DataReady(const std::string& line);
+
+  /// Lines received since the last SetODataCom, for a wait for the first one.
+  std::int64_t LinesSeen() const { return linesSeen_; }
+
+  /// The sample's road (ProcessLine).
+  std::function<void(const std::string& line)> onLine;
+
+ private:
+  SerialSettings PlainSettings(Handshake handshake) const;
+  LineDriverSettings DriverSettings() const;
+  void OpenDriver(const std::string& toldAlready);
+  bool Reopen();
+  void StartWatching();
+  void DriverHungUp();
+  void TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported);
+  void TellOnce(const OperatorText& text);
+  void ShowUntold();
+  void ShowImages(bool connected);
+  OperatorText PortErrorText(const PortError& error) const;
+
+  Session& session_;
+  Platform& platform_;
+  MainView& view_;
+  Timer& watchdog_;
+  std::unique_ptr<Timer> retry_;  ///< on while the device is gone
+  SerialSettings plain_;          ///< of the plain port's last opening
+  std::int64_t linesSeen_ = 0;
+  std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
+  bool failureTold_ = false;     ///< a failure was shown and no data have come since
+  OperatorText untold_;          ///< waits until no sample is running
+  OperatorText notice_;          ///< the same, and is shown though the link was closed meanwhile
+  std::set<std::string> noticed_;
+  std::string toldByEnablePort_;  ///< the failure of the same device is not shown a second time by SetODataCom
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
+};
+
+}  // namespace velk

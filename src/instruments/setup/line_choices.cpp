@@ -1,0 +1,168 @@
+#include "instruments/setup/line_choices.h"
+
+#include <charconv>
+#include <limits>
+
+#include "base/text.h"
+#include "instruments/table/protocols.h"
+#include "instruments/texts.h"
+#include "model/texts.h"
+#include "platform/ports/port_devices.h"
+
+namespace velk {
+
+namespace {
+
+constexpr std::array<MessageText, 16> kProtocolTexts{
+    text::ProtocolFormatted,    text::ProtocolNationalOilWell, text::ProtocolSentWhenRequested,
+    text::ProtocolIntermittent, text::ProtocolDllFunctionCall, text::ProtocolKesta3,
+    text::ProtocolKesta4,       text::ProtocolKesta5,          text::ProtocolLumoA,
+    text::ProtocolLumoB,        text::ProtocolDas104,          text::ProtocolDataTakerA,
+    text::ProtocolDataTakerB,   text::ProtocolHoneywell,       text::ProtocolLumoThroughHmi,
+    text::ProtocolAnySerialData};
+
+constexpr std::array<MessageText, 5> kParityTexts{text::ParityEven, text::ParityMark, text::ParityNone, text::ParityOdd,
+                                                  text::ParitySpace};
+
+constexpr std::array<MessageText, 3> kHandshakeTexts{text::HandshakeNone, text::HandshakeXonXoff,
+                                                     text::HandshakeHardware};
+
+std::optional<int> WholeNumber(std::string_view typed) {
+  const std::string text = Trim(typed);
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+NumberRead Fault(OperatorText text) {
+  return {0, std::move(text)};
+}
+
+}  // namespace
+
+LineChoices LineChoicesOf(const Session& session) {
+  return {.SerialData = session.SerialData,
+          .NumberOfParameters = session.NumberOfParameters,
+          .SamplingRate = session.SamplingRate,
+          .SensitivityCriterion = session.SensitivityCriterion,
+          .PortNumber = session.PortNumber,
+          .BaudRate = session.BaudRate,
+          .Parity = session.Parity,
+          .DataBits = session.DataBits,
+          .StopBits = session.StopBits,
+          .Handshake = session.Handshake};
+}
+
+void StoreLineChoices(Session& session, const LineChoices& choices) {
+  session.SerialData = choices.SerialData;
+  session.NumberOfParameters = choices.NumberOfParameters;
+  session.SamplingRate = choices.SamplingRate;
+  session.SensitivityCriterion = choices.SensitivityCriterion;
+  session.PortNumber = choices.PortNumber;
+  session.BaudRate = choices.BaudRate;
+  session.Parity = choices.Parity;
+  session.DataBits = choices.DataBits;
+  session.StopBits = choices.StopBits;
+  session.Handshake = choices.Handshake;
+  SetProtocolConstants(session);
+}
+
+const MessageText& ProtocolText(int place) {
+  return kProtocolTexts.at(static_cast<std::size_t>(place));
+}
+
+const MessageText& ParityText(int place) {
+  return kParityTexts.at(static_cast<std::size_t>(place));
+}
+
+const MessageText& HandshakeText(int place) {
+  return kHandshakeTexts.at(static_cast<std::size_t>(place));
+}
+
+int ProtocolPlace(std::string_view serialData) {
+  const Protocol* const row = FindProtocol(serialData);
+  return row == nullptr ? -1 : static_cast<int>(row - Protocols().data());
+}
+
+std::string PickedSerialData(int place, std::string_view stored) {
+  const std::span<const Protocol> protocols = Protocols();
+  const auto index = static_cast<std::size_t>(place);
+  if (place < 0 || index + 1 >= protocols.size()) return std::string(stored);
+  return std::string(place == 0 ? protocol::NationalOilWellPlc : protocols[index].serialData);
+}
+
+bool HasFixedLine(std::string_view serialData) {
+  const Protocol* const row = FindProtocol(serialData);
+  return row != nullptr && row->unit;
+}
+
+LineChoices WithFixedLine(LineChoices choices) {
+  const Protocol* const row = FindProtocol(choices.SerialData);
+  if (row == nullptr || !row->unit) return choices;
+  choices.BaudRate = row->unit->baudRate;
+  choices.Handshake = row->unit->handshake;
+  choices.Parity = "N";
+  choices.DataBits = 8;
+  choices.StopBits = "1";
+  return choices;
+}
+
+std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory) {
+  std::vector<PortEntry> entries;
+  for (int number = 1; number <= kPortsOffered; ++number) {
+    const std::string device = PortDevice(settings, number, directory);
+    entries.push_back({number, device, PortIsThere(device, directory)});
+  }
+  return entries;
+}
+
+NumberRead ReadParameterCount(std::string_view typed, int formulae) {
+  const std::optional<int> number = WholeNumber(typed);
+  if (!number || *number < 0 || *number > kMaxParameters) {
+    return Fault(text::ParametersOutOfRange);
+  }
+  if (*number + formulae > kMaxParameters) {
+    return Fault(text::ParametersAndFormulae + std::to_string(formulae));
+  }
+  return {static_cast<std::int16_t>(*number), {}};
+}
+
+NumberRead ReadSensitivity(std::string_view typed) {
+  const std::optional<int> number = WholeNumber(typed);
+  if (!number || *number < 0 || *number > std::numeric_limits<std::int16_t>::max()) {
+    return Fault(text::SensitivityOutOfRange);
+  }
+  return {static_cast<std::int16_t>(*number), {}};
+}
+
+void FillUnnamedParameters(Session::PerParameter<Parameter>& parameters, int count, const Language& language) {
+  for (int i = 1; i <= count; ++i) {
+    Parameter& parameter = parameters[static_cast<std::size_t>(i)];
+    if (!parameter.name.empty()) continue;
+    parameter.name = language.In(text::UnnamedParameter) + std::to_string(i);
+    parameter.units = language.In(text::DefaultUnits);
+    parameter.format = "#0.000";
+    parameter.FormIndex = static_cast<std::int16_t>(i);
+    parameter.GraphVisible = true;
+    parameter.CommandString.clear();
+    parameter.loweralarm = kNoAlarm;
+    parameter.upperalarm = kNoAlarm;
+    parameter.Gain = 1;
+  }
+}
+
+ProtocolDialog DialogAfter(std::string_view serialData) {
+  for (const std::string_view formatted : {protocol::Formatted, protocol::Das104, protocol::NationalOilWellPlc,
+                                           protocol::DataTakerA, protocol::DataTakerB, protocol::AnySerialData})
+    if (serialData == formatted) return ProtocolDialog::FormattedData;
+  if (serialData == protocol::SentWhenRequested) return ProtocolDialog::RequestedData;
+  if (serialData == protocol::Intermittent) return ProtocolDialog::Intermittent;
+  if (serialData == protocol::HoneywellEZtrend || serialData == protocol::LumoThroughHmi) {
+    return ProtocolDialog::EthernetConfiguration;
+  }
+  return ProtocolDialog::None;
+}
+
+}  // namespace velk

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/language.h"
+#include "model/session.h"
+
+namespace velk {
+
+class SettingsStore;
+
+/// What HardwareSettings edits: the instrument, its line and what is taken from it. Fields are named as the session's.
+struct LineChoices {
+  std::string SerialData;
+  std::int16_t NumberOfParameters = 1;
+  double SamplingRate = 1.0 / 86400;  ///< days
+  std::int16_t SensitivityCriterion = 20;
+  std::int16_t PortNumber = 1;
+  std::int32_t BaudRate = 9600;
+  std::string Parity = "N";
+  std::int16_t DataBits = 8;
+  std::string StopBits = "1";
+  std::int16_t Handshake = 0;
+};
+
+LineChoices LineChoicesOf(const Session& session);
+
+/// Takes the choices over and, for an own unit, its constants.
+void StoreLineChoices(Session& session, const LineChoices& choices);
+
+// What the lists offer, in their order. The rates are those that SetupComPort takes: each port is opened through it.
+inline constexpr std::array<std::int32_t, 4> kBaudRates{2400, 4800, 9600, 19200};
+inline constexpr std::array<std::string_view, 5> kParities{"E", "M", "N", "O", "S"};
+inline constexpr std::array<std::int16_t, 4> kDataBits{5, 6, 7, 8};
+inline constexpr std::array<std::string_view, 3> kStopBits{"1", "1.5", "2"};
+inline constexpr std::array<std::int16_t, 3> kHandshakes{0, 1, 2};
+inline constexpr int kPortsOffered = 4;
+
+/// The place of a stored value in a list; -1 where the list doesn't offer it.
+template <class List, class Value>
+int PlaceOf(const List& list, const Value& value) {
+  for (std::size_t i = 0; i < list.size(); ++i)
+    if (list[i] == value) return static_cast<int>(i);
+  return -1;
+}
+
+/// What the protocol list shows at a place, 0 to 15.
+const MessageText& ProtocolText(int place);
+/// What the lists of parities and handshakes show, by the place in kParities and kHandshakes.
+const MessageText& ParityText(int place);
+const MessageText& HandshakeText(int place);
+
+/// The place of a value of SerialData in the protocol list; -1 for one that is no entry of it.
+int ProtocolPlace(std::string_view serialData);
+
+/// SerialData once an entry was picked: the first entry is the same choice as the second, and the last one leaves what
+/// is `stored`.
+std::string PickedSerialData(int place, std::string_view stored);
+
+/// Whether SerialData fixes the line: the company's own units.
+bool HasFixedLine(std::string_view serialData);
+
+/// The choices with the line as SerialData fixes it; as they are where it doesn't.
+LineChoices WithFixedLine(LineChoices choices);
+
+/// "Com Port n" with what stands behind it.
+struct PortEntry {
+  int number = 1;
+  std::string device;
+  bool exists = false;  ///< a device, not only a name
+};
+
+/// The entries of the port list; `directory` is where devices are looked for.
+std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory = "/dev");
+
+/// A number that was typed, or what is wrong with it, for the operator.
+struct NumberRead {
+  std::int16_t value = 0;
+  OperatorText fault;
+};
+
+/// 0 to 64, and no more than 64 together with the additional parameters.
+NumberRead ReadParameterCount(std::string_view typed, int formulae);
+
+/// Percent of the scale span; wrapped curves can move by more than their span.
+NumberRead ReadSensitivity(std::string_view typed);
+
+/// Gives each of the parameters 1 to `count` that has no name what a fresh channel has.
+void FillUnnamedParameters(Session::PerParameter<Parameter>& parameters, int count, const Language& language);
+
+/// The dialog that a protocol goes on to.
+enum class ProtocolDialog { None, FormattedData, RequestedData, Intermittent, EthernetConfiguration };
+
+ProtocolDialog DialogAfter(std::string_view serialData);
+
+}  // namespace velk

@@ -1,0 +1,13 @@
+#include "log/begin_recording.h"
+
+#include "platform/files/file_errors.h"
+
+namespace velk {
+
+void BeginRecording(Session& session, LogDatabase& log, const std::string& path) {
+  if (!FileExists(path)) log.CreateLogFile(path);
+  log.ConnectLogFile(path);
+  session.LogFileInUse = path;
+}
+
+}  // namespace velk

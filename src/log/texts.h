@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/message_text.h"
+
+/// What recording says. Each with its number in the message database, which never changes its meaning.
+namespace velk::text {
+
+// The log and the settings
+inline constexpr MessageText RecordToError{2200, "Record to ... error"};
+inline constexpr MessageText DatabaseErrorTitle{2201, "Database error"};
+inline constexpr MessageText SameNameBefore{2202,
+                                            "Cannot have two parameters with the same name, please change name of ("};
+inline constexpr MessageText SameNameAfter{2203, ")"};
+inline constexpr MessageText NotCompatibleBefore{2204, "The file ["};
+inline constexpr MessageText NotCompatibleAfter{2205, "] is not compatible with current velk data"};
+inline constexpr MessageText OrderDiffersBefore{2206, "The columns of the file ["};
+inline constexpr MessageText OrderDiffersAfter{
+    2207,
+    "] stand in another order than the present parameters. Rows are written by position: appended values "
+    "would stand in the wrong columns."};
+inline constexpr MessageText Comments{2211, "Comments"};
+inline constexpr MessageText Failed{2212, "Failed"};
+inline constexpr MessageText NoGraphSettings{2213, "Graph settings does not exist"};
+inline constexpr MessageText RecordDataTo{2214, "Record Data To..."};
+inline constexpr MessageText DataFilesFilter{2215, "Data files (*.mdb)|*.mdb"};
+inline constexpr MessageText LogNotOpen{2216, "The log is not open"};
+
+}  // namespace velk::text

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/message_text.h"
+
+/// Words of the status, and what every folder calls the same. Each with its number in the message database, which never
+/// changes its meaning.
+namespace velk::text {
+
+// Acquisition
+inline constexpr MessageText StatusAcquiringData{252, "Acquiring Data"};
+inline constexpr MessageText StatusReady{2000, "Ready"};
+inline constexpr MessageText StatusCheckingHardware{2001, "Checking Hardware"};
+inline constexpr MessageText StatusReadyToAcquire{2002, "Ready to Acquire"};
+inline constexpr MessageText StatusAcquiringPaused{2003, "Acquiring Paused"};
+inline constexpr MessageText StatusConfirmingFileFormat{2004, "Confirming File Format"};
+inline constexpr MessageText StatusReadyToPlayback{2005, "Ready to Playback"};
+inline constexpr MessageText StatusPlayingBack{2006, "Playing Back"};
+inline constexpr MessageText StatusPlayingBackPaused{2007, "Playing Back Paused"};
+inline constexpr MessageText Pause{2012, "Pause"};
+inline constexpr MessageText Resume{2013, "Resume"};
+inline constexpr MessageText Start{2014, "Start"};
+inline constexpr MessageText PlaybackMenu{2015, "Playback"};
+inline constexpr MessageText DataAcquisitionMenu{2016, "&Data Acquisition"};
+inline constexpr MessageText CurrentFile{2018, "Current File: "};
+
+// The log and the settings
+inline constexpr MessageText DefaultParameterName{2208, "Parameter"};
+
+// Formulas
+inline constexpr MessageText DefaultUnits{140, "Units"};
+
+}  // namespace velk::text

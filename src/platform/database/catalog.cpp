@@ -1,0 +1,43 @@
+#include "platform/database/catalog.h"
+
+#include <sqlite3.h>
+
+#include "platform/database/command.h"
+
+namespace velk {
+
+bool SameName(const std::string& a, const std::string& b) {
+  return sqlite3_stricmp(a.c_str(), b.c_str()) == 0;
+}
+
+std::optional<Table> Catalog::Find(const std::string& name) const {
+  Command named(connection_, "SELECT name FROM sqlite_schema WHERE type='table' AND name=? COLLATE NOCASE");
+  named.Bind(1, name);
+  if (!named.Next()) return std::nullopt;
+  Table table{named.Text(0), {}};
+  named.Reset();
+
+  int keys = 0;
+  Command described(connection_, "SELECT name, type, pk FROM pragma_table_info(?)");
+  described.Bind(1, table.name);
+  while (described.Next()) {
+    table.columns.push_back({described.Text(0), described.Text(1)});
+    if (described.Integer(2) == 0) continue;
+    ++keys;
+    if (table.columns.back().type == column_type::kInteger) table.identity = table.columns.back().name;
+  }
+  if (keys != 1) table.identity.clear();
+  return table;
+}
+
+void Catalog::Append(const Table& table) {
+  std::string list;
+  for (const Column& column : table.columns) list += QuoteName(column.name) + " " + column.type + ", ";
+  if (table.identity.empty())
+    list.resize(list.size() - 2);
+  else
+    list += "CONSTRAINT PrimaryKey PRIMARY KEY (" + QuoteName(table.identity) + " AUTOINCREMENT)";
+  connection_.Execute("CREATE TABLE " + QuoteName(table.name) + " (" + list + ")");
+}
+
+}  // namespace velk

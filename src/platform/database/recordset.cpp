@@ -1,0 +1,146 @@
+#include "platform/database/recordset.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+#include "base/errors.h"
+#include "platform/files/file_errors.h"
+
+namespace velk {
+
+namespace {
+
+Table FindTable(Connection& connection, const std::string& name) {
+  if (auto table = Catalog(connection).Find(name)) return *std::move(table);
+  const ErrorNumber number = ErrorNumber::NoSuchTable;
+  throw RuntimeError(number, FileErrorText(number, connection.Path() + " (" + name + ")"));
+}
+
+}  // namespace
+
+Recordset::Recordset(std::shared_ptr<Connection> connection, const std::string& table)
+    : connection_(std::move(connection)), table_(FindTable(*connection_, table)), key_(KeyColumn()) {
+}
+
+/// The engine's names of a row's key can be taken by columns of a table.
+std::string Recordset::KeyColumn() const {
+  if (!table_.identity.empty()) return QuoteName(table_.identity);
+  for (const char* name : {"_rowid_", "rowid", "oid"})
+    if (FieldIndex(name) < 0) return name;
+  throw RuntimeError(ErrorNumber::Database, FileErrorText(ErrorNumber::Database, connection_->Path()));
+}
+
+const std::string& Recordset::FieldName(int field) const {
+  CheckField(field);
+  return table_.columns[static_cast<std::size_t>(field)].name;
+}
+
+int Recordset::FieldIndex(const std::string& name) const {
+  const auto found = std::find_if(table_.columns.begin(), table_.columns.end(),
+                                  [&](const Column& column) { return SameName(column.name, name); });
+  return found == table_.columns.end() ? -1 : static_cast<int>(found - table_.columns.begin());
+}
+
+std::int64_t Recordset::Count() {
+  ReadKeys();
+  return static_cast<std::int64_t>(keys_.size());
+}
+
+void Recordset::MoveNext() {
+  if (EndOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  MoveTo(Position() + 1);
+}
+
+void Recordset::MoveTo(std::int64_t position) {
+  ReadKeys();
+  adding_ = false;
+  changes_.clear();
+  row_.reset();
+  position_ = position < 1 ? Count() : std::min(position - 1, Count());
+}
+
+FieldValue Recordset::Field(int field) {
+  CheckField(field);
+  if (!row_) {
+    if (!select_)
+      select_ =
+          std::make_unique<Command>(*connection_, "SELECT * FROM " + QuoteName(table_.name) + " WHERE " + key_ + "=?");
+    select_->Bind(1, PresentKey());
+    if (!select_->Next()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+    std::vector<FieldValue> row;
+    row.reserve(static_cast<std::size_t>(FieldCount()));
+    for (int i = 0; i < FieldCount(); ++i) row.push_back(select_->Field(i));
+    select_->Reset();
+    row_ = std::move(row);
+  }
+  return (*row_)[static_cast<std::size_t>(field)];
+}
+
+void Recordset::AddNew() {
+  adding_ = true;
+  changes_.clear();
+  newRow_.assign(table_.columns.size(), std::monostate{});
+}
+
+void Recordset::SetField(int field, FieldValue value) {
+  CheckField(field);
+  if (adding_) {
+    newRow_[static_cast<std::size_t>(field)] = std::move(value);
+    return;
+  }
+  PresentKey();
+  changes_.push_back({field, std::move(value)});
+}
+
+void Recordset::Update() {
+  if (adding_)
+    Insert();
+  else
+    WriteChanges();
+}
+
+void Recordset::Insert() {
+  if (!insert_) {
+    std::string marks = "?";
+    for (int i = 1; i < FieldCount(); ++i) marks += ",?";
+    insert_ =
+        std::make_unique<Command>(*connection_, "INSERT INTO " + QuoteName(table_.name) + " VALUES (" + marks + ")");
+  }
+  for (int i = 0; i < FieldCount(); ++i) insert_->Bind(i + 1, newRow_[static_cast<std::size_t>(i)]);
+  insert_->Execute();
+  adding_ = false;
+  if (keysRead_) keys_.push_back(sqlite3_last_insert_rowid(connection_->Handle()));
+}
+
+void Recordset::WriteChanges() {
+  const std::int64_t key = PresentKey();
+  if (changes_.empty()) return;
+  std::string list;
+  for (const Change& change : changes_) list += (list.empty() ? "" : ", ") + QuoteName(FieldName(change.field)) + "=?";
+  Command update(*connection_, "UPDATE " + QuoteName(table_.name) + " SET " + list + " WHERE " + key_ + "=?");
+  int index = 0;
+  for (const Change& change : changes_) update.Bind(++index, change.value);
+  update.Bind(++index, key);
+  update.Execute();
+  changes_.clear();
+  row_.reset();
+}
+
+void Recordset::ReadKeys() {
+  if (keysRead_) return;
+  Command keys(*connection_, "SELECT " + key_ + " FROM " + QuoteName(table_.name) + " ORDER BY " + key_);
+  while (keys.Next()) keys_.push_back(keys.Integer(0));
+  keysRead_ = true;
+}
+
+void Recordset::CheckField(int field) const {
+  if (field < 0 || field >= FieldCount()) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+}
+
+std::int64_t Recordset::PresentKey() const {
+  if (EndOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  return keys_[static_cast<std::size_t>(*position_)];
+}
+
+}  // namespace velk

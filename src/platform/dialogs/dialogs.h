@@ -1,0 +1,111 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "base/errors.h"
+#include "base/language.h"
+#include "platform/loop/gate.h"
+
+namespace velk {
+
+enum class Buttons { Ok, YesNo, RetryCancel };
+enum class BoxIcon { None, Information, Question, Exclamation, Critical };
+enum class Answer { Ok, Cancel, Yes, No, Retry };
+
+/// One message box. An empty title shows the program's name.
+struct MessageBox {
+  OperatorText text;
+  OperatorText title = {};
+  Buttons buttons = Buttons::Ok;
+  BoxIcon icon = BoxIcon::None;
+  std::optional<ErrorNumber> error = {};  ///< what it tells of, where that is a run-time error
+};
+
+struct FileQuestion {
+  OperatorText title;
+  OperatorText filter;    ///< "Data files (*.mdb)|*.mdb"
+  std::string directory;  ///< where the dialog starts; the home folder where there is no such one
+};
+
+/// A message box in the operator's language.
+struct ShownMessage {
+  std::string text;
+  std::string title;
+  Buttons buttons = Buttons::Ok;
+  BoxIcon icon = BoxIcon::None;
+  std::optional<ErrorNumber> error = {};
+};
+
+/// A question for a file in the operator's language.
+struct ShownFileQuestion {
+  std::string title;
+  std::string filter;
+  std::string directory;
+};
+
+/// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while
+/// it stands: the samples behind it go on. Tests script the answers (tests/support/scripted_dialogs.h).
+class Dialogs {
+ public:
+  /// Texts are shown in this language; it outlives the boxes.
+  Dialogs(Gate& gate, const Language& language) : gate_(gate), language_(language) {}
+  virtual ~Dialogs() = default;
+  Dialogs(const Dialogs&) = delete;
+  Dialogs& operator=(const Dialogs&) = delete;
+
+  /// Shows a message and waits for the answer. Closing an Ok box answers Ok, a YesNo box No, a RetryCancel box Cancel.
+  Answer Message(const MessageBox& box);
+  /// A line of text; nothing on Cancel.
+  std::optional<std::string> Input(const OperatorText& prompt, const OperatorText& title,
+                                   const std::string& preset = {});
+  /// A file that is there; nothing on Cancel.
+  std::optional<std::string> OpenFile(const FileQuestion& question);
+  /// A path to save to, with no question of the toolkit's own about overwriting; nothing on Cancel.
+  std::optional<std::string> SaveFile(const FileQuestion& question);
+  /// Runs a dialog of the program's own (frmFileExist, ...) under the same rules as the boxes above.
+  void Modal(const std::function<void()>& show);
+
+  /// The box of a failed statement: `text` with Retry and Cancel. While a box of the same `procedure` stands, no second
+  /// one comes and the answer is Cancel. See procedure.h.
+  Answer ProcedureError(const std::string& procedure, const MessageBox& box);
+
+  /// Runs once, ahead of the next box: what must not wait for the operator. The running sample sets it, to get its row
+  /// to the log and to let later samples pass.
+  std::function<void()> beforeBox;
+
+  /// Boxes and dialogs that stand, one on top of the other: what lies below the topmost waits for its answer.
+  int Standing() const { return boxes_; }
+  /// The topmost was answered already: whoever shows it goes on once what was begun behind it has left the stack.
+  virtual bool TopIsAnswered() const { return false; }
+
+  /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.
+  void SetEnding();
+
+ protected:
+  virtual Answer ShowMessage(const ShownMessage& box) = 0;
+  virtual std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
+                                               const std::string& preset) = 0;
+  virtual std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) = 0;
+  virtual std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) = 0;
+  /// Closes the boxes that stand, with their safe answers.
+  virtual void CloseStanding() {}
+
+  std::string InLanguage(const OperatorText& text) const { return language_.In(text); }
+
+ private:
+  template <class Show>
+  auto WithGateOpen(Show&& show);
+  ShownFileQuestion Shown(const FileQuestion& question) const;
+
+  Gate& gate_;
+  const Language& language_;
+  std::set<std::string> standing_;
+  int boxes_ = 0;
+  bool ending_ = false;
+};
+
+}  // namespace velk

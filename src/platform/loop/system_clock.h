@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QObject>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "platform/loop/clock.h"
+#include "platform/loop/gate.h"
+
+namespace velk {
+
+/// The machine's clock and Qt's event loop. Lives on the thread of the QCoreApplication, which must stand.
+class SystemClock : public Clock {
+ public:
+  explicit SystemClock(Gate& gate);
+
+  double Now() const override;
+  std::int64_t Ticks() const override;
+  void Yield() override;
+  void WaitRound() override;
+  /// Returns early once the program is ending.
+  void WaitMilliseconds(int milliseconds) override;
+  void Post(std::function<void()> task) override;
+  std::unique_ptr<Timer> MakeTimer() override;
+
+  /// From the end of the program on, waits no longer rest: a wait under way ends with its present round.
+  void SetEnding() { ending_ = true; }
+
+  /// A local time as date-time in days; a whole second gives the bits of DateSerial + TimeOfDay.
+  static double ToDays(const QDateTime& local);
+
+ private:
+  Gate& gate_;
+  QObject context_;  ///< posted tasks end with it
+  QElapsedTimer running_;
+  bool ending_ = false;
+};
+
+}  // namespace velk

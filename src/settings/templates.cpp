@@ -1,0 +1,130 @@
+#include "settings/templates.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "base/errors.h"
+#include "instruments/table/protocols.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "settings/settings_io.h"
+#include "settings/settings_visitors.h"
+#include "settings/texts.h"
+
+namespace velk {
+
+namespace {
+
+/// Templates in the field hold Wrapping of an additional parameter under Offset, behind the true offset, and no
+/// Wrapping. Their readers refuse that text as an offset; files have to stay alike.
+class TemplateWriter : public SettingsWriter {
+ public:
+  TemplateWriter(SettingsStore& store, std::string_view application)
+      : SettingsWriter(store, application, Keys::OfTemplates) {}
+
+  using SettingsWriter::Key;
+
+  void Section(std::string_view name) override {
+    inFormula_ = name.starts_with("Formula") && name != "Formulae";
+    SettingsWriter::Section(name);
+  }
+
+  void Key(std::string_view key, bool& field, bool preset, Held held) override {
+    SettingsWriter::Key(inFormula_ && key == "Wrapping" ? "Offset" : key, field, preset, held);
+  }
+
+ private:
+  bool inFormula_ = false;
+};
+
+auto FindTemplate(const Session& session, std::string_view name) {
+  const auto& names = session.TemplateNames;
+  return names.empty() ? names.end() : std::find(names.begin() + 1, names.end(), name);
+}
+
+std::optional<std::string> NameInStore(SettingsStore& store, std::size_t number) {
+  return store.Find(kTemplateList, "General", "TheTemplateName" + std::to_string(number));
+}
+
+bool JobStands(const Session& session) {
+  return StatusIs(session, text::StatusReadyToAcquire) || StatusIs(session, text::StatusAcquiringData) ||
+         StatusIs(session, text::StatusAcquiringPaused);
+}
+
+}  // namespace
+
+std::string TemplateApplication(std::string_view name) {
+  const std::string application = "VELK" + std::string(name);
+  // A template "2" must not be the live settings. No other template begins like this.
+  if (application == kLiveSettings || application == kTemplateList) return "Template" + application;
+  return application;
+}
+
+void LoadTemplate(Session& session, SettingsStore& store, const Language& language, const std::string& name) {
+  const std::string application = TemplateApplication(name);
+  store.RequireWhole(application);
+  Session loaded = session;
+  SettingsReader reader(language, store, application, Keys::OfTemplates);
+  ReadSettings(reader, loaded);
+  if (!reader.problems.empty()) {
+    const RuntimeError& first = reader.problems.front();
+    throw RuntimeError(first.Number(), first.Text());
+  }
+  SetProtocolConstants(loaded);
+  session = std::move(loaded);
+}
+
+void SaveTemplate(Session& session, SettingsStore& store, const std::string& name) {
+  const std::string application = TemplateApplication(name);
+  if (!SettingsStore::CanHold(application)) {
+    throw RuntimeError(ErrorNumber::BadFileName, text::TemplateNameTooLong);
+  }
+  TemplateWriter writer(store, application);
+  WriteSettings(writer, session);
+  VisitParameterCount(writer, session);
+  try {
+    store.Flush();
+  } catch (const RuntimeError&) {
+    store.Forget(application);  // or it would be written by a later save, and stand in no list
+    throw;
+  }
+}
+
+std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const Language& language,
+                                         const std::string& name) {
+  store.Delete(TemplateApplication(name));
+  const auto found = FindTemplate(session, name);
+  if (found != session.TemplateNames.end()) session.TemplateNames.erase(found);
+  store.Delete(kTemplateList, "General");
+  SaveTemplateList(session, store);
+  // Other channels or another protocol under a job that stands would put its rows into the wrong columns.
+  if (JobStands(session)) return {};
+  std::vector<OperatorText> problems = LoadSettings(session, store, language);
+  SetProtocolConstants(session);
+  return problems;
+}
+
+bool HasTemplate(const Session& session, std::string_view name) {
+  return FindTemplate(session, name) != session.TemplateNames.end();
+}
+
+std::vector<OperatorText> LoadTemplateList(Session& session, SettingsStore& store, const Language& language) {
+  SettingsReader reader(language, store, kTemplateList);
+  VisitTemplateList(reader, session);
+  if (!reader.problems.empty() || !store.Find(kTemplateList, "General", "NumberOfTemplates")) {
+    // Without the count the names themselves tell how many there are: no template drops out of the list.
+    while (const auto name = NameInStore(store, session.TemplateNames.size())) session.TemplateNames.push_back(*name);
+  }
+  std::vector<OperatorText> problems;
+  for (const RuntimeError& problem : reader.problems) problems.push_back(problem.Text());
+  return problems;
+}
+
+void SaveTemplateList(Session& session, SettingsStore& store) {
+  SettingsWriter writer(store, kTemplateList);
+  VisitTemplateList(writer, session);
+  store.Flush();
+}
+
+}  // namespace velk

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/language.h"
+#include "model/session.h"
+#include "platform/settings/settings.h"
+
+namespace velk {
+
+/// The application of the store that holds a template: "VELK" and its name. Any name that is not empty is one, and two
+/// that differ in case are two.
+std::string TemplateApplication(std::string_view name);
+
+/// Fills the session from a template, with the presets of LoadSettings, and takes over the constants of the unit that
+/// it names. What templates don't hold stays. Raises FileNotFound where there is no such template, DeviceIOError where
+/// its file is damaged, and the error of the first value that can't be read, with its section and key; the session is
+/// as it was before then.
+void LoadTemplate(Session& session, SettingsStore& store, const Language& language, const std::string& name);
+
+/// Writes the template to the disk, but doesn't list it. Raises BadFileName for a name that is too long, and the
+/// store's file errors; the template is then as it was on the disk.
+void SaveTemplate(Session& session, SettingsStore& store, const std::string& name);
+
+/// Takes the template off the store and the list, then loads the live settings: a session that was set up by a template
+/// doesn't keep what came from it. Gives the problems of LoadSettings; raises the store's file errors.
+std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const Language& language,
+                                         const std::string& name);
+
+bool HasTemplate(const Session& session, std::string_view name);
+
+/// Fills TemplateNames; gives a text for each value that could not be read.
+std::vector<OperatorText> LoadTemplateList(Session& session, SettingsStore& store, const Language& language);
+
+/// Writes TemplateNames, and puts it and whatever else waits on the disk. Raises the store's file errors.
+void SaveTemplateList(Session& session, SettingsStore& store);
+
+}  // namespace velk

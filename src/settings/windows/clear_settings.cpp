@@ -1,0 +1,25 @@
+#include "settings/windows/clear_settings.h"
+
+#include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
+#include "ui_clear_settings.h"
+
+namespace velk {
+
+ClearSettings::ClearSettings(const Translation& translation, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::ClearSettings>()) {
+  ui_->setupUi(this);
+  setProperty("helpTopic", topic::Templates);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  TranslateForm(*this, translation);
+}
+
+ClearSettings::~ClearSettings() = default;
+
+GroupChoice ClearSettings::Choice() const {
+  return {ui_->Check1_0->isChecked(), ui_->Check1_1->isChecked(), ui_->Check1_2->isChecked(),
+          ui_->Check1_3->isChecked(), ui_->Check1_4->isChecked(), ui_->Check1_5->isChecked()};
+}
+
+}  // namespace velk

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/message_text.h"
+
+/// What the main window says. Each with its number in the message database, which never changes its meaning.
+namespace velk::text {
+
+// The frame
+inline constexpr MessageText BaseTitle{2041, "Velk Acquisition Console (VELK) - version"};
+inline constexpr MessageText SureToExit{2042, "Are you sure you want to exit VELK?"};
+inline constexpr MessageText ContinueWithPort{2043, "Continue with current serial port settings?"};
+inline constexpr MessageText StartUpErrorTitle{2044, "Start Up Error"};
+inline constexpr MessageText StartUpErrorLine{2045, "Line = "};
+inline constexpr MessageText ChooseCompanyLogo{2060, "Choose a picture for the company logo"};
+inline constexpr MessageText Pictures{2061, "Pictures"};
+inline constexpr MessageText PictureCannotBeRead{
+    2062, "This file is no picture that can be read, or is larger than 64 megapixels: "};
+inline constexpr MessageText LicenceQt{2063, "Qt 6: GNU Lesser General Public License, version 3"};
+inline constexpr MessageText LicenceSqlite{2064, "SQLite 3: public domain"};
+inline constexpr MessageText LicenceCppRuntime{
+    2065, "GNU C++ library: GNU General Public License, version 3, with the GCC Runtime Library Exception"};
+inline constexpr MessageText LicenceC{2066, "GNU C library: GNU Lesser General Public License, version 2.1"};
+
+}  // namespace velk::text

@@ -1,0 +1,231 @@
+#include "base/numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "base/errors.h"
+
+namespace velk {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+const std::vector<std::pair<std::string, double>> kNumbersAtTheFront = {
+    {"0", 0},
+    {"7", 7},
+    {"+3", 3},
+    {"-3", -3},
+    {"0042", 42},
+    {"12.5", 12.5},
+    {"-.5", -0.5},
+    {".25", 0.25},
+    {"5.", 5},
+    {"1e3", 1000},
+    {"1E3", 1000},
+    {"1e+3", 1000},
+    {"2.5e-1", 0.25},
+    {"1e03", 1000},
+    {"  8", 8},
+    {"\t8", 8},
+    {" \t -8", -8},
+    {"1.2.3", 1.2},
+    {"12abc", 12},
+    {"12 34", 12},
+    {"12,5", 12},
+    {"1e", 1},
+    {"1e+", 1},
+    {"1e-", 1},
+    {"1ee5", 1},
+    {"3d2", 3},
+    {"0x10", 0},
+    {"1e5.5", 100000},
+    {"5%", 5},
+    {"12\xB5", 12},
+    {"1\r\n", 1},
+    {std::string("1\0002", 3), 1},
+    {"0.1", 0.1},
+    {"9007199254740993", 9007199254740992.0},
+    {"4.9406564584124654e-324", 4.9406564584124654e-324},
+    {"1.7976931348623157e308", 1.7976931348623157e308},
+};
+
+TEST(Val, ReadsTheNumberAtTheFrontAndIgnoresTheRest) {
+  for (const auto& [text, value] : kNumbersAtTheFront) EXPECT_EQ(Val(text), value) << text;
+}
+
+TEST(Val, GivesZeroWhereNoNumberStands) {
+  const std::vector<std::string> texts = {"",
+                                          " ",
+                                          "\t",
+                                          ".",
+                                          "-",
+                                          "+",
+                                          "-.",
+                                          "+.",
+                                          "e5",
+                                          ".e5",
+                                          "abc",
+                                          "nan",
+                                          "-nan",
+                                          "inf",
+                                          "-inf",
+                                          "Infinity",
+                                          "--5",
+                                          "+-5",
+                                          "-+5",
+                                          "- 5",
+                                          "\r5",
+                                          "$5",
+                                          "\xB5"
+                                          "5",
+                                          "\xA0"
+                                          "5",
+                                          std::string("\0"
+                                                      "5",
+                                                      2),
+                                          std::string(400, 'x')};
+  for (const std::string& text : texts) {
+    EXPECT_EQ(Val(text), 0) << text;
+    EXPECT_FALSE(std::signbit(Val(text))) << text;
+  }
+}
+
+TEST(Val, KeepsTheSignOfMinusZero) {
+  EXPECT_EQ(Val("-0"), 0);
+  EXPECT_TRUE(std::signbit(Val("-0")));
+  EXPECT_TRUE(std::signbit(Val("-0.00e5")));
+}
+
+TEST(Val, GivesAnInfinityBeyondTheRangeAndZeroBelowIt) {
+  EXPECT_EQ(Val("1e999"), kInfinity);
+  EXPECT_EQ(Val("-1e999"), -kInfinity);
+  EXPECT_EQ(Val("1e99999999999999999999999"), kInfinity);
+  EXPECT_EQ(Val("1.8e308"), kInfinity);
+  EXPECT_EQ(Val("0.0001e400"), kInfinity);
+  EXPECT_EQ(Val("1e999kPa"), kInfinity);
+  EXPECT_EQ(Val("1e-999"), 0);
+  EXPECT_EQ(Val("1e-99999999999999999999999"), 0);
+  EXPECT_EQ(Val("12345e-400"), 0);
+  EXPECT_EQ(Val("0e99999999999999999999999"), 0);
+}
+
+TEST(Val, ReadsTextsOf400Digits) {
+  const std::string zeros(400, '0');
+  const std::string nines(400, '9');
+  EXPECT_EQ(Val(nines), kInfinity);
+  EXPECT_EQ(Val("-" + nines), -kInfinity);
+  EXPECT_EQ(Val(zeros + "5"), 5);
+  EXPECT_EQ(Val("0." + zeros + "1"), 0);
+  EXPECT_EQ(Val("1" + zeros + "e-400"), 1);
+  EXPECT_EQ(Val("0." + zeros + "1e401"), 1);
+  EXPECT_EQ(Val("1." + zeros), 1);
+  EXPECT_EQ(Val(nines.substr(100)), 1e300);
+}
+
+TEST(IsNumeric, IsTrueOfOneFiniteNumberAsAWhole) {
+  for (const char* text : {"0", "-1", "+1", "1.5", ".5", "5.", "1e5", "1E-5", " 7 ", "7   ", "-0", "1e-999"}) {
+    EXPECT_TRUE(IsNumeric(text)) << text;
+  }
+  for (const char* text : {"", " ", ".", "-", "12abc", "1.2.3", "1e", "1 2", "1,000", "nan", "inf", "1e999", "-1e999",
+                           "None", "0x10", "5\n", "1e5 x"}) {
+    EXPECT_FALSE(IsNumeric(text)) << text;
+  }
+}
+
+ErrorNumber ErrorOfToDouble(const std::string& text) {
+  try {
+    ToDouble(text);
+  } catch (const RuntimeError& error) {
+    return error.Number();
+  }
+  ADD_FAILURE() << "no error from " << text;
+  return ErrorNumber::InvalidArgument;
+}
+
+TEST(ToDouble, ReadsAWholeNumberAndRaisesForOtherTexts) {
+  EXPECT_EQ(ToDouble("12.5"), 12.5);
+  EXPECT_EQ(ToDouble(" -3 "), -3);
+  for (const char* text : {"", " ", "None", "12abc", "1e", "nan", "inf", "1,5"}) {
+    EXPECT_EQ(ErrorOfToDouble(text), ErrorNumber::TypeMismatch) << text;
+  }
+  EXPECT_EQ(ErrorOfToDouble("1e999"), ErrorNumber::Overflow);
+  EXPECT_EQ(ErrorOfToDouble("-1e999"), ErrorNumber::Overflow);
+  EXPECT_EQ(ErrorOfToDouble(std::string(400, '1')), ErrorNumber::Overflow);
+}
+
+TEST(NumberText, ShowsA64BitFloatWith15Digits) {
+  const std::vector<std::pair<double, std::string>> rows = {
+      {0, "0"},
+      {-0.0, "0"},
+      {1, "1"},
+      {-1, "-1"},
+      {0.5, "0.5"},
+      {-0.5, "-0.5"},
+      {100, "100"},
+      {1234.5, "1234.5"},
+      {0.1 + 0.2, "0.3"},
+      {1.0 / 3, "0.333333333333333"},
+      {2.0 / 3, "0.666666666666667"},
+      {-2e3 / 3, "-666.666666666667"},
+      {99999, "99999"},
+      {100000000000000.0, "100000000000000"},
+      {123456789012345.0, "123456789012345"},
+      {999999999999999.0, "999999999999999"},
+      {999999999999999.9, "1E+15"},  // 16 digits, taken to 15
+      {1e15, "1E+15"},
+      {1.5e15, "1.5E+15"},
+      {-1e15, "-1E+15"},
+      {123456789012345678.0, "1.23456789012346E+17"},
+      {1e20, "1E+20"},
+      {1e100, "1E+100"},
+      {0.001, "0.001"},
+      {0.0001, "0.0001"},
+      {0.00012345, "0.00012345"},
+      {0.000099999999999999999, "0.0001"},
+      {0.00009999, "9.999E-05"},
+      {0.00001, "1E-05"},
+      {-0.000015, "-1.5E-05"},
+      {1e-12, "1E-12"},
+      {1e-13, "1E-13"},
+      {1e-100, "1E-100"},
+      {1e300, "1E+300"},
+      {5e-324, "4.94065645841247E-324"},
+      {1.7976931348623157e308, "1.79769313486232E+308"},
+      {1.0 / 86400, "1.15740740740741E-05"},
+      {3.14159265358979, "3.14159265358979"},
+      {1000.0000017529050, "1000.0000017529"},  // lies just below the tie
+      {kNaN, "nan"},
+      {kInfinity, "inf"},
+      {-kInfinity, "-inf"},
+  };
+  for (const auto& [value, text] : rows) EXPECT_EQ(NumberText(value), text);
+}
+
+TEST(NumberText, ShowsA32BitFloatWith7Digits) {
+  const std::vector<std::pair<float, std::string>> rows = {
+      {0.0F, "0"},
+      {-0.0F, "0"},
+      {0.1F, "0.1"},
+      {-2.5F, "-2.5"},
+      {1.0F / 3, "0.3333333"},
+      {2.0F / 3, "0.6666667"},
+      {1234.5678F, "1234.568"},
+      {999999.0F, "999999"},
+      {9999999.0F, "9999999"},
+      {10000000.0F, "1E+07"},
+      {16777216.0F, "1.677722E+07"},
+      {99999999.0F, "1E+08"},
+      {0.0001F, "0.0001"},
+      {0.00001F, "1E-05"},
+      {std::numeric_limits<float>::max(), "3.402823E+38"},
+      {std::numeric_limits<float>::denorm_min(), "1.401298E-45"},
+      {std::numeric_limits<float>::quiet_NaN(), "nan"},
+      {std::numeric_limits<float>::infinity(), "inf"},
+  };
+  for (const auto& [value, text] : rows) EXPECT_EQ(NumberText(value), text);
+}
+
+}  // namespace
+}  // namespace velk
