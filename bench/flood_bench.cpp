@@ -145,7 +145,7 @@ class Job {
   explicit Job(const std::string& log) : log_(log) {
     SaveSettings();
     application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, protocolDialogs_, [this] {
+        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_, questions_, settingsQuestions_, protocolDialogs_, [this] {
                    return std::make_unique<CountingPort>(read_);
                  }});
     application_->MDIForm_Load();
@@ -215,13 +215,14 @@ class Job {
   FloodUnit unit_{kChannels};
   std::string log_;
   QTemporaryDir folder_;
+  Translation translation_;
   Gate gate_;
   SystemClock clock_{gate_};
-  demo::UnattendedDialogs dialogs_{gate_};
+  demo::UnattendedDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
-  SettingsQuestionsQt settingsQuestions_{dialogs_};
-  ProtocolDialogsQt protocolDialogs_{dialogs_};
+  SettingsQuestionsQt settingsQuestions_{dialogs_, translation_};
+  ProtocolDialogsQt protocolDialogs_{dialogs_, translation_};
   long long read_ = 0;
   bool paused_ = false;
   long long readAtPause_ = 0;  ///< from here on lines are read and go no further

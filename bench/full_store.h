@@ -14,7 +14,7 @@ class FullStore {
   FullStore() {
     Session session;
     SettingsStore store(Path());
-    LoadSettings(session, store);
+    LoadSettings(session, store, Language());
     session.NumberOfFormulae = 32;
     session.AdditionalParameters.resize(33);
     session.Formula.assign(33, "{Parameter 1} * 2 + avg({Parameter 2})");

@@ -87,15 +87,15 @@ class NoDialogs : public Dialogs {
   using Dialogs::Dialogs;
 
  protected:
-  Answer ShowMessage(const MessageBox& box) override {
+  Answer ShowMessage(const ShownMessage& box) override {
     std::fprintf(stderr, "a box came up: %s\n", box.text.c_str());
     std::exit(1);
   }
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
-  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
 };
 
 /// One strip-chart window with eight curves, driven as the road of a sample drives it.
@@ -150,14 +150,15 @@ class LiveChart {
  private:
   double BlockLength() const { return kSecond * session_.pixelslength; }
 
+  Translation translation_;
   Gate gate_;
   BenchClock clock_;
-  NoDialogs dialogs_{gate_};
+  NoDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_{""};
-  Platform platform_{clock_, gate_, dialogs_, settings_};
+  Platform platform_{clock_, gate_, dialogs_, settings_, translation_.Translator};
   Session session_;
   QMdiArea area_;
-  GraphWindowsMdi windows_{session_, platform_, area_};
+  GraphWindowsMdi windows_{session_, platform_, translation_, area_};
   GraphWindow* window_ = nullptr;
   Job job_;
   const double start_ = DateSerial(2026, 3, 14);

@@ -21,6 +21,7 @@
 #include "platform/loop/system_clock.h"
 #include "platform/platform.h"
 #include "platform/settings/settings.h"
+#include "support/in_english.h"
 
 namespace {
 
@@ -120,7 +121,7 @@ void AppendLogRow_64Channels(benchmark::State& state) {
   velk::SystemClock clock(gate);
   NoDialogs dialogs(gate);
   velk::SettingsStore settings(folder.File("settings"));
-  const velk::Platform platform{clock, gate, dialogs, settings};
+  const velk::Platform platform{clock, gate, dialogs, settings, English()};
   NoQuestions questions;
   NoGraphs graphs;
   Session session;

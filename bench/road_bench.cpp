@@ -107,7 +107,7 @@ class Job {
       return port;
     };
     application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_}, questions_, settingsQuestions_, protocolDialogs_, ports});
+        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_, questions_, settingsQuestions_, protocolDialogs_, ports});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();
@@ -131,13 +131,14 @@ class Job {
  private:
   QTemporaryDir folder_;
   std::vector<std::string> lines_;
+  Translation translation_;
   Gate gate_;
   SecondsClock clock_{gate_};
-  demo::UnattendedDialogs dialogs_{gate_};
+  demo::UnattendedDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
-  SettingsQuestionsQt settingsQuestions_{dialogs_};
-  ProtocolDialogsQt protocolDialogs_{dialogs_};
+  SettingsQuestionsQt settingsQuestions_{dialogs_, translation_};
+  ProtocolDialogsQt protocolDialogs_{dialogs_, translation_};
   BenchPort* port_ = nullptr;
   std::unique_ptr<Application> application_;
 };

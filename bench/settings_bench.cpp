@@ -15,7 +15,7 @@ void LoadSettings(benchmark::State& state) {
   for (auto _ : state) {
     velk::SettingsStore store(full.Path());
     velk::Session session;
-    if (!velk::LoadSettings(session, store).empty() || session.NumberOfFormulae != 32) {
+    if (!velk::LoadSettings(session, store, velk::Language()).empty() || session.NumberOfFormulae != 32) {
       throw std::logic_error("the store was not read");
     }
   }
@@ -27,7 +27,7 @@ void SaveSettings(benchmark::State& state) {
   const FullStore full;
   velk::SettingsStore store(full.Path());
   velk::Session session;
-  velk::LoadSettings(session, store);
+  velk::LoadSettings(session, store, velk::Language());
   for (auto _ : state) {
     session.Parameters[64].max += 1;
     velk::SaveSettings(session, store);

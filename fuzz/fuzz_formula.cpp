@@ -33,7 +33,7 @@ class AgreeingDialogs : public Dialogs {
   int boxes = 0;
 
  protected:
-  Answer ShowMessage(const MessageBox& /*box*/) override {
+  Answer ShowMessage(const ShownMessage& /*box*/) override {
     ++boxes;
     return Answer::Ok;
   }
@@ -41,17 +41,17 @@ class AgreeingDialogs : public Dialogs {
                                        const std::string& /*preset*/) override {
     return std::nullopt;
   }
-  std::optional<std::string> ShowOpenFile(const FileQuestion& /*question*/) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const FileQuestion& /*question*/) override { return std::nullopt; }
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion& /*question*/) override { return std::nullopt; }
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion& /*question*/) override { return std::nullopt; }
 };
 
 /// Both checks, as when a formula is entered; each fault is told once.
 void Check(std::string formula) {
   Gate gate;
-  AgreeingDialogs dialogs(gate);
-  const clstranslation translator;
+  const Language language;
+  AgreeingDialogs dialogs(gate, language);
   int beeps = 0;
-  const FormulaReport report{dialogs, translator, [&] { ++beeps; }};
+  const FormulaReport report{dialogs, language, [&] { ++beeps; }};
   int rightCount = 0;
   const bool bracketsFailed = CheckBrackets(report, formula, rightCount);
   Require(rightCount >= 0);

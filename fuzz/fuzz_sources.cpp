@@ -18,6 +18,7 @@
 #include "tests/support/scripted_job_questions.h"
 #include "tests/support/scripted_pages.h"
 #include "tests/support/temporary_folder.h"
+#include "support/in_english.h"
 
 using namespace velk;
 
@@ -35,7 +36,7 @@ class CountedDialogs : public Dialogs {
   std::function<void()> onBox;
 
  protected:
-  Answer ShowMessage(const MessageBox&) override {
+  Answer ShowMessage(const ShownMessage&) override {
     ++boxes;
     if (onBox) onBox();
     return Answer::Retry;
@@ -43,8 +44,8 @@ class CountedDialogs : public Dialogs {
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return {};
   }
-  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return {}; }
-  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return {}; }
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return {}; }
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return {}; }
 };
 
 constexpr float kUntouched = 77;
@@ -55,9 +56,10 @@ struct Rig {
   Session session;
   Gate gate;
   test::FakeClock clock{gate};
-  CountedDialogs dialogs{gate};
+  const Language language;
+  CountedDialogs dialogs{gate, language};
   SettingsStore settings{folder.File("settings")};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, language};
   test::RecordingView view;
   MainTimers timers{clock};
   test::FakeGraphs graphs{session};
@@ -73,8 +75,8 @@ struct Rig {
   Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
 
   // The words alone: a change of the status through the main window costs more than all the rest of a run.
-  const std::string ready = text::StatusReady;
-  const std::string acquiring = text::StatusAcquiringData;
+  const MessageText ready = text::StatusReady;
+  const MessageText acquiring = text::StatusAcquiringData;
 
   Rig() {
     settings.Save("VELK2", "Protocol", "PortDevice1", "/dev/fuzzed");  // not looked for among the machine's own

@@ -12,7 +12,7 @@ using test::Rig;
 
 class Job : public testing::Test {
  protected:
-  void ExpectStatus(const char* status) { EXPECT_EQ(rig.session.CurrentStatus, status); }
+  void ExpectStatus(const char* status) { EXPECT_EQ(rig.session.CurrentStatus.english, status); }
   std::string CurrentVelk(const char* key) { return rig.settings.Get("CurrentVelk", "DBase", key, "missing"); }
 
   Rig rig;

@@ -30,7 +30,7 @@ TEST_F(BehindBoxes, SamplesGoOnBehindABoxThatStandsOverAWaitingTick) {
   };
   rig.clock.Advance(1500);
   EXPECT_GE(behindTheBox, before + 3);
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data") << "the tick below the box has not run out of time";
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data") << "the tick below the box has not run out of time";
   const std::size_t after = graph2.plots.size();
   rig.clock.Advance(3000);
   EXPECT_GE(graph2.plots.size(), after + 2);

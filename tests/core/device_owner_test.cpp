@@ -29,16 +29,16 @@ TEST_P(EachProtocol, LetsOneOfBothPortsHoldTheDeviceFromConnectToStop) {
   rig.pages->page = "";
   if (rig.session.SerialData == protocol::DllFunctionCall) rig.dialogs.Expect("no driver", Answer::Ok);
   rig.Connect();
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready to Acquire");
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_FALSE(rig.plainPort.open && rig.linePort.open);
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   rig.acquisition.mnuAcquireStop_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready");
   EXPECT_FALSE(rig.plainPort.open);
   rig.link.SetODataCom();  // as behind the dialogs of the serial port
 }

@@ -16,7 +16,7 @@ TEST_F(Polled, ConnectOpensThePlainPortAndStartLetsTimer1ReadIt) {
   rig.session.Parity = "E";
   rig.session.DataBits = 7;
   ConnectAndStart();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_TRUE(rig.plainPort.open);
   EXPECT_FALSE(rig.linePort.open);
   EXPECT_EQ(rig.plainPort.openings.back().parity, "E") << "an outside instrument has its own line settings";
@@ -59,12 +59,12 @@ TEST_F(Polled, AnInstrumentThatDoesNotAnswerIsToldAndPausedAndResumeIsEnough) {
   ConnectAndStart();
   rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
   rig.clock.Advance(4000);
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   EXPECT_FALSE(rig.session.StopRequested);
   EXPECT_FALSE(rig.timers.Timer1->Enabled());
   EXPECT_FALSE(rig.plainPort.open);
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_TRUE(rig.plainPort.open);
   rig.acquisition.mnuAcquireStop_Click();
 }
@@ -80,11 +80,11 @@ TEST_F(Polled, RecordingGoesOnInTheSameFileWhenATimeOutIsResumed) {
   FallSilent();
   rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
   rig.clock.Advance(4000);
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   EXPECT_TRUE(rig.session.RecordToDB);
   Respond();
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   rig.clock.Advance(3000);
   rig.acquisition.mnuAcquireStop_Click();
   EXPECT_GE(rig.Rows(rig.Path("job.mdb")).size(), before + 2);
@@ -101,7 +101,7 @@ TEST_F(Polled, ATimeOutUnderPauseLeavesNothingStandingInTheWayOfResume) {
   };
   rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
   rig.clock.Advance(4000);
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   EXPECT_FALSE(rig.session.StopRequested);
   const std::size_t before = graph2.plots.size();
   Respond();
@@ -148,7 +148,7 @@ TEST_F(Polled, AnUnpluggedPortIsNoErrorOfTheReaderThatWaitsOnIt) {
     rig.dialogs.Expect("there is no such serial device", Answer::Ok);
     rig.clock.Advance(5000);
     rig.clock.onYield = nullptr;
-    EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data") << serialData;
+    EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data") << serialData;
     EXPECT_TRUE(rig.timers.Timer1->Enabled()) << serialData;
     rig.plainPort.ComeBack();
     rig.clock.onYield = [this] {
@@ -156,7 +156,7 @@ TEST_F(Polled, AnUnpluggedPortIsNoErrorOfTheReaderThatWaitsOnIt) {
     };
     rig.clock.Advance(2000);
     rig.clock.onYield = nullptr;
-    EXPECT_EQ(rig.session.CurrentStatus, "Ready") << serialData << " was not opened again";
+    EXPECT_EQ(rig.session.CurrentStatus.english, "Ready") << serialData << " was not opened again";
   }
 }
 
@@ -171,7 +171,7 @@ TEST_F(Polled, LinesFromAheadOfTheJobAndFromAPauseAreNotOfTheJob) {
   EXPECT_EQ(rig.session.CurrentValue[1], 21.5f) << "the line under way at Start is of the job";
 
   rig.acquisition.mnuAcquireStart_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   rig.plainPort.Receive(Now() + ",31.5,2.5,3.5\r");
   rig.clock.Advance(60'000);
   rig.acquisition.mnuAcquireStart_Click();
@@ -191,7 +191,7 @@ TEST_F(Polled, StopEndsAReaderThatWaits) {
   };
   rig.clock.Advance(60);
   rig.clock.onYield = nullptr;
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready");
   EXPECT_FALSE(rig.polling.IsRunning());
 }
 
@@ -255,7 +255,7 @@ TEST_F(Polled, TellsWhichEndOfAFormattedLineDidNotCome) {
     rig.clock.Advance(8000);
     EXPECT_EQ(rig.dialogs.shown.back().text, c.text);
     EXPECT_EQ(rig.dialogs.shown.back().icon, BoxIcon::Critical);
-    EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Paused");
+    EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
     rig.acquisition.mnuAcquireStop_Click();
   }
 }
@@ -264,7 +264,7 @@ TEST_F(Polled, AProtocolWithoutADriverIsToldAtConnect) {
   Use(protocol::DllFunctionCall);
   rig.dialogs.Expect("This protocol has no driver", Answer::Ok);
   rig.acquisition.mnuAcquireConnect_Click();
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready to Acquire");
   EXPECT_TRUE(rig.plainPort.openings.empty());
 }
 

@@ -46,7 +46,7 @@ class Rig {
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
   SettingsStore settings{folder.File("settings")};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, English()};
   RecordingView view;
   MainTimers timers{clock};
   FakeGraphs graphs{session};

@@ -408,7 +408,7 @@ TEST_F(Road, ClosesTheLogWhenStopComesFromWithinTheSample) {
   };
   rig.Sample(11, 21, 31);
   EXPECT_FALSE(rig.log.IsConnected());
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready");
   EXPECT_EQ(rig.Rows(rig.Path("job.mdb")).size(), 1u);
   EXPECT_FALSE(std::filesystem::exists(rig.Path("job.mdb-wal")));
 }

@@ -18,7 +18,7 @@ TEST_F(Polled, PassesThePageOfAPanelToTheRoadAtEachTimer5) {
   rig.session.daqHTML = "panel.htm";
   rig.pages->page = PanelPage({"1.5", "2.5", "3.5"});
   ConnectAndStart();
-  EXPECT_EQ(rig.session.CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_EQ(rig.pages->asked, std::vector<std::string>{"10.0.0.5/panel.htm"}) << "Connect fetches one";
   rig.polling.EnablePageTimer();
   EXPECT_TRUE(rig.timers.Timer5->Enabled());
@@ -90,7 +90,7 @@ TEST_F(Polled, ConnectPressedWhileAPageIsFetchedWaitsForOneOfItsOwn) {
   rig.dialogs.Expect(" - mnuAcquireConnect_Click", Answer::Cancel);
   rig.clock.Advance(510);
   rig.timers.Timer5->SetEnabled(false);
-  EXPECT_EQ(rig.session.CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(rig.session.CurrentStatus.english, "Ready to Acquire");
   EXPECT_EQ(rig.dialogs.shown.size(), 1u) << "a page that was given up is no fault";
 }
 

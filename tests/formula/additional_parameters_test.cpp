@@ -20,7 +20,7 @@ class AdditionalParameters : public testing::Test {
     session_.CurrentValue[2] = -4;
   }
 
-  bool Add(const std::string& text) { return ReadFormulae(session_, dialogs_, text); }
+  bool Add(const std::string& text) { return ReadFormulae(session_, {dialogs_, test::English(), {}}, text); }
   const Parameter& Additional(int index) const { return session_.AdditionalParameters[index]; }
 
   Gate gate_;

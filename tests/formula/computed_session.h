@@ -25,7 +25,7 @@ struct ComputedSession {
 
   /// A computed channel behind the others.
   void Add(const std::string& formula, const std::string& name) {
-    ReadFormulae(state, dialogs, formula);
+    ReadFormulae(state, {dialogs, English(), {}}, formula);
     state.AdditionalParameters.back().name = name;
     state.CurrentParameters[state.TotalParameters].name = name;
   }

@@ -23,7 +23,8 @@ class Calculator : public testing::Test, protected test::ComputedSession {
  protected:
   void Open(const char* picture = "EqEditor") {
     window_ =
-        std::make_unique<EqEditor>(state, FormulaReport{dialogs, state.Translator, [this] { view.Beep(); }}, graphs);
+        std::make_unique<EqEditor>(state, FormulaReport{dialogs, test::English(), [this] { view.Beep(); }}, graphs,
+                                   test::EnglishWindows());
     ShowWindow(*window_, picture);
   }
 

@@ -103,9 +103,8 @@ class FormulaChecks : public testing::Test {
 
   Gate gate_;
   test::ScriptedDialogs dialogs_{gate_};
-  clstranslation translator_;
   int beeps_ = 0;
-  FormulaReport report_{dialogs_, translator_, [this] { ++beeps_; }};
+  FormulaReport report_{dialogs_, test::English(), [this] { ++beeps_; }};
 };
 
 TEST_F(FormulaChecks, AreSilentOnAGoodFormula) {

@@ -18,7 +18,7 @@ class FormulaEntry : public testing::Test {
 
   bool Add(const std::string& text) {
     putBack_ = "nothing";
-    return AddFormula(session_, {dialogs_, session_.Translator, [this] { ++beeps_; }}, text,
+    return AddFormula(session_, {dialogs_, test::English(), [this] { ++beeps_; }}, text,
                       [this](const std::string& back) { putBack_ = back; });
   }
 

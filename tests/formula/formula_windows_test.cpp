@@ -14,6 +14,8 @@
 #include "formula/windows/frm_inc_params.h"
 #include "platform/windows/qt_dialogs.h"
 #include "support/window_driving.h"
+#include "support/fake_clock.h"
+#include "platform/settings/settings.h"
 
 namespace velk {
 namespace {
@@ -21,8 +23,6 @@ namespace {
 using test::Click;
 using test::FindControl;
 using test::ShowWindow;
-
-const clsLanguages kEnglish;
 
 std::vector<ComputedChannel> Channels(int count) {
   std::vector<ComputedChannel> channels;
@@ -38,7 +38,7 @@ void Nothing(QWidget*) {
 }
 
 TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
-  ComputedParameters window(kEnglish, {{"Hook load & torque", true}, {"Differential pressure", false}}, Nothing);
+  ComputedParameters window(test::EnglishWindows(), {{"Hook load & torque", true}, {"Differential pressure", false}}, Nothing);
   ShowWindow(window, "ComputedParameters");
   EXPECT_EQ(window.objectName(), "ComputedParameters");
   EXPECT_EQ(Box(window, 1).text(), "Hook load && torque");
@@ -49,7 +49,7 @@ TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
 }
 
 TEST(ComputedParametersWindow, SetsTheBoxesAHundredTwipsApart) {
-  ComputedParameters window(kEnglish, Channels(5), Nothing);
+  ComputedParameters window(test::EnglishWindows(), Channels(5), Nothing);
   ShowWindow(window, "ComputedParameters-russian");
   for (int i = 2; i <= 5; ++i) {
     const QCheckBox& above = Box(window, i - 1);
@@ -58,7 +58,7 @@ TEST(ComputedParametersWindow, SetsTheBoxesAHundredTwipsApart) {
 }
 
 TEST(ComputedParametersWindow, GivesWhatItsBoxesSayHoweverItIsClosed) {
-  ComputedParameters window(kEnglish, Channels(3), Nothing);
+  ComputedParameters window(test::EnglishWindows(), Channels(3), Nothing);
   ShowWindow(window, "closed");
   Box(window, 1).click();
   Box(window, 2).click();
@@ -71,7 +71,7 @@ TEST(ComputedParametersWindow, GivesWhatItsBoxesSayHoweverItIsClosed) {
 }
 
 TEST(ComputedParametersWindow, BringsEveryOfSixtyThreeBoxesIntoViewByKeyboard) {
-  ComputedParameters window(kEnglish, Channels(63), Nothing);
+  ComputedParameters window(test::EnglishWindows(), Channels(63), Nothing);
   ShowWindow(window, "ComputedParameters-63");
   const auto* area = FindControl<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 63; ++i) {
@@ -95,7 +95,7 @@ TEST_F(ParameterList, HasARowForEachParameterButBlank) {
   Add("{depth}*2", "One");
   Add("avg({depth})", "Two");
   state.CurrentParameters[5].GraphVisible = false;
-  frmIncParams window(state);
+  frmIncParams window(state, test::EnglishWindows());
   ShowWindow(window, "frmIncParams");
   EXPECT_EQ(window.objectName(), "frmIncParams");
   const auto& grid = *FindControl<QTableWidget>(window, "Grid1");
@@ -117,7 +117,7 @@ TEST_F(ParameterList, HasARowForEachParameterButBlank) {
 }
 
 TEST_F(ParameterList, IsFilledAnewWheneverItIsActivated) {
-  frmIncParams window(state);
+  frmIncParams window(state, test::EnglishWindows());
   ShowWindow(window, "activated");
   Add("1", "One");
   QEvent activation(QEvent::WindowActivate);
@@ -128,7 +128,7 @@ TEST_F(ParameterList, IsFilledAnewWheneverItIsActivated) {
 TEST_F(ParameterList, FollowsTheSizeOfTheWindow) {
   state.CurrentParameters[1].name = "Давление на входе насоса";
   Add("({давление на входе насоса}-{pump rate})*2.5", "Разность");
-  frmIncParams window(state);
+  frmIncParams window(state, test::EnglishWindows());
   ShowWindow(window, "frmIncParams-russian");
   const auto& grid = *FindControl<QTableWidget>(window, "Grid1");
   const QSize before = grid.size();
@@ -138,7 +138,7 @@ TEST_F(ParameterList, FollowsTheSizeOfTheWindow) {
 }
 
 TEST_F(ParameterList, ClosesByItsButton) {
-  frmIncParams window(state);
+  frmIncParams window(state, test::EnglishWindows());
   ShowWindow(window, "closing");
   Click(window, "cmdClose");
   EXPECT_FALSE(window.isVisible());
@@ -165,7 +165,10 @@ class WindowsOfComputedChannels : public testing::Test, protected test::Computed
   }
 
   QWidget parent;
-  FormulaWindows windows{state, dialogs, view, graphs};
+  test::FakeClock clock{gate};
+  SettingsStore settings{""};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
+  FormulaWindows windows{state, platform, view, graphs, test::EnglishWindows()};
   bool gateStoodOpen = false;
 };
 
@@ -232,8 +235,9 @@ TEST_F(WindowsOfComputedChannels, ShowTheListOfParametersOverTheBoxes) {
 }
 
 TEST_F(WindowsOfComputedChannels, ChangeNothingAtTheEndOfTheProgram) {
-  QtDialogs boxes{gate};
-  FormulaWindows shown{state, boxes, view, graphs};
+  QtDialogs boxes{gate, test::English()};
+  FormulaWindows shown{state, Platform{clock, gate, boxes, settings, test::English()}, view, graphs,
+                       test::EnglishWindows()};
   shown.SetParent(&parent);
   WhenShown<ComputedParameters>([&](ComputedParameters& window) {
     Box(window, 1).click();

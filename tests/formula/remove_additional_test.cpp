@@ -13,10 +13,10 @@ class RemovingAdditional : public testing::Test, protected test::ComputedSession
  protected:
   void Remove(const std::string& chosen) {
     mnuToolsRemove_Click(state, dialogs, graphs,
-                         [&](const std::string& title, const std::string& prompt, const auto& entries) {
+                         [&](const OperatorText& title, const OperatorText& prompt, const auto& entries) {
                            ++asked_;
-                           title_ = title;
-                           prompt_ = prompt;
+                           title_ = title.English();
+                           prompt_ = prompt.English();
                            entries_ = entries;
                            return chosen;
                          });
@@ -91,7 +91,7 @@ TEST_F(RemovingAdditional, ShowsAFailureUnderATitleOfItsOwn) {
   Add("1", "One");
   dialogs.Expect("no window - mnuToolsRemove_Click", Answer::Cancel);
   mnuToolsRemove_Click(state, dialogs, graphs,
-                       [](const std::string&, const std::string&, const std::vector<std::string>&) -> std::string {
+                       [](const OperatorText&, const OperatorText&, const std::vector<std::string>&) -> std::string {
                          throw std::runtime_error("no window");
                        });
   EXPECT_EQ(dialogs.shown.at(0).title, "Remove additional ... error");

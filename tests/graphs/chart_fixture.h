@@ -7,6 +7,7 @@
 #include "graphs/strip_chart.h"
 #include "model/graph_map.h"
 #include "support/surface_recording.h"
+#include "support/in_english.h"
 
 namespace velk::test {
 
@@ -46,7 +47,7 @@ struct RecordedChart {
     picture1 = header.get();
     pic2 = body.get();
     picture3 = strip.get();
-    chart = std::make_unique<StripChart>(session, curves,
+    chart = std::make_unique<StripChart>(session, curves, English(),
                                          ChartSurfaces{std::move(header), std::move(body), std::move(strip)});
   }
 

@@ -38,11 +38,11 @@ struct GraphDesk {
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
   SettingsStore settings{""};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   int headersStored = 0;
   QMdiArea area;
-  GraphWindowsMdi windows{session, platform, area, [this] { ++headersStored; }};
+  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, [this] { ++headersStored; }};
 };
 
 }  // namespace velk::test

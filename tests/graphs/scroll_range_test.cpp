@@ -44,8 +44,8 @@ TEST(ScrollRange, IsThereOnlyWithALog) {
   const double hourLater = JobStart() + 60 * kMinute;
   session.RecordToDB = false;
   EXPECT_FALSE(ScrollRangeUpTo(session, hourLater).hasHistory);
-  for (const MessageText status : {text::StatusPlayingBack, text::StatusPlayingBackPaused}) {
-    session.CurrentStatus = session.Translator.Translate(status);
+  for (const MessageText& status : {text::StatusPlayingBack, text::StatusPlayingBackPaused}) {
+    session.CurrentStatus = status;
     EXPECT_TRUE(ScrollRangeUpTo(session, hourLater).hasHistory);
   }
 }

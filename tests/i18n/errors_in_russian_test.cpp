@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "base/errors.h"
-#include "i18n/language_files.h"
+#include "i18n/translation.h"
 #include "platform/database/connection.h"
 #include "platform/database/recordset.h"
 #include "platform/dialogs/procedure.h"
@@ -48,8 +48,6 @@ class ErrorsInRussian : public testing::Test {
  protected:
   ErrorsInRussian() {
     EXPECT_TRUE(translator_.Load((fs::path(VELK_TRANSLATIONS_DIR) / kMessagesFile).string(), "Russian"));
-    russian_.SetLanguage(
-        [this](std::string_view english, int number) { return translator_.Translate(english, number); });
   }
 
   /// What the box of a failed procedure says.
@@ -73,19 +71,19 @@ class ErrorsInRussian : public testing::Test {
     store.Find("VELK2", "A", "x");
     const std::vector<OperatorText> problems = store.TakeProblems();
     ASSERT_EQ(problems.size(), 1U) << damage.english;
-    EXPECT_EQ(english_.InLanguage(problems[0]), path + ": " + damage.english);
-    EXPECT_EQ(russian_.InLanguage(problems[0]), path + ": " + damage.russian);
+    EXPECT_EQ(test::English().In(problems[0]), path + ": " + damage.english);
+    EXPECT_EQ(translator_.In(problems[0]), path + ": " + damage.russian);
   }
 
   Gate gate_;
   clstranslation translator_;
-  test::ScriptedDialogs russian_{gate_};
+  test::ScriptedDialogs russian_{gate_, translator_};
   test::ScriptedDialogs english_{gate_};
   test::TemporaryFolder folder_;
 };
 
 TEST_F(ErrorsInRussian, EveryNumberHasARussianText) {
-  ASSERT_EQ(ErrorTable().size(), 21U);
+  ASSERT_EQ(ErrorTable().size(), 22U);
   for (const ErrorRow& row : ErrorTable()) {
     const std::string text = Told(russian_, [&] { throw RuntimeError(row.number); });
     EXPECT_FALSE(text.empty());
@@ -151,8 +149,8 @@ TEST_F(ErrorsInRussian, WhatFailsAheadOfTheBoxIsInRussianToo) {
 
 TEST_F(ErrorsInRussian, TheNameOfAChannelStaysAheadOfItsError) {
   const OperatorText text = "Момент: " + ErrorText(ErrorNumber::DivisionByZero);
-  EXPECT_EQ(russian_.InLanguage(text), "Момент: Деление на ноль");
-  EXPECT_EQ(english_.InLanguage(text), "Момент: Division by zero");
+  EXPECT_EQ(translator_.In(text), "Момент: Деление на ноль");
+  EXPECT_EQ(test::English().In(text), "Момент: Division by zero");
 }
 
 TEST_F(ErrorsInRussian, EachDamageOfASettingsFileIsTold) {
@@ -198,8 +196,8 @@ TEST_F(ErrorsInRussian, WhatStandsInPlaceOfASettingsFileIsTold) {
   for (const char* application : {"Folder", "Device", "Large"}) store.Find(application, "A", "x");
   std::vector<std::string> english, russian;
   for (const OperatorText& problem : store.TakeProblems()) {
-    english.push_back(english_.InLanguage(problem));
-    russian.push_back(russian_.InLanguage(problem));
+    english.push_back(test::English().In(problem));
+    russian.push_back(translator_.In(problem));
   }
   EXPECT_EQ(english, (std::vector<std::string>{folder_.File("Folder.ini") + ": this is a directory",
                                                folder_.File("Device.ini") + ": this is no file",

@@ -1,5 +1,3 @@
-#include "base/message_text.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,6 +9,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "support/program_texts.h"
 
 namespace velk {
 namespace {
@@ -38,6 +38,7 @@ const std::map<int, std::string> kKnownNumbers = {
 constexpr int kFirstOwnNumber = 2000;
 
 struct DataRow {
+  std::string folder;
   std::string id;
   std::string english;
   std::string russian;
@@ -54,27 +55,43 @@ std::vector<std::string> SplitAtTabs(const std::string& line) {
   return fields;
 }
 
-/// The lines of a file of data/, split into fields; the first is the heading.
-std::vector<std::vector<std::string>> ReadTable(const std::string& name) {
-  std::ifstream file(std::filesystem::path(VELK_DATA_DIR) / name);
-  EXPECT_TRUE(file.is_open()) << name;
-  std::vector<std::vector<std::string>> rows;
+using TableRow = std::vector<std::string>;
+
+/// The lines of a table, split into fields; the first is the heading.
+std::vector<TableRow> ReadTable(const std::filesystem::path& path) {
+  std::ifstream file(path);
+  EXPECT_TRUE(file.is_open()) << path;
+  std::vector<TableRow> rows;
   for (std::string line; std::getline(file, line);) rows.push_back(SplitAtTabs(line));
   return rows;
 }
 
-/// The rows of data/messages.tsv by number.
-std::map<int, DataRow> MessageData() {
-  std::map<int, DataRow> found;
-  const auto rows = ReadTable("messages.tsv");
-  for (std::size_t i = 1; i < rows.size(); ++i) {
-    const auto& fields = rows[i];
-    EXPECT_EQ(fields.size(), 3U) << "line " << i + 1;
-    if (fields.size() != 3) continue;
-    const bool fresh = found.emplace(std::stoi(fields[0]), DataRow{fields[0], fields[1], fields[2]}).second;
-    EXPECT_TRUE(fresh) << "the number " << fields[0] << " stands twice";
+/// The rows of all tables of a folder of data/, by the folder of src that each belongs to.
+std::multimap<std::string, TableRow> ReadTables(const std::string& folder, const TableRow& heading) {
+  std::multimap<std::string, TableRow> found;
+  for (const auto& table : std::filesystem::directory_iterator(std::filesystem::path(VELK_DATA_DIR) / folder)) {
+    const auto rows = ReadTable(table.path());
+    EXPECT_EQ(rows.empty() ? TableRow() : rows.front(), heading) << table.path();
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+      EXPECT_EQ(rows[i].size(), heading.size()) << table.path() << " line " << i + 1;
+      if (rows[i].size() == heading.size()) found.emplace(table.path().stem(), rows[i]);
+    }
   }
   return found;
+}
+
+/// The rows of data/messages by number.
+std::map<int, DataRow> MessageData() {
+  std::map<int, DataRow> found;
+  for (const auto& [folder, fields] : ReadTables("messages", {"Id", "English", "Russian"})) {
+    const DataRow row{folder, fields[0], fields[1], fields[2]};
+    EXPECT_TRUE(found.emplace(std::stoi(fields[0]), row).second) << "the number " << fields[0] << " stands twice";
+  }
+  return found;
+}
+
+std::multimap<std::string, TableRow> CaptionRows() {
+  return ReadTables("captions", {"FormName", "ControllName", "English", "Transelate", "Russian"});
 }
 
 /// Whether a text holds a letter of the Cyrillic block U+0400 to U+04FF, which UTF-8 begins with D0 to D3.
@@ -94,19 +111,20 @@ bool StaysAsItIs(std::string_view english) {
 
 TEST(Messages, NumbersAreUnique) {
   std::set<int> numbers;
-  for (const MessageRow& row : Messages()) {
-    EXPECT_TRUE(numbers.insert(static_cast<int>(row.id)).second) << row.constant;
+  for (const test::ProgramText& row : test::ProgramTexts()) {
+    EXPECT_TRUE(numbers.insert(row.number).second) << row.constant;
   }
 }
 
 TEST(Messages, ConstantsAreUnique) {
-  std::set<std::string_view> constants;
-  for (const MessageRow& row : Messages()) EXPECT_TRUE(constants.insert(row.constant).second) << row.constant;
+  // All stand in one namespace.
+  std::set<std::string> constants;
+  for (const test::ProgramText& row : test::ProgramTexts()) EXPECT_TRUE(constants.insert(row.constant).second) << row.constant;
 }
 
 TEST(Messages, NumbersBelow2000AreThoseOfTheDatabasesInUse) {
-  for (const MessageRow& row : Messages()) {
-    const int number = static_cast<int>(row.id);
+  for (const test::ProgramText& row : test::ProgramTexts()) {
+    const int number = row.number;
     if (number >= kFirstOwnNumber) continue;
     const auto known = kKnownNumbers.find(number);
     ASSERT_NE(known, kKnownNumbers.end()) << row.constant << ": ours start at 2000";
@@ -115,29 +133,26 @@ TEST(Messages, NumbersBelow2000AreThoseOfTheDatabasesInUse) {
 }
 
 TEST(Messages, NoTextIsEmpty) {
-  ASSERT_FALSE(Messages().empty());
-  for (const MessageRow& row : Messages()) EXPECT_FALSE(row.english.empty()) << row.constant;
-}
-
-TEST(Messages, EveryConstantGivesItsOwnText) {
-  for (const MessageRow& row : Messages()) EXPECT_EQ(EnglishText(row.id), row.english) << row.constant;
+  ASSERT_GT(test::ProgramTexts().size(), 150U);
+  for (const test::ProgramText& row : test::ProgramTexts()) EXPECT_FALSE(row.english.empty()) << row.constant;
 }
 
 TEST(MessageData, HoldsEveryMessageWithTheSameEnglish) {
   const auto data = MessageData();
-  for (const MessageRow& row : Messages()) {
-    const auto found = data.find(static_cast<int>(row.id));
+  for (const test::ProgramText& row : test::ProgramTexts()) {
+    const auto found = data.find(row.number);
     if (found == data.end()) {
-      ADD_FAILURE() << "data/messages.tsv lacks " << static_cast<int>(row.id) << " " << row.constant;
+      ADD_FAILURE() << "data/messages lacks " << row.number << " " << row.constant;
       continue;
     }
+    EXPECT_EQ(found->second.folder, row.folder) << row.constant;
     EXPECT_EQ(found->second.english, row.english) << row.constant;
   }
 }
 
 TEST(MessageData, HoldsNothingThatTheProgramDoesNotSay) {
   std::set<int> numbers;
-  for (const MessageRow& row : Messages()) numbers.insert(static_cast<int>(row.id));
+  for (const test::ProgramText& row : test::ProgramTexts()) numbers.insert(row.number);
   for (const auto& [number, row] : MessageData()) EXPECT_TRUE(numbers.contains(number)) << number << " " << row.english;
 }
 
@@ -203,20 +218,17 @@ TEST(MessageData, KeepsMarkedLettersAndWhatValuesStandIn) {
 }
 
 TEST(CaptionData, KeepsMarkedLettersAndDots) {
-  const auto rows = ReadTable("languages.tsv");
-  for (std::size_t i = 1; i < rows.size(); ++i) ExpectKept(rows[i][0] + "_" + rows[i][1], rows[i][2], rows[i][4]);
+  for (const auto& [folder, row] : CaptionRows()) ExpectKept(row[0] + "_" + row[1], row[2], row[4]);
 }
 
 TEST(CaptionData, EveryRowNamesAFormAndAControlAndHasBothLanguages) {
-  const auto rows = ReadTable("languages.tsv");
-  ASSERT_GT(rows.size(), 1U);
-  EXPECT_EQ(rows[0], (std::vector<std::string>{"FormName", "ControllName", "English", "Transelate", "Russian"}));
-  std::set<std::vector<std::string>> keys;
-  for (std::size_t i = 1; i < rows.size(); ++i) {
-    ASSERT_EQ(rows[i].size(), 5U) << "line " << i + 1;
-    for (const std::string& field : rows[i]) EXPECT_FALSE(field.empty()) << "line " << i + 1;
-    EXPECT_TRUE(HasCyrillic(rows[i][4])) << "line " << i + 1;
-    EXPECT_TRUE(keys.insert({rows[i][0], rows[i][1]}).second) << "twice: " << rows[i][1];
+  const auto rows = CaptionRows();
+  ASSERT_GT(rows.size(), 100U);
+  std::set<TableRow> keys;
+  for (const auto& [folder, row] : rows) {
+    for (const std::string& field : row) EXPECT_FALSE(field.empty()) << folder << " " << row[1];
+    EXPECT_TRUE(HasCyrillic(row[4])) << folder << " " << row[1];
+    EXPECT_TRUE(keys.insert({row[0], row[1]}).second) << "twice: " << row[0] << " " << row[1];
   }
 }
 

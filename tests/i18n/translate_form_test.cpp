@@ -24,14 +24,14 @@ namespace velk {
 namespace {
 
 /// Rows of one form, `frm`, under control names.
-clsLanguages Captions(const std::vector<std::pair<std::string, std::string>>& rows) {
+Translation Captions(const std::vector<std::pair<std::string, std::string>>& rows) {
   const test::TemporaryFolder folder;
   std::string sql = "CREATE TABLE Languages(FormName,ControllName,English,Transelate,Russian);";
   for (const auto& [control, russian] : rows)
     sql += "INSERT INTO Languages VALUES('frm','" + control + "','',1,'" + russian + "');";
-  clsLanguages languages;
-  EXPECT_TRUE(languages.Load(test::MakeDatabase(folder, "captions.mdb", sql), "Russian"));
-  return languages;
+  Translation words;
+  EXPECT_TRUE(words.Languages.Load(test::MakeDatabase(folder, "captions.mdb", sql), "Russian"));
+  return words;
 }
 
 template <class Control>
@@ -87,7 +87,7 @@ TEST(TranslateForm, ControlThatIsNotInTheTableKeepsItsDesign) {
   auto* button = Add<QPushButton>(form, "cmd", "Button");
   button->setToolTip("Tip");
   TranslateForm(form, Captions({{"other", "Другая"}}));
-  TranslateForm(form, clsLanguages());
+  TranslateForm(form, Translation{});
   EXPECT_EQ(form.windowTitle(), "Title");
   EXPECT_EQ(button->text(), "Button");
   EXPECT_EQ(button->toolTip(), "Tip");

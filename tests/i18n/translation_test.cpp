@@ -1,4 +1,4 @@
-#include "i18n/language_files.h"
+#include "i18n/translation.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 
 #include "base/message_text.h"
 #include "model/texts.h"
+#include "support/program_texts.h"
 #include "support/translation_file.h"
 
 namespace velk {
@@ -24,30 +25,31 @@ class LanguageFiles : public testing::Test {
   }
 
   std::string Load(const std::string& language) {
-    return LoadLanguage(folder.Path().string(), language, translator, languages);
+    return translation.Load(folder.Path().string(), language);
   }
 
   void ExpectEnglish() const {
     EXPECT_TRUE(languages.IsEmpty());
-    EXPECT_EQ(translator.Translate(text::StatusReady), "Ready");
+    EXPECT_EQ(translator.In(text::StatusReady), "Ready");
   }
 
   test::TemporaryFolder folder;
-  clstranslation translator;
-  clsLanguages languages;
+  Translation translation;
+  const clstranslation& translator = translation.Translator;
+  const clsLanguages& languages = translation.Languages;
 };
 
 TEST_F(LanguageFiles, BringRussian) {
   EXPECT_EQ(Load("Russian"), "Russian");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Готов");
+  EXPECT_EQ(translator.In(text::StatusReady), "Готов");
   EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Файл");
 }
 
 TEST_F(LanguageFiles, HoldEveryMessageOfTheProgram) {
   ASSERT_EQ(Load("Russian"), "Russian");
-  for (const MessageRow& row : Messages()) {
+  for (const test::ProgramText& row : test::ProgramTexts()) {
     // An English text that no file can hold shows whether the number is found.
-    EXPECT_NE(translator.Translate("\x01", static_cast<int>(row.id)), "\x01") << row.constant;
+    EXPECT_NE(translator.Translate("\x01", row.number), "\x01") << row.constant;
   }
 }
 
@@ -77,7 +79,7 @@ TEST_F(LanguageFiles, MessagesWithoutTheLanguageStayEnglishBesideTranslatedCapti
   fs::remove(folder.Path() / kMessagesFile);
   test::MakeDatabase(folder, kMessagesFile, "CREATE TABLE Messages(Id,txtMessage,translatable)");
   EXPECT_EQ(Load("Russian"), "Russian");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Ready");
+  EXPECT_EQ(translator.In(text::StatusReady), "Ready");
   EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Файл");
 }
 
@@ -95,10 +97,12 @@ TEST_F(LanguageFiles, FileThatIsCutAnywhereIsTakenWholeOrNotAtAll) {
   for (auto size = fs::file_size(messages); size > 101; size -= 101) {
     fs::resize_file(messages, size);
     EXPECT_EQ(Load("Russian"), "Russian") << size;
-    const bool russian = translator.Translate(text::StatusReady) == whole.Translate(text::StatusReady);
+    const bool russian = translator.In(text::StatusReady) == whole.In(text::StatusReady);
     taken += russian ? 1 : 0;
-    for (const MessageRow& row : Messages())
-      EXPECT_EQ(translator.Translate(row.id), russian ? whole.Translate(row.id) : std::string(row.english)) << size;
+    for (const test::ProgramText& row : test::ProgramTexts())
+      EXPECT_EQ(translator.Translate(row.english, row.number),
+                russian ? whole.Translate(row.english, row.number) : row.english)
+          << size;
   }
   EXPECT_GT(taken, 0);
 }
@@ -131,7 +135,7 @@ TEST_F(LanguageFiles, AnyChangedByteEndsInEnglishOrInTexts) {
       std::ofstream(path, std::ios::binary) << changed;
       const std::string inEffect = Load("Russian");
       EXPECT_EQ(languages.IsEmpty(), inEffect == "English") << name << " " << at;
-      EXPECT_FALSE(translator.Translate(text::StatusReady).empty()) << name << " " << at;
+      EXPECT_FALSE(translator.In(text::StatusReady).empty()) << name << " " << at;
     }
     std::ofstream(path, std::ios::binary) << bytes;
   }
@@ -143,7 +147,7 @@ TEST_F(LanguageFiles, FolderInTheirPlaceMeansEnglish) {
     fs::remove(folder.Path() / file);
     fs::create_directory(folder.Path() / file);
     Load("Russian");
-    EXPECT_EQ(translator.Translate(text::StatusReady), "Ready") << file;
+    EXPECT_EQ(translator.In(text::StatusReady), "Ready") << file;
   }
   EXPECT_EQ(Load("Russian"), "English");
   ExpectEnglish();
@@ -160,12 +164,12 @@ TEST_F(LanguageFiles, OfTheUserTakeThePlaceOfOurs) {
                      "INSERT INTO Messages VALUES('К работе готов',2000,'Дайын','Ready',1,'x')");
   EXPECT_EQ(Load("Kazakh"), "Kazakh");
   EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Файлдар");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Дайын");
+  EXPECT_EQ(translator.In(text::StatusReady), "Дайын");
   EXPECT_EQ(Load("Russian"), "Russian");
   EXPECT_EQ(languages.Caption("MainForm_mnuFile"), "&Дело");
   EXPECT_EQ(languages.Caption("MainForm_mnuView"), std::nullopt) << "a row that is missing stays English";
-  EXPECT_EQ(translator.Translate(text::StatusReady), "К работе готов");
-  EXPECT_EQ(translator.Translate(text::StatusAcquiringData), "Acquiring Data");
+  EXPECT_EQ(translator.In(text::StatusReady), "К работе готов");
+  EXPECT_EQ(translator.In(text::StatusAcquiringData), "Acquiring Data");
 }
 
 TEST_F(LanguageFiles, AreFoundWhateverTheCaseOfTheirNames) {
@@ -173,12 +177,12 @@ TEST_F(LanguageFiles, AreFoundWhateverTheCaseOfTheirNames) {
   fs::rename(folder.Path() / kCaptionsFile, folder.Path() / "Velk translation data.MDB");
   fs::rename(folder.Path() / kMessagesFile, folder.Path() / "VelkMessages.mdb");
   EXPECT_EQ(Load("Russian"), "Russian");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Готов");
+  EXPECT_EQ(translator.In(text::StatusReady), "Готов");
   test::MakeDatabase(folder, kMessagesFile,
                      "CREATE TABLE Messages(Id,txtMessage,translatable,Russian);"
                      "INSERT INTO Messages VALUES(2000,'Ready',1,'Точное имя')");
   EXPECT_EQ(Load("Russian"), "Russian");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Точное имя") << "the exact name goes first";
+  EXPECT_EQ(translator.In(text::StatusReady), "Точное имя") << "the exact name goes first";
 }
 
 TEST_F(LanguageFiles, MayBeReadOnly) {

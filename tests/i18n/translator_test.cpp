@@ -28,22 +28,22 @@ class Translator : public testing::Test {
 
 TEST_F(Translator, PassesEnglishThroughWithoutADatabase) {
   EXPECT_EQ(translator.Translate("Anything", 252), "Anything");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Ready");
-  EXPECT_EQ(translator.View(text::StatusReady), "Ready");
+  EXPECT_EQ(translator.In(text::StatusReady), "Ready");
+  EXPECT_EQ(translator.In(text::StatusReady), "Ready");
 }
 
 TEST_F(Translator, GivesTheTranslationOfANumber) {
   ASSERT_TRUE(Load(kReady));
   EXPECT_EQ(translator.Translate("Ready", 2000), "Готов");
   EXPECT_EQ(translator.Translate("whatever stands at the call", 2000), "Готов");
-  EXPECT_EQ(translator.Translate(text::StatusReady), "Готов");
-  EXPECT_EQ(translator.View(text::StatusReady), "Готов");
+  EXPECT_EQ(translator.In(text::StatusReady), "Готов");
+  EXPECT_EQ(translator.In(text::StatusReady), "Готов");
 }
 
 TEST_F(Translator, NumberThatTheTableDoesNotHoldStaysEnglish) {
   ASSERT_TRUE(Load(kReady));
   EXPECT_EQ(translator.Translate("Acquiring Data", 252), "Acquiring Data");
-  EXPECT_EQ(translator.Translate(text::StatusAcquiringData), "Acquiring Data");
+  EXPECT_EQ(translator.In(text::StatusAcquiringData), "Acquiring Data");
   EXPECT_EQ(translator.Translate("below zero", -1), "below zero");
 }
 
@@ -68,7 +68,7 @@ TEST_F(Translator, SecondRowUnderANumberIsIgnored) {
 
 TEST_F(Translator, NumberMayBeStoredAsText) {
   ASSERT_TRUE(Load("INSERT INTO Messages VALUES('252','Acquiring Data',1,'Идёт регистрация данных')"));
-  EXPECT_EQ(translator.Translate(text::StatusAcquiringData), "Идёт регистрация данных");
+  EXPECT_EQ(translator.In(text::StatusAcquiringData), "Идёт регистрация данных");
 }
 
 TEST_F(Translator, MissingFileTableOrColumnEndsInEnglishWithoutAnError) {

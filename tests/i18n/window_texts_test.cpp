@@ -48,8 +48,8 @@ TEST(WindowTexts, TextWithoutARowIsToldWithItsKey) {
   FileExist window;
   Add<QLabel>(window, "lblNew", "Brand new");
   window.append->setToolTip("Appends");
-  EXPECT_EQ(TextsWithoutRussian(window), (Faults{"frmFileExist_T_cmdAppend \"Appends\": has no row in languages.tsv",
-                                                 "frmFileExist_lblNew \"Brand new\": has no row in languages.tsv"}));
+  EXPECT_EQ(TextsWithoutRussian(window), (Faults{"frmFileExist_T_cmdAppend \"Appends\": has no row in data/captions",
+                                                 "frmFileExist_lblNew \"Brand new\": has no row in data/captions"}));
   EXPECT_EQ(TextsWithoutRussian(window, {"lblNew", "cmdAppend"}), kNone);
 }
 
@@ -85,10 +85,10 @@ TEST(WindowTexts, PlaceholdersHeadingsMenusAndToolbarsAreTexts) {
   EXPECT_EQ(
       std::set<std::string>(faults.begin(), faults.end()),
       (std::set<std::string>{
-          "frm_txt \"Placeholder\": has no row in languages.tsv", "(no key) \"Heading\": has no row in languages.tsv",
-          "frm_mnu \"Menu\": has no row in languages.tsv", "frm_mnuItem \"Item\": has no row in languages.tsv",
-          "frm_Toolbar1 \"Bar\": has no row in languages.tsv", "frm_Toolbar1_2 \"Button\": has no row in languages.tsv",
-          "frm_T_Toolbar1_2 \"Tip\": has no row in languages.tsv"}));
+          "frm_txt \"Placeholder\": has no row in data/captions", "(no key) \"Heading\": has no row in data/captions",
+          "frm_mnu \"Menu\": has no row in data/captions", "frm_mnuItem \"Item\": has no row in data/captions",
+          "frm_Toolbar1 \"Bar\": has no row in data/captions", "frm_Toolbar1_2 \"Button\": has no row in data/captions",
+          "frm_T_Toolbar1_2 \"Tip\": has no row in data/captions"}));
   EXPECT_EQ(faults.size(), 7U);
 }
 
@@ -96,9 +96,9 @@ TEST(WindowTexts, WindowThatWasNotTranslatedIsTold) {
   FileExist window;
   auto* word = Add<QLabel>(window, "lblWord", "Ready");
   EXPECT_EQ(TextsLeftInEnglish(window).size(), 3U);
-  TranslateForm(window, RussianCaptions());
+  TranslateForm(window, RussianWindows());
   EXPECT_EQ(TextsLeftInEnglish(window), (Faults{"frmFileExist_lblWord \"Ready\": stayed English"}));
-  word->setText(QString::fromStdString(RussianMessages().Translate(text::StatusReady)));
+  word->setText(QString::fromStdString(RussianWindows().Translator.In(text::StatusReady)));
   EXPECT_EQ(TextsLeftInEnglish(window), kNone);
 }
 

@@ -13,8 +13,7 @@ using test::FakeSerialPort;
 struct Board : testing::Test {
   FakeDevice device;
   FakeSerialPort port{device};
-  clstranslation translator;
-  CAdc12nCom board{translator, [](int portNumber) { return "/dev/port" + std::to_string(portNumber); }};
+  CAdc12nCom board{[](int portNumber) { return "/dev/port" + std::to_string(portNumber); }};
 
   void ExpectError(std::uint32_t code, const std::string& text, SerialPort* which, std::int16_t baud,
                    std::int16_t handshake) {
@@ -23,7 +22,7 @@ struct Board : testing::Test {
       ADD_FAILURE() << text;
     } catch (const BoardError& error) {
       EXPECT_EQ(error.Code(), code);
-      EXPECT_EQ(error.Source(), "SetupComPort");
+      EXPECT_EQ(error.Source().English(), "SetupComPort");
       EXPECT_EQ(error.what(), text);
     }
   }

@@ -57,7 +57,7 @@ class CapturedTexts : public testing::Test {
   test::ScriptedDialogs dialogs{gate};
   test::MemoryFolder folder;
   SettingsStore settings{folder.Path()};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
   Decoders decoders{session, platform};
   test::BytePort port;
 };

@@ -89,7 +89,7 @@ class DecodersTest : public testing::Test {
   test::ScriptedDialogs dialogs{gate};
   test::MemoryFolder folder;
   SettingsStore settings{folder.Path()};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
   Decoders decoders{session, platform};
   test::BytePort port;
 };

@@ -81,7 +81,7 @@ class EditSerialPort : public testing::Test {
   test::FakeClock clock{gate};
   test::ScriptedDialogs dialogs{gate};
   SettingsStore settings{folder.File("settings")};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
   Session session;
   ScriptedProtocolDialogs windows;
   int links = 0;

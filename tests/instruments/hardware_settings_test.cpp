@@ -15,7 +15,6 @@ namespace velk {
 namespace {
 
 using test::Find;
-using test::Language;
 using test::Show;
 using test::TabOrder;
 
@@ -42,8 +41,8 @@ HardwareQuestion Question() {
 class HardwareSettingsWindow : public testing::Test {
  protected:
   void Open(const HardwareQuestion& question, const std::string& languageName = "English") {
-    language = Language(languageName);
-    window = std::make_unique<HardwareSettings>(question, dialogs, language.translator, language.captions);
+    language = test::In(languageName);
+    window = std::make_unique<HardwareSettings>(question, dialogs, language);
   }
   QComboBox& List(const char* name) { return Find<QComboBox>(*window, name); }
   QStringList Entries(const char* name) {
@@ -56,7 +55,7 @@ class HardwareSettingsWindow : public testing::Test {
 
   Gate gate;
   test::ScriptedDialogs dialogs{gate};
-  Language language{"English"};
+  Translation language;
   std::unique_ptr<HardwareSettings> window;
 };
 

@@ -7,11 +7,11 @@
 #include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
 #include "support/temporary_folder.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
 
-const clstranslation kEnglish;
 
 struct ListRow {
   const char* shown;
@@ -41,7 +41,7 @@ constexpr ListRow kList[] = {
 TEST(ProtocolList, ShowsTheSixteenInOrder) {
   ASSERT_EQ(Protocols().size(), std::size(kList));
   for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(EnglishText(ProtocolText(i)), kList[i].shown);
+    EXPECT_EQ(ProtocolText(i).english, kList[i].shown);
     EXPECT_EQ(ProtocolPlace(kList[i].shown), i);
   }
   EXPECT_EQ(ProtocolPlace("OPC Server"), -1);
@@ -63,12 +63,12 @@ TEST(LineLists, HoldWhatTheStoreKnows) {
   constexpr std::pair<const char*, const char*> kParityRows[] = {
       {"Even", "E"}, {"Mark", "M"}, {"None", "N"}, {"Odd", "O"}, {"Space", "S"}};
   for (int i = 0; i < 5; ++i) {
-    EXPECT_EQ(EnglishText(ParityText(i)), kParityRows[i].first);
+    EXPECT_EQ(ParityText(i).english, kParityRows[i].first);
     EXPECT_EQ(kParities[static_cast<std::size_t>(i)], kParityRows[i].second);
   }
   constexpr const char* kHandshakeRows[] = {"None", "Xon/Xoff", "Hardware"};
   for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(EnglishText(HandshakeText(i)), kHandshakeRows[i]);
+    EXPECT_EQ(HandshakeText(i).english, kHandshakeRows[i]);
     EXPECT_EQ(PlaceOf(kHandshakes, i), i);
   }
   EXPECT_EQ(PlaceOf(kStopBits, std::string("1.5")), 1);
@@ -167,30 +167,30 @@ TEST(PortEntries, TellTheDeviceBehindEachOfFourNumbersAndWhetherItIsThere) {
 TEST(ReadParameterCount, TakesWholeNumbersFrom0To64) {
   for (const auto& [typed, value] :
        std::initializer_list<std::pair<const char*, int>>{{"0", 0}, {"1", 1}, {"64", 64}, {" 18 ", 18}, {"007", 7}}) {
-    const NumberRead read = ReadParameterCount(typed, 0, kEnglish);
-    EXPECT_EQ(read.fault, "") << typed;
+    const NumberRead read = ReadParameterCount(typed, 0);
+    EXPECT_EQ(read.fault.English(), "") << typed;
     EXPECT_EQ(read.value, value) << typed;
   }
   for (const char* typed : {"", " ", "65", "-1", "3.5", "3,5", "4 5", "1e1", "abc", "12a", "99999999999999999999"}) {
-    EXPECT_EQ(ReadParameterCount(typed, 0, kEnglish).fault, "The number of parameters is a whole number from 0 to 64.")
+    EXPECT_EQ(ReadParameterCount(typed, 0).fault.English(), "The number of parameters is a whole number from 0 to 64.")
         << typed;
   }
 }
 
 TEST(ReadParameterCount, LeavesRoomForTheAdditionalParameters) {
-  EXPECT_EQ(ReadParameterCount("60", 4, kEnglish).fault, "");
-  EXPECT_EQ(ReadParameterCount("61", 4, kEnglish).fault,
+  EXPECT_EQ(ReadParameterCount("60", 4).fault.English(), "");
+  EXPECT_EQ(ReadParameterCount("61", 4).fault.English(),
             "Parameters and additional parameters together are more than 64. Additional parameters: 4");
-  EXPECT_EQ(ReadParameterCount("0", 64, kEnglish).fault, "");
+  EXPECT_EQ(ReadParameterCount("0", 64).fault.English(), "");
 }
 
 TEST(ReadSensitivity, TakesWhatTheStoredNumberHolds) {
-  EXPECT_EQ(ReadSensitivity("0", kEnglish).value, 0);
-  EXPECT_EQ(ReadSensitivity("20", kEnglish).value, 20);
-  EXPECT_EQ(ReadSensitivity("32767", kEnglish).value, 32767);
-  EXPECT_EQ(ReadSensitivity("32767", kEnglish).fault, "");
+  EXPECT_EQ(ReadSensitivity("0").value, 0);
+  EXPECT_EQ(ReadSensitivity("20").value, 20);
+  EXPECT_EQ(ReadSensitivity("32767").value, 32767);
+  EXPECT_EQ(ReadSensitivity("32767").fault.English(), "");
   for (const char* typed : {"", "-1", "32768", "0.5", "x"}) {
-    EXPECT_EQ(ReadSensitivity(typed, kEnglish).fault,
+    EXPECT_EQ(ReadSensitivity(typed).fault.English(),
               "The sensitivity criterion is a whole number from 0 to 32767, in percent of the scale span.")
         << typed;
   }
@@ -204,7 +204,7 @@ TEST(FillUnnamedParameters, GivesThoseWithoutANameWhatAFreshChannelHas) {
   session.Parameters[2].loweralarm = "3";
   session.Parameters[2].upperalarm = "";
   session.Parameters[2].Offset = 4;
-  FillUnnamedParameters(session.Parameters, 3, kEnglish);
+  FillUnnamedParameters(session.Parameters, 3, test::English());
   EXPECT_EQ(session.Parameters[1].name, "Pressure");
   EXPECT_EQ(session.Parameters[1].format, "#0.0");
   EXPECT_EQ(session.Parameters[1].units, "");
@@ -226,9 +226,9 @@ TEST(FillUnnamedParameters, GivesThoseWithoutANameWhatAFreshChannelHas) {
 
 TEST(FillUnnamedParameters, ReachesTheLastOf64AndTouchesNoneForNoParameters) {
   Session session;
-  FillUnnamedParameters(session.Parameters, 0, kEnglish);
+  FillUnnamedParameters(session.Parameters, 0, test::English());
   EXPECT_EQ(session.Parameters[1].name, "");
-  FillUnnamedParameters(session.Parameters, 64, kEnglish);
+  FillUnnamedParameters(session.Parameters, 64, test::English());
   EXPECT_EQ(session.Parameters[64].name, "Parameter 64");
   EXPECT_EQ(session.Parameters[64].FormIndex, 64);
 }

@@ -17,7 +17,8 @@ inline constexpr const char* kDevice = "/dev/ttyVelk";
 inline constexpr const char* kLine = "10:20:30 1 2\r\n";
 
 struct LinkTest : testing::Test {
-  LinkTest() {
+  LinkTest() : LinkTest(English()) {}
+  explicit LinkTest(const Language& language) : dialogs(gate, language) {
     settings.Save("VELK2", "Protocol", "PortDevice1", kDevice);
     session.SerialData = "KESTA version 4";
     session.IsOwnUnit = true;
@@ -25,7 +26,7 @@ struct LinkTest : testing::Test {
     link.onLine = [this](const std::string& line) { lines.push_back(line); };
   }
 
-  void Become(MessageText status) { session.CurrentStatus = session.Translator.Translate(status); }
+  void Become(const MessageText& status) { session.CurrentStatus = status; }
   void ExpectImages(bool on) {
     EXPECT_EQ(view.images["connect"], on ? 17 : 16);
     EXPECT_EQ(view.images["disconnect"], on ? 18 : 15);
@@ -40,10 +41,10 @@ struct LinkTest : testing::Test {
 
   Gate gate;
   FakeClock clock{gate};
-  ScriptedDialogs dialogs{gate};
+  ScriptedDialogs dialogs;
   TemporaryFolder store;
   SettingsStore settings{store.Path().string()};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   RecordingView view;
   MainTimers timers{clock};

@@ -49,9 +49,13 @@ TEST_F(LinkTest, CyclingShowsTheOffImagesInBetween) {
   ExpectImages(true);
 }
 
-TEST_F(LinkTest, TellsAFailureOfCyclingInTheLanguageOfTheBoxes) {
+struct LinkInBrackets : LinkTest {
+  LinkInBrackets() : LinkTest(kBrackets) {}
+  static inline const test::InBrackets kBrackets;
+};
+
+TEST_F(LinkInBrackets, TellsAFailureOfCyclingInTheLanguageOfTheBoxes) {
   link.SetODataCom();
-  dialogs.SetLanguage([](std::string_view english, int) { return "<" + std::string(english) + ">"; });
   driver.failOpen = [] { throw RuntimeError(ErrorNumber::InvalidArgument); };
   dialogs.Expect("<Invalid procedure call or argument>", Answer::Ok);
   link.CycleODataCom();
@@ -102,7 +106,7 @@ TEST_F(LinkTest, AHangUpWhileAcquiringIsToldOnceAndDataGoOnWithinThreeSecondsOfT
   const std::size_t before = lines.size();
   ReceiveFor(2);
   EXPECT_EQ(lines.size(), before + 2);
-  EXPECT_EQ(session.CurrentStatus, session.Translator.Translate(text::StatusAcquiringData));
+  EXPECT_EQ(session.CurrentStatus, text::StatusAcquiringData);
 }
 
 TEST_F(LinkTest, TheNextHangUpAfterDataIsToldAgain) {

@@ -22,7 +22,6 @@ namespace velk {
 namespace {
 
 using test::Find;
-using test::Language;
 using test::Show;
 using test::TabOrder;
 
@@ -31,8 +30,8 @@ template <class Window>
 class SeparatorWindows : public testing::Test {
  protected:
   void Open(const Separators& separators, const std::string& name = "English") {
-    language = Language(name);
-    window = std::make_unique<Window>(separators, dialogs, language.translator, language.captions);
+    language = test::In(name);
+    window = std::make_unique<Window>(separators, dialogs, language);
     window->show();
     window->activateWindow();
     QApplication::processEvents();
@@ -51,7 +50,7 @@ class SeparatorWindows : public testing::Test {
 
   Gate gate;
   test::ScriptedDialogs dialogs{gate};
-  Language language{"English"};
+  Translation language;
   std::unique_ptr<Window> window;
 };
 
@@ -164,7 +163,6 @@ TYPED_TEST(SeparatorWindows, SpeakBothLanguages) {
 
 // --- RequestedData ---
 
-const clsLanguages kEnglishCaptions;
 
 std::vector<ParameterCommands> Commands(int count) {
   std::vector<ParameterCommands> commands;
@@ -175,7 +173,7 @@ std::vector<ParameterCommands> Commands(int count) {
 
 TEST(RequestedDataWindow, ShowsTheCommandsAndWhatTheyEndWith) {
   const std::vector<ParameterCommands> commands = {{"Flow", "F?\r\n", "F=\n"}, {"<b>Level</b>", "L?", "L=\r"}};
-  RequestedData window(commands, kEnglishCaptions);
+  RequestedData window(commands, test::EnglishWindows());
   Show(window, "RequestedData-en");
   EXPECT_EQ(window.objectName(), "RequestedData");
   EXPECT_EQ(Find<QLabel>(window, "lblName_1").text(), "Flow");
@@ -193,7 +191,7 @@ TEST(RequestedDataWindow, ShowsTheCommandsAndWhatTheyEndWith) {
 }
 
 TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
-  RequestedData window({{"Flow", "F?\r\n", ""}, {"Level", "L?", "L=\r"}}, kEnglishCaptions);
+  RequestedData window({{"Flow", "F?\r\n", ""}, {"Level", "L?", "L=\r"}}, test::EnglishWindows());
   window.show();
   Find<QLineEdit>(window, "txtCommand_1").setText("Q 1");
   Find<QCheckBox>(window, "chkCommandCR_1").click();
@@ -213,7 +211,7 @@ TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
 TEST(RequestedDataWindow, LeavesWhatWasNotTouchedToItsLastByte) {
   // Bytes that are no text, line ends inside, and the order LF CR.
   const std::vector<ParameterCommands> commands = {{"a", "\x02\xFF READ\n\r", "A\rB\r"}, {"b", "", "\r\n"}};
-  RequestedData window(commands, kEnglishCaptions);
+  RequestedData window(commands, test::EnglishWindows());
   const auto same = window.Commands();
   for (std::size_t i = 0; i < commands.size(); ++i) {
     EXPECT_EQ(same[i].CommandString, commands[i].CommandString);
@@ -222,7 +220,7 @@ TEST(RequestedDataWindow, LeavesWhatWasNotTouchedToItsLastByte) {
 }
 
 TEST(RequestedDataWindow, BringsEveryBoxOf64ParametersIntoViewByKeyboard) {
-  RequestedData window(Commands(64), kEnglishCaptions);
+  RequestedData window(Commands(64), test::EnglishWindows());
   Show(window, "RequestedData-64");
   const auto& area = Find<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 64; ++i) {
@@ -238,15 +236,15 @@ TEST(RequestedDataWindow, BringsEveryBoxOf64ParametersIntoViewByKeyboard) {
 }
 
 TEST(RequestedDataWindow, OpensWithoutParameters) {
-  RequestedData window({}, kEnglishCaptions);
+  RequestedData window({}, test::EnglishWindows());
   Show(window, "RequestedData-none");
   EXPECT_EQ(window.focusWidget()->objectName(), "cmdOK");
   EXPECT_TRUE(window.Commands().empty());
 }
 
 TEST(RequestedDataWindow, SpeaksRussian) {
-  const Language russian("Russian");
-  RequestedData window(Commands(5), russian.captions);
+  const Translation russian = test::In("Russian");
+  RequestedData window(Commands(5), russian);
   Show(window, "RequestedData-ru");
   EXPECT_EQ(window.windowTitle(), "Передача по запросу");
   EXPECT_EQ(Find<QLabel>(window, "lblReset").text(), "Команда сброса");
@@ -255,7 +253,7 @@ TEST(RequestedDataWindow, SpeaksRussian) {
 // --- frmHPTHoneywellEZtrend ---
 
 TEST(EthernetConfigurationWindow, EditsAddressAndPage) {
-  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, kEnglishCaptions);
+  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, test::EnglishWindows());
   Show(window, "frmHPTHoneywellEZtrend-en");
   EXPECT_EQ(window.objectName(), "frmHPTHoneywellEZtrend");
   EXPECT_EQ(window.windowTitle(), "Ethernet Configuration");
@@ -274,14 +272,14 @@ TEST(EthernetConfigurationWindow, EditsAddressAndPage) {
 }
 
 TEST(EthernetConfigurationWindow, FillsThePageThatIsNotStored) {
-  const frmHPTHoneywellEZtrend window({"", ""}, kEnglishCaptions);
+  const frmHPTHoneywellEZtrend window({"", ""}, test::EnglishWindows());
   EXPECT_EQ(window.Address().daqIPAddress, "");
   EXPECT_EQ(window.Address().daqHTML, "auto/001/");
 }
 
 TEST(EthernetConfigurationWindow, SpeaksRussian) {
-  const Language russian("Russian");
-  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, russian.captions);
+  const Translation russian = test::In("Russian");
+  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, russian);
   Show(window, "frmHPTHoneywellEZtrend-ru");
   EXPECT_EQ(window.windowTitle(), "Настройка Ethernet");
   EXPECT_EQ(Find<QLabel>(window, "lblIPAddress").text(), "IP-адрес:");
@@ -307,8 +305,8 @@ class ProtocolDialogsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  QtDialogs dialogs{gate};
-  ProtocolDialogsQt windows{dialogs};
+  QtDialogs dialogs{gate, test::English()};
+  ProtocolDialogsQt windows{dialogs, test::EnglishWindows()};
   bool gateStoodOpen = false;
 };
 

@@ -23,17 +23,11 @@ Control& Find(const QWidget& window, const QString& name) {
 }
 
 /// The two languages of the program, from the texts that it ships.
-struct Language {
-  explicit Language(const std::string& name) {
-    if (name == "English") return;
-    const std::string folder = VELK_TRANSLATIONS_DIR;
-    EXPECT_TRUE(captions.Load(folder + "/VELK Translation Data.mdb", name));
-    EXPECT_TRUE(translator.Load(folder + "/VELKMESSAGES.MDB", name));
-  }
-
-  clsLanguages captions;
-  clstranslation translator;
-};
+inline Translation In(const std::string& name) {
+  Translation translation;
+  EXPECT_EQ(translation.Load(VELK_TRANSLATIONS_DIR, name), name);
+  return translation;
+}
 
 /// Shows a window, and keeps its picture at the scales 1 and 1.5 where VELK_PICTURES says.
 inline void Show(QWidget& window, const QString& picture) {

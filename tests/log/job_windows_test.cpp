@@ -14,12 +14,12 @@
 #include "log/windows/frm_inc_param_in_sum.h"
 #include "log/windows/job_questions_qt.h"
 #include "platform/windows/qt_dialogs.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
 
-const clstranslation kEnglish;
-const clsLanguages kEnglishCaptions;
+using test::EnglishWindows;
 
 template <class Control>
 Control* Find(const QWidget& window, const char* name) {
@@ -51,7 +51,7 @@ void AnswerWith(QWidget& window, Qt::Key letter) {
 }
 
 TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
-  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run#7.mdb", true, true);
+  frmFileExist window(EnglishWindows(), "/jobs/run#7.mdb", true, true);
   Show(window, "frmFileExist");
   EXPECT_EQ(window.objectName(), "frmFileExist");
   EXPECT_EQ(window.windowTitle(), "Pre-Existing File !!");
@@ -64,7 +64,7 @@ TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
 }
 
 TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
-  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run.mdb", false, false);
+  frmFileExist window(EnglishWindows(), "/jobs/run.mdb", false, false);
   Show(window, "frmFileExist-not-compatible");
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->text(),
             "The file [/jobs/run.mdb] is not compatible with current velk data");
@@ -74,7 +74,7 @@ TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
 }
 
 TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
-  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/run.mdb", true, false);
+  frmFileExist window(EnglishWindows(), "/jobs/run.mdb", true, false);
   Show(window, "frmFileExist-other-order");
   EXPECT_TRUE(Find<QLabel>(window, "lblNote")->isVisible());
   EXPECT_NE(Find<QLabel>(window, "lblNote")->text().indexOf("stand in another order"), -1);
@@ -83,17 +83,17 @@ TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
 }
 
 TEST(FrmFileExist, GivesWhatWasPressed) {
-  frmFileExist appending(kEnglish, kEnglishCaptions, "run.mdb", true, true);
+  frmFileExist appending(EnglishWindows(), "run.mdb", true, true);
   Show(appending, "appending");
   AnswerWith(appending, Qt::Key_A);
   EXPECT_EQ(appending.Choice(), FileChoice::Append);
 
-  frmFileExist creating(kEnglish, kEnglishCaptions, "run.mdb", true, true);
+  frmFileExist creating(EnglishWindows(), "run.mdb", true, true);
   Show(creating, "creating");
   AnswerWith(creating, Qt::Key_C);
   EXPECT_EQ(creating.Choice(), FileChoice::CreateNew);
 
-  frmFileExist closing(kEnglish, kEnglishCaptions, "run.mdb", true, true);
+  frmFileExist closing(EnglishWindows(), "run.mdb", true, true);
   Show(closing, "closing");
   QTest::keyClick(&closing, Qt::Key_Escape);
   EXPECT_EQ(closing.Choice(), FileChoice::None);
@@ -101,7 +101,7 @@ TEST(FrmFileExist, GivesWhatWasPressed) {
 }
 
 TEST(FrmFileExist, ShowsAPathAsPlainText) {
-  frmFileExist window(kEnglish, kEnglishCaptions, "/jobs/<b>&x</b>.mdb", true, true);
+  frmFileExist window(EnglishWindows(), "/jobs/<b>&x</b>.mdb", true, true);
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->textFormat(), Qt::PlainText);
 }
 
@@ -109,7 +109,7 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
   SummaryInclusion inclusion = Inclusion(3);
   inclusion.parameters[2].parameter = 5;
   inclusion.parameters[2].name = "Gas & oil";
-  frmIncParamInSum window(kEnglishCaptions, inclusion);
+  frmIncParamInSum window(EnglishWindows(), inclusion);
   Show(window, "frmIncParamInSum");
   EXPECT_EQ(window.objectName(), "frmIncParamInSum");
   EXPECT_EQ(window.windowTitle(), "Include In Summary Report");
@@ -122,7 +122,7 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
 }
 
 TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
-  frmIncParamInSum window(kEnglishCaptions, Inclusion(3));
+  frmIncParamInSum window(EnglishWindows(), Inclusion(3));
   Show(window, "filled");
   Find<QCheckBox>(window, "chk_1")->click();
   Find<QCheckBox>(window, "chk_2")->click();
@@ -139,13 +139,13 @@ TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
 TEST(FrmIncParamInSum, ShowsTheFieldsOfBefore) {
   SummaryInclusion inclusion = Inclusion(1);
   inclusion.extraFields = {"One", "Two", "Three", "Four"};
-  frmIncParamInSum window(kEnglishCaptions, inclusion);
+  frmIncParamInSum window(EnglishWindows(), inclusion);
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_0")->text(), "One");
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_3")->text(), "Four");
 }
 
 TEST(FrmIncParamInSum, LeavesTheChoiceWhenItIsClosedOtherwise) {
-  frmIncParamInSum window(kEnglishCaptions, Inclusion(2));
+  frmIncParamInSum window(EnglishWindows(), Inclusion(2));
   Show(window, "left");
   Find<QCheckBox>(window, "chk_1")->click();
   window.close();
@@ -153,7 +153,7 @@ TEST(FrmIncParamInSum, LeavesTheChoiceWhenItIsClosedOtherwise) {
 }
 
 TEST(FrmIncParamInSum, BringsEveryOfSixtyFourBoxesIntoViewByKeyboard) {
-  frmIncParamInSum window(kEnglishCaptions, Inclusion(64));
+  frmIncParamInSum window(EnglishWindows(), Inclusion(64));
   Show(window, "frmIncParamInSum-64");
   const auto* area = Find<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 64; ++i) {
@@ -181,8 +181,8 @@ class JobQuestionsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  QtDialogs dialogs{gate};
-  JobQuestionsQt questions{dialogs};
+  QtDialogs dialogs{gate, test::English()};
+  JobQuestionsQt questions{dialogs, EnglishWindows()};
   bool gateStoodOpen = false;
 };
 

@@ -84,7 +84,7 @@ class LogFixture : public testing::Test {
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
   SettingsStore settings{settingsFolder.Path().string()};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   ScriptedJobQuestions questions;
   RecordingGraphs graphs;

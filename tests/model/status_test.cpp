@@ -43,10 +43,10 @@ TEST(Status, ForcesEveryMenuItemAsTheTableSays) {
     for (const Expectation& row : kTable) {
       const auto found = view.menuEnabled.find(row.item);
       if (row.states[column] == '.')
-        EXPECT_EQ(found, view.menuEnabled.end()) << row.item << " in " << session.CurrentStatus;
+        EXPECT_EQ(found, view.menuEnabled.end()) << row.item << " in " << session.CurrentStatus.english;
       else
         EXPECT_TRUE(found != view.menuEnabled.end() && found->second == (row.states[column] == '1'))
-            << row.item << " in " << session.CurrentStatus;
+            << row.item << " in " << session.CurrentStatus.english;
     }
   }
 }
@@ -81,7 +81,7 @@ TEST(Status, StoresTheWordShowsItAndResetsPointerAndCaption) {
   RecordingView view;
   view.hourglass = true;
   ChangeCurrentStatus(session, view, text::StatusReadyToAcquire);
-  EXPECT_EQ(session.CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(session.CurrentStatus.english, "Ready to Acquire");
   EXPECT_EQ(view.panels[1], "Ready to Acquire");
   EXPECT_FALSE(view.hourglass);
   EXPECT_EQ(view.captionResets, 1);

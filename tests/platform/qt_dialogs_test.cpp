@@ -52,20 +52,25 @@ QAbstractButton* ButtonOf(QMessageBox& box, const QString& text) {
   return box.buttons().first();
 }
 
-std::string InGerman(std::string_view english, int) {
-  static const std::map<std::string_view, std::string> kTexts = {{"VELK", "Program"},     {"OK", "In Ordnung"},
-                                                                 {"Cancel", "Abbrechen"}, {"&Yes", "&Ja"},
-                                                                 {"&No", "&Nein"},        {"&Retry", "&Wiederholen"}};
-  return kTexts.at(english);
-}
+class German : public Language {
+ public:
+  std::string Translate(std::string_view english, int) const override {
+    static const std::map<std::string_view, std::string> kTexts = {{"VELK", "Program"},     {"OK", "In Ordnung"},
+                                                                   {"Cancel", "Abbrechen"}, {"&Yes", "&Ja"},
+                                                                   {"&No", "&Nein"},        {"&Retry", "&Wiederholen"}};
+    return kTexts.at(english);
+  }
+};
 
 class QtDialogsTest : public testing::Test {
  protected:
-  QtDialogsTest() { dialogs_.SetLanguage(InGerman); }
-
   Answer AnswerWith(const MessageBox& box, std::function<void(QMessageBox&)> act) {
+    return AnswerWith(dialogs_, box, std::move(act));
+  }
+
+  static Answer AnswerWith(Dialogs& dialogs, const MessageBox& box, std::function<void(QMessageBox&)> act) {
     WhenShown<QMessageBox>(std::move(act));
-    return dialogs_.Message(box);
+    return dialogs.Message(box);
   }
 
   Answer AnswerWithKey(Buttons buttons, Qt::Key key) {
@@ -73,7 +78,8 @@ class QtDialogsTest : public testing::Test {
   }
 
   Gate gate_;
-  QtDialogs dialogs_{gate_};
+  German german_;
+  QtDialogs dialogs_{gate_, german_};
 };
 
 TEST_F(QtDialogsTest, KnowsWhatStandsAndWhetherTheTopmostWasAnswered) {
@@ -159,8 +165,9 @@ TEST_F(QtDialogsTest, ShowsTheProgramsNameWithoutATitleAndEachIcon) {
 }
 
 TEST_F(QtDialogsTest, SpeaksEnglishWhereNoLanguageIsSet) {
-  dialogs_.SetLanguage({});
-  AnswerWith({"T", "", Buttons::YesNo}, [](QMessageBox& box) {
+  const Language english;
+  QtDialogs dialogs(gate_, english);
+  AnswerWith(dialogs, {"T", "", Buttons::YesNo}, [](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), "VELK");
     ButtonOf(box, "&Yes")->click();
   });

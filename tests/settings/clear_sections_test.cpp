@@ -8,6 +8,7 @@
 #include "settings/settings_io.h"
 #include "support/memory_folder.h"
 #include "support/settings_rows.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -32,7 +33,7 @@ class ClearSectionsTest : public testing::Test {
     store_.Save("VELK2", "Formulae", "NumberOfFormulae", "3");
     store_.Save("VELK2", "Parameters", "NumberOfParameters", "12");
     for (const SettingsRow& row : rows_) store_.Save("VELK2", row.section, row.key, row.other);
-    EXPECT_TRUE(LoadSettings(session_, store_).empty());
+    EXPECT_TRUE(LoadSettings(session_, store_, test::English()).empty());
     session_.TemplateNames = {"", "Job"};
     SaveSettings(session_, store_);
   }
@@ -51,10 +52,10 @@ TEST_F(ClearSectionsTest, RestoresThePresetsOfTheChosenGroupAndOfNoOther) {
     folder.Write("VELK2.ini", folder_.Read("VELK2.ini"));
     SettingsStore store(folder.Path());
     Session session;
-    ASSERT_TRUE(LoadSettings(session, store).empty());
+    ASSERT_TRUE(LoadSettings(session, store, test::English()).empty());
     GroupChoice choice{};
     choice[static_cast<std::size_t>(group)] = true;
-    EXPECT_TRUE(ClearSections(session, store, choice).empty());
+    EXPECT_TRUE(ClearSections(session, store, test::English(), choice).empty());
 
     const bool formulae = choice[static_cast<std::size_t>(SettingsGroup::Formulae)];
     const bool parameters = choice[static_cast<std::size_t>(SettingsGroup::Parameters)];
@@ -84,7 +85,7 @@ TEST_F(ClearSectionsTest, RestoresThePresetsOfAnyTwoGroups) {
       Session session;
       GroupChoice choice{};
       choice[one] = choice[other] = true;
-      EXPECT_TRUE(ClearSections(session, store, choice).empty());
+      EXPECT_TRUE(ClearSections(session, store, test::English(), choice).empty());
       EXPECT_EQ(session.NumberOfFormulae, choice[5] ? 0 : 3);
       for (const SettingsRow& row : test::SettingsRows({1, 64}, {})) {
         const bool cleared = choice[static_cast<std::size_t>(GroupOf(row.section))];
@@ -97,13 +98,13 @@ TEST_F(ClearSectionsTest, RestoresThePresetsOfAnyTwoGroups) {
 TEST_F(ClearSectionsTest, ClearsAllGroupsAtOnce) {
   GroupChoice all;
   all.fill(true);
-  EXPECT_TRUE(ClearSections(session_, store_, all).empty());
+  EXPECT_TRUE(ClearSections(session_, store_, test::English(), all).empty());
   for (const SettingsRow& row : test::SettingsRows({1, 2, 63, 64}, {})) EXPECT_EQ(row.field(session_), row.preset);
   EXPECT_EQ(session_.TemplateNames.size(), 2U) << "templates stay";
 }
 
 TEST_F(ClearSectionsTest, TakesNothingForNoChoice) {
-  EXPECT_TRUE(ClearSections(session_, store_, {}).empty());
+  EXPECT_TRUE(ClearSections(session_, store_, test::English(), {}).empty());
   for (const SettingsRow& row : rows_) EXPECT_EQ(row.field(session_), row.other) << row.Name();
 }
 
@@ -111,7 +112,7 @@ TEST_F(ClearSectionsTest, DeletesAsManyFormulasAsTheStoreCounts) {
   store_.Save("VELK2", "Formulae", "NumberOfFormulae", "2");
   GroupChoice choice{};
   choice[5] = true;
-  ClearSections(session_, store_, choice);
+  ClearSections(session_, store_, test::English(), choice);
   EXPECT_FALSE(IsStored("Formula1"));
   EXPECT_FALSE(IsStored("Formula2"));
   EXPECT_TRUE(IsStored("Formula3"));
@@ -122,7 +123,7 @@ TEST_F(ClearSectionsTest, IsNotHeldUpByACountThatIsNoNumber) {
   choice[5] = true;
   for (const char* count : {"x", "", "-5", "1E99"}) {
     store_.Save("VELK2", "Formulae", "NumberOfFormulae", count);
-    EXPECT_TRUE(ClearSections(session_, store_, choice).empty()) << count;
+    EXPECT_TRUE(ClearSections(session_, store_, test::English(), choice).empty()) << count;
     EXPECT_EQ(session_.NumberOfFormulae, 0);
   }
 }
@@ -133,17 +134,17 @@ TEST_F(ClearSectionsTest, TakesSectionsThatDoNotExistForCleared) {
   Session session;
   GroupChoice all;
   all.fill(true);
-  EXPECT_TRUE(ClearSections(session, store, all).empty());
+  EXPECT_TRUE(ClearSections(session, store, test::English(), all).empty());
   EXPECT_EQ(session.Parameters[1].name, "Parameter 1");
 }
 
 TEST_F(ClearSectionsTest, HealsASectionThatCouldNotBeRead) {
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   GroupChoice choice{};
-  EXPECT_EQ(ClearSections(session_, store_, choice).size(), 2U) << "the key, and where the file is kept";
+  EXPECT_EQ(ClearSections(session_, store_, test::English(), choice).size(), 2U) << "the key, and where the file is kept";
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   choice[1] = true;
-  EXPECT_TRUE(ClearSections(session_, store_, choice).empty());
+  EXPECT_TRUE(ClearSections(session_, store_, test::English(), choice).empty());
   EXPECT_EQ(session_.BaudRate, 9600);
 }
 

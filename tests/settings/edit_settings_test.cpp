@@ -13,6 +13,7 @@
 #include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_settings_questions.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -22,7 +23,7 @@ using Names = std::vector<std::string>;
 class EditSettingsTest : public testing::Test {
  protected:
   EditSettingsTest() {
-    LoadSettings(session_, store_);
+    LoadSettings(session_, store_, test::English());
     SaveSettings(session_, store_);
   }
 
@@ -38,7 +39,7 @@ class EditSettingsTest : public testing::Test {
   test::FakeClock clock_{gate_};
   test::ScriptedDialogs dialogs_{gate_};
   test::ScriptedSettingsQuestions questions_;
-  Platform platform_{clock_, gate_, dialogs_, store_};
+  Platform platform_{clock_, gate_, dialogs_, store_, test::English()};
   int resets_ = 0;
   int ends_ = 0;
   EditSettings edit_{session_, platform_, questions_, [this] { ++resets_; }, [this] { ++ends_; }};
@@ -51,8 +52,8 @@ TEST_F(EditSettingsTest, SavesATemplateUnderANewName) {
   questions_.choice = "Job";
   mnuEditSaveTemplate_Click(edit_);
   ASSERT_EQ(questions_.asked.size(), 1U);
-  EXPECT_EQ(questions_.asked[0].title, "Save Settings Template");
-  EXPECT_EQ(questions_.asked[0].prompt, "Select or enter the template name");
+  EXPECT_EQ(questions_.asked[0].title.English(), "Save Settings Template");
+  EXPECT_EQ(questions_.asked[0].prompt.English(), "Select or enter the template name");
   EXPECT_TRUE(questions_.asked[0].entries.empty());
   EXPECT_TRUE(questions_.asked[0].mayEnter);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
@@ -141,8 +142,8 @@ TEST_F(EditSettingsTest, LoadsATemplate) {
   session_.TemplateNames = {"", "A", "Job"};
   questions_.choice = "Job";
   mnuEditLoadTemplate_Click(edit_);
-  EXPECT_EQ(questions_.asked[0].title, "Load Settings Template");
-  EXPECT_EQ(questions_.asked[0].prompt, "Select the template to load");
+  EXPECT_EQ(questions_.asked[0].title.English(), "Load Settings Template");
+  EXPECT_EQ(questions_.asked[0].prompt.English(), "Select the template to load");
   EXPECT_EQ(questions_.asked[0].entries, (Names{"A", "Job"}));
   EXPECT_FALSE(questions_.asked[0].mayEnter);
   EXPECT_EQ(session_.TheTimeOut, 9);
@@ -199,8 +200,8 @@ TEST_F(EditSettingsTest, DeletesATemplateAndLoadsTheLiveSettings) {
   }
   session_.TheTimeOut = 9;
   mnuEditDeleteTemplate_Click(edit_);
-  EXPECT_EQ(questions_.asked.back().title, "Delete Settings Template");
-  EXPECT_EQ(questions_.asked.back().prompt, "Select the template to delete");
+  EXPECT_EQ(questions_.asked.back().title.English(), "Delete Settings Template");
+  EXPECT_EQ(questions_.asked.back().prompt.English(), "Select the template to delete");
   EXPECT_EQ(questions_.asked.back().entries, (Names{"A", "Job"}));
   EXPECT_FALSE(questions_.asked.back().mayEnter);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "A"}));
@@ -231,11 +232,13 @@ TEST_F(EditSettingsTest, ClearsTheChosenGroups) {
 }
 
 TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {
-  dialogs_.SetLanguage([](std::string_view english, int) { return "<" + std::string(english) + ">"; });
+  const test::InBrackets language;
+  test::ScriptedDialogs boxes(gate_, language);
+  Platform platform{clock_, gate_, boxes, store_, language};
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   questions_.groups = GroupChoice{};
-  dialogs_.Expect("Protocol/BaudRate: <Type mismatch> (\"fast\")", Answer::Ok);
-  mnuEditClear_Click(edit_);
+  boxes.Expect("Protocol/BaudRate: <Type mismatch> (\"fast\")", Answer::Ok);
+  mnuEditClear_Click({session_, platform, questions_, [] {}, [] {}});
 }
 
 // --- User options ---
@@ -265,7 +268,7 @@ TEST_F(EditSettingsTest, TellsEachUnacceptableOptionAndStaysOpen) {
     dialogs_.Expect(text, Answer::Ok);
   mnuEditUserOptions_Click(edit_);
   EXPECT_EQ(questions_.accepted, (std::vector<bool>{false, false, false, false}));
-  for (const MessageBox& box : dialogs_.shown) EXPECT_EQ(box.icon, BoxIcon::Critical) << box.text;
+  for (const ShownMessage& box : dialogs_.shown) EXPECT_EQ(box.icon, BoxIcon::Critical) << box.text;
   EXPECT_EQ(session_.pixelslength, 120);
   EXPECT_EQ(session_.intFontSize, 10);
   EXPECT_EQ(ends_, 0);
@@ -299,7 +302,7 @@ TEST_F(EditSettingsTest, SavesTheLanguageAndEnds) {
     EXPECT_EQ(ends_, 0);
   });
   mnuEditLanguage_Click(edit_);
-  EXPECT_EQ(questions_.asked[0].title, "Select language");
+  EXPECT_EQ(questions_.asked[0].title.English(), "Select language");
   EXPECT_EQ(questions_.asked[0].entries, (Names{"English", "Russian"}));
   EXPECT_FALSE(questions_.asked[0].mayEnter);
   EXPECT_EQ(session_.Current_language, "Russian");

@@ -74,7 +74,7 @@ std::vector<int> AllNumbers() {
 /// The text of the error that loading template "Job" raises; empty where it is loaded.
 std::string LoadError(Session& session, SettingsStore& store) {
   try {
-    LoadTemplate(session, store, "Job");
+    LoadTemplate(session, store, test::English(), "Job");
   } catch (const RuntimeError& error) {
     return error.what();
   }
@@ -86,7 +86,7 @@ class EveryKey : public testing::Test {
   void SetUp() override {
     store_.Save("VELK2", "Formulae", "NumberOfFormulae", "2");
     store_.Save("VELK2", "Parameters", "NumberOfParameters", "7");
-    ASSERT_TRUE(LoadSettings(session_, store_).empty());
+    ASSERT_TRUE(LoadSettings(session_, store_, test::English()).empty());
   }
 
   MemoryFolder folder_;
@@ -114,11 +114,11 @@ TEST_F(EveryKey, ThatIsACountHasItsPresetAndComesBack) {
     const MemoryFolder folder;
     SettingsStore store(folder.Path());
     Session session;
-    EXPECT_TRUE(LoadSettings(session, store).empty());
+    EXPECT_TRUE(LoadSettings(session, store, test::English()).empty());
     EXPECT_EQ(row.field(session), row.preset) << row.Name();
     store.Save("VELK2", row.section, row.key, row.other);
     store.Save("VELKJob", row.section, row.key, row.other);
-    EXPECT_TRUE(LoadSettings(session, store).empty());
+    EXPECT_TRUE(LoadSettings(session, store, test::English()).empty());
     EXPECT_EQ(row.field(session), row.other) << row.Name();
     session = Session();
     EXPECT_EQ(LoadError(session, store), "");
@@ -134,7 +134,7 @@ TEST_F(EveryKey, ThatIsACountIsToldWhereItIsNone) {
       store.Save("VELK2", row.section, row.key, wrong);
       store.Save("VELKJob", row.section, row.key, wrong);
       Session session;
-      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store));
+      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store, test::English()));
       ASSERT_EQ(problems.size(), 1U) << row.Name() << " holds " << wrong;
       EXPECT_EQ(problems[0].find(row.Name() + ": "), 0U) << problems[0];
       EXPECT_EQ(row.field(session), row.preset) << wrong;
@@ -158,7 +158,7 @@ TEST_F(EveryKey, OfAnAdditionalParameterComesBackFromATemplateWhoseOffsetWasMend
   for (const SettingsRow& row : rows) {
     if (IsOfFormula(row)) store_.Save("VELK2", row.section, row.key, row.other);
   }
-  ASSERT_TRUE(LoadSettings(session_, store_).empty());
+  ASSERT_TRUE(LoadSettings(session_, store_, test::English()).empty());
   SaveTemplate(session_, store_, "Job");
   for (const char* section : {"Formula1", "Formula2"}) store_.Save("VELKJob", section, "Offset", "-2.75");
   Session session;

@@ -38,7 +38,7 @@ class SettingsIoTest : public testing::Test {
   /// Stores a value and loads; gives the problems.
   std::vector<std::string> LoadWith(const std::string& section, const std::string& key, const std::string& value) {
     Store(section, key, value);
-    return InEnglish(LoadSettings(session_, store_));
+    return InEnglish(LoadSettings(session_, store_, test::English()));
   }
 
   MemoryFolder folder_;
@@ -47,7 +47,7 @@ class SettingsIoTest : public testing::Test {
 };
 
 TEST_F(SettingsIoTest, StartsWithOneParameterOnAnEmptyStore) {
-  EXPECT_TRUE(LoadSettings(session_, store_).empty());
+  EXPECT_TRUE(LoadSettings(session_, store_, test::English()).empty());
   EXPECT_EQ(session_.NumberOfParameters, 1);
   EXPECT_EQ(session_.NumberOfFormulae, 0);
   EXPECT_EQ(session_.Parameters[1].name, "Parameter 1");
@@ -62,7 +62,7 @@ TEST_F(SettingsIoTest, StartsWithOneParameterOnAnEmptyStore) {
 
 TEST_F(SettingsIoTest, GivesEveryKeyItsPreset) {
   Store("Formulae", "NumberOfFormulae", "3");
-  EXPECT_TRUE(LoadSettings(session_, store_).empty());
+  EXPECT_TRUE(LoadSettings(session_, store_, test::English()).empty());
   for (const SettingsRow& row : SettingsRows(kParameters, kFormulas)) {
     EXPECT_EQ(row.field(session_), row.preset) << row.Name();
   }
@@ -76,7 +76,7 @@ TEST_F(SettingsIoTest, ReplacesWhatTheSessionHeldBefore) {
   session_.AdditionalParameters.resize(9);
   session_.Formula.resize(9);
   session_.TemplateNames = {"", "old"};
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   EXPECT_EQ(session_.CurrentFont, "MS Sans Serif");
   EXPECT_EQ(session_.Parameters[64].Gain, 1);
   EXPECT_EQ(session_.NumberOfParameters, 1);
@@ -93,7 +93,7 @@ TEST_F(SettingsIoTest, ReadsEveryKeyIntoItsOwnFieldAndNoOther) {
     store.Save("VELK2", "Formulae", "NumberOfFormulae", "1");
     store.Save("VELK2", row.section, row.key, row.other);
     Session session;
-    EXPECT_TRUE(LoadSettings(session, store).empty()) << row.Name();
+    EXPECT_TRUE(LoadSettings(session, store, test::English()).empty()) << row.Name();
     for (const SettingsRow& each : rows) {
       EXPECT_EQ(each.field(session), each.Name() == row.Name() ? each.other : each.preset)
           << each.Name() << " with " << row.Name() << " stored";
@@ -105,7 +105,7 @@ TEST_F(SettingsIoTest, FindsEveryKeyAgainAfterARestart) {
   const std::vector<SettingsRow> rows = SettingsRows(kParameters, kFormulas);
   Store("Formulae", "NumberOfFormulae", "3");
   for (const SettingsRow& row : rows) Store(row.section, row.key, row.other);
-  ASSERT_TRUE(LoadSettings(session_, store_).empty());
+  ASSERT_TRUE(LoadSettings(session_, store_, test::English()).empty());
 
   const MemoryFolder folder;
   {
@@ -118,7 +118,7 @@ TEST_F(SettingsIoTest, FindsEveryKeyAgainAfterARestart) {
   }
   EXPECT_EQ(store.Get("VELK2", "Formulae", "NumberOfFormulae", "(none)"), "3");
   Session again;
-  EXPECT_TRUE(LoadSettings(again, store).empty());
+  EXPECT_TRUE(LoadSettings(again, store, test::English()).empty());
   for (const SettingsRow& row : rows) EXPECT_EQ(row.field(again), row.other) << row.Name();
 }
 
@@ -133,7 +133,7 @@ TEST_F(SettingsIoTest, TellsEveryTextOfTheWrongTypeAndLoadsTheRest) {
       for (const SettingsRow& each : rows) store.Save("VELK2", each.section, each.key, each.other);
       store.Save("VELK2", row.section, row.key, wrong);
       Session session;
-      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store));
+      const std::vector<std::string> problems = InEnglish(LoadSettings(session, store, test::English()));
       ASSERT_EQ(problems.size(), 1U) << row.Name() << " holds " << wrong;
       EXPECT_EQ(problems[0].find(row.Name() + ": "), 0U) << problems[0];
       for (const SettingsRow& each : rows) {
@@ -149,7 +149,7 @@ TEST_F(SettingsIoTest, NamesEveryBadKeyWithTheReasonAndTheValue) {
   Store("Protocol", "PortNumber", "17");
   Store("Protocol", "Port2", std::string(1000, 'x'));
   EXPECT_EQ(
-      InEnglish(LoadSettings(session_, store_)),
+      InEnglish(LoadSettings(session_, store_, test::English())),
       (std::vector<std::string>{"General/TheTimeOut: " + ErrorText(ErrorNumber::Overflow).English() + " (\"99999\")",
                                 "Protocol/Port2: " + ErrorText(ErrorNumber::TypeMismatch).English() + " (\"" +
                                     std::string(40, 'x') + "...\")",
@@ -169,7 +169,7 @@ TEST(ProblemText, IsNoLongerThanABoxThatFitsOnTheScreen) {
 TEST_F(SettingsIoTest, TellsFirstWhatTheStoreCouldNotRead) {
   folder_.Write("VELK2.ini", "[General]\nnonsense\nTheTimeOut=x\nintFontSize=12\n");
   SettingsStore store(folder_.Path());
-  const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store));
+  const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store, test::English()));
   ASSERT_EQ(problems.size(), 3U);
   EXPECT_EQ(problems[0], folder_.Path("VELK2.ini") + ": line 2 can't be read");
   EXPECT_EQ(problems[1], "The file as it was is kept as " + folder_.Path("VELK2.ini.damaged"));
@@ -249,7 +249,7 @@ TEST_F(SettingsIoTest, ReadsAStoredZeroGainAndSmoothValueOfInputsAsOne) {
     Store("Parameter5", "Gain", zero);
     Store("Parameter5", "SmoothValue", zero);
     Store("PlaybackParameter5", "Gain", zero);
-    EXPECT_TRUE(LoadSettings(session_, store_).empty());
+    EXPECT_TRUE(LoadSettings(session_, store_, test::English()).empty());
     EXPECT_EQ(session_.Parameters[5].Gain, 1);
     EXPECT_EQ(session_.SmoothValue[5], 1);
     EXPECT_EQ(session_.PlaybackParameters[5].Gain, 0) << "playback keeps it";
@@ -288,7 +288,7 @@ TEST_F(SettingsIoTest, WritesTheLimitOfParametersAndNeverReadsIt) {
 }
 
 TEST_F(SettingsIoTest, WritesNumbersWithAPointAndFifteenOrSevenDigits) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.Parameters[1].min = -0.5;
   session_.Parameters[1].max = 1e20;
   session_.PrintGraphText1X = 0.1F;
@@ -300,34 +300,34 @@ TEST_F(SettingsIoTest, WritesNumbersWithAPointAndFifteenOrSevenDigits) {
 }
 
 TEST_F(SettingsIoTest, KeepsASamplingRateStableOverRestarts) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   SaveSettings(session_, store_);
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   const double once = session_.SamplingRate;
   EXPECT_NEAR(once * 86400, 1, 1e-14);
   for (int restart = 0; restart < 10; ++restart) {
     SaveSettings(session_, store_);
-    LoadSettings(session_, store_);
+    LoadSettings(session_, store_, test::English());
   }
   EXPECT_EQ(session_.SamplingRate, once);
 }
 
 TEST_F(SettingsIoTest, FindsTheTemplateNamesAgain) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.TemplateNames = {"", "Cementing", "\xD0\xA0\xD0\xB0\xD0\xB1\xD0\xBE\xD1\x82\xD0\xB0 ", ""};
   SaveSettings(session_, store_);
   EXPECT_EQ(store_.Get("VELKTemplates", "General", "NumberOfTemplates", ""), "3");
   EXPECT_EQ(store_.Get("VELKTemplates", "General", "TheTemplateName1", ""), "Cementing");
   SettingsStore again(folder_.Path());
   Session session;
-  EXPECT_TRUE(LoadSettings(session, again).empty());
+  EXPECT_TRUE(LoadSettings(session, again, test::English()).empty());
   EXPECT_EQ(session.TemplateNames, session_.TemplateNames);
 }
 
 TEST_F(SettingsIoTest, TellsABadNumberOfTemplates) {
   for (const char* bad : {"-1", "x", "40000"}) {
     store_.Save("VELKTemplates", "General", "NumberOfTemplates", bad);
-    EXPECT_EQ(LoadSettings(session_, store_).size(), 1U) << bad;
+    EXPECT_EQ(LoadSettings(session_, store_, test::English()).size(), 1U) << bad;
     EXPECT_EQ(session_.TemplateNames.size(), 1U) << bad;
   }
 }
@@ -341,21 +341,21 @@ TEST_F(SettingsIoTest, KeepsAFileWithAValueOfTheWrongTypeAndTellsItOnce) {
     Session session;
     {
       SettingsStore store(folder.Path());
-      EXPECT_EQ(LoadSettings(session, store).size(), 2U) << row.Name();
+      EXPECT_EQ(LoadSettings(session, store, test::English()).size(), 2U) << row.Name();
       EXPECT_EQ(folder.Read("VELK2.ini.damaged"), bytes) << row.Name();
       SaveSettings(session, store);
     }
     SettingsStore again(folder.Path());
-    EXPECT_TRUE(LoadSettings(session, again).empty()) << row.Name();
+    EXPECT_TRUE(LoadSettings(session, again, test::English()).empty()) << row.Name();
   }
 }
 
 TEST_F(SettingsIoTest, TellsABadNumberOfParametersOnce) {
   folder_.Write("VELK2.ini", "[Parameters]\nNumberOfParameters=1x\n");
-  EXPECT_EQ(LoadSettings(session_, store_).size(), 2U);
+  EXPECT_EQ(LoadSettings(session_, store_, test::English()).size(), 2U);
   SaveSettings(session_, store_);
   SettingsStore again(folder_.Path());
-  EXPECT_TRUE(LoadSettings(session_, again).empty());
+  EXPECT_TRUE(LoadSettings(session_, again, test::English()).empty());
   EXPECT_EQ(session_.NumberOfParameters, 1);
 }
 
@@ -366,7 +366,7 @@ TEST_F(SettingsIoTest, FindsTheTemplatesWhoseNumberIsLost) {
     folder.Write("VELKTemplates.ini", "[General]\n" + count + names);
     SettingsStore store(folder.Path());
     Session session;
-    EXPECT_EQ(LoadSettings(session, store).size(), count.empty() ? 0U : 2U);
+    EXPECT_EQ(LoadSettings(session, store, test::English()).size(), count.empty() ? 0U : 2U);
     EXPECT_EQ(session.TemplateNames, (std::vector<std::string>{"", "One", "Two"})) << count;
     EXPECT_EQ(folder.Has("VELKTemplates.ini.damaged"), !count.empty());
     SaveSettings(session, store);
@@ -381,7 +381,7 @@ TEST_F(SettingsIoTest, TellsADamagedFileThatCanNotBeKept) {
   {
     const test::Unprivileged user;
     SettingsStore store(folder_.Path());
-    const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store));
+    const std::vector<std::string> problems = InEnglish(LoadSettings(session_, store, test::English()));
     ASSERT_EQ(problems.size(), 2U);
     EXPECT_EQ(problems[1].find(folder_.Path("VELK2.ini.damaged-2") + ": "), 0U) << problems[1];
     EXPECT_THROW(SaveSettings(session_, store), RuntimeError);
@@ -394,14 +394,14 @@ TEST_F(SettingsIoTest, KeepsSectionsOfOtherWorkByteForByte) {
   const std::string foreign = "[OPCdata]\n Server=Some.Server.1\n\n; theirs\n[ImportLive]\nColumns = a,b\n";
   folder_.Write("VELK2.ini", foreign);
   SettingsStore store(folder_.Path());
-  EXPECT_TRUE(LoadSettings(session_, store).empty());
+  EXPECT_TRUE(LoadSettings(session_, store, test::English()).empty());
   SaveSettings(session_, store);
   EXPECT_NE(folder_.Read("VELK2.ini").find(foreign), std::string::npos);
 }
 
 TEST_F(SettingsIoTest, KeepsKeysOfItsSectionsThatItDoesNotKnow) {
   Store("Protocol", "PortDevice3", "/dev/ttyUSB7");
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   SaveSettings(session_, store_);
   EXPECT_EQ(Stored("Protocol", "PortDevice3"), "/dev/ttyUSB7");
 }
@@ -424,7 +424,7 @@ TEST_F(SettingsIoTest, WritesTheSectionsInTheirOrder) {
 }
 
 TEST_F(SettingsIoTest, PutsTheSettingsOnTheDisk) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.PortNumber = 3;
   SaveSettings(session_, store_);
   SettingsStore again(folder_.Path());
@@ -434,12 +434,12 @@ TEST_F(SettingsIoTest, PutsTheSettingsOnTheDisk) {
 TEST_F(SettingsIoTest, RaisesTheErrorOfAStoreThatCanNotBeWritten) {
   folder_.Write("blocked", "");
   SettingsStore store(folder_.Path("blocked/store"));
-  LoadSettings(session_, store);
+  LoadSettings(session_, store, test::English());
   EXPECT_THROW(SaveSettings(session_, store), RuntimeError);
 }
 
 TEST_F(SettingsIoTest, SavesASessionWhoseFormulasAreFewerThanCounted) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.NumberOfFormulae = 5;
   SaveSettings(session_, store_);
   EXPECT_EQ(Stored("Formula1", "name"), "(none)");

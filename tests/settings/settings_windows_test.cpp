@@ -15,11 +15,11 @@
 #include "settings/windows/frm_user_options.h"
 #include "settings/windows/list_input_box.h"
 #include "settings/windows/settings_questions_qt.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
 
-const clsLanguages kEnglish;
 
 template <class Control>
 Control* Find(const QWidget& window, const char* name) {
@@ -48,7 +48,7 @@ const ListQuestion kSave{
 const ListQuestion kLoad{"Load Settings Template", "Select the template to load", {"Job", "Цементирование"}};
 
 TEST(ListInputBox, ShowsItsTitlePromptAndList) {
-  ListInputBox window(kEnglish, kSave);
+  ListInputBox window(test::EnglishWindows(), kSave);
   Show(window, "ListInputBox-save");
   EXPECT_EQ(window.objectName(), "ListInputBox");
   EXPECT_EQ(window.windowTitle(), "Save Settings Template");
@@ -60,23 +60,23 @@ TEST(ListInputBox, ShowsItsTitlePromptAndList) {
 }
 
 TEST(ListInputBox, HasItsTextBoxOnlyWhereATextMayBeEntered) {
-  ListInputBox saving(kEnglish, kSave);
+  ListInputBox saving(test::EnglishWindows(), kSave);
   Show(saving, "saving");
   EXPECT_TRUE(Find<QLineEdit>(saving, "Text1")->isVisible());
-  ListInputBox loading(kEnglish, kLoad);
+  ListInputBox loading(test::EnglishWindows(), kLoad);
   Show(loading, "ListInputBox-load");
   EXPECT_FALSE(Find<QLineEdit>(loading, "Text1")->isVisible());
 }
 
 TEST(ListInputBox, HasNoPromptWhereNoneIsGiven) {
-  ListInputBox window(kEnglish, {"Select language", "", {"English", "Russian"}});
+  ListInputBox window(test::EnglishWindows(), {"Select language", "", {"English", "Russian"}});
   Show(window, "ListInputBox-language");
   EXPECT_FALSE(Find<QLabel>(window, "lblPrompt")->isVisible());
   EXPECT_EQ(Find<QListWidget>(window, "List1")->accessibleName(), "Select language");
 }
 
 TEST(ListInputBox, EnablesOkWhileTheTextIsNotEmpty) {
-  ListInputBox window(kEnglish, kSave);
+  ListInputBox window(test::EnglishWindows(), kSave);
   Show(window, "enabling");
   const auto* ok = Find<QPushButton>(window, "cmdOK");
   auto* text = Find<QLineEdit>(window, "Text1");
@@ -92,7 +92,7 @@ TEST(ListInputBox, EnablesOkWhileTheTextIsNotEmpty) {
 }
 
 TEST(ListInputBox, ShowsTheClickedEntryInTheTextBox) {
-  ListInputBox window(kEnglish, kSave);
+  ListInputBox window(test::EnglishWindows(), kSave);
   Show(window, "clicking");
   auto* list = Find<QListWidget>(window, "List1");
   auto* text = Find<QLineEdit>(window, "Text1");
@@ -109,7 +109,7 @@ TEST(ListInputBox, ShowsTheClickedEntryInTheTextBox) {
 }
 
 TEST(ListInputBox, GivesWhatWasTyped) {
-  ListInputBox window(kEnglish, kSave);
+  ListInputBox window(test::EnglishWindows(), kSave);
   Show(window, "typing");
   QTest::keyClicks(QApplication::focusWidget(), "job 2 ");
   Press(Qt::Key_Return);
@@ -118,7 +118,7 @@ TEST(ListInputBox, GivesWhatWasTyped) {
 }
 
 TEST(ListInputBox, IsUsedByKeyboardAlone) {
-  ListInputBox window(kEnglish, kLoad);
+  ListInputBox window(test::EnglishWindows(), kLoad);
   Show(window, "keyboard");
   EXPECT_FALSE(Find<QPushButton>(window, "cmdOK")->isEnabled()) << "nothing is chosen for the operator";
   Press(Qt::Key_Return);
@@ -132,7 +132,7 @@ TEST(ListInputBox, IsUsedByKeyboardAlone) {
 }
 
 TEST(ListInputBox, TakesADoubleClickForOk) {
-  ListInputBox window(kEnglish, kLoad);
+  ListInputBox window(test::EnglishWindows(), kLoad);
   Show(window, "double");
   auto* list = Find<QListWidget>(window, "List1");
   const QPoint first = list->visualItemRect(list->item(0)).center();
@@ -143,14 +143,14 @@ TEST(ListInputBox, TakesADoubleClickForOk) {
 }
 
 TEST(ListInputBox, GivesNothingOnCancel) {
-  ListInputBox escaped(kEnglish, kSave);
+  ListInputBox escaped(test::EnglishWindows(), kSave);
   Show(escaped, "escaped");
   QTest::keyClicks(QApplication::focusWidget(), "x");
   Press(Qt::Key_Escape);
   EXPECT_FALSE(escaped.isVisible());
   EXPECT_EQ(escaped.Chosen(), "");
 
-  ListInputBox cancelled(kEnglish, kLoad);
+  ListInputBox cancelled(test::EnglishWindows(), kLoad);
   Show(cancelled, "cancelled");
   Press(Qt::Key_Down);
   Find<QPushButton>(cancelled, "cmdCancel")->click();
@@ -159,14 +159,14 @@ TEST(ListInputBox, GivesNothingOnCancel) {
 
 TEST(ListInputBox, GivesANameThatCanNotBeShownAsItStands) {
   const std::string name = "bad \xFF\x01 name";
-  ListInputBox window(kEnglish, {"Load", "", {name}});
+  ListInputBox window(test::EnglishWindows(), {"Load", "", {name}});
   Find<QListWidget>(window, "List1")->setCurrentRow(0);
   Find<QPushButton>(window, "cmdOK")->click();
   EXPECT_EQ(window.Chosen(), name);
 }
 
 TEST(ListInputBox, CanNotBeAnsweredWithAnEmptyList) {
-  ListInputBox window(kEnglish, {"Load", "prompt", {}});
+  ListInputBox window(test::EnglishWindows(), {"Load", "prompt", {}});
   Show(window, "ListInputBox-empty");
   Press(Qt::Key_Down);
   EXPECT_FALSE(Find<QPushButton>(window, "cmdOK")->isEnabled());
@@ -175,7 +175,7 @@ TEST(ListInputBox, CanNotBeAnsweredWithAnEmptyList) {
 // --- ClearSettings ---
 
 TEST(ClearSettings, NamesEachGroup) {
-  ClearSettings window(kEnglish);
+  ClearSettings window(test::EnglishWindows());
   Show(window, "ClearSettings");
   EXPECT_EQ(window.objectName(), "ClearSettings");
   EXPECT_EQ(window.windowTitle(), "Clear Program Settings by Section");
@@ -194,7 +194,7 @@ TEST(ClearSettings, NamesEachGroup) {
 
 TEST(ClearSettings, GivesEachBoxByKeyboard) {
   for (std::size_t checked = 0; checked < kSettingsGroups; ++checked) {
-    ClearSettings window(kEnglish);
+    ClearSettings window(test::EnglishWindows());
     Show(window, "checking");
     for (std::size_t i = 0; i < checked; ++i) Press(Qt::Key_Tab);
     Press(Qt::Key_Space);
@@ -209,7 +209,7 @@ TEST(ClearSettings, GivesEachBoxByKeyboard) {
 const UserOptionTexts kTexts{"120", "15", "3600", "10", "64"};
 
 TEST(FrmUserOptions, ShowsFiveBoxesInOrder) {
-  frmUserOptions window(kEnglish, kTexts, [](const UserOptionTexts&) { return true; });
+  frmUserOptions window(test::EnglishWindows(), kTexts, [](const UserOptionTexts&) { return true; });
   Show(window, "frmUserOptions");
   EXPECT_EQ(window.objectName(), "frmUserOptions");
   const char* const labels[] = {"Number of seconds between time ticks", "Second height in pixels",
@@ -223,7 +223,7 @@ TEST(FrmUserOptions, ShowsFiveBoxesInOrder) {
 
 TEST(FrmUserOptions, StaysOpenUntilTheTextsAreAccepted) {
   std::vector<UserOptionTexts> asked;
-  frmUserOptions window(kEnglish, kTexts, [&asked](const UserOptionTexts& texts) {
+  frmUserOptions window(test::EnglishWindows(), kTexts, [&asked](const UserOptionTexts& texts) {
     asked.push_back(texts);
     return asked.size() == 2;
   });
@@ -240,7 +240,7 @@ TEST(FrmUserOptions, StaysOpenUntilTheTextsAreAccepted) {
 }
 
 TEST(FrmUserOptions, AsksNobodyOnCancel) {
-  frmUserOptions window(kEnglish, kTexts, [](const UserOptionTexts&) {
+  frmUserOptions window(test::EnglishWindows(), kTexts, [](const UserOptionTexts&) {
     ADD_FAILURE();
     return true;
   });
@@ -251,7 +251,7 @@ TEST(FrmUserOptions, AsksNobodyOnCancel) {
 
 TEST(FrmUserOptions, CanBeDestroyedWhileItsMessageStands) {
   frmUserOptions* window = nullptr;
-  window = new frmUserOptions(kEnglish, kTexts, [&window](const UserOptionTexts&) {
+  window = new frmUserOptions(test::EnglishWindows(), kTexts, [&window](const UserOptionTexts&) {
     delete window;
     return false;
   });
@@ -278,8 +278,8 @@ class SettingsQuestionsOnScreen : public testing::Test {
 
   QWidget parent;
   Gate gate;
-  QtDialogs dialogs{gate};
-  SettingsQuestionsQt questions{dialogs};
+  QtDialogs dialogs{gate, test::English()};
+  SettingsQuestionsQt questions{dialogs, test::EnglishWindows()};
   bool gateStoodOpen = false;
 };
 

@@ -13,6 +13,7 @@
 #include "support/memory_folder.h"
 #include "support/raises.h"
 #include "support/settings_rows.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -43,13 +44,13 @@ class TemplatesTest : public testing::Test {
     store_.Save("VELK2", "Formulae", "NumberOfFormulae", std::to_string(formulas));
     store_.Save("VELK2", "Parameters", "NumberOfParameters", "18");
     for (const SettingsRow& row : rows) store_.Save("VELK2", row.section, row.key, row.other);
-    ASSERT_TRUE(LoadSettings(session_, store_).empty());
+    ASSERT_TRUE(LoadSettings(session_, store_, test::English()).empty());
   }
 
   /// The text of the error that loading a template raises.
   std::string LoadError(const std::string& name) {
     try {
-      LoadTemplate(session_, store_, name);
+      LoadTemplate(session_, store_, test::English(), name);
     } catch (const RuntimeError& error) {
       return error.what();
     }
@@ -82,14 +83,14 @@ TEST_F(TemplatesTest, GiveEveryKeyBackOnAnotherMachineAndLeaveTheRest) {
   machine.Write("VELKJob.ini", folder_.Read("VELKJob.ini"));
   SettingsStore store(machine.Path());
   Session session;
-  ASSERT_TRUE(LoadSettings(session, store).empty());
-  LoadTemplate(session, store, "Job");
+  ASSERT_TRUE(LoadSettings(session, store, test::English()).empty());
+  LoadTemplate(session, store, test::English(), "Job");
   for (const SettingsRow& row : rows) EXPECT_EQ(row.field(session), IsHeld(row) ? row.other : row.preset) << row.Name();
   EXPECT_EQ(session.NumberOfParameters, 18);
 }
 
 TEST_F(TemplatesTest, LeaveWhatTheyDoNotHoldEvenWhereItStandsInTheFile) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.TextInserted = true;
   session_.daqIPAddress = "10.1.1.1";
   session_.daqHTML = "mine.htm";
@@ -100,7 +101,7 @@ TEST_F(TemplatesTest, LeaveWhatTheyDoNotHoldEvenWhereItStandsInTheFile) {
   session_.Current_language = "Russian";
   session_.CompanyLogoVisible = false;
   for (const SettingsRow& row : SettingsRows({1}, {})) store_.Save("VELKJob", row.section, row.key, row.preset);
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_TRUE(session_.TextInserted);
   EXPECT_EQ(session_.daqIPAddress, "10.1.1.1");
   EXPECT_EQ(session_.daqHTML, "mine.htm");
@@ -115,7 +116,7 @@ TEST_F(TemplatesTest, LeaveWhatTheyDoNotHoldEvenWhereItStandsInTheFile) {
 TEST_F(TemplatesTest, ReadAMissingKeyAsItsPreset) {
   FillSession(SettingsRows({1, 64}, {1}), 1);
   store_.Save("VELKJob", "General", "TheTimeOut", "9");
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.TheTimeOut, 9);
   EXPECT_EQ(session_.NumberOfParameters, 1);
   EXPECT_EQ(session_.NumberOfFormulae, 0);
@@ -154,15 +155,15 @@ TEST_F(TemplatesTest, WithAdditionalParametersCanNotBeLoaded) {
   FillSession(SettingsRows({1}, {1}), 1);
   SaveTemplate(session_, store_, "Job");
   EXPECT_EQ(LoadError("Job"), "Formula1/Offset: " + ErrorText(ErrorNumber::TypeMismatch).English() + " (\"True\")");
-  EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, "Job"); }), ErrorNumber::TypeMismatch);
+  EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, test::English(), "Job"); }), ErrorNumber::TypeMismatch);
 }
 
 TEST_F(TemplatesTest, LoadAdditionalParametersWhereTheOffsetWasMended) {
   FillSession(SettingsRows({1}, {1}), 1);
   SaveTemplate(session_, store_, "Job");
   store_.Save("VELKJob", "Formula1", "Offset", "2.5");
-  LoadSettings(session_, store_);
-  LoadTemplate(session_, store_, "Job");
+  LoadSettings(session_, store_, test::English());
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.NumberOfFormulae, 1);
   EXPECT_EQ(session_.Formula.at(1), "{Flow} * 2");
   EXPECT_EQ(session_.AdditionalParameters.at(1).Offset, 2.5);
@@ -184,7 +185,7 @@ TEST_F(TemplatesTest, LeaveTheSessionAsItWasWhereAnyValueCanNotBeRead) {
     store.Save("VELKJob", bad.section, bad.key, "abc");
     std::string told;
     try {
-      LoadTemplate(session_, store, "Job");
+      LoadTemplate(session_, store, test::English(), "Job");
     } catch (const RuntimeError& error) {
       told = error.what();
     }
@@ -203,33 +204,33 @@ TEST_F(TemplatesTest, TellTheFirstOfManyBadKeys) {
 }
 
 TEST_F(TemplatesTest, ThatAreDamagedAreNotLoadedByHalves) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.TheTimeOut = 8;
   folder_.Write("VELKJob.ini", "[General]\nTheTimeOut=9\nnonsense\n");
   for (int attempt = 0; attempt < 2; ++attempt) {
-    EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, "Job"); }), ErrorNumber::DeviceIOError);
+    EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, test::English(), "Job"); }), ErrorNumber::DeviceIOError);
     EXPECT_EQ(LoadError("Job"), folder_.Path("VELKJob.ini") + ": line 3 can't be read");
     EXPECT_EQ(session_.TheTimeOut, 8);
   }
-  EXPECT_TRUE(LoadSettings(session_, store_).empty()) << "the live settings are not blamed";
+  EXPECT_TRUE(LoadSettings(session_, store_, test::English()).empty()) << "the live settings are not blamed";
 
   SaveTemplate(session_, store_, "Job");
   EXPECT_TRUE(folder_.Has("VELKJob.ini.damaged"));
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
 }
 
 TEST_F(TemplatesTest, ThatAreNotThereAreNotReadAsPresets) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.TheTimeOut = 8;
-  EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, "Job"); }), ErrorNumber::FileNotFound);
+  EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, test::English(), "Job"); }), ErrorNumber::FileNotFound);
   EXPECT_EQ(session_.TheTimeOut, 8);
 }
 
 TEST_F(TemplatesTest, TakeOverTheConstantsOfTheUnitThatTheyName) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   store_.Save("VELKJob", "Protocol", "SerialData", "orben version 4");
   store_.Save("VELKJob", "Protocol", "BaudRate", "300");
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.SerialData, "KESTA version 4");
   EXPECT_EQ(session_.BaudRate, 19200);
   EXPECT_EQ(session_.Terminator, "\r\n");
@@ -239,7 +240,7 @@ TEST_F(TemplatesTest, TakeOverTheConstantsOfTheUnitThatTheyName) {
 
 TEST_F(TemplatesTest, ReadTheOlderNameOfTheFormattedProtocol) {
   store_.Save("VELKJob", "Protocol", "SerialData", "formatted");
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.SerialData, "formatted and at regular intervals");
 }
 
@@ -252,7 +253,7 @@ TEST_F(TemplatesTest, TakeAnyNameAndKeepThemApart) {
                                           "[General]", "=",         "\"quoted\"",
                                           "2",         "Templates", "Job.ini.damaged",
                                           "\x01\x7F",  "%00"};
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   std::int16_t mark = 100;
   for (const std::string& name : names) {
     session_.TheTimeOut = ++mark;
@@ -265,29 +266,29 @@ TEST_F(TemplatesTest, TakeAnyNameAndKeepThemApart) {
 
   SettingsStore store(folder_.Path());
   Session session;
-  ASSERT_TRUE(LoadSettings(session, store).empty());
+  ASSERT_TRUE(LoadSettings(session, store, test::English()).empty());
   EXPECT_EQ(session.TheTimeOut, 5) << "no template took the place of the live settings";
   ASSERT_EQ(session.TemplateNames, session_.TemplateNames);
   mark = 100;
   for (const std::string& name : names) {
-    LoadTemplate(session, store, name);
+    LoadTemplate(session, store, test::English(), name);
     EXPECT_EQ(session.TheTimeOut, ++mark) << name;
   }
-  while (session.TemplateNames.size() > 1) DeleteTemplate(session, store, session.TemplateNames.back());
+  while (session.TemplateNames.size() > 1) DeleteTemplate(session, store, test::English(), session.TemplateNames.back());
   EXPECT_EQ(session.TheTimeOut, 5);
   EXPECT_TRUE(folder_.Has("VELK2.ini"));
   EXPECT_EQ(folder_.Count(), 2U);
 }
 
 TEST_F(TemplatesTest, RefuseANameThatNoFileCanHave) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   SaveSettings(session_, store_);
   // Encoded, each of these is longer than the 255 bytes of a file name.
   for (const std::string& name : {std::string(300, 'x'), std::string(100, '/')}) {
     EXPECT_EQ(Raised([&] { SaveTemplate(session_, store_, name); }), ErrorNumber::BadFileName);
-    EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, name); }), ErrorNumber::DeviceIOError);
+    EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, test::English(), name); }), ErrorNumber::DeviceIOError);
     session_.TemplateNames = {"", name};
-    EXPECT_TRUE(DeleteTemplate(session_, store_, name).empty()) << "a list that holds it can be cleared of it";
+    EXPECT_TRUE(DeleteTemplate(session_, store_, test::English(), name).empty()) << "a list that holds it can be cleared of it";
     EXPECT_EQ(session_.TemplateNames.size(), 1U);
   }
   SaveSettings(session_, store_);
@@ -296,22 +297,22 @@ TEST_F(TemplatesTest, RefuseANameThatNoFileCanHave) {
 
 TEST_F(TemplatesTest, TakeALongNameThatStillFits) {
   const std::string name(100, 'x');
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.TheTimeOut = 77;
   SaveTemplate(session_, store_, name);
   session_.TheTimeOut = 5;
-  LoadTemplate(session_, store_, name);
+  LoadTemplate(session_, store_, test::English(), name);
   EXPECT_EQ(session_.TheTimeOut, 77);
 }
 
 TEST_F(TemplatesTest, AreDeletedWithTheGapInTheListClosed) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   for (const char* name : {"One", "Two", "Three"}) {
     SaveTemplate(session_, store_, name);
     session_.TemplateNames.emplace_back(name);
   }
   SaveSettings(session_, store_);
-  EXPECT_TRUE(DeleteTemplate(session_, store_, "Two").empty());
+  EXPECT_TRUE(DeleteTemplate(session_, store_, test::English(), "Two").empty());
   EXPECT_EQ(session_.TemplateNames, (std::vector<std::string>{"", "One", "Three"}));
   EXPECT_FALSE(folder_.Has("VELKTwo.ini"));
   EXPECT_TRUE(folder_.Has("VELKOne.ini"));
@@ -324,7 +325,7 @@ TEST_F(TemplatesTest, AreDeletedWithTheGapInTheListClosed) {
 }
 
 TEST_F(TemplatesTest, ThatWereLoadedAreGoneFromTheSessionOnceDeleted) {
-  LoadSettings(session_, store_);
+  LoadSettings(session_, store_, test::English());
   session_.CurrentFont = "Live";
   SaveSettings(session_, store_);
   session_.CurrentFont = "Template";
@@ -332,9 +333,9 @@ TEST_F(TemplatesTest, ThatWereLoadedAreGoneFromTheSessionOnceDeleted) {
   session_.NumberOfParameters = 9;
   SaveTemplate(session_, store_, "Job");
   session_.TemplateNames.emplace_back("Job");
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   ASSERT_EQ(session_.NumberOfParameters, 9);
-  DeleteTemplate(session_, store_, "Job");
+  DeleteTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.CurrentFont, "Live");
   EXPECT_EQ(session_.Parameters[7].Gain, 1);
   EXPECT_EQ(session_.NumberOfParameters, 1);
@@ -348,26 +349,26 @@ TEST_F(TemplatesTest, AreReplacedAsAWhole) {
   session_.AdditionalParameters.resize(1);
   session_.Formula.resize(1);
   SaveTemplate(session_, store_, "Job");
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.NumberOfFormulae, 0) << "and can be loaded again";
 }
 
 TEST_F(TemplatesTest, OfTwoProgramsOnOneFolderAreTheOnesWrittenLast) {
   SettingsStore other(folder_.Path());
   Session session;
-  LoadSettings(session_, store_);
-  LoadSettings(session, other);
+  LoadSettings(session_, store_, test::English());
+  LoadSettings(session, other, test::English());
   session_.TheTimeOut = 11;
   SaveTemplate(session_, store_, "Job");
   session.TheTimeOut = 22;
   SaveTemplate(session, other, "Job");
   session_.TheTimeOut = 5;
-  LoadTemplate(session_, store_, "Job");
+  LoadTemplate(session_, store_, test::English(), "Job");
   EXPECT_EQ(session_.TheTimeOut, 22) << "the file is read again";
 
   session_.TheTimeOut = 33;
   SaveTemplate(session_, store_, "Job");
-  LoadTemplate(session, other, "Job");
+  LoadTemplate(session, other, test::English(), "Job");
   EXPECT_EQ(session.TheTimeOut, 33);
   EXPECT_EQ(folder_.Count(), 1U) << "no half file is left";
 }
@@ -375,8 +376,8 @@ TEST_F(TemplatesTest, OfTwoProgramsOnOneFolderAreTheOnesWrittenLast) {
 TEST_F(TemplatesTest, OfTwoProgramsOnOneFolderAreListedByTheOneThatSavedLast) {
   SettingsStore other(folder_.Path());
   Session session;
-  LoadSettings(session_, store_);
-  LoadSettings(session, other);
+  LoadSettings(session_, store_, test::English());
+  LoadSettings(session, other, test::English());
   for (int round = 0; round < 20; ++round) {
     session_.TheTimeOut = 11;
     session_.TemplateNames = {"", "Mine"};
@@ -387,7 +388,7 @@ TEST_F(TemplatesTest, OfTwoProgramsOnOneFolderAreListedByTheOneThatSavedLast) {
 
     SettingsStore third(folder_.Path());
     Session seen;
-    EXPECT_TRUE(LoadSettings(seen, third).empty());
+    EXPECT_TRUE(LoadSettings(seen, third, test::English()).empty());
     EXPECT_EQ(seen.TemplateNames, session.TemplateNames);
     EXPECT_EQ(seen.TheTimeOut, 22);
   }
@@ -396,7 +397,7 @@ TEST_F(TemplatesTest, OfTwoProgramsOnOneFolderAreListedByTheOneThatSavedLast) {
 TEST_F(TemplatesTest, FailToSaveWhereTheFolderCanNotBeWritten) {
   folder_.Write("blocked", "");
   SettingsStore store(folder_.Path("blocked/store"));
-  LoadSettings(session_, store);
+  LoadSettings(session_, store, test::English());
   EXPECT_THROW(SaveTemplate(session_, store, "Job"), RuntimeError);
 }
 

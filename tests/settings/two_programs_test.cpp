@@ -57,11 +57,11 @@ struct Found {
 Found ReadAll(const std::string& folder) {
   SettingsStore store(folder);
   Session session;
-  EXPECT_EQ(InEnglish(LoadSettings(session, store)), std::vector<std::string>{});
+  EXPECT_EQ(InEnglish(LoadSettings(session, store, test::English())), std::vector<std::string>{});
   Found found{MarkOf(session), {}};
   EXPECT_EQ(session.TemplateNames.size(), 4U);
   EXPECT_EQ(session.TemplateNames.at(1), session.TemplateNames.at(3)) << "the list is of one writer";
-  LoadTemplate(session, store, "Job");
+  LoadTemplate(session, store, test::English(), "Job");
   found.job = MarkOf(session);
   return found;
 }
@@ -76,7 +76,7 @@ class Program {
     if (process_ == 0) {
       SettingsStore store(folder);
       Session session;
-      LoadSettings(session, store);
+      LoadSettings(session, store, test::English());
       for (int number = 1; number <= rounds; ++number) {
         SaveAll(session, store, name, number);
         if (write(ends[1], "s", 1) != 1) _exit(1);

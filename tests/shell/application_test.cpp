@@ -13,7 +13,7 @@
 #include <filesystem>
 
 #include "formula/additional_parameters.h"
-#include "i18n/language_files.h"
+#include "i18n/translation.h"
 #include "shell/shell_rig.h"
 
 namespace velk {
@@ -43,7 +43,7 @@ class TextsBesideTheProgram {
 class Program : public testing::Test {
  protected:
   void ExpectStatus(const char* status) {
-    EXPECT_EQ(rig.State().CurrentStatus, status);
+    EXPECT_EQ(rig.State().CurrentStatus.english, status);
     EXPECT_EQ(rig.Window().Panel(1), status);
   }
   std::string Stored(const char* section, const char* key) {
@@ -200,7 +200,7 @@ TEST_F(Program, LetsNothingButStopWorkWhileTheHardwareIsChecked) {
   rig.Start();
   bool checked = false;
   rig.clock.onYield = [&] {
-    if (rig.State().CurrentStatus != "Checking Hardware" || std::exchange(checked, true)) return;
+    if (rig.State().CurrentStatus.english != "Checking Hardware" || std::exchange(checked, true)) return;
     rig.Choose("mnuFileRecord");
     rig.Choose("mnuFileExit");
     rig.Choose("mnuAcquireStart");
@@ -208,7 +208,7 @@ TEST_F(Program, LetsNothingButStopWorkWhileTheHardwareIsChecked) {
     rig.Press("RecordToDB");
     EXPECT_TRUE(rig.dialogs.shown.empty());
     EXPECT_TRUE(rig.dialogs.filesAsked.empty());
-    EXPECT_EQ(rig.State().CurrentStatus, "Checking Hardware");
+    EXPECT_EQ(rig.State().CurrentStatus.english, "Checking Hardware");
     rig.Press("Stop");
   };
   rig.Press("Acquire");
@@ -478,7 +478,7 @@ TEST_F(Program, AFrameClosedWhileConnectWaitsEndsTheWait) {
   rig.Start();
   bool closed = false;
   rig.clock.onYield = [&] {
-    if (rig.State().CurrentStatus != "Checking Hardware" || std::exchange(closed, true)) return;
+    if (rig.State().CurrentStatus.english != "Checking Hardware" || std::exchange(closed, true)) return;
     rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
     rig.Window().close();
   };

@@ -29,18 +29,18 @@ using test::SettingsRow;
 class AgreeableDialogs : public Dialogs {
  public:
   using Dialogs::Dialogs;
-  std::vector<MessageBox> shown;
+  std::vector<ShownMessage> shown;
 
  protected:
-  Answer ShowMessage(const MessageBox& box) override {
+  Answer ShowMessage(const ShownMessage& box) override {
     shown.push_back(box);
     return box.buttons == Buttons::YesNo ? Answer::Yes : box.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
   }
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
-  std::optional<std::string> ShowOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
 };
 
 /// One run of the program on a settings folder, from its start to its exit.
@@ -55,7 +55,7 @@ class OneRun {
   /// The text of the start-up's box; empty where there was none.
   std::string StartUpError() const {
     std::string text;
-    for (const MessageBox& box : dialogs_.shown) {
+    for (const ShownMessage& box : dialogs_.shown) {
       if (box.title == "Start Up Error") text += box.text;
     }
     return text;
@@ -64,13 +64,14 @@ class OneRun {
  private:
   Gate gate_;
   test::FakeClock clock_{gate_};
-  AgreeableDialogs dialogs_{gate_};
+  Translation translation_;
+  AgreeableDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_;
   test::ScriptedJobQuestions questions_;
   test::ScriptedSettingsQuestions settingsQuestions_;
   test::ScriptedProtocolDialogs protocolDialogs_;
   test::FakeDevice plainPort_, linePort_;
-  Application application_{Services{{clock_, gate_, dialogs_, settings_},
+  Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_,
                                     questions_,
                                     settingsQuestions_,
                                     protocolDialogs_,
@@ -96,7 +97,7 @@ class DamagedSettings : public testing::Test {
       for (const SettingsRow& row : Rows()) store.Save("VELK2", row.section, row.key, row.other);
       store.Save("VELK2", "Protocol", "SerialData", "KESTA version 3");
       store.Save("VELK2", "General", "Current_language", "English");
-      ASSERT_TRUE(LoadSettings(session, store).empty());
+      ASSERT_TRUE(LoadSettings(session, store, test::English()).empty());
       SaveSettings(session, store);
     }
     const IniFile all(folder_.Read("VELK2.ini"));
@@ -127,7 +128,7 @@ class DamagedSettings : public testing::Test {
     folder_.Write("VELK2.ini", bytes);
     {
       OneRun run(folder_.Path());
-      EXPECT_EQ(run.State().CurrentStatus, "Ready");
+      EXPECT_EQ(run.State().CurrentStatus.english, "Ready");
       const std::string error = run.StartUpError();
       if (told || !error.empty()) {
         EXPECT_NE(error.find("\n\nLine = 5"), std::string::npos) << error;
@@ -147,7 +148,7 @@ class DamagedSettings : public testing::Test {
     }
     Session next;
     SettingsStore store(folder_.Path());
-    EXPECT_EQ(InEnglish(LoadSettings(next, store)), std::vector<std::string>{}) << "at the next start";
+    EXPECT_EQ(InEnglish(LoadSettings(next, store, test::English())), std::vector<std::string>{}) << "at the next start";
     folder_.Remove("VELK2.ini.damaged");
     EXPECT_EQ(folder_.Count(), 2U) << "the settings and the list of templates";
   }

@@ -19,7 +19,7 @@ class WaitingReader : public testing::TestWithParam<const char*> {
     rig.Start();
     rig.Connect();
     rig.Press("Pause");
-    ASSERT_EQ(rig.State().CurrentStatus, "Acquiring Data");
+    ASSERT_EQ(rig.State().CurrentStatus.english, "Acquiring Data");
   }
   /// Lets a tick wait, and does this in its 20th round.
   void InTheWait(const std::function<void()>& act) {
@@ -50,12 +50,12 @@ TEST_P(WaitingReader, LeavesWhenTheFrameIsClosed) {
 TEST_P(WaitingReader, LeavesAtStopAndIsReadyForTheNextJob) {
   StartJob();
   InTheWait([this] { rig.Press("Stop"); });
-  EXPECT_EQ(rig.State().CurrentStatus, "Ready");
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Ready");
   EXPECT_FALSE(rig.plainPort.open);
   rig.Connect();
-  EXPECT_EQ(rig.State().CurrentStatus, "Ready to Acquire");
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Ready to Acquire");
   rig.Press("Pause");
-  EXPECT_EQ(rig.State().CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Acquiring Data");
   InTheWait([this] { rig.Press("Stop"); });
 }
 

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 
 #include "support/window_driving.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -15,7 +16,7 @@ using namespace test;
 TEST(FrmAbout, ShowsLongPathsFromTheirBeginningAndLetsThemBeCopied) {
   Session session;
   session.DefaultDirectory = std::string(300, 'x');
-  const frmAbout window(session, "/settings", nullptr);
+  const frmAbout window(session, EnglishWindows(), "/settings", nullptr);
   const auto* logs = FindControl<QLineEdit>(window, "txtLogs");
   EXPECT_EQ(logs->cursorPosition(), 0);
   EXPECT_TRUE(logs->isReadOnly());

@@ -16,6 +16,7 @@
 #include "shell/help_window.h"
 #include "support/window_driving.h"
 #include "support/window_texts.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -93,9 +94,8 @@ TEST(HelpPages, AreFoundByAllWordsWhateverTheCase) {
 TEST(HelpPages, TellTheLicenceOfEachLibraryAsTheAboutBoxDoes) {
   Session session;
   for (const char* language : {"English", "Russian"}) {
-    if (language == std::string("Russian")) session.Translator = RussianMessages();
-    session.Languages = RussianCaptions();
-    const frmAbout about(session, "/settings", nullptr);
+    const bool russian = language == std::string("Russian");
+    const frmAbout about(session, russian ? RussianWindows() : EnglishWindows(), "/settings", nullptr);
     const auto pages = ReadHelpPages(language);
     const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, topic::Licences))];
     const QStringList libraries = FindControl<QPlainTextEdit>(about, "txtLibraries")->toPlainText().split('\n');
@@ -130,8 +130,7 @@ class HelpWindowTest : public testing::Test {
   QString Shown() { return browser->source().fileName(); }
   QString Selected() { return list->currentItem() ? list->currentItem()->text() : QString(); }
 
-  Session session;
-  HelpWindow window{session};
+  HelpWindow window{EnglishWindows()};
   QTextBrowser* browser = FindControl<QTextBrowser>(window, "Browser");
   QListWidget* list = FindControl<QListWidget>(window, "lstContents");
   QLineEdit* search = FindControl<QLineEdit>(window, "txtSearch");
@@ -201,14 +200,9 @@ TEST_F(HelpWindowTest, EscapeClosesIt) {
 }
 
 TEST(HelpWindowLanguage, IsTheOneThatWasLoadedWhateverIsSetForTheNextStart) {
-  Session session;
-  session.Languages = RussianCaptions();
-  session.Current_language = "English";
-  HelpWindow russian(session);
+  HelpWindow russian(RussianWindows());
   EXPECT_EQ(FindControl<QListWidget>(russian, "lstContents")->item(0)->text(), "Первый запуск");
-  session.Languages = {};
-  session.Current_language = "Russian";
-  HelpWindow english(session);
+  HelpWindow english(EnglishWindows());
   EXPECT_EQ(FindControl<QListWidget>(english, "lstContents")->item(0)->text(), "First start");
 }
 

@@ -9,6 +9,7 @@
 
 #include "model/main_view.h"
 #include "shell/main_form.h"
+#include "support/in_english.h"
 
 namespace velk::test {
 namespace {
@@ -24,7 +25,7 @@ QImage Lines(const char* name, double side) {
 /// The main window brings the pictures into the program.
 struct Icons : testing::Test {
   Session session;
-  MainForm form{session};
+  MainForm form{test::English()};
 };
 
 TEST_F(Icons, EveryNumberOfTheImageListHasAPicture) {

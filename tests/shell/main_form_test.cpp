@@ -14,6 +14,7 @@
 #include "shell/icons.h"
 #include "shell/not_built.h"
 #include "support/recording_view.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -82,7 +83,7 @@ constexpr MessageText kStatuses[] = {
 class MainFormTest : public testing::Test {
  protected:
   Session session;
-  MainForm form{session};
+  MainForm form{test::English()};
 };
 
 TEST_F(MainFormTest, HasEveryMenuItemWithItsCaption) {
@@ -138,13 +139,13 @@ TEST_F(MainFormTest, ShowsAPictureForEveryImageOfTheList) {
 }
 
 TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
-  for (const MessageText status : kStatuses) {
+  for (const MessageText& status : kStatuses) {
     Session plain;
     test::RecordingView view;
     ChangeCurrentStatus(plain, view, status);
     ChangeCurrentStatus(session, form, status);
     for (const auto& [item, allowed] : view.menuEnabled) {
-      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item)) << item << " in " << session.CurrentStatus;
+      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item)) << item << " in " << session.CurrentStatus.english;
     }
     for (const auto& [item, visible] : view.menuVisible) EXPECT_EQ(form.MenuItem(item)->isVisible(), visible) << item;
     for (const auto& [item, caption] : view.menuCaption)
@@ -153,14 +154,14 @@ TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
 }
 
 TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
-  for (const MessageText status : kStatuses) {
+  for (const MessageText& status : kStatuses) {
     ChangeCurrentStatus(session, form, status);
     for (const Entry& entry : kCaptions) {
       const QAction* item = form.MenuItem(entry.item);
       if (!IsBuilt(entry.item)) {
-        EXPECT_FALSE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
+        EXPECT_FALSE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus.english;
       } else if (form.RuleAllows(entry.item)) {
-        EXPECT_TRUE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus;
+        EXPECT_TRUE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus.english;
       }
     }
   }

@@ -94,7 +94,7 @@ class SerialPortMenu : public testing::Test {
   }
 
   test::ShellRig rig;
-  ProtocolDialogsQt windows{rig.dialogs};
+  ProtocolDialogsQt windows{rig.dialogs, rig.translation};
 };
 
 // --- Each entry of the protocol list ---

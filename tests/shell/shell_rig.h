@@ -38,7 +38,8 @@ class ShellRig {
   TemporaryFolder folder;
   Gate gate;
   FakeClock clock{gate};
-  ScriptedDialogs dialogs{gate};
+  Translation translation;
+  ScriptedDialogs dialogs{gate, translation.Translator};
   ScriptedJobQuestions questions;
   ScriptedSettingsQuestions settingsQuestions;
   ScriptedProtocolDialogs protocolDialogs;
@@ -46,7 +47,6 @@ class ShellRig {
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs
-  std::function<void(const Session&)> onLanguage;
   std::string programFolder;  ///< empty: that of the test program, where no translation files are
   std::unique_ptr<Application> application;
 

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "i18n/language_files.h"
+#include "i18n/translation.h"
 #include "shell/shell_rig.h"
 
 namespace velk {
@@ -77,15 +77,6 @@ TEST_F(StartAndEnd, WorksInTheProgramsFolderAndGoesBackToTheOneItWasStartedIn) {
 }
 
 TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
-  rig.onLanguage = [](const Session&) { throw RuntimeError(ErrorNumber::PathNotFound); };
-  rig.dialogs.Expect("Path not found\n\nLine = 3", Answer::Ok);
-  rig.Start();
-  EXPECT_EQ(rig.dialogs.shown.back().title, "Start Up Error");
-  EXPECT_EQ(rig.dialogs.shown.back().buttons, Buttons::Ok);
-  EXPECT_EQ(rig.State().CurrentStatus, "Ready");
-  EXPECT_TRUE(rig.linePort.open);
-
-  rig.onLanguage = nullptr;
   Set("Protocol", "SerialData", "Any Serial Data");
   Set("Protocol", "BaudRate", "fast");
   rig.dialogs.Expect("The file as it was is kept as " + rig.folder.File("settings/VELK2.ini.damaged") +
@@ -94,6 +85,9 @@ TEST_F(StartAndEnd, TellsTheNumberOfTheStepThatFailedAndGoesOnWithTheNext) {
   rig.dialogs.Expect("Continue with", Answer::Yes, [] { throw RuntimeError(ErrorNumber::Overflow); });
   rig.dialogs.Expect("Overflow\n\nLine = 12", Answer::Ok);
   rig.Start();
+  EXPECT_EQ(rig.dialogs.shown.back().title, "Start Up Error");
+  EXPECT_EQ(rig.dialogs.shown.back().buttons, Buttons::Ok);
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Ready");
   EXPECT_TRUE(rig.Window().isVisible());
 }
 
@@ -102,11 +96,11 @@ TEST_F(StartAndEnd, ReadsTheSettingsBeforeItShowsItselfAndAsksAboutThePortBehind
   Set("Protocol", "BaudRate", "fast");
   rig.dialogs.Expect("Line = 5", Answer::Ok, [this] {
     EXPECT_FALSE(rig.Window().isVisible());
-    EXPECT_EQ(rig.State().CurrentStatus, "");
+    EXPECT_EQ(rig.State().CurrentStatus.english, "");
   });
   rig.dialogs.Expect("Continue with current serial port settings?", Answer::Yes, [this] {
     EXPECT_TRUE(rig.Window().isVisible());
-    EXPECT_EQ(rig.State().CurrentStatus, "Ready");
+    EXPECT_EQ(rig.State().CurrentStatus.english, "Ready");
     EXPECT_FALSE(rig.linePort.open);
   });
   rig.Start();
@@ -232,7 +226,7 @@ TEST_F(StartAndEnd, RecordingIsSwitchedOnAndOffByItsButton) {
   rig.Frame(1, 2, 3);
   rig.dialogs.ExpectSaveFile(rig.folder.File("job"));
   rig.Press("RecordToDB");
-  EXPECT_EQ(rig.State().CurrentStatus, "Acquiring Data");
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Acquiring Data");
   EXPECT_EQ(rig.Window().ButtonImage("RecordToDB"), image::RecordOn);
   rig.Frame(1, 2, 3);
   rig.Frame(1, 2, 3);
@@ -246,7 +240,7 @@ TEST_F(StartAndEnd, RecordingIsSwitchedOnAndOffByItsButton) {
 TEST_F(StartAndEnd, IndicatorsOfTheLinkDoNothing) {
   rig.Start();
   for (const char* key : {"connect", "disconnect"}) rig.Press(key);
-  EXPECT_EQ(rig.State().CurrentStatus, "Ready");
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Ready");
   EXPECT_TRUE(rig.linePort.open);
   EXPECT_EQ(rig.linePort.openings.size(), 1u);
 }
@@ -256,13 +250,13 @@ TEST_F(StartAndEnd, IndicatorsOfTheLinkDoNothing) {
 TEST_F(StartAndEnd, TheFrameAsksInEveryStatusAndNoGoesOnWithTheJob) {
   rig.Start();
   const auto closeAndStay = [&](const char* status, bool exitAllowed) {
-    ASSERT_EQ(rig.State().CurrentStatus, status);
+    ASSERT_EQ(rig.State().CurrentStatus.english, status);
     EXPECT_EQ(rig.Window().MenuItem("mnuFileExit")->isEnabled(), exitAllowed) << status;
     rig.dialogs.Expect(kSure, Answer::No);
     rig.Window().close();
     EXPECT_EQ(rig.dialogs.shown.back().text, kSure);
     EXPECT_TRUE(rig.Window().isVisible()) << status;
-    EXPECT_EQ(rig.State().CurrentStatus, status);
+    EXPECT_EQ(rig.State().CurrentStatus.english, status);
     EXPECT_TRUE(rig.linePort.open) << status;
     EXPECT_FALSE(rig.State().ProgramEnding);
   };
@@ -294,7 +288,7 @@ TEST_F(StartAndEnd, ExitThatCannotSaveTheSettingsMayBeCancelled) {
   EXPECT_TRUE(rig.Window().isVisible());
   EXPECT_TRUE(rig.linePort.open);
   rig.Connect();
-  EXPECT_EQ(rig.State().CurrentStatus, "Ready to Acquire") << "the program works as before";
+  EXPECT_EQ(rig.State().CurrentStatus.english, "Ready to Acquire") << "the program works as before";
 
   rig.dialogs.Expect(kSure, Answer::Yes);
   rig.dialogs.Expect(" - MDIForm_QueryUnload", Answer::Cancel);

@@ -8,6 +8,7 @@
 
 #include "shell/icons.h"
 #include "shell/main_form.h"
+#include "support/in_english.h"
 
 namespace velk::test {
 namespace {
@@ -19,7 +20,7 @@ QImage Shown(const QIcon& icon) {
 /// The main window brings the pictures into the program.
 struct ToolbarStyleTest : testing::Test {
   Session session;
-  MainForm form{session};
+  MainForm form{test::English()};
   ToolbarStyle style{QStyleFactory::create("Fusion")};
 };
 

@@ -8,6 +8,7 @@
 #include <QMenu>
 
 #include "shell/main_form.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -42,7 +43,7 @@ class WindowListTest : public testing::Test {
   }
 
   Session session;
-  MainForm form{session};
+  MainForm form{test::English()};
   WindowList list{form};
 };
 

@@ -27,7 +27,7 @@ struct LinkAndUnit : testing::Test {
     session.SerialData = "KESTA version 4";
     SetProtocolConstants(session);
     session.NumberOfParameters = session.NumberOfChannels;
-    session.CurrentStatus = session.Translator.Translate(text::StatusAcquiringData);
+    session.CurrentStatus = text::StatusAcquiringData;
     link.onLine = [this](const std::string& line) {
       lines.push_back(line);
       clock.Yield();
@@ -59,7 +59,7 @@ struct LinkAndUnit : testing::Test {
   SystemClock clock{gate};
   ScriptedDialogs dialogs{gate};
   SettingsStore settings{folder.File("settings")};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   RecordingView view;
   MainTimers timers{clock};

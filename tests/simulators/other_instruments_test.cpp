@@ -78,7 +78,7 @@ class OtherInstruments : public testing::Test {
   SystemClock clock{gate};
   test::ScriptedDialogs dialogs{gate};
   SettingsStore settings{directory.File("settings")};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
   Decoders decoders{session, platform};
   std::unique_ptr<SerialPort> port = MakeSerialPort();
 };

@@ -12,11 +12,11 @@ namespace velk::test {
 /// A main window that remembers what it was told.
 class RecordingView : public MainView {
  public:
-  void SetPanel(int panel, std::string_view text) override { panels[panel] = text; }
+  void SetPanel(int panel, const OperatorText& text) override { panels[panel] = text.English(); }
   void SetMenuEnabled(std::string_view item, bool enabled) override { menuEnabled[std::string(item)] = enabled; }
   void SetMenuVisible(std::string_view item, bool visible) override { menuVisible[std::string(item)] = visible; }
-  void SetMenuCaption(std::string_view item, std::string_view caption) override {
-    menuCaption[std::string(item)] = caption;
+  void SetMenuCaption(std::string_view item, const OperatorText& caption) override {
+    menuCaption[std::string(item)] = caption.English();
   }
   void SetButtonImage(std::string_view key, int number) override { images[std::string(key)] = number; }
   int ButtonImage(std::string_view key) const override {
@@ -25,7 +25,9 @@ class RecordingView : public MainView {
   }
   void SetButtonVisible(std::string_view key, bool visible) override { buttonVisible[std::string(key)] = visible; }
   void SetButtonEnabled(std::string_view key, bool enabled) override { buttonEnabled[std::string(key)] = enabled; }
-  void SetButtonToolTip(std::string_view key, std::string_view text) override { toolTips[std::string(key)] = text; }
+  void SetButtonToolTip(std::string_view key, const OperatorText& text) override {
+    toolTips[std::string(key)] = text.English();
+  }
   void PressButton(std::string_view key) override {
     pressed.emplace_back(key);
     if (onPress) onPress(key);

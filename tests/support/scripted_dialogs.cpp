@@ -36,7 +36,7 @@ ScriptedDialogs::Foreseen ScriptedDialogs::Take(Kind kind, const std::string& te
   return next;
 }
 
-Answer ScriptedDialogs::ShowMessage(const MessageBox& box) {
+Answer ScriptedDialogs::ShowMessage(const ShownMessage& box) {
   shown.push_back(box);
   const Foreseen next = Take(Kind::Message, box.text);
   if (next.while_) next.while_();
@@ -49,12 +49,12 @@ std::optional<std::string> ScriptedDialogs::ShowInput(const std::string& prompt,
   return Take(Kind::Input, prompt).reply;
 }
 
-std::optional<std::string> ScriptedDialogs::ShowOpenFile(const FileQuestion& question) {
+std::optional<std::string> ScriptedDialogs::ShowOpenFile(const ShownFileQuestion& question) {
   filesAsked.push_back(question);
   return Take(Kind::Open, question.title).reply;
 }
 
-std::optional<std::string> ScriptedDialogs::ShowSaveFile(const FileQuestion& question) {
+std::optional<std::string> ScriptedDialogs::ShowSaveFile(const ShownFileQuestion& question) {
   filesAsked.push_back(question);
   const Foreseen next = Take(Kind::File, question.title);
   if (next.while_) next.while_();

@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "platform/dialogs/dialogs.h"
+#include "support/in_english.h"
 
 namespace velk::test {
 
 /// Answers boxes from a queue. A box that was not foreseen, and an answer left over at the end, fail the test.
 class ScriptedDialogs : public Dialogs {
  public:
-  explicit ScriptedDialogs(Gate& gate) : Dialogs(gate) {}
+  explicit ScriptedDialogs(Gate& gate, const Language& language = English()) : Dialogs(gate, language) {}
   ~ScriptedDialogs() override;
 
   /// The next message box must hold `text` and gets this answer; `while_` runs while it stands.
@@ -24,16 +25,16 @@ class ScriptedDialogs : public Dialogs {
   bool TopIsAnswered() const override { return topIsAnswered; }
 
   bool topIsAnswered = false;  ///< set by what runs while a box stands
-  std::vector<MessageBox> shown;
-  std::vector<FileQuestion> filesAsked;
+  std::vector<ShownMessage> shown;
+  std::vector<ShownFileQuestion> filesAsked;
   std::vector<std::string> inputTitles;
 
  protected:
-  Answer ShowMessage(const MessageBox& box) override;
+  Answer ShowMessage(const ShownMessage& box) override;
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
-  std::optional<std::string> ShowOpenFile(const FileQuestion& question) override;
-  std::optional<std::string> ShowSaveFile(const FileQuestion& question) override;
+  std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) override;
+  std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) override;
 
  private:
   enum class Kind { Message, Input, Open, File };

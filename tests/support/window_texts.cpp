@@ -18,7 +18,8 @@
 #include <map>
 
 #include "base/message_text.h"
-#include "i18n/language_files.h"
+#include "i18n/translation.h"
+#include "support/program_texts.h"
 
 namespace velk::test {
 
@@ -127,7 +128,7 @@ std::string Fault(const WindowText& text, const std::string& what) {
 
 const cLanguagMesg* RowOf(const WindowText& text) {
   for (const std::string& key : text.keys)
-    if (const cLanguagMesg* row = RussianCaptions().Find(key)) return row;
+    if (const cLanguagMesg* row = RussianWindows().Languages.Find(key)) return row;
   return nullptr;
 }
 
@@ -135,7 +136,8 @@ const cLanguagMesg* RowOf(const WindowText& text) {
 const std::map<std::string, std::string>& RussianOfMessages() {
   static const auto texts = [] {
     std::map<std::string, std::string> all;
-    for (const MessageRow& row : Messages()) all[std::string(row.english)] = RussianMessages().Translate(row.id);
+    for (const ProgramText& row : ProgramTexts())
+      all[row.english] = RussianWindows().Translator.Translate(row.english, row.number);
     return all;
   }();
   return texts;
@@ -146,7 +148,7 @@ std::string FaultOfRow(const WindowText& text) {
   const std::string english = text.text.toStdString();
   if (RussianOfMessages().contains(english)) return {};
   const cLanguagMesg* row = RowOf(text);
-  if (!row) return "has no row in languages.tsv";
+  if (!row) return "has no row in data/captions";
   if (row->English != english) return "its row has the English text \"" + row->English + "\"";
   if (!row->Transelate || row->Text.empty()) return "its row has no Russian";
   return {};
@@ -178,22 +180,13 @@ QStringList ItemsOf(const QWidget& menu) {
 
 }  // namespace
 
-const clsLanguages& RussianCaptions() {
-  static const auto captions = [] {
-    clsLanguages all;
-    all.Load(std::string(VELK_TRANSLATIONS_DIR) + "/" + kCaptionsFile, "Russian");
+const Translation& RussianWindows() {
+  static const auto russian = [] {
+    Translation all;
+    all.Load(VELK_TRANSLATIONS_DIR, "Russian");
     return all;
   }();
-  return captions;
-}
-
-const clstranslation& RussianMessages() {
-  static const auto messages = [] {
-    clstranslation all;
-    all.Load(std::string(VELK_TRANSLATIONS_DIR) + "/" + kMessagesFile, "Russian");
-    return all;
-  }();
-  return messages;
+  return russian;
 }
 
 std::vector<WindowText> TextsOf(const QWidget& window) {

@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "i18n/languages.h"
-#include "i18n/translator.h"
+#include "i18n/translation.h"
 
 namespace velk::test {
 
@@ -17,11 +16,11 @@ namespace velk::test {
 //
 //   frmX english({}, ...);                            made with no language loaded
 //   EXPECT_EQ(TextsWithoutRussian(english), kNone);
-//   frmX russian(RussianCaptions(), ...);             made as under Russian; it translates itself
+//   frmX russian(RussianWindows(), ...);             made as under Russian; it translates itself
 //   EXPECT_EQ(TextsLeftInEnglish(russian), kNone);
 //   EXPECT_EQ(KeysMarkedTwice(russian), kNone);
 //   const LargeText text(1.5);
-//   frmX large(RussianCaptions(), ...);
+//   frmX large(RussianWindows(), ...);
 //   large.show();
 //   EXPECT_EQ(TextsCutOff(large), kNone);
 
@@ -30,8 +29,7 @@ using Faults = std::vector<std::string>;
 inline const Faults kNone;
 
 /// The translation files as the build makes them from data/, in Russian.
-const clsLanguages& RussianCaptions();
-const clstranslation& RussianMessages();
+const Translation& RussianWindows();
 
 /// One text that a window shows.
 struct WindowText {
@@ -45,7 +43,7 @@ struct WindowText {
 /// of parts that the toolkit makes itself.
 std::vector<WindowText> TextsOf(const QWidget& window);
 
-/// Texts of an English window that neither data/languages.tsv nor data/messages.tsv has in Russian. `composed` names
+/// Texts of an English window that no table of data/ has in Russian. `composed` names
 /// controls whose texts are put together from messages and values ("Label1_*": all that begin so); texts without a
 /// letter need no row.
 Faults TextsWithoutRussian(const QWidget& window, const std::set<std::string>& composed = {});

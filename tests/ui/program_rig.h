@@ -42,7 +42,7 @@ class ProgramRig {
   /// Start-up.
   void StartProgram();
   void Press(const char* button) { application->Window().Button(button)->trigger(); }
-  const std::string& Status() { return application->State().CurrentStatus; }
+  std::string_view Status() { return application->State().CurrentStatus.english; }
   /// Connect, and the choice of the log.
   void Connect();
   /// Start; notes the times ahead of it and behind it.
@@ -75,7 +75,8 @@ class ProgramRig {
   TemporaryFolder folder;
   Gate gate;
   SystemClock clock{gate};
-  ScriptedDialogs dialogs{gate};
+  Translation translation;
+  ScriptedDialogs dialogs{gate, translation.Translator};
   ScriptedJobQuestions questions;
   ScriptedSettingsQuestions settingsQuestions;
   ScriptedProtocolDialogs protocolDialogs;

@@ -21,6 +21,7 @@
 #include "shell/help_window.h"
 #include "windows/sample_job.h"
 #include "windows/sample_program.h"
+#include "formula/texts.h"
 
 namespace velk::test {
 
@@ -49,22 +50,23 @@ Job MakeJob(const std::string& language) {
 
 std::shared_ptr<QWidget> OpenAlarms(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<Alarms>(job, job->session);
+  return On<Alarms>(job, job->session, job->translation);
 }
 
 std::shared_ptr<QWidget> OpenCalculator(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<EqEditor>(job, job->session, FormulaReport{job->dialogs, job->session.Translator, [] {}}, job->graphs);
+  return On<EqEditor>(job, job->session, FormulaReport{job->dialogs, job->platform.language, [] {}}, job->graphs,
+                      job->translation);
 }
 
 std::shared_ptr<QWidget> OpenComputedParameters(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<ComputedParameters>(job, job->session.Languages, ComputedChannels(job->session), [](QWidget*) {});
+  return On<ComputedParameters>(job, job->translation, ComputedChannels(job->session), [](QWidget*) {});
 }
 
 std::shared_ptr<QWidget> OpenParameterList(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<frmIncParams>(job, job->session);
+  return On<frmIncParams>(job, job->session, job->translation);
 }
 
 // --- instruments ---
@@ -78,24 +80,24 @@ std::shared_ptr<QWidget> OpenHardwareSettings(const std::string& language, const
        {2, "/dev/ttyS1", false},
        {3, "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0", true},
        {4, "/dev/ttyUSB1", false}}};
-  return On<HardwareSettings>(job, question, job->dialogs, job->session.Translator, job->session.Languages);
+  return On<HardwareSettings>(job, question, job->dialogs, job->translation);
 }
 
 template <class Window>
 std::shared_ptr<QWidget> OpenSeparators(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<Window>(job, Separators{"|", "\r\n"}, job->dialogs, job->session.Translator, job->session.Languages);
+  return On<Window>(job, Separators{"|", "\r\n"}, job->dialogs, job->translation);
 }
 
 std::shared_ptr<QWidget> OpenRequestedData(const std::string& language) {
   const Job job = MakeJob(language);
   return On<RequestedData>(job, CommandsOf(job->session.Parameters, job->session.NumberOfParameters),
-                           job->session.Languages);
+                           job->translation);
 }
 
 std::shared_ptr<QWidget> OpenEthernet(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<frmHPTHoneywellEZtrend>(job, UnitAddress{"192.168.0.100", "pens.htm"}, job->session.Languages);
+  return On<frmHPTHoneywellEZtrend>(job, UnitAddress{"192.168.0.100", "pens.htm"}, job->translation);
 }
 
 // --- store ---
@@ -104,7 +106,7 @@ std::shared_ptr<QWidget> OpenFileExist(const std::string& language, bool compati
   const Job job = MakeJob(language);
   const std::string file =
       job->session.DefaultDirectory + job->Pick("/Well 1042 fracturing.mdb", "/Скважина 1042 гидроразрыв пласта.mdb");
-  return On<frmFileExist>(job, job->session.Translator, job->session.Languages, file, compatible, sameOrder);
+  return On<frmFileExist>(job, job->translation, file, compatible, sameOrder);
 }
 
 std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int channels) {
@@ -113,17 +115,16 @@ std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int ch
   for (int i = 1; i <= channels; ++i)
     inclusion.parameters.push_back(
         {i, job->Pick("Pump Pressure No. ", "Давление на входе насоса № ") + std::to_string(i), i % 3 != 0});
-  return On<frmIncParamInSum>(job, job->session.Languages, inclusion);
+  return On<frmIncParamInSum>(job, job->translation, inclusion);
 }
 
-std::shared_ptr<QWidget> OpenListBox(const std::string& language, MessageText title, MessageText prompt, bool mayEnter,
+std::shared_ptr<QWidget> OpenListBox(const std::string& language, const MessageText& title, const MessageText& prompt, bool mayEnter,
                                      int topic) {
   const Job job = MakeJob(language);
-  const clstranslation& words = job->session.Translator;
   return On<ListInputBox>(
-      job, job->session.Languages,
-      ListQuestion{words.Translate(title),
-                   words.Translate(prompt),
+      job, job->translation,
+      ListQuestion{title,
+                   prompt,
                    {"Job 7", job->Pick("Fracturing, well 1042", "Гидроразрыв пласта, скважина 1042")},
                    mayEnter,
                    topic});
@@ -131,8 +132,8 @@ std::shared_ptr<QWidget> OpenListBox(const std::string& language, MessageText ti
 
 std::shared_ptr<QWidget> OpenLanguageQuestion(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<ListInputBox>(job, job->session.Languages,
-                          ListQuestion{.title = job->session.Translator.Translate(text::SelectLanguage),
+  return On<ListInputBox>(job, job->translation,
+                          ListQuestion{.title = text::SelectLanguage,
                                        .prompt = "",
                                        .entries = {"English", "Russian"},
                                        .helpTopic = topic::Languages});
@@ -140,12 +141,12 @@ std::shared_ptr<QWidget> OpenLanguageQuestion(const std::string& language) {
 
 std::shared_ptr<QWidget> OpenClearSettings(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<ClearSettings>(job, job->session.Languages);
+  return On<ClearSettings>(job, job->translation);
 }
 
 std::shared_ptr<QWidget> OpenUserOptions(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<frmUserOptions>(job, job->session.Languages, UserOptionTexts{"120", "15", "3600", "10", "64"},
+  return On<frmUserOptions>(job, job->translation, UserOptionTexts{"120", "15", "3600", "10", "64"},
                             [](const UserOptionTexts&) { return true; });
 }
 
@@ -159,12 +160,12 @@ std::shared_ptr<QWidget> OpenGraph(const std::string& language, QSize size) {
 
 std::shared_ptr<QWidget> OpenAbout(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<frmAbout>(job, job->session, "/home/operator/.config/VELK", nullptr);
+  return On<frmAbout>(job, job->session, job->translation, "/home/operator/.config/VELK", nullptr);
 }
 
 std::shared_ptr<QWidget> OpenHelp(const std::string& language) {
   const Job job = MakeJob(language);
-  auto window = On<HelpWindow>(job, job->session);
+  auto window = On<HelpWindow>(job, job->translation);
   static_cast<HelpWindow&>(*window).Open(topic::Formulas);
   return window;
 }
@@ -189,7 +190,7 @@ const std::vector<ListedWindow>& EveryWindow() {
   const auto summary = [](int channels) {
     return [=](const std::string& language) { return OpenSummaryQuestion(language, channels); };
   };
-  const auto list = [](MessageText title, MessageText prompt, bool mayEnter, int topic) {
+  const auto list = [](const MessageText& title, const MessageText& prompt, bool mayEnter, int topic) {
     return [=](const std::string& language) { return OpenListBox(language, title, prompt, mayEnter, topic); };
   };
   const auto hardware = [](const char* protocol) {
@@ -199,7 +200,6 @@ const std::vector<ListedWindow>& EveryWindow() {
   const auto mainForm = [](State state) {
     return [=](const std::string& language) { return OpenMainForm(language, state); };
   };
-  using M = MessageText;
   static const std::vector<ListedWindow> windows = {
       {"Alarms", "", topic::Alarms, {"Label1_*"}, OpenAlarms},
       {"EqEditor", "", topic::Formulas, kKeypad, OpenCalculator},
@@ -221,17 +221,17 @@ const std::vector<ListedWindow>& EveryWindow() {
        "save",
        topic::Templates,
        {},
-       list(M::SaveTemplateTitle, M::SaveTemplatePrompt, true, topic::Templates)},
+       list(text::SaveTemplateTitle, text::SaveTemplatePrompt, true, topic::Templates)},
       {"ListInputBox",
        "load",
        topic::Templates,
        {},
-       list(M::LoadTemplateTitle, M::LoadTemplatePrompt, false, topic::Templates)},
+       list(text::LoadTemplateTitle, text::LoadTemplatePrompt, false, topic::Templates)},
       {"ListInputBox",
        "remove",
        topic::Formulas,
        {},
-       list(M::RemoveAdditionalTitle, M::RemoveAdditionalPrompt, false, topic::Formulas)},
+       list(text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, false, topic::Formulas)},
       {"ListInputBox", "language", topic::Languages, {}, OpenLanguageQuestion},
       {"ClearSettings", "", topic::Templates, {}, OpenClearSettings},
       {"frmUserOptions", "", topic::StripChart, {}, OpenUserOptions},

@@ -7,6 +7,7 @@
 #include "shell/help.h"
 #include "windows/every_window.h"
 #include "windows/sample_program.h"
+#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -23,7 +24,6 @@ std::string PageShown() {
 
 TEST(EveryWindow, OpensItsPageOfTheHelpByF1) {
   const auto pages = ReadHelpPages("English");
-  const Session session;
   for (const ListedWindow& listed : EveryWindow()) {
     const auto window = listed.open("English");
     if (listed.name == std::string("MainForm") || listed.name == std::string("HelpWindow")) continue;
@@ -31,7 +31,7 @@ TEST(EveryWindow, OpensItsPageOfTheHelpByF1) {
     window->activateWindow();
     QWidget* keyboard = window->focusWidget() ? window->focusWidget() : window.get();
     ASSERT_EQ(PageShown(), "") << listed.Title();
-    Help help(session);
+    Help help(EnglishWindows());
     QTest::keyClick(keyboard, Qt::Key_F1);
     const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, listed.topic))];
     EXPECT_EQ(page.number, listed.topic) << listed.Title() << ": the help has no such page";

@@ -17,20 +17,18 @@ constexpr std::int32_t kRed = 0x0000FF, kBlue = 0xFF0000, kGreen = 0x008000, kBl
 }  // namespace
 
 SampleJob::SampleJob(const std::string& language) {
-  if (language == "Russian") {
-    session.Languages = RussianCaptions();
-    session.Translator = RussianMessages();
-  }
+  if (language == "Russian") translation = RussianWindows();
   session.Current_language = language;
   session.DefaultDirectory = Pick("/home/operator/jobs", "/home/operator/работы");
   session.Times.GraphTimeStep = session.SamplingRate;
+  const FormulaReport report{dialogs, translation.Translator, {}};
   Add(Pick("Pump Pressure", "Давление на входе насоса"), Pick("bar", "бар"), kRed, 1204.5F);
   Add(Pick("Flow Rate", "Расход"), Pick("l/min", "л/мин"), kBlue, 812.25F);
   Add(Pick("Hook load & torque", "Нагрузка & момент"), Pick("kN", "кН"), kGreen, -17.5F);
   Add(kBlankName, "", kBlack, 0);
   Add(Pick("Temperature", "Температура"), "°C", kYellow, 86);
-  ReadFormulae(session, dialogs, "({" + LowerCase(session.CurrentParameters[1].name) + "}-100)*2.5");
-  ReadFormulae(session, dialogs, "avg({" + LowerCase(session.CurrentParameters[2].name) + "})");
+  ReadFormulae(session, report, "({" + LowerCase(session.CurrentParameters[1].name) + "}-100)*2.5");
+  ReadFormulae(session, report, "avg({" + LowerCase(session.CurrentParameters[2].name) + "})");
   session.AdditionalParameters[1].name = session.CurrentParameters[6].name = Pick("Net Pressure", "Перепад давлений");
   for (const int alarmed : {1, 3, 7}) session.AlarmTriggered[alarmed] = true;
   HideBlank(session, session.TotalParameters);

@@ -16,20 +16,21 @@ namespace velk::test {
 struct SampleJob {
   explicit SampleJob(const std::string& language);
 
-  bool IsRussian() const { return !session.Languages.IsEmpty(); }
+  bool IsRussian() const { return !translation.Languages.IsEmpty(); }
   std::string Pick(const char* english, const char* russian) const { return IsRussian() ? russian : english; }
   /// The strip-chart window of the job, in a client area on the screen.
   QWidget& OpenGraph(QSize size);
 
+  Translation translation;
   Gate gate;
   FakeClock clock{gate};
-  ScriptedDialogs dialogs{gate};
+  ScriptedDialogs dialogs{gate, translation.Translator};
   SettingsStore settings{""};
-  Platform platform{clock, gate, dialogs, settings};
+  Platform platform{clock, gate, dialogs, settings, translation.Translator};
   RecordingGraphs graphs;
   Session session;
   QMdiArea area;
-  GraphWindowsMdi graphWindows{session, platform, area};
+  GraphWindowsMdi graphWindows{session, platform, translation, area};
 
  private:
   void Add(const std::string& name, const std::string& units, std::int32_t color, float value);
