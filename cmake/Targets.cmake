@@ -5,9 +5,7 @@
 #   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log
 #   velk_translations(velk ${CMAKE_CURRENT_BINARY_DIR})                the two translation databases in that folder
 
-set(VELK_PCH_CORE <algorithm> <array> <chrono> <cmath> <cstdint> <functional> <map> <memory> <optional> <string>
-                  <string_view> <vector>)
-set(VELK_PCH_WIDGETS ${VELK_PCH_CORE} <QApplication> <QMainWindow> <QWidget>)
+include(Precompiled)
 
 function(velk_target_common target)
   cmake_parse_arguments(ARG "" "" "USES;QT;LIBS" ${ARGN})
@@ -22,7 +20,7 @@ function(velk_library folder)
   list(FILTER sources EXCLUDE REGEX "/windows/")
   add_library(velk_${folder} STATIC ${sources})
   velk_target_common(velk_${folder} ${ARGN})
-  target_precompile_headers(velk_${folder} PRIVATE ${VELK_PCH_CORE})
+  target_precompile_headers(velk_${folder} REUSE_FROM velk_precompiled_logic)
 endfunction()
 
 function(velk_windows folder)
@@ -30,7 +28,8 @@ function(velk_windows folder)
   file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.h ${dir}/*.ui)
   add_library(velk_${folder}_windows STATIC ${sources})
   velk_target_common(velk_${folder}_windows QT Widgets ${ARGN})
-  target_precompile_headers(velk_${folder}_windows PRIVATE ${VELK_PCH_WIDGETS})
+  set_target_properties(velk_${folder}_windows PROPERTIES AUTOMOC ON AUTOUIC ON)
+  target_precompile_headers(velk_${folder}_windows REUSE_FROM velk_precompiled_windows)
 endfunction()
 
 function(velk_tests folder)
@@ -38,7 +37,7 @@ function(velk_tests folder)
   add_executable(${folder}_tests ${sources})
   velk_target_common(${folder}_tests USES velk_test_support ${ARGN})
   target_include_directories(${folder}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_precompile_headers(${folder}_tests PRIVATE ${VELK_PCH_CORE} <gtest/gtest.h>)
+  target_precompile_headers(${folder}_tests REUSE_FROM velk_precompiled_tests)
   add_test(NAME ${folder} COMMAND ${folder}_tests)
   set_tests_properties(${folder} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()

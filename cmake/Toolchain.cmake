@@ -23,6 +23,9 @@ else()
   add_compile_options(-fpch-preprocess)
 endif()
 
+# A precompiled header serves only what is compiled in the same way, and Qt asks for this way.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
 if(VELK_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
@@ -36,7 +39,6 @@ endif()
 if(VELK_HARDEN)
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong -fstack-clash-protection
                       -D_GLIBCXX_ASSERTIONS)
-  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
   include(CheckPIESupported)
   check_pie_supported()
   add_link_options(-Wl,-z,relro -Wl,-z,now)
