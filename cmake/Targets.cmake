@@ -2,9 +2,10 @@
 #
 #   velk_library(log USES velk_model QT Core LIBS SQLite::SQLite3)     all .cpp of src/log and its sub-rooms
 #   velk_windows(log USES velk_log)                                    all .cpp and .ui of src/log/windows
-#   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log
+#   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log, and SOURCES
 #   velk_translations(velk ${CMAKE_CURRENT_BINARY_DIR})                the two translation databases in that folder
 
+include(Merged)
 include(Precompiled)
 
 function(velk_target_common target)
@@ -20,6 +21,7 @@ function(velk_library folder)
   list(FILTER sources EXCLUDE REGEX "/windows/")
   add_library(velk_${folder} STATIC ${sources})
   velk_target_common(velk_${folder} ${ARGN})
+  velk_merge(velk_${folder} ${CMAKE_SOURCE_DIR}/src)
   target_precompile_headers(velk_${folder} REUSE_FROM velk_precompiled_logic)
 endfunction()
 
@@ -29,14 +31,17 @@ function(velk_windows folder)
   add_library(velk_${folder}_windows STATIC ${sources})
   velk_target_common(velk_${folder}_windows QT Widgets ${ARGN})
   set_target_properties(velk_${folder}_windows PROPERTIES AUTOMOC ON AUTOUIC ON)
+  velk_merge(velk_${folder}_windows ${CMAKE_SOURCE_DIR}/src)
   target_precompile_headers(velk_${folder}_windows REUSE_FROM velk_precompiled_windows)
 endfunction()
 
 function(velk_tests folder)
+  cmake_parse_arguments(ARG "" "" "SOURCES;ALONE;USES;QT" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*_test.cpp)
-  add_executable(${folder}_tests ${sources})
-  velk_target_common(${folder}_tests USES velk_test_support ${ARGN})
+  add_executable(${folder}_tests ${sources} ${ARG_SOURCES})
+  velk_target_common(${folder}_tests USES velk_test_support ${ARG_USES} QT ${ARG_QT})
   target_include_directories(${folder}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  velk_merge(${folder}_tests ${CMAKE_SOURCE_DIR}/tests ALONE ${ARG_ALONE})
   target_precompile_headers(${folder}_tests REUSE_FROM velk_precompiled_tests)
   add_test(NAME ${folder} COMMAND ${folder}_tests)
   set_tests_properties(${folder} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
