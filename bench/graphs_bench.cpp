@@ -11,6 +11,7 @@
 
 #include "base/dates.h"
 #include "graphs/windows/graph_windows_mdi.h"
+#include "i18n/translation.h"
 #include "model/graph_map.h"
 #include "platform/dialogs/dialogs.h"
 #include "platform/loop/clock.h"
@@ -150,12 +151,13 @@ class LiveChart {
  private:
   double BlockLength() const { return kSecond * session_.pixelslength; }
 
-  Translation translation_;
   Gate gate_;
   BenchClock clock_;
-  NoDialogs dialogs_{gate_, translation_.Translator};
+  Language language_;
+  NoDialogs dialogs_{gate_, language_};
   SettingsStore settings_{""};
-  Platform platform_{clock_, gate_, dialogs_, settings_, translation_.Translator};
+  Platform platform_{clock_, gate_, dialogs_, settings_, language_};
+  Translation translation_;
   Session session_;
   QMdiArea area_;
   GraphWindowsMdi windows_{session_, platform_, translation_, area_};
