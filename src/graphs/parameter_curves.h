@@ -20,4 +20,8 @@ class ParameterCurves : public CurveSource {
   int graphNumber_;
 };
 
+/// Copies curves that were edited in CurrentParameters back to where they were configured: Parameters, or
+/// AdditionalParameters behind those.
+void CarryBack(Session& session, const ParameterCurves& curves);
+
 }  // namespace velk

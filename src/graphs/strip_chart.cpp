@@ -23,10 +23,6 @@ int Bounded(double count, double height) {
   return static_cast<int>(std::clamp(std::floor(count), 0.0, height));
 }
 
-double BlockPairs(const Session& session) {
-  return Divide(session.MaximumTime, session.pixeldivide * session.pixelslength * 2);
-}
-
 void DrawColumns(Surface& plot, double y1, double y2) {
   const double step = (plot.Width() - kLeftMargin) / kColumns;
   for (int i = 1; i < kColumns; ++i) {
@@ -50,21 +46,32 @@ bool IsGap(double previousTime, double time) {
   return seconds >= 16 || SecondsBetween(previousTime, time) >= 15;
 }
 
-StripChart::StripChart(Session& session, const CurveSource& curves, const Language& language, ChartSurfaces surfaces)
-    : session_(session),
+StripChart::StripChart(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves,
+                       const Language& language, ChartSurfaces surfaces)
+    : times_(times),
+      measures_(measures),
       curves_(curves),
       language_(language),
-      surfaces_(std::move(surfaces)),
-      PlotTarget_(surfaces_.Pic2.get()),
-      AxisTarget_(surfaces_.Picture3.get()) {
+      surfaces_(surfaces),
+      PlotTarget_(&surfaces_.Pic2),
+      AxisTarget_(&surfaces_.Picture3) {
+}
+
+void StripChart::SetTargets(RetainedSurface& plotTarget, RetainedSurface& axisTarget) {
+  PlotTarget_ = &plotTarget;
+  AxisTarget_ = &axisTarget;
+}
+
+double StripChart::BlockPairs() const {
+  return Divide(measures_.MaximumTime, measures_.pixeldivide * measures_.pixelslength * 2);
 }
 
 float StripChart::Y(double time, double origin) const {
-  return TimeToY(time, origin, session_.pixeldivide, session_.Times.GraphTimeStep);
+  return TimeToY(time, origin, measures_.pixeldivide, times_.GraphTimeStep);
 }
 
 void StripChart::SetBlockPairsPerPage() {
-  if (session_.Times.BlockPairsPerPage == 0) session_.Times.BlockPairsPerPage = BlockPairs(session_);
+  if (times_.BlockPairsPerPage == 0) times_.BlockPairsPerPage = BlockPairs();
 }
 
 void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
@@ -102,12 +109,12 @@ StripChart::Block StripChart::Place(double blockStart, double blockEnd, double p
 }
 
 void StripChart::Picture2_Update(double blockStart, double blockEnd) {
-  const double pageTime = session_.Times.GraphPageTime != 0 ? session_.Times.GraphPageTime : CutToMinute(blockStart);
+  const double pageTime = times_.GraphPageTime != 0 ? times_.GraphPageTime : CutToMinute(blockStart);
   const Block block = Place(blockStart, blockEnd, pageTime);
   if (std::isnan(block.y1) || std::isnan(block.y2)) return;
-  if (block.scrolls) session_.Times.BlockPairsPerPage = BlockPairs(session_);
+  if (block.scrolls) times_.BlockPairsPerPage = BlockPairs();
 
-  session_.Times.GraphPageTime = pageTime;
+  times_.GraphPageTime = pageTime;
   timeOrigin_ = block.origin;
   PlotTarget_->SetPenWidth(1);
   AxisTarget_->SetPenWidth(1);
@@ -120,7 +127,7 @@ void StripChart::ScrollHalfPage(const Block& block) {
   PlotTarget_->ScrollUp(PlotTarget_->PixelHeight() / 2);
   gridRedrawn_ = false;
   AxisTarget_->Cls();
-  const double pairs = session_.Times.BlockPairsPerPage;
+  const double pairs = times_.BlockPairsPerPage;
   const double length = block.end - block.start;
   for (int i = 1; i <= Bounded(pairs, AxisTarget_->Height()); ++i)
     PrintTimeLabel(block.start - (i - 1) * length, (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
@@ -145,7 +152,7 @@ void StripChart::PrintTimeLabel(double time, double y) {
 }
 
 void StripChart::WriteDate(double blockStart, double blockEnd) {
-  const double origin = timeOrigin_ != 0 ? timeOrigin_ : session_.Times.GraphPageTime;
+  const double origin = timeOrigin_ != 0 ? timeOrigin_ : times_.GraphPageTime;
   const float y1 = Y(blockStart, origin), y2 = Y(blockEnd, origin);
   if (std::isnan(y1) || std::isnan(y2)) return;
   timeOrigin_ = origin;
@@ -161,9 +168,9 @@ void StripChart::PrintDate(double date, float y1, float y2) {
 
 void StripChart::RedrawFrame() {
   SetBlockPairsPerPage();
-  Surface& plot = *surfaces_.Pic2;
+  RetainedSurface& plot = surfaces_.Pic2;
   const double height = plot.Height();
-  const double rows = session_.Times.BlockPairsPerPage * 2 * 3;
+  const double rows = times_.BlockPairsPerPage * 2 * 3;
   const double step = Divide(height, rows);
 
   gridRedrawn_ = true;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "base/language.h"
+#include "graphs/chart_measures.h"
 #include "graphs/coordinates.h"
 #include "graphs/curve_source.h"
-#include "model/session.h"
-#include "platform/drawing/surface.h"
+#include "model/time_base.h"
+#include "platform/drawing/retained_surface.h"
 
 namespace velk {
 
@@ -16,11 +16,11 @@ inline constexpr double kLeftMargin = 966;
 /// Height of one curve's row in the header.
 inline constexpr double kHeaderRowHeight = 250;
 
-/// What a chart draws on.
+/// What a chart shows its picture on.
 struct ChartSurfaces {
-  std::unique_ptr<Surface> Picture1;  ///< header band
-  std::unique_ptr<Surface> Pic2;      ///< plot: time runs down, values across
-  std::unique_ptr<Surface> Picture3;  ///< axis strip left of the curves
+  RetainedSurface& Picture1;  ///< header band
+  RetainedSurface& Pic2;      ///< plot: time runs down, values across
+  RetainedSurface& Picture3;  ///< axis strip left of the curves
 };
 
 /// A strip chart without a window: coordinates, frames of blocks, curve segments and the header. Times are date-times,
@@ -30,9 +30,14 @@ struct ChartSurfaces {
 /// and can be run again. A step that gives no number, or one beyond the 32-bit range, leaves without drawing.
 class StripChart {
  public:
-  /// `session` gives the time scale and the page start that all charts share, `curves` the header's rows; both outlive
-  /// the chart.
-  StripChart(Session& session, const CurveSource& curves, const Language& language, ChartSurfaces surfaces);
+  /// `times` gives the time scale and the page start, which charts may share, and takes what the chart finds out of
+  /// them; `curves` gives the header's rows. These, the language and the surfaces outlive the chart.
+  StripChart(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const Language& language,
+             ChartSurfaces surfaces);
+
+  /// From now on blocks and curves are drawn here: on hidden surfaces while other times stand on the visible ones. The
+  /// header and the frame of a page always go to the visible ones.
+  void SetTargets(RetainedSurface& plotTarget, RetainedSurface& axisTarget);
 
   /// Draws the frame of one block. A block that would pass the bottom first moves the picture up half a page and the
   /// origin half way to the block's start.
@@ -48,7 +53,7 @@ class StripChart {
   void InitialHeader();
   /// Draws the empty frame of the whole page: after the plot got another size.
   void RedrawFrame();
-  /// Works out Session::BlockPairsPerPage if nobody has yet.
+  /// Works out TimeBase::BlockPairsPerPage if nobody has yet.
   void SetBlockPairsPerPage();
 
   /// Time at y = 0; 0 until something was drawn.
@@ -74,12 +79,15 @@ class StripChart {
   void DrawHeaderRow(int slot, double width);
   void DrawHeaderCorner(double width);
 
-  Session& session_;
+  double BlockPairs() const;
+
+  TimeBase& times_;
+  const ChartMeasures measures_;
   const CurveSource& curves_;
   const Language& language_;
   ChartSurfaces surfaces_;
-  Surface* PlotTarget_;  ///< where blocks and curves are drawn; history sends them out of sight
-  Surface* AxisTarget_;
+  RetainedSurface* PlotTarget_;
+  RetainedSurface* AxisTarget_;
   double timeOrigin_ = 0;
   bool gridRedrawn_ = false;  ///< a resize has drawn the row grid of the page; the blocks skip theirs until it scrolls
   ScaleCache scales_;

@@ -22,15 +22,15 @@ std::string Shortened(const Surface& surface, const std::string& text, double ro
 }  // namespace
 
 void StripChart::InitialHeader() {
-  const double width = std::floor(surfaces_.Pic2->Width());
-  surfaces_.Picture1->Cls();
-  surfaces_.Picture1->SetPenWidth(1);
+  const double width = std::floor(surfaces_.Pic2.Width());
+  surfaces_.Picture1.Cls();
+  surfaces_.Picture1.SetPenWidth(1);
   for (int slot = 1; slot <= curves_.Count(); ++slot) DrawHeaderRow(slot, width);
   DrawHeaderCorner(width);
 }
 
 void StripChart::DrawHeaderRow(int slot, double width) {
-  Surface& header = *surfaces_.Picture1;
+  Surface& header = surfaces_.Picture1;
   const Parameter& curve = curves_.Curve(slot);
   const double bottom = slot * kHeaderRowHeight;
   header.Line(kLeftMargin, bottom, width, bottom, curve.color);
@@ -48,7 +48,7 @@ void StripChart::DrawHeaderRow(int slot, double width) {
 }
 
 void StripChart::DrawHeaderCorner(double width) {
-  Surface& header = *surfaces_.Picture1;
+  Surface& header = surfaces_.Picture1;
   const double bottom = HeaderHeight();
   header.Line(0, bottom, kLeftMargin, bottom, colour::Black);
   header.Line(width, 0, width, bottom + 150, colour::Black);

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/text_qt.h"
+#include "platform/drawing/units.h"
+
 namespace velk {
 
 namespace {
@@ -14,9 +17,9 @@ constexpr int kSmallest = 8;    ///< pixels
 
 }  // namespace
 
-QFont ChartFont(const Session& session) {
-  QFont font(QString::fromStdString(session.CurrentFont));
-  font.setPixelSize(std::max(kSmallest, static_cast<int>(std::lround(session.intFontSize * 96.0 / 72.0))));
+QFont ChartFont(const std::string& family, int points) {
+  QFont font(ToQt(family));
+  font.setPixelSize(std::max(kSmallest, static_cast<int>(std::lround(Convert(points, Unit::Point, Unit::Pixel)))));
   return font;
 }
 

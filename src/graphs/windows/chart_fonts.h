@@ -2,13 +2,12 @@
 
 #include <QFont>
 #include <QString>
-
-#include "model/session.h"
+#include <string>
 
 namespace velk {
 
-/// The font of graph windows and their labels: CurrentFont at intFontSize points (of 1/72 inch at 96 dots an inch).
-QFont ChartFont(const Session& session);
+/// The font of charts and their labels, in points of 1/72 inch at 96 dots an inch.
+QFont ChartFont(const std::string& family, int points);
 
 /// `font` narrowed, and made smaller where that does not do, until `text` is at most `width` pixels wide.
 QFont FitFont(QFont font, const QString& text, double width);

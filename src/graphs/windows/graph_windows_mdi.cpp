@@ -19,7 +19,7 @@ void GraphWindowsMdi::CreateGraphWindows() {
   for (int graph = 1; graph <= kMaxParameters; ++graph) Unload(graph);
   std::vector<int> heights;
   for (int k = 1; k <= session_.GraphCount; ++k)
-    heights.push_back(GraphFormNew::WantedHeight(session_, session_.GraphCurveCount[session_.GraphList[k]]));
+    heights.push_back(ChartView::WantedHeight(MeasuresOf(session_), session_.GraphCurveCount[session_.GraphList[k]]));
   const QSize room = area_.viewport()->size();
   const auto places = TileWindows(room.width(), room.height(), heights);
   for (int k = 1; k <= session_.GraphCount; ++k) {

@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "base/colour.h"
+#include "base/text_qt.h"
 #include "platform/drawing/line_clip.h"
+#include "platform/drawing/qt_drawing.h"
 
 namespace velk {
 
@@ -19,10 +21,6 @@ int PixelCount(double logical, double scale) {
   return pixels >= 1 ? static_cast<int>(std::min<double>(pixels, kMaxPixels)) : 1;
 }
 
-QColor ToQColor(std::int32_t colour) {
-  return QColor(Red(colour), Green(colour), Blue(colour));
-}
-
 QRgb ToPixel(std::int32_t colour) {
   return qRgb(Red(colour), Green(colour), Blue(colour));
 }
@@ -30,10 +28,6 @@ QRgb ToPixel(std::int32_t colour) {
 QFont Scaled(QFont font, double ratio) {
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * ratio))));
   return font;
-}
-
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace
@@ -59,11 +53,16 @@ void SurfaceImage::Resize(double width, double height, double pixelRatio) {
   image_ = std::move(larger);
   rows_ = {reinterpret_cast<std::uint32_t*>(image_.bits()), static_cast<std::size_t>(image_.bytesPerLine()) / 4,
            image_.width(), image_.height()};
-  SetFont(baseFont_);
+  UseFont(baseFont_);
+  SetPenWidth(penWidth_);
   MarkDirty(Bounds());
 }
 
-void SurfaceImage::SetFont(const QFont& font) {
+void SurfaceImage::SetFont(const TextFont& font) {
+  UseFont(FontFor(font, PerInch(Unit::Pixel)));
+}
+
+void SurfaceImage::UseFont(const QFont& font) {
   EndPainting();
   baseFont_ = font;
   font_ = Scaled(font, ratio_);
@@ -82,8 +81,9 @@ void SurfaceImage::EndPainting() {
   if (painter_.isActive()) painter_.end();
 }
 
-int SurfaceImage::PenPixels() const {
-  return std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
+void SurfaceImage::SetPenWidth(double pixels) {
+  penWidth_ = pixels;
+  penPixels_ = std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
 }
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
@@ -97,19 +97,19 @@ void SurfaceImage::Cls() {
 }
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
-  const int margin = PenPixels() + 1;
+  const int margin = penPixels_ + 1;
   ClippedLine line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
   if (!ClipLine(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
   const QPoint a(static_cast<int>(std::floor(line.x1)), static_cast<int>(std::floor(line.y1)));
   const QPoint b(static_cast<int>(std::floor(line.x2)), static_cast<int>(std::floor(line.y2)));
-  RasterLine(rows_, a.x(), a.y(), b.x(), b.y(), PenPixels(), ToPixel(colour));
+  RasterLine(rows_, a.x(), a.y(), b.x(), b.y(), penPixels_, ToPixel(colour));
   MarkDirty(QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
                   QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())))
                 .adjusted(-margin, -margin, margin, margin));
 }
 
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {
-  const int pen = PenPixels();
+  const int pen = penPixels_;
   const double outer = std::max(radius, 0.0) * scale_ + pen / 2.0;
   const double px = x * scale_, py = y * scale_;
   // Written so that a coordinate that is no number leaves too.
@@ -127,10 +127,26 @@ void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour
   MarkDirty(box.toAlignedRect().adjusted(-margin, -margin, margin, margin));
 }
 
+void SurfaceImage::Fill(double x, double y, double width, double height, std::int32_t colour) {
+  const QRectF box(x * scale_, y * scale_, width * scale_, height * scale_);
+  if (!IsDrawable(box)) return;
+  const QRect pixels = box.toRect();
+  Painter().fillRect(pixels, ToQColor(colour));
+  MarkDirty(pixels);
+}
+
+void SurfaceImage::Picture(double x, double y, double width, double height, const PictureRows& picture) {
+  const QRectF box(x * scale_, y * scale_, width * scale_, height * scale_);
+  if (!IsDrawable(box)) return;
+  const QRect pixels = box.toRect();
+  Painter().drawImage(pixels, ImageOver(picture));
+  MarkDirty(pixels);
+}
+
 void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t colour) {
   // Written so that a place that is no number leaves too; a QRect could not hold one far out.
   if (!(std::abs(x) * scale_ < 2 * kMaxPixels && std::abs(y) * scale_ < 2 * kMaxPixels)) return;
-  const QString line = ToQString(text);
+  const QString line = ToQt(text);
   const QRectF box(x * scale_, y * scale_, metrics_.horizontalAdvance(line), metrics_.height());
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
@@ -143,7 +159,7 @@ void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t
 }
 
 double SurfaceImage::TextWidth(std::string_view text) const {
-  return metrics_.horizontalAdvance(ToQString(text)) / scale_;
+  return metrics_.horizontalAdvance(ToQt(text)) / scale_;
 }
 
 double SurfaceImage::TextHeight(std::string_view) const {
@@ -157,6 +173,14 @@ void SurfaceImage::ScrollUp(int pixels) {
   uchar* rows = image_.bits();
   std::memmove(rows, rows + (image_.height() - kept) * stride, static_cast<std::size_t>(kept * stride));
   std::memset(rows + kept * stride, 0xFF, static_cast<std::size_t>((image_.height() - kept) * stride));
+  MarkDirty(Bounds());
+}
+
+void SurfaceImage::CopyFrom(const RetainedSurface& other) {
+  const auto& from = dynamic_cast<const SurfaceImage&>(other);
+  Resize(from.width_, from.height_, from.ratio_);
+  EndPainting();
+  std::memcpy(image_.bits(), from.image_.constBits(), static_cast<std::size_t>(from.image_.sizeInBytes()));
   MarkDirty(Bounds());
 }
 

@@ -7,13 +7,14 @@
 #include <QRect>
 
 #include "platform/drawing/line_raster.h"
-#include "platform/drawing/surface.h"
+#include "platform/drawing/retained_surface.h"
+#include "platform/drawing/units.h"
 
 namespace velk {
 
 /// A surface in memory for the screen. Logical units are twips; lines are drawn without smoothing, since a chart draws
 /// thousands of short ones a second. It keeps the rectangle that has changed, so that a window repaints only that.
-class SurfaceImage : public Surface {
+class SurfaceImage : public RetainedSurface {
  public:
   /// Sizes in twips. `pixelRatio` is device pixels per pixel of 96 dots an inch: 1, 1.5, 2. The pixel size of `font`
   /// counts at ratio 1.
@@ -21,7 +22,8 @@ class SurfaceImage : public Surface {
 
   /// Gives the surface another size; what was drawn stays in its upper left corner. Another ratio clears it.
   void Resize(double width, double height, double pixelRatio);
-  void SetFont(const QFont& font);
+  /// A font that was fitted: its pixel size counts at ratio 1.
+  void UseFont(const QFont& font);
   /// From now on a text clears its own box: labels that meet can still be read.
   void SetTextCovers(bool covers) { textCovers_ = covers; }
 
@@ -29,14 +31,18 @@ class SurfaceImage : public Surface {
   double Height() const override { return height_; }
   int PixelHeight() const override { return image_.height(); }
   void Cls() override;
-  void SetPenWidth(int width) override { penWidth_ = width; }
+  void SetPenWidth(double pixels) override;
   void Line(double x1, double y1, double x2, double y2, std::int32_t colour) override;
   void Circle(double x, double y, double radius, std::int32_t colour) override;
+  void Fill(double x, double y, double width, double height, std::int32_t colour) override;
+  void Picture(double x, double y, double width, double height, const PictureRows& picture) override;
+  void SetFont(const TextFont& font) override;
   /// A pale text stands on a dark plate: nobody could read it on white.
   void Print(double x, double y, std::string_view text, std::int32_t colour) override;
   double TextWidth(std::string_view text) const override;
   double TextHeight(std::string_view text) const override;
   void ScrollUp(int pixels) override;
+  void CopyFrom(const RetainedSurface& other) override;
 
   /// The picture, with its pixel ratio set. It shares the surface's memory: good until the next change.
   QImage View() const;
@@ -46,7 +52,6 @@ class SurfaceImage : public Surface {
  private:
   QPainter& Painter();
   void EndPainting();
-  int PenPixels() const;
   void MarkDirty(const QRect& pixels);
   QRect Bounds() const { return image_.rect(); }
 
@@ -54,7 +59,8 @@ class SurfaceImage : public Surface {
   double height_ = 0;
   double ratio_ = 1;
   double scale_ = 1;  ///< device pixels per twip
-  int penWidth_ = 1;
+  double penWidth_ = 1;
+  int penPixels_ = 1;  ///< the same in device pixels
   bool textCovers_ = false;
   QImage image_;
   QFont font_;  ///< scaled to device pixels

@@ -1,0 +1,171 @@
+#include "graphs/windows/chart_view.h"
+
+#include <QEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "graphs/windows/chart_fonts.h"
+#include "graphs/windows/surface_view.h"
+#include "ui_chart_view.h"
+
+namespace velk {
+
+namespace {
+
+// All in twips.
+constexpr double kLabelsWidth = 2300;  ///< panel left of Picture1
+constexpr double kBesidePicture1 = 2800;
+constexpr double kBesidePlot = 2900;
+constexpr double kBesideScrollBar = 500;
+constexpr double kBelowPicture1 = 1185;
+constexpr double kAboveFrame = 100;
+constexpr double kBelowPlot = 100;
+constexpr double kAxisWidth = kLeftMargin - 3;
+
+constexpr int kRefreshInterval = 34;  ///< ms: at most 30 a second
+constexpr int kMostPixels = 16000;
+
+int Pixels(double twips) {
+  const double pixels = std::floor(twips / kTwipsPerPixel);
+  return pixels > 0 ? static_cast<int>(std::min<double>(pixels, kMostPixels)) : 0;
+}
+
+/// The date has to fit into the strip left of the axis.
+QFont AxisFont(const QFont& font) {
+  return FitFont(font, QStringLiteral("00-May-0000"), kLeftMargin / 1.05 / kTwipsPerPixel);
+}
+
+/// The controls of the form, loaded into the view.
+std::unique_ptr<Ui::ChartView> Loaded(QWidget& view) {
+  auto ui = std::make_unique<Ui::ChartView>();
+  ui->setupUi(&view);
+  return ui;
+}
+
+}  // namespace
+
+ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const QFont& font,
+                     const Language& language, Clock& clock, QWidget* parent)
+    : QWidget(parent),
+      measures_(measures),
+      curves_(curves),
+      ui_(Loaded(*this)),
+      headerWidth_(ui_->Picture1->width() * kTwipsPerPixel),
+      plotWidth_(ui_->Pic2->width() * kTwipsPerPixel),
+      picture1_(headerWidth_, PlotHeight(), devicePixelRatioF(), font),
+      pic2_(plotWidth_, PlotHeight(), devicePixelRatioF(), font),
+      picture3_(kAxisWidth, PlotHeight(), devicePixelRatioF(), AxisFont(font)),
+      chart_(std::make_unique<StripChart>(times, measures_, curves_, language,
+                                          ChartSurfaces{picture1_, pic2_, picture3_})),
+      labels_(*ui_->LabelPanel, *ui_->Label1_0, *ui_->Label2_0, *ui_->Label3_0),
+      refresh_(clock.MakeTimer()) {
+  picture3_.SetTextCovers(true);
+  ui_->Picture1->SetSurface(&picture1_);
+  ui_->Pic2->SetSurface(&pic2_);
+  ui_->Picture3->SetSurface(&picture3_);
+  labels_.SetFont(font);
+  ui_->LabelPanel->installEventFilter(this);
+  ui_->VScroll1->setMinimum(0);
+  ui_->VScroll1->setSingleStep(1);
+  ui_->VScroll1->setPageStep(4);
+  refresh_->SetInterval(kRefreshInterval);
+  refresh_->SetHandler([this] { ShowChanges(); });
+}
+
+ChartView::~ChartView() {
+  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->SetSurface(nullptr);
+}
+
+int ChartView::WantedHeight(const ChartMeasures& measures, int curves) {
+  const double frame = curves * kHeaderRowHeight + kAboveFrame + measures.MaximumTime + kBelowPlot;
+  return Pixels(frame + kBelowPicture1) + 1;
+}
+
+QScrollBar& ChartView::HistoryBar() {
+  return *ui_->VScroll1;
+}
+
+double ChartView::PlotHeight() const {
+  return std::floor(measures_.MaximumTime / 3) * 3;
+}
+
+bool ChartView::FitToWindow(QSize window) {
+  const double width = window.width() * kTwipsPerPixel, height = window.height() * kTwipsPerPixel;
+  QRect picture1 = ui_->Picture1->geometry();
+  const bool followsWidth = width >= kBesidePlot;
+  if (followsWidth) {
+    headerWidth_ = width - kBesidePicture1;
+    plotWidth_ = width - kBesidePlot;
+    picture1.setWidth(Pixels(headerWidth_));
+    ui_->VScroll1->move(Pixels(width - kBesideScrollBar), ui_->VScroll1->y());
+  }
+  if (height - kBelowPicture1 >= 0) picture1.setHeight(Pixels(height - kBelowPicture1));
+  picture1.moveLeft(Pixels(kLabelsWidth));
+  ui_->Picture1->setGeometry(picture1);
+  ui_->VScroll1->setGeometry(ui_->VScroll1->x(), picture1.top(), ui_->VScroll1->width(), picture1.height());
+  ui_->LabelArea->setGeometry(0, picture1.top(), Pixels(kLabelsWidth), picture1.height());
+  PlaceFrame();
+  FitSurfaces();
+  return followsWidth;
+}
+
+void ChartView::PlaceFrame() {
+  const int plotPixels = std::max(1, Pixels(measures_.MaximumTime));
+  ui_->Frame1->setGeometry(0, Pixels(chart_->HeaderHeight() + kAboveFrame), Pixels(plotWidth_),
+                           plotPixels + Pixels(kBelowPlot));
+  ui_->Pic2->setGeometry(0, 0, Pixels(plotWidth_), plotPixels);
+  ui_->Picture3->setGeometry(0, 0, Pixels(kAxisWidth), plotPixels);
+}
+
+void ChartView::FitSurfaces() {
+  const double ratio = devicePixelRatioF();
+  picture1_.Resize(headerWidth_, ui_->Picture1->height() * kTwipsPerPixel, ratio);
+  pic2_.Resize(plotWidth_, PlotHeight(), ratio);
+  picture3_.Resize(kAxisWidth, PlotHeight(), ratio);
+}
+
+void ChartView::DrawHeader() {
+  PlaceFrame();
+  chart_->InitialHeader();
+}
+
+void ChartView::FillLabels() {
+  labelsFilled_ = true;
+  while (labels_.Count() < curves_.Count()) labels_.LoadAnotherFrame(labels_.Count());
+  labels_.Unload(curves_.Count());
+  for (int slot = 1; slot <= curves_.Count(); ++slot) labels_.Fill(slot - 1, curves_.Curve(slot));
+}
+
+void ChartView::SetValue(int slot, double value) {
+  if (HasLabels(slot)) labels_.SetValue(slot - 1, value, curves_.Curve(slot).format);
+}
+
+void ChartView::SetAlarm(int slot, bool alarmed) {
+  if (HasLabels(slot)) labels_.SetAlarm(slot - 1, alarmed);
+}
+
+/// The label panel gets narrower when the scroll bar comes beside it.
+bool ChartView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->LabelPanel && event->type() == QEvent::Resize && labelsFilled_) labels_.FitToPanel();
+  return QWidget::eventFilter(watched, event);
+}
+
+void ChartView::ScheduleRefresh() {
+  if (refreshWaits_ || !refreshes_) return;
+  refreshWaits_ = true;
+  refresh_->SetEnabled(true);
+}
+
+void ChartView::StopRefresh() {
+  refreshes_ = false;
+  refresh_->SetEnabled(false);
+}
+
+void ChartView::ShowChanges() {
+  refresh_->SetEnabled(false);
+  refreshWaits_ = false;
+  labels_.ShowChanges();
+  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->ShowChanges();
+}
+
+}  // namespace velk

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QFont>
+#include <QScrollBar>
+#include <QWidget>
+#include <memory>
+
+#include "graphs/chart_measures.h"
+#include "graphs/curve_source.h"
+#include "graphs/strip_chart.h"
+#include "graphs/windows/label_rows.h"
+#include "model/time_base.h"
+#include "platform/drawing/surface_image.h"
+#include "platform/loop/clock.h"
+
+namespace Ui {
+class ChartView;
+}
+
+namespace velk {
+
+/// A strip chart on the screen, for any window that shows one: labels on the left, then the header band with the plot
+/// and its axis below it, the bar of the history on the right. It knows no session: what it draws, and when, its window
+/// tells it. Samples change surfaces and label texts; the screen follows at most 30 times a second.
+class ChartView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// All that is given by reference outlives the view. `font` is that of header, axis and labels.
+  ChartView(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const QFont& font,
+            const Language& language, Clock& clock, QWidget* parent);
+  ~ChartView() override;
+
+  /// Height in pixels of a window in which the whole plot of so many curves can be seen.
+  static int WantedHeight(const ChartMeasures& measures, int curves);
+
+  /// The chart behind the picture. Whoever draws on it calls ScheduleRefresh.
+  StripChart& Chart() { return *chart_; }
+  /// VScroll1; its value counts minutes.
+  QScrollBar& HistoryBar();
+
+  /// Lays all out for a window of this size in pixels, its frame and title included, and gives the surfaces their
+  /// sizes; what was drawn stays. Gives whether the width was one to follow: a narrower one leaves the widths.
+  bool FitToWindow(QSize window);
+  /// Draws the header band and places the plot below it.
+  void DrawHeader();
+  /// Writes name, units and colour of each curve into its row of labels; rows come and go with the curves.
+  void FillLabels();
+  /// The latest value of a curve, as a text by the curve's picture. Slots without labels are passed over.
+  void SetValue(int slot, double value);
+  /// See LabelRows::SetAlarm.
+  void SetAlarm(int slot, bool alarmed);
+
+  /// The screen follows within 34 ms.
+  void ScheduleRefresh();
+  /// The window is on its way out: nothing is shown any more.
+  void StopRefresh();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool HasLabels(int slot) const { return slot >= 1 && slot <= labels_.Count(); }
+  double PlotHeight() const;
+  void PlaceFrame();
+  void FitSurfaces();
+  void ShowChanges();
+
+  const ChartMeasures measures_;
+  const CurveSource& curves_;
+  std::unique_ptr<Ui::ChartView> ui_;
+  double headerWidth_;  ///< twips
+  double plotWidth_;
+  SurfaceImage picture1_;
+  SurfaceImage pic2_;
+  SurfaceImage picture3_;
+  std::unique_ptr<StripChart> chart_;
+  LabelRows labels_;
+  bool labelsFilled_ = false;
+  std::unique_ptr<Timer> refresh_;  ///< one repaint, 34 ms after the first change
+  bool refreshWaits_ = false;
+  bool refreshes_ = true;
+};
+
+}  // namespace velk
