@@ -1,13 +1,11 @@
 #pragma once
 
-#include <memory>
-
 #include "base/dates.h"
+#include "base/language.h"
 #include "graphs/parameter_curves.h"
 #include "graphs/strip_chart.h"
 #include "model/graph_map.h"
 #include "support/surface_recording.h"
-#include "support/in_english.h"
 
 namespace velk::test {
 
@@ -38,37 +36,31 @@ inline void GiveCurves(Session& session, int count) {
 
 /// A chart of graph 3 on recordings: the plot is 10966 wide, so that the curves have 10000 to themselves.
 struct RecordedChart {
-  explicit RecordedChart(int curveCount = 1, double plotHeight = 3600) {
+  explicit RecordedChart(int curveCount = 1, double plotHeight = 3600, double pixelDivide = 15)
+      : measures{plotHeight, 120, pixelDivide} {
     GiveCurves(session, curveCount);
-    session.MaximumTime = plotHeight;
-    auto header = std::make_unique<SurfaceRecording>(11066, 5000);
-    auto body = std::make_unique<SurfaceRecording>(10966, plotHeight);
-    auto strip = std::make_unique<SurfaceRecording>(963, plotHeight);
-    picture1 = header.get();
-    pic2 = body.get();
-    picture3 = strip.get();
-    chart = std::make_unique<StripChart>(session, curves, English(),
-                                         ChartSurfaces{std::move(header), std::move(body), std::move(strip)});
   }
 
   /// Runs the block that starts `seconds` behind the start, as the sample does, and tells the page start to all.
   void DrawBlock(double seconds) {
-    chart->Picture2_Update(JobStart() + seconds * kSecond, JobStart() + (seconds + 120) * kSecond);
-    session.Times.GraphPageTime = chart->TimeOrigin();
+    chart.Picture2_Update(JobStart() + seconds * kSecond, JobStart() + (seconds + 120) * kSecond);
+    session.Times.GraphPageTime = chart.TimeOrigin();
   }
   /// A segment of the scale 0 to 100 in red.
   void Plot(double fromSecond, double toSecond, float previous, float value, bool wrapping = false) {
-    chart->PlotValue(JobStart() + fromSecond * kSecond, JobStart() + toSecond * kSecond, previous, value, 0, 100,
-                     0x0000FF, wrapping);
+    chart.PlotValue(JobStart() + fromSecond * kSecond, JobStart() + toSecond * kSecond, previous, value, 0, 100,
+                    0x0000FF, wrapping);
   }
-  void Forget() { picture1->calls.clear(), pic2->calls.clear(), picture3->calls.clear(); }
+  void Forget() { picture1.calls.clear(), pic2.calls.clear(), picture3.calls.clear(); }
 
   Session session;
+  Language language;
   ParameterCurves curves{session, 3};
-  SurfaceRecording* picture1;
-  SurfaceRecording* pic2;
-  SurfaceRecording* picture3;
-  std::unique_ptr<StripChart> chart;
+  ChartMeasures measures;
+  SurfaceRecording picture1{11066, 5000};
+  SurfaceRecording pic2{10966, measures.MaximumTime};
+  SurfaceRecording picture3{963, measures.MaximumTime};
+  StripChart chart{session.Times, measures, curves, language, {picture1, pic2, picture3}};
 };
 
 using Calls = std::vector<std::string>;

@@ -155,6 +155,76 @@ TEST(SurfaceImage, PutsAPaleTextOnADarkPlateAndNoOther) {
   EXPECT_EQ(CountOf(surface, 0x181C20), 0);
 }
 
+TEST(SurfaceImage, FillsARectangleAndTellsThatItChanged) {
+  SurfaceImage surface = Small();
+  surface.TakeDirty();
+  surface.Fill(150, 300, 450, 75, 0xFF0000);  // pixels 10 to 39 and 20 to 24
+  EXPECT_EQ(CountOf(surface, 0x0000FF), 30 * 5);
+  EXPECT_EQ(At(surface, 10, 20), 0x0000FFu);
+  EXPECT_EQ(At(surface, 39, 24), 0x0000FFu);
+  EXPECT_EQ(surface.TakeDirty(), QRect(10, 20, 30, 5));
+}
+
+TEST(SurfaceImage, StretchesAPictureToItsRectangle) {
+  const std::uint32_t pixels[] = {0xFFFF0000, 0xFF00FF00, 0xFF123456, 0xFF0000FF, 0xFFFFFFFF, 0xFF123456};
+  SurfaceImage surface = Small();
+  surface.Picture(150, 150, 300, 300, {pixels, 3, 2, 2});  // each pixel becomes 10 x 10; the third of a row is outside
+  EXPECT_EQ(CountOf(surface, 0xFF0000), 100);
+  EXPECT_EQ(At(surface, 19, 10), 0xFF0000u);
+  EXPECT_EQ(At(surface, 20, 10), 0x00FF00u);
+  EXPECT_EQ(At(surface, 10, 20), 0x0000FFu);
+  EXPECT_EQ(CountOf(surface, 0x123456), 0);
+}
+
+TEST(SurfaceImage, DrawsNoRectangleAtAPlaceThatIsNoNumberOrFarOut) {
+  const std::uint32_t pixel = 0xFF000000;
+  SurfaceImage surface = Small();
+  for (const double bad : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e30}) {
+    surface.Fill(bad, 0, 100, 100, colour::Black);
+    surface.Fill(0, 0, 100, bad, colour::Black);
+    surface.Picture(0, bad, 100, 100, {&pixel, 1, 1, 1});
+  }
+  EXPECT_EQ(CountOf(surface, 0xFFFFFF), 100 * 40);
+}
+
+TEST(SurfaceImage, TakesAFontByItsSizeInPoints) {
+  SurfaceImage surface = Small();
+  surface.SetFont({"DejaVu Sans", 12, false});
+  const double width = surface.TextWidth("09:32"), height = surface.TextHeight("09:32");
+  EXPECT_NEAR(height, 1.16 * 12 * 20, 0.1 * height);  // 20 twips are a point
+  surface.SetFont({"DejaVu Sans", 24, false});
+  EXPECT_NEAR(surface.TextWidth("09:32"), 2 * width, 0.05 * width);
+  surface.SetFont({"DejaVu Sans", 12, true});
+  EXPECT_GT(surface.TextWidth("09:32"), width);
+}
+
+TEST(SurfaceImage, IsACopyOfAnotherInSizeAndPicture) {
+  SurfaceImage from(3000, 900, 2, SmallFont()), to = Small();
+  from.Line(0, 450, 3000, 450, 0x0000FF);
+  from.Print(150, 600, "Rate", colour::Black);
+  to.Line(0, 300, 1500, 300, colour::Black);
+  to.TakeDirty();
+  to.CopyFrom(from);
+  EXPECT_EQ(to.View(), from.View());
+  EXPECT_EQ(to.View().devicePixelRatio(), 2);
+  EXPECT_DOUBLE_EQ(to.Width(), 3000);
+  EXPECT_DOUBLE_EQ(to.Height(), 900);
+  EXPECT_EQ(to.TakeDirty(), QRect(0, 0, 200, 60));
+}
+
+TEST(SurfaceImage, DrawsOnItsCopyWithoutTouchingTheOther) {
+  SurfaceImage from = Small(), to = Small();
+  from.Print(150, 150, "Rate", colour::Black);
+  const QImage before = from.View().copy();
+  to.CopyFrom(from);
+  to.Line(0, 300, 1500, 300, 0x0000FF);
+  to.Circle(600, 300, 60, 0x0000FF);
+  to.ScrollUp(5);
+  EXPECT_EQ(from.View(), before);
+  EXPECT_EQ(CountOf(from, 0xFF0000), 0);
+  EXPECT_GT(CountOf(to, 0xFF0000), 90);
+}
+
 TEST(SurfaceImage, SurvivesSizesBeyondWhatAScreenHas) {
   SurfaceImage surface(1e12, -5, 1, SmallFont());
   EXPECT_EQ(surface.View().height(), 1);

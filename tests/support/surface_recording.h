@@ -4,13 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/drawing/surface.h"
+#include "platform/drawing/retained_surface.h"
+#include "platform/drawing/units.h"
 
 namespace velk {
 
 /// A surface that writes down what it is told, a line a call: "line 966 0 966 1800 000000 w1". Its text is
 /// 100 units a character wide and 200 high, its pixels are those of 96 dots an inch.
-class SurfaceRecording : public Surface {
+class SurfaceRecording : public RetainedSurface {
  public:
   SurfaceRecording(double width, double height) : width_(width), height_(height) {}
 
@@ -23,12 +24,23 @@ class SurfaceRecording : public Surface {
   }
 
   void Cls() override { calls.emplace_back("cls"); }
-  void SetPenWidth(int width) override { penWidth_ = width; }
+  void SetPenWidth(double pixels) override { penWidth_ = pixels; }
   void Line(double x1, double y1, double x2, double y2, std::int32_t colour) override {
     calls.push_back("line " + Number(x1) + " " + Number(y1) + " " + Number(x2) + " " + Number(y2) + Pen(colour));
   }
   void Circle(double x, double y, double radius, std::int32_t colour) override {
     calls.push_back("circle " + Number(x) + " " + Number(y) + " " + Number(radius) + Pen(colour));
+  }
+  void Fill(double x, double y, double width, double height, std::int32_t colour) override {
+    calls.push_back("fill " + Number(x) + " " + Number(y) + " " + Number(width) + " " + Number(height) + " " +
+                    Hex(colour));
+  }
+  void Picture(double x, double y, double width, double height, const PictureRows& picture) override {
+    calls.push_back("picture " + Number(x) + " " + Number(y) + " " + Number(width) + " " + Number(height) + " of " +
+                    std::to_string(picture.width) + "x" + std::to_string(picture.height));
+  }
+  void SetFont(const TextFont& font) override {
+    calls.push_back("font '" + font.family + "' " + Number(font.points) + (font.bold ? " bold" : ""));
   }
   void Print(double x, double y, std::string_view text, std::int32_t colour) override {
     calls.push_back("print " + Number(x) + " " + Number(y) + " '" + std::string(text) + "' " + Hex(colour));
@@ -40,6 +52,12 @@ class SurfaceRecording : public Surface {
   }
   double TextHeight(std::string_view) const override { return 200; }
   void ScrollUp(int pixels) override { calls.push_back("scroll " + std::to_string(pixels)); }
+  /// What was drawn on the other one stands here as if it had been drawn here.
+  void CopyFrom(const RetainedSurface& other) override {
+    const auto& from = dynamic_cast<const SurfaceRecording&>(other);
+    Resize(from.width_, from.height_);
+    calls = from.calls;
+  }
 
   std::vector<std::string> calls;
 
@@ -54,11 +72,11 @@ class SurfaceRecording : public Surface {
     std::snprintf(text, sizeof text, "%06X", static_cast<unsigned>(colour));
     return text;
   }
-  std::string Pen(std::int32_t colour) const { return " " + Hex(colour) + " w" + std::to_string(penWidth_); }
+  std::string Pen(std::int32_t colour) const { return " " + Hex(colour) + " w" + Number(penWidth_); }
 
   double width_;
   double height_;
-  int penWidth_ = 1;
+  double penWidth_ = 1;
 };
 
 }  // namespace velk

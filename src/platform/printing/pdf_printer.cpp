@@ -1,0 +1,67 @@
+#include "platform/printing/pdf_printer.h"
+
+#include <QFile>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <optional>
+
+#include "base/errors.h"
+#include "base/text_qt.h"
+#include "platform/drawing/painted_surface.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kDotsPerInch = 1200;
+
+class PdfPrinter : public Printer {
+ public:
+  explicit PdfPrinter(const std::string& path) : file_(QFile::decodeName(path.c_str())), writer_(&file_) {
+    writer_.setResolution(kDotsPerInch);
+    writer_.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()));
+    writer_.setCreator(QStringLiteral("VELK"));
+  }
+
+  Paper Sheet() const override { return {}; }
+  double DotsPerInch() const override { return kDotsPerInch; }
+
+  Surface& Begin(const std::string& title, Unit unit) override {
+    if (!file_.open(QIODevice::WriteOnly)) Refuse();
+    writer_.setTitle(ToQt(title));
+    if (!painter_.begin(&writer_)) Refuse();
+    const Paper sheet = Sheet();
+    return page_.emplace(painter_, unit, Convert(sheet.width, Unit::Millimetre, unit),
+                         Convert(sheet.height, Unit::Millimetre, unit), kDotsPerInch);
+  }
+  void NewPage() override {
+    if (!writer_.newPage()) Refuse();
+  }
+  void End() override {
+    page_.reset();
+    painter_.end();
+    if (!file_.commit()) Refuse();
+  }
+
+ private:
+  [[noreturn]] void Refuse() const {
+    throw RuntimeError(ErrorNumber::DeviceIOError,
+                       SystemText(ErrorNumber::DeviceIOError, FromQt(file_.errorString() + ": " + file_.fileName())));
+  }
+
+  QSaveFile file_;  ///< given up, with what it holds, unless the document ends
+  QPdfWriter writer_;
+  QPainter painter_;
+  std::optional<PaintedSurface> page_;
+};
+
+}  // namespace
+
+std::unique_ptr<Printer> MakePdfPrinter(const std::string& path) {
+  return std::make_unique<PdfPrinter>(path);
+}
+
+}  // namespace velk
