@@ -92,6 +92,7 @@ TEST_F(PdfPrinterTest, RaisesAnErrorAtTheEndWhereTheDiskIsFullAndKeepsTheDocumen
   const test::FileSizeLimit full(100);
   EXPECT_THROW(PrintTwoPages(*printer), RuntimeError);
   EXPECT_EQ(Bytes(path_), "before");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1) << "nothing is left beside it";
 }
 
 }  // namespace

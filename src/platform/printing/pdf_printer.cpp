@@ -43,6 +43,9 @@ class PdfPrinter : public Printer {
   void End() override {
     page_.reset();
     painter_.end();
+    // The toolkit itself takes a buffer that went to the disk in part for written.
+    const bool whole = file_.flush() && file_.size() == file_.pos();
+    if (!whole) file_.cancelWriting();
     if (!file_.commit()) Refuse();
   }
 
