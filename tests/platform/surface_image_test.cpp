@@ -212,6 +212,17 @@ TEST(SurfaceImage, IsACopyOfAnotherInSizeAndPicture) {
   EXPECT_EQ(to.TakeDirty(), QRect(0, 0, 200, 60));
 }
 
+TEST(SurfaceImage, GoesOnAsTheOneThatItIsACopyOf) {
+  SurfaceImage from = Small(), to(150, 150, 1, QFont("DejaVu Serif"));
+  from.SetFont({"DejaVu Sans", 12, true});
+  from.SetTextCovers(true);
+  from.Fill(0, 0, 1500, 600, 0x0000FF);
+  to.CopyFrom(from);
+  for (SurfaceImage* surface : {&from, &to}) surface->Print(150, 150, "09:32", colour::Black);
+  EXPECT_EQ(to.View(), from.View());
+  EXPECT_GT(CountOf(to, 0xFFFFFF), 0) << "the text's own box";
+}
+
 TEST(SurfaceImage, DrawsOnItsCopyWithoutTouchingTheOther) {
   SurfaceImage from = Small(), to = Small();
   from.Print(150, 150, "Rate", colour::Black);

@@ -14,7 +14,8 @@ class RetainedSurface : public Surface {
   virtual void Cls() = 0;
   /// Moves the picture up by so many device pixels; what comes free at the bottom is cleared.
   virtual void ScrollUp(int pixels) = 0;
-  /// Takes over the size and the picture of another surface, pixel for pixel. Both are of one class.
+  /// Takes over the size, the picture, pixel for pixel, and the font of another surface, so that what is drawn on
+  /// either from now on looks alike. Both are of one class.
   virtual void CopyFrom(const RetainedSurface& other) = 0;
 };
 

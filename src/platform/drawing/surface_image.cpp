@@ -179,7 +179,8 @@ void SurfaceImage::ScrollUp(int pixels) {
 void SurfaceImage::CopyFrom(const RetainedSurface& other) {
   const auto& from = dynamic_cast<const SurfaceImage&>(other);
   Resize(from.width_, from.height_, from.ratio_);
-  EndPainting();
+  UseFont(from.baseFont_);
+  textCovers_ = from.textCovers_;
   std::memcpy(image_.bits(), from.image_.constBits(), static_cast<std::size_t>(from.image_.sizeInBytes()));
   MarkDirty(Bounds());
 }
