@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QRect>
 
-#include "platform/drawing/line_raster.h"
+#include "platform/drawing/segment_raster.h"
 #include "platform/drawing/retained_surface.h"
 #include "platform/drawing/units.h"
 
