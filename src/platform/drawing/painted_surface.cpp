@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text_qt.h"
-#include "platform/drawing/line_clip.h"
+#include "platform/drawing/segment_clip.h"
 #include "platform/drawing/qt_drawing.h"
 
 namespace velk {
@@ -32,9 +32,9 @@ void PaintedSurface::SetPenWidth(double pixels) {
 }
 
 void PaintedSurface::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
-  ClippedLine line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
+  ClippedSegment line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
   const double margin = penDots_;
-  if (!ClipLine(line, -margin, -margin, width_ * scale_ + margin, height_ * scale_ + margin)) return;
+  if (!ClipSegment(line, -margin, -margin, width_ * scale_ + margin, height_ * scale_ + margin)) return;
   painter_.setPen(Pen(colour));
   painter_.drawLine(QPointF(line.x1, line.y1), QPointF(line.x2, line.y2));
 }
