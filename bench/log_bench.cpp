@@ -21,7 +21,7 @@
 #include "platform/loop/system_clock.h"
 #include "platform/platform.h"
 #include "platform/settings/settings.h"
-#include "support/in_english.h"
+#include "tests/support/in_english.h"
 
 namespace {
 

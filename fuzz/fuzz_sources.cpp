@@ -14,11 +14,11 @@
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_graphs.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/in_english.h"
 #include "tests/support/recording_view.h"
 #include "tests/support/scripted_job_questions.h"
 #include "tests/support/scripted_pages.h"
 #include "tests/support/temporary_folder.h"
-#include "support/in_english.h"
 
 using namespace velk;
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/text_qt.h"
-#include "platform/drawing/segment_clip.h"
 #include "platform/drawing/qt_drawing.h"
+#include "platform/drawing/segment_clip.h"
 
 namespace velk {
 

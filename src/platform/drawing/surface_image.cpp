@@ -6,8 +6,8 @@
 
 #include "base/colour.h"
 #include "base/text_qt.h"
-#include "platform/drawing/segment_clip.h"
 #include "platform/drawing/qt_drawing.h"
+#include "platform/drawing/segment_clip.h"
 
 namespace velk {
 

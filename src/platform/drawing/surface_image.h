@@ -6,8 +6,8 @@
 #include <QPainter>
 #include <QRect>
 
-#include "platform/drawing/segment_raster.h"
 #include "platform/drawing/retained_surface.h"
+#include "platform/drawing/segment_raster.h"
 #include "platform/drawing/units.h"
 
 namespace velk {
