@@ -47,12 +47,12 @@ class NoDialogs : public velk::Dialogs {
   using Dialogs::Dialogs;
 
  protected:
-  velk::Answer ShowMessage(const velk::MessageBox& box) override { throw std::logic_error(box.text); }
+  velk::Answer ShowMessage(const velk::ShownMessage& box) override { throw std::logic_error(box.text); }
   std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;
   }
-  std::optional<std::string> ShowOpenFile(const velk::FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const velk::FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowOpenFile(const velk::ShownFileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> ShowSaveFile(const velk::ShownFileQuestion&) override { return std::nullopt; }
 };
 
 class Folder {
@@ -119,9 +119,9 @@ void AppendLogRow_64Channels(benchmark::State& state) {
   const Folder folder;
   velk::Gate gate;
   velk::SystemClock clock(gate);
-  NoDialogs dialogs(gate);
+  NoDialogs dialogs(gate, velk::test::English());
   velk::SettingsStore settings(folder.File("settings"));
-  const velk::Platform platform{clock, gate, dialogs, settings, English()};
+  const velk::Platform platform{clock, gate, dialogs, settings, velk::test::English()};
   NoQuestions questions;
   NoGraphs graphs;
   Session session;
