@@ -29,6 +29,40 @@ std::optional<std::int64_t> KeyOrNothing(const Command& command) {
   return number == nullptr ? std::nullopt : std::optional(*number);
 }
 
+/// The days that stand in the index, from one on, each found without reading the rows of the one before.
+class DaySteps {
+ public:
+  DaySteps(Connection& connection, const std::string& index, double from)
+      : first_(connection, "SELECT min(Date) FROM logData INDEXED BY " + index + " WHERE Date >= ?"),
+        next_(connection, "SELECT min(Date) FROM logData INDEXED BY " + index + " WHERE Date > ?") {
+    first_.Bind(1, DatePart(from));
+  }
+
+  /// As stored; nothing behind the last one.
+  std::optional<FieldValue> Next() {
+    Command& step = started_ ? next_ : first_;
+    started_ = true;
+    step.Next();
+    FieldValue day = step.Field(0);
+    step.Reset();
+    if (std::holds_alternative<std::monostate>(day)) return std::nullopt;
+    next_.Bind(1, day);
+    return day;
+  }
+
+ private:
+  Command first_;
+  Command next_;
+  bool started_ = false;
+};
+
+/// A text compares as greater than every number.
+bool IsBehind(const FieldValue& day, double last) {
+  if (const auto* whole = std::get_if<std::int64_t>(&day)) return static_cast<double>(*whole) > last;
+  const auto* number = std::get_if<double>(&day);
+  return number == nullptr || *number > last;
+}
+
 /// Bisects keys, which may have gaps: a probe takes the first row from a key on.
 class KeyBisection {
  public:
@@ -139,19 +173,14 @@ std::optional<KeySpan> RowFinder::FindByIndex(Connection& connection, const RowF
 
 /// Each day that the file has within the range is a range of the index for itself.
 std::optional<KeySpan> RowFinder::FindDays(Connection& connection, const RowFilter& filter) {
-  Command nextDay(connection, "SELECT min(Date) FROM logData INDEXED BY " + layout_.index +
-                                  " WHERE Date >= ?1 AND (?3 OR Date > ?1) AND Date <= ?2");
+  DaySteps days(connection, layout_.index, *filter.from);
   Command ofDay(connection, "SELECT min(" + layout_.key + "), max(" + layout_.key + ") FROM logData INDEXED BY " +
                                 layout_.index + " WHERE Date = ? AND Time >= ? AND Time <= ?");
   ofDay.Bind(2, TimePart(*filter.from)).Bind(3, TimePart(*filter.to));
-  nextDay.Bind(1, DatePart(*filter.from)).Bind(2, DatePart(*filter.to)).Bind(3, std::int64_t{1});
+  const double last = DatePart(*filter.to);
   std::optional<KeySpan> span;
-  while (nextDay.Next()) {
-    const FieldValue day = nextDay.Field(0);
-    nextDay.Reset();
-    if (std::holds_alternative<std::monostate>(day)) break;
-    nextDay.Bind(1, day).Bind(3, std::int64_t{0});
-    ofDay.Bind(1, day);
+  for (auto day = days.Next(); day && !IsBehind(*day, last); day = days.Next()) {
+    ofDay.Bind(1, *day);
     if (ofDay.Next() && KeyOrNothing(ofDay)) {
       const KeySpan found{ofDay.Integer(0), ofDay.Integer(1)};
       span = span ? KeySpan{std::min(span->first, found.first), std::max(span->last, found.last)} : found;
@@ -163,19 +192,13 @@ std::optional<KeySpan> RowFinder::FindDays(Connection& connection, const RowFilt
 
 /// The first row from a day and, on that and each later day, from a time of day on.
 std::optional<std::int64_t> RowFinder::FirstBySteps(Connection& connection, double from) {
-  Command next(connection,
-               "SELECT min(Date) FROM logData INDEXED BY " + layout_.index + " WHERE Date >= ?1 AND (?2 OR Date > ?1)");
+  DaySteps days(connection, layout_.index, from);
   Command ofDay(connection, "SELECT " + layout_.key + " FROM logData INDEXED BY " + layout_.index +
                                 " WHERE Date = ? AND Time >= ? ORDER BY Time, " + layout_.key + " LIMIT 1");
   ofDay.Bind(2, TimePart(from));
-  next.Bind(1, DatePart(from)).Bind(2, std::int64_t{1});
-  while (next.Next()) {
-    const FieldValue day = next.Field(0);
-    next.Reset();
-    if (std::holds_alternative<std::monostate>(day)) break;
-    ofDay.Bind(1, day);
+  for (auto day = days.Next(); day; day = days.Next()) {
+    ofDay.Bind(1, *day);
     if (ofDay.Next()) return ofDay.Integer(0);
-    next.Bind(1, day).Bind(2, std::int64_t{0});
   }
   return std::nullopt;
 }
