@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/errors.h"
-#include "log/log_tables.h"
+#include "log/log_schema.h"
 #include "log/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/files/file_errors.h"
