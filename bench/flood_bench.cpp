@@ -144,10 +144,12 @@ class Job {
  public:
   explicit Job(const std::string& log) : log_(log) {
     SaveSettings();
-    application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_, questions_, settingsQuestions_, protocolDialogs_, [this] {
-                   return std::make_unique<CountingPort>(read_);
-                 }});
+    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
+                                                          translation_,
+                                                          questions_,
+                                                          settingsQuestions_,
+                                                          protocolDialogs_,
+                                                          [this] { return std::make_unique<CountingPort>(read_); }});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();

@@ -106,8 +106,12 @@ class Job {
       port_ = port.get();  // the last one made is the line driver's
       return port;
     };
-    application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_, questions_, settingsQuestions_, protocolDialogs_, ports});
+    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
+                                                          translation_,
+                                                          questions_,
+                                                          settingsQuestions_,
+                                                          protocolDialogs_,
+                                                          ports});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();

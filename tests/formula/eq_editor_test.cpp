@@ -22,9 +22,8 @@ using test::ShowWindow;
 class Calculator : public testing::Test, protected test::ComputedSession {
  protected:
   void Open(const char* picture = "EqEditor") {
-    window_ =
-        std::make_unique<EqEditor>(state, FormulaReport{dialogs, test::English(), [this] { view.Beep(); }}, graphs,
-                                   test::EnglishWindows());
+    window_ = std::make_unique<EqEditor>(state, FormulaReport{dialogs, test::English(), [this] { view.Beep(); }},
+                                         graphs, test::EnglishWindows());
     ShowWindow(*window_, picture);
   }
 

@@ -12,10 +12,10 @@
 #include "formula/computed_session.h"
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/frm_inc_params.h"
-#include "platform/windows/qt_dialogs.h"
-#include "support/window_driving.h"
-#include "support/fake_clock.h"
 #include "platform/settings/settings.h"
+#include "platform/windows/qt_dialogs.h"
+#include "support/fake_clock.h"
+#include "support/window_driving.h"
 
 namespace velk {
 namespace {
@@ -38,7 +38,8 @@ void Nothing(QWidget*) {
 }
 
 TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
-  ComputedParameters window(test::EnglishWindows(), {{"Hook load & torque", true}, {"Differential pressure", false}}, Nothing);
+  ComputedParameters window(test::EnglishWindows(), {{"Hook load & torque", true}, {"Differential pressure", false}},
+                            Nothing);
   ShowWindow(window, "ComputedParameters");
   EXPECT_EQ(window.objectName(), "ComputedParameters");
   EXPECT_EQ(Box(window, 1).text(), "Hook load && torque");

@@ -42,8 +42,7 @@ class LogReading : public test::LogFixture {
   /// The same, with the index that our files have or without it.
   void MakeForeign(const std::string& rows, bool indexed) {
     MakeForeign(rows);
-    if (indexed)
-      Connection::Open(path, OpenMode::ReadWrite)->Execute("CREATE INDEX times ON logData (Date, Time)");
+    if (indexed) Connection::Open(path, OpenMode::ReadWrite)->Execute("CREATE INDEX times ON logData (Date, Time)");
   }
 };
 

@@ -10,10 +10,10 @@
 #include "settings/templates.h"
 #include "support/fake_clock.h"
 #include "support/file_size_limit.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_settings_questions.h"
-#include "support/in_english.h"
 
 namespace velk {
 namespace {

@@ -20,7 +20,6 @@
 namespace velk {
 namespace {
 
-
 template <class Control>
 Control* Find(const QWidget& window, const char* name) {
   auto* control = window.findChild<Control*>(QLatin1String(name));

@@ -71,7 +71,8 @@ class OneRun {
   test::ScriptedSettingsQuestions settingsQuestions_;
   test::ScriptedProtocolDialogs protocolDialogs_;
   test::FakeDevice plainPort_, linePort_;
-  Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_,
+  Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
+                                    translation_,
                                     questions_,
                                     settingsQuestions_,
                                     protocolDialogs_,

@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "support/window_driving.h"
 #include "support/in_english.h"
+#include "support/window_driving.h"
 
 namespace velk {
 namespace {

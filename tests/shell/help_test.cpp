@@ -14,9 +14,9 @@
 
 #include "shell/frm_about.h"
 #include "shell/help_window.h"
+#include "support/in_english.h"
 #include "support/window_driving.h"
 #include "support/window_texts.h"
-#include "support/in_english.h"
 
 namespace velk {
 namespace {

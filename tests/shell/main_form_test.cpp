@@ -13,8 +13,8 @@
 #include "model/texts.h"
 #include "shell/icons.h"
 #include "shell/not_built.h"
-#include "support/recording_view.h"
 #include "support/in_english.h"
+#include "support/recording_view.h"
 
 namespace velk {
 namespace {
@@ -145,7 +145,8 @@ TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
     ChangeCurrentStatus(plain, view, status);
     ChangeCurrentStatus(session, form, status);
     for (const auto& [item, allowed] : view.menuEnabled) {
-      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item)) << item << " in " << session.CurrentStatus.english;
+      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item))
+          << item << " in " << session.CurrentStatus.english;
     }
     for (const auto& [item, visible] : view.menuVisible) EXPECT_EQ(form.MenuItem(item)->isVisible(), visible) << item;
     for (const auto& [item, caption] : view.menuCaption)

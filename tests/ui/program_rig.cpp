@@ -66,8 +66,12 @@ void ProgramRig::SetChannels(int count) {
 
 void ProgramRig::StartProgram() {
   settings.Flush();
-  application = std::make_unique<Application>(
-      Services{{clock, gate, dialogs, settings, translation.Translator}, translation, questions, settingsQuestions, protocolDialogs, MakeSerialPort});
+  application = std::make_unique<Application>(Services{{clock, gate, dialogs, settings, translation.Translator},
+                                                       translation,
+                                                       questions,
+                                                       settingsQuestions,
+                                                       protocolDialogs,
+                                                       MakeSerialPort});
   application->MDIForm_Load();
 }
 

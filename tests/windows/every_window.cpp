@@ -2,6 +2,7 @@
 
 #include "core/windows/alarms_window.h"
 #include "formula/include_in_graphs.h"
+#include "formula/texts.h"
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/eq_editor.h"
 #include "formula/windows/frm_inc_params.h"
@@ -21,7 +22,6 @@
 #include "shell/help_window.h"
 #include "windows/sample_job.h"
 #include "windows/sample_program.h"
-#include "formula/texts.h"
 
 namespace velk::test {
 
@@ -91,8 +91,7 @@ std::shared_ptr<QWidget> OpenSeparators(const std::string& language) {
 
 std::shared_ptr<QWidget> OpenRequestedData(const std::string& language) {
   const Job job = MakeJob(language);
-  return On<RequestedData>(job, CommandsOf(job->session.Parameters, job->session.NumberOfParameters),
-                           job->translation);
+  return On<RequestedData>(job, CommandsOf(job->session.Parameters, job->session.NumberOfParameters), job->translation);
 }
 
 std::shared_ptr<QWidget> OpenEthernet(const std::string& language) {
@@ -118,8 +117,8 @@ std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int ch
   return On<frmIncParamInSum>(job, job->translation, inclusion);
 }
 
-std::shared_ptr<QWidget> OpenListBox(const std::string& language, const MessageText& title, const MessageText& prompt, bool mayEnter,
-                                     int topic) {
+std::shared_ptr<QWidget> OpenListBox(const std::string& language, const MessageText& title, const MessageText& prompt,
+                                     bool mayEnter, int topic) {
   const Job job = MakeJob(language);
   return On<ListInputBox>(
       job, job->translation,
