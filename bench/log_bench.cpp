@@ -1,20 +1,26 @@
 // What a recorded row costs: AppendLogRow beside a bare prepared INSERT of the same row, each into a log of its own,
-// both write-ahead log with synchronous=FULL. The folder has to be on a real disk: the present one, or
-// VELK_BENCH_FOLDER.
+// both write-ahead log with synchronous=FULL; and what the index over Date and Time adds to a row. What a page of
+// history costs: 240 rows out of VELK_BENCH_ROWS (2.6 million, 1.8 GB) with 64 channels, by the index and by bisection.
+// The folder has to be on a real disk: the present one, or VELK_BENCH_FOLDER.
 //
 //   bench/log_bench --benchmark_repetitions=5
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "base/dates.h"
-#include "log/log_database.h"
+#include "log/channels.h"
+#include "log/log_reader.h"
+#include "log/log_writer.h"
 #include "model/session.h"
 #include "platform/dialogs/dialogs.h"
 #include "platform/loop/gate.h"
@@ -28,19 +34,6 @@ namespace {
 using velk::Session;
 
 constexpr int kChannels = 64;
-
-class NoQuestions : public velk::JobQuestions {
- public:
-  velk::FileChoice AppendOrCreate(const std::string&, bool, bool) override { return velk::FileChoice::None; }
-  void IncludeInSummary(velk::SummaryInclusion&) override {}
-};
-
-class NoGraphs : public velk::GraphWindows {
- public:
-  void CreateGraphWindows() override {}
-  void UnloadAll() override {}
-  void Rebuild(int) override {}
-};
 
 class NoDialogs : public velk::Dialogs {
  public:
@@ -113,23 +106,31 @@ double SecondsOf(Work&& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// A session of 64 channels with what writes its log.
+struct Recording {
+  explicit Recording(const Folder& folder) : settings(folder.File("settings")) {
+    session.NumberOfParameters = kChannels;
+    for (int i = 1; i <= kChannels; ++i)
+      session.CurrentParameters[static_cast<std::size_t>(i)].name = "Channel " + std::to_string(i);
+  }
+
+  velk::Gate gate;
+  velk::SystemClock clock{gate};
+  NoDialogs dialogs{gate};
+  velk::SettingsStore settings;
+  velk::Language english;
+  velk::Platform platform{clock, gate, dialogs, settings, english};
+  Session session;
+  velk::LogWriter log{session, platform};
+};
+
 /// Rows go to both logs in turn, so that a busy disk is busy for both. `ratio` is the time of AppendLogRow over that of
 /// the bare INSERT.
 void AppendLogRow_64Channels(benchmark::State& state) {
   const Folder folder;
-  velk::Gate gate;
-  velk::SystemClock clock(gate);
-  NoDialogs dialogs(gate, velk::test::English());
-  velk::SettingsStore settings(folder.File("settings"));
-  const velk::Platform platform{clock, gate, dialogs, settings, velk::test::English()};
-  NoQuestions questions;
-  NoGraphs graphs;
-  Session session;
-  session.NumberOfParameters = kChannels;
-  for (int i = 1; i <= kChannels; ++i)
-    session.CurrentParameters[static_cast<std::size_t>(i)].name = "Channel " + std::to_string(i);
-
-  velk::LogDatabase log(session, platform, questions, graphs);
+  Recording recording(folder);
+  velk::LogWriter& log = recording.log;
+  Session& session = recording.session;
   log.CreateLogFile(folder.File("bare.mdb"));
   log.CreateLogFile(folder.File("log.mdb"));
   log.ConnectLogFile(folder.File("log.mdb"));
@@ -144,11 +145,11 @@ void AppendLogRow_64Channels(benchmark::State& state) {
     for (int i = 1; i <= kChannels; ++i)
       session.CurrentValue[static_cast<std::size_t>(i)] =
           static_cast<float>(row % 1000) * 0.37f + static_cast<float>(i);
-    const double now = clock.Now();
+    const double now = recording.clock.Now();
     const auto bareRow = [&] { bare.Row(session, velk::DatePart(now), velk::TimePart(now)); };
     // Who goes first finds the disk as the other left it; they take turns.
     if (row % 2 == 0) bareSeconds += SecondsOf(bareRow);
-    const double seconds = SecondsOf([&] { log.AppendLogRow(); });
+    const double seconds = SecondsOf([&] { log.AppendLogRow(velk::PresentRow(session, now)); });
     if (row % 2 != 0) bareSeconds += SecondsOf(bareRow);
     logSeconds += seconds;
     state.SetIterationTime(seconds);
@@ -158,6 +159,80 @@ void AppendLogRow_64Channels(benchmark::State& state) {
   state.counters["ratio"] = logSeconds / bareSeconds;
 }
 BENCHMARK(AppendLogRow_64Channels)->UseManualTime()->Unit(benchmark::kMicrosecond)->MinTime(3);
+
+void DropIndex(const std::string& file) {
+  velk::Connection::Open(file, velk::OpenMode::ReadWrite)->Execute("DROP INDEX logDataTimes");
+}
+
+/// The same row into a log with the index and into one without, in turn. `ratio` is the one over the other.
+void IndexOfARow_64Channels(benchmark::State& state) {
+  const Folder folder;
+  Recording recording(folder);
+  recording.log.CreateLogFile(folder.File("with.mdb"));
+  recording.log.CreateLogFile(folder.File("without.mdb"));
+  DropIndex(folder.File("without.mdb"));
+  BareInsert with(folder.File("with.mdb"));
+  BareInsert without(folder.File("without.mdb"));
+  double seconds[2] = {};
+  std::int64_t row = 0;
+  for (auto _ : state) {
+    ++row;
+    const double now = recording.clock.Now();
+    for (const bool first : {true, false}) {
+      const bool indexed = first == (row % 2 == 0);
+      seconds[indexed ? 1 : 0] += SecondsOf(
+          [&] { (indexed ? with : without).Row(recording.session, velk::DatePart(now), velk::TimePart(now)); });
+    }
+  }
+  state.counters["without_us"] = seconds[0] / static_cast<double>(row) * 1e6;
+  state.counters["ratio"] = seconds[1] / seconds[0];
+}
+BENCHMARK(IndexOfARow_64Channels)->Unit(benchmark::kMicrosecond)->MinTime(3);
+
+long RowsToRead() {
+  const char* rows = std::getenv("VELK_BENCH_ROWS");
+  return rows == nullptr ? 2'600'000 : std::max(1000L, std::atol(rows));
+}
+
+/// A log of one row a second from 14 March 2026, 00:00:00, on.
+void FillLog(const std::string& file) {
+  const auto connection = velk::Connection::Open(file, velk::OpenMode::ReadWrite);
+  connection->Execute("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
+  velk::Transaction transaction(*connection);
+  std::string marks;
+  for (int i = 0; i < kChannels + 2; ++i) marks += ",?";
+  velk::Command insert(*connection, "INSERT INTO logData VALUES (NULL" + marks + ")");
+  for (long row = 0; row < RowsToRead(); ++row) {
+    insert.Bind(1, 46095.0 + static_cast<double>(row / 86400)).Bind(2, static_cast<double>(row % 86400) / 86400);
+    for (int i = 0; i < kChannels; ++i) insert.Bind(i + 3, static_cast<double>(row % 1000) * 0.37 + i);
+    insert.Execute();
+  }
+  transaction.Commit();
+}
+
+/// A page of 240 rows and 8 channels at a random minute. The argument says whether the file has the index.
+void Page_240Of2600000(benchmark::State& state) {
+  const Folder folder;
+  const std::string file = folder.File("log.mdb");
+  Recording(folder).log.CreateLogFile(file);
+  if (state.range(0) == 0) DropIndex(file);
+  FillLog(file);
+  velk::LogReader reader(file);
+  reader.Choose({0, 7, 15, 23, 31, 39, 47, 55});
+  reader.Page({46095.0, 46095.0}, 1);  // where there is no index, the first search looks at the order of all rows
+  std::mt19937 random(1);
+  std::vector<double> seconds;
+  for (auto _ : state) {
+    const long minute = static_cast<long>(random() % static_cast<unsigned long>(RowsToRead() / 60 - 4));
+    const double from =
+        velk::JoinDateTime(46095.0 + static_cast<double>(minute / 1440),
+                           velk::TimeOfDay(static_cast<int>(minute % 1440 / 60), static_cast<int>(minute % 60), 0));
+    seconds.push_back(SecondsOf([&] { benchmark::DoNotOptimize(reader.Page({from}, 240)); }));
+  }
+  std::nth_element(seconds.begin(), seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2), seconds.end());
+  state.counters["median_us"] = seconds[seconds.size() / 2] * 1e6;
+}
+BENCHMARK(Page_240Of2600000)->ArgName("index")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond)->Iterations(500);
 
 }  // namespace
 

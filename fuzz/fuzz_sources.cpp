@@ -11,6 +11,7 @@
 #include "instruments/table/protocols.h"
 #include "model/texts.h"
 #include "platform/settings/settings.h"
+#include "support/in_english.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_graphs.h"
 #include "tests/support/fake_serial_port.h"
@@ -68,8 +69,9 @@ struct Rig {
   Link link{session, platform, view, timers, [this]() -> std::unique_ptr<SerialPort> {
               return std::make_unique<test::FakeSerialPort>(plainPort.port ? linePort : plainPort);
             }};
-  LogDatabase log{session, platform, questions, graphs};
-  Recorder recorder{session, platform, view, log, questions};
+  JobFiles jobFiles{session, platform, questions, graphs};
+  LogWriter log{session, platform};
+  Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
   test::ScriptedPages* pages = new test::ScriptedPages;
   Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};

@@ -5,6 +5,7 @@
 #include "core/texts.h"
 #include "core/under.h"
 #include "log/begin_recording.h"
+#include "log/channels.h"
 #include "log/record_file.h"
 #include "model/texts.h"
 #include "platform/loop/clock.h"
@@ -18,17 +19,16 @@ constexpr std::size_t kShortestName = 3;
 
 }  // namespace
 
-Recorder::Recorder(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
-                   JobQuestions& questions)
-    : session_(session), platform_(platform), view_(view), log_(log), questions_(questions) {
+Recorder::Recorder(Session& session, const Platform& platform, MainView& view, LogWriter& log, JobFiles& files)
+    : session_(session), platform_(platform), view_(view), log_(log), files_(files) {
 }
 
 void Recorder::mnuFileRecord_Click() {
-  velk::mnuFileRecord_Click(session_, platform_, view_, log_, questions_);
+  velk::mnuFileRecord_Click(session_, platform_, view_, files_);
 }
 
 void Recorder::Connect() {
-  BeginRecording(session_, log_, session_.CurrentFile);
+  BeginRecording(session_, files_, log_, session_.CurrentFile);
   failing_ = false;
   rows_ = missingRows_ = 0;
   ShowMissingRows();
@@ -82,22 +82,14 @@ void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
 }
 
 void Recorder::Append(bool firstTry, std::optional<double> rowTime) {
-  if (firstTry) {
-    try {
-      return log_.AppendLogRow(rowTime);
-    } catch (const RuntimeError&) {
-      failedRow_ = {rowTime.value_or(platform_.clock.Now()), session_.CurrentValue};
-      throw;
-    }
-  }
-  std::swap(session_.CurrentValue, failedRow_.values);
+  if (!firstTry) return log_.AppendLogRow(failedRow_);
+  LogRow row = PresentRow(session_, rowTime.value_or(platform_.clock.Now()));
   try {
-    log_.AppendLogRow(failedRow_.time);
+    log_.AppendLogRow(row);
   } catch (const RuntimeError&) {
-    std::swap(session_.CurrentValue, failedRow_.values);
+    failedRow_ = std::move(row);
     throw;
   }
-  std::swap(session_.CurrentValue, failedRow_.values);
 }
 
 void Recorder::AppendRowQuietly(std::optional<double> rowTime) {

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "log/job_questions.h"
-#include "log/log_database.h"
+#include "log/job_files.h"
+#include "log/log_writer.h"
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
@@ -15,7 +15,7 @@ namespace velk {
 /// Recording as the running job needs it: choosing the file, switching on and off, rows, page changes.
 class Recorder {
  public:
-  Recorder(Session& session, const Platform& platform, MainView& view, LogDatabase& log, JobQuestions& questions);
+  Recorder(Session& session, const Platform& platform, MainView& view, LogWriter& log, JobFiles& files);
 
   /// Asks for the file to record to; CurrentFile tells what was chosen.
   void mnuFileRecord_Click();
@@ -48,12 +48,6 @@ class Recorder {
   void Finish();
 
  private:
-  /// A row that could not be appended, for its Retry: later samples have taken CurrentValue over by then.
-  struct FailedRow {
-    double time = 0;
-    Session::PerParameter<float> values{};
-  };
-
   void Append(bool firstTry, std::optional<double> rowTime);
   void AskForFile(const Statements& run);
   void ShowFile();
@@ -62,11 +56,11 @@ class Recorder {
   Session& session_;
   Platform platform_;
   MainView& view_;
-  LogDatabase& log_;
-  JobQuestions& questions_;
+  LogWriter& log_;
+  JobFiles& files_;
   bool failing_ = false;
   bool asking_ = false;
-  FailedRow failedRow_;
+  LogRow failedRow_;  ///< that could not be appended, for its Retry: later samples have taken CurrentValue over by then
   long long rows_ = 0;
   long long missingRows_ = 0;
 };

@@ -4,8 +4,11 @@
 
 namespace velk {
 
-void BeginRecording(Session& session, LogDatabase& log, const std::string& path) {
-  if (!FileExists(path)) log.CreateLogFile(path);
+void BeginRecording(Session& session, JobFiles& files, LogWriter& log, const std::string& path) {
+  if (!FileExists(path)) {
+    files.AskForNewFile(path);
+    log.CreateLogFile(path);
+  }
   log.ConnectLogFile(path);
   session.LogFileInUse = path;
 }

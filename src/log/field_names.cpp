@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "log/texts.h"
+#include "model/parameter.h"
 #include "platform/database/catalog.h"
 
 namespace velk {
@@ -37,13 +37,6 @@ std::string CleanFieldName(std::string_view name) {
   return cleaned;
 }
 
-std::vector<std::string> ChannelNames(const Session& session) {
-  std::vector<std::string> names;
-  for (int i = 1; i <= session.NumberOfParameters; ++i)
-    names.push_back(session.CurrentParameters[static_cast<std::size_t>(i)].name);
-  return names;
-}
-
 std::vector<std::string> LogColumnNames(const std::vector<std::string>& names) {
   std::vector<std::string> taken{"ID", "Date", "Time"};
   std::vector<std::string> columns;
@@ -54,14 +47,15 @@ std::vector<std::string> LogColumnNames(const std::vector<std::string>& names) {
   return columns;
 }
 
-SummaryColumns SummaryColumnNames(const Session& session, const Language& language) {
+SummaryColumns SummaryColumnNames(const std::vector<std::string>& channels, const std::vector<std::string>& extraFields,
+                                  const std::string& comments) {
   SummaryColumns columns;
-  columns.comments = language.In(text::Comments);
+  columns.comments = comments;
   std::vector<std::string> taken{"Date", "Time", columns.comments};
   int number = 0;
-  for (const std::string& name : LogColumnNames(ChannelNames(session)))
+  for (const std::string& name : LogColumnNames(channels))
     columns.parameters.push_back(TakeName(name, ++number, taken));
-  for (const std::string& field : session.SummaryExtraFields) {
+  for (const std::string& field : extraFields) {
     ++number;
     columns.extraFields.push_back(TakeName(ColumnBase(field, number), number, taken));
   }

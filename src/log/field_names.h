@@ -4,17 +4,11 @@
 #include <string_view>
 #include <vector>
 
-#include "base/language.h"
-#include "model/session.h"
-
 namespace velk {
 
 /// A parameter name without the characters that a column name can't hold: . ! ' [ ] and the codes 0 to 31. The
 /// whole name may vanish.
 std::string CleanFieldName(std::string_view name);
-
-/// The names of channels 1 to NumberOfParameters, in order.
-std::vector<std::string> ChannelNames(const Session& session);
 
 /// The columns of logData behind ID, Date and Time for channels of these names, in order: the cleaned name; "BLANK" and
 /// the channel's number where nothing is left or the name is "BLANK". The database tells column names apart without
@@ -30,7 +24,8 @@ struct SummaryColumns {
 
 /// The columns of SummaryReport behind Date and Time. A channel has the column name that it has in logData, unless that
 /// is the comments column's; an additional field never has the name of a channel, so that a column tells what it holds.
-SummaryColumns SummaryColumnNames(const Session& session, const Language& language);
+SummaryColumns SummaryColumnNames(const std::vector<std::string>& channels, const std::vector<std::string>& extraFields,
+                                  const std::string& comments);
 
 /// Whether a name begins with "BLANK", in any case.
 bool BeginsWithBlank(std::string_view name);

@@ -29,10 +29,8 @@ long long CountFrom(const std::string& text) {
 }
 
 /// The name that is to be recorded to; empty where the operator chose none.
-std::string AskAppendOrCreate(const RecordFileNames& names, LogDatabase& log, JobQuestions& questions) {
-  const bool compatible = log.IsCompatibleLog(names.oldName);
-  const bool sameOrder = compatible && log.HasSameColumnOrder(names.oldName);
-  switch (questions.AppendOrCreate(names.oldName, compatible, sameOrder)) {
+std::string AskAppendOrCreate(const RecordFileNames& names, JobFiles& files) {
+  switch (files.AppendOrCreate(names.oldName)) {
     case FileChoice::Append:
       return names.oldName;
     case FileChoice::CreateNew:
@@ -77,8 +75,7 @@ RecordFileNames NamesFor(const std::string& chosen, const std::function<bool(con
   return names;
 }
 
-bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
-                         JobQuestions& questions) {
+bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, JobFiles& files) {
   bool chosen = false;
   const Report report{platform.dialogs, "mnuFileRecord_Click", text::RecordToError};
   RunProcedure(report, [&](auto run) {
@@ -86,8 +83,7 @@ bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& v
         platform.dialogs.SaveFile({text::RecordDataTo, text::DataFilesFilter, session.DefaultDirectory});
     if (!picked || picked->empty()) return;
     const RecordFileNames names = NamesFor(*picked, FileExists);
-    const std::string name =
-        names.oldExists ? run([&] { return AskAppendOrCreate(names, log, questions); }) : names.oldName;
+    const std::string name = names.oldExists ? run([&] { return AskAppendOrCreate(names, files); }) : names.oldName;
     if (name.empty()) return;
     TakeFile(session, view, name);
     chosen = true;

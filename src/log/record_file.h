@@ -3,8 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "log/job_questions.h"
-#include "log/log_database.h"
+#include "log/job_files.h"
 #include "model/main_view.h"
 #include "model/session.h"
 #include "platform/platform.h"
@@ -26,7 +25,6 @@ RecordFileNames NamesFor(const std::string& chosen, const std::function<bool(con
 /// The menu command: asks for the file of the next recording, and where it exists whether to append to it or to make a
 /// numbered one. True when a file was chosen: it is then in CurrentFile, its folder in DefaultDirectory, PageCount is
 /// 0, and in "Ready to Acquire" recording is switched on. Failures are shown in "Record to ... error".
-bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, LogDatabase& log,
-                         JobQuestions& questions);
+bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& view, JobFiles& files);
 
 }  // namespace velk

@@ -24,5 +24,6 @@ inline constexpr MessageText NoGraphSettings{2213, "Graph settings does not exis
 inline constexpr MessageText RecordDataTo{2214, "Record Data To..."};
 inline constexpr MessageText DataFilesFilter{2215, "Data files (*.mdb)|*.mdb"};
 inline constexpr MessageText LogNotOpen{2216, "The log is not open"};
+inline constexpr MessageText NoColumn{2217, "The log has no column "};
 
 }  // namespace velk::text

@@ -11,8 +11,9 @@
 #include "i18n/translation.h"
 #include "instruments/link/link.h"
 #include "instruments/setup/protocol_dialogs.h"
+#include "log/job_files.h"
 #include "log/job_questions.h"
-#include "log/log_database.h"
+#include "log/log_writer.h"
 #include "model/main_timers.h"
 #include "platform/ports/serial.h"
 #include "platform/windows/modal_windows.h"
@@ -95,7 +96,8 @@ class Application {
   Frame frame_;
   Link link_;
   GraphWindowsMdi graphs_;
-  LogDatabase log_;
+  JobFiles jobFiles_;
+  LogWriter log_;
   Recorder recorder_;
   SampleRoad road_;
   Polling polling_;

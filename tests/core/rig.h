@@ -54,8 +54,9 @@ class Rig {
   FakeDevice plainPort;  ///< the first port that Link makes
   FakeDevice linePort;   ///< the second one
   Link link;
-  LogDatabase log{session, platform, questions, graphs};
-  Recorder recorder{session, platform, view, log, questions};
+  JobFiles jobFiles{session, platform, questions, graphs};
+  LogWriter log{session, platform};
+  Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
   ScriptedPages* pages = new ScriptedPages;  ///< owned by polling
   Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};

@@ -10,15 +10,15 @@ class LogCompatibility : public test::LogFixture {
  protected:
   void MakeLogOf(const std::vector<std::string>& names) {
     NameChannels(names);
-    log.CreateLogFile(path);
+    CreateLog(path);
   }
   bool Fits(const std::vector<std::string>& names) {
     NameChannels(names);
-    return log.IsCompatibleLog(path);
+    return files.IsCompatibleLog(path);
   }
   bool Ordered(const std::vector<std::string>& names) {
     NameChannels(names);
-    return log.HasSameColumnOrder(path);
+    return files.HasSameColumnOrder(path);
   }
 };
 
@@ -61,7 +61,7 @@ TEST_F(LogCompatibility, BlankChannelsFitIntoAnyBlankColumn) {
   EXPECT_TRUE(Ordered({"A", "blank 9"}));
   MakeDatabase(folder.File("none.mdb"), "CREATE TABLE logData (ID INTEGER, Date DATE, Time DATE, A DOUBLE, B DOUBLE)");
   NameChannels({"A", "BLANK"});
-  EXPECT_FALSE(log.IsCompatibleLog(folder.File("none.mdb")));
+  EXPECT_FALSE(files.IsCompatibleLog(folder.File("none.mdb")));
 }
 
 TEST_F(LogCompatibility, AChannelWithoutANamePasses) {
@@ -83,7 +83,7 @@ TEST_F(LogCompatibility, AnotherOrderIsNoticed) {
 TEST_F(LogCompatibility, TheOpenLogIsAskedThroughItsOwnConnection) {
   NameChannels({"A"});
   StartLog(path);
-  EXPECT_TRUE(log.IsCompatibleLog(path));
+  EXPECT_TRUE(files.IsCompatibleLog(path));
   log.Finalise();
   EXPECT_EQ(FilesInFolder(), (std::vector<std::string>{"run.mdb"}));
 }
@@ -102,7 +102,7 @@ TEST_F(LogCompatibility, ADuplicateIsRenamedAndTheComparisonStartsAgain) {
   // The new name is the third channel's, which is then the later one of two.
   dialogs.ExpectInput("Cannot have two parameters with the same name, please change name of (A)", "B");
   dialogs.ExpectInput("please change name of (B)", "C");
-  EXPECT_TRUE(log.IsCompatibleLog(path));
+  EXPECT_TRUE(files.IsCompatibleLog(path));
   EXPECT_EQ(session.CurrentParameters[2].name, "B");
   EXPECT_EQ(session.CurrentParameters[3].name, "C");
   EXPECT_EQ(dialogs.inputTitles, (std::vector<std::string>{"Database error", "Database error"}));
@@ -114,7 +114,7 @@ TEST_F(LogCompatibility, ANewNameIsComparedWithTheChannelsBeforeIt) {
   NameChannels({"A", "B", "B"});
   dialogs.ExpectInput("(B)", "A");
   dialogs.ExpectInput("(A)", "C");
-  EXPECT_TRUE(log.IsCompatibleLog(path));
+  EXPECT_TRUE(files.IsCompatibleLog(path));
   EXPECT_EQ(session.CurrentParameters[3].name, "C");
 }
 

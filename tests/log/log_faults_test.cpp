@@ -25,7 +25,7 @@ class LogFaults : public test::LogFixture {
 
   void AppendRow(float value) {
     session.CurrentValue[1] = value;
-    log.AppendLogRow();
+    AppendLogRow();
   }
   Rows Pressures(const std::string& file) { return Query(file, "SELECT Pressure FROM logData ORDER BY ID"); }
 
@@ -52,7 +52,7 @@ TEST_F(LogFaults, ALogThatWasLeftByAKillIsAppendedToAndFinalised) {
   StartLog(path);
   AppendRow(1);
   const std::string copy = CopyAsAfterAKill();
-  EXPECT_TRUE(log.IsCompatibleLog(copy));
+  EXPECT_TRUE(files.IsCompatibleLog(copy));
   EXPECT_EQ(Pressures(copy), (Rows{"1.0"}));
   log.ConnectLogFile(copy);
   log.OpenLogRecordset();
@@ -101,11 +101,11 @@ TEST_F(LogFaults, FinaliseCanBeTriedAgainWhenAnotherProgramReadsTheFile) {
 
 TEST_F(LogFaults, AProgramThatEndsWithoutStopStillFinalises) {
   {
-    LogDatabase other{session, platform, questions, graphs};
+    LogWriter other{session, platform};
     other.CreateLogFile(path);
     other.ConnectLogFile(path);
     other.OpenLogRecordset();
-    other.AppendLogRow();
+    other.AppendLogRow(PresentRow(session, clock.Now()));
   }
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb"}));
 }
@@ -159,7 +159,7 @@ TEST_F(LogFaults, AFullDiskCostsNothingAcknowledgedAndRecordingGoesOn) {
 
 TEST_F(LogFaults, AFullDiskLeavesNoHalfFile) {
   const test::FileSizeLimit limit(2000);
-  ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::DiskFull);
+  ErrorOf([&] { CreateLog(path); }, ErrorNumber::DiskFull);
   EXPECT_EQ(FilesInFolder(), Rows{});
 }
 
@@ -171,14 +171,14 @@ TEST_F(LogFaults, AFailingDiskAtAnyCallLeavesNoHalfFile) {
     const std::string file = folder.File("new.mdb");
     disk.FailAt(call + 1, call % 2 == 0);
     try {
-      log.CreateLogFile(file);
+      CreateLog(file);
       clean = !disk.HasFailed();
       disk.Heal();
     } catch (const RuntimeError& error) {
       disk.Heal();
       EXPECT_TRUE(disk.HasFailed()) << error.what();
       EXPECT_EQ(FilesInFolder(), Rows{}) << "call " << call;
-      log.CreateLogFile(file);
+      CreateLog(file);
     }
     EXPECT_EQ(FilesInFolder(), (Rows{"new.mdb"})) << "call " << call;
     EXPECT_EQ(Query(file, "SELECT count(*) FROM GraphSettings"), (Rows{"2"}));
@@ -261,7 +261,7 @@ TEST_F(LogFaults, AFileSystemWithoutSharedMemoryIsRecordedToAllTheSame) {
 
 TEST_F(LogFaults, AMissingFolderIsNamed) {
   const std::string lost = folder.File("missing/run.mdb");
-  const std::string text = ErrorOf([&] { log.CreateLogFile(lost); }, ErrorNumber::PathNotFound);
+  const std::string text = ErrorOf([&] { CreateLog(lost); }, ErrorNumber::PathNotFound);
   EXPECT_NE(text.find(lost), std::string::npos) << text;
   ErrorOf([&] { log.ConnectLogFile(lost); }, ErrorNumber::PathNotFound);
   ErrorOf([&] { log.ConnectLogFile(folder.File("none.mdb")); }, ErrorNumber::FileNotFound);
@@ -272,13 +272,13 @@ TEST_F(LogFaults, AMissingFolderIsNamed) {
 TEST_F(LogFaults, AReadOnlyFolderIsNamedAndStaysEmpty) {
   fs::permissions(folder.Path(), fs::perms(0555));
   const test::Unprivileged nobody;
-  const std::string text = ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::PermissionDenied);
+  const std::string text = ErrorOf([&] { CreateLog(path); }, ErrorNumber::PermissionDenied);
   EXPECT_NE(text.find(path), std::string::npos) << text;
   EXPECT_EQ(FilesInFolder(), Rows{});
 }
 
 TEST_F(LogFaults, AFileInAReadOnlyFolderIsNotRecordedTo) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   fs::permissions(path, fs::perms(0666));
   fs::permissions(folder.Path(), fs::perms(0555));
   const test::Unprivileged nobody;
@@ -287,14 +287,14 @@ TEST_F(LogFaults, AFileInAReadOnlyFolderIsNotRecordedTo) {
 }
 
 TEST_F(LogFaults, AReadOnlyFileIsNotRecordedToAndCanBeLookedAt) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   const std::string before = Content(path);
   fs::permissions(folder.Path(), fs::perms(0777));
   fs::permissions(path, fs::perms(0444));
   const test::Unprivileged nobody;
   const std::string text = ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::PermissionDenied);
   EXPECT_NE(text.find(path), std::string::npos) << text;
-  EXPECT_TRUE(log.IsCompatibleLog(path));
+  EXPECT_TRUE(files.IsCompatibleLog(path));
   EXPECT_EQ(Content(path), before);
 }
 
@@ -304,8 +304,8 @@ TEST_F(LogFaults, AFileThatIsNoDatabaseIsLeftAsItIs) {
   std::ofstream(path) << before;
   const std::string text = ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::NotADatabase);
   EXPECT_NE(text.find(path), std::string::npos) << text;
-  ErrorOf([&] { log.IsCompatibleLog(path); }, ErrorNumber::NotADatabase);
-  ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::FileAlreadyExists);
+  ErrorOf([&] { files.IsCompatibleLog(path); }, ErrorNumber::NotADatabase);
+  ErrorOf([&] { CreateLog(path); }, ErrorNumber::FileAlreadyExists);
   EXPECT_EQ(Content(path), before);
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb"}));
 }
@@ -313,8 +313,8 @@ TEST_F(LogFaults, AFileThatIsNoDatabaseIsLeftAsItIs) {
 TEST_F(LogFaults, AnotherProgramsDatabaseIsLeftAsItIs) {
   MakeDatabase(path, "CREATE TABLE music (title TEXT); INSERT INTO music VALUES ('x')");
   const std::string before = Content(path);
-  EXPECT_FALSE(log.IsCompatibleLog(path));
-  EXPECT_FALSE(log.HasSameColumnOrder(path));
+  EXPECT_FALSE(files.IsCompatibleLog(path));
+  EXPECT_FALSE(files.HasSameColumnOrder(path));
   const std::string text = ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::NoSuchTable);
   EXPECT_NE(text.find(path), std::string::npos) << text;
   EXPECT_NE(text.find("logData"), std::string::npos) << text;
@@ -324,7 +324,7 @@ TEST_F(LogFaults, AnotherProgramsDatabaseIsLeftAsItIs) {
 
 TEST_F(LogFaults, AnEmptyFileIsNoLog) {
   std::ofstream(path).flush();
-  EXPECT_FALSE(log.IsCompatibleLog(path));
+  EXPECT_FALSE(files.IsCompatibleLog(path));
   ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::NoSuchTable);
   EXPECT_EQ(fs::file_size(path), 0u);
 }
@@ -336,7 +336,7 @@ TEST_F(LogFaults, AFolderOrADeviceIsNoLog) {
 }
 
 TEST_F(LogFaults, ADamagedLogRaises) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   {
     std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(100);
@@ -352,27 +352,27 @@ TEST_F(LogFaults, CreatingNeverTouchesWhatIsThere) {
   AppendRow(1);
   log.Finalise();
   const std::string before = Content(path);
-  ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::FileAlreadyExists);
+  ErrorOf([&] { CreateLog(path); }, ErrorNumber::FileAlreadyExists);
   EXPECT_EQ(Content(path), before);
 }
 
 TEST_F(LogFaults, AFileThatComesWhileTheQuestionStandsIsNotTouched) {
   questions.include = [this](SummaryInclusion&) { std::ofstream(path) << "mine"; };
-  ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::FileAlreadyExists);
+  ErrorOf([&] { CreateLog(path); }, ErrorNumber::FileAlreadyExists);
   EXPECT_EQ(Content(path), "mine");
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb"}));
 }
 
 TEST_F(LogFaults, TheJournalOfAnotherFileIsNotPlayedIntoANewOne) {
   std::ofstream(path + "-wal") << "rows of a file that was removed";
-  const std::string text = ErrorOf([&] { log.CreateLogFile(path); }, ErrorNumber::FileAlreadyExists);
+  const std::string text = ErrorOf([&] { CreateLog(path); }, ErrorNumber::FileAlreadyExists);
   EXPECT_NE(text.find(path + "-wal"), std::string::npos) << text;
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb-wal"}));
 }
 
 TEST_F(LogFaults, APartThatAKilledProgramLeftDoesNotStandInTheWay) {
   std::ofstream(path + ".part1") << "half";
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb", "run.mdb.part1"}));
 }
 
@@ -389,13 +389,13 @@ TEST_F(LogFaults, RowsOfAFileThatWasRemovedAreNotAcknowledged) {
 }
 
 TEST_F(LogFaults, BeginRecordingMakesTheFileOnceAndCanBeRepeated) {
-  BeginRecording(session, log, path);
+  BeginRecording(session, files, log, path);
   EXPECT_EQ(session.LogFileInUse, path);
   EXPECT_TRUE(log.IsConnected());
   log.OpenLogRecordset();
   AppendRow(1);
   log.Finalise();
-  BeginRecording(session, log, path);
+  BeginRecording(session, files, log, path);
   log.OpenLogRecordset();
   AppendRow(2);
   log.Finalise();
@@ -406,7 +406,7 @@ TEST_F(LogFaults, BeginRecordingMakesTheFileOnceAndCanBeRepeated) {
 
 TEST_F(LogFaults, ARecordingThatCannotBeginLeavesTheSessionAsItWas) {
   session.LogFileInUse = "before";
-  ErrorOf([&] { BeginRecording(session, log, folder.File("missing/run.mdb")); }, ErrorNumber::PathNotFound);
+  ErrorOf([&] { BeginRecording(session, files, log, folder.File("missing/run.mdb")); }, ErrorNumber::PathNotFound);
   EXPECT_EQ(session.LogFileInUse, "before");
 }
 

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "log/log_database.h"
+#include "log/channels.h"
+#include "log/job_files.h"
+#include "log/log_writer.h"
 #include "model/session.h"
 #include "platform/database/command.h"
 #include "platform/database/connection.h"
@@ -28,9 +30,18 @@ class LogFixture : public testing::Test {
     for (std::size_t i = 0; i < names.size(); ++i) session.CurrentParameters[i + 1].name = names[i];
   }
 
+  /// Asks as a recording does before it makes its file, and makes it.
+  void CreateLog(const std::string& file) {
+    files.AskForNewFile(file);
+    log.CreateLogFile(file);
+  }
+
+  /// Appends the present values, under the present time or another one.
+  void AppendLogRow(std::optional<double> at = {}) { log.AppendLogRow(PresentRow(session, at.value_or(clock.Now()))); }
+
   /// Makes a log of the present channels, opened for rows.
   void StartLog(const std::string& file) {
-    log.CreateLogFile(file);
+    CreateLog(file);
     log.ConnectLogFile(file);
     session.LogFileInUse = file;
     log.OpenLogRecordset();
@@ -88,7 +99,8 @@ class LogFixture : public testing::Test {
   Session session;
   ScriptedJobQuestions questions;
   RecordingGraphs graphs;
-  LogDatabase log{session, platform, questions, graphs};
+  JobFiles files{session, platform, questions, graphs};
+  LogWriter log{session, platform};
   std::string path = folder.File("run.mdb");
 };
 

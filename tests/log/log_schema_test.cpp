@@ -11,7 +11,7 @@ class LogSchema : public test::LogFixture {};
 
 TEST_F(LogSchema, HasTheColumnsOfLogDataInOrderWithTheirTypes) {
   NameChannels({"Pressure", "Rate"});
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Query(path, "SELECT name, type, pk FROM pragma_table_info('logData')"),
             (Rows{"ID|INTEGER|1", "Date|DATE|0", "Time|DATE|0", "Pressure|DOUBLE|0", "Rate|DOUBLE|0"}));
 }
@@ -19,8 +19,8 @@ TEST_F(LogSchema, HasTheColumnsOfLogDataInOrderWithTheirTypes) {
 TEST_F(LogSchema, NamesThePrimaryKeyAndNeverGivesANumberTwice) {
   NameChannels({"Pressure"});
   StartLog(path);
-  log.AppendLogRow();
-  log.AppendLogRow();
+  AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   const Rows sql = Query(path, "SELECT sql FROM sqlite_schema WHERE name='logData'");
   ASSERT_EQ(sql.size(), 1u);
@@ -29,14 +29,14 @@ TEST_F(LogSchema, NamesThePrimaryKeyAndNeverGivesANumberTwice) {
   Connection::Open(path, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID=2");
   log.ConnectLogFile(path);
   log.OpenLogRecordset();
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT ID FROM logData ORDER BY ID"), (Rows{"1", "3"}));
 }
 
 TEST_F(LogSchema, HasTheColumnsOfGraphSettingsInOrderWithTheirTypes) {
   NameChannels({"Pressure"});
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Query(path, "SELECT name, type FROM pragma_table_info('GraphSettings')"),
             (Rows{"ParameterName|VARCHAR(50)", "units|VARCHAR(50)", "Minimum|DOUBLE", "Maximum|DOUBLE",
                   "NumberFormat|VARCHAR(50)", "GraphNumber|INTEGER", "CurveColor|INTEGER"}));
@@ -49,7 +49,7 @@ TEST_F(LogSchema, PutsIncludedChannelsThenAdditionalFieldsThenCommentsIntoTheRep
     inclusion.parameters[2].included = true;
     inclusion.extraFields = {"Tank level", "Crew"};
   };
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Query(path, "SELECT name, type FROM pragma_table_info('SummaryReport')"),
             (Rows{"Date|DATE", "Time|DATE", "Pressure|DOUBLE", "Depth|DOUBLE", "Tank level|DOUBLE", "Crew|DOUBLE",
                   "Comments|LONGTEXT"}));
@@ -62,7 +62,7 @@ TEST_F(LogSchema, PutsIncludedChannelsThenAdditionalFieldsThenCommentsIntoTheRep
 TEST_F(LogSchema, AsksForTheReportsColumnsWithoutBlankChannels) {
   NameChannels({"Pressure", "BLANK", "Depth"});
   session.CurrentParameters[3].IncludeInSummary = true;
-  log.CreateLogFile(path);
+  CreateLog(path);
   ASSERT_EQ(questions.inclusions.size(), 1u);
   const auto& asked = questions.inclusions[0].parameters;
   ASSERT_EQ(asked.size(), 2u);
@@ -76,13 +76,13 @@ TEST_F(LogSchema, AsksForTheReportsColumnsWithoutBlankChannels) {
 
 TEST_F(LogSchema, StoresTwoBlankChannelsUnderTheirNumbers) {
   NameChannels({"A", "B", "BLANK", "BLANK"});
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Columns(path, "logData"), (Rows{"ID", "Date", "Time", "A", "B", "BLANK3", "BLANK4"}));
 }
 
 TEST_F(LogSchema, NumbersANameThatVanishesInCleaning) {
   NameChannels({"A", ".[!]'\x01\x1f"});
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Columns(path, "logData"), (Rows{"ID", "Date", "Time", "A", "BLANK2"}));
   EXPECT_EQ(Query(path, "SELECT ParameterName FROM GraphSettings"), (Rows{"A", ".[!]'\x01\x1f"}));
 }
@@ -92,7 +92,7 @@ TEST_F(LogSchema, KeepsLongCyrillicAndQuotedNamesWhole) {
   NameChannels({"Давление на насосе \"А\"", longName, "a,b;c--"});
   StartLog(path);
   session.CurrentValue[1] = 1.5f;
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Columns(path, "logData"), (Rows{"ID", "Date", "Time", "Давление на насосе \"А\"", longName, "a,b;c--"}));
   EXPECT_EQ(Query(path, "SELECT \"Давление на насосе \"\"А\"\"\" FROM logData"), (Rows{"1.5"}));
@@ -107,7 +107,7 @@ TEST_F(LogSchema, TellsApartNamesThatTheDatabaseTakesForTheSame) {
   };
   StartLog(path);
   for (std::size_t i = 1; i <= 7; ++i) session.CurrentValue[i] = static_cast<float>(i);
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Columns(path, "logData"),
             (Rows{"ID", "Date", "Time", "Rate", "rate_2", "ID_3", "date_4", "Time_5", "rate_2_6", "Rate_7"}));
@@ -126,7 +126,7 @@ TEST_F(LogSchema, HoldsSixtyFourChannels) {
   NameChannels(names);
   StartLog(path);
   for (std::size_t i = 1; i <= 64; ++i) session.CurrentValue[i] = static_cast<float>(i) + 0.5f;
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT \"Channel 1\", \"Channel 64\" FROM logData"), (Rows{"1.5|64.5"}));
 }
@@ -134,7 +134,7 @@ TEST_F(LogSchema, HoldsSixtyFourChannels) {
 TEST_F(LogSchema, HoldsALogWithoutChannels) {
   NameChannels({});
   StartLog(path);
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT ID, \"Date\", Time FROM logData").size(), 1u);
   EXPECT_EQ(Query(path, "SELECT count(*) FROM GraphSettings"), (Rows{"0"}));

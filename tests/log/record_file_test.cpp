@@ -70,7 +70,7 @@ class RecordFile : public test::LogFixture {
   }
   bool Choose(const std::string& picked) {
     dialogs.ExpectSaveFile(picked);
-    return mnuFileRecord_Click(session, platform, view, log, questions);
+    return mnuFileRecord_Click(session, platform, view, files);
   }
   void ExpectNothingChosen() {
     EXPECT_EQ(session.CurrentFile, "");
@@ -85,7 +85,7 @@ class RecordFile : public test::LogFixture {
 
 TEST_F(RecordFile, IsAskedForInTheFolderOfTheLastOne) {
   dialogs.ExpectSaveFile(std::nullopt);
-  EXPECT_FALSE(mnuFileRecord_Click(session, platform, view, log, questions));
+  EXPECT_FALSE(mnuFileRecord_Click(session, platform, view, files));
   ASSERT_EQ(dialogs.filesAsked.size(), 1u);
   EXPECT_EQ(dialogs.filesAsked[0].filter, "Data files (*.mdb)|*.mdb");
   EXPECT_EQ(dialogs.filesAsked[0].directory, "/before");
@@ -113,7 +113,7 @@ TEST_F(RecordFile, SwitchesRecordingOnOnlyInReadyToAcquire) {
 }
 
 TEST_F(RecordFile, ThatExistsIsAppendedTo) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   questions.choice = FileChoice::Append;
   EXPECT_TRUE(Choose(path));
   EXPECT_EQ(session.CurrentFile, path);
@@ -124,7 +124,7 @@ TEST_F(RecordFile, ThatExistsIsAppendedTo) {
 }
 
 TEST_F(RecordFile, ThatExistsLeadsToANumberedOne) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   questions.choice = FileChoice::CreateNew;
   EXPECT_TRUE(Choose(path));
   EXPECT_EQ(session.CurrentFile, folder.File("run#1.mdb"));
@@ -132,14 +132,14 @@ TEST_F(RecordFile, ThatExistsLeadsToANumberedOne) {
 }
 
 TEST_F(RecordFile, IsNotChosenWhenTheQuestionIsClosed) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   questions.choice = FileChoice::None;
   EXPECT_FALSE(Choose(path));
   ExpectNothingChosen();
 }
 
 TEST_F(RecordFile, TellsTheQuestionOfAnotherOrderOrColumns) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   NameChannels({"Rate", "Pressure"});
   Choose(path);
   EXPECT_TRUE(questions.asked.back().compatible);
@@ -154,7 +154,7 @@ TEST_F(RecordFile, ThatIsNoDatabaseIsToldAndCanBeLeft) {
   dialogs.ExpectSaveFile(path);
   dialogs.Expect(" - mnuFileRecord_Click", Answer::Retry);
   dialogs.Expect(path, Answer::Cancel);
-  EXPECT_FALSE(mnuFileRecord_Click(session, platform, view, log, questions));
+  EXPECT_FALSE(mnuFileRecord_Click(session, platform, view, files));
   EXPECT_EQ(dialogs.shown[0].title, "Record to ... error");
   EXPECT_EQ(dialogs.shown[0].buttons, Buttons::RetryCancel);
   ExpectNothingChosen();

@@ -282,5 +282,105 @@ TEST_F(DatabaseRecordset, TellsOfARowThatIsGone) {
   EXPECT_EQ(NumberOf([&] { rows.Field(0); }), ErrorNumber::NoCurrentRecord);
 }
 
+struct MoveCase {
+  const char* moves;  ///< F first, L last, N next, P previous, 2 to the second, D delete, R requery, A add a row
+  std::int64_t position;
+  bool beginning, end;
+  std::int64_t count;
+  std::vector<std::int64_t> left;
+};
+
+TEST_F(DatabaseRecordset, KnowsWhereItStandsRightBehindEachMove) {
+  const MoveCase cases[] = {
+      {"", 0, true, true, 3, {10, 20, 30}},
+      {"F", 1, false, false, 3, {10, 20, 30}},
+      {"L", 3, false, false, 3, {10, 20, 30}},
+      {"FP", 0, true, false, 3, {10, 20, 30}},
+      {"FPN", 1, false, false, 3, {10, 20, 30}},
+      {"LN", 0, false, true, 3, {10, 20, 30}},
+      {"LNP", 3, false, false, 3, {10, 20, 30}},
+      {"2P", 1, false, false, 3, {10, 20, 30}},
+      {"2D", 0, false, false, 2, {10, 30}},
+      {"2DN", 2, false, false, 2, {10, 30}},
+      {"2DP", 1, false, false, 2, {10, 30}},
+      {"LDN", 0, false, true, 2, {10, 20}},
+      {"LDNP", 2, false, false, 2, {10, 20}},
+      {"FDP", 0, true, false, 2, {20, 30}},
+      {"FDN", 1, false, false, 2, {20, 30}},
+      {"FDNDND", 0, false, false, 0, {}},
+      {"FDNDNDN", 0, true, true, 0, {}},
+      {"LNA", 0, false, true, 4, {10, 20, 30, 40}},
+      {"LNAP", 4, false, false, 4, {10, 20, 30, 40}},
+      {"2R", 0, true, true, 3, {10, 20, 30}},
+      {"2A", 2, false, false, 4, {10, 20, 30, 40}},
+  };
+  for (const MoveCase& each : cases) {
+    std::filesystem::remove(path);
+    Recordset rows(Make("CREATE TABLE t (v); INSERT INTO t VALUES (10),(20),(30)"), "t");
+    for (const char* move = each.moves; *move != '\0'; ++move) {
+      if (*move == 'F') rows.MoveFirst();
+      if (*move == 'L') rows.MoveLast();
+      if (*move == 'N') rows.MoveNext();
+      if (*move == 'P') rows.MovePrevious();
+      if (*move == '2') rows.MoveTo(2);
+      if (*move == 'D') rows.Delete();
+      if (*move == 'R') rows.Requery();
+      if (*move != 'A') continue;
+      rows.AddNew();
+      rows.SetField(0, std::int64_t{40});
+      rows.Update();
+    }
+    EXPECT_EQ(rows.Position(), each.position) << each.moves;
+    EXPECT_EQ(rows.BeginningOfFile(), each.beginning) << each.moves;
+    EXPECT_EQ(rows.EndOfFile(), each.end) << each.moves;
+    EXPECT_EQ(rows.Count(), each.count) << each.moves;
+    std::vector<std::int64_t> left;
+    for (rows.MoveFirst(); !rows.EndOfFile(); rows.MoveNext()) left.push_back(std::get<std::int64_t>(rows.Field(0)));
+    EXPECT_EQ(left, each.left) << each.moves;
+  }
+}
+
+TEST_F(DatabaseRecordset, RaisesWhereThereIsNoRowToStepToOrToDelete) {
+  Recordset rows(Make("CREATE TABLE t (v); INSERT INTO t VALUES (10)"), "t");
+  EXPECT_EQ(NumberOf([&] { rows.MovePrevious(); }), ErrorNumber::NoCurrentRecord);
+  EXPECT_EQ(NumberOf([&] { rows.Delete(); }), ErrorNumber::NoCurrentRecord);
+  rows.MoveFirst();
+  rows.MovePrevious();
+  EXPECT_EQ(NumberOf([&] { rows.MovePrevious(); }), ErrorNumber::NoCurrentRecord);
+  rows.MoveNext();
+  rows.Delete();
+  EXPECT_EQ(NumberOf([&] { rows.Field(0); }), ErrorNumber::NoCurrentRecord);
+  EXPECT_EQ(NumberOf([&] { rows.Delete(); }), ErrorNumber::NoCurrentRecord);
+}
+
+TEST_F(DatabaseRecordset, TakesTheRowsOfAQueryInItsOrder) {
+  const auto connection = Make("CREATE TABLE t (a, b); INSERT INTO t VALUES (1,'x'),(3,'y'),(2,'y'),(3,'x'),(0,'x')");
+  Recordset rows(connection, "t", {"a >= ? AND b <> ?", "a DESC", {std::int64_t{1}, std::string("z")}});
+  const auto all = [&] {
+    std::string seen;
+    for (rows.MoveFirst(); !rows.EndOfFile(); rows.MoveNext())
+      seen += std::to_string(std::get<std::int64_t>(rows.Field(0))) + std::get<std::string>(rows.Field(1));
+    return seen;
+  };
+  EXPECT_EQ(all(), "3y3x2y1x");
+  connection->Execute("INSERT INTO t VALUES (9, 'w')");
+  EXPECT_EQ(rows.Count(), 4);
+  rows.Requery();
+  EXPECT_EQ(all(), "9w3y3x2y1x");
+  rows.Requery({"b = ?", "", {std::string("x")}});
+  EXPECT_EQ(all(), "1x3x0x");
+  EXPECT_THROW(Recordset(connection, "t", {"nothing = 1"}).Count(), RuntimeError);
+}
+
+TEST_F(DatabaseCatalog, FindsAnIndexByItsColumns) {
+  const auto connection = Make("CREATE TABLE t (a, b, c); CREATE INDEX part ON t (a, c) WHERE c > 1");
+  Catalog catalog(*connection);
+  EXPECT_EQ(catalog.IndexOver("t", {"a", "b"}), "");
+  catalog.AppendIndex("i\"1", "t", {"a", "b"});
+  EXPECT_EQ(catalog.IndexOver("t", {"A", "B"}), "i\"1");
+  EXPECT_EQ(catalog.IndexOver("t", {"a"}), "i\"1");
+  EXPECT_EQ(catalog.IndexOver("t", {"a", "c"}), "");
+}
+
 }  // namespace
 }  // namespace velk

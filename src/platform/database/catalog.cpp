@@ -2,12 +2,23 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "platform/database/command.h"
 
 namespace velk {
 
 bool SameName(const std::string& a, const std::string& b) {
   return sqlite3_stricmp(a.c_str(), b.c_str()) == 0;
+}
+
+std::string KeyOf(const Table& table) {
+  if (!table.identity.empty()) return QuoteName(table.identity);
+  for (const char* name : {"_rowid_", "rowid", "oid"}) {
+    const auto isTaken = [&](const Column& column) { return SameName(column.name, name); };
+    if (std::none_of(table.columns.begin(), table.columns.end(), isTaken)) return name;
+  }
+  return {};
 }
 
 std::optional<Table> Catalog::Find(const std::string& name) const {
@@ -38,6 +49,26 @@ void Catalog::Append(const Table& table) {
   else
     list += "CONSTRAINT PrimaryKey PRIMARY KEY (" + QuoteName(table.identity) + " AUTOINCREMENT)";
   connection_.Execute("CREATE TABLE " + QuoteName(table.name) + " (" + list + ")");
+}
+
+void Catalog::AppendIndex(const std::string& name, const std::string& table, const std::vector<std::string>& columns) {
+  std::string list;
+  for (const std::string& column : columns) (list += list.empty() ? "" : ", ") += QuoteName(column);
+  connection_.Execute("CREATE INDEX " + QuoteName(name) + " ON " + QuoteName(table) + " (" + list + ")");
+}
+
+std::string Catalog::IndexOver(const std::string& table, const std::vector<std::string>& columns) const {
+  Command indexes(connection_, "SELECT name FROM pragma_index_list(?) WHERE partial = 0");
+  indexes.Bind(1, table);
+  while (indexes.Next()) {
+    const std::string name = indexes.Text(0);
+    Command described(connection_, "SELECT name FROM pragma_index_xinfo(?) WHERE \"desc\" = 0 AND coll = 'BINARY'");
+    described.Bind(1, name);
+    std::size_t found = 0;
+    while (found < columns.size() && described.Next() && SameName(described.Text(0), columns[found])) ++found;
+    if (found == columns.size()) return name;
+  }
+  return {};
 }
 
 }  // namespace velk

@@ -32,6 +32,10 @@ struct Table {
 /// Whether two names mean the same table or column: ASCII letters are compared without case.
 bool SameName(const std::string& a, const std::string& b);
 
+/// The name, as it stands in a statement, of the key that the engine finds a row of a table by: the identity, or the
+/// engine's own where there is none. Empty where columns have taken all names of it.
+std::string KeyOf(const Table& table);
+
 /// The tables of a database file.
 class Catalog {
  public:
@@ -41,6 +45,11 @@ class Catalog {
   std::optional<Table> Find(const std::string& name) const;
   /// Creates a table. Raises where one of that name stands or two of its columns differ only in case.
   void Append(const Table& table);
+  /// Creates an index over columns of a table, in their order.
+  void AppendIndex(const std::string& name, const std::string& table, const std::vector<std::string>& columns);
+  /// The name of an index that begins with these columns of a table, and has all of its rows; empty where there is
+  /// none.
+  std::string IndexOver(const std::string& table, const std::vector<std::string>& columns) const;
 
  private:
   Connection& connection_;

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <limits>
+
 namespace velk {
 
 Command::Command(const Connection& connection, const std::string& sql) : connection_(connection) {
@@ -79,6 +81,12 @@ std::string Command::Text(int column) const {
   const unsigned char* bytes = sqlite3_column_text(statement_, column);
   const int size = sqlite3_column_bytes(statement_, column);
   return bytes == nullptr ? std::string() : std::string(bytes, bytes + size);
+}
+
+double Command::Number(int column) const {
+  const int type = sqlite3_column_type(statement_, column);
+  if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) return std::numeric_limits<double>::quiet_NaN();
+  return sqlite3_column_double(statement_, column);
 }
 
 }  // namespace velk

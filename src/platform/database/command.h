@@ -36,6 +36,8 @@ class Command {
   FieldValue Field(int column) const;
   std::int64_t Integer(int column) const;
   std::string Text(int column) const;
+  /// A column as a 64-bit float: NaN for Null and for what is no number.
+  double Number(int column) const;
 
  private:
   const Connection& connection_;

@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <thread>
 
 #include "base/dates.h"
 #include "base/errors.h"
@@ -151,7 +153,9 @@ Connection::~Connection() {
 void Connection::OpenHandle(int flags) {
   sqlite3_close_v2(handle_);
   handle_ = nullptr;
-  const int code = sqlite3_open_v2(path_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  // Without locks of its own: the program has one thread.
+  const int code =
+      sqlite3_open_v2(path_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code != SQLITE_OK) Raise(code);
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
   Defend();
@@ -204,10 +208,23 @@ void Connection::Finalise() {
   Execute(kReadHeader);
   const int code = sqlite3_wal_checkpoint_v2(handle_, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
   if (code != SQLITE_OK) Raise(code);
+  // The engine itself waits for nobody here.
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(kBusyMilliseconds);
+  while (!LeaveWriteAheadLog()) {
+    if (std::chrono::steady_clock::now() >= end) Raise(SQLITE_BUSY);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  RemoveEmptyLog(path_ + "-wal");
+}
+
+bool Connection::LeaveWriteAheadLog() {
   // A change of mode that failed half way counts as done in the engine, while the file still asks for a log.
   if (SetJournalMode("DELETE") == "delete" && AsksForLog(handle_)) SetJournalMode("WAL");
-  if (SetJournalMode("DELETE") != "delete" || AsksForLog(handle_)) Raise(SQLITE_BUSY);
-  RemoveEmptyLog(path_ + "-wal");
+  return SetJournalMode("DELETE") == "delete" && !AsksForLog(handle_);
+}
+
+bool Connection::IsRecordedTo() const {
+  return AsksForLog(handle_);
 }
 
 bool Connection::HasMoved() const {

@@ -14,8 +14,9 @@ enum class OpenMode {
   CreateNew,  ///< the file must not be there yet
 };
 
-/// One open database file. A file is opened once in a process and the Connection shared: an idle second one would keep
-/// the end of a recording from folding the write-ahead log back into the file.
+/// One open database file. Who writes to a file shares one Connection; who reads it opens one of its own, and lets go
+/// of it behind each page while the file is being recorded to: an idle one that has read the write-ahead log would keep
+/// the end of the recording from folding that back into the file.
 ///
 /// Files may come from strangers: the schema can't be damaged by statements, and triggers and functions named in the
 /// schema don't run. Closing leaves a write-ahead log beside the file as it is; only Finalise folds it in.
@@ -40,8 +41,11 @@ class Connection {
   /// From here on each statement of its own is one durable transaction: write-ahead log, flushed to the disk before the
   /// statement returns. Where the file system can't hold a write-ahead log, the same with a rollback journal.
   void BeginRecording();
-  /// Folds the write-ahead log into the file and leaves one self-contained file. Raises DatabaseLocked while another
-  /// program reads it; nothing is lost then, and Finalise may be tried again.
+  /// Whether the file has a write-ahead log: it is being recorded to, or was left so by a program that died.
+  bool IsRecordedTo() const;
+  /// Folds the write-ahead log into the file and leaves one self-contained file. Waits up to a second for a program
+  /// that reads a page of it; raises DatabaseLocked while one reads on. Nothing is lost then, and Finalise may be tried
+  /// again.
   void Finalise();
   /// Raises FileNotFound when the file was moved, removed or replaced since it was opened: rows would go nowhere.
   void CheckInPlace() const;
@@ -55,6 +59,7 @@ class Connection {
   void OpenHandle(int flags);
   void Defend();
   std::string SetJournalMode(const std::string& mode);
+  bool LeaveWriteAheadLog();
   bool HasMoved() const;
 
   std::string path_;

@@ -19,15 +19,15 @@ Table FindTable(Connection& connection, const std::string& name) {
 
 }  // namespace
 
-Recordset::Recordset(std::shared_ptr<Connection> connection, const std::string& table)
-    : connection_(std::move(connection)), table_(FindTable(*connection_, table)), key_(KeyColumn()) {
+Recordset::Recordset(std::shared_ptr<Connection> connection, const std::string& table, RowQuery query)
+    : connection_(std::move(connection)),
+      table_(FindTable(*connection_, table)),
+      key_(KeyColumn()),
+      query_(std::move(query)) {
 }
 
-/// The engine's names of a row's key can be taken by columns of a table.
 std::string Recordset::KeyColumn() const {
-  if (!table_.identity.empty()) return QuoteName(table_.identity);
-  for (const char* name : {"_rowid_", "rowid", "oid"})
-    if (FieldIndex(name) < 0) return name;
+  if (std::string key = KeyOf(table_); !key.empty()) return key;
   throw RuntimeError(ErrorNumber::Database, FileErrorText(ErrorNumber::Database, connection_->Path()));
 }
 
@@ -47,17 +47,43 @@ std::int64_t Recordset::Count() {
   return static_cast<std::int64_t>(keys_.size());
 }
 
-void Recordset::MoveNext() {
-  if (EndOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
-  MoveTo(Position() + 1);
-}
-
 void Recordset::MoveTo(std::int64_t position) {
   ReadKeys();
+  GoTo(position < 1 ? Count() : position - 1);
+}
+
+void Recordset::MoveNext() {
+  if (EndOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  if (place_ == Place::Begin) return GoTo(0);
+  GoTo(place_ == Place::Deleted ? index_ : index_ + 1);
+}
+
+void Recordset::MovePrevious() {
+  if (BeginningOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  GoTo(place_ == Place::End ? Count() - 1 : index_ - 1);
+}
+
+void Recordset::GoTo(std::int64_t index) {
+  LeaveRow();
+  if (keys_.empty())
+    place_ = Place::Nowhere;
+  else
+    place_ = index < 0 ? Place::Begin : index < Count() ? Place::Row : Place::End;
+  index_ = index;
+}
+
+void Recordset::LeaveRow() {
   adding_ = false;
   changes_.clear();
   row_.reset();
-  position_ = position < 1 ? Count() : std::min(position - 1, Count());
+}
+
+void Recordset::Requery(RowQuery query) {
+  LeaveRow();
+  query_ = std::move(query);
+  keysRead_ = false;
+  keys_.clear();
+  place_ = Place::Nowhere;
 }
 
 FieldValue Recordset::Field(int field) {
@@ -127,10 +153,27 @@ void Recordset::WriteChanges() {
   row_.reset();
 }
 
+void Recordset::Delete() {
+  const std::int64_t key = PresentKey();
+  Command remove(*connection_, "DELETE FROM " + QuoteName(table_.name) + " WHERE " + key_ + "=?");
+  remove.Bind(1, key).Execute();
+  if (sqlite3_changes(connection_->Handle()) == 0) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  LeaveRow();
+  keys_.erase(keys_.begin() + index_);
+  place_ = Place::Deleted;
+}
+
 void Recordset::ReadKeys() {
   if (keysRead_) return;
-  Command keys(*connection_, "SELECT " + key_ + " FROM " + QuoteName(table_.name) + " ORDER BY " + key_);
-  while (keys.Next()) keys_.push_back(keys.Integer(0));
+  std::string sql = "SELECT " + key_ + " FROM " + QuoteName(table_.name);
+  if (!query_.where.empty()) sql += " WHERE " + query_.where;
+  sql += " ORDER BY " + (query_.orderBy.empty() ? key_ : query_.orderBy + ", " + key_);
+  Command command(*connection_, sql);
+  int index = 0;
+  for (const FieldValue& value : query_.values) command.Bind(++index, value);
+  std::vector<std::int64_t> keys;
+  while (command.Next()) keys.push_back(command.Integer(0));
+  keys_ = std::move(keys);
   keysRead_ = true;
 }
 
@@ -139,8 +182,8 @@ void Recordset::CheckField(int field) const {
 }
 
 std::int64_t Recordset::PresentKey() const {
-  if (EndOfFile()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
-  return keys_[static_cast<std::size_t>(*position_)];
+  if (place_ != Place::Row) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  return keys_[static_cast<std::size_t>(index_)];
 }
 
 }  // namespace velk

@@ -8,8 +8,17 @@
 
 namespace velk {
 
+namespace {
+
+void RequireFreeName(const std::string& path) {
+  for (const char* suffix : {"", "-wal", "-journal"})
+    if (FileExists(path + suffix)) RaiseFileError(EEXIST, path + suffix);
+}
+
+}  // namespace
+
 NewFile::NewFile(std::string path) : path_(std::move(path)) {
-  RequireFreeName();
+  RequireFreeName(path_);
   // A name of its own each time: a part that a killed program left behind is nobody's to write on.
   for (int number = 1; partName_.empty() || FileExists(partName_); ++number)
     partName_ = path_ + ".part" + std::to_string(number);
@@ -20,14 +29,14 @@ NewFile::~NewFile() {
 }
 
 void NewFile::Complete() {
-  RequireFreeName();
+  RequireFreeName(path_);
   MoveIntoPlace(partName_, path_);
   partName_.clear();
 }
 
-void NewFile::RequireFreeName() const {
-  for (const char* suffix : {"", "-wal", "-journal"})
-    if (FileExists(path_ + suffix)) RaiseFileError(EEXIST, path_ + suffix);
+void NewFile::Check(const std::string& path) {
+  RequireFreeName(path);
+  if (access(FolderOf(path).c_str(), W_OK | X_OK) != 0) RaiseFileError(errno, path);
 }
 
 }  // namespace velk

@@ -15,14 +15,16 @@ class NewFile {
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
 
+  /// Raises what can be told before: FileAlreadyExists as above, PathNotFound without the folder, PermissionDenied
+  /// where nothing may be made in it.
+  static void Check(const std::string& path);
+
   /// The name to make the file under; nothing stands there yet.
   const std::string& PartName() const { return partName_; }
   /// Gives the complete file its name.
   void Complete();
 
  private:
-  void RequireFreeName() const;
-
   std::string path_;
   std::string partName_;
 };

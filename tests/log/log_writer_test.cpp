@@ -1,4 +1,4 @@
-#include "log/log_database.h"
+#include "log/log_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ TEST_F(LogRows, HoldTheDateTheTimeAndEveryChannel) {
   StartLog(path);
   session.CurrentValue[1] = 12.5f;
   session.CurrentValue[2] = -3;
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   // 14 March 2026 is day 46095; 09:30:00 are 34200 of 86400 seconds.
   EXPECT_EQ(Query(path, "SELECT ID, Date, Time = 34200.0 / 86400, Pressure, Rate FROM logData"),
@@ -34,11 +34,11 @@ TEST_F(LogRows, HoldWholeSecondsOfTheMomentNotOfTheSample) {
   StartLog(path);
   session.SampleTime = 1;
   clock.Advance(1999);
-  log.AppendLogRow();
+  AppendLogRow();
   clock.SetNow(DateSerial(2026, 12, 31) + TimeOfDay(23, 59, 59.9));
-  log.AppendLogRow();
+  AppendLogRow();
   clock.Advance(200);
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT Date, round(Time * 86400) FROM logData ORDER BY ID"),
             (Rows{"46095|34201.0", "46387|86399.0", "46388|0.0"}));
@@ -47,7 +47,7 @@ TEST_F(LogRows, HoldWholeSecondsOfTheMomentNotOfTheSample) {
 TEST_F(LogRows, HoldTheValueOfThe32BitFloat) {
   StartLog(path);
   session.CurrentValue[1] = 0.1f;
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT Pressure = 0.100000001490116119384765625 FROM logData"), (Rows{"1"}));
 }
@@ -56,7 +56,7 @@ TEST_F(LogRows, HoldABlankChannelLikeAnyOther) {
   NameChannels({"BLANK", "Rate"});
   StartLog(path);
   session.CurrentValue[1] = 7;
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT BLANK1 FROM logData"), (Rows{"7.0"}));
 }
@@ -64,16 +64,16 @@ TEST_F(LogRows, HoldABlankChannelLikeAnyOther) {
 TEST_F(LogRows, AreNotWrittenWhileTheFileInUseIsFailed) {
   StartLog(path);
   session.LogFileInUse = "Failed";
-  log.AppendLogRow();
+  AppendLogRow();
   log.CloseLogRecordset();
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), (Rows{"0"}));
 }
 
 TEST_F(LogRows, NeedAnOpenRecordset) {
   log.CloseLogRecordset();
-  ErrorOf([&] { log.AppendLogRow(); }, ErrorNumber::Database);
+  ErrorOf([&] { AppendLogRow(); }, ErrorNumber::Database);
   ErrorOf([&] { log.OpenLogRecordset(); }, ErrorNumber::Database);
   ErrorOf([&] { log.WriteGraphSettings(true); }, ErrorNumber::Database);
   ErrorOf([&] { log.ReadSummaryInclusion(); }, ErrorNumber::Database);
@@ -82,21 +82,21 @@ TEST_F(LogRows, NeedAnOpenRecordset) {
   log.CloseLogRecordset();
   EXPECT_FALSE(log.RecordsetIsOpen());
   EXPECT_TRUE(log.IsConnected());
-  ErrorOf([&] { log.AppendLogRow(); }, ErrorNumber::Database);
+  ErrorOf([&] { AppendLogRow(); }, ErrorNumber::Database);
 }
 
 TEST_F(LogRows, LeaveColumnsBeyondTheChannelsEmpty) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   NameChannels({"Pressure"});
   log.ConnectLogFile(path);
   log.OpenLogRecordset();
-  log.AppendLogRow();
+  AppendLogRow();
   log.Finalise();
   EXPECT_EQ(Query(path, "SELECT Pressure, Rate IS NULL FROM logData"), (Rows{"0.0|1"}));
 }
 
 TEST_F(LogRows, AreRefusedByATableWithoutRoomForThem) {
-  log.CreateLogFile(path);
+  CreateLog(path);
   NameChannels({"Pressure", "Rate", "Depth"});
   log.ConnectLogFile(path);
   const std::string text = ErrorOf([&] { log.OpenLogRecordset(); }, ErrorNumber::Database);
@@ -122,17 +122,17 @@ TEST_F(LogRows, StampLastUpdatedOnTheDiskAtMostOnceASecondAndAtTheEnd) {
   EXPECT_EQ(before, "14-Mar-2026 09:30:00");
   clock.SetNow(clock.Now() + TimeOfDay(1, 0, 0));
   clock.Advance(999);
-  log.AppendLogRow();
+  AppendLogRow();
   EXPECT_EQ(settings.Get("CurrentVelk", "DBase", "LastUpdated", ""), "14-Mar-2026 10:30:00");
   EXPECT_EQ(onDisk(), before);
   clock.Advance(1);
-  log.AppendLogRow();
+  AppendLogRow();
   EXPECT_EQ(onDisk(), "14-Mar-2026 10:30:01");
   clock.Advance(999);
-  log.AppendLogRow();
+  AppendLogRow();
   EXPECT_EQ(onDisk(), "14-Mar-2026 10:30:01");
   clock.SetNow(clock.Now() + TimeOfDay(1, 0, 0));
-  log.AppendLogRow();
+  AppendLogRow();
   log.CloseLogRecordset();
   EXPECT_EQ(onDisk(), "14-Mar-2026 11:30:01");
 }
@@ -144,7 +144,7 @@ TEST_F(LogRows, AreWrittenThoughTheStampCannotBe) {
   {
     const test::Unprivileged nobody;
     clock.Advance(5000);
-    log.AppendLogRow();
+    AppendLogRow();
     WriteCurrentVelk(session, platform);
   }
   log.Finalise();
@@ -186,14 +186,14 @@ TEST_F(GraphSettings, HoldARowAChannelInOrder) {
   NameChannels({"Pressure", "Rate"});
   Describe(1, "kPa", -10, 250.5, 0x00ff00, "0.00", 3);
   Describe(2, "bbl", 0, 5, 255, "#0", 1);
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Stored(), (Rows{"Pressure|kPa|-10.0|250.5|0.00|3|65280", "Rate|bbl|0.0|5.0|#0|1|255"}));
 }
 
 TEST_F(GraphSettings, GiveEmptyFieldsTheirDefaults) {
   NameChannels({"", ""});
   session.CurrentParameters[2].name = "Rate";
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Stored(), (Rows{"Parameter1|Units|0.0|100.0|#0.000|1|0", "Rate|Units|0.0|100.0|#0.000|2|0"}));
   EXPECT_EQ(session.CurrentParameters[1].name, "Parameter1");
   EXPECT_TRUE(session.CurrentParameters[1].GraphVisible);
@@ -204,7 +204,7 @@ TEST_F(GraphSettings, GiveEmptyFieldsTheirDefaults) {
 TEST_F(GraphSettings, KeepAScaleThatEndsAtZero) {
   NameChannels({"Vacuum"});
   session.CurrentParameters[1].min = -100;
-  log.CreateLogFile(path);
+  CreateLog(path);
   EXPECT_EQ(Stored(), (Rows{"Vacuum|Units|-100.0|0.0|#0.000|1|0"}));
 }
 

@@ -1,8 +1,6 @@
-#include "log/log_tables.h"
+#include "log/log_schema.h"
 
 #include <algorithm>
-
-#include "log/field_names.h"
 
 namespace velk {
 
@@ -16,11 +14,10 @@ bool FitsInto(const std::string& column, const std::string& name, const std::str
 
 }  // namespace
 
-Table LogDataTable(const Session& session) {
+Table LogDataTable(const std::vector<std::string>& channels) {
   Table table{
       kLogData, {{"ID", column_type::kInteger}, {"Date", column_type::kDate}, {"Time", column_type::kDate}}, "ID"};
-  for (const std::string& name : LogColumnNames(ChannelNames(session)))
-    table.columns.push_back({name, column_type::kDouble});
+  for (const std::string& name : LogColumnNames(channels)) table.columns.push_back({name, column_type::kDouble});
   return table;
 }
 
@@ -35,14 +32,12 @@ Table GraphSettingsTable() {
            {"CurveColor", column_type::kInteger}}};
 }
 
-Table SummaryReportTable(const Session& session, const Language& language) {
-  const SummaryColumns names = SummaryColumnNames(session, language);
+Table SummaryReportTable(const SummaryColumns& columns, const std::vector<bool>& included) {
   Table table{kSummaryReport, {{"Date", column_type::kDate}, {"Time", column_type::kDate}}};
-  for (std::size_t i = 0; i < names.parameters.size(); ++i)
-    if (session.CurrentParameters[i + 1].IncludeInSummary)
-      table.columns.push_back({names.parameters[i], column_type::kDouble});
-  for (const std::string& field : names.extraFields) table.columns.push_back({field, column_type::kDouble});
-  table.columns.push_back({names.comments, column_type::kLongText});
+  for (std::size_t i = 0; i < columns.parameters.size(); ++i)
+    if (included[i]) table.columns.push_back({columns.parameters[i], column_type::kDouble});
+  for (const std::string& field : columns.extraFields) table.columns.push_back({field, column_type::kDouble});
+  table.columns.push_back({columns.comments, column_type::kLongText});
   return table;
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "base/language.h"
+#include "model/parameter.h"
+#include "platform/database/connection.h"
+
+namespace velk {
+
+/// Gives the empty fields of channel `number` what the log needs: name, units, number format, a graph of its own, and 0
+/// to 100 for a scale that was never set (both ends 0). A channel that had no name becomes visible.
+void FillEmptyFields(Parameter& parameter, int number, const Language& language);
+
+/// Writes name, units, scale, format, graph and colour of each channel into GraphSettings, to new rows or, with
+/// `update`, over the present ones. Empty fields of the channels get their defaults.
+void WriteGraphSettings(const std::shared_ptr<Connection>& connection, std::span<Parameter> channels, bool update,
+                        const Language& language);
+
+/// The channels as GraphSettings tells them, 64 at most, all visible. What a row or the whole table leaves out (a
+/// column that isn't there, Null, what is no number) has its default. Nothing without the table.
+std::optional<std::vector<Parameter>> ReadGraphSettings(const std::shared_ptr<Connection>& connection,
+                                                        const Language& language);
+
+}  // namespace velk

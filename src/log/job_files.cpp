@@ -1,0 +1,74 @@
+#include "log/job_files.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "log/channels.h"
+#include "log/field_names.h"
+#include "log/log_schema.h"
+#include "log/summary_report.h"
+#include "log/texts.h"
+#include "platform/database/catalog.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/files/new_file.h"
+
+namespace velk {
+
+namespace {
+
+std::optional<Table> LogTable(const std::string& path) {
+  const auto connection = Connection::Open(path, OpenMode::ReadOnly);
+  return Catalog(*connection).Find(kLogData);
+}
+
+}  // namespace
+
+bool JobFiles::IsCompatibleLog(const std::string& path) {
+  const std::optional<Table> table = LogTable(path);
+  if (!table) return false;
+  for (int i = 1; i <= session_.NumberOfParameters; ++i) {
+    if (HasNameOfEarlierChannel(i)) {
+      if (!AskForOtherName(i)) return false;
+      i = 0;
+    } else if (!TakesChannel(*table, ChannelNames(session_), i)) {
+      return false;
+    }
+  }
+  return HasRoomFor(*table, session_.NumberOfParameters);
+}
+
+/// Channels that are nothing but "BLANK", or nothing once cleaned, are told apart by their numbers.
+bool JobFiles::HasNameOfEarlierChannel(int channel) const {
+  const auto& parameters = session_.CurrentParameters;
+  const std::string name = CleanFieldName(parameters[static_cast<std::size_t>(channel)].name);
+  if (name.empty() || name == kBlankName) return false;
+  return std::any_of(parameters.begin() + 1, parameters.begin() + channel,
+                     [&](const Parameter& earlier) { return CleanFieldName(earlier.name) == name; });
+}
+
+bool JobFiles::AskForOtherName(int channel) {
+  Parameter& parameter = session_.CurrentParameters[static_cast<std::size_t>(channel)];
+  const auto reply =
+      platform_.dialogs.Input(text::SameNameBefore + parameter.name + text::SameNameAfter, text::DatabaseErrorTitle);
+  if (!reply || reply->empty()) return false;
+  parameter.name = *reply;
+  graphs_.Rebuild(parameter.FormIndex);
+  return true;
+}
+
+bool JobFiles::HasSameColumnOrder(const std::string& path) {
+  const std::optional<Table> table = LogTable(path);
+  return table && HasOrderOf(*table, ChannelNames(session_));
+}
+
+FileChoice JobFiles::AppendOrCreate(const std::string& path) {
+  const bool compatible = IsCompatibleLog(path);
+  return questions_.AppendOrCreate(path, compatible, compatible && HasSameColumnOrder(path));
+}
+
+void JobFiles::AskForNewFile(const std::string& path) {
+  NewFile::Check(path);
+  AskSummaryInclusion(session_, questions_);
+}
+
+}  // namespace velk

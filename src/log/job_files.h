@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "log/job_questions.h"
+#include "model/graph_window.h"
+#include "model/session.h"
+#include "platform/platform.h"
+
+namespace velk {
+
+/// What is asked and looked at before a job's file is made or appended to. No file is open meanwhile. Failures raise a
+/// RuntimeError whose text names the file.
+class JobFiles {
+ public:
+  JobFiles(Session& session, const Platform& platform, JobQuestions& questions, GraphWindows& graphs)
+      : session_(session), platform_(platform), questions_(questions), graphs_(graphs) {}
+
+  /// Whether a file can take rows of the present channels. Of two channels with the same name the operator is asked to
+  /// rename the later one; the new name stays, whatever the answer is in the end. False for a database without a log,
+  /// too.
+  bool IsCompatibleLog(const std::string& path);
+  /// Whether the columns of a file stand in the order of the present channels.
+  bool HasSameColumnOrder(const std::string& path);
+  /// Asks what to do with a file that is there.
+  FileChoice AppendOrCreate(const std::string& path);
+  /// Asks what the report of a new file gets, for the session to note. Raises first where such a file can't be made.
+  void AskForNewFile(const std::string& path);
+
+ private:
+  bool HasNameOfEarlierChannel(int channel) const;
+  bool AskForOtherName(int channel);
+
+  Session& session_;
+  const Platform& platform_;
+  JobQuestions& questions_;
+  GraphWindows& graphs_;
+};
+
+}  // namespace velk

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/language.h"
+#include "model/parameter.h"
+
+namespace velk {
+
+/// The channels of a log as its file tells them.
+struct LogParameters {
+  std::vector<Parameter> channels;  ///< name, units, scale, format, graph, colour, IncludeInSummary; all visible
+  bool hasGraphSettings = false;    ///< else only the names are the file's, and the rest defaults
+  std::vector<std::string>
+      columns;  ///< the columns of logData that hold channels; no fewer than `channels` in a sound log
+};
+
+/// Reads what a log tells of its channels, 64 at most. Raises NoSuchTable for a database without logData, and what the
+/// opening of the file raises. The file is left as it is, and nothing is held of it.
+LogParameters ReadLogParameters(const std::string& path, const Language& language);
+
+}  // namespace velk

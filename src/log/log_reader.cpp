@@ -1,0 +1,162 @@
+#include "log/log_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "base/dates.h"
+#include "base/errors.h"
+#include "log/log_rows.h"
+#include "platform/database/catalog.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr int kFieldsBeforeValues = 3;
+
+/// A date or a time as some program stored it: a number of days or a text.
+double DaysOf(const FieldValue& field) {
+  try {
+    if (const auto* text = std::get_if<std::string>(&field)) return CDate(*text);
+  } catch (const RuntimeError&) {
+    return kNone;
+  }
+  if (const auto* whole = std::get_if<std::int64_t>(&field)) return static_cast<double>(*whole);
+  const auto* number = std::get_if<double>(&field);
+  return number == nullptr ? kNone : *number;
+}
+
+/// The day of the one and the time of day of the other: either may hold both.
+double TimeOf(double date, double time) {
+  if (date == std::floor(date) && time >= 0 && time < 1) return JoinDateTime(date, time);
+  return IsDateTime(date) && IsDateTime(time) ? JoinDateTime(DatePart(date), TimePart(time)) : kNone;
+}
+
+}  // namespace
+
+/// The file for the length of one call. A write-ahead log is let go of at once: whoever ends the recording folds it in.
+class LogReader::Access {
+ public:
+  explicit Access(LogReader& reader) : connection_(reader.connection_) {
+    if (connection_ && !connection_->IsSameFile(reader.path_)) connection_.reset();
+    if (!connection_) connection_ = Connection::Open(reader.path_, OpenMode::ReadOnly);
+  }
+  ~Access() {
+    if (connection_->IsRecordedTo()) connection_.reset();
+  }
+  Access(const Access&) = delete;
+  Access& operator=(const Access&) = delete;
+
+  operator Connection&() const { return *connection_; }  // NOLINT(google-explicit-constructor)
+
+ private:
+  std::shared_ptr<Connection>& connection_;
+};
+
+LogReader::LogReader(std::string path)
+    : path_(std::move(path)), layout_(ReadLogLayout(Access(*this))), finder_(layout_) {
+  std::vector<int> all(layout_.channels.size());
+  std::iota(all.begin(), all.end(), 0);
+  Choose(std::move(all));
+}
+
+int LogReader::ChannelOf(const std::string& name) const {
+  const auto found = std::find_if(layout_.channels.begin(), layout_.channels.end(),
+                                  [&](const std::string& channel) { return SameName(channel, name); });
+  return found == layout_.channels.end() ? -1 : static_cast<int>(found - layout_.channels.begin());
+}
+
+void LogReader::Choose(std::vector<int> channels) {
+  columns_ = layout_.key + ", Date, Time";
+  for (const int channel : channels) {
+    if (channel < 0 || channel >= static_cast<int>(layout_.channels.size()))
+      throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    columns_ += ", " + QuoteName(layout_.channels[static_cast<std::size_t>(channel)]);
+  }
+  chosen_ = std::move(channels);
+}
+
+std::vector<LogRow> LogReader::Page(const RowFilter& filter, int count) {
+  const auto span = Find(filter);
+  return span ? Page(filter, *span, count) : std::vector<LogRow>();
+}
+
+std::optional<KeySpan> LogReader::Find(const RowFilter& filter) {
+  const Access file(*this);
+  return finder_.Find(file, filter);
+}
+
+std::vector<LogRow> LogReader::Page(const RowFilter& filter, const KeySpan& span, int count) {
+  const Access file(*this);
+  // By key only: an index would be asked for all rows of the filter and sort them.
+  Command command(file, "SELECT " + columns_ + " FROM logData NOT INDEXED WHERE " + layout_.key + " BETWEEN ? AND ?" +
+                            RowFinder::Condition(filter) + " ORDER BY " + layout_.key + " LIMIT ?");
+  command.Bind(1, span.first).Bind(2, span.last);
+  command.Bind(RowFinder::Bind(command, 3, filter), std::int64_t{count});
+  std::vector<LogRow> rows;
+  rows.reserve(static_cast<std::size_t>(std::max(count, 0)));
+  while (command.Next()) rows.push_back(RowOf(command));
+  return rows;
+}
+
+LogRow LogReader::RowOf(const Command& command) const {
+  LogRow row;
+  row.key = command.Integer(0);
+  row.time = TimeOf(DaysOf(command.Field(1)), DaysOf(command.Field(2)));
+  row.values.reserve(chosen_.size());
+  for (int i = 0; i < static_cast<int>(chosen_.size()); ++i)
+    row.values.push_back(command.Number(i + kFieldsBeforeValues));
+  return row;
+}
+
+std::optional<LogRow> LogReader::One(const std::string& condition, std::int64_t key) {
+  const Access file(*this);
+  Command command(file, "SELECT " + columns_ + " FROM logData NOT INDEXED WHERE " + layout_.key + condition);
+  command.Bind(1, key);
+  return command.Next() ? std::optional(RowOf(command)) : std::nullopt;
+}
+
+std::optional<LogRow> LogReader::First() {
+  return One(" >= ? ORDER BY " + layout_.key + " LIMIT 1", std::numeric_limits<std::int64_t>::min());
+}
+
+std::optional<LogRow> LogReader::Last() {
+  return One(" <= ? ORDER BY " + layout_.key + " DESC LIMIT 1", std::numeric_limits<std::int64_t>::max());
+}
+
+std::optional<LogRow> LogReader::ByKey(std::int64_t key) {
+  return One(" = ?", key);
+}
+
+std::optional<LogRow> LogReader::Nearest(double time) {
+  const auto before = finder_.LastUpTo(Access(*this), time);
+  const std::vector<LogRow> behind = Page({time, {}, RowFilter::Compare::Sum}, 1);
+  std::optional<LogRow> row = before ? ByKey(*before) : std::nullopt;
+  if (!behind.empty() && (!row || behind[0].time - time < time - row->time)) row = behind[0];
+  return row;
+}
+
+std::int64_t LogReader::Count() {
+  positions_.Follow(Access(*this), layout_);
+  return positions_.Count();
+}
+
+std::optional<LogRow> LogReader::ByPosition(std::int64_t position) {
+  positions_.Follow(Access(*this), layout_);
+  const auto key = positions_.KeyAt(position);
+  return key ? ByKey(*key) : std::nullopt;
+}
+
+std::int64_t LogReader::PositionOf(std::int64_t key) {
+  positions_.Follow(Access(*this), layout_);
+  return positions_.PositionOf(key);
+}
+
+std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {
+  return std::make_unique<LogRows>(*this, filter);
+}
+
+}  // namespace velk

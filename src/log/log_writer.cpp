@@ -1,0 +1,142 @@
+#include "log/log_writer.h"
+
+#include <span>
+
+#include "base/dates.h"
+#include "log/channels.h"
+#include "log/graph_settings.h"
+#include "log/log_schema.h"
+#include "log/summary_report.h"
+#include "log/texts.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/files/file_errors.h"
+#include "platform/files/new_file.h"
+
+namespace velk {
+
+namespace {
+
+std::vector<bool> IncludedChannels(const Session& session) {
+  std::vector<bool> included;
+  for (int i = 1; i <= session.NumberOfParameters; ++i)
+    included.push_back(session.CurrentParameters[static_cast<std::size_t>(i)].IncludeInSummary);
+  return included;
+}
+
+std::span<Parameter> Channels(Session& session) {
+  return std::span(session.CurrentParameters).subspan(1, static_cast<std::size_t>(session.NumberOfParameters));
+}
+
+}  // namespace
+
+LogWriter::LogWriter(Session& session, const Platform& platform)
+    : session_(session), platform_(platform), lastUpdated_(platform) {
+}
+
+LogWriter::~LogWriter() {
+  try {
+    Finalise();
+  } catch (const std::exception&) {
+  }
+}
+
+void LogWriter::CreateLogFile(const std::string& path) {
+  NewFile file(path);
+  auto connection = Connection::Open(file.PartName(), OpenMode::CreateNew);
+  connection->Execute("PRAGMA journal_mode=MEMORY");
+  Transaction transaction(*connection);
+  Catalog catalog(*connection);
+  catalog.Append(LogDataTable(ChannelNames(session_)));
+  catalog.AppendIndex(kLogDataTimes, kLogData, {"Date", "Time"});
+  catalog.Append(GraphSettingsTable());
+  catalog.Append(SummaryReportTable(SummaryColumnsOf(session_, platform_.language), IncludedChannels(session_)));
+  velk::WriteGraphSettings(connection, Channels(session_), false, platform_.language);
+  transaction.Commit();
+  connection.reset();
+  file.Complete();
+  lastUpdated_.Stamp();
+}
+
+void LogWriter::ConnectLogFile(const std::string& path) {
+  if (connection_ && connection_->IsSameFile(path)) return;
+  auto connection = Connection::Open(path, OpenMode::ReadWrite);
+  // A stranger's file is left as it is.
+  if (!Catalog(*connection).Find(kLogData))
+    throw RuntimeError(ErrorNumber::NoSuchTable, FileErrorText(ErrorNumber::NoSuchTable, path + " (" + kLogData + ")"));
+  connection->BeginRecording();
+  try {
+    Finalise();
+  } catch (const RuntimeError&) {
+    // Another program reads the log before. It keeps its write-ahead log; the new recording does not wait for that.
+  }
+  connection_ = std::move(connection);
+}
+
+void LogWriter::OpenLogRecordset() {
+  const auto table = Catalog(Connected()).Find(kLogData);
+  if (!table || !HasRoomFor(*table, session_.NumberOfParameters))
+    throw RuntimeError(ErrorNumber::Database,
+                       text::NotCompatibleBefore + connection_->Path() + text::NotCompatibleAfter);
+  recordset_.emplace(connection_, kLogData);
+}
+
+void LogWriter::CloseLogRecordset() {
+  recordset_.reset();
+  lastUpdated_.Flush();
+}
+
+void LogWriter::AppendLogRow(const LogRow& row) {
+  if (session_.LogFileInUse == platform_.language.In(text::Failed)) return;
+  if (!recordset_) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
+  connection_->CheckInPlace();
+  const DateParts parts = Split(row.time);
+  recordset_->AddNew();
+  recordset_->SetField(1, DatePart(row.time));
+  recordset_->SetField(2, TimeOfDay(parts.hour, parts.minute, parts.second));
+  int field = kFieldsBeforeChannels;
+  for (const double value : row.values) recordset_->SetField(field++, value);
+  recordset_->Update();
+  lastUpdated_.Stamp();
+}
+
+void LogWriter::WriteGraphSettings(bool update) {
+  Connected();
+  Transaction transaction(*connection_);
+  velk::WriteGraphSettings(connection_, Channels(session_), update, platform_.language);
+  transaction.Commit();
+  lastUpdated_.Stamp();
+}
+
+bool LogWriter::LogHasGraphSettings() {
+  if (connection_ && Catalog(*connection_).Find(kGraphSettings)) return true;
+  platform_.dialogs.Message({text::NoGraphSettings, text::DatabaseErrorTitle, Buttons::Ok, BoxIcon::Exclamation});
+  return false;
+}
+
+bool LogWriter::HoldsPresentChannels() {
+  if (!connection_) return false;
+  const auto held = ReadGraphSettings(connection_, platform_.language);
+  if (!held) return false;
+  std::vector<std::string> names;
+  for (const Parameter& channel : *held) names.push_back(channel.name);
+  return names == ChannelNames(session_);
+}
+
+void LogWriter::ReadSummaryInclusion() {
+  const std::vector<bool> included = ChannelsInSummary(Connected(), ChannelNames(session_), platform_.language);
+  for (std::size_t i = 0; i < included.size(); ++i) session_.CurrentParameters[i + 1].IncludeInSummary = included[i];
+}
+
+void LogWriter::Finalise() {
+  CloseLogRecordset();
+  if (!connection_) return;
+  connection_->Finalise();
+  connection_.reset();
+}
+
+Connection& LogWriter::Connected() const {
+  if (!connection_) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
+  return *connection_;
+}
+
+}  // namespace velk

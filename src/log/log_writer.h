@@ -1,0 +1,72 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "log/current_velk.h"
+#include "log/log_row.h"
+#include "model/session.h"
+#include "platform/database/recordset.h"
+#include "platform/platform.h"
+
+namespace velk {
+
+/// Writes the log of a job: one database file with the samples (logData), the graph settings that play it back without
+/// this machine's, and the summary report. One connection does all the writing to the open log. It asks the operator
+/// nothing. Failures raise a RuntimeError whose text names the file, unless told otherwise.
+class LogWriter {
+ public:
+  LogWriter(Session& session, const Platform& platform);
+  /// Finalises what is still open; a failure leaves the file as a killed program would: whole, with its write-ahead
+  /// log.
+  ~LogWriter();
+  LogWriter(const LogWriter&) = delete;
+  LogWriter& operator=(const LogWriter&) = delete;
+
+  /// Makes a log for the present channels, with a report of those that IncludeInSummary says. Fields of
+  /// CurrentParameters that are empty get their defaults. All or nothing: until the file is complete there is none of
+  /// that name, and what stands there already is never touched (FileAlreadyExists).
+  void CreateLogFile(const std::string& path);
+  /// Makes a file the log: from here on each row is on the disk before AppendLogRow returns. The log before it is
+  /// finalised.
+  void ConnectLogFile(const std::string& path);
+  bool IsConnected() const { return connection_ != nullptr; }
+
+  /// Readies the connected log for rows; raises where the table has no room for the channels.
+  void OpenLogRecordset();
+  /// No more rows until OpenLogRecordset; the log stays connected. Safe when there is no recordset.
+  void CloseLogRecordset();
+  bool RecordsetIsOpen() const { return recordset_.has_value(); }
+
+  /// Appends a row, whose time is cut to whole seconds; its key is the file's to give. Does nothing while LogFileInUse
+  /// is the translated "Failed". Where it raises, no row was written, and it can be called again.
+  void AppendLogRow(const LogRow& row);
+
+  /// Writes name, units, scale, format, graph and colour of each channel, to new rows or, with `update`, over the
+  /// present ones. All or nothing.
+  void WriteGraphSettings(bool update);
+
+  /// Whether the connected log holds graph settings; tells the operator when it doesn't.
+  bool LogHasGraphSettings();
+  /// Whether the connected log's graph settings are those of the present channels, in order. A log that was appended to
+  /// may have others: those stay.
+  bool HoldsPresentChannels();
+  /// Sets IncludeInSummary of each channel to whether the connected log's report has a column for it.
+  void ReadSummaryInclusion();
+
+  /// The end of a recording: leaves one self-contained file and lets go of it. Where it raises (another program reads
+  /// the file), the log stays connected and Finalise may be called again.
+  void Finalise();
+
+ private:
+  Connection& Connected() const;
+
+  Session& session_;
+  const Platform& platform_;
+  LastUpdated lastUpdated_;
+  std::shared_ptr<Connection> connection_;
+  std::optional<Recordset> recordset_;
+};
+
+}  // namespace velk
