@@ -20,6 +20,14 @@ void ShowNonBlank(Session& session, int count);
 /// Clears GraphVisible of "BLANK" parameters and leaves the others.
 void HideBlank(Session& session, int count);
 
+/// Calls `f` with every open graph window, in order of their numbers. A window that `f` closes or opens further on is
+/// left out or met as it then stands.
+template <class Function>
+void ForEachGraphWindow(const Session& session, Function&& f) {
+  for (int graph = 1; graph <= kMaxParameters; ++graph)
+    if (GraphWindow* window = session.GraphForms[graph]) f(*window);
+}
+
 /// The slot of a parameter on its graph, or 0 where it has none.
 int GraphSlotOf(const Session& session, int parameter, int graphNumber);
 

@@ -48,8 +48,7 @@ struct Session {
   PerParameter<bool> AlarmTriggered{};
 
   // --- Graph map, see graph_map.h ---
-  PerParameter<GraphWindow*> GraphForms{};  ///< by graph number; null where there is none
-  PerParameter<bool> GraphOpen{};
+  PerParameter<GraphWindow*> GraphForms{};  ///< by graph number; the open ones, null elsewhere
   std::int16_t GraphCount = 0;
   PerParameter<std::int16_t> GraphList{};                       ///< graph numbers in order of first appearance
   PerParameter<std::int16_t> GraphCurveCount{};                 ///< by graph number

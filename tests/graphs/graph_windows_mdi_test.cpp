@@ -19,7 +19,7 @@ void SpreadOverThreeGraphs(GraphDesk& desk) {
 
 int OpenWindows(const Session& session) {
   int open = 0;
-  for (int graph = 1; graph <= kMaxParameters; ++graph) open += session.GraphOpen[graph];
+  for (int graph = 1; graph <= kMaxParameters; ++graph) open += session.GraphForms[graph] != nullptr;
   return open;
 }
 
@@ -112,7 +112,7 @@ TEST(GraphWindowsMdi, LeavesAWindowThatTheUserClosedAlone) {
   desk.Form().parentWidget()->close();
   desk.windows.UnloadAll();
   desk.Create();
-  EXPECT_TRUE(desk.session.GraphOpen[3]);
+  EXPECT_NE(desk.session.GraphForms[3], nullptr);
 }
 
 }  // namespace velk::test

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/fake_graphs.h"
 #include "support/recording_graphs.h"
 
 namespace velk {
@@ -102,6 +103,30 @@ TEST(GraphMap, IsRebuiltOverAllParametersTogetherWithTheWindows) {
   EXPECT_EQ(session.GraphCount, 2);
   EXPECT_EQ(session.GraphSlots[1][3], 2);
   EXPECT_EQ(graphs.created, 1);
+}
+
+TEST(GraphMap, CallsForEveryOpenWindowInOrderOfTheirNumbers) {
+  Session session;
+  test::FakeGraphWindow second, seventh, last;
+  session.GraphForms[7] = &seventh;
+  session.GraphForms[2] = &second;
+  session.GraphForms[64] = &last;
+  std::vector<const GraphWindow*> called;
+  ForEachGraphWindow(session, [&](const GraphWindow& window) { called.push_back(&window); });
+  EXPECT_EQ(called, (std::vector<const GraphWindow*>{&second, &seventh, &last}));
+}
+
+TEST(GraphMap, LeavesOutAWindowThatWasClosedByTheCallBefore) {
+  Session session;
+  test::FakeGraphWindow first, second;
+  session.GraphForms[1] = &first;
+  session.GraphForms[2] = &second;
+  ForEachGraphWindow(session, [&](GraphWindow& window) {
+    window.EnableToolbar();
+    session.GraphForms[2] = nullptr;
+  });
+  EXPECT_EQ(first.toolbarsEnabled, 1);
+  EXPECT_EQ(second.toolbarsEnabled, 0);
 }
 
 }  // namespace

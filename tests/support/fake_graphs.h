@@ -57,13 +57,11 @@ class FakeGraphs : public GraphWindows {
     for (int k = 1; k <= session_.GraphCount; ++k) {
       const int graph = session_.GraphList[k];
       session_.GraphForms[graph] = &windows[graph];
-      session_.GraphOpen[graph] = true;
     }
     ++creations;
   }
   void UnloadAll() override {
     session_.GraphForms.fill(nullptr);
-    session_.GraphOpen.fill(false);
     ++unloads;
   }
   void Rebuild(int graphNumber) override { rebuilt.push_back(graphNumber); }

@@ -113,7 +113,6 @@ void GraphFormNew::MakeChart() {
 }
 
 void GraphFormNew::Load(double timeOrigin) {
-  session_.GraphOpen[formIndex_] = true;
   session_.GraphForms[formIndex_] = this;
   TranslateForm(*this, translation_);
   loaded_ = true;
@@ -141,7 +140,6 @@ void GraphFormNew::Unload() {
   refresh_->SetEnabled(false);
   if (storeHeader_->Enabled()) StoreHeader();
   UpdateParametersDefs();
-  session_.GraphOpen[formIndex_] = false;
   session_.GraphForms[formIndex_] = nullptr;
 }
 

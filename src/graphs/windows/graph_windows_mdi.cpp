@@ -38,7 +38,7 @@ void GraphWindowsMdi::UnloadAll() {
 
 void GraphWindowsMdi::Rebuild(int graphNumber) {
   const QPointer<GraphFormNew> form = forms_[graphNumber];
-  if (form.isNull() || !session_.GraphOpen[graphNumber]) return;
+  if (form.isNull() || session_.GraphForms[graphNumber] == nullptr) return;
   const QRect place = form->parentWidget()->geometry();
   const double timeOrigin = form->TimeOrigin();
   Unload(graphNumber);
@@ -60,7 +60,7 @@ void GraphWindowsMdi::Unload(int graphNumber) {
   const QPointer<GraphFormNew> form = forms_[graphNumber];
   forms_[graphNumber] = nullptr;
   // A window that the user has closed is on its way out already.
-  if (form.isNull() || !session_.GraphOpen[graphNumber]) return;
+  if (form.isNull() || session_.GraphForms[graphNumber] == nullptr) return;
   form->parentWidget()->close();
 }
 
