@@ -1,13 +1,12 @@
 #include "core/recorder.h"
 
 #include "base/numbers.h"
+#include "base/scope.h"
 #include "base/text.h"
 #include "core/texts.h"
-#include "core/under.h"
 #include "log/begin_recording.h"
 #include "log/record_file.h"
 #include "model/texts.h"
-#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -64,10 +63,10 @@ void Recorder::SwitchOff() {
   log_.CloseLogRecordset();
 }
 
-void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
+void Recorder::AppendRow(const SampleRow& row, bool firstTry) {
   if (!session_.RecordToDB) return;
   try {
-    Append(firstTry, rowTime);
+    Append(row, firstTry);
   } catch (const RuntimeError&) {
     if (firstTry) ++missingRows_;
     ShowMissingRows();
@@ -81,28 +80,18 @@ void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
   if (!firstTry) ShowMissingRows();
 }
 
-void Recorder::Append(bool firstTry, std::optional<double> rowTime) {
-  if (firstTry) {
-    try {
-      return log_.AppendLogRow(rowTime);
-    } catch (const RuntimeError&) {
-      failedRow_ = {rowTime.value_or(platform_.clock.Now()), session_.CurrentValue};
-      throw;
-    }
-  }
-  std::swap(session_.CurrentValue, failedRow_.values);
-  try {
-    log_.AppendLogRow(failedRow_.time);
-  } catch (const RuntimeError&) {
-    std::swap(session_.CurrentValue, failedRow_.values);
-    throw;
-  }
-  std::swap(session_.CurrentValue, failedRow_.values);
+/// The values of a first try stand in the session; by a Retry later samples have taken CurrentValue over.
+void Recorder::Append(const SampleRow& row, bool firstTry) {
+  if (firstTry) return log_.AppendLogRow(row.time);
+  const auto present = session_.CurrentValue;
+  const OnLeaving back([&] { session_.CurrentValue = present; });
+  session_.CurrentValue = row.values;
+  log_.AppendLogRow(row.time);
 }
 
-void Recorder::AppendRowQuietly(std::optional<double> rowTime) {
+void Recorder::AppendRowQuietly(const SampleRow& row) {
   try {
-    AppendRow(true, rowTime);
+    AppendRow(row, true);
   } catch (const RuntimeError&) {
     // Counted already; the box that is about to come tells of the earlier failure.
   }
@@ -123,7 +112,8 @@ void Recorder::FollowPage(const Statements& run) {
 }
 
 void Recorder::AskForFile(const Statements& run) {
-  const Under asking(asking_);
+  asking_ = true;
+  const OnLeaving done([this] { asking_ = false; });
   const Answer answer = platform_.dialogs.Message({text::SaveDataNow, "", Buttons::YesNo, BoxIcon::Question});
   if (answer != Answer::Yes) return;
   if (view_.ButtonImage("RecordToDB") == image::RecordOff)

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <optional>
-
+#include "core/sample_log.h"
 #include "log/job_questions.h"
 #include "log/log_database.h"
 #include "model/graph_window.h"
@@ -13,7 +12,7 @@
 namespace velk {
 
 /// Recording as the running job needs it: choosing the file, switching on and off, rows, page changes.
-class Recorder {
+class Recorder : public SampleLog {
  public:
   Recorder(Session& session, const Platform& platform, MainView& view, LogDatabase& log, JobQuestions& questions);
 
@@ -29,32 +28,21 @@ class Recorder {
   void ChooseAndBegin(const Statements& run);
   void SwitchOff();
 
-  /// Appends the row of the running sample. A failure is raised once and then only counted until a row has gone through
-  /// again, so that a full disk shows one box and recording goes on by itself. `firstTry` is false for the Retry of a
-  /// row that is counted already. `rowTime` is the row's date and time where it brings its own, else it is Now.
-  void AppendRow(bool firstTry, std::optional<double> rowTime = {});
-  /// The same without raising: for the moment in front of a box.
-  void AppendRowQuietly(std::optional<double> rowTime = {});
+  void AppendRow(const SampleRow& row, bool firstTry) override;
+  void AppendRowQuietly(const SampleRow& row) override;
 
   /// Rows of the present recording that are on the disk.
   long long RowsRecorded() const { return rows_; }
 
-  /// Counts a page change and names the file by it; asks for a file where there is none.
-  void FollowPage(const Statements& run);
+  void FollowPage(const Statements& run) override;
 
   /// No rows until it is opened again; the log stays connected.
   void Close() { log_.CloseLogRecordset(); }
-  /// Ends the recording: one self-contained file is left. Reports its own failures.
-  void Finish();
+  /// Leaves one self-contained file.
+  void Finish() override;
 
  private:
-  /// A row that could not be appended, for its Retry: later samples have taken CurrentValue over by then.
-  struct FailedRow {
-    double time = 0;
-    Session::PerParameter<float> values{};
-  };
-
-  void Append(bool firstTry, std::optional<double> rowTime);
+  void Append(const SampleRow& row, bool firstTry);
   void AskForFile(const Statements& run);
   void ShowFile();
   void ShowMissingRows();
@@ -66,7 +54,6 @@ class Recorder {
   JobQuestions& questions_;
   bool failing_ = false;
   bool asking_ = false;
-  FailedRow failedRow_;
   long long rows_ = 0;
   long long missingRows_ = 0;
 };

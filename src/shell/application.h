@@ -98,7 +98,7 @@ class Application {
   LogDatabase log_;
   Recorder recorder_;
   SampleRoad road_;
-  Polling polling_;
+  SampleSources sources_;
   Acquisition acquisition_;
   FormulaWindows formulaWindows_;
   ModalWindows alarmWindows_;

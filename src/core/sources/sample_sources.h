@@ -23,20 +23,20 @@ class SampleSources {
 
   /// The source of the session's present protocol.
   SampleSource& Current();
-  /// At start-up and whenever the protocol may have changed: switches on what a source does outside of a job too.
-  void FollowProtocol();
+  /// At start-up and wherever the protocol may have changed: what the source does outside of a job too.
+  void FollowProtocol() { pages_.FollowProtocol(); }
   /// At the end of the program: nothing is asked for any more.
-  void End();
+  void ShutDown();
   /// Work of a source is on the stack.
   bool IsRunning() const;
 
-  /// An instrument of a running job has not answered in time.
+  /// The instrument of a running job has not answered in time; told behind the tick that waited for it.
   std::function<void()> onTimeOut;
 
  private:
+  Session& session_;
   MainTimers& timers_;
   Link& link_;
-  const Session& session_;
   PortTicks ticks_;
   LineSource lines_;
   TickedSource ticked_;
