@@ -57,9 +57,9 @@ class Rig {
   LogDatabase log{session, platform, questions, graphs};
   Recorder recorder{session, platform, view, log, questions};
   SampleRoad road{session, platform, view, recorder};
-  ScriptedPages* pages = new ScriptedPages;  ///< owned by polling
-  Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
-  Acquisition acquisition{session, platform, view, graphs, timers, link, recorder, road, polling};
+  ScriptedPages* pages = new ScriptedPages(clock);  ///< owned by sources
+  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
+  Acquisition acquisition{session, platform, view, graphs, link, recorder, road, sources};
 };
 
 }  // namespace velk::test

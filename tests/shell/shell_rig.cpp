@@ -23,8 +23,8 @@ void ShellRig::Start() {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
   Services services{{clock, gate, dialogs, *settings, translation.Translator}, translation, questions, settingsQuestions, *serialPortDialogs, twoPorts};
-  services.makePageFetch = [this](Clock&) {
-    auto made = std::make_unique<ScriptedPages>();
+  services.makePageFetch = [this](Clock& programClock) {
+    auto made = std::make_unique<ScriptedPages>(programClock);
     pages = made.get();
     return made;
   };
