@@ -48,9 +48,8 @@ const Acquisition::StatusWork Acquisition::kStatusWork[] = {
 };
 
 const Acquisition::StatusWork* Acquisition::PresentWork() const {
-  const auto* const found = std::find_if(std::begin(kStatusWork), std::end(kStatusWork), [this](const StatusWork& row) {
-    return StatusIs(session_, row.status);
-  });
+  const auto* const found = std::find_if(std::begin(kStatusWork), std::end(kStatusWork),
+                                         [this](const StatusWork& row) { return StatusIs(session_, row.status); });
   return found == std::end(kStatusWork) ? nullptr : found;
 }
 

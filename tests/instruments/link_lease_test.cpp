@@ -77,9 +77,7 @@ TEST_F(LinkTest, ALeaseBringsThePlainPortBackWithItsOwnSettings) {
 }
 
 TEST_F(LinkTest, ALeaseOfALinkThatWasNeverSetUpOpensNothing) {
-  {
-    const LinkLease lease(link, timers);
-  }
+  { const LinkLease lease(link, timers); }
   EXPECT_TRUE(driver.openings.empty());
   EXPECT_TRUE(plain.openings.empty());
   EXPECT_FALSE(timers.Timer2->Enabled());

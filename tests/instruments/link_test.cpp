@@ -1,5 +1,5 @@
-#include "core/texts.h"
 #include "base/dates.h"
+#include "core/texts.h"
 #include "instruments/link_fixture.h"
 #include "model/texts.h"
 

@@ -22,7 +22,12 @@ void ShellRig::Start() {
   const SerialPortFactory twoPorts = [this]() -> std::unique_ptr<SerialPort> {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
-  Services services{{clock, gate, dialogs, *settings, translation.Translator}, translation, questions, settingsQuestions, *serialPortDialogs, twoPorts};
+  Services services{{clock, gate, dialogs, *settings, translation.Translator},
+                    translation,
+                    questions,
+                    settingsQuestions,
+                    *serialPortDialogs,
+                    twoPorts};
   services.makePageFetch = [this](Clock& programClock) {
     auto made = std::make_unique<ScriptedPages>(programClock);
     pages = made.get();

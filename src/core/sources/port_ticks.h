@@ -25,8 +25,8 @@ class PortTicks {
   void Stop() { timer_.SetEnabled(false); }
 
   /// One sample. Never entered again while it runs: two readers would share one port. A tick that lies below a box does
-  /// not run, and a later one takes the port over from it: samples go on behind boxes. Where the device is gone there is
-  /// no sample: the gap is a gap in the log too.
+  /// not run, and a later one takes the port over from it: samples go on behind boxes. Where the device is gone there
+  /// is no sample: the gap is a gap in the log too.
   void Tick(const Read& read);
 
   bool IsRunning() const { return turns_.Depth() > 0; }

@@ -9,9 +9,9 @@ namespace velk {
 
 class PortTurn;
 
-/// Who may wait on the plain port. A wait on which a box came to stand can't go on until the box was answered, for hours
-/// perhaps; then a later one may begin on top of it and take the port over. So one wait is live, and what lies below a
-/// box has given up its port.
+/// Who may wait on the plain port. A wait on which a box came to stand can't go on until the box was answered, for
+/// hours perhaps; then a later one may begin on top of it and take the port over. So one wait is live, and what lies
+/// below a box has given up its port.
 class PortTurns {
  public:
   PortTurns(SerialPort& port, const Dialogs& dialogs) : port_(port), dialogs_(dialogs) {}

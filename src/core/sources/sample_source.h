@@ -11,8 +11,8 @@ class SampleSource {
   SampleSource(const SampleSource&) = delete;
   SampleSource& operator=(const SampleSource&) = delete;
 
-  /// What Connect asks: whether the instrument is there. Readies its port, waits in rounds until Stop, and tells what is
-  /// wrong in boxes of its own; Connect goes on all the same.
+  /// What Connect asks: whether the instrument is there. Readies its port, waits in rounds until Stop, and tells what
+  /// is wrong in boxes of its own; Connect goes on all the same.
   virtual void Check() = 0;
   /// At Start and Resume, ahead of everything else: readies the port where the job needs another one than the check.
   /// False after an error box; the job is then not begun.
