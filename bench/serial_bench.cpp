@@ -3,8 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "instruments/decoders/own_unit.h"
-#include "instruments/link/line_framing.h"
 #include "instruments/reading/get_field.h"
+#include "instruments/reading/line_framing.h"
 
 namespace velk {
 namespace {

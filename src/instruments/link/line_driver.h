@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "instruments/link/line_framing.h"
+#include "instruments/reading/line_framing.h"
 #include "platform/loop/clock.h"
 #include "platform/loop/gate.h"
 #include "platform/ports/serial.h"
