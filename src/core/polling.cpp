@@ -5,7 +5,7 @@
 #include "base/dates.h"
 #include "core/texts.h"
 #include "core/under.h"
-#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/networked_unit.h"
 #include "instruments/reading/port_reader.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"

@@ -6,7 +6,7 @@
 
 #include "core/recorder.h"
 #include "core/sample_values.h"
-#include "instruments/decoders/decoders.h"
+#include "instruments/table/decoders.h"
 #include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"

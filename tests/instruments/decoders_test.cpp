@@ -1,4 +1,4 @@
-#include "instruments/decoders/decoders.h"
+#include "instruments/table/decoders.h"
 
 #include <gtest/gtest.h>
 

@@ -6,11 +6,11 @@
 #include <QCoreApplication>
 
 #include "base/dates.h"
-#include "instruments/decoders/decoders.h"
 #include "instruments/decoders/intermittent.h"
-#include "instruments/decoders/networked_unit.h"
 #include "instruments/link/line_driver.h"
+#include "instruments/link/networked_unit.h"
 #include "instruments/reading/line_length.h"
+#include "instruments/table/decoders.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
 #include "support/child_program.h"

@@ -1,5 +1,6 @@
 #include "instruments/setup/edit_serial_port.h"
 
+#include "instruments/table/protocols.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/settings/settings.h"
 
@@ -18,7 +19,7 @@ struct Outcome {
 
 /// Asks what the protocol needs besides its line; false on Cancel.
 bool AskForProtocol(const Session& session, ProtocolDialogs& dialogs, Outcome& outcome) {
-  switch (DialogAfter(outcome.choices.SerialData)) {
+  switch (ProtocolOf(outcome.choices.SerialData).dialog) {
     case ProtocolDialog::None:
       return true;
     case ProtocolDialog::FormattedData:
@@ -53,7 +54,7 @@ void Store(Session& session, SettingsStore& settings, const Outcome& outcome) {
     session.Delimiter = outcome.separators->Delimiter;
     session.Terminator = outcome.separators->Terminator;
   }
-  if (DialogAfter(outcome.choices.SerialData) == ProtocolDialog::FormattedData) session.FormattedLineLength = 0;
+  if (ProtocolOf(outcome.choices.SerialData).dialog == ProtocolDialog::FormattedData) session.FormattedLineLength = 0;
   if (outcome.commands) StoreCommands(session, *outcome.commands);
   if (outcome.address) {
     session.daqIPAddress = outcome.address->daqIPAddress;

@@ -1,4 +1,4 @@
-#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/networked_unit.h"
 
 #include "base/dates.h"
 #include "instruments/decoders/page_readers.h"
@@ -56,8 +56,7 @@ std::optional<std::string> ReadValuesPage(const Session& session, PageFetch& fet
   const std::optional<std::string> page = FetchUnitPage(session, fetch);
   if (!page) return {};
   const std::string time = FormatDate(clock.Now(), "hh:mm:ss");
-  const auto read = session.SerialData == protocol::LumoThroughHmi ? LineFromPanelPage : LineFromNamedCells;
-  return read(*page, time, session.NumberOfParameters) + session.Terminator;
+  return ProtocolOf(session).valuesPage(*page, time, session.NumberOfParameters) + session.Terminator;
 }
 
 }  // namespace velk
