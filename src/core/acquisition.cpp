@@ -78,8 +78,7 @@ void Acquisition::CopyParameters() {
 }
 
 bool Acquisition::CheckHardware() {
-  const Protocol* protocol = FindProtocol(session_.SerialData);
-  const Driver driver = protocol ? protocol->driver : Driver::None;
+  const Driver driver = ProtocolOf(session_).driver;
   ChangeCurrentStatus(session_, view_, text::StatusCheckingHardware);
   view_.SetHourglass(true);
   view_.SetButtonVisible("Stop", true);
@@ -184,7 +183,7 @@ void Acquisition::Run(const Statements& run) {
   session_.FormattedLineLength = 0;
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
-  timers_.Timer1->SetEnabled(polling_.NeedsTicks());  // lines of the line driver bring their own samples
+  timers_.Timer1->SetEnabled(NeedsTicks(session_));  // lines of the line driver bring their own samples
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   ReleaseGraphToolbars();
   view_.SetButtonVisible("RecordToDB", true);

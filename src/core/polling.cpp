@@ -50,18 +50,10 @@ TickPort Polling::TakePort() {
   return {*link_.MSComm1, portHolder_, ticks_.Depth() > 1 ? &platform_.dialogs : nullptr};
 }
 
-bool Polling::NeedsTicks() const {
-  const Protocol* const protocol = FindProtocol(session_.SerialData);
-  if (protocol == nullptr) return false;
-  if (protocol->serialData == protocol::Formatted || protocol->driver == Driver::BufferedLines) return true;
-  // Behind an own unit the line driver serves, and holds the device.
-  return protocol->driver == Driver::PolledByTick && !session_.UseODataCom;
-}
-
 bool Polling::OpenPort() {
-  if (!NeedsTicks()) return true;
+  if (!NeedsTicks(session_)) return true;
   link_.CloseODataCom();  // one owner of a device at a time
-  if (session_.SerialData == protocol::Intermittent) {
+  if (ProtocolOf(session_).driver == Driver::BufferedLines) {
     lines_.Reset(session_.Terminator);
     return link_.OpenPlainPort(Handshake::XonXoff);
   }
@@ -70,7 +62,7 @@ bool Polling::OpenPort() {
 
 void Polling::Timer1_Timer() {
   if (ticks_.IsUnderWay() || !timers_.Timer1->Enabled()) return;
-  if (session_.SerialData == protocol::Intermittent) return KeepListening();
+  if (ProtocolOf(session_).driver == Driver::BufferedLines) return KeepListening();
   const StackedWork::Piece tick(ticks_);
   bool timedOut = false;
   road_.Sample(road_.ReportOf("Timer1_Timer"), [&](const Statements& run) { return Poll(run, timedOut); });
@@ -79,7 +71,7 @@ void Polling::Timer1_Timer() {
 
 Values Polling::Poll(const Statements& run, bool& timedOut) {
   if (!link_.KeepPlainPortOpen()) return Values::Left;  // the gap is a gap in the log too
-  if (session_.SerialData == protocol::Formatted) return Learn(run, timedOut);
+  if (ProtocolOf(session_).learnsLineLength) return Learn(run, timedOut);
   TickPort port = TakePort();
   const std::string line = road_.LineDecoders().ReadPolled(port);
   if (session_.StopRequested) {
@@ -137,15 +129,15 @@ void Polling::DropLinesOutsideOfTheJob() {
   if (ticks_.Depth() > 0 || StatusIs(session_, text::StatusAcquiringData)) return;
   const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
   if (lastEnd == std::string::npos) return;
-  link_.MSComm1->Read(session_.SerialData == protocol::Das104 ? lastEnd : lastEnd + 1);
+  link_.MSComm1->Read(ProtocolOf(session_).frameBeginsAtEnd ? lastEnd : lastEnd + 1);
 }
 
 // --- An instrument that sends its buffer ---
 
 void Polling::MSComm1_OnComm() {
-  const Protocol* const protocol = FindProtocol(session_.SerialData);
-  if (protocol && protocol->driver == Driver::PolledByTick) return DropLinesOutsideOfTheJob();
-  if (session_.SerialData != protocol::Intermittent) return;
+  const Driver driver = ProtocolOf(session_).driver;
+  if (driver == Driver::PolledByTick) return DropLinesOutsideOfTheJob();
+  if (driver != Driver::BufferedLines) return;
   if (analysing_) return lines_.Hold(*link_.MSComm1);  // a box may stand on the sample for as long as it likes
   const Under analysing(analysing_);
   while (lines_.Receive(*link_.MSComm1)) {
@@ -184,8 +176,8 @@ Values Polling::TakeBufferedLine(const Statements& run, int number) {
 
 void Polling::EnablePageTimer() {
   if (ended_) return;
-  timers_.Timer4->SetEnabled(session_.SerialData == protocol::HoneywellEZtrend);
-  timers_.Timer5->SetEnabled(session_.SerialData == protocol::LumoThroughHmi);
+  timers_.Timer4->SetEnabled(ProtocolOf(session_).pageTimer == PageTimer::Timer4);
+  timers_.Timer5->SetEnabled(ProtocolOf(session_).pageTimer == PageTimer::Timer5);
 }
 
 bool Polling::CanFetchPage() {

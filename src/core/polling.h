@@ -41,9 +41,6 @@ class Polling {
 
   /// Bytes have come on the plain port: of an instrument that buffers its samples, or outside of a polled job.
   void MSComm1_OnComm();
-  /// Whether Timer1 has work with this protocol: it reads the port, learns the length of the lines, or looks whether
-  /// the port of a buffering instrument is still there.
-  bool NeedsTicks() const;
   /// At Start and Resume: readies the plain port where the protocol needs it. False after an error box.
   bool OpenPort();
 
