@@ -41,7 +41,7 @@ constexpr ListRow kList[] = {
 TEST(ProtocolList, ShowsTheSixteenInOrder) {
   ASSERT_EQ(Protocols().size(), std::size(kList));
   for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(EnglishText(ProtocolText(i)), kList[i].shown);
+    EXPECT_EQ(Protocols()[static_cast<std::size_t>(i)].caption.english, kList[i].shown);
     EXPECT_EQ(ProtocolPlace(kList[i].shown), i);
   }
   EXPECT_EQ(ProtocolPlace("OPC Server"), -1);
@@ -55,8 +55,8 @@ TEST(ProtocolList, StoresWhatIsPickedTheFirstAsTheSecondAndTheLastNotAtAll) {
 }
 
 TEST(ProtocolList, LeadsToTheDialogOfTheProtocol) {
-  for (const ListRow& row : kList) EXPECT_EQ(DialogAfter(row.shown), row.next) << row.shown;
-  EXPECT_EQ(DialogAfter("OPC Server"), ProtocolDialog::None);
+  for (const ListRow& row : kList) EXPECT_EQ(ProtocolOf(row.shown).dialog, row.next) << row.shown;
+  EXPECT_EQ(ProtocolOf("OPC Server").dialog, ProtocolDialog::None);
 }
 
 TEST(LineLists, HoldWhatTheStoreKnows) {
@@ -88,7 +88,7 @@ TEST(FixedLine, IsThatOfTheProtocolsConstantsForOwnUnits) {
     session.Handshake = 1;
     const LineChoices shown = WithFixedLine(LineChoicesOf(session));
     SetProtocolConstants(session);
-    EXPECT_EQ(HasFixedLine(row.shown), session.IsOwnUnit) << row.shown;
+    EXPECT_EQ(ProtocolOf(row.shown).unit.has_value(), session.IsOwnUnit) << row.shown;
     EXPECT_EQ(shown.BaudRate, session.BaudRate) << row.shown;
     EXPECT_EQ(shown.Parity, session.Parity) << row.shown;
     EXPECT_EQ(shown.DataBits, session.DataBits) << row.shown;
