@@ -91,10 +91,11 @@ class Layers(unittest.TestCase):
         self.assert_fault({"src/platform/ports/b.h": includes("instruments/link/a.h"), "src/instruments/link/a.h": ""},
                           "layer 4")
 
-    def test_a_file_directly_in_a_folder_serves_all_its_rooms_and_includes_none(self):
+    def test_a_file_directly_in_a_folder_serves_all_its_rooms_and_includes_none_that_is_not_named(self):
         self.assert_clean({"src/platform/files/a.cpp": includes("platform/texts.h"), "src/platform/texts.h": ""})
         self.assert_fault({"src/platform/platform.h": includes("platform/loop/clock.h"),
                            "src/platform/loop/clock.h": ""}, "directly in platform")
+        self.assert_clean({"src/core/a.cpp": includes("core/sources/b.h"), "src/core/sources/b.h": ""})
 
     def test_the_windows_of_a_folder_include_every_room_of_it(self):
         self.assert_clean({"src/instruments/windows/a.cpp": includes("instruments/setup/b.h"),
