@@ -1,4 +1,4 @@
-// From bytes of a serial line to checked lines, for a KESTA unit of 18 channels.
+// From bytes of a serial port to checked lines, for a KESTA unit of 18 channels.
 
 #include <benchmark/benchmark.h>
 

@@ -27,7 +27,7 @@ class TickPort : public SerialPort {
   void Open(const SerialSettings& settings) override {
     if (IsHeld()) port_.Open(settings);
   }
-  std::vector<LineSetting> Unsupported() const override { return port_.Unsupported(); }
+  std::vector<PortSetting> Unsupported() const override { return port_.Unsupported(); }
   void Close() override {
     if (IsHeld()) port_.Close();
   }

@@ -291,7 +291,7 @@ void Application::SaveAndEnd() {
   form_.close();
 }
 
-/// As at start-up, for line settings that have changed; nothing is asked.
+/// As at start-up, for port settings that have changed; nothing is asked.
 void Application::ResetConnection() {
   link_.CloseODataCom();
   link_.ClosePlainPort();

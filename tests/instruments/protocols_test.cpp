@@ -34,7 +34,7 @@ constexpr Row kRows[] = {
     {"Any Serial Data", Driver::EventLineDriver, false, true},
 };
 
-/// A session whose line settings tell whether anything was changed.
+/// A session whose port settings tell whether anything was changed.
 Session Marked(const std::string& serialData) {
   Session session;
   session.SerialData = serialData;

@@ -10,14 +10,14 @@ namespace {
 
 /// All that the dialogs gave; the session is touched only once every one of them was answered.
 struct Outcome {
-  LineChoices choices;
+  HardwareChoices choices;
   Session::PerParameter<Parameter> parameters;
   std::optional<Separators> separators = {};
   std::optional<std::vector<ParameterCommands>> commands = {};
   std::optional<UnitAddress> address = {};
 };
 
-/// Asks what the protocol needs besides its line; false on Cancel.
+/// Asks what the protocol needs besides its port; false on Cancel.
 bool AskForProtocol(const Session& session, ProtocolDialogs& dialogs, Outcome& outcome) {
   switch (ProtocolOf(outcome.choices.SerialData).dialog) {
     case ProtocolDialog::None:
@@ -39,8 +39,8 @@ bool AskForProtocol(const Session& session, ProtocolDialogs& dialogs, Outcome& o
 }
 
 std::optional<Outcome> Ask(const Session& session, const Platform& platform, ProtocolDialogs& dialogs) {
-  const auto choices =
-      dialogs.AskHardwareSettings({LineChoicesOf(session), session.NumberOfFormulae, PortEntries(platform.settings)});
+  const auto choices = dialogs.AskHardwareSettings(
+      {HardwareChoicesOf(session), session.NumberOfFormulae, PortEntries(platform.settings)});
   if (!choices) return std::nullopt;
   Outcome outcome{.choices = *choices, .parameters = session.Parameters};
   FillUnnamedParameters(outcome.parameters, choices->NumberOfParameters, platform.language);
@@ -60,7 +60,7 @@ void Store(Session& session, SettingsStore& settings, const Outcome& outcome) {
     session.daqIPAddress = outcome.address->daqIPAddress;
     session.daqHTML = outcome.address->daqHTML;
   }
-  StoreLineChoices(session, outcome.choices);
+  StoreHardwareChoices(session, outcome.choices);
   settings.Save("VELK2", "Parameters", "NumberOfParameters", std::to_string(session.NumberOfParameters));
 }
 

@@ -11,7 +11,7 @@
 
 namespace velk {
 
-/// Values of SerialData: what stands at the other end of the line. Only the table and tests choose by them.
+/// Values of SerialData: what stands behind the port. Only the table and tests choose by them.
 namespace protocol {
 inline constexpr std::string_view Formatted = "formatted and at regular intervals";
 inline constexpr std::string_view NationalOilWellPlc = "National Oil Well PLC";
@@ -44,7 +44,7 @@ enum class Picking { Itself, NextEntry, Nothing };
 /// The timer that fetches the page of a networked unit: as one table, or as values to which the program adds the time.
 enum class PageTimer { None, Timer4, Timer5 };
 
-/// What the board of an own unit has, and the serial line it speaks on.
+/// What the board of an own unit has, and the settings of the port it speaks on.
 struct UnitConstants {
   std::int16_t channels;      ///< NumberOfChannels
   std::int16_t lastAnalog;    ///< channels 1 to here are analog

@@ -78,7 +78,7 @@ void HardwareSettings::ConnectLists() {
 }
 
 void HardwareSettings::UpdateDisplay() {
-  const LineChoices shown = WithFixedLine(choices_);
+  const HardwareChoices shown = WithFixedPort(choices_);
   ShowChoice(*ui_->cboSerialData, ProtocolPlace(shown.SerialData), shown.SerialData);
   ShowChoice(*ui_->cboSampling, PlaceOf(kSamplingNumbers, sampling_.number), NumberText(sampling_.number));
   ShowChoice(*ui_->cboSamplingUnits, static_cast<int>(sampling_.unit), {});

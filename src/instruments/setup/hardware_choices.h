@@ -14,8 +14,8 @@ namespace velk {
 
 class SettingsStore;
 
-/// What HardwareSettings edits: the instrument, its line and what is taken from it. Fields are named as the session's.
-struct LineChoices {
+/// What HardwareSettings edits: the instrument, its port and what is taken from it. Fields are named as the session's.
+struct HardwareChoices {
   std::string SerialData;
   std::int16_t NumberOfParameters = 1;
   double SamplingRate = 1.0 / 86400;  ///< days
@@ -28,10 +28,10 @@ struct LineChoices {
   std::int16_t Handshake = 0;
 };
 
-LineChoices LineChoicesOf(const Session& session);
+HardwareChoices HardwareChoicesOf(const Session& session);
 
 /// Takes the choices over and, for an own unit, its constants.
-void StoreLineChoices(Session& session, const LineChoices& choices);
+void StoreHardwareChoices(Session& session, const HardwareChoices& choices);
 
 // What the lists offer, in their order. The rates are those that SetupComPort takes: each port is opened through it.
 inline constexpr std::array<std::int32_t, 4> kBaudRates{2400, 4800, 9600, 19200};
@@ -59,8 +59,8 @@ int ProtocolPlace(std::string_view serialData);
 /// SerialData once an entry was picked: its own, that of the next entry or what is `stored`, as its row tells.
 std::string PickedSerialData(int place, std::string_view stored);
 
-/// The choices with the line as an own unit fixes it; as they are for any other protocol.
-LineChoices WithFixedLine(LineChoices choices);
+/// The choices with the port as an own unit fixes it; as they are for any other protocol.
+HardwareChoices WithFixedPort(HardwareChoices choices);
 
 /// "Com Port n" with what stands behind it.
 struct PortEntry {

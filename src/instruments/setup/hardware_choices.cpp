@@ -1,4 +1,4 @@
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 
 #include <charconv>
 #include <limits>
@@ -34,7 +34,7 @@ NumberRead Fault(OperatorText text) {
 
 }  // namespace
 
-LineChoices LineChoicesOf(const Session& session) {
+HardwareChoices HardwareChoicesOf(const Session& session) {
   return {.SerialData = session.SerialData,
           .NumberOfParameters = session.NumberOfParameters,
           .SamplingRate = session.SamplingRate,
@@ -47,7 +47,7 @@ LineChoices LineChoicesOf(const Session& session) {
           .Handshake = session.Handshake};
 }
 
-void StoreLineChoices(Session& session, const LineChoices& choices) {
+void StoreHardwareChoices(Session& session, const HardwareChoices& choices) {
   session.SerialData = choices.SerialData;
   session.NumberOfParameters = choices.NumberOfParameters;
   session.SamplingRate = choices.SamplingRate;
@@ -89,7 +89,7 @@ std::string PickedSerialData(int place, std::string_view stored) {
   return std::string(stored);
 }
 
-LineChoices WithFixedLine(LineChoices choices) {
+HardwareChoices WithFixedPort(HardwareChoices choices) {
   const std::optional<UnitConstants>& unit = ProtocolOf(choices.SerialData).unit;
   if (!unit) return choices;
   choices.BaudRate = unit->baudRate;
