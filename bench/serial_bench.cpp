@@ -1,10 +1,10 @@
-// From bytes of a serial line to checked lines, for a KESTA unit of 18 channels.
+// From bytes of a serial port to checked lines, for a KESTA unit of 18 channels.
 
 #include <benchmark/benchmark.h>
 
 #include "instruments/decoders/own_unit.h"
-#include "instruments/link/line_framing.h"
 #include "instruments/reading/get_field.h"
+#include "instruments/reading/line_framing.h"
 
 namespace velk {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "instruments/link/line_framing.h"
+#include "instruments/reading/line_framing.h"
 
 using namespace velk;
 

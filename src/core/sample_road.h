@@ -7,7 +7,7 @@
 #include "core/sample_log.h"
 #include "core/sample_plotter.h"
 #include "core/sample_values.h"
-#include "instruments/decoders/decoders.h"
+#include "instruments/table/decoders.h"
 #include "model/main_view.h"
 #include "model/session.h"
 #include "platform/dialogs/procedure.h"

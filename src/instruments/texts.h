@@ -27,10 +27,10 @@ inline constexpr MessageText PortRefusesSettings{2404, ": the serial device refu
 inline constexpr MessageText PortIsGone{2405, ": the serial device is gone. Data go on by themselves when it is back."};
 inline constexpr MessageText PortGoesWithout{
     2406, ": the serial device works without these line settings, which it does not have: "};
-inline constexpr MessageText LineDataBits{2407, "data bits "};
-inline constexpr MessageText LineParity{2408, "parity "};
-inline constexpr MessageText LineStopBits{2409, "stop bits "};
-inline constexpr MessageText LineModemLines{2420, "modem lines, which the hardware handshake needs"};
+inline constexpr MessageText PortDataBits{2407, "data bits "};
+inline constexpr MessageText PortParity{2408, "parity "};
+inline constexpr MessageText PortStopBits{2409, "stop bits "};
+inline constexpr MessageText PortModemLines{2420, "modem lines, which the hardware handshake needs"};
 
 // The page of a networked unit; the address stands in front
 inline constexpr MessageText PageBadAddress{2410, ": this is no address of a page. Is the IP address filled in?"};

@@ -28,8 +28,7 @@ void ShowProblems(const EditSettings& edit, const std::vector<OperatorText>& pro
 }
 
 bool NamesOwnUnit(const Session& session) {
-  const Protocol* const row = FindProtocol(session.SerialData);
-  return row != nullptr && row->unit;
+  return ProtocolOf(session).unit.has_value();
 }
 
 /// Shows that the program ends, and ends it.

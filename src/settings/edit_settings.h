@@ -13,7 +13,7 @@ struct EditSettings {
   Session& session;
   Platform& platform;
   SettingsQuestions& questions;
-  std::function<void()> resetConnection;  ///< own units: a template may have changed the line settings
+  std::function<void()> resetConnection;  ///< own units: a template may have changed the port settings
   std::function<void()> saveAndEnd;       ///< saves the settings and ends the program without its question
 };
 

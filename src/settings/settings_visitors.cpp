@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "formula/additional_parameters.h"
+#include "instruments/table/protocols.h"
 #include "settings/texts.h"
 
 namespace velk {
@@ -149,8 +150,7 @@ void ReadSettings(SettingsReader& reader, Session& session) {
   VisitGeneral(reader, session);
   VisitPrintGraph(reader, session);
   VisitProtocol(reader, session);
-  // The name that older stores hold for the same protocol.
-  if (session.SerialData == "formatted") session.SerialData = "formatted and at regular intervals";
+  session.SerialData = PresentName(session.SerialData);
   VisitParameterCount(reader, session);
   VisitParameters(reader, session);
   SizeFormulae(session);

@@ -25,12 +25,6 @@ namespace {
 
 constexpr int kCloseAgainMs = 20;
 
-/// These have no serial link that could be closed.
-bool IsPageOrOpc(const std::string& protocol) {
-  return protocol == protocol::LumoThroughHmi || protocol == protocol::HoneywellEZtrend ||
-         protocol == protocol::OpcServer;
-}
-
 }  // namespace
 
 Application::Application(const Services& services)
@@ -233,11 +227,9 @@ void Application::HideAcquireTimeButtons() {
 }
 
 void Application::OpenLink() {
-  const std::string& protocol = session_.SerialData;
-  const bool asks = protocol == protocol::Formatted || protocol == protocol::NationalOilWellPlc ||
-                    protocol == protocol::AnySerialData;
-  const bool goesOn = !asks || platform_.dialogs.Message(
-                                   {text::ContinueWithPort, "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
+  const bool goesOn =
+      !ProtocolOf(session_).asksAtStart ||
+      platform_.dialogs.Message({text::ContinueWithPort, "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
   if (goesOn)
     link_.SetODataCom();
   else
@@ -290,7 +282,7 @@ void Application::SaveAtEnd() {
 void Application::EndJob() {
   if (std::exchange(jobEnded_, true)) return;
   if (!StatusIs(session_, text::StatusReady)) acquisition_.mnuAcquireStop_Click();
-  if (!IsPageOrOpc(session_.SerialData)) link_.CloseODataCom();
+  if (ProtocolOf(session_).hasPort) link_.CloseODataCom();
 }
 
 void Application::SaveAndEnd() {
@@ -298,7 +290,7 @@ void Application::SaveAndEnd() {
   form_.close();
 }
 
-/// As at start-up, for line settings that have changed; nothing is asked.
+/// As at start-up, for port settings that have changed; nothing is asked.
 void Application::ResetConnection() {
   LinkLease(link_, timers_).SetUpAnew();
 }

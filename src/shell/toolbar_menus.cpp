@@ -25,7 +25,7 @@ void ToolbarMenus::mnuTools_Click() {
   };
   allow("mnuToolsRemove", session_.NumberOfFormulae >= 1);
   allow("mnuToolsInclude", session_.NumberOfFormulae >= 1);
-  allow("mnuToolsReset", session_.SerialData == protocol::SentWhenRequested);
+  allow("mnuToolsReset", ProtocolOf(session_).hasCommands);
 }
 
 void ToolbarMenus::PopUp(const char* key, const char* menu) {

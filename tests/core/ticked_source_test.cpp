@@ -19,7 +19,7 @@ TEST_F(Polled, ConnectOpensThePlainPortAndStartLetsTimer1ReadIt) {
   EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_TRUE(rig.plainPort.open);
   EXPECT_FALSE(rig.linePort.open);
-  EXPECT_EQ(rig.plainPort.openings.back().parity, "E") << "an outside instrument has its own line settings";
+  EXPECT_EQ(rig.plainPort.openings.back().parity, "E") << "an outside instrument has its own port settings";
   EXPECT_EQ(rig.plainPort.openings.back().dataBits, 7);
   EXPECT_TRUE(rig.timers.Timer1->Enabled());
   EXPECT_EQ(rig.timers.Timer1->Interval(), 50);

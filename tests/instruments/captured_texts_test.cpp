@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "instruments/decoders/decoders.h"
+#include "instruments/table/decoders.h"
 #include "platform/settings/settings.h"
 #include "support/byte_port.h"
 #include "support/fake_clock.h"

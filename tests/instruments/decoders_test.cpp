@@ -1,6 +1,8 @@
-#include "instruments/decoders/decoders.h"
+#include "instruments/table/decoders.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 #include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
@@ -14,37 +16,39 @@ namespace {
 
 struct Row {
   std::string_view serialData;
-  Decoder delivered;
-  Decoder polled;
+  std::string_view checkedBy;  ///< the procedure of a delivered line
+  std::string_view readBy;     ///< that of a tick
 };
 
-const Row kRows[] = {
-    {"formatted and at regular intervals", Decoder::NationalOilWell, Decoder::NationalOilWell},
-    {"National Oil Well PLC", Decoder::NOWPLC, Decoder::None},
-    {"sent when requested", Decoder::None, Decoder::Requested_data},
-    {"intermittent and by request", Decoder::None, Decoder::None},
-    {"via dll function call", Decoder::None, Decoder::None},
-    {"KESTA version 3", Decoder::Orben_ver_3, Decoder::Orben_ver_3},
-    {"KESTA version 4", Decoder::Orben_ver_3, Decoder::Orben_ver_3},
-    {"KESTA version 5", Decoder::Orben_ver_3, Decoder::Orben_ver_3},
-    {"LUMO version A", Decoder::Orben_ver_3, Decoder::Orben_ver_3},
-    {"LUMO version B", Decoder::Orben_ver_3, Decoder::Orben_ver_3},
-    {"S&S DAS 104", Decoder::Stewart_stevenson, Decoder::Stewart_stevenson},
-    {"Data Taker a", Decoder::None, Decoder::DataTaker_a},
-    {"Data Taker b", Decoder::None, Decoder::DataTaker_b},
-    {"HPT - Honeywell eZtrend", Decoder::HPTHoneywellEZtrend, Decoder::None},
-    {"ORBEN LUMO through HMI", Decoder::HPTHoneywellEZtrend, Decoder::None},
-    {"Any Serial Data", Decoder::AnySerialData, Decoder::AnySerialData},
-    {"OPC Server", Decoder::None, Decoder::None},
-    {"", Decoder::None, Decoder::None},
+constexpr Row kRows[] = {
+    {"formatted and at regular intervals", "NationalOilWell", "NationalOilWell"},
+    {"National Oil Well PLC", "NOWPLC", ""},
+    {"sent when requested", "", "Requested_data"},
+    {"intermittent and by request", "", ""},
+    {"via dll function call", "", ""},
+    {"KESTA version 3", "Orben_ver_3", "Orben_ver_3"},
+    {"KESTA version 4", "Orben_ver_3", "Orben_ver_3"},
+    {"KESTA version 5", "Orben_ver_3", "Orben_ver_3"},
+    {"LUMO version A", "Orben_ver_3", "Orben_ver_3"},
+    {"LUMO version B", "Orben_ver_3", "Orben_ver_3"},
+    {"S&S DAS 104", "", "Stewart_stevenson"},
+    {"Data Taker a", "", "DataTaker_a"},
+    {"Data Taker b", "", "DataTaker_b"},
+    {"HPT - Honeywell eZtrend", "HPTHoneywellEZtrend", ""},
+    {"ORBEN LUMO through HMI", "HPTHoneywellEZtrend", ""},
+    {"Any Serial Data", "Any Serial Data", ""},
+    {"OPC Server", "", ""},
+    {"", "", ""},
 };
 
 TEST(DecoderTables, HaveADecoderForEachWayALineComes) {
   for (const Row& row : kRows) {
     Session session;
     session.SerialData = row.serialData;
-    EXPECT_EQ(DeliveredDecoder(session), row.delivered) << row.serialData;
-    EXPECT_EQ(PolledDecoder(session), row.polled) << row.serialData;
+    const Decoder& delivered = *ProtocolOf(session).decoder;
+    EXPECT_EQ(delivered.check ? delivered.procedure : "", row.checkedBy) << row.serialData;
+    const Decoder& polled = PolledDecoder(session);
+    EXPECT_EQ(polled.read ? polled.procedure : "", row.readBy) << row.serialData;
   }
 }
 
@@ -57,11 +61,15 @@ TEST(DecoderTables, KnowEveryProtocol) {
 TEST(DecoderTables, TakeTheOwnUnitForATickOnceItWasChosen) {
   Session session;
   session.IsOwnUnit = true;
+  const std::string_view ownDecoders[] = {"S&S DAS 104", "formatted and at regular intervals"};
+  for (const Row& row : kRows) {
+    session.SerialData = row.serialData;
+    const bool keepsIts =
+        std::find(std::begin(ownDecoders), std::end(ownDecoders), row.serialData) != std::end(ownDecoders);
+    EXPECT_EQ(PolledDecoder(session).procedure, keepsIts ? row.readBy : "Orben_ver_3") << row.serialData;
+  }
   session.SerialData = "Data Taker a";
-  EXPECT_EQ(PolledDecoder(session), Decoder::Orben_ver_3);
-  EXPECT_EQ(DeliveredDecoder(session), Decoder::None);
-  session.SerialData = "S&S DAS 104";
-  EXPECT_EQ(PolledDecoder(session), Decoder::Stewart_stevenson);
+  EXPECT_EQ(ProtocolOf(session).decoder->check, nullptr);
 }
 
 class DecodersTest : public testing::Test {

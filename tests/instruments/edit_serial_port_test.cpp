@@ -15,7 +15,7 @@ namespace {
 /// Answers with what the test says, and notes what it was asked.
 class ScriptedProtocolDialogs : public ProtocolDialogs {
  public:
-  std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) override {
+  std::optional<HardwareChoices> AskHardwareSettings(const HardwareQuestion& question) override {
     asked.push_back("HardwareSettings");
     hardware = question;
     return choices;
@@ -42,7 +42,7 @@ class ScriptedProtocolDialogs : public ProtocolDialogs {
     return address;
   }
 
-  std::optional<LineChoices> choices;
+  std::optional<HardwareChoices> choices;
   std::optional<Separators> separators;
   std::optional<std::vector<ParameterCommands>> commands;
   std::optional<UnitAddress> address;

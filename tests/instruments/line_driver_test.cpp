@@ -20,7 +20,7 @@ struct LineDriverTest : testing::Test {
     driver.onDataReady = [this](const std::string& line) { lines.push_back(line); };
     gate.onOpened = [this] { driver.GateOpened(); };
     LineDriverSettings settings;
-    settings.line.device = "/dev/unit";
+    settings.port.device = "/dev/unit";
     settings.terminator = "\r\n";
     driver.Open(settings);
   }
@@ -47,7 +47,7 @@ struct LineDriverTest : testing::Test {
 
 TEST_F(LineDriverTest, GivesThePortItsSettings) {
   LineDriverSettings settings;
-  settings.line = {"/dev/ttyS1", 4800, "E", 7, "2", Handshake::XonXoff, 2048};
+  settings.port = {"/dev/ttyS1", 4800, "E", 7, "2", Handshake::XonXoff, 2048};
   driver.Open(settings);
   const SerialSettings& given = device.openings.back();
   EXPECT_EQ(given.device, "/dev/ttyS1");

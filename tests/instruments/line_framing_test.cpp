@@ -1,4 +1,4 @@
-#include "instruments/link/line_framing.h"
+#include "instruments/reading/line_framing.h"
 
 #include <gtest/gtest.h>
 

@@ -143,7 +143,7 @@ TEST_F(LinkTest, WhatTheDeviceDoesNotHaveIsToldOnceByNameAndTheRestIsUsed) {
   session.StopBits = "1.5";
   session.Handshake = 2;
   driver.unsupported =
-      plain.unsupported = {LineSetting::DataBits, LineSetting::Parity, LineSetting::StopBits, LineSetting::ModemLines};
+      plain.unsupported = {PortSetting::DataBits, PortSetting::Parity, PortSetting::StopBits, PortSetting::ModemLines};
   dialogs.Expect(
       "/dev/ttyVelk: the serial device works without these line settings, which it does not have: "
       "data bits 7, parity Mark, stop bits 1.5, modem lines, which the hardware handshake needs",
@@ -163,14 +163,14 @@ TEST_F(LinkTest, WhatTheDeviceDoesNotHaveIsToldOnceByNameAndTheRestIsUsed) {
   clock.RunPosted();
   EXPECT_EQ(dialogs.shown.size(), 1U) << "told once";
 
-  plain.unsupported = {LineSetting::StopBits};
+  plain.unsupported = {PortSetting::StopBits};
   dialogs.Expect("does not have: stop bits 1.5", Answer::Ok);
   EXPECT_TRUE(link.OpenPlainPort(Handshake::Rts));
   clock.RunPosted();
 }
 
 TEST_F(LinkTest, ANoticeOfTheDeviceOutlivesTheClosingOfTheLink) {
-  driver.unsupported = {LineSetting::ModemLines};
+  driver.unsupported = {PortSetting::ModemLines};
   dialogs.Expect("modem lines", Answer::Ok);
   link.SetODataCom();
   link.CloseODataCom();

@@ -1,4 +1,4 @@
-#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/networked_unit.h"
 
 #include <gtest/gtest.h>
 

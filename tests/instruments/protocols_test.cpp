@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 namespace velk {
 namespace {
 
@@ -31,7 +34,7 @@ constexpr Row kRows[] = {
     {"Any Serial Data", Driver::EventLineDriver, false, true},
 };
 
-/// A session whose line settings tell whether anything was changed.
+/// A session whose port settings tell whether anything was changed.
 Session Marked(const std::string& serialData) {
   Session session;
   session.SerialData = serialData;
@@ -72,6 +75,51 @@ TEST(Protocols, AreFoundByTheirExactText) {
   EXPECT_EQ(FindProtocol("lumo version a"), nullptr);
   EXPECT_EQ(FindProtocol(""), nullptr);
   EXPECT_EQ(FindProtocol("OPC Server"), nullptr);
+}
+
+TEST(Protocols, GiveARowWithoutAnythingForWhatIsNoEntryOfTheList) {
+  EXPECT_EQ(&ProtocolOf("LUMO version A"), &Protocols()[8]);
+  for (const char* serialData : {"OPC Server", "", "KESTA version 6"}) {
+    const Protocol& row = ProtocolOf(serialData);
+    EXPECT_EQ(row.driver, Driver::None) << serialData;
+    EXPECT_EQ(row.decoder, &decoder::None) << serialData;
+    EXPECT_EQ(row.dialog, ProtocolDialog::None) << serialData;
+    EXPECT_FALSE(row.unit) << serialData;
+  }
+}
+
+/// Those of the sixteen, OPC and an unknown name that a flag is set for.
+std::vector<std::string_view> NamesWhere(const std::function<bool(const Protocol&)>& holds) {
+  std::vector<std::string_view> names;
+  for (const Row& row : kRows)
+    if (holds(ProtocolOf(row.serialData))) names.emplace_back(row.serialData);
+  for (const char* other : {"OPC Server", "unknown"})
+    if (holds(ProtocolOf(other))) names.emplace_back(other);
+  return names;
+}
+
+TEST(Protocols, TellWhatSetsTheirJobsApart) {
+  using Names = std::vector<std::string_view>;
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.asksAtStart; }),
+            (Names{"formatted and at regular intervals", "National Oil Well PLC", "Any Serial Data"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return !row.hasPort; }),
+            (Names{"HPT - Honeywell eZtrend", "ORBEN LUMO through HMI", "OPC Server"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.learnsLineLength; }),
+            (Names{"formatted and at regular intervals"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.frameBeginsAtEnd; }), (Names{"S&S DAS 104"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.hasCommands; }), (Names{"sent when requested"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.pageTimer == PageTimer::Timer4; }),
+            (Names{"HPT - Honeywell eZtrend"}));
+  EXPECT_EQ(NamesWhere([](const Protocol& row) { return row.pageTimer == PageTimer::Timer5; }),
+            (Names{"ORBEN LUMO through HMI"}));
+}
+
+TEST(PresentName, IsThatOfTheSameProtocolForThreeOlderNames) {
+  EXPECT_EQ(PresentName("formatted"), "formatted and at regular intervals");
+  EXPECT_EQ(PresentName("orben version 3"), "KESTA version 3");
+  EXPECT_EQ(PresentName("orben version 4"), "KESTA version 4");
+  for (const char* other : {"", "Formatted", "orben version 5", "KESTA version 3", "OPC Server"})
+    EXPECT_EQ(PresentName(other), other);
 }
 
 TEST(ComputeUseODataCom, IsTrueForThreeProtocolsAndForOwnUnits) {

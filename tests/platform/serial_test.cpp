@@ -116,7 +116,7 @@ TEST(SerialPort, OpensAPseudoTerminalWithEveryLineSetting) {
           ExpectToOpen({"", 9600, parity, bits, stop, static_cast<Handshake>(handshake)});
 }
 
-std::vector<LineSetting> UnsupportedByAPseudoTerminal(const char* parity, int bits, const char* stop,
+std::vector<PortSetting> UnsupportedByAPseudoTerminal(const char* parity, int bits, const char* stop,
                                                       Handshake handshake) {
   const Pty pty;
   const auto port = MakeSerialPort();
@@ -126,8 +126,8 @@ std::vector<LineSetting> UnsupportedByAPseudoTerminal(const char* parity, int bi
 
 TEST(SerialPort, KnowsWhatADeviceDoesNotHave) {
   // A pseudo-terminal has 8 bits without parity, either count of stop bits, and no modem lines.
-  using L = LineSetting;
-  using Missing = std::vector<LineSetting>;
+  using L = PortSetting;
+  using Missing = std::vector<PortSetting>;
   EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "1", Handshake::None), Missing{});
   EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "2", Handshake::XonXoff), Missing{});
   EXPECT_EQ(UnsupportedByAPseudoTerminal("N", 8, "1.5", Handshake::None), Missing{L::StopBits});

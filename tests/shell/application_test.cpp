@@ -241,7 +241,7 @@ TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
 
 TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
   rig.Start();
-  rig.protocolDialogs.choose = [](LineChoices choices) {
+  rig.protocolDialogs.choose = [](HardwareChoices choices) {
     choices.SerialData = "LUMO version A";
     choices.NumberOfParameters = 4;
     return choices;

@@ -132,8 +132,8 @@ TEST(FloodOnATerminal, EveryLineReachesASampleThatYieldsInOrder) {
     --depth;
   };
   LineDriverSettings settings;
-  settings.line.device = unit.Device();
-  settings.line.baudRate = 19200;
+  settings.port.device = unit.Device();
+  settings.port.baudRate = 19200;
   driver.Open(settings);
 
   const std::string sent = Lines(1, kLines);

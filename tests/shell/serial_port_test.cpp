@@ -105,7 +105,7 @@ struct Entry {
   const char* stored;  ///< where another protocol was stored before
   const char* next;    ///< the window that it leads to
   bool lineDriver;     ///< opens the line as soon as the dialogs are left
-  bool fixedLine;
+  bool fixedPort;
 };
 
 constexpr const char* kBefore = "S&S DAS 104";
@@ -140,7 +140,7 @@ class EachEntry : public SerialPortMenu, public testing::WithParamInterface<Entr
               FindControl<QLineEdit>(window, "txtNumberOfParameters")->setText("2");
               FindControl<QLineEdit>(window, "txtSensitivityCriterion")->setText("33");
               Pick(window, "cboPort", 2);
-              if (!entry.fixedLine) {
+              if (!entry.fixedPort) {
                 Pick(window, "cboBaudRate", 0);
                 Pick(window, "cboParity", 3);
                 Pick(window, "cboDataBits", 2);
@@ -158,14 +158,14 @@ class EachEntry : public SerialPortMenu, public testing::WithParamInterface<Entr
               EXPECT_EQ(FindControl<QLineEdit>(window, "txtNumberOfParameters")->text(), "2");
               EXPECT_EQ(FindControl<QLineEdit>(window, "txtSensitivityCriterion")->text(), "33");
               EXPECT_EQ(Shown(window, "cboPort"), "Com Port 3");
-              EXPECT_EQ(Shown(window, "cboBaudRate"), entry.fixedLine ? "19200" : "2400");
-              EXPECT_EQ(Shown(window, "cboParity"), entry.fixedLine ? "None" : "Odd");
-              EXPECT_EQ(Shown(window, "cboDataBits"), entry.fixedLine ? "8" : "7");
-              EXPECT_EQ(Shown(window, "cboStopBits"), entry.fixedLine ? "1" : "2");
-              if (!entry.fixedLine) {
+              EXPECT_EQ(Shown(window, "cboBaudRate"), entry.fixedPort ? "19200" : "2400");
+              EXPECT_EQ(Shown(window, "cboParity"), entry.fixedPort ? "None" : "Odd");
+              EXPECT_EQ(Shown(window, "cboDataBits"), entry.fixedPort ? "8" : "7");
+              EXPECT_EQ(Shown(window, "cboStopBits"), entry.fixedPort ? "1" : "2");
+              if (!entry.fixedPort) {
                 EXPECT_EQ(Shown(window, "cboHandshake"), "Xon/Xoff");
               }
-              EXPECT_EQ(FindControl<QWidget>(window, "fraParity")->isEnabled(), !entry.fixedLine);
+              EXPECT_EQ(FindControl<QWidget>(window, "fraParity")->isEnabled(), !entry.fixedPort);
               Click(window, "cmdOK");
             }};
   }
@@ -228,7 +228,7 @@ TEST_P(EachEntry, IsLedThroughSetsUpTheLinkAndIsFoundAgainAfterARestart) {
   EXPECT_EQ(rig.State().SerialData, entry.stored);
   EXPECT_EQ(Stored("SerialData"), entry.stored);
   EXPECT_EQ(rig.State().NumberOfParameters, 2);
-  EXPECT_EQ(rig.State().IsOwnUnit, entry.fixedLine);
+  EXPECT_EQ(rig.State().IsOwnUnit, entry.fixedPort);
   EXPECT_DOUBLE_EQ(rig.State().SamplingRate, 300.0 / 86400);
   EXPECT_FALSE(rig.plainPort.open);
   EXPECT_EQ(rig.linePort.open, entry.lineDriver);

@@ -6,11 +6,11 @@
 #include <QCoreApplication>
 
 #include "base/dates.h"
-#include "instruments/decoders/decoders.h"
 #include "instruments/decoders/intermittent.h"
-#include "instruments/decoders/networked_unit.h"
 #include "instruments/link/line_driver.h"
+#include "instruments/link/networked_unit.h"
 #include "instruments/reading/line_length.h"
+#include "instruments/table/decoders.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
 #include "support/child_program.h"
@@ -47,9 +47,9 @@ class OtherInstruments : public testing::Test {
     return simulator->NextLine();
   }
   void Open(const std::string& device) {
-    SerialSettings line;
-    line.device = device;
-    port->Open(line);
+    SerialSettings given;
+    given.device = device;
+    port->Open(given);
   }
   std::vector<test::SentFrame> Sent() { return test::ReadJournal(directory.File("sent")); }
 
@@ -58,10 +58,10 @@ class OtherInstruments : public testing::Test {
     LineDriver driver(clock, gate, MakeSerialPort());
     std::vector<std::string> lines;
     driver.onDataReady = [&](const std::string& received) { lines.push_back(received); };
-    LineDriverSettings line;
-    line.line.device = device;
-    line.terminator = session.Terminator;
-    driver.Open(line);
+    LineDriverSettings given;
+    given.port.device = device;
+    given.terminator = session.Terminator;
+    driver.Open(given);
     for (int rounds = 0; lines.size() < count && rounds < 20'000; ++rounds) clock.WaitRound();
     return lines;
   }

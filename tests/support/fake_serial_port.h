@@ -14,7 +14,7 @@ struct FakeDevice {
   bool open = false;
   std::vector<SerialSettings> openings;  ///< settings of each try to open
   std::function<void()> failOpen;        ///< throws while the device can't be opened
-  std::vector<LineSetting> unsupported;
+  std::vector<PortSetting> unsupported;
   std::string waiting;  ///< bytes that nobody has read yet
   std::string written;
   int reads = 0;
@@ -49,7 +49,7 @@ class FakeSerialPort : public SerialPort {
     if (device_.failOpen) device_.failOpen();
     device_.open = true;
   }
-  std::vector<LineSetting> Unsupported() const override { return device_.unsupported; }
+  std::vector<PortSetting> Unsupported() const override { return device_.unsupported; }
   void Close() override {
     device_.open = false;
     device_.waiting.clear();

@@ -8,7 +8,7 @@ namespace velk::test {
 /// `choices`.
 class ScriptedProtocolDialogs : public ProtocolDialogs {
  public:
-  std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) override {
+  std::optional<HardwareChoices> AskHardwareSettings(const HardwareQuestion& question) override {
     ++hardwareAsked;
     return choose ? std::optional(choose(question.choices)) : std::nullopt;
   }
@@ -19,7 +19,7 @@ class ScriptedProtocolDialogs : public ProtocolDialogs {
   }
   std::optional<UnitAddress> AskEthernetConfiguration(const UnitAddress&) override { return std::nullopt; }
 
-  LineChoices (*choose)(LineChoices) = nullptr;  ///< what O.K. gives; none: Cancel
+  HardwareChoices (*choose)(HardwareChoices) = nullptr;  ///< what O.K. gives; none: Cancel
   int hardwareAsked = 0;
 };
 

@@ -14,7 +14,7 @@ LineSource::LineSource(Session& session, const Platform& platform, Link& link, S
 }
 
 bool LineSource::LearnsLength() const {
-  return session_.SerialData == protocol::Formatted;
+  return ProtocolOf(session_).learnsLineLength;
 }
 
 void LineSource::Check() {

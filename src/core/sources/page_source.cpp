@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/scope.h"
-#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/networked_unit.h"
 #include "instruments/table/protocols.h"
 #include "model/status.h"
 #include "model/texts.h"
@@ -38,8 +38,8 @@ PageSource::PageSource(const Session& session, const Platform& platform, MainTim
 
 void PageSource::FollowProtocol() {
   if (shutDown_) return;
-  timer4_.SetEnabled(session_.SerialData == protocol::HoneywellEZtrend);
-  timer5_.SetEnabled(session_.SerialData == protocol::LumoThroughHmi);
+  timer4_.SetEnabled(ProtocolOf(session_).pageTimer == PageTimer::Timer4);
+  timer5_.SetEnabled(ProtocolOf(session_).pageTimer == PageTimer::Timer5);
 }
 
 void PageSource::ShutDown() {

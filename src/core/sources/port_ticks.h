@@ -19,7 +19,7 @@ class PortTicks {
   PortTicks(Session& session, const Platform& platform, MainTimers& timers, Link& link, SampleRoad& road,
             std::function<void()> onTimeOut);
 
-  /// Readies the plain port with the session's own line settings, away from the line driver. False after an error box.
+  /// Readies the plain port with the session's own port settings, away from the line driver. False after an error box.
   bool OpenPort();
   void Start() { timer_.SetEnabled(true); }
   void Stop() { timer_.SetEnabled(false); }

@@ -58,7 +58,7 @@ class PortTurn : public SerialPort {
   void Open(const SerialSettings& settings) override {
     if (IsHeld()) turns_.port_.Open(settings);
   }
-  std::vector<LineSetting> Unsupported() const override { return turns_.port_.Unsupported(); }
+  std::vector<PortSetting> Unsupported() const override { return turns_.port_.Unsupported(); }
   void Close() override {
     if (IsHeld()) turns_.port_.Close();
   }

@@ -34,8 +34,7 @@ SampleSources::~SampleSources() {
 }
 
 SampleSource& SampleSources::Current() {
-  const Protocol* const protocol = FindProtocol(session_.SerialData);
-  switch (protocol != nullptr ? protocol->driver : Driver::None) {
+  switch (ProtocolOf(session_).driver) {
     case Driver::EventLineDriver:
       return lines_;
     case Driver::PolledByTick:

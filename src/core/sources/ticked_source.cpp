@@ -29,13 +29,12 @@ Values TickedSource::Poll(const Statements& run, PortTurn& port) {
 }
 
 /// Lines that come ahead of Start and during a pause must not be logged later, as if they were present ones. The line
-/// under way stays: the job may begin with it. Frames of the DAS 104 stand between CRs, so the CR ahead of it stays
-/// too.
+/// under way stays: the job may begin with it. Where the end of a frame begins the next one, it stays too.
 void TickedSource::MSComm1_OnComm() {
   if (ticks_.IsRunning() || StatusIs(session_, text::StatusAcquiringData)) return;
   const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
   if (lastEnd == std::string::npos) return;
-  link_.MSComm1->Read(session_.SerialData == protocol::Das104 ? lastEnd : lastEnd + 1);
+  link_.MSComm1->Read(ProtocolOf(session_).frameBeginsAtEnd ? lastEnd : lastEnd + 1);
 }
 
 }  // namespace velk

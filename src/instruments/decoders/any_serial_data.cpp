@@ -8,4 +8,7 @@ void AnySerialData(std::string& line) {
   line = CleanUp(std::move(line));
 }
 
+const Decoder decoder::AnySerialData{.procedure = "Any Serial Data",
+                                     .check = [](std::string& line, const Decoding&) { velk::AnySerialData(line); }};
+
 }  // namespace velk

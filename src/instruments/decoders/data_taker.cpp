@@ -85,4 +85,11 @@ std::string LineFromDataTakerBlock(std::string_view block, const Session& sessio
   return sound ? line + session.Terminator : session.Terminator + line;
 }
 
+const Decoder decoder::DataTaker_a{.procedure = "DataTaker_a", .read = [](PortReader& reader, const Decoding& with) {
+                                     return velk::DataTaker_a(reader, with.session);
+                                   }};
+const Decoder decoder::DataTaker_b{.procedure = "DataTaker_b", .read = [](PortReader& reader, const Decoding& with) {
+                                     return velk::DataTaker_b(reader, with.session);
+                                   }};
+
 }  // namespace velk

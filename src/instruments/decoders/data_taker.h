@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "instruments/decoders/decoder.h"
 #include "instruments/reading/port_reader.h"
 
 namespace velk {
@@ -24,5 +25,10 @@ std::string DataTaker_b(PortReader& reader, const Session& session);
 
 /// The line of a block that has been read; see DataTaker_b.
 std::string LineFromDataTakerBlock(std::string_view block, const Session& session);
+
+namespace decoder {
+extern const Decoder DataTaker_a;
+extern const Decoder DataTaker_b;
+}  // namespace decoder
 
 }  // namespace velk

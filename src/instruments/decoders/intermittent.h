@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "instruments/link/line_framing.h"
+#include "instruments/reading/line_framing.h"
 #include "model/session.h"
 #include "platform/ports/serial.h"
 

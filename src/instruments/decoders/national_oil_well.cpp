@@ -39,4 +39,21 @@ void NOWPLC(std::string& line, Session& session) {
   line = session.Terminator + CleanUp(std::move(line));
 }
 
+namespace {
+
+std::string ReadAndCheck(PortReader& reader, const Decoding& with) {
+  std::string line = ReadNationalOilWell(reader, with.session);
+  NationalOilWell(line, with.session);
+  return line;
+}
+
+}  // namespace
+
+const Decoder decoder::NationalOilWell{
+    .procedure = "NationalOilWell",
+    .check = [](std::string& line, const Decoding& with) { velk::NationalOilWell(line, with.session); },
+    .read = ReadAndCheck};
+const Decoder decoder::NOWPLC{
+    .procedure = "NOWPLC", .check = [](std::string& line, const Decoding& with) { velk::NOWPLC(line, with.session); }};
+
 }  // namespace velk

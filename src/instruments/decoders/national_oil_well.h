@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "instruments/decoders/decoder.h"
 #include "instruments/reading/port_reader.h"
 
 namespace velk {
@@ -19,5 +20,10 @@ void NationalOilWell(std::string& line, const Session& session);
 
 /// Sets the line length of this instrument and rejects the line, whatever it holds.
 void NOWPLC(std::string& line, Session& session);
+
+namespace decoder {
+extern const Decoder NationalOilWell;
+extern const Decoder NOWPLC;
+}  // namespace decoder
 
 }  // namespace velk

@@ -7,6 +7,8 @@
 
 namespace velk {
 
+struct Decoder;
+
 /// Tells a sound frame of a KESTA or LUMO unit in run mode from a damaged one: "hh:mm:ss", then a blank and a raw value
 /// a channel, CR LF. Nothing is scaled here.
 class OwnUnitDecoder {
@@ -19,5 +21,12 @@ class OwnUnitDecoder {
   /// is 0 to 59. Seconds are not looked at.
   void Orben_ver_3(std::string& line, const Session& session);
 };
+
+namespace decoder {
+/// Its lines come from the line driver: a tick finds none, and so rejects an empty one.
+extern const Decoder Orben_ver_3;
+/// For the lines of pages: the same check, on the same length of the line before.
+extern const Decoder HPTHoneywellEZtrend;
+}  // namespace decoder
 
 }  // namespace velk

@@ -9,8 +9,11 @@ namespace velk {
 // caller. Tags and names are searched for as they are written here, capitals included. A page that lacks a cell raises
 // InvalidArgument.
 
-/// The page of named cells: the value of parameter i stands behind "iVar", in the next "<td>", up to "&nbsp". `time` is
-/// "hh:mm:ss"; a blank leads each value.
+/// A page that brings no time of its own. `time` is "hh:mm:ss".
+using ValuesPageReader = std::string (*)(std::string_view page, std::string_view time, int parameters);
+
+/// The page of named cells: the value of parameter i stands behind "iVar", in the next "<td>", up to "&nbsp". A
+/// blank leads each value.
 std::string LineFromNamedCells(std::string_view page, std::string_view time, int parameters);
 
 /// The page of the operator panel: the rows behind the first one hold a name and, inside two tags, a number up to

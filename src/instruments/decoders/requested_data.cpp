@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "instruments/reading/time_limit.h"
+#include "instruments/texts.h"
 
 namespace velk {
 
@@ -45,5 +46,18 @@ RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session) {
   if (session.StopRequested) return {};
   return {line + session.Terminator};
 }
+
+namespace {
+
+std::string ReadRequested(PortReader& reader, const Decoding& with) {
+  const RequestedLine requested = Requested_data(reader.Port(), with.clock, with.session);
+  if (requested.timedOut)
+    with.dialogs.Message({text::TimeOutCheckSettings, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+  return requested.line;
+}
+
+}  // namespace
+
+const Decoder decoder::Requested_data{.procedure = "Requested_data", .read = ReadRequested};
 
 }  // namespace velk

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "instruments/decoders/decoder.h"
 #include "instruments/reading/port_reader.h"
 
 namespace velk {
@@ -19,5 +20,10 @@ struct RequestedLine {
 /// end are taken off, the rest is the value, unchecked. An answer that takes longer than TheTimeOut sampling intervals
 /// ends the line and sets StopRequested. Raises PortNotOpen.
 RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session);
+
+namespace decoder {
+/// Shows the time-out of a request in a box.
+extern const Decoder Requested_data;
+}  // namespace decoder
 
 }  // namespace velk

@@ -29,4 +29,8 @@ std::string Stewart_stevenson(PortReader& reader) {
   return buffer.substr(first, second - first);
 }
 
+const Decoder decoder::Stewart_stevenson{
+    .procedure = "Stewart_stevenson",
+    .read = [](PortReader& reader, const Decoding&) { return velk::Stewart_stevenson(reader); }};
+
 }  // namespace velk

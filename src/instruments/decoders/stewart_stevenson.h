@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "instruments/decoders/decoder.h"
 #include "instruments/reading/port_reader.h"
 
 namespace velk {
@@ -11,5 +12,10 @@ namespace velk {
 /// is checked. Empty when the wait was stopped or the device went away, and for a frame longer than
 /// PortReader::kLongestText. Raises PortNotOpen.
 std::string Stewart_stevenson(PortReader& reader);
+
+namespace decoder {
+/// A frame between CRs carries nothing by which a delivered line could be checked.
+extern const Decoder Stewart_stevenson;
+}  // namespace decoder
 
 }  // namespace velk

@@ -26,13 +26,13 @@ void LineDriver::Open(const LineDriverSettings& settings) {
   Close();
   settings_ = settings;
   framing_.Reset(settings.terminator);
-  port_->Open(settings.line);
+  port_->Open(settings.port);
 }
 
 void LineDriver::Reopen() {
   port_->Close();
   framing_.DropUnfinished();
-  port_->Open(settings_.line);
+  port_->Open(settings_.port);
 }
 
 void LineDriver::Close() {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "instruments/link/line_framing.h"
+#include "instruments/reading/line_framing.h"
 #include "platform/loop/clock.h"
 #include "platform/loop/gate.h"
 #include "platform/ports/serial.h"
@@ -13,7 +13,7 @@
 namespace velk {
 
 struct LineDriverSettings {
-  SerialSettings line;           ///< BaudRate, DataBits, Parity, StopBits, Handshake and the device of PortNumber
+  SerialSettings port;           ///< BaudRate, DataBits, Parity, StopBits, Handshake and the device of PortNumber
   int portNumber = 1;            ///< as the operator chose it
   int retryMilliseconds = 1000;  ///< between two tries to reach a device that is gone
   std::string terminator = "\r\n";
@@ -43,8 +43,8 @@ class LineDriver {
   /// Closes and empties the queue.
   void Close();
   bool IsOpen() const { return port_->IsOpen(); }
-  /// Which line settings the device does not have.
-  std::vector<LineSetting> Unsupported() const { return port_->Unsupported(); }
+  /// Which port settings the device does not have.
+  std::vector<PortSetting> Unsupported() const { return port_->Unsupported(); }
 
   /// The settings of the last Open.
   const LineDriverSettings& Settings() const { return settings_; }

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "instruments/link/line_notice.h"
+#include "instruments/link/port_notice.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
 #include "model/status.h"
@@ -71,7 +71,7 @@ SerialSettings Link::PlainSettings(Handshake handshake) const {
 
 LineDriverSettings Link::DriverSettings() const {
   LineDriverSettings settings;
-  settings.line = PlainSettings(static_cast<Handshake>(session_.Handshake));
+  settings.port = PlainSettings(static_cast<Handshake>(session_.Handshake));
   settings.portNumber = session_.PortNumber;
   settings.terminator = session_.Terminator;
   settings.theTimeOut = session_.TheTimeOut;
@@ -98,7 +98,7 @@ void Link::SetODataCom() {
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
-    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
+    TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
     const OperatorText text = PortErrorText(error);
     if (text.English() != toldAlready) throw RuntimeError(error.Number(), text);
@@ -129,7 +129,7 @@ bool Link::EnablePort() {
       }
     });
   });
-  // The board knows one line form only; an instrument of another maker gets its own.
+  // The board knows one form of port only; an instrument of another maker gets its own.
   return done && (session_.IsOwnUnit || OpenPlainPort(static_cast<Handshake>(session_.Handshake)));
 }
 
@@ -205,7 +205,7 @@ void Link::CycleODataCom() {
 bool Link::Reopen() {
   try {
     ODataCom1.Reopen();
-    TellUnsupported(ODataCom1.Settings().line, ODataCom1.Unsupported());
+    TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));
@@ -225,7 +225,7 @@ void Link::Timer2_Timer() {
 
 void Link::DriverHungUp() {
   ShowImages(false);
-  TellOnce(ODataCom1.Settings().line.device + text::PortIsGone);
+  TellOnce(ODataCom1.Settings().port.device + text::PortIsGone);
   retry_->SetEnabled(true);
 }
 
@@ -238,7 +238,7 @@ void Link::ODataCom1_DataReady(const std::string& line) {
   session_.LastDataTime = platform_.clock.Now();
 }
 
-void Link::TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported) {
+void Link::TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported) {
   if (unsupported.empty()) return;
   const OperatorText text = UnsupportedText(settings, unsupported);
   if (!noticed_.insert(text.English()).second) return;

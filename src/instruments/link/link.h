@@ -18,7 +18,7 @@
 namespace velk {
 
 /// The session's link to its instrument: the plain port, the line driver, the board, and the watchdog over the driver.
-/// Own units have the plain port and the driver on one serial line, so only one of the two is open at a time.
+/// Own units have the plain port and the driver on one device, so only one of the two is open at a time.
 class Link {
  public:
   Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort);
@@ -30,7 +30,7 @@ class Link {
   LineDriver ODataCom1;
   CAdc12nCom Board;
 
-  /// Opens the line driver, if the protocol uses it, with the session's line settings, and starts the watchdog. When it
+  /// Opens the line driver, if the protocol uses it, with the session's port settings, and starts the watchdog. When it
   /// can't be opened the watchdog goes on trying after the box was left.
   void SetODataCom();
 
@@ -54,7 +54,7 @@ class Link {
   /// sample runs, and is tried on.
   void Restore(const State& state);
 
-  /// Opens the plain port with the session's own line settings; closes it first. False after an error box.
+  /// Opens the plain port with the session's own port settings; closes it first. False after an error box.
   bool OpenPlainPort(Handshake handshake);
   /// Opens the plain port again, as it was opened last, where its device went away; at most once a second. A failure is
   /// told once until data have come again.
@@ -85,7 +85,7 @@ class Link {
   bool Reopen();
   void StartWatching();
   void DriverHungUp();
-  void TellUnsupported(const SerialSettings& settings, const std::vector<LineSetting>& unsupported);
+  void TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported);
   void TellOnce(const OperatorText& text);
   void ShowUntold();
   void ShowImages(bool connected);

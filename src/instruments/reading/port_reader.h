@@ -25,6 +25,8 @@ class PortReader {
 
   PortReader(SerialPort& port, Clock& clock, const Session& session) : port_(port), clock_(clock), session_(session) {}
 
+  SerialPort& Port() { return port_; }
+
   /// What waits, at most `most` bytes; never waits itself. Raises PortNotOpen.
   std::string Waiting(std::size_t most);
   /// All that waits.

@@ -1,5 +1,6 @@
 #include "instruments/setup/edit_serial_port.h"
 
+#include "instruments/table/protocols.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/settings/settings.h"
 
@@ -9,16 +10,16 @@ namespace {
 
 /// All that the dialogs gave; the session is touched only once every one of them was answered.
 struct Outcome {
-  LineChoices choices;
+  HardwareChoices choices;
   Session::PerParameter<Parameter> parameters;
   std::optional<Separators> separators = {};
   std::optional<std::vector<ParameterCommands>> commands = {};
   std::optional<UnitAddress> address = {};
 };
 
-/// Asks what the protocol needs besides its line; false on Cancel.
+/// Asks what the protocol needs besides its port; false on Cancel.
 bool AskForProtocol(const Session& session, ProtocolDialogs& dialogs, Outcome& outcome) {
-  switch (DialogAfter(outcome.choices.SerialData)) {
+  switch (ProtocolOf(outcome.choices.SerialData).dialog) {
     case ProtocolDialog::None:
       return true;
     case ProtocolDialog::FormattedData:
@@ -38,8 +39,8 @@ bool AskForProtocol(const Session& session, ProtocolDialogs& dialogs, Outcome& o
 }
 
 std::optional<Outcome> Ask(const Session& session, const Platform& platform, ProtocolDialogs& dialogs) {
-  const auto choices =
-      dialogs.AskHardwareSettings({LineChoicesOf(session), session.NumberOfFormulae, PortEntries(platform.settings)});
+  const auto choices = dialogs.AskHardwareSettings(
+      {HardwareChoicesOf(session), session.NumberOfFormulae, PortEntries(platform.settings)});
   if (!choices) return std::nullopt;
   Outcome outcome{.choices = *choices, .parameters = session.Parameters};
   FillUnnamedParameters(outcome.parameters, choices->NumberOfParameters, platform.language);
@@ -53,13 +54,13 @@ void Store(Session& session, SettingsStore& settings, const Outcome& outcome) {
     session.Delimiter = outcome.separators->Delimiter;
     session.Terminator = outcome.separators->Terminator;
   }
-  if (DialogAfter(outcome.choices.SerialData) == ProtocolDialog::FormattedData) session.FormattedLineLength = 0;
+  if (ProtocolOf(outcome.choices.SerialData).dialog == ProtocolDialog::FormattedData) session.FormattedLineLength = 0;
   if (outcome.commands) StoreCommands(session, *outcome.commands);
   if (outcome.address) {
     session.daqIPAddress = outcome.address->daqIPAddress;
     session.daqHTML = outcome.address->daqHTML;
   }
-  StoreLineChoices(session, outcome.choices);
+  StoreHardwareChoices(session, outcome.choices);
   settings.Save("VELK2", "Parameters", "NumberOfParameters", std::to_string(session.NumberOfParameters));
 }
 

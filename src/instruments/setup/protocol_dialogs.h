@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 #include "instruments/setup/parameter_commands.h"
 #include "instruments/setup/separators.h"
 
@@ -11,7 +11,7 @@ namespace velk {
 
 /// What HardwareSettings is opened with.
 struct HardwareQuestion {
-  LineChoices choices;
+  HardwareChoices choices;
   int formulae = 0;  ///< additional parameters, which take their share of the 64
   std::vector<PortEntry> ports;
 };
@@ -27,7 +27,7 @@ struct UnitAddress {
 class ProtocolDialogs {
  public:
   virtual ~ProtocolDialogs() = default;
-  virtual std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) = 0;
+  virtual std::optional<HardwareChoices> AskHardwareSettings(const HardwareQuestion& question) = 0;
   virtual std::optional<Separators> AskFormattedData(const Separators& separators) = 0;
   virtual std::optional<Separators> AskIntermittent(const Separators& separators) = 0;
   virtual std::optional<std::vector<ParameterCommands>> AskRequestedData(

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 
 namespace velk {
 

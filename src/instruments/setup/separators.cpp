@@ -3,7 +3,7 @@
 #include <array>
 
 #include "base/text.h"
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 
 namespace velk {
 

@@ -1,31 +1,115 @@
 #include "instruments/table/protocols.h"
 
+#include <iterator>
+
+#include "instruments/decoders/any_serial_data.h"
+#include "instruments/decoders/data_taker.h"
+#include "instruments/decoders/national_oil_well.h"
+#include "instruments/decoders/requested_data.h"
+#include "instruments/decoders/stewart_stevenson.h"
+#include "instruments/texts.h"
+
 namespace velk {
 
 namespace {
 
+/// A unit of the company's own.
+constexpr Protocol OwnUnit(std::string_view serialData, const MessageText& caption, const UnitConstants& unit,
+                           std::string_view olderName = {}) {
+  return {.serialData = serialData,
+          .caption = caption,
+          .driver = Driver::EventLineDriver,
+          .decoder = &decoder::Orben_ver_3,
+          .unit = unit,
+          .olderName = olderName};
+}
+
 constexpr Protocol kProtocols[] = {
-    {protocol::Formatted, Driver::EventLineDriver, {}},
-    {protocol::NationalOilWellPlc, Driver::EventLineDriver, {}},
-    {protocol::SentWhenRequested, Driver::PolledByTick, {}},
-    {protocol::Intermittent, Driver::BufferedLines, {}},
-    {protocol::DllFunctionCall, Driver::None, {}},
-    {protocol::Kesta3, Driver::EventLineDriver, UnitConstants{18, 8, 13, 19200, 2}},
-    {protocol::Kesta4, Driver::EventLineDriver, UnitConstants{18, 8, 13, 19200, 0}},
-    {protocol::Kesta5, Driver::EventLineDriver, UnitConstants{22, 8, 13, 19200, 0}},
-    {protocol::LumoA, Driver::EventLineDriver, UnitConstants{4, 2, 3, 19200, 0}},
-    {protocol::LumoB, Driver::EventLineDriver, UnitConstants{10, 4, 7, 19200, 0}},
-    {protocol::Das104, Driver::PolledByTick, {}},
-    {protocol::DataTakerA, Driver::PolledByTick, {}},
-    {protocol::DataTakerB, Driver::PolledByTick, {}},
-    {protocol::HoneywellEZtrend, Driver::NetworkedPage, {}},
-    {protocol::LumoThroughHmi, Driver::NetworkedPage, {}},
-    {protocol::AnySerialData, Driver::EventLineDriver, {}},
+    {.serialData = protocol::Formatted,
+     .caption = text::ProtocolFormatted,
+     .driver = Driver::EventLineDriver,
+     .decoder = &decoder::NationalOilWell,
+     .dialog = ProtocolDialog::FormattedData,
+     .olderName = "formatted",
+     .picking = Picking::NextEntry,
+     .asksAtStart = true,
+     .learnsLineLength = true,
+     .readsBesideOwnUnit = true},
+    {.serialData = protocol::NationalOilWellPlc,
+     .caption = text::ProtocolNationalOilWell,
+     .driver = Driver::EventLineDriver,
+     .decoder = &decoder::NOWPLC,
+     .dialog = ProtocolDialog::FormattedData,
+     .asksAtStart = true},
+    {.serialData = protocol::SentWhenRequested,
+     .caption = text::ProtocolSentWhenRequested,
+     .driver = Driver::PolledByTick,
+     .decoder = &decoder::Requested_data,
+     .dialog = ProtocolDialog::RequestedData,
+     .hasCommands = true},
+    {.serialData = protocol::Intermittent,
+     .caption = text::ProtocolIntermittent,
+     .driver = Driver::BufferedLines,
+     .dialog = ProtocolDialog::Intermittent},
+    {.serialData = protocol::DllFunctionCall, .caption = text::ProtocolDllFunctionCall},
+    // Channels, the last analog one, the last of the hardware, baud rate, handshake.
+    OwnUnit(protocol::Kesta3, text::ProtocolKesta3, {18, 8, 13, 19200, 2}, "orben version 3"),
+    OwnUnit(protocol::Kesta4, text::ProtocolKesta4, {18, 8, 13, 19200, 0}, "orben version 4"),
+    OwnUnit(protocol::Kesta5, text::ProtocolKesta5, {22, 8, 13, 19200, 0}),
+    OwnUnit(protocol::LumoA, text::ProtocolLumoA, {4, 2, 3, 19200, 0}),
+    OwnUnit(protocol::LumoB, text::ProtocolLumoB, {10, 4, 7, 19200, 0}),
+    {.serialData = protocol::Das104,
+     .caption = text::ProtocolDas104,
+     .driver = Driver::PolledByTick,
+     .decoder = &decoder::Stewart_stevenson,
+     .dialog = ProtocolDialog::FormattedData,
+     .readsBesideOwnUnit = true,
+     .frameBeginsAtEnd = true},
+    {.serialData = protocol::DataTakerA,
+     .caption = text::ProtocolDataTakerA,
+     .driver = Driver::PolledByTick,
+     .decoder = &decoder::DataTaker_a,
+     .dialog = ProtocolDialog::FormattedData},
+    {.serialData = protocol::DataTakerB,
+     .caption = text::ProtocolDataTakerB,
+     .driver = Driver::PolledByTick,
+     .decoder = &decoder::DataTaker_b,
+     .dialog = ProtocolDialog::FormattedData},
+    {.serialData = protocol::HoneywellEZtrend,
+     .caption = text::ProtocolHoneywell,
+     .driver = Driver::NetworkedPage,
+     .decoder = &decoder::HPTHoneywellEZtrend,
+     .dialog = ProtocolDialog::EthernetConfiguration,
+     .hasPort = false,
+     .pageTimer = PageTimer::Timer4},
+    {.serialData = protocol::LumoThroughHmi,
+     .caption = text::ProtocolLumoThroughHmi,
+     .driver = Driver::NetworkedPage,
+     .decoder = &decoder::HPTHoneywellEZtrend,
+     .dialog = ProtocolDialog::EthernetConfiguration,
+     .hasPort = false,
+     .pageTimer = PageTimer::Timer5,
+     .valuesPage = LineFromPanelPage},
+    {.serialData = protocol::AnySerialData,
+     .caption = text::ProtocolAnySerialData,
+     .driver = Driver::EventLineDriver,
+     .decoder = &decoder::AnySerialData,
+     .dialog = ProtocolDialog::FormattedData,
+     .picking = Picking::Nothing,
+     .asksAtStart = true},
 };
 
-void RenameFromOlderSettings(std::string& serialData) {
-  if (serialData == "orben version 3") serialData = protocol::Kesta3;
-  if (serialData == "orben version 4") serialData = protocol::Kesta4;
+static_assert(std::end(kProtocols)[-1].picking != Picking::NextEntry);
+
+/// No entry of the list: its values come from a server.
+constexpr Protocol kOpcServer{.serialData = protocol::OpcServer, .hasPort = false};
+
+constexpr Protocol kUnknown{};
+
+const Protocol* FindOlderName(std::string_view serialData) {
+  for (const Protocol& row : kProtocols)
+    if (!row.olderName.empty() && row.olderName == serialData) return &row;
+  return nullptr;
 }
 
 }  // namespace
@@ -40,28 +124,42 @@ const Protocol* FindProtocol(std::string_view serialData) {
   return nullptr;
 }
 
-void SetProtocolConstants(Session& session) {
-  RenameFromOlderSettings(session.SerialData);
-  const Protocol* const row = FindProtocol(session.SerialData);
-  if (row == nullptr || !row->unit) return;
+const Protocol& ProtocolOf(std::string_view serialData) {
+  if (const Protocol* const row = FindProtocol(serialData)) return *row;
+  return serialData == kOpcServer.serialData ? kOpcServer : kUnknown;
+}
 
-  session.NumberOfChannels = row->unit->channels;
-  session.LastAnalogChannel = row->unit->lastAnalog;
-  session.LastHardwareChannel = row->unit->lastHardware;
-  session.BaudRate = row->unit->baudRate;
-  session.Handshake = row->unit->handshake;
+const Protocol& ProtocolOf(const Session& session) {
+  return ProtocolOf(session.SerialData);
+}
+
+std::string_view PresentName(std::string_view serialData) {
+  const Protocol* const row = FindOlderName(serialData);
+  return row == nullptr ? serialData : row->serialData;
+}
+
+void SetProtocolConstants(Session& session) {
+  const Protocol& row = ProtocolOf(PresentName(session.SerialData));
+  if (!row.unit) return;
+
+  session.SerialData = row.serialData;
+  session.NumberOfChannels = row.unit->channels;
+  session.LastAnalogChannel = row.unit->lastAnalog;
+  session.LastHardwareChannel = row.unit->lastHardware;
+  session.BaudRate = row.unit->baudRate;
+  session.Handshake = row.unit->handshake;
   session.IsOwnUnit = true;
-  session.Parity = 'N';
-  session.DataBits = 8;
-  session.StopBits = '1';
-  session.Delimiter = ' ';
-  session.Terminator = "\r\n";
+  session.Parity = row.unit->parity;
+  session.DataBits = row.unit->dataBits;
+  session.StopBits = row.unit->stopBits;
+  session.Delimiter = row.unit->delimiter;
+  session.Terminator = row.unit->terminator;
   session.OrbenSettings.assign(session.NumberOfChannels, {});
 }
 
 bool ComputeUseODataCom(const Session& session) {
-  return session.IsOwnUnit || session.SerialData == protocol::Formatted ||
-         session.SerialData == protocol::NationalOilWellPlc || session.SerialData == protocol::AnySerialData;
+  const Protocol& row = ProtocolOf(session);
+  return session.IsOwnUnit || (row.driver == Driver::EventLineDriver && !row.unit);
 }
 
 }  // namespace velk

@@ -4,11 +4,14 @@
 #include <span>
 #include <string_view>
 
+#include "base/message_text.h"
+#include "instruments/decoders/decoder.h"
+#include "instruments/decoders/page_readers.h"
 #include "model/session.h"
 
 namespace velk {
 
-/// Values of SerialData: what stands at the other end of the line.
+/// Values of SerialData: what stands behind the port. Only the table and tests choose by them.
 namespace protocol {
 inline constexpr std::string_view Formatted = "formatted and at regular intervals";
 inline constexpr std::string_view NationalOilWellPlc = "National Oil Well PLC";
@@ -26,37 +29,72 @@ inline constexpr std::string_view DataTakerB = "Data Taker b";
 inline constexpr std::string_view HoneywellEZtrend = "HPT - Honeywell eZtrend";
 inline constexpr std::string_view LumoThroughHmi = "ORBEN LUMO through HMI";
 inline constexpr std::string_view AnySerialData = "Any Serial Data";
-/// No entry of the protocol list: the values come from an OPC server.
 inline constexpr std::string_view OpcServer = "OPC Server";
 }  // namespace protocol
 
 /// How the lines of a protocol come in.
 enum class Driver { EventLineDriver, PolledByTick, BufferedLines, NetworkedPage, None };
 
-/// What the board of an own unit has, and the line it speaks on.
+/// The dialog that the set-up of the serial port goes on to.
+enum class ProtocolDialog { None, FormattedData, RequestedData, Intermittent, EthernetConfiguration };
+
+/// What is stored once an entry of the protocol list was picked.
+enum class Picking { Itself, NextEntry, Nothing };
+
+/// The timer that fetches the page of a networked unit: as one table, or as values to which the program adds the time.
+enum class PageTimer { None, Timer4, Timer5 };
+
+/// What the board of an own unit has, and the settings of the port it speaks on.
 struct UnitConstants {
   std::int16_t channels;      ///< NumberOfChannels
   std::int16_t lastAnalog;    ///< channels 1 to here are analog
   std::int16_t lastHardware;  ///< from behind the analog ones to here are counters; the rest the unit computes
   std::int32_t baudRate;
   std::int16_t handshake;
+  std::string_view parity = "N";
+  std::int16_t dataBits = 8;
+  std::string_view stopBits = "1";
+  std::string_view delimiter = " ";
+  std::string_view terminator = "\r\n";
 };
 
+/// All that sets one protocol apart from the others.
 struct Protocol {
-  std::string_view serialData;
-  Driver driver;
-  std::optional<UnitConstants> unit;  ///< only the company's own units have them
+  std::string_view serialData = {};  ///< what is stored, in any language
+  MessageText caption = {};          ///< what the protocol list shows
+  Driver driver = Driver::None;
+  const Decoder* decoder = &decoder::None;
+  ProtocolDialog dialog = ProtocolDialog::None;
+  std::optional<UnitConstants> unit = {};  ///< only the company's own units have them
+  std::string_view olderName = {};         ///< the same protocol in older settings
+  Picking picking = Picking::Itself;
+  bool hasPort = true;              ///< there is a serial port to close at the end
+  bool asksAtStart = false;         ///< the start asks whether to go on with the present settings of the port
+  bool learnsLineLength = false;    ///< ticks read the plain port until the length of a line is known
+  bool readsBesideOwnUnit = false;  ///< its decoder reads for a tick though an own unit was chosen before
+  bool frameBeginsAtEnd = false;    ///< the end of a frame is the beginning of the next one
+  bool hasCommands = false;         ///< each parameter has a command that asks for it and one that resets it
+  PageTimer pageTimer = PageTimer::None;
+  ValuesPageReader valuesPage = LineFromNamedCells;  ///< for Timer5
 };
 
-/// The sixteen protocols; the place in the table is the place in the protocol list.
+/// The sixteen protocols of the protocol list; the place in the table is the place in the list.
 std::span<const Protocol> Protocols();
 
-/// The row of a value of SerialData, or null.
+/// The entry of the protocol list of a value of SerialData, or null.
 const Protocol* FindProtocol(std::string_view serialData);
 
-/// Takes over the constants of the own unit that SerialData names, and the line settings that all of them share. Names
-/// from older settings become the present ones. Any other value changes nothing, IsOwnUnit included. Run at start-up
-/// and when a protocol is chosen.
+/// The row of a value of SerialData: of the list, or of what is chosen elsewhere. For any other value a row without
+/// driver, decoder or dialog.
+const Protocol& ProtocolOf(std::string_view serialData);
+/// That of the session's SerialData.
+const Protocol& ProtocolOf(const Session& session);
+
+/// The present name of a protocol that older settings have under another one; any other text as it is.
+std::string_view PresentName(std::string_view serialData);
+
+/// Takes over the constants of the own unit that SerialData names, and its present name. Any other value changes
+/// nothing, IsOwnUnit included. Run at start-up and when a protocol is chosen.
 void SetProtocolConstants(Session& session);
 
 /// Whether the line driver serves this session; the other protocols use the plain port.

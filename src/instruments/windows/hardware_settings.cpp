@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
+#include "instruments/table/protocols.h"
 #include "instruments/texts.h"
 #include "instruments/windows/choice_box.h"
 #include "model/help_topics.h"
@@ -44,7 +45,7 @@ HardwareSettings::~HardwareSettings() = default;
 
 void HardwareSettings::FillLists() {
   const auto text = [this](const MessageText& row) { return ToQt(translation_.Translator.In(row)); };
-  for (int i = 0; i < 16; ++i) ui_->cboSerialData->addItem(text(ProtocolText(i)));
+  for (const Protocol& row : Protocols()) ui_->cboSerialData->addItem(text(row.caption));
   for (const int number : kSamplingNumbers) ui_->cboSampling->addItem(QString::number(number));
   for (const MessageText unit : {text::SamplingSeconds, text::SamplingMinutes, text::SamplingHours})
     ui_->cboSamplingUnits->addItem(text(unit));
@@ -77,7 +78,7 @@ void HardwareSettings::ConnectLists() {
 }
 
 void HardwareSettings::UpdateDisplay() {
-  const LineChoices shown = WithFixedLine(choices_);
+  const HardwareChoices shown = WithFixedPort(choices_);
   ShowChoice(*ui_->cboSerialData, ProtocolPlace(shown.SerialData), shown.SerialData);
   ShowChoice(*ui_->cboSampling, PlaceOf(kSamplingNumbers, sampling_.number), NumberText(sampling_.number));
   ShowChoice(*ui_->cboSamplingUnits, static_cast<int>(sampling_.unit), {});
@@ -90,7 +91,7 @@ void HardwareSettings::UpdateDisplay() {
   ShowChoice(*ui_->cboStopBits, PlaceOf(kStopBits, shown.StopBits), shown.StopBits);
   ShowChoice(*ui_->cboHandshake, PlaceOf(kHandshakes, shown.Handshake), std::to_string(shown.Handshake));
 
-  const bool free = !HasFixedLine(shown.SerialData);
+  const bool free = !ProtocolOf(shown.SerialData).unit;
   for (QWidget* const frame : std::initializer_list<QWidget*>{ui_->fraBaudRate, ui_->fraParity, ui_->fraDataBits,
                                                               ui_->fraStopBits, ui_->fraHandshake})
     frame->setEnabled(free);

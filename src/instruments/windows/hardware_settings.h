@@ -16,7 +16,7 @@ class HardwareSettings;
 
 namespace velk {
 
-/// Edits the protocol, its line and what is taken from it. A stored value that a list doesn't offer is shown beside it
+/// Edits the protocol, its port and what is taken from it. A stored value that a list doesn't offer is shown beside it
 /// and stays until another one is picked.
 class HardwareSettings : public QDialog {
   Q_OBJECT
@@ -27,12 +27,12 @@ class HardwareSettings : public QDialog {
   ~HardwareSettings() override;
 
   /// What was chosen, once the window was accepted.
-  const LineChoices& Choices() const { return choices_; }
+  const HardwareChoices& Choices() const { return choices_; }
 
  private:
   void FillLists();
   void ConnectLists();
-  /// Shows the choices, the line as the protocol fixes it.
+  /// Shows the choices, the port as the protocol fixes it.
   void UpdateDisplay();
   void ShowDevices();
   void PickProtocol(int place);
@@ -45,7 +45,7 @@ class HardwareSettings : public QDialog {
   const Translation& translation_;
   const int formulae_;
   const std::vector<PortEntry> ports_;
-  LineChoices choices_;
+  HardwareChoices choices_;
   SamplingChoice sampling_;
 };
 

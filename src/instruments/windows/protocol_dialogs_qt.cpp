@@ -18,9 +18,9 @@ std::optional<Answer> ProtocolDialogsQt::Run(Window* made, Answer (*answer)(cons
   return given;
 }
 
-std::optional<LineChoices> ProtocolDialogsQt::AskHardwareSettings(const HardwareQuestion& question) {
-  return Run<LineChoices, HardwareSettings>(new HardwareSettings(question, dialogs_, translation_, parent_),
-                                            [](const HardwareSettings& window) { return window.Choices(); });
+std::optional<HardwareChoices> ProtocolDialogsQt::AskHardwareSettings(const HardwareQuestion& question) {
+  return Run<HardwareChoices, HardwareSettings>(new HardwareSettings(question, dialogs_, translation_, parent_),
+                                                [](const HardwareSettings& window) { return window.Choices(); });
 }
 
 std::optional<Separators> ProtocolDialogsQt::AskFormattedData(const Separators& separators) {

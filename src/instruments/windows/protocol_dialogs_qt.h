@@ -19,7 +19,7 @@ class ProtocolDialogsQt : public ProtocolDialogs {
   /// The main window, over which the windows stand.
   void SetParent(QWidget* parent) { parent_ = parent; }
 
-  std::optional<LineChoices> AskHardwareSettings(const HardwareQuestion& question) override;
+  std::optional<HardwareChoices> AskHardwareSettings(const HardwareQuestion& question) override;
   std::optional<Separators> AskFormattedData(const Separators& separators) override;
   std::optional<Separators> AskIntermittent(const Separators& separators) override;
   std::optional<std::vector<ParameterCommands>> AskRequestedData(

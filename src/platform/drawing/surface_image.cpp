@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "base/colour.h"
-#include "platform/drawing/line_clip.h"
+#include "platform/drawing/segment_clip.h"
 
 namespace velk {
 
@@ -98,11 +98,11 @@ void SurfaceImage::Cls() {
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
   const int margin = PenPixels() + 1;
-  ClippedLine line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
-  if (!ClipLine(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
+  ClippedSegment line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
+  if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
   const QPoint a(static_cast<int>(std::floor(line.x1)), static_cast<int>(std::floor(line.y1)));
   const QPoint b(static_cast<int>(std::floor(line.x2)), static_cast<int>(std::floor(line.y2)));
-  RasterLine(rows_, a.x(), a.y(), b.x(), b.y(), PenPixels(), ToPixel(colour));
+  RasterSegment(rows_, a.x(), a.y(), b.x(), b.y(), PenPixels(), ToPixel(colour));
   MarkDirty(QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
                   QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())))
                 .adjusted(-margin, -margin, margin, margin));

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QRect>
 
-#include "platform/drawing/line_raster.h"
+#include "platform/drawing/segment_raster.h"
 #include "platform/drawing/surface.h"
 
 namespace velk {

@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "platform/ports/line_support.h"
+#include "platform/ports/port_support.h"
 
 namespace velk {
 
@@ -104,7 +104,7 @@ class DevicePort : public SerialPort {
   ~DevicePort() override { Close(); }
 
   void Open(const SerialSettings& settings) override;
-  std::vector<LineSetting> Unsupported() const override { return unsupported_; }
+  std::vector<PortSetting> Unsupported() const override { return unsupported_; }
   void Close() override;
   bool IsOpen() const override { return port_ != nullptr; }
   std::size_t BytesWaiting() const override { return port_ ? static_cast<std::size_t>(port_->bytesAvailable()) : 0; }
@@ -124,7 +124,7 @@ class DevicePort : public SerialPort {
   void HangUp();
 
   std::unique_ptr<QSerialPort> port_;
-  std::vector<LineSetting> unsupported_;
+  std::vector<PortSetting> unsupported_;
   std::shared_ptr<char> whileOpen_;  ///< lives as long as one opening
   bool announced_ = false;
 };

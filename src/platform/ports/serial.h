@@ -24,8 +24,8 @@ struct SerialSettings {
   std::size_t readBuffer = 2048;  ///< bytes held for the program; further ones wait in the system's own buffer
 };
 
-/// A line setting that a device may be without.
-enum class LineSetting { DataBits, Parity, StopBits, ModemLines };
+/// A setting of the port that a device may be without.
+enum class PortSetting { DataBits, Parity, StopBits, ModemLines };
 
 /// A port that could not be opened. What it needs to be told in the operator's language is kept apart from the text.
 class PortError : public RuntimeError {
@@ -50,7 +50,7 @@ class SerialPort {
   /// without (mark parity, the modem lines of a pseudo-terminal) is no failure: see Unsupported.
   virtual void Open(const SerialSettings& settings) = 0;
   /// Which settings of the last Open the device does not have; the port works with the others.
-  virtual std::vector<LineSetting> Unsupported() const { return {}; }
+  virtual std::vector<PortSetting> Unsupported() const { return {}; }
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
   virtual std::size_t BytesWaiting() const = 0;

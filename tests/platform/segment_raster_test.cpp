@@ -1,4 +1,4 @@
-#include "platform/drawing/line_raster.h"
+#include "platform/drawing/segment_raster.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ class Canvas {
   Canvas() { memory_.fill(kOutside); }
 
   void Line(int x1, int y1, int x2, int y2, int thickness) {
-    RasterLine({memory_.data() + kStride + 1, kStride, kWidth, kHeight}, x1, y1, x2, y2, thickness, 7);
+    RasterSegment({memory_.data() + kStride + 1, kStride, kWidth, kHeight}, x1, y1, x2, y2, thickness, 7);
   }
   std::string Row(int y) const {
     std::string row;
@@ -41,7 +41,7 @@ class Canvas {
 
 }  // namespace
 
-TEST(RasterLine, WalksADiagonalPixelByPixelInBothDirections) {
+TEST(RasterSegment, WalksADiagonalPixelByPixelInBothDirections) {
   for (const bool back : {false, true}) {
     Canvas canvas;
     back ? canvas.Line(4, 4, 1, 1, 1) : canvas.Line(1, 1, 4, 4, 1);
@@ -53,14 +53,14 @@ TEST(RasterLine, WalksADiagonalPixelByPixelInBothDirections) {
   }
 }
 
-TEST(RasterLine, LeavesNoHoleInAShallowLine) {
+TEST(RasterSegment, LeavesNoHoleInAShallowLine) {
   Canvas canvas;
   canvas.Line(0, 1, 7, 2, 1);
   EXPECT_EQ(canvas.Row(1), "####....");
   EXPECT_EQ(canvas.Row(2), "....####");
 }
 
-TEST(RasterLine, IsAsThickAsAsked) {
+TEST(RasterSegment, IsAsThickAsAsked) {
   Canvas canvas;
   canvas.Line(2, 2, 5, 2, 2);
   EXPECT_EQ(canvas.Row(0), "........");
@@ -69,13 +69,13 @@ TEST(RasterLine, IsAsThickAsAsked) {
   EXPECT_EQ(canvas.Row(3), "........");
 }
 
-TEST(RasterLine, ShowsALineWithoutLengthAsASquare) {
+TEST(RasterSegment, ShowsALineWithoutLengthAsASquare) {
   Canvas canvas;
   canvas.Line(3, 2, 3, 2, 3);
   for (int y = 1; y <= 3; ++y) EXPECT_EQ(canvas.Row(y), "..###...");
 }
 
-TEST(RasterLine, WritesNothingOutsideTheSurface) {
+TEST(RasterSegment, WritesNothingOutsideTheSurface) {
   for (int x = -4; x < 12; ++x)
     for (int y = -4; y < 9; ++y)
       for (const int thickness : {1, 2, 3, 6}) {

@@ -1,4 +1,4 @@
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 
 #include <gtest/gtest.h>
 
@@ -6,12 +6,11 @@
 
 #include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
-#include "support/temporary_folder.h"
 #include "support/in_english.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
-
 
 struct ListRow {
   const char* shown;
@@ -41,7 +40,7 @@ constexpr ListRow kList[] = {
 TEST(ProtocolList, ShowsTheSixteenInOrder) {
   ASSERT_EQ(Protocols().size(), std::size(kList));
   for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(ProtocolText(i).english, kList[i].shown);
+    EXPECT_EQ(Protocols()[static_cast<std::size_t>(i)].caption.english, kList[i].shown);
     EXPECT_EQ(ProtocolPlace(kList[i].shown), i);
   }
   EXPECT_EQ(ProtocolPlace("OPC Server"), -1);
@@ -55,11 +54,11 @@ TEST(ProtocolList, StoresWhatIsPickedTheFirstAsTheSecondAndTheLastNotAtAll) {
 }
 
 TEST(ProtocolList, LeadsToTheDialogOfTheProtocol) {
-  for (const ListRow& row : kList) EXPECT_EQ(DialogAfter(row.shown), row.next) << row.shown;
-  EXPECT_EQ(DialogAfter("OPC Server"), ProtocolDialog::None);
+  for (const ListRow& row : kList) EXPECT_EQ(ProtocolOf(row.shown).dialog, row.next) << row.shown;
+  EXPECT_EQ(ProtocolOf("OPC Server").dialog, ProtocolDialog::None);
 }
 
-TEST(LineLists, HoldWhatTheStoreKnows) {
+TEST(HardwareLists, HoldWhatTheStoreKnows) {
   constexpr std::pair<const char*, const char*> kParityRows[] = {
       {"Even", "E"}, {"Mark", "M"}, {"None", "N"}, {"Odd", "O"}, {"Space", "S"}};
   for (int i = 0; i < 5; ++i) {
@@ -77,7 +76,7 @@ TEST(LineLists, HoldWhatTheStoreKnows) {
   EXPECT_EQ(PlaceOf(kBaudRates, 115200), -1);
 }
 
-TEST(FixedLine, IsThatOfTheProtocolsConstantsForOwnUnits) {
+TEST(FixedPort, IsThatOfTheProtocolsConstantsForOwnUnits) {
   for (const ListRow& row : kList) {
     Session session;
     session.SerialData = row.shown;
@@ -86,9 +85,9 @@ TEST(FixedLine, IsThatOfTheProtocolsConstantsForOwnUnits) {
     session.DataBits = 7;
     session.StopBits = "2";
     session.Handshake = 1;
-    const LineChoices shown = WithFixedLine(LineChoicesOf(session));
+    const HardwareChoices shown = WithFixedPort(HardwareChoicesOf(session));
     SetProtocolConstants(session);
-    EXPECT_EQ(HasFixedLine(row.shown), session.IsOwnUnit) << row.shown;
+    EXPECT_EQ(ProtocolOf(row.shown).unit.has_value(), session.IsOwnUnit) << row.shown;
     EXPECT_EQ(shown.BaudRate, session.BaudRate) << row.shown;
     EXPECT_EQ(shown.Parity, session.Parity) << row.shown;
     EXPECT_EQ(shown.DataBits, session.DataBits) << row.shown;
@@ -97,19 +96,19 @@ TEST(FixedLine, IsThatOfTheProtocolsConstantsForOwnUnits) {
   }
 }
 
-TEST(StoreLineChoices, BringsEveryChoiceIntoTheSessionAndBack) {
-  const LineChoices choices{.SerialData = "Data Taker a",
-                            .NumberOfParameters = 12,
-                            .SamplingRate = 5.0 / 86400,
-                            .SensitivityCriterion = 7,
-                            .PortNumber = 3,
-                            .BaudRate = 2400,
-                            .Parity = "O",
-                            .DataBits = 7,
-                            .StopBits = "1.5",
-                            .Handshake = 2};
+TEST(StoreHardwareChoices, BringsEveryChoiceIntoTheSessionAndBack) {
+  const HardwareChoices choices{.SerialData = "Data Taker a",
+                                .NumberOfParameters = 12,
+                                .SamplingRate = 5.0 / 86400,
+                                .SensitivityCriterion = 7,
+                                .PortNumber = 3,
+                                .BaudRate = 2400,
+                                .Parity = "O",
+                                .DataBits = 7,
+                                .StopBits = "1.5",
+                                .Handshake = 2};
   Session session;
-  StoreLineChoices(session, choices);
+  StoreHardwareChoices(session, choices);
   EXPECT_EQ(session.SerialData, "Data Taker a");
   EXPECT_EQ(session.NumberOfParameters, 12);
   EXPECT_EQ(session.SamplingRate, 5.0 / 86400);
@@ -120,7 +119,7 @@ TEST(StoreLineChoices, BringsEveryChoiceIntoTheSessionAndBack) {
   EXPECT_EQ(session.DataBits, 7);
   EXPECT_EQ(session.StopBits, "1.5");
   EXPECT_EQ(session.Handshake, 2);
-  const LineChoices back = LineChoicesOf(session);
+  const HardwareChoices back = HardwareChoicesOf(session);
   EXPECT_EQ(back.SerialData, choices.SerialData);
   EXPECT_EQ(back.NumberOfParameters, 12);
   EXPECT_EQ(back.SamplingRate, choices.SamplingRate);
@@ -133,9 +132,9 @@ TEST(StoreLineChoices, BringsEveryChoiceIntoTheSessionAndBack) {
   EXPECT_EQ(back.Handshake, 2);
 }
 
-TEST(StoreLineChoices, GivesAnOwnUnitItsConstants) {
+TEST(StoreHardwareChoices, GivesAnOwnUnitItsConstants) {
   Session session;
-  StoreLineChoices(session, {.SerialData = "KESTA version 5", .BaudRate = 2400, .Parity = "E", .DataBits = 7});
+  StoreHardwareChoices(session, {.SerialData = "KESTA version 5", .BaudRate = 2400, .Parity = "E", .DataBits = 7});
   EXPECT_TRUE(session.IsOwnUnit);
   EXPECT_EQ(session.NumberOfChannels, 22);
   EXPECT_EQ(session.BaudRate, 19200);

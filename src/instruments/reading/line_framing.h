@@ -6,8 +6,8 @@
 
 namespace velk {
 
-/// Cuts the bytes of a serial line at its terminator. All bytes are kept as they came, zero, control and 8-bit ones
-/// too. The lines are the same however the bytes are split among calls of Append.
+/// Cuts the bytes of a serial port into lines at their terminator. All bytes are kept as they came, zero, control and
+/// 8-bit ones too. The lines are the same however the bytes are split among calls of Append.
 class LineFraming {
  public:
   /// Bytes of a line ahead of its terminator. A longer one is dropped up to and with its terminator, so that a line

@@ -1,4 +1,4 @@
-#include "platform/ports/line_support.h"
+#include "platform/ports/port_support.h"
 
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -36,15 +36,15 @@ bool HasModemLines(int descriptor) {
 
 }  // namespace
 
-std::vector<LineSetting> UnsupportedSettings(int descriptor, const SerialSettings& settings) {
+std::vector<PortSetting> UnsupportedSettings(int descriptor, const SerialSettings& settings) {
   termios mode = {};
   if (tcgetattr(descriptor, &mode) != 0) return {};
   const bool needsModemLines = settings.handshake == Handshake::Rts || settings.handshake == Handshake::RtsXonXoff;
-  std::vector<LineSetting> unsupported;
-  if (!HasDataBits(mode.c_cflag, settings.dataBits)) unsupported.push_back(LineSetting::DataBits);
-  if (!HasParity(mode.c_cflag, settings.parity)) unsupported.push_back(LineSetting::Parity);
-  if (!HasStopBits(mode.c_cflag, settings)) unsupported.push_back(LineSetting::StopBits);
-  if (needsModemLines && !HasModemLines(descriptor)) unsupported.push_back(LineSetting::ModemLines);
+  std::vector<PortSetting> unsupported;
+  if (!HasDataBits(mode.c_cflag, settings.dataBits)) unsupported.push_back(PortSetting::DataBits);
+  if (!HasParity(mode.c_cflag, settings.parity)) unsupported.push_back(PortSetting::Parity);
+  if (!HasStopBits(mode.c_cflag, settings)) unsupported.push_back(PortSetting::StopBits);
+  if (needsModemLines && !HasModemLines(descriptor)) unsupported.push_back(PortSetting::ModemLines);
   return unsupported;
 }
 

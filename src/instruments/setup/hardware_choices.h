@@ -14,8 +14,8 @@ namespace velk {
 
 class SettingsStore;
 
-/// What HardwareSettings edits: the instrument, its line and what is taken from it. Fields are named as the session's.
-struct LineChoices {
+/// What HardwareSettings edits: the instrument, its port and what is taken from it. Fields are named as the session's.
+struct HardwareChoices {
   std::string SerialData;
   std::int16_t NumberOfParameters = 1;
   double SamplingRate = 1.0 / 86400;  ///< days
@@ -28,10 +28,10 @@ struct LineChoices {
   std::int16_t Handshake = 0;
 };
 
-LineChoices LineChoicesOf(const Session& session);
+HardwareChoices HardwareChoicesOf(const Session& session);
 
 /// Takes the choices over and, for an own unit, its constants.
-void StoreLineChoices(Session& session, const LineChoices& choices);
+void StoreHardwareChoices(Session& session, const HardwareChoices& choices);
 
 // What the lists offer, in their order. The rates are those that SetupComPort takes: each port is opened through it.
 inline constexpr std::array<std::int32_t, 4> kBaudRates{2400, 4800, 9600, 19200};
@@ -49,8 +49,6 @@ int PlaceOf(const List& list, const Value& value) {
   return -1;
 }
 
-/// What the protocol list shows at a place, 0 to 15.
-const MessageText& ProtocolText(int place);
 /// What the lists of parities and handshakes show, by the place in kParities and kHandshakes.
 const MessageText& ParityText(int place);
 const MessageText& HandshakeText(int place);
@@ -58,15 +56,11 @@ const MessageText& HandshakeText(int place);
 /// The place of a value of SerialData in the protocol list; -1 for one that is no entry of it.
 int ProtocolPlace(std::string_view serialData);
 
-/// SerialData once an entry was picked: the first entry is the same choice as the second, and the last one leaves what
-/// is `stored`.
+/// SerialData once an entry was picked: its own, that of the next entry or what is `stored`, as its row tells.
 std::string PickedSerialData(int place, std::string_view stored);
 
-/// Whether SerialData fixes the line: the company's own units.
-bool HasFixedLine(std::string_view serialData);
-
-/// The choices with the line as SerialData fixes it; as they are where it doesn't.
-LineChoices WithFixedLine(LineChoices choices);
+/// The choices with the port as an own unit fixes it; as they are for any other protocol.
+HardwareChoices WithFixedPort(HardwareChoices choices);
 
 /// "Com Port n" with what stands behind it.
 struct PortEntry {
@@ -92,10 +86,5 @@ NumberRead ReadSensitivity(std::string_view typed);
 
 /// Gives each of the parameters 1 to `count` that has no name what a fresh channel has.
 void FillUnnamedParameters(Session::PerParameter<Parameter>& parameters, int count, const Language& language);
-
-/// The dialog that a protocol goes on to.
-enum class ProtocolDialog { None, FormattedData, RequestedData, Intermittent, EthernetConfiguration };
-
-ProtocolDialog DialogAfter(std::string_view serialData);
 
 }  // namespace velk

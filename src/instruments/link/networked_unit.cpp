@@ -1,4 +1,4 @@
-#include "instruments/decoders/networked_unit.h"
+#include "instruments/link/networked_unit.h"
 
 #include "base/dates.h"
 #include "instruments/decoders/page_readers.h"
@@ -48,8 +48,8 @@ std::string LineOfTablePage(const Session& session, std::string_view page) {
 }
 
 std::string LineOfValuesPage(const Session& session, std::string_view page, double now) {
-  const auto read = session.SerialData == protocol::LumoThroughHmi ? LineFromPanelPage : LineFromNamedCells;
-  return read(page, FormatDate(now, "hh:mm:ss"), session.NumberOfParameters) + session.Terminator;
+  const std::string time = FormatDate(now, "hh:mm:ss");
+  return ProtocolOf(session).valuesPage(page, time, session.NumberOfParameters) + session.Terminator;
 }
 
 }  // namespace velk

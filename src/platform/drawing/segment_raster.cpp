@@ -1,4 +1,4 @@
-#include "platform/drawing/line_raster.h"
+#include "platform/drawing/segment_raster.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -22,7 +22,7 @@ void Fill(const PixelRows& surface, int left, int top, int right, int bottom, st
 
 }  // namespace
 
-void RasterLine(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
+void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
   const int before = thickness / 2, behind = thickness - before;
   if (x1 == x2 || y1 == y2) {
     Fill(surface, std::min(x1, x2) - before, std::min(y1, y2) - before, std::max(x1, x2) + behind,

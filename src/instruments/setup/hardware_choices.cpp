@@ -1,4 +1,4 @@
-#include "instruments/setup/line_choices.h"
+#include "instruments/setup/hardware_choices.h"
 
 #include <charconv>
 #include <limits>
@@ -12,14 +12,6 @@
 namespace velk {
 
 namespace {
-
-constexpr std::array<MessageText, 16> kProtocolTexts{
-    text::ProtocolFormatted,    text::ProtocolNationalOilWell, text::ProtocolSentWhenRequested,
-    text::ProtocolIntermittent, text::ProtocolDllFunctionCall, text::ProtocolKesta3,
-    text::ProtocolKesta4,       text::ProtocolKesta5,          text::ProtocolLumoA,
-    text::ProtocolLumoB,        text::ProtocolDas104,          text::ProtocolDataTakerA,
-    text::ProtocolDataTakerB,   text::ProtocolHoneywell,       text::ProtocolLumoThroughHmi,
-    text::ProtocolAnySerialData};
 
 constexpr std::array<MessageText, 5> kParityTexts{text::ParityEven, text::ParityMark, text::ParityNone, text::ParityOdd,
                                                   text::ParitySpace};
@@ -42,7 +34,7 @@ NumberRead Fault(OperatorText text) {
 
 }  // namespace
 
-LineChoices LineChoicesOf(const Session& session) {
+HardwareChoices HardwareChoicesOf(const Session& session) {
   return {.SerialData = session.SerialData,
           .NumberOfParameters = session.NumberOfParameters,
           .SamplingRate = session.SamplingRate,
@@ -55,7 +47,7 @@ LineChoices LineChoicesOf(const Session& session) {
           .Handshake = session.Handshake};
 }
 
-void StoreLineChoices(Session& session, const LineChoices& choices) {
+void StoreHardwareChoices(Session& session, const HardwareChoices& choices) {
   session.SerialData = choices.SerialData;
   session.NumberOfParameters = choices.NumberOfParameters;
   session.SamplingRate = choices.SamplingRate;
@@ -67,10 +59,6 @@ void StoreLineChoices(Session& session, const LineChoices& choices) {
   session.StopBits = choices.StopBits;
   session.Handshake = choices.Handshake;
   SetProtocolConstants(session);
-}
-
-const MessageText& ProtocolText(int place) {
-  return kProtocolTexts.at(static_cast<std::size_t>(place));
 }
 
 const MessageText& ParityText(int place) {
@@ -89,23 +77,26 @@ int ProtocolPlace(std::string_view serialData) {
 std::string PickedSerialData(int place, std::string_view stored) {
   const std::span<const Protocol> protocols = Protocols();
   const auto index = static_cast<std::size_t>(place);
-  if (place < 0 || index + 1 >= protocols.size()) return std::string(stored);
-  return std::string(place == 0 ? protocol::NationalOilWellPlc : protocols[index].serialData);
+  if (place < 0 || index >= protocols.size()) return std::string(stored);
+  switch (protocols[index].picking) {
+    case Picking::Itself:
+      return std::string(protocols[index].serialData);
+    case Picking::NextEntry:
+      return std::string(protocols[index + 1].serialData);
+    case Picking::Nothing:
+      break;
+  }
+  return std::string(stored);
 }
 
-bool HasFixedLine(std::string_view serialData) {
-  const Protocol* const row = FindProtocol(serialData);
-  return row != nullptr && row->unit;
-}
-
-LineChoices WithFixedLine(LineChoices choices) {
-  const Protocol* const row = FindProtocol(choices.SerialData);
-  if (row == nullptr || !row->unit) return choices;
-  choices.BaudRate = row->unit->baudRate;
-  choices.Handshake = row->unit->handshake;
-  choices.Parity = "N";
-  choices.DataBits = 8;
-  choices.StopBits = "1";
+HardwareChoices WithFixedPort(HardwareChoices choices) {
+  const std::optional<UnitConstants>& unit = ProtocolOf(choices.SerialData).unit;
+  if (!unit) return choices;
+  choices.BaudRate = unit->baudRate;
+  choices.Handshake = unit->handshake;
+  choices.Parity = unit->parity;
+  choices.DataBits = unit->dataBits;
+  choices.StopBits = unit->stopBits;
   return choices;
 }
 
@@ -151,18 +142,6 @@ void FillUnnamedParameters(Session::PerParameter<Parameter>& parameters, int cou
     parameter.upperalarm = kNoAlarm;
     parameter.Gain = 1;
   }
-}
-
-ProtocolDialog DialogAfter(std::string_view serialData) {
-  for (const std::string_view formatted : {protocol::Formatted, protocol::Das104, protocol::NationalOilWellPlc,
-                                           protocol::DataTakerA, protocol::DataTakerB, protocol::AnySerialData})
-    if (serialData == formatted) return ProtocolDialog::FormattedData;
-  if (serialData == protocol::SentWhenRequested) return ProtocolDialog::RequestedData;
-  if (serialData == protocol::Intermittent) return ProtocolDialog::Intermittent;
-  if (serialData == protocol::HoneywellEZtrend || serialData == protocol::LumoThroughHmi) {
-    return ProtocolDialog::EthernetConfiguration;
-  }
-  return ProtocolDialog::None;
 }
 
 }  // namespace velk
