@@ -184,6 +184,7 @@ void RunPage(Rig& rig, std::string_view protocol, std::string_view bytes, std::u
   timer.SetEnabled(true);
   rig.clock.Advance(2);  // two ticks, each with its page
   timer.SetEnabled(false);
+  while (rig.pages->IsUnderWay()) rig.clock.Advance(1);  // what a Retry has asked for
   Require(rig.dialogs.boxes <= 1);
 }
 
