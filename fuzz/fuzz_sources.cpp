@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "core/polling.h"
+#include "core/acquisition.h"
 #include "instruments/table/protocols.h"
 #include "model/texts.h"
 #include "platform/settings/settings.h"
@@ -73,8 +73,8 @@ struct Rig {
   LogWriter log{session, platform};
   Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
-  test::ScriptedPages* pages = new test::ScriptedPages;
-  Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
+  test::ScriptedPages* pages = new test::ScriptedPages(clock);
+  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
 
   // The words alone: a change of the status through the main window costs more than all the rest of a run.
   const MessageText ready = text::StatusReady;
@@ -89,7 +89,6 @@ struct Rig {
       session.CurrentParameters[i].GraphVisible = true;
     }
     session.TotalParameters = kParameters;
-    link.onLine = [this](const std::string& line) { road.ProcessLine(line); };
   }
 
   void Begin(std::string_view protocol, std::uint8_t draw) {
@@ -125,7 +124,7 @@ void InPieces(std::string_view bytes, std::uint32_t cut, Take take) {
 
 void RunBuffered(Rig& rig, std::string_view bytes, std::uint8_t draw) {
   rig.Begin(protocol::Intermittent, draw);
-  Require(rig.polling.OpenPort());
+  Require(rig.sources.Current().Open());
   InPieces(bytes, draw, [&](std::string_view piece) { rig.plainPort.Receive(piece); });
 
   static Session plain;
@@ -154,7 +153,7 @@ void RunDelivered(Rig& rig, std::string_view protocol, std::string_view bytes, s
 
 void RunPolled(Rig& rig, std::string_view protocol, std::string_view bytes, std::uint8_t draw) {
   rig.Begin(protocol, draw);
-  Require(rig.polling.OpenPort());
+  Require(rig.sources.Current().Open());
   std::string_view rest = bytes;
   rig.clock.onYield = [&] {
     if (!rig.plainPort.waiting.empty()) return;
@@ -166,7 +165,7 @@ void RunPolled(Rig& rig, std::string_view protocol, std::string_view bytes, std:
   };
   rig.timers.Timer1->SetEnabled(true);
   for (int ticks = 0; ticks < 300 && rig.timers.Timer1->Enabled() && !rig.session.StopRequested; ++ticks)
-    rig.polling.Timer1_Timer();
+    rig.sources.Current().Timer1_Timer();
   Require(rig.dialogs.boxes == 0);
   rig.timers.Timer1->SetEnabled(false);
   rig.clock.onYield = nullptr;
@@ -181,11 +180,13 @@ void RunPage(Rig& rig, std::string_view protocol, std::string_view bytes, std::u
   rig.Begin(protocol, draw);
   rig.pages->page = std::string(bytes);
   rig.dialogs.onBox = [&rig] { rig.pages->page = kSound; };
-  const auto tick = [&] {
-    protocol == protocol::HoneywellEZtrend && (draw & 64) == 0 ? rig.polling.Timer4_Timer()
-                                                               : rig.polling.Timer5_Timer();
-  };
-  for (int i = 0; i < 2; ++i) tick();
+  const bool isTable = protocol == protocol::HoneywellEZtrend && (draw & 64) == 0;
+  Timer& timer = isTable ? *rig.timers.Timer4 : *rig.timers.Timer5;
+  timer.SetInterval(1);
+  timer.SetEnabled(true);
+  rig.clock.Advance(2);  // two ticks, each with its page
+  timer.SetEnabled(false);
+  while (rig.pages->IsUnderWay()) rig.clock.Advance(1);  // what a Retry has asked for
   Require(rig.dialogs.boxes <= 1);
 }
 
@@ -211,6 +212,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   else
     RunPage(rig, kPages[choice - 14], bytes, data[1]);
   for (int i = 1; i <= kParameters; ++i) Require(std::isfinite(rig.session.CurrentValue[i]));
-  Require(!rig.polling.IsRunning() && !rig.road.IsRunning() && !rig.session.SampleBusy);
+  Require(!rig.sources.IsRunning() && !rig.road.IsRunning() && !rig.session.SampleBusy);
   return 0;
 }

@@ -1,12 +1,11 @@
 #include "core/acquisition.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include "base/dates.h"
+#include "base/scope.h"
 #include "core/texts.h"
-#include "instruments/table/protocols.h"
-#include "instruments/texts.h"
 #include "log/current_velk.h"
 #include "model/graph_map.h"
 #include "model/status.h"
@@ -17,33 +16,64 @@ namespace velk {
 namespace {
 
 constexpr double kSecondsPerDay = 86400;
-/// Connect waits no longer than this for a unit's first line, however slow the sampling.
-constexpr std::int64_t kLongestCheckMs = 15'000;
+constexpr int kRestBeforeCloseMs = 500;
 
 }  // namespace
 
-Acquisition::Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs,
-                         MainTimers& timers, Link& link, Recorder& recorder, SampleRoad& road, Polling& polling)
+Acquisition::Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, Link& link,
+                         Recorder& recorder, SampleRoad& road, SampleSources& sources)
     : session_(session),
       platform_(platform),
       view_(view),
       graphs_(graphs),
-      timers_(timers),
       link_(link),
       recorder_(recorder),
       road_(road),
-      polling_(polling) {
+      sources_(sources) {
+  sources_.onTimeOut = [this] { PauseAfterTimeOut(); };
+}
+
+Acquisition::~Acquisition() {
+  sources_.onTimeOut = nullptr;
+}
+
+// --- By status ---
+
+const Acquisition::StatusWork Acquisition::kStatusWork[] = {
+    {text::StatusReady, nullptr, &Acquisition::StopJob},
+    {text::StatusCheckingHardware, nullptr, &Acquisition::StopJob},
+    {text::StatusReadyToAcquire, &Acquisition::Start, &Acquisition::StopJob},
+    {text::StatusAcquiringData, &Acquisition::Pause, &Acquisition::StopJob},
+    {text::StatusAcquiringPaused, &Acquisition::Resume, &Acquisition::StopJob},
+};
+
+const Acquisition::StatusWork* Acquisition::PresentWork() const {
+  const auto* const found = std::find_if(std::begin(kStatusWork), std::end(kStatusWork),
+                                         [this](const StatusWork& row) { return StatusIs(session_, row.status); });
+  return found == std::end(kStatusWork) ? nullptr : found;
+}
+
+void Acquisition::mnuAcquireStart_Click() {
+  RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [&](const Statements& run) {
+    const StatusWork* const present = PresentWork();
+    if (present != nullptr && present->start != nullptr) (this->*present->start)(run);
+  });
+}
+
+void Acquisition::mnuAcquireStop_Click() {
+  RunProcedure({platform_.dialogs, "mnuAcquireStop_Click"}, [&](const Statements& run) {
+    if (const StatusWork* const present = PresentWork()) (this->*present->stop)(run);
+  });
 }
 
 // --- Connect ---
 
 void Acquisition::mnuAcquireConnect_Click() {
-  if (polling_.PutOffBehindPage([this] { mnuAcquireConnect_Click(); })) return;
-  const bool outermost = !std::exchange(connecting_, true);
+  const bool before = std::exchange(connecting_, true);
+  const OnLeaving left([&] { connecting_ = before; });
   const bool done =
       RunProcedure({platform_.dialogs, "mnuAcquireConnect_Click"}, [&](const Statements& run) { Connect(run); });
   if (!done) view_.SetHourglass(false);
-  if (outermost) connecting_ = false;
 }
 
 void Acquisition::Connect(const Statements& run) {
@@ -78,49 +108,18 @@ void Acquisition::CopyParameters() {
 }
 
 bool Acquisition::CheckHardware() {
-  const Driver driver = ProtocolOf(session_).driver;
   ChangeCurrentStatus(session_, view_, text::StatusCheckingHardware);
   view_.SetHourglass(true);
   view_.SetButtonVisible("Stop", true);
-  if (driver == Driver::NetworkedPage)
-    polling_.CanFetchPage();
-  else if (driver == Driver::None)
-    Tell(text::NoDriver, text::AcquireDataTitle, BoxIcon::Exclamation);
-  else
-    CheckPort();
+  sources_.Current().Check();
   return !session_.StopRequested;
-}
-
-void Acquisition::CheckPort() {
-  session_.UseODataCom = ComputeUseODataCom(session_);
-  link_.EnablePort();
-  if (!session_.UseODataCom) return;  // a polled port that has opened will do
-  link_.ClosePlainPort();
-  link_.SetODataCom();
-  if (link_.ODataCom1.IsOpen() && !WaitForLine() && !session_.StopRequested)
-    Tell(text::TimeOutCheckHardware, text::TimeOutTitle, BoxIcon::Critical);
-}
-
-void Acquisition::Tell(const MessageText& text, const MessageText& title, BoxIcon icon) {
-  platform_.dialogs.Message({text, title, Buttons::Ok, icon});
-}
-
-bool Acquisition::WaitForLine() {
-  const double told = session_.TheTimeOut * session_.SamplingRate * kSecondsPerDay * 1000;
-  const std::int64_t wait = static_cast<std::int64_t>(std::min(told, static_cast<double>(kLongestCheckMs)));
-  const std::int64_t start = platform_.clock.Ticks();
-  while (link_.LinesSeen() == 0) {
-    if (session_.StopRequested || platform_.clock.Ticks() - start >= wait) return false;
-    platform_.clock.WaitRound();
-  }
-  return true;
 }
 
 void Acquisition::ShowReadyToAcquire() {
   recorder_.SwitchOff();
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
-  timers_.Timer1->SetEnabled(false);
+  sources_.Current().Pause();
   view_.SetMenuEnabled("mnuAcquireStart", true);
   view_.SetMenuEnabled("mnuAcquireStop", true);
   CaptionStartButton(text::Start, image::PauseStopped);
@@ -131,18 +130,15 @@ void Acquisition::ShowReadyToAcquire() {
 
 // --- Start, Pause, Resume ---
 
-void Acquisition::mnuAcquireStart_Click() {
-  RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [&](const Statements& run) {
-    if (StatusIs(session_, text::StatusAcquiringData))
-      Pause();
-    else if (StatusIs(session_, text::StatusReadyToAcquire) || StatusIs(session_, text::StatusAcquiringPaused))
-      Start(run);
-  });
+void Acquisition::Start(const Statements& run) {
+  // The question for a file lets events run: Stop may have come.
+  if (NeedsFile() || !StatusIs(session_, text::StatusReadyToAcquire)) return;
+  BeginJob(run);
+  Run(run);
 }
 
-void Acquisition::Start(const Statements& run) {
-  if (NeedsFile()) return;
-  if (StatusIs(session_, text::StatusReadyToAcquire)) BeginJob(run);
+void Acquisition::Resume(const Statements& run) {
+  if (NeedsFile() || !StatusIs(session_, text::StatusAcquiringPaused)) return;
   Run(run);
 }
 
@@ -170,20 +166,18 @@ void Acquisition::SetStartTimes() {
 
 void Acquisition::WriteTimeAxes() {
   const double blockEnd = session_.Times.GraphPageTime + session_.SamplingRate * session_.pixelslength;
-  for (int k = 1; k <= session_.GraphCount; ++k)
-    if (GraphWindow* window = session_.GraphForms[session_.GraphList[k]])
-      window->WriteDate(session_.Times.GraphPageTime, blockEnd);
+  ForEachGraphWindow(session_, [&](GraphWindow& window) { window.WriteDate(session_.Times.GraphPageTime, blockEnd); });
 }
 
 void Acquisition::Run(const Statements& run) {
-  if (!polling_.OpenPort()) return;
+  if (!sources_.Current().Open()) return;
   if (session_.RecordToDB) run([&] { recorder_.Open(); });
   CaptionStartButton(text::Pause, image::PauseRunning);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringData);
   session_.FormattedLineLength = 0;
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
-  timers_.Timer1->SetEnabled(NeedsTicks(session_));  // lines of the line driver bring their own samples
+  sources_.Current().Start();
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   ReleaseGraphToolbars();
   view_.SetButtonVisible("RecordToDB", true);
@@ -191,12 +185,21 @@ void Acquisition::Run(const Statements& run) {
   view_.Repaint();
 }
 
-void Acquisition::Pause() {
+void Acquisition::Pause(const Statements&) {
   CaptionStartButton(text::Resume, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringPaused);
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
-  timers_.Timer1->SetEnabled(false);
+  sources_.Current().Pause();
   ReleaseGraphToolbars();
+}
+
+void Acquisition::PauseAfterTimeOut() {
+  recorder_.Close();
+  platform_.clock.WaitMilliseconds(kRestBeforeCloseMs);
+  if (!StatusIs(session_, text::StatusAcquiringData)) return;
+  sources_.Current().End();
+  view_.Repaint();
+  mnuAcquireStart_Click();
 }
 
 void Acquisition::CaptionStartButton(const MessageText& caption, int image) {
@@ -206,27 +209,23 @@ void Acquisition::CaptionStartButton(const MessageText& caption, int image) {
 }
 
 void Acquisition::ReleaseGraphToolbars() {
-  for (int k = 1; k <= session_.GraphCount; ++k)
-    if (GraphWindow* window = session_.GraphForms[session_.GraphList[k]]) window->EnableToolbar();
+  ForEachGraphWindow(session_, [](GraphWindow& window) { window.EnableToolbar(); });
 }
 
 // --- Stop ---
 
-void Acquisition::mnuAcquireStop_Click() {
-  RunProcedure({platform_.dialogs, "mnuAcquireStop_Click"}, [&](const Statements& run) {
-    session_.AcquireStarted = false;
-    run([&] { link_.ClosePlainPort(); });
-    timers_.Timer1->SetEnabled(false);
-    for (const char* button : {"Pause", "Stop", "RecordToDB"}) view_.SetButtonVisible(button, false);
-    session_.RecordToDB = false;
-    view_.SetButtonImage("RecordToDB", image::RecordOff);
-    session_.StopRequested = true;
-    // A sample that is under way still holds the log: it closes it when it leaves.
-    if (!road_.IsRunning()) recorder_.Finish();
-    CaptionStartButton(text::Start, image::PauseStopped);
-    ChangeCurrentStatus(session_, view_, text::StatusReady);
-    graphs_.UnloadAll();
-  });
+void Acquisition::StopJob(const Statements& run) {
+  session_.AcquireStarted = false;
+  run([&] { sources_.Current().End(); });
+  for (const char* button : {"Pause", "Stop", "RecordToDB"}) view_.SetButtonVisible(button, false);
+  session_.RecordToDB = false;
+  view_.SetButtonImage("RecordToDB", image::RecordOff);
+  session_.StopRequested = true;
+  // A sample that is under way still holds the log: it closes it when it leaves.
+  if (!road_.IsRunning()) recorder_.Finish();
+  CaptionStartButton(text::Start, image::PauseStopped);
+  ChangeCurrentStatus(session_, view_, text::StatusReady);
+  graphs_.UnloadAll();
 }
 
 // --- The recording button ---
@@ -236,7 +235,7 @@ void Acquisition::RecordToDB_Click() {
     if (session_.RecordToDB) return recorder_.SwitchOff();
     const bool running = StatusIs(session_, text::StatusAcquiringData);
     if (!running && !StatusIs(session_, text::StatusAcquiringPaused)) return;
-    if (running) Pause();
+    if (running) Pause(run);
     try {
       recorder_.ChooseAndBegin(run);
       if (session_.RecordToDB) run([&] { WriteCurrentVelk(session_, platform_); });
@@ -244,8 +243,7 @@ void Acquisition::RecordToDB_Click() {
       // Without a log the job goes on as it was before the button was pressed.
     }
     if (running && StatusIs(session_, text::StatusAcquiringPaused)) Run(run);
-    for (GraphWindow* window : session_.GraphForms)
-      if (window) window->RefreshForm();
+    ForEachGraphWindow(session_, [](GraphWindow& window) { window.RefreshForm(); });
   });
 }
 

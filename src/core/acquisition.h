@@ -1,23 +1,27 @@
 #pragma once
 
-#include "core/polling.h"
 #include "core/recorder.h"
 #include "core/sample_road.h"
+#include "core/sources/sample_sources.h"
 #include "instruments/link/link.h"
-#include "model/main_timers.h"
 
 namespace velk {
 
 /// Owns the status machine of acquisition: Connect, Start, Pause, Resume, Stop and the recording button.
 class Acquisition {
  public:
-  Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, MainTimers& timers,
-              Link& link, Recorder& recorder, SampleRoad& road, Polling& polling);
+  Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, Link& link,
+              Recorder& recorder, SampleRoad& road, SampleSources& sources);
+  ~Acquisition();
+  Acquisition(const Acquisition&) = delete;
+  Acquisition& operator=(const Acquisition&) = delete;
 
   void mnuAcquireConnect_Click();
   /// Start, Pause or Resume, by the status at entry.
   void mnuAcquireStart_Click();
   void mnuAcquireStop_Click();
+  /// The instrument of a running job has not answered: the job is paused, so that Resume is enough.
+  void PauseAfterTimeOut();
   /// The toolbar's recording button.
   void RecordToDB_Click();
 
@@ -25,22 +29,30 @@ class Acquisition {
   bool IsConnecting() const { return connecting_; }
 
  private:
+  using Work = void (Acquisition::*)(const Statements& run);
+  /// What Start and Stop do in a status.
+  struct StatusWork {
+    MessageText status;
+    Work start, stop;
+  };
+  static const StatusWork kStatusWork[];
+  const StatusWork* PresentWork() const;
+
   void Connect(const Statements& run);
   void CopyParameters();
   /// False when Stop ended it.
   bool CheckHardware();
-  void CheckPort();
-  bool WaitForLine();
-  void Tell(const MessageText& text, const MessageText& title, BoxIcon icon);
   void ShowReadyToAcquire();
 
   void Start(const Statements& run);
+  void Resume(const Statements& run);
+  void Pause(const Statements& run);
+  void StopJob(const Statements& run);
   bool NeedsFile();
   void BeginJob(const Statements& run);
   void SetStartTimes();
   void WriteTimeAxes();
   void Run(const Statements& run);
-  void Pause();
   void CaptionStartButton(const MessageText& caption, int image);
   void ReleaseGraphToolbars();
 
@@ -48,11 +60,10 @@ class Acquisition {
   Platform platform_;
   MainView& view_;
   GraphWindows& graphs_;
-  MainTimers& timers_;
   Link& link_;
   Recorder& recorder_;
   SampleRoad& road_;
-  Polling& polling_;
+  SampleSources& sources_;
   bool connecting_ = false;
 };
 

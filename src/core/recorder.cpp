@@ -1,14 +1,12 @@
 #include "core/recorder.h"
 
 #include "base/numbers.h"
+#include "base/scope.h"
 #include "base/text.h"
 #include "core/texts.h"
-#include "core/under.h"
 #include "log/begin_recording.h"
-#include "log/channels.h"
 #include "log/record_file.h"
 #include "model/texts.h"
-#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -64,10 +62,10 @@ void Recorder::SwitchOff() {
   log_.CloseLogRecordset();
 }
 
-void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
+void Recorder::AppendRow(const LogRow& row, bool firstTry) {
   if (!session_.RecordToDB) return;
   try {
-    Append(firstTry, rowTime);
+    log_.AppendLogRow(row);
   } catch (const RuntimeError&) {
     if (firstTry) ++missingRows_;
     ShowMissingRows();
@@ -81,20 +79,9 @@ void Recorder::AppendRow(bool firstTry, std::optional<double> rowTime) {
   if (!firstTry) ShowMissingRows();
 }
 
-void Recorder::Append(bool firstTry, std::optional<double> rowTime) {
-  if (!firstTry) return log_.AppendLogRow(failedRow_);
-  LogRow row = PresentRow(session_, rowTime.value_or(platform_.clock.Now()));
+void Recorder::AppendRowQuietly(const LogRow& row) {
   try {
-    log_.AppendLogRow(row);
-  } catch (const RuntimeError&) {
-    failedRow_ = std::move(row);
-    throw;
-  }
-}
-
-void Recorder::AppendRowQuietly(std::optional<double> rowTime) {
-  try {
-    AppendRow(true, rowTime);
+    AppendRow(row, true);
   } catch (const RuntimeError&) {
     // Counted already; the box that is about to come tells of the earlier failure.
   }
@@ -115,7 +102,8 @@ void Recorder::FollowPage(const Statements& run) {
 }
 
 void Recorder::AskForFile(const Statements& run) {
-  const Under asking(asking_);
+  asking_ = true;
+  const OnLeaving done([this] { asking_ = false; });
   const Answer answer = platform_.dialogs.Message({text::SaveDataNow, "", Buttons::YesNo, BoxIcon::Question});
   if (answer != Answer::Yes) return;
   if (view_.ButtonImage("RecordToDB") == image::RecordOff)

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <optional>
-
+#include "core/sample_log.h"
 #include "log/job_files.h"
 #include "log/log_writer.h"
 #include "model/graph_window.h"
@@ -13,7 +12,7 @@
 namespace velk {
 
 /// Recording as the running job needs it: choosing the file, switching on and off, rows, page changes.
-class Recorder {
+class Recorder : public SampleLog {
  public:
   Recorder(Session& session, const Platform& platform, MainView& view, LogWriter& log, JobFiles& files);
 
@@ -29,26 +28,20 @@ class Recorder {
   void ChooseAndBegin(const Statements& run);
   void SwitchOff();
 
-  /// Appends the row of the running sample. A failure is raised once and then only counted until a row has gone through
-  /// again, so that a full disk shows one box and recording goes on by itself. `firstTry` is false for the Retry of a
-  /// row that is counted already. `rowTime` is the row's date and time where it brings its own, else it is Now.
-  void AppendRow(bool firstTry, std::optional<double> rowTime = {});
-  /// The same without raising: for the moment in front of a box.
-  void AppendRowQuietly(std::optional<double> rowTime = {});
+  void AppendRow(const LogRow& row, bool firstTry) override;
+  void AppendRowQuietly(const LogRow& row) override;
 
   /// Rows of the present recording that are on the disk.
   long long RowsRecorded() const { return rows_; }
 
-  /// Counts a page change and names the file by it; asks for a file where there is none.
-  void FollowPage(const Statements& run);
+  void FollowPage(const Statements& run) override;
 
   /// No rows until it is opened again; the log stays connected.
   void Close() { log_.CloseLogRecordset(); }
-  /// Ends the recording: one self-contained file is left. Reports its own failures.
-  void Finish();
+  /// Leaves one self-contained file.
+  void Finish() override;
 
  private:
-  void Append(bool firstTry, std::optional<double> rowTime);
   void AskForFile(const Statements& run);
   void ShowFile();
   void ShowMissingRows();
@@ -60,7 +53,6 @@ class Recorder {
   JobFiles& files_;
   bool failing_ = false;
   bool asking_ = false;
-  LogRow failedRow_;  ///< that could not be appended, for its Retry: later samples have taken CurrentValue over by then
   long long rows_ = 0;
   long long missingRows_ = 0;
 };

@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "core/recorder.h"
+#include "core/sample_log.h"
+#include "core/sample_plotter.h"
 #include "core/sample_values.h"
 #include "instruments/table/decoders.h"
-#include "model/graph_window.h"
 #include "model/main_view.h"
 #include "model/session.h"
 #include "platform/dialogs/procedure.h"
@@ -23,10 +23,10 @@ enum class Values {
   Left               ///< the sample ends here: stopped, or out of time
 };
 
-/// The road of one sample: from a received line to the charts, the log and the status bar.
+/// The road of one sample, whatever its source: past the guard, taken in, thinned, plotted, recorded, the page turned.
 class SampleRoad {
  public:
-  SampleRoad(Session& session, const Platform& platform, MainView& view, Recorder& recorder);
+  SampleRoad(Session& session, const Platform& platform, MainView& view, SampleLog& log);
 
   /// One sample from a line of the line driver. Lets events run; the guard SampleBusy swallows 28 lines that come in
   /// while a sample runs, and lets the 29th overrun it.
@@ -39,7 +39,7 @@ class SampleRoad {
   /// Takes the values of a line in the common form.
   Values TakeValues(const Statements& run, const std::string& line);
 
-  /// Names a procedure in the box of a sample's error.
+  /// Names a procedure in the box of a sample's error. Made once, not for each sample: its texts cost memory.
   Report ReportOf(const char* procedure) const;
 
   /// The decoders of this session, with what they keep from line to line.
@@ -52,25 +52,21 @@ class SampleRoad {
   void ForgetValues() { hasValues_ = false; }
 
  private:
-  class Running;
   class RowAheadOfBoxes;
 
   bool PassesGuard();
+  void Leave();
   void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);
   /// False for a sample that is not significant: it is neither drawn nor logged.
   bool DrawAndLog(const Statements& run, Values values, std::optional<double> rowTime);
   bool IsSignificant(const Statements& run);
-  void Draw(const Statements& run);
-  void DrawParameter(int parameter);
-  /// The value of a computed channel, unless a decoder fills it.
-  void Compute(const Statements& run, int parameter);
-  void ReadPageStart();
-  void MovePlotTime();
 
   Session& session_;
   Platform platform_;
   MainView& view_;
-  Recorder& recorder_;
+  SampleLog& log_;
+  const Report lineReport_;
+  SamplePlotter plotter_;
   Decoders decoders_;
   SampleValues values_;
   int depth_ = 0;

@@ -26,8 +26,6 @@ class MainView {
   virtual void SetButtonVisible(std::string_view key, bool visible) = 0;
   virtual void SetButtonEnabled(std::string_view key, bool enabled) = 0;
   virtual void SetButtonToolTip(std::string_view key, const OperatorText& text) = 0;
-  /// Presses a button as a click does.
-  virtual void PressButton(std::string_view key) = 0;
 
   /// Writes the title: base title, a blank and the version.
   virtual void ResetCaption() = 0;

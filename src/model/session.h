@@ -78,7 +78,7 @@ struct Session {
   TimeBase Times;        ///< of the live charts and of playback, which share one
   double LastPageTime = 0;
   double SampleSeconds = 0;
-  std::string LastDataTime;  ///< arrival of the last line, "dd-mmm-yyyy hh:mm:ss"
+  double LastDataTime = 0;  ///< arrival of the last line
 
   // --- Section General ---
   std::string Current_language = "English";

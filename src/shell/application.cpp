@@ -9,6 +9,7 @@
 #include "formula/remove_additional.h"
 #include "i18n/windows/toolkit_texts.h"
 #include "i18n/windows/translate_form.h"
+#include "instruments/link/link_lease.h"
 #include "instruments/setup/edit_serial_port.h"
 #include "instruments/table/protocols.h"
 #include "model/status.h"
@@ -40,14 +41,13 @@ Application::Application(const Services& services)
       log_(session_, platform_),
       recorder_(session_, platform_, form_, log_, jobFiles_),
       road_(session_, platform_, form_, recorder_),
-      polling_(session_, platform_, form_, timers_, link_, recorder_, road_, services.makePageFetch(platform_.clock)),
-      acquisition_(session_, platform_, form_, graphs_, timers_, link_, recorder_, road_, polling_),
+      sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock)),
+      acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_),
       formulaWindows_(session_, platform_, form_, graphs_, translation_),
       alarmWindows_(platform_.dialogs),
       settingsQuestions_(services.settingsQuestions),
       protocolDialogs_(services.protocolDialogs),
       closeAgain_(platform_.clock.MakeTimer()) {
-  link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
   form_.onQueryUnload = [this] { return MDIForm_QueryUnload(); };
   closeAgain_->SetInterval(kCloseAgainMs);
   closeAgain_->SetHandler([this] {
@@ -90,7 +90,7 @@ void Application::BindEditMenu() {
   const auto bind = [this](const char* item, void (*procedure)(const EditSettings&)) {
     BindMenuItem(item, [this, procedure] {
       procedure({session_, platform_, settingsQuestions_, [this] { ResetConnection(); }, [this] { SaveAndEnd(); }});
-      polling_.EnablePageTimer();
+      sources_.FollowProtocol();
       frame_.LoadCompanyLogo();  // a template, or cleared settings, may name another one
     });
   };
@@ -108,15 +108,14 @@ void Application::mnuEditSerialPort_Click() {
 }
 
 void Application::SetUpLinkAgain() {
-  link_.CloseODataCom();
-  link_.ClosePlainPort();
-  timers_.Timer4->SetEnabled(false);
-  timers_.Timer5->SetEnabled(false);
-  // The chosen protocol gets its link all the same: Cancel leaves the save only.
-  RunProcedure({platform_.dialogs, "mnuEditSerialPort_Click"},
-               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
-  link_.SetODataCom();
-  polling_.EnablePageTimer();
+  {
+    LinkLease lease(link_, timers_);
+    lease.SetUpAnew();
+    // The chosen protocol gets its link all the same: Cancel leaves the save only.
+    RunProcedure({platform_.dialogs, "mnuEditSerialPort_Click"},
+                 [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+  }
+  sources_.FollowProtocol();
 }
 
 void Application::BindToolsMenu() {
@@ -185,7 +184,7 @@ void Application::MDIForm_Load() {
   // The window stands there before a slow port is opened or a question covers it.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   StartUpStep(12, [this] { OpenLink(); });
-  StartUpStep(13, [this] { polling_.EnablePageTimer(); });
+  StartUpStep(13, [this] { sources_.FollowProtocol(); });
 }
 
 void Application::LoadLanguage() {
@@ -260,8 +259,8 @@ bool Application::MDIForm_QueryUnload() {
   if (session_.AskOnExit && !IsSureToExit()) return false;
   session_.AskOnExit = false;
   SaveAtEnd();
-  polling_.End();
-  if (road_.IsRunning() || polling_.IsRunning() || acquisition_.IsConnecting()) {
+  sources_.ShutDown();
+  if (road_.IsRunning() || sources_.IsRunning() || acquisition_.IsConnecting()) {
     // What runs is on the stack below this close: it has to leave first.
     if (!StatusIs(session_, text::StatusReady)) acquisition_.mnuAcquireStop_Click();
     platform_.dialogs.SetEnding();
@@ -294,9 +293,7 @@ void Application::SaveAndEnd() {
 
 /// As at start-up, for port settings that have changed; nothing is asked.
 void Application::ResetConnection() {
-  link_.CloseODataCom();
-  link_.ClosePlainPort();
-  link_.SetODataCom();
+  LinkLease(link_, timers_).SetUpAnew();
 }
 
 void Application::MDIForm_Unload() {

@@ -100,7 +100,7 @@ class Application {
   LogWriter log_;
   Recorder recorder_;
   SampleRoad road_;
-  Polling polling_;
+  SampleSources sources_;
   Acquisition acquisition_;
   FormulaWindows formulaWindows_;
   ModalWindows alarmWindows_;

@@ -214,10 +214,6 @@ void MainForm::SetButtonToolTip(std::string_view key, const OperatorText& text) 
   if (QAction* action = Button(key)) action->setToolTip(ToQt(language_.In(text)));
 }
 
-void MainForm::PressButton(std::string_view key) {
-  if (QAction* action = Button(key)) action->trigger();
-}
-
 void MainForm::ResetCaption() {
   setWindowTitle(ToQt(language_.In(text::BaseTitle + " " VELK_VERSION)));
 }

@@ -51,7 +51,6 @@ class MainForm : public QMainWindow, public MainView {
   void SetButtonVisible(std::string_view key, bool visible) override;
   void SetButtonEnabled(std::string_view key, bool enabled) override;
   void SetButtonToolTip(std::string_view key, const OperatorText& text) override;
-  void PressButton(std::string_view key) override;
   void ResetCaption() override;
   void SetHourglass(bool on) override;
   void Repaint() override;

@@ -198,6 +198,16 @@ TEST_F(Job, StartAsksForTheFileThatIsMissing) {
   EXPECT_TRUE(rig.log.RecordsetIsOpen());
 }
 
+TEST_F(Job, StopBehindTheQuestionForTheFileBeginsNoJob) {
+  rig.Connect();
+  rig.session.RecordToDB = true;
+  rig.dialogs.Expect("File Name not Supplied", Answer::Ok, [this] { rig.acquisition.mnuAcquireStop_Click(); });
+  rig.dialogs.ExpectSaveFile(rig.Path("job.mdb"));
+  rig.acquisition.mnuAcquireStart_Click();
+  ExpectStatus("Ready");
+  EXPECT_FALSE(rig.session.AcquireStarted);
+}
+
 TEST_F(Job, StartNotesTheRecordingInTheSettings) {
   rig.Connect();
   rig.ChooseFile();

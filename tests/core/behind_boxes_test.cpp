@@ -1,4 +1,4 @@
-// Samples of polled instruments go on behind boxes, though the box stands on a tick or a fetch that waits.
+// Samples of polled instruments go on behind boxes, though the box stands on a tick that waits.
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ TEST_F(BehindBoxes, SamplesGoOnBehindABoxThatStandsOverAWaitingTick) {
   const auto respond = rig.clock.onYield;
   bool shown = false;
   rig.clock.onYield = [&] {
-    if (rig.polling.IsRunning() && rig.session.SampleBusy && !std::exchange(shown, true))
+    if (rig.sources.IsRunning() && rig.session.SampleBusy && !std::exchange(shown, true))
       rig.dialogs.Message({"the operator reads", ""});
     respond();
   };
@@ -35,7 +35,7 @@ TEST_F(BehindBoxes, SamplesGoOnBehindABoxThatStandsOverAWaitingTick) {
   rig.clock.Advance(3000);
   EXPECT_GE(graph2.plots.size(), after + 2);
   rig.acquisition.mnuAcquireStop_Click();
-  EXPECT_FALSE(rig.polling.IsRunning());
+  EXPECT_FALSE(rig.sources.IsRunning());
 }
 
 TEST_F(BehindBoxes, AReaderThatLostItsPortToALaterTickGivesNothing) {
@@ -82,14 +82,14 @@ TEST_F(BehindBoxes, ATickAboveABoxLeavesOnceTheBoxIsAnswered) {
   rig.clock.Advance(60);
   ASSERT_TRUE(shown);
   EXPECT_LT(rounds, 5000);
-  EXPECT_FALSE(rig.polling.IsRunning());
+  EXPECT_FALSE(rig.sources.IsRunning());
 }
 
 TEST_F(BehindBoxes, PagesGoOnBehindTheBoxOfAFaultAndBehindItsCancel) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");
   rig.pages->page = PanelPage({"1.5", "2.5", "3.5"});
   ConnectAndStart();
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.clock.Advance(1100);
   ASSERT_EQ(rig.session.CurrentValue[1], 1.5f);
   rig.pages->fault = PageFault::TimedOut;
@@ -107,11 +107,11 @@ TEST_F(BehindBoxes, PagesGoOnBehindTheBoxOfAFaultAndBehindItsCancel) {
   EXPECT_EQ(rig.session.CurrentValue[1], 8.5f) << "the fault was over when it was left";
 }
 
-TEST_F(BehindBoxes, PagesGoOnBehindABoxThatStandsOverAPageBeingFetched) {
+TEST_F(BehindBoxes, PagesGoOnBehindABoxThatComesWhileAPageIsFetched) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");
   rig.pages->page = PanelPage({"1.5", "2.5", "3.5"});
   ConnectAndStart();
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.clock.Advance(1100);
   rig.dialogs.Expect("the operator reads", Answer::Ok, [this] {
     rig.pages->page = PanelPage({"7.5", "2.5", "3.5"});
@@ -121,11 +121,11 @@ TEST_F(BehindBoxes, PagesGoOnBehindABoxThatStandsOverAPageBeingFetched) {
   });
   rig.pages->meanwhile = [this] { rig.dialogs.Message({"the operator reads", ""}); };
   rig.clock.Advance(510);
-  EXPECT_EQ(rig.session.CurrentValue[1], 7.5f) << "the page below the box was given up";
+  EXPECT_EQ(rig.session.CurrentValue[1], 7.5f) << "nothing of the page lay below the box";
   rig.clock.Advance(1100);
   EXPECT_EQ(rig.session.CurrentValue[1], 9.5f);
   rig.acquisition.mnuAcquireStop_Click();
-  EXPECT_FALSE(rig.polling.IsRunning());
+  EXPECT_FALSE(rig.sources.IsRunning());
 }
 
 }  // namespace

@@ -18,6 +18,14 @@ class EachProtocol : public test::Polled, public testing::WithParamInterface<std
     rig.plainPort.failOpen = heldBy(rig.linePort);
     rig.linePort.failOpen = heldBy(rig.plainPort);
   }
+
+  bool IsTicked() const {
+    const std::string_view name = rig.session.SerialData;
+    if (name == protocol::Formatted || name == protocol::Intermittent) return true;
+    // The line driver holds the device of an own unit.
+    return !rig.session.IsOwnUnit && (name == protocol::SentWhenRequested || name == protocol::Das104 ||
+                                      name == protocol::DataTakerA || name == protocol::DataTakerB);
+  }
 };
 
 TEST_P(EachProtocol, LetsOneOfBothPortsHoldTheDeviceFromConnectToStop) {
@@ -33,6 +41,7 @@ TEST_P(EachProtocol, LetsOneOfBothPortsHoldTheDeviceFromConnectToStop) {
   rig.acquisition.mnuAcquireStart_Click();
   EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_FALSE(rig.plainPort.open && rig.linePort.open);
+  EXPECT_EQ(rig.timers.Timer1->Enabled(), IsTicked()) << "where the plain port is read or watched";
   rig.acquisition.mnuAcquireStart_Click();
   EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   rig.acquisition.mnuAcquireStart_Click();

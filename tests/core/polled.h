@@ -20,10 +20,6 @@ class Polled : public testing::Test {
     rig.session.SerialData = std::string(protocol);
     rig.session.Delimiter = delimiter;
     rig.session.Terminator = terminator;
-    // As the toolbar's button does.
-    rig.view.onPress = [this](std::string_view key) {
-      if (key == "Pause") rig.acquisition.mnuAcquireStart_Click();
-    };
   }
   void ConnectAndStart() {
     rig.acquisition.mnuAcquireConnect_Click();

@@ -36,7 +36,6 @@ Rig::Rig() : link(session, platform, view, timers, TwoPorts(plainPort, linePort)
     parameter.Gain = 1;
   }
   SetProtocolConstants(session);
-  link.onLine = [this](const std::string& line) { road.ProcessLine(line); };
   ChangeCurrentStatus(session, view, text::StatusReady);
   road.ProcessLine(Line(0, 0, 0));  // an own unit's first line is always dropped
 }

@@ -58,9 +58,9 @@ class Rig {
   LogWriter log{session, platform};
   Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
-  ScriptedPages* pages = new ScriptedPages;  ///< owned by polling
-  Polling polling{session, platform, view, timers, link, recorder, road, std::unique_ptr<PageFetch>(pages)};
-  Acquisition acquisition{session, platform, view, graphs, timers, link, recorder, road, polling};
+  ScriptedPages* pages = new ScriptedPages(clock);  ///< owned by sources
+  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
+  Acquisition acquisition{session, platform, view, graphs, link, recorder, road, sources};
 };
 
 }  // namespace velk::test

@@ -20,7 +20,7 @@ TEST_F(Polled, PassesThePageOfAPanelToTheRoadAtEachTimer5) {
   ConnectAndStart();
   EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Data");
   EXPECT_EQ(rig.pages->asked, std::vector<std::string>{"10.0.0.5/panel.htm"}) << "Connect fetches one";
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   EXPECT_TRUE(rig.timers.Timer5->Enabled());
   EXPECT_FALSE(rig.timers.Timer4->Enabled());
   rig.clock.Advance(1100);
@@ -35,7 +35,7 @@ TEST_F(Polled, PassesThePageOfATableToTheRoadAtEachTimer4WhileAcquiring) {
       "<p>Time&nbsp;09:30:15</p><tr><td>1<td>p<td>u<td><b> 12.5 </b><tr><td>2<td>q<td>u<td>-3</td>"
       "<tr><td>3<td>r<td>u<td>0.25</td>";
   rig.acquisition.mnuAcquireConnect_Click();
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   EXPECT_TRUE(rig.timers.Timer4->Enabled());
   EXPECT_FALSE(rig.timers.Timer5->Enabled());
   rig.clock.Advance(1600);
@@ -50,7 +50,7 @@ TEST_F(Polled, PassesThePageOfATableToTheRoadAtEachTimer4WhileAcquiring) {
 
 TEST_F(Polled, OnlyOneBoxOfAPageTimerStands) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.pages->fault = PageFault::NoConnection;
   rig.dialogs.Expect(" - Timer5_Timer", Answer::Cancel, [this] { rig.clock.Advance(3000); });
   rig.clock.Advance(600);
@@ -60,7 +60,7 @@ TEST_F(Polled, OnlyOneBoxOfAPageTimerStands) {
 
 TEST_F(Polled, AFaultOfThePageIsToldAndTheNextFetchComesTenSecondsAfterCancel) {
   Use(protocol::HoneywellEZtrend, " ", "\r\n");
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.pages->fault = PageFault::TimedOut;
   rig.dialogs.Expect(" - Timer4_Timer", Answer::Cancel);
   rig.clock.Advance(9000);
@@ -73,18 +73,18 @@ TEST_F(Polled, AFaultOfThePageIsToldAndTheNextFetchComesTenSecondsAfterCancel) {
 
 TEST_F(Polled, APageWithoutItsCellsIsToldByTheTimersBox) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.pages->page = "<html>out of order</html>";
   rig.dialogs.Expect(" - Timer5_Timer", Answer::Cancel);
   rig.clock.Advance(600);
-  rig.polling.End();
+  rig.sources.ShutDown();
   EXPECT_EQ(rig.pages->cancelled, 1);
   EXPECT_FALSE(rig.timers.Timer5->Enabled());
 }
 
 TEST_F(Polled, ConnectPressedWhileAPageIsFetchedWaitsForOneOfItsOwn) {
   Use(protocol::LumoThroughHmi, " ", "\r\n");
-  rig.polling.EnablePageTimer();
+  rig.sources.FollowProtocol();
   rig.pages->fault = PageFault::NoConnection;
   rig.pages->meanwhile = [this] { rig.acquisition.mnuAcquireConnect_Click(); };
   rig.dialogs.Expect(" - mnuAcquireConnect_Click", Answer::Cancel);

@@ -4,24 +4,12 @@
 
 #include <set>
 
-#include "support/fake_clock.h"
+#include "base/dates.h"
 
 namespace velk {
 namespace {
 
-class OnePage : public PageFetch {
- public:
-  std::optional<std::string> Fetch(const std::string& address) override {
-    asked.push_back(address);
-    if (fault) throw PageError(*fault, address, 404);
-    return page;
-  }
-  void Cancel() override {}
-
-  std::optional<std::string> page;
-  std::optional<PageFault> fault;
-  std::vector<std::string> asked;
-};
+constexpr const char* kAddress = "10.0.0.5/pens.htm";
 
 class NetworkedUnit : public testing::Test {
  protected:
@@ -33,10 +21,9 @@ class NetworkedUnit : public testing::Test {
     session.Terminator = "\r\n";
   }
 
-  std::string ErrorOf(PageFault fault) {
-    fetch.fault = fault;
+  static std::string ErrorOf(PageFault fault) {
     try {
-      ReadTablePage(session, fetch);
+      TextOfPage({{}, PageError(fault, kAddress, 404)});
     } catch (const RuntimeError& error) {
       return error.what();
     }
@@ -44,34 +31,27 @@ class NetworkedUnit : public testing::Test {
   }
 
   Session session;
-  Gate gate;
-  test::FakeClock clock{gate};
-  OnePage fetch;
+  const double now = DateSerial(2026, 3, 14) + TimeOfDay(9, 30, 0);
 };
 
 TEST_F(NetworkedUnit, IsAskedForThePageOfTheSettings) {
-  fetch.page = "";
-  ReadTablePage(session, fetch);
-  EXPECT_EQ(fetch.asked, (std::vector<std::string>{"10.0.0.5/pens.htm"}));
+  EXPECT_EQ(UnitPageAddress(session), kAddress);
 }
 
 TEST_F(NetworkedUnit, GivesTheTablesOwnTimeBehindTheDelimiter) {
-  fetch.page = "&nbsp;11:22:33<tr><td><td><td><td>7</td>";
-  EXPECT_EQ(ReadTablePage(session, fetch), "11:22:33,7\r\n");
+  EXPECT_EQ(LineOfTablePage(session, "&nbsp;11:22:33<tr><td><td><td><td>7</td>"), "11:22:33,7\r\n");
 }
 
 TEST_F(NetworkedUnit, GivesThePresentTimeAndBlanksForTheOtherPages) {
   session.SerialData = "HPT - Honeywell eZtrend";
-  fetch.page = "1Var<td><b>7.50&nbsp;</b></td>";
-  EXPECT_EQ(ReadValuesPage(session, fetch, clock), "09:30:00 7.50\r\n");
+  EXPECT_EQ(LineOfValuesPage(session, "1Var<td><b>7.50&nbsp;</b></td>", now), "09:30:00 7.50\r\n");
   session.SerialData = "ORBEN LUMO through HMI";
-  fetch.page = "</tr><td>n</td><td><b>7.50&nbsp;</b></td></tr>";
-  EXPECT_EQ(ReadValuesPage(session, fetch, clock), "09:30:00 7.5\r\n");
+  EXPECT_EQ(LineOfValuesPage(session, "</tr><td>n</td><td><b>7.50&nbsp;</b></td></tr>", now), "09:30:00 7.5\r\n");
 }
 
-TEST_F(NetworkedUnit, GivesNothingWhileAnotherPageIsFetched) {
-  EXPECT_EQ(ReadTablePage(session, fetch), std::nullopt);
-  EXPECT_EQ(ReadValuesPage(session, fetch, clock), std::nullopt);
+TEST_F(NetworkedUnit, GivesTheTextOfAPageThatHasCome) {
+  const FetchedPage page{"<html>", {}};
+  EXPECT_EQ(TextOfPage(page), "<html>");
 }
 
 TEST_F(NetworkedUnit, TellsWhyNoPageCameWithTheAddressInFront) {

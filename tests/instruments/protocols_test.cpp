@@ -122,19 +122,6 @@ TEST(PresentName, IsThatOfTheSameProtocolForThreeOlderNames) {
     EXPECT_EQ(PresentName(other), other);
 }
 
-TEST(NeedsTicks, IsTrueWhereThePlainPortIsReadOrWatched) {
-  for (const Row& row : kRows) {
-    Session session;
-    session.SerialData = row.serialData;
-    const bool learns = row.serialData == std::string_view("formatted and at regular intervals");
-    const bool buffers = row.driver == Driver::BufferedLines;
-    const bool polled = row.driver == Driver::PolledByTick;
-    EXPECT_EQ(NeedsTicks(session), learns || buffers || polled) << row.serialData;
-    session.UseODataCom = true;  // the line driver holds the device of an own unit
-    EXPECT_EQ(NeedsTicks(session), learns || buffers) << row.serialData;
-  }
-}
-
 TEST(ComputeUseODataCom, IsTrueForThreeProtocolsAndForOwnUnits) {
   for (const Row& row : kRows) {
     Session session;

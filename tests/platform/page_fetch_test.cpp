@@ -19,16 +19,27 @@ struct Outcome {
   int status = 0;
 };
 
+Outcome OutcomeOf(const FetchedPage& fetched) {
+  if (fetched.error) return {{}, fetched.error->Fault(), fetched.error->Status()};
+  return {fetched.text, {}};
+}
+
 class PageFetchTest : public testing::Test {
  protected:
   Outcome Fetch(const std::string& address) {
-    try {
-      return {fetch->Fetch(address), {}};
-    } catch (const PageError& error) {
-      EXPECT_EQ(error.Address(), address);
-      EXPECT_NE(std::string(error.what()).find(address), std::string::npos);
-      return {{}, error.Fault(), error.Status()};
-    }
+    Outcome outcome;
+    bool begun = false;
+    fetch->Begin(address, [&](const FetchedPage& fetched) {
+      EXPECT_TRUE(begun) << "told from inside Begin";
+      EXPECT_FALSE(fetch->IsUnderWay());
+      outcome = OutcomeOf(fetched);
+      if (!fetched.error) return;
+      EXPECT_EQ(fetched.error->Address(), address);
+      EXPECT_NE(std::string(fetched.error->what()).find(address), std::string::npos);
+    });
+    begun = true;
+    while (fetch->IsUnderWay()) clock.WaitRound();
+    return outcome;
   }
   std::optional<std::string> Fetched(const std::string& answer) {
     server.AnswerAll(answer);
@@ -78,21 +89,19 @@ TEST_F(PageFetchTest, ShowsTheUnitTheUserOfTheAddressWhereItAsks) {
   EXPECT_LE(server.requests.size(), 6U);
 }
 
-TEST_F(PageFetchTest, LeavesTheProgramResponsiveMeanwhile) {
+TEST_F(PageFetchTest, BlocksNothingMeanwhile) {
   const std::unique_ptr<Timer> timer = clock.MakeTimer();
   QTcpSocket* waiting = nullptr;
   int ticks = 0;
   server.answer = [&](const std::string&, QTcpSocket& socket) { waiting = &socket; };
   // The page comes only because ticks do.
   timer->SetHandler([&] {
-    EXPECT_TRUE(gate.IsOpen());
     if (waiting == nullptr || ++ticks != 5) return;
     const std::string bytes = PageServer::Page("late");
     waiting->write(bytes.data(), static_cast<qint64>(bytes.size()));
   });
   timer->SetInterval(1);
   timer->SetEnabled(true);
-  const GateState shut(gate, GateState::Shut);
   EXPECT_EQ(Fetch(server.Address()).page, "late");
   EXPECT_GE(ticks, 5);
 }
@@ -228,40 +237,43 @@ TEST_F(PageFetchTest, RefusesWhatIsNoHttpAddress) {
     EXPECT_EQ(Fetch(address).fault, PageFault::BadAddress) << address;
 }
 
-TEST_F(PageFetchTest, FetchesOnePageAtATime) {
-  std::optional<std::string> second = "not asked";
-  server.answer = [&](const std::string&, QTcpSocket& socket) {
-    second = fetch->Fetch(server.Address("/second"));
-    const std::string bytes = PageServer::Page("first");
+TEST_F(PageFetchTest, FetchesOnePageAtATimeAndTellsNothingOfTheOneThatALaterOneTookOver) {
+  bool firstTold = false;
+  std::optional<std::string> second;
+  server.answer = [&](const std::string& request, QTcpSocket& socket) {
+    if (request.find("/first") != std::string::npos)
+      return fetch->Begin(server.Address("/second"), [&](const FetchedPage& page) { second = page.text; });
+    const std::string bytes = PageServer::Page("second");
     socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
   };
-  EXPECT_EQ(Fetch(server.Address("/first")).page, "first");
-  EXPECT_EQ(second, std::nullopt);
-  EXPECT_EQ(server.requests.size(), 1U);
+  fetch->Begin(server.Address("/first"), [&](const FetchedPage&) { firstTold = true; });
+  while (fetch->IsUnderWay()) clock.WaitRound();
+  EXPECT_EQ(second, "second");
+  EXPECT_FALSE(firstTold);
+  EXPECT_EQ(server.requests.size(), 2U);
 }
 
-TEST_F(PageFetchTest, AFetchThatIsGivenUpMakesRoomForALaterOneAndEndsWithoutAPage) {
-  std::optional<std::string> later;
-  server.answer = [&](const std::string&, QTcpSocket& socket) {
-    if (server.requests.size() == 1) {
-      EXPECT_FALSE(Fetch(server.Address()).page) << "one at a time";
-      fetch->GiveUp();
-      later = Fetch(server.Address()).page;
-      return;
-    }
-    const std::string page = PageServer::Page("second");
-    socket.write(page.data(), static_cast<qint64>(page.size()));
+TEST_F(PageFetchTest, WhoIsToldMayBeginTheNextPageAtOnce) {
+  server.AnswerAll(PageServer::Page("x"));
+  int pages = 0;
+  std::function<void(const FetchedPage&)> next = [&](const FetchedPage&) {
+    if (++pages < 3) fetch->Begin(server.Address(), next);
   };
-  const Outcome first = Fetch(server.Address());
-  EXPECT_EQ(later, "second");
-  EXPECT_FALSE(first.page);
-  EXPECT_FALSE(first.fault) << "to be given up is no fault";
-  EXPECT_EQ(Fetch(server.Address()).page, "second");
-  fetch->GiveUp();
-  EXPECT_EQ(Fetch(server.Address()).page, "second") << "where nothing waits there is nothing to give up";
+  fetch->Begin(server.Address(), next);
+  while (fetch->IsUnderWay()) clock.WaitRound();
+  EXPECT_EQ(pages, 3);
 }
 
-TEST_F(PageFetchTest, EndsItsWaitWhenCancelled) {
+TEST_F(PageFetchTest, TellsNothingOnceItIsGone) {
+  bool told = false;
+  server.answer = [&](const std::string&, QTcpSocket&) { clock.Post([&] { fetch.reset(); }); };
+  fetch->Begin(server.Address(), [&](const FetchedPage&) { told = true; });
+  while (fetch) clock.WaitRound();
+  clock.WaitMilliseconds(20);  // what the network still has to say
+  EXPECT_FALSE(told);
+}
+
+TEST_F(PageFetchTest, TellsNothingOfAFetchThatWasCancelled) {
   server.answer = [&](const std::string&, QTcpSocket&) { fetch->Cancel(); };
   const Outcome cancelled = Fetch(server.Address());
   EXPECT_EQ(cancelled.page, std::nullopt);
@@ -275,14 +287,11 @@ class PageFetchTime : public testing::Test {
   PageFetchTime() {
     clock.onYield = [] { QCoreApplication::processEvents(); };
   }
-  PageFault FaultOfFetch() {
-    try {
-      fetch->Fetch(server.Address());
-      ADD_FAILURE() << "a page came";
-      return {};
-    } catch (const PageError& error) {
-      return error.Fault();
-    }
+  std::optional<PageFault> FaultOfFetch() {
+    Outcome outcome;
+    fetch->Begin(server.Address(), [&](const FetchedPage& fetched) { outcome = OutcomeOf(fetched); });
+    while (fetch->IsUnderWay()) clock.WaitRound();
+    return outcome.fault;
   }
 
   Gate gate;
@@ -293,7 +302,7 @@ class PageFetchTime : public testing::Test {
 
 TEST_F(PageFetchTime, GivesUpBehindFiveSecondsInAll) {
   EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
-  EXPECT_EQ(clock.Ticks(), 5001);
+  EXPECT_EQ(clock.Ticks(), 5000);
 }
 
 TEST_F(PageFetchTime, CountsTheTimeOfAPageThatDribbles) {
@@ -306,7 +315,7 @@ TEST_F(PageFetchTime, CountsTheTimeOfAPageThatDribbles) {
     };
   };
   EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
-  EXPECT_EQ(clock.Ticks(), 5001);
+  EXPECT_EQ(clock.Ticks(), 5000);
 }
 
 TEST_F(PageFetchTime, CountsTheTimeOfTheRedirectsToo) {
@@ -319,7 +328,7 @@ TEST_F(PageFetchTime, CountsTheTimeOfTheRedirectsToo) {
   };
   EXPECT_EQ(FaultOfFetch(), PageFault::TimedOut);
   // On a busy machine rounds may have gone ahead of the first answer.
-  EXPECT_EQ(clock.Ticks(), std::max<std::int64_t>(5001, redirected));
+  EXPECT_EQ(clock.Ticks(), std::max<std::int64_t>(5000, redirected));
 }
 
 }  // namespace

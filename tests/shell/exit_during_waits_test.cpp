@@ -72,9 +72,25 @@ TEST(WaitingForAPage, LeavesWhenTheFrameIsClosed) {
   rig.pages->meanwhile = [&rig] {
     rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
     rig.Window().close();
-    EXPECT_TRUE(rig.Window().isVisible());
+    EXPECT_FALSE(rig.Window().isVisible()) << "nothing waits on the stack";
     EXPECT_EQ(rig.pages->cancelled, 1);
   };
+  rig.clock.Advance(1000);
+  EXPECT_FALSE(rig.Window().isVisible());
+}
+
+TEST(WaitingForAPage, LeavesWhenTheFrameIsClosedWhileConnectWaitsForIt) {
+  test::ShellRig rig;
+  rig.settings->Save("VELK2", "Protocol", "SerialData", "ORBEN LUMO through HMI");
+  rig.settings->Flush();
+  rig.Start();
+  rig.pages->page = "";
+  rig.pages->meanwhile = [&rig] {
+    rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
+    rig.Window().close();
+    EXPECT_TRUE(rig.Window().isVisible()) << "Connect is on the stack";
+  };
+  rig.Press("Acquire");
   rig.clock.Advance(1000);
   EXPECT_FALSE(rig.Window().isVisible());
 }

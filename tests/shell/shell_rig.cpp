@@ -28,8 +28,8 @@ void ShellRig::Start() {
                     settingsQuestions,
                     *serialPortDialogs,
                     twoPorts};
-  services.makePageFetch = [this](Clock&) {
-    auto made = std::make_unique<ScriptedPages>();
+  services.makePageFetch = [this](Clock& programClock) {
+    auto made = std::make_unique<ScriptedPages>(programClock);
     pages = made.get();
     return made;
   };

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "model/main_view.h"
 
@@ -28,10 +26,6 @@ class RecordingView : public MainView {
   void SetButtonToolTip(std::string_view key, const OperatorText& text) override {
     toolTips[std::string(key)] = text.English();
   }
-  void PressButton(std::string_view key) override {
-    pressed.emplace_back(key);
-    if (onPress) onPress(key);
-  }
   void ResetCaption() override { ++captionResets; }
   void SetHourglass(bool on) override { hourglass = on; }
   void Repaint() override { ++repaints; }
@@ -41,8 +35,6 @@ class RecordingView : public MainView {
   std::map<std::string, bool> menuEnabled, menuVisible, buttonVisible, buttonEnabled;
   std::map<std::string, std::string> menuCaption, toolTips;
   std::map<std::string, int> images;
-  std::vector<std::string> pressed;
-  std::function<void(std::string_view key)> onPress;
   int captionResets = 0;
   int repaints = 0;
   int beeps = 0;

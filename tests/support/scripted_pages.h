@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,44 +11,45 @@
 
 namespace velk::test {
 
-/// A networked unit whose page a test writes.
+/// A networked unit whose page a test writes; it comes with the next events.
 class ScriptedPages : public PageFetch {
  public:
-  std::optional<std::string> Fetch(const std::string& address) override {
-    if (busy_) return std::nullopt;
+  explicit ScriptedPages(Clock& clock) : clock_(clock) {}
+
+  void Begin(const std::string& address, Done done) override {
     asked.push_back(address);
-    cancelledNow_ = false;
-    if (meanwhile) {
-      const int mine = ++fetch_;
-      busy_ = true;
-      std::exchange(meanwhile, nullptr)();
-      if (mine != fetch_) return std::nullopt;
-      busy_ = false;
-      if (cancelledNow_) return std::nullopt;
-    }
-    if (fault) throw PageError(*fault, address);
-    return page;
+    done_ = std::move(done);
+    if (meanwhile) clock_.Post(std::exchange(meanwhile, nullptr));
+    clock_.Post([this, alive = std::weak_ptr<char>(alive_), fetch = ++fetch_, address] {
+      if (!alive.expired() && fetch == fetch_) Answer(address);
+    });
   }
+  bool IsUnderWay() const override { return done_ != nullptr; }
   void Cancel() override {
     ++cancelled;
-    cancelledNow_ = true;
-  }
-
-  void GiveUp() override {
     ++fetch_;
-    busy_ = false;
+    done_ = nullptr;
   }
 
-  std::optional<std::string> page;
+  std::optional<std::string> page;  ///< where there is none the fetch ends without a word
   std::optional<PageFault> fault;
   std::vector<std::string> asked;
   std::function<void()> meanwhile;  ///< runs once while a page is being fetched
   int cancelled = 0;
 
  private:
+  void Answer(const std::string& address) {
+    const Done done = std::exchange(done_, nullptr);
+    if (fault)
+      done({{}, PageError(*fault, address)});
+    else if (page)
+      done({*page, {}});
+  }
+
+  Clock& clock_;
+  Done done_;
   int fetch_ = 0;
-  bool busy_ = false;
-  bool cancelledNow_ = false;
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
 };
 
 }  // namespace velk::test

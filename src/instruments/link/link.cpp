@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/dates.h"
 #include "base/numbers.h"
 #include "instruments/link/port_notice.h"
 #include "instruments/table/protocols.h"
@@ -11,7 +10,6 @@
 #include "model/status.h"
 #include "model/texts.h"
 #include "platform/dialogs/dialogs.h"
-#include "platform/dialogs/procedure.h"
 #include "platform/ports/port_devices.h"
 
 namespace velk {
@@ -36,6 +34,7 @@ Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& tim
       session_(session),
       platform_(platform),
       view_(view),
+      lineReport_{platform.dialogs, "ODataCom1_DataReady"},
       watchdog_(*timers.Timer2),
       retry_(platform.clock.MakeTimer()) {
   ODataCom1.onDataReady = [this](const std::string& line) { ODataCom1_DataReady(line); };
@@ -107,7 +106,7 @@ void Link::OpenDriver(const std::string& toldAlready) {
 }
 
 void Link::StartWatching() {
-  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+  session_.LastDataTime = platform_.clock.Now();
   watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
   watchdog_.SetEnabled(true);
   retry_->SetInterval(ODataCom1.Settings().retryMilliseconds);
@@ -145,7 +144,27 @@ void Link::CloseODataCom() {
 }
 
 void Link::ClosePlainPort() {
+  nextReopen_ = 0;
   if (MSComm1->IsOpen()) MSComm1->Close();
+}
+
+Link::State Link::Release() {
+  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_};
+  CloseODataCom();
+  ClosePlainPort();
+  return state;
+}
+
+void Link::Restore(const State& state) {
+  Release();
+  if (state.watched) {
+    failureTold_ = !state.driverOpen;
+    CycleODataCom();
+    session_.LastDataTime = platform_.clock.Now();
+    watchdog_.SetEnabled(true);
+  }
+  plain_ = state.plain;
+  if (state.plainOpen) KeepPlainPortOpen();
 }
 
 bool Link::OpenPlainPort(Handshake handshake) {
@@ -199,7 +218,7 @@ bool Link::Reopen() {
 void Link::Timer2_Timer() {
   // Lines that wait are data: the program is behind, not the unit.
   if (ODataCom1.LineWaits()) return;
-  const double age = platform_.clock.Now() - CDate(session_.LastDataTime);
+  const double age = platform_.clock.Now() - session_.LastDataTime;
   const bool clockSetBack = age < 0;
   if (clockSetBack || age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
 }
@@ -215,8 +234,8 @@ void Link::ODataCom1_DataReady(const std::string& line) {
   // A line that had waited when the device went away is no sign of its return.
   if (ODataCom1.IsOpen()) failureTold_ = false;
   if (StatusIs(session_, text::StatusAcquiringData) && onLine)
-    RunProcedure({platform_.dialogs, "ODataCom1_DataReady"}, [&](auto run) { run([&] { onLine(line); }); });
-  session_.LastDataTime = FormatDate(platform_.clock.Now(), "dd-mmm-yyyy hh:mm:ss");
+    RunProcedure(lineReport_, [&](const Statements&) { onLine(line); });
+  session_.LastDataTime = platform_.clock.Now();
 }
 
 void Link::TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported) {

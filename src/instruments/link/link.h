@@ -12,6 +12,7 @@
 #include "model/main_timers.h"
 #include "model/main_view.h"
 #include "model/session.h"
+#include "platform/dialogs/procedure.h"
 #include "platform/platform.h"
 
 namespace velk {
@@ -40,6 +41,19 @@ class Link {
   void CloseODataCom();
   void ClosePlainPort();
 
+  /// What was open, for a LinkLease.
+  struct State {
+    bool watched = false;  ///< the driver was set up, though its device may be gone
+    bool driverOpen = false;
+    bool plainOpen = false;
+    SerialSettings plain;
+  };
+  /// Closes both ports on purpose and tells what was open.
+  State Release();
+  /// Opens again what Release has closed, with the same settings. Shows no box of its own: a failure is told once no
+  /// sample runs, and is tried on.
+  void Restore(const State& state);
+
   /// Opens the plain port with the session's own port settings; closes it first. False after an error box.
   bool OpenPlainPort(Handshake handshake);
   /// Opens the plain port again, as it was opened last, where its device went away; at most once a second. A failure is
@@ -54,7 +68,8 @@ class Link {
   /// The watchdog: cycles the link when the last data are more than five sampling intervals old.
   void Timer2_Timer();
 
-  /// One received line: to the sample's road while acquiring; its arrival is stored in any status.
+  /// One received line: to the sample's road while acquiring; its arrival is stored in any status. The road shows its
+  /// own errors; one that escapes it is a defect, and nothing is done twice for it.
   void ODataCom1_DataReady(const std::string& line);
 
   /// Lines received since the last SetODataCom, for a wait for the first one.
@@ -79,6 +94,7 @@ class Link {
   Session& session_;
   Platform& platform_;
   MainView& view_;
+  const Report lineReport_;
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening

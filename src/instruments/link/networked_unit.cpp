@@ -9,14 +9,6 @@ namespace velk {
 
 namespace {
 
-std::optional<std::string> FetchUnitPage(const Session& session, PageFetch& fetch) {
-  try {
-    return fetch.Fetch(UnitPageAddress(session));
-  } catch (const PageError& error) {
-    throw RuntimeError(error.Number(), PageErrorText(error));
-  }
-}
-
 const MessageText& TextOf(PageFault fault) {
   switch (fault) {
     case PageFault::BadAddress:
@@ -46,17 +38,18 @@ OperatorText PageErrorText(const PageError& error) {
   return error.Fault() == PageFault::Refused ? text + std::to_string(error.Status()) : text;
 }
 
-std::optional<std::string> ReadTablePage(const Session& session, PageFetch& fetch) {
-  const std::optional<std::string> page = FetchUnitPage(session, fetch);
-  if (!page) return {};
-  return LineFromTable(*page, session.Delimiter) + session.Terminator;
+const std::string& TextOfPage(const FetchedPage& page) {
+  if (page.error) throw RuntimeError(page.error->Number(), PageErrorText(*page.error));
+  return page.text;
 }
 
-std::optional<std::string> ReadValuesPage(const Session& session, PageFetch& fetch, const Clock& clock) {
-  const std::optional<std::string> page = FetchUnitPage(session, fetch);
-  if (!page) return {};
-  const std::string time = FormatDate(clock.Now(), "hh:mm:ss");
-  return ProtocolOf(session).valuesPage(*page, time, session.NumberOfParameters) + session.Terminator;
+std::string LineOfTablePage(const Session& session, std::string_view page) {
+  return LineFromTable(page, session.Delimiter) + session.Terminator;
+}
+
+std::string LineOfValuesPage(const Session& session, std::string_view page, double now) {
+  const std::string time = FormatDate(now, "hh:mm:ss");
+  return ProtocolOf(session).valuesPage(page, time, session.NumberOfParameters) + session.Terminator;
 }
 
 }  // namespace velk

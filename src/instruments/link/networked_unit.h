@@ -1,7 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <string>
+#include <string_view>
 
 #include "model/session.h"
 #include "platform/pages/page_fetch.h"
@@ -14,13 +14,15 @@ std::string UnitPageAddress(const Session& session);
 /// What the operator is told when a page did not come; names the address.
 OperatorText PageErrorText(const PageError& error);
 
-/// Fetches the unit's page and gives its line, terminator included, for Timer4: the page that is one table, which
-/// brings its own time. Nothing while another page is being fetched. Raises RuntimeError with the text for the operator
-/// where no page came, and what the readers of pages raise.
-std::optional<std::string> ReadTablePage(const Session& session, PageFetch& fetch);
+/// The text of a page that has come. Raises RuntimeError with the text for the operator where none has.
+const std::string& TextOfPage(const FetchedPage& page);
+
+/// The line of the page that is one table, terminator included, for Timer4. It brings its own time. Raises what the
+/// readers of pages raise.
+std::string LineOfTablePage(const Session& session, std::string_view page);
 
 /// The same for Timer5: the page of named cells, or the operator panel's for "ORBEN LUMO through HMI". The line begins
-/// with the present time.
-std::optional<std::string> ReadValuesPage(const Session& session, PageFetch& fetch, const Clock& clock);
+/// with the time of `now`.
+std::string LineOfValuesPage(const Session& session, std::string_view page, double now);
 
 }  // namespace velk

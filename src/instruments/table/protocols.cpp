@@ -162,11 +162,4 @@ bool ComputeUseODataCom(const Session& session) {
   return session.IsOwnUnit || (row.driver == Driver::EventLineDriver && !row.unit);
 }
 
-bool NeedsTicks(const Session& session) {
-  const Protocol& row = ProtocolOf(session);
-  if (row.learnsLineLength || row.driver == Driver::BufferedLines) return true;
-  // Behind an own unit the line driver serves, and holds the device.
-  return row.driver == Driver::PolledByTick && !session.UseODataCom;
-}
-
 }  // namespace velk

@@ -100,8 +100,4 @@ void SetProtocolConstants(Session& session);
 /// Whether the line driver serves this session; the other protocols use the plain port.
 bool ComputeUseODataCom(const Session& session);
 
-/// Whether Timer1 has work with this session: it reads the port, learns the length of the lines, or looks whether the
-/// port of a buffering instrument is still there.
-bool NeedsTicks(const Session& session);
-
 }  // namespace velk

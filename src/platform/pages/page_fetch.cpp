@@ -5,6 +5,7 @@
 #include <QNetworkReply>
 #include <QRegularExpression>
 #include <QStringDecoder>
+#include <utility>
 
 #include "base/text_qt.h"
 
@@ -64,75 +65,71 @@ std::string TextOf(const QByteArray& page, const QString& contentType) {
 
 class NetworkPageFetch : public PageFetch {
  public:
-  explicit NetworkPageFetch(Clock& clock) : clock_(clock) {}
+  explicit NetworkPageFetch(Clock& clock);
+  ~NetworkPageFetch() override { Cancel(); }
 
-  std::optional<std::string> Fetch(const std::string& address) override;
-  void Cancel() override { cancelled_ = true; }
-  void GiveUp() override;
+  void Begin(const std::string& address, Done done) override;
+  bool IsUnderWay() const override { return done_ != nullptr; }
+  void Cancel() override;
 
  private:
-  class Busy;
   QNetworkAccessManager& Manager();
-  Reply Get(const QUrl& url);
-  bool ReadWhole(QNetworkReply& reply, QByteArray& page, int fetch);
-  QUrl RedirectOf(const QNetworkReply& reply, int redirects) const;
-  [[noreturn]] void Raise(PageFault fault, int status = 0) const { throw PageError(fault, address_, status); }
+  void Get(const QUrl& url);
+  void TakeBytes(const QNetworkReply* reply);
+  void Finish(const QNetworkReply* reply);
+  void FollowRedirect();
+  void Fail(PageFault fault, int status = 0) { End({{}, PageError(fault, address_, status)}); }
+  void End(FetchedPage page);
 
   Clock& clock_;
+  QObject context_;  ///< what replies tell ends with it
   std::unique_ptr<QNetworkAccessManager> manager_;
-  bool busy_ = false;
-  int fetch_ = 0;  ///< counts those that began and those that were given up
-  QNetworkReply* waitsFor_ = nullptr;
-  bool cancelled_ = false;
+  std::unique_ptr<Timer> limit_;
+  Done done_;
+  int fetch_ = 0;  ///< counts those that began and those that were cancelled
   std::string address_;
-  std::int64_t begun_ = 0;
+  Reply reply_;
+  QByteArray page_;
+  int redirects_ = 0;
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
 };
 
-class NetworkPageFetch::Busy {
- public:
-  explicit Busy(NetworkPageFetch& pages) : pages_(pages), fetch_(++pages.fetch_) { pages_.busy_ = true; }
-  ~Busy() {
-    if (fetch_ != pages_.fetch_) return;  // given up: the flag is another's by now
-    pages_.busy_ = false;
-    pages_.waitsFor_ = nullptr;
-  }
-  int Fetch() const { return fetch_; }
-
- private:
-  NetworkPageFetch& pages_;
-  int fetch_;
-};
-
-void NetworkPageFetch::GiveUp() {
-  if (!busy_) return;
-  ++fetch_;
-  busy_ = false;
-  if (waitsFor_ != nullptr) waitsFor_->abort();
-  waitsFor_ = nullptr;
+NetworkPageFetch::NetworkPageFetch(Clock& clock) : clock_(clock), limit_(clock.MakeTimer()) {
+  limit_->SetInterval(kMilliseconds);
+  limit_->SetHandler([this] {
+    if (limit_->Enabled()) Fail(PageFault::TimedOut);
+  });
 }
 
-std::optional<std::string> NetworkPageFetch::Fetch(const std::string& address) {
-  if (busy_) return {};
-  const Busy busy(*this);
-  cancelled_ = false;
+void NetworkPageFetch::Begin(const std::string& address, Done done) {
+  Cancel();
+  done_ = std::move(done);
   address_ = address;
-  begun_ = clock_.Ticks();
-  QUrl url = UrlOf(address);
-  for (int redirects = 0;; ++redirects) {
-    const Reply reply = Get(url);
-    QByteArray page;
-    waitsFor_ = reply.get();
-    if (!ReadWhole(*reply, page, busy.Fetch())) return {};
-    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const bool redirected = status >= 300 && status < 400 && reply->hasRawHeader("Location");
-    if (redirected) {
-      url = RedirectOf(*reply, redirects);
-      continue;
-    }
-    if (status >= 300) Raise(PageFault::Refused, status);
-    if (reply->error() != QNetworkReply::NoError) Raise(PageFault::NoConnection);
-    return TextOf(page, reply->header(QNetworkRequest::ContentTypeHeader).toString());
+  redirects_ = 0;
+  limit_->SetEnabled(true);
+  try {
+    Get(UrlOf(address));
+  } catch (const PageError& error) {
+    End({{}, error});
   }
+}
+
+void NetworkPageFetch::Cancel() {
+  ++fetch_;
+  done_ = nullptr;
+  limit_->SetEnabled(false);
+  reply_.reset();
+}
+
+/// Told by a post: a box of whoever is told must not stand inside the network's own work.
+void NetworkPageFetch::End(FetchedPage page) {
+  limit_->SetEnabled(false);
+  reply_.reset();
+  clock_.Post([this, alive = std::weak_ptr<char>(alive_), fetch = fetch_, fetched = std::move(page)] {
+    if (alive.expired() || fetch != fetch_) return;
+    const Done done = std::exchange(done_, nullptr);
+    done(fetched);
+  });
 }
 
 /// Made with the first page: most jobs have no networked unit.
@@ -146,37 +143,44 @@ QNetworkAccessManager& NetworkPageFetch::Manager() {
 }
 
 /// A page is asked for as it is: nothing packed, nothing from a store, and one answer at a time.
-Reply NetworkPageFetch::Get(const QUrl& url) {
+void NetworkPageFetch::Get(const QUrl& url) {
   QNetworkRequest request(url);
   request.setRawHeader("Accept-Encoding", "identity");
   request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
   request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
   request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
   request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-  Reply reply(Manager().get(request));
-  reply->setReadBufferSize(kReadBuffer);
-  return reply;
+  page_.clear();
+  reply_.reset(Manager().get(request));
+  reply_->setReadBufferSize(kReadBuffer);
+  const QNetworkReply* const reply = reply_.get();
+  QObject::connect(reply, &QNetworkReply::readyRead, &context_, [this, reply] { TakeBytes(reply); });
+  QObject::connect(reply, &QNetworkReply::finished, &context_, [this, reply] { Finish(reply); });
 }
 
-/// False when the wait was cancelled, or given up.
-bool NetworkPageFetch::ReadWhole(QNetworkReply& reply, QByteArray& page, int fetch) {
-  for (;;) {
-    if (fetch != fetch_) return false;
-    const bool finished = reply.isFinished();
-    page += reply.readAll();
-    if (static_cast<std::size_t>(page.size()) > kMostBytes) Raise(PageFault::TooLarge);
-    if (finished) return true;
-    if (cancelled_) return false;
-    if (clock_.Ticks() - begun_ > kMilliseconds) Raise(PageFault::TimedOut);
-    clock_.WaitRound();
-  }
+/// A reply that is let go of still tells of its end: that one is another's by then.
+void NetworkPageFetch::TakeBytes(const QNetworkReply* reply) {
+  if (reply != reply_.get()) return;
+  page_ += reply_->readAll();
+  if (static_cast<std::size_t>(page_.size()) > kMostBytes) Fail(PageFault::TooLarge);
 }
 
-QUrl NetworkPageFetch::RedirectOf(const QNetworkReply& reply, int redirects) const {
-  const QUrl target = reply.url().resolved(QUrl(QString::fromLatin1(reply.rawHeader("Location"))));
-  const bool sameHost = target.isValid() && target.scheme() == "http" && target.host() == reply.url().host();
-  if (!sameHost || redirects >= kMostRedirects) Raise(PageFault::RedirectRefused);
-  return target;
+void NetworkPageFetch::Finish(const QNetworkReply* reply) {
+  TakeBytes(reply);
+  if (reply != reply_.get()) return;
+  const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+  if (status >= 300 && status < 400 && reply->hasRawHeader("Location")) return FollowRedirect();
+  if (status >= 300) return Fail(PageFault::Refused, status);
+  if (reply->error() != QNetworkReply::NoError) return Fail(PageFault::NoConnection);
+  End({TextOf(page_, reply->header(QNetworkRequest::ContentTypeHeader).toString()), {}});
+}
+
+void NetworkPageFetch::FollowRedirect() {
+  const QUrl from = reply_->url();
+  const QUrl target = from.resolved(QUrl(QString::fromLatin1(reply_->rawHeader("Location"))));
+  const bool sameHost = target.isValid() && target.scheme() == "http" && target.host() == from.host();
+  if (!sameHost || ++redirects_ > kMostRedirects) return Fail(PageFault::RedirectRefused);
+  Get(target);
 }
 
 }  // namespace

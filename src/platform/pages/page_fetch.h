@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,24 +36,32 @@ class PageError : public RuntimeError {
   int status_;
 };
 
-/// Fetches pages of a networked unit.
+/// What came of a fetch.
+struct FetchedPage {
+  std::string text;                ///< UTF-8
+  std::optional<PageError> error;  ///< why there is none
+};
+
+/// Fetches pages of a networked unit, one at a time, while the event loop runs: nobody waits on the stack.
 class PageFetch {
  public:
   static constexpr int kMilliseconds = 5000;  ///< for the page as a whole, redirects included
   static constexpr std::size_t kMostBytes = 1024 * 1024;
   static constexpr int kMostRedirects = 3;  ///< on the same host
 
+  using Done = std::function<void(const FetchedPage&)>;
+
   virtual ~PageFetch() = default;
 
-  /// The page at an address ("10.0.0.5/pens.htm", with or without "http://") as UTF-8. Waits for it, letting events
-  /// run. Nothing while another page is being fetched, and when Cancel ended the wait. Raises PageError.
-  virtual std::optional<std::string> Fetch(const std::string& address) = 0;
+  /// Asks for the page at an address ("10.0.0.5/pens.htm", with or without "http://"). `done` is told once what came of
+  /// it, from the event loop and never from inside this call. Cancels a fetch that is under way.
+  virtual void Begin(const std::string& address, Done done) = 0;
 
-  /// Ends the wait that is under way.
+  /// From Begin until `done` is called.
+  virtual bool IsUnderWay() const = 0;
+
+  /// Ends the fetch that is under way; its `done` is not called.
   virtual void Cancel() = 0;
-
-  /// Gives up a fetch that can't go on, because a box stands on it: it will end without a page, and another may begin.
-  virtual void GiveUp() {}
 };
 
 /// Over the machine's own network, without a proxy.

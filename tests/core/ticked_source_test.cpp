@@ -1,4 +1,4 @@
-#include "core/polling.h"
+#include "core/sources/ticked_source.h"
 
 #include <gtest/gtest.h>
 
@@ -192,7 +192,7 @@ TEST_F(Polled, StopEndsAReaderThatWaits) {
   rig.clock.Advance(60);
   rig.clock.onYield = nullptr;
   EXPECT_EQ(rig.session.CurrentStatus.english, "Ready");
-  EXPECT_FALSE(rig.polling.IsRunning());
+  EXPECT_FALSE(rig.sources.IsRunning());
 }
 
 TEST_F(Polled, ATickNeverEntersItself) {
@@ -202,7 +202,7 @@ TEST_F(Polled, ATickNeverEntersItself) {
   rig.clock.onYield = [&] {
     if (std::exchange(entered, true)) return;
     const int skips = rig.session.SampleSkips;
-    rig.polling.Timer1_Timer();
+    rig.sources.Current().Timer1_Timer();
     EXPECT_EQ(rig.session.SampleSkips, skips) << "it is no swallowed event either";
     rig.acquisition.mnuAcquireStop_Click();
   };

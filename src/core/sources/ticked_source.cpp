@@ -1,0 +1,40 @@
+#include "core/sources/ticked_source.h"
+
+#include "core/sources/port_check.h"
+#include "instruments/table/protocols.h"
+#include "model/status.h"
+#include "model/texts.h"
+
+namespace velk {
+
+void TickedSource::Check() {
+  CheckPort(session_, platform_, link_);
+}
+
+void TickedSource::End() {
+  ticks_.Stop();
+  link_.ClosePlainPort();
+}
+
+void TickedSource::Timer1_Timer() {
+  ticks_.Tick([this](const Statements& run, PortTurn& port) { return Poll(run, port); });
+}
+
+Values TickedSource::Poll(const Statements& run, PortTurn& port) {
+  const std::string line = road_.LineDecoders().ReadPolled(port);
+  // Silence is no sample, and one that a later sample has overtaken would be drawn backwards.
+  if (session_.StopRequested || line.empty() || !port.IsHeld()) return Values::Left;
+  link_.PlainDataCame();
+  return road_.TakeValues(run, line);
+}
+
+/// Lines that come ahead of Start and during a pause must not be logged later, as if they were present ones. The line
+/// under way stays: the job may begin with it. Where the end of a frame begins the next one, it stays too.
+void TickedSource::MSComm1_OnComm() {
+  if (ticks_.IsRunning() || StatusIs(session_, text::StatusAcquiringData)) return;
+  const std::size_t lastEnd = link_.MSComm1->Peek().find_last_of("\r\n");
+  if (lastEnd == std::string::npos) return;
+  link_.MSComm1->Read(ProtocolOf(session_).frameBeginsAtEnd ? lastEnd : lastEnd + 1);
+}
+
+}  // namespace velk

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include "instruments/link/link.h"
+
+namespace velk {
+
+/// The link lent for a scope to somebody who needs the plain port for himself: a command to the board, a search for the
+/// instrument, a calibration, a change of the port. The line driver is closed and not watched, the plain port is free,
+/// and the timers that tick on a port or fetch are still. At the end all of it is as it was, images included, whatever
+/// the way the scope is left; what can't be opened again is told once and tried on.
+class LinkLease {
+ public:
+  LinkLease(Link& link, MainTimers& timers);
+  ~LinkLease();
+  LinkLease(const LinkLease&) = delete;
+  LinkLease& operator=(const LinkLease&) = delete;
+
+  /// The session has another instrument by now, or another line to it: at the end the link is set up for that one, and
+  /// what ticked for the old one stays still.
+  void SetUpAnew() { anew_ = true; }
+
+ private:
+  Link& link_;
+  const Link::State before_;
+  std::vector<Timer*> running_;  ///< timers that were on
+  bool anew_ = false;
+};
+
+}  // namespace velk
