@@ -138,10 +138,8 @@ int Run(const QApplication& qt) {
   SetUpStore(settings, device, options.recordOnly);
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
-  Application application({{clock, gate, *dialogs, settings, translation.Translator},
-                           translation,
-                           MakeSerialPort,
-                           &questions});
+  Application application(
+      {{clock, gate, *dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});
   if (boxes) boxes->SetParent(&application.Window());
   DemoJob job(application, options);
   application.MDIForm_Load();

@@ -34,8 +34,8 @@ void mnuToolsRemove_Click(Session& session, Dialogs& dialogs, GraphWindows& grap
   RunProcedure(report, [&](const Statements& run) {
     const auto entries = RemovalEntries(session);
     if (entries.empty()) return;
-    const auto chosen = dialogs.Choose(
-        {text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, entries, false, topic::Formulas});
+    const auto chosen =
+        dialogs.Choose({text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, entries, false, topic::Formulas});
     if (!chosen) return;
     const auto entry = std::find(entries.begin(), entries.end(), *chosen);
     if (entry == entries.end()) return;

@@ -39,8 +39,9 @@ Application::Application(const Services& services)
                     {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); }},
                     [this] { SettingsHaveChanged(); }),
       formulas_(windows_, session_, platform_, form_, graphs_),
-      startUp_({session_, platform_, services.translation, form_, frame_, link_, polling_, [this] { EditSerialPort(); }},
-               ProgramFolder(services)) {
+      startUp_(
+          {session_, platform_, services.translation, form_, frame_, link_, polling_, [this] { EditSerialPort(); }},
+          ProgramFolder(services)) {
   windows_.SetParent(&form_);
   link_.onLine = [this](const std::string& line) { road_.ProcessLine(line); };
   BindCommands();

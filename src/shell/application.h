@@ -34,7 +34,8 @@ struct Services {
   std::string programFolder = {};
 };
 
-/// The composition root: builds everything in order, lets each room bind its commands, and takes it all down in reverse.
+/// The composition root: builds everything in order, lets each room bind its commands, and takes it all down in
+/// reverse.
 class Application {
  public:
   explicit Application(const Services& services);

@@ -17,8 +17,7 @@ constexpr int kBelowLabels = 67;   // 1000 twips: the button
 
 }  // namespace
 
-Alarms::Alarms(WindowHost& host, const Session& session)
-    : QDialog(host.Parent()), ui_(std::make_unique<Ui::Alarms>()) {
+Alarms::Alarms(WindowHost& host, const Session& session) : QDialog(host.Parent()), ui_(std::make_unique<Ui::Alarms>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Alarms);
   for (int i = 1; i <= session.TotalParameters; ++i)

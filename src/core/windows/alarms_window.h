@@ -32,7 +32,8 @@ class Alarms : public QDialog {
   std::vector<QLabel*> label1_;
 };
 
-/// Binds the two buttons that show the window: the toolbar's Alarms and the indicator Command1. Samples go on behind it.
+/// Binds the two buttons that show the window: the toolbar's Alarms and the indicator Command1. Samples go on behind
+/// it.
 void BindAlarms(CommandBinder& commands, WindowHost& host, const Session& session);
 
 }  // namespace velk

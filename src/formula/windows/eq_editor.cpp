@@ -29,7 +29,10 @@ constexpr int kMostLetters = 40;
 
 EqEditor::EqEditor(WindowHost& host, Session& session, const FormulaReport& report, GraphWindows& graphs)
     : QDialog(host.Parent()),
-      ui_(std::make_unique<Ui::EqEditor>()), session_(session), report_(report), graphs_(graphs) {
+      ui_(std::make_unique<Ui::EqEditor>()),
+      session_(session),
+      report_(report),
+      graphs_(graphs) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
   FillList();

@@ -19,7 +19,9 @@ class WindowHost;
 
 /// A window whose answer is read once it is left.
 template <class Window>
-concept Answering = requires(const Window& window) { window.Answer(); };
+concept Answering = requires(const Window& window) {
+  window.Answer();
+};
 
 /// Opens every window and dialog of the program, and owns their parent, language, life and nesting. A window is
 /// constructed as `Window(host, values...)`: it takes host.Parent() as its parent and shows itself in host.Words().

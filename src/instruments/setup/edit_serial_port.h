@@ -36,8 +36,8 @@ struct SerialPortOutcome {
 HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings);
 SerialPortOutcome OutcomeOf(const Session& session, const LineChoices& choices, const Language& language);
 
-/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters in the settings store, which no
-/// other save of the settings writes. Raises the store's file errors.
+/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters in the settings store, which
+/// no other save of the settings writes. Raises the store's file errors.
 void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPortOutcome& outcome);
 
 }  // namespace velk

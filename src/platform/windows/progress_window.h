@@ -12,8 +12,8 @@ class ProgressWindow;
 
 namespace velk {
 
-/// How far a long task is: what is being done, a bar, and Cancel. It blocks the windows below from the moment that it is
-/// made, and is on the screen from Appear on.
+/// How far a long task is: what is being done, a bar, and Cancel. It blocks the windows below from the moment that it
+/// is made, and is on the screen from Appear on.
 class ProgressWindow : public QDialog {
   Q_OBJECT
 

@@ -195,8 +195,7 @@ std::optional<std::string> QtDialogs::ShowList(const ShownListQuestion& question
 }
 
 std::optional<std::int32_t> QtDialogs::ShowColour(const std::string& title, std::int32_t initial) {
-  const QPointer<QColorDialog> colours =
-      new QColorDialog(QColor(Red(initial), Green(initial), Blue(initial)), Owner());
+  const QPointer<QColorDialog> colours = new QColorDialog(QColor(Red(initial), Green(initial), Blue(initial)), Owner());
   colours->setOptions(QColorDialog::DontUseNativeDialog);
   colours->setWindowTitle(Title(title));
   NameButtons(*colours);

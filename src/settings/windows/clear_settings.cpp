@@ -6,8 +6,7 @@
 
 namespace velk {
 
-ClearSettings::ClearSettings(WindowHost& host)
-    : QDialog(host.Parent()), ui_(std::make_unique<Ui::ClearSettings>()) {
+ClearSettings::ClearSettings(WindowHost& host) : QDialog(host.Parent()), ui_(std::make_unique<Ui::ClearSettings>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Templates);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
