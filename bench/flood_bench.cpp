@@ -142,9 +142,10 @@ class Job {
  public:
   explicit Job(const std::string& log) : log_(log) {
     SaveSettings();
-    application_ = std::make_unique<Application>(
-        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_,
-                 [this] { return std::make_unique<CountingPort>(read_); }, &questions_});
+    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
+                                                          translation_,
+                                                          [this] { return std::make_unique<CountingPort>(read_); },
+                                                          &questions_});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();

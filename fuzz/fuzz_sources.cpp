@@ -11,6 +11,7 @@
 #include "instruments/table/protocols.h"
 #include "model/texts.h"
 #include "platform/settings/settings.h"
+#include "support/in_english.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_graphs.h"
 #include "tests/support/fake_serial_port.h"
@@ -18,7 +19,6 @@
 #include "tests/support/scripted_job_questions.h"
 #include "tests/support/scripted_pages.h"
 #include "tests/support/temporary_folder.h"
-#include "support/in_english.h"
 
 using namespace velk;
 

@@ -8,10 +8,10 @@
 #include <QTimer>
 
 #include "core/alarms.h"
+#include "support/host.h"
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/window_driving.h"
-#include "support/host.h"
 
 namespace velk {
 namespace {

@@ -23,9 +23,8 @@ using test::ShowWindow;
 class Calculator : public testing::Test, protected test::ComputedSession {
  protected:
   void Open(const char* picture = "EqEditor") {
-    window_ =
-        std::make_unique<EqEditor>(test::EnglishHost(), state,
-                                   FormulaReport{dialogs, test::English(), [this] { view.Beep(); }}, graphs);
+    window_ = std::make_unique<EqEditor>(test::EnglishHost(), state,
+                                         FormulaReport{dialogs, test::English(), [this] { view.Beep(); }}, graphs);
     ShowWindow(*window_, picture);
   }
 

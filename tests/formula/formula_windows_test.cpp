@@ -12,11 +12,11 @@
 #include "formula/computed_session.h"
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/frm_inc_params.h"
+#include "platform/settings/settings.h"
 #include "platform/windows/qt_dialogs.h"
+#include "support/fake_clock.h"
 #include "support/host.h"
 #include "support/window_driving.h"
-#include "support/fake_clock.h"
-#include "platform/settings/settings.h"
 
 namespace velk {
 namespace {
@@ -39,7 +39,8 @@ void Nothing() {
 }
 
 TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
-  ComputedParameters window(test::EnglishHost(), {{"Hook load & torque", true}, {"Differential pressure", false}}, Nothing);
+  ComputedParameters window(test::EnglishHost(), {{"Hook load & torque", true}, {"Differential pressure", false}},
+                            Nothing);
   ShowWindow(window, "ComputedParameters");
   EXPECT_EQ(window.objectName(), "ComputedParameters");
   EXPECT_EQ(Box(window, 1).text(), "Hook load && torque");

@@ -119,7 +119,8 @@ TEST(Messages, NumbersAreUnique) {
 TEST(Messages, ConstantsAreUnique) {
   // All stand in one namespace.
   std::set<std::string> constants;
-  for (const test::ProgramText& row : test::ProgramTexts()) EXPECT_TRUE(constants.insert(row.constant).second) << row.constant;
+  for (const test::ProgramText& row : test::ProgramTexts())
+    EXPECT_TRUE(constants.insert(row.constant).second) << row.constant;
 }
 
 TEST(Messages, NumbersBelow2000AreThoseOfTheDatabasesInUse) {

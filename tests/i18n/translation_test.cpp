@@ -24,9 +24,7 @@ class LanguageFiles : public testing::Test {
       fs::copy_file(fs::path(VELK_TRANSLATIONS_DIR) / file, folder.Path() / file);
   }
 
-  std::string Load(const std::string& language) {
-    return translation.Load(folder.Path().string(), language);
-  }
+  std::string Load(const std::string& language) { return translation.Load(folder.Path().string(), language); }
 
   void ExpectEnglish() const {
     EXPECT_TRUE(languages.IsEmpty());

@@ -27,13 +27,13 @@ namespace {
 using test::Click;
 using test::FindControl;
 
-/// Does at the real windows what the test says, leaves those it has no answer for by Cancel, and notes what they showed.
+/// Does at the real windows what the test says, leaves those it has no answer for by Cancel, and notes what they
+/// showed.
 class Operator {
  public:
   /// The windows to come, in their order.
   void Foresee(const std::vector<const char*>& names) {
-    for (const char* name : names)
-      script_.Then(name, [this](QDialog& window) { At(window); });
+    for (const char* name : names) script_.Then(name, [this](QDialog& window) { At(window); });
   }
 
   std::optional<LineChoices> choices;
@@ -61,7 +61,9 @@ class Operator {
     hardware = window.Answer();
     ports = FindControl<QComboBox>(window, "cboPort")->count();
     if (!choices) return window.reject();
-    const auto pick = [&](const char* list, int place) { FindControl<QComboBox>(window, list)->setCurrentIndex(place); };
+    const auto pick = [&](const char* list, int place) {
+      FindControl<QComboBox>(window, list)->setCurrentIndex(place);
+    };
     pick("cboPort", choices->PortNumber - 1);
     pick("cboBaudRate", PlaceOf(kBaudRates, choices->BaudRate));
     pick("cboParity", PlaceOf(kParities, choices->Parity));
@@ -87,7 +89,8 @@ class Operator {
     }
     Click(window, "cmdOK");
   }
-  static void Type(const RequestedData& window, const std::string& what, std::size_t number, const std::string& stored) {
+  static void Type(const RequestedData& window, const std::string& what, std::size_t number,
+                   const std::string& stored) {
     const CommandText command = SplitCommand(stored);
     const std::string end = "_" + std::to_string(number);
     FindControl<QLineEdit>(window, ("txt" + what + end).c_str())->setText(QString::fromStdString(command.text));
@@ -146,7 +149,7 @@ TEST_F(EditSerialPort, OpensWithWhatTheSessionHolds) {
   session.NumberOfParameters = 6;
   session.BaudRate = 4800;
   Choose({"HardwareSettings"});
-    EXPECT_EQ(windows.hardware.SerialData, "Any Serial Data");
+  EXPECT_EQ(windows.hardware.SerialData, "Any Serial Data");
   EXPECT_EQ(windows.hardware.NumberOfParameters, 6);
   EXPECT_EQ(windows.hardware.BaudRate, 4800);
   EXPECT_EQ(HardwareQuestionOf(session, settings).formulae, 3);
@@ -157,7 +160,7 @@ TEST_F(EditSerialPort, TakesAFormattedProtocolOver) {
   windows.choices = {.SerialData = "National Oil Well PLC", .NumberOfParameters = 2, .PortNumber = 4, .BaudRate = 2400};
   windows.separators = {",", "\r\n"};
   Choose({"HardwareSettings", "FormattedData"});
-    EXPECT_EQ(windows.shown.Delimiter, ";");
+  EXPECT_EQ(windows.shown.Delimiter, ";");
   EXPECT_EQ(windows.shown.Terminator, "\n");
   EXPECT_EQ(session.SerialData, "National Oil Well PLC");
   EXPECT_EQ(session.PortNumber, 4);
@@ -185,7 +188,7 @@ TEST_F(EditSerialPort, TakesTheIntermittentProtocolOver) {
   windows.choices = {.SerialData = "intermittent and by request"};
   windows.separators = {"\t", "\r"};
   Choose({"HardwareSettings", "Intermittent"});
-    EXPECT_EQ(session.Delimiter, "\t");
+  EXPECT_EQ(session.Delimiter, "\t");
   EXPECT_EQ(session.Terminator, "\r");
   EXPECT_EQ(session.FormattedLineLength, 77);
   EXPECT_EQ(links, 1);
@@ -197,7 +200,7 @@ TEST_F(EditSerialPort, ListsTheParametersThatWereJustChosenForAnInstrumentThatIs
   windows.choices = {.SerialData = "sent when requested", .NumberOfParameters = 2};
   windows.commands = {{"Flow", "G?\r\n", "G="}, {"Parameter 2", "H?", ""}};
   Choose({"HardwareSettings", "RequestedData"});
-    ASSERT_EQ(windows.listed.size(), 2U);
+  ASSERT_EQ(windows.listed.size(), 2U);
   EXPECT_EQ(windows.listed[0].CommandString, "F?\r");
   EXPECT_EQ(windows.listed[1].name, "Parameter 2");
   EXPECT_EQ(session.Parameters[1].CommandString, "G?\r\n");
@@ -211,7 +214,7 @@ TEST_F(EditSerialPort, TakesTheAddressOfANetworkedUnitOver) {
   windows.choices = {.SerialData = "ORBEN LUMO through HMI"};
   windows.address = {"10.0.0.42", "auto/001/"};
   Choose({"HardwareSettings", "frmHPTHoneywellEZtrend"});
-    EXPECT_EQ(windows.shownAddress.daqIPAddress, "10.0.0.9");
+  EXPECT_EQ(windows.shownAddress.daqIPAddress, "10.0.0.9");
   EXPECT_EQ(windows.shownAddress.daqHTML, "pens.htm");
   EXPECT_EQ(session.daqIPAddress, "10.0.0.42");
   EXPECT_EQ(session.daqHTML, "auto/001/");
@@ -221,7 +224,7 @@ TEST_F(EditSerialPort, TakesTheAddressOfANetworkedUnitOver) {
 TEST_F(EditSerialPort, RunsTheConstantsOfAnOwnUnitAndAsksNothingMore) {
   windows.choices = {.SerialData = "KESTA version 3", .BaudRate = 2400, .Parity = "E"};
   Choose({"HardwareSettings"});
-    EXPECT_TRUE(session.IsOwnUnit);
+  EXPECT_TRUE(session.IsOwnUnit);
   EXPECT_EQ(session.BaudRate, 19200);
   EXPECT_EQ(session.Handshake, 2);
   EXPECT_EQ(session.Parity, "N");
@@ -233,7 +236,7 @@ TEST_F(EditSerialPort, RunsTheConstantsOfAnOwnUnitAndAsksNothingMore) {
 TEST_F(EditSerialPort, TakesAProtocolWithoutADriver) {
   windows.choices = {.SerialData = "via dll function call"};
   Choose({"HardwareSettings"});
-    EXPECT_EQ(session.SerialData, "via dll function call");
+  EXPECT_EQ(session.SerialData, "via dll function call");
   EXPECT_EQ(session.Delimiter, ";");
   EXPECT_EQ(links, 1);
 }

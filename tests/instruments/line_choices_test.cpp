@@ -6,12 +6,11 @@
 
 #include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
-#include "support/temporary_folder.h"
 #include "support/in_english.h"
+#include "support/temporary_folder.h"
 
 namespace velk {
 namespace {
-
 
 struct ListRow {
   const char* shown;

@@ -161,7 +161,6 @@ TYPED_TEST(SeparatorWindows, SpeakBothLanguages) {
 
 // --- RequestedData ---
 
-
 std::vector<ParameterCommands> Commands(int count) {
   std::vector<ParameterCommands> commands;
   for (int i = 1; i <= count; ++i)

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "settings/settings_io.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/settings_rows.h"
-#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -141,7 +141,8 @@ TEST_F(ClearSectionsTest, TakesSectionsThatDoNotExistForCleared) {
 TEST_F(ClearSectionsTest, HealsASectionThatCouldNotBeRead) {
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   GroupChoice choice{};
-  EXPECT_EQ(ClearSections(session_, store_, test::English(), choice).size(), 2U) << "the key, and where the file is kept";
+  EXPECT_EQ(ClearSections(session_, store_, test::English(), choice).size(), 2U)
+      << "the key, and where the file is kept";
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   choice[1] = true;
   EXPECT_TRUE(ClearSections(session_, store_, test::English(), choice).empty());

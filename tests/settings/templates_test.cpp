@@ -10,10 +10,10 @@
 #include "instruments/table/protocols.h"
 #include "settings/settings_io.h"
 #include "support/fake_graphs.h"
+#include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/raises.h"
 #include "support/settings_rows.h"
-#include "support/in_english.h"
 
 namespace velk {
 namespace {
@@ -274,7 +274,8 @@ TEST_F(TemplatesTest, TakeAnyNameAndKeepThemApart) {
     LoadTemplate(session, store, test::English(), name);
     EXPECT_EQ(session.TheTimeOut, ++mark) << name;
   }
-  while (session.TemplateNames.size() > 1) DeleteTemplate(session, store, test::English(), session.TemplateNames.back());
+  while (session.TemplateNames.size() > 1)
+    DeleteTemplate(session, store, test::English(), session.TemplateNames.back());
   EXPECT_EQ(session.TheTimeOut, 5);
   EXPECT_TRUE(folder_.Has("VELK2.ini"));
   EXPECT_EQ(folder_.Count(), 2U);
@@ -288,7 +289,8 @@ TEST_F(TemplatesTest, RefuseANameThatNoFileCanHave) {
     EXPECT_EQ(Raised([&] { SaveTemplate(session_, store_, name); }), ErrorNumber::BadFileName);
     EXPECT_EQ(Raised([&] { LoadTemplate(session_, store_, test::English(), name); }), ErrorNumber::DeviceIOError);
     session_.TemplateNames = {"", name};
-    EXPECT_TRUE(DeleteTemplate(session_, store_, test::English(), name).empty()) << "a list that holds it can be cleared of it";
+    EXPECT_TRUE(DeleteTemplate(session_, store_, test::English(), name).empty())
+        << "a list that holds it can be cleared of it";
     EXPECT_EQ(session_.TemplateNames.size(), 1U);
   }
   SaveSettings(session_, store_);

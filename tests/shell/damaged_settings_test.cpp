@@ -67,7 +67,8 @@ class OneRun {
   SettingsStore settings_;
   test::ScriptedJobQuestions questions_;
   test::FakeDevice plainPort_, linePort_;
-  Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_,
+  Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
+                                    translation_,
                                     [this]() -> std::unique_ptr<SerialPort> {
                                       return std::make_unique<test::FakeSerialPort>(plainPort_.port ? linePort_
                                                                                                     : plainPort_);

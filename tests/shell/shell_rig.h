@@ -46,7 +46,7 @@ class ShellRig {
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs
-  std::string programFolder;  ///< empty: that of the test program, where no translation files are
+  std::string programFolder;       ///< empty: that of the test program, where no translation files are
   std::unique_ptr<Application> application;
 
  private:

@@ -21,7 +21,8 @@ std::string ReadFile(const fs::path& path) {
 std::string TextOfLiterals(const std::string& literals) {
   static const std::regex literal("\"((?:[^\"\\\\]|\\\\.)*)\"");
   std::string text;
-  for (std::sregex_iterator found(literals.begin(), literals.end(), literal), end; found != end; ++found) text += (*found)[1];
+  for (std::sregex_iterator found(literals.begin(), literals.end(), literal), end; found != end; ++found)
+    text += (*found)[1];
   return std::regex_replace(text, std::regex("\\\\([\"\\\\])"), "$1");
 }
 
@@ -30,10 +31,12 @@ std::vector<ProgramText> TextsOf(const fs::path& header) {
   const std::string source = ReadFile(header);
   std::vector<ProgramText> texts;
   for (std::sregex_iterator found(source.begin(), source.end(), row), end; found != end; ++found)
-    texts.push_back({header.parent_path().filename(), (*found)[1], std::stoi((*found)[2]), TextOfLiterals((*found)[3])});
+    texts.push_back(
+        {header.parent_path().filename(), (*found)[1], std::stoi((*found)[2]), TextOfLiterals((*found)[3])});
   static const std::regex begin("MessageText \\w+\\{");
   const auto rows = std::distance(std::sregex_iterator(source.begin(), source.end(), begin), std::sregex_iterator());
-  if (rows != static_cast<std::ptrdiff_t>(texts.size())) throw std::runtime_error(header.string() + ": a row that can't be read");
+  if (rows != static_cast<std::ptrdiff_t>(texts.size()))
+    throw std::runtime_error(header.string() + ": a row that can't be read");
   return texts;
 }
 

@@ -5,9 +5,9 @@
 #include <QTextBrowser>
 
 #include "shell/help.h"
+#include "support/in_english.h"
 #include "windows/every_window.h"
 #include "windows/sample_program.h"
-#include "support/in_english.h"
 
 namespace velk {
 namespace {
