@@ -55,7 +55,7 @@ class Operator {
     if (auto* formatted = qobject_cast<FormattedData*>(&window)) return AtSeparators(*formatted);
     if (auto* intermittent = qobject_cast<Intermittent*>(&window)) return AtSeparators(*intermittent);
     if (auto* requested = qobject_cast<RequestedData*>(&window)) return AtCommands(*requested);
-    AtAddress(qobject_cast<frmHPTHoneywellEZtrend&>(window));
+    AtAddress(dynamic_cast<frmHPTHoneywellEZtrend&>(window));
   }
   void AtHardware(HardwareSettings& window) {
     hardware = window.Answer();
