@@ -20,12 +20,10 @@
 
 #include "bench/flood_unit.h"
 #include "demo/unattended.h"
-#include "instruments/windows/protocol_dialogs_qt.h"
 #include "platform/database/command.h"
 #include "platform/database/connection.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
-#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
 
 namespace velk {
@@ -146,10 +144,8 @@ class Job {
     SaveSettings();
     application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
                                                           translation_,
-                                                          questions_,
-                                                          settingsQuestions_,
-                                                          protocolDialogs_,
-                                                          [this] { return std::make_unique<CountingPort>(read_); }});
+                                                          [this] { return std::make_unique<CountingPort>(read_); },
+                                                          &questions_});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();
@@ -223,8 +219,6 @@ class Job {
   demo::UnattendedDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
-  SettingsQuestionsQt settingsQuestions_{dialogs_, translation_};
-  ProtocolDialogsQt protocolDialogs_{dialogs_, translation_};
   long long read_ = 0;
   bool paused_ = false;
   long long readAtPause_ = 0;  ///< from here on lines are read and go no further

@@ -20,10 +20,8 @@
 #include "demo/unattended.h"
 #include "instruments/decoders/own_unit.h"
 #include "instruments/table/protocols.h"
-#include "instruments/windows/protocol_dialogs_qt.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
-#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
 
 namespace velk {
@@ -106,12 +104,8 @@ class Job {
       port_ = port.get();  // the last one made is the line driver's
       return port;
     };
-    application_ = std::make_unique<Application>(Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
-                                                          translation_,
-                                                          questions_,
-                                                          settingsQuestions_,
-                                                          protocolDialogs_,
-                                                          ports});
+    application_ = std::make_unique<Application>(
+        Services{{clock_, gate_, dialogs_, settings_, translation_.Translator}, translation_, ports, &questions_});
     application_->MDIForm_Load();
     MainForm& window = application_->Window();
     window.Button("Acquire")->trigger();
@@ -141,8 +135,6 @@ class Job {
   demo::UnattendedDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_{folder_.path().toStdString()};
   demo::UnattendedQuestions questions_;
-  SettingsQuestionsQt settingsQuestions_{dialogs_, translation_};
-  ProtocolDialogsQt protocolDialogs_{dialogs_, translation_};
   BenchPort* port_ = nullptr;
   std::unique_ptr<Application> application_;
 };

@@ -13,14 +13,12 @@
 #include "demo/demo_job.h"
 #include "demo/simulator.h"
 #include "demo/unattended.h"
-#include "instruments/windows/protocol_dialogs_qt.h"
 #include "model/status.h"
 #include "model/texts.h"
 #include "platform/database/command.h"
 #include "platform/database/connection.h"
 #include "platform/loop/system_clock.h"
 #include "platform/windows/qt_dialogs.h"
-#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
 
 namespace velk::demo {
@@ -140,18 +138,9 @@ int Run(const QApplication& qt) {
   SetUpStore(settings, device, options.recordOnly);
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
   UnattendedQuestions questions;
-  SettingsQuestionsQt settingsQuestions(*dialogs, translation);
-  ProtocolDialogsQt protocolDialogs(*dialogs, translation);
-  const Services services{{clock, gate, *dialogs, settings, translation.Translator},
-                          translation,
-                          questions,
-                          settingsQuestions,
-                          protocolDialogs,
-                          MakeSerialPort};
-  Application application(services);
+  Application application(
+      {{clock, gate, *dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});
   if (boxes) boxes->SetParent(&application.Window());
-  settingsQuestions.SetParent(&application.Window());
-  protocolDialogs.SetParent(&application.Window());
   DemoJob job(application, options);
   application.MDIForm_Load();
   QTimer::singleShot(0, [&] { job.Begin(); });

@@ -6,6 +6,7 @@
 #include "formula/additional_parameters.h"
 #include "formula/texts.h"
 #include "model/graph_map.h"
+#include "model/help_topics.h"
 #include "platform/dialogs/procedure.h"
 
 namespace velk {
@@ -28,14 +29,15 @@ std::vector<std::string> RemovalEntries(const Session& session) {
   return entries;
 }
 
-void mnuToolsRemove_Click(Session& session, Dialogs& dialogs, GraphWindows& graphs, const ChooseEntry& choose) {
+void mnuToolsRemove_Click(Session& session, Dialogs& dialogs, GraphWindows& graphs) {
   const Report report{.dialogs = dialogs, .procedure = "mnuToolsRemove_Click", .title = text::RemoveAdditionalError};
   RunProcedure(report, [&](const Statements& run) {
     const auto entries = RemovalEntries(session);
     if (entries.empty()) return;
-    const std::string chosen =
-        run([&] { return choose(text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, entries); });
-    const auto entry = std::find(entries.begin(), entries.end(), chosen);
+    const auto chosen =
+        dialogs.Choose({text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, entries, false, topic::Formulas});
+    if (!chosen) return;
+    const auto entry = std::find(entries.begin(), entries.end(), *chosen);
     if (entry == entries.end()) return;
     run([&] { RemoveAdditional(session, static_cast<int>(entry - entries.begin()) + 1); });
     run([&] { RebuildGraphs(session, graphs); });

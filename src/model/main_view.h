@@ -17,8 +17,9 @@ class MainView {
   /// could not be recorded.
   virtual void SetPanel(int panel, const OperatorText& text) = 0;
 
+  /// Menu items and their captions follow the status.
+  virtual void ShowStatus(const MessageText& status) = 0;
   virtual void SetMenuEnabled(std::string_view item, bool enabled) = 0;
-  virtual void SetMenuVisible(std::string_view item, bool visible) = 0;
   virtual void SetMenuCaption(std::string_view item, const OperatorText& caption) = 0;
 
   virtual void SetButtonImage(std::string_view key, int image) = 0;

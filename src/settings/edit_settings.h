@@ -1,10 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
+#include "base/operator_text.h"
 #include "model/session.h"
 #include "platform/platform.h"
-#include "settings/settings_questions.h"
+#include "settings/user_options.h"
 
 namespace velk {
 
@@ -12,16 +14,19 @@ namespace velk {
 struct EditSettings {
   Session& session;
   Platform& platform;
-  SettingsQuestions& questions;
   std::function<void()> resetConnection;  ///< own units: a template may have changed the port settings
   std::function<void()> saveAndEnd;       ///< saves the settings and ends the program without its question
 };
 
+// Those that ask with boxes only; the others stand in settings/windows/edit_settings_commands.h.
 void mnuEditSaveTemplate_Click(const EditSettings& edit);
 void mnuEditLoadTemplate_Click(const EditSettings& edit);
 void mnuEditDeleteTemplate_Click(const EditSettings& edit);
-void mnuEditClear_Click(const EditSettings& edit);
-void mnuEditUserOptions_Click(const EditSettings& edit);
 void mnuEditLanguage_Click(const EditSettings& edit);
+
+/// Tells what could not be read when the settings were loaded again.
+void ShowProblems(const EditSettings& edit, const std::vector<OperatorText>& problems);
+/// Takes the options over, shows that the program ends for them, and ends it.
+void TakeUserOptions(const EditSettings& edit, const UserOptions& options);
 
 }  // namespace velk

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <array>
+#include <string>
 #include <variant>
 
 #include "base/message_text.h"
 #include "model/session.h"
-#include "settings/settings_questions.h"
 
 namespace velk {
 
@@ -15,6 +16,10 @@ struct UserOptions {
   double MaximumTime = 0;
   std::int16_t intFontSize = 0;
 };
+
+/// The texts in the boxes of frmUserOptions: samples in a block, height of a sample, graph height, font size, curves in
+/// a graph.
+using UserOptionTexts = std::array<std::string, 5>;
 
 /// The texts that the boxes show first.
 UserOptionTexts TextsOfUserOptions(const Session& session);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/modal_windows.h"
+#include "i18n/windows/window_host.h"
 #include "shell/company_logo.h"
 #include "shell/help.h"
 #include "shell/toolbar_menus.h"
@@ -15,19 +15,13 @@ class MainForm;
 /// and the menus behind toolbar keys.
 class Frame {
  public:
-  Frame(MainForm& form, Session& session, Platform& platform, const Translation& translation);
+  Frame(MainForm& form, Session& session, Platform& platform, WindowHost& windows);
 
   /// Shows the picture and the visibility that the settings name: at start-up, and when a template was loaded.
   void LoadCompanyLogo();
 
  private:
-  void mnuHelpAbout_Click();
-
   MainForm& form_;
-  Session& session_;
-  Platform& platform_;
-  const Translation& translation_;
-  ModalWindows windows_;
   CompanyLogo* logo_;
   ViewToggles viewToggles_;
   WindowList windowList_;

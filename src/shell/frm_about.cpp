@@ -19,16 +19,15 @@ constexpr int kLetters = 80, kLines = 24;
 
 }  // namespace
 
-frmAbout::frmAbout(const Session& session, const Translation& translation, const std::string& settingsFolder,
-                   QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
+frmAbout::frmAbout(WindowHost& host, const Session& session, const std::string& settingsFolder)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmAbout>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Files);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   ui_->lblIcon->setPixmap(Icon("velk").pixmap(QSize(48, 48), devicePixelRatioF()));
-  ui_->lblVersion->setText(ToQt(translation.Translator.In(text::BaseTitle + " " VELK_VERSION)));
+  ui_->lblVersion->setText(ToQt(host.Words().Translator.In(text::BaseTitle + " " VELK_VERSION)));
   QStringList libraries;
-  for (const MessageText& library : kLibraries) libraries += ToQt(translation.Translator.In(library));
+  for (const MessageText& library : kLibraries) libraries += ToQt(host.Words().Translator.In(library));
   ui_->txtLibraries->setPlainText(libraries.join('\n'));
   ui_->txtSettings->setText(ToQt(settingsFolder));
   ui_->txtLogs->setText(ToQt(session.DefaultDirectory));

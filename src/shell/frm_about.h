@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "model/session.h"
 
 namespace Ui {
@@ -19,7 +19,7 @@ class frmAbout : public QDialog {
 
  public:
   /// `settingsFolder`: where the settings files are.
-  frmAbout(const Session& session, const Translation& translation, const std::string& settingsFolder, QWidget* parent);
+  frmAbout(WindowHost& host, const Session& session, const std::string& settingsFolder);
   ~frmAbout() override;
 
  private:

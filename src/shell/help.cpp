@@ -6,13 +6,12 @@
 
 namespace velk {
 
-Help::Help(const Translation& translation) : translation_(translation) {
+Help::Help(WindowHost& windows) : windows_(windows) {
   qApp->installEventFilter(this);
 }
 
 void Help::Open(int number) {
-  if (!window_) window_ = std::make_unique<HelpWindow>(translation_);
-  window_->Open(number);
+  windows_.Open<HelpWindow>().ShowTopic(number);
 }
 
 int Help::TopicOf(const QWidget* widget) {
@@ -29,7 +28,8 @@ bool Help::eventFilter(QObject* watched, QEvent* event) {
   const auto* widget = qobject_cast<const QWidget*>(watched);
   // The window system's own objects see the key first; the widget with the focus gets it after them.
   if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || !widget) return false;
-  if (window_ && (widget == window_.get() || window_->isAncestorOf(widget))) return true;
+  const auto* help = windows_.Opened<HelpWindow>();
+  if (help && (widget == help || help->isAncestorOf(widget))) return true;
   Open(TopicOf(widget));
   return true;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <memory>
 
 #include "shell/help_window.h"
 
@@ -14,7 +13,7 @@ class Help : public QObject {
 
  public:
   /// Listens for F1 in all of the program's windows from now on.
-  explicit Help(const Translation& translation);
+  explicit Help(WindowHost& windows);
 
   void Open(int number);
   /// The topic of a widget: the number in its property "helpTopic", or in that of what it stands in; the first topic
@@ -24,8 +23,7 @@ class Help : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  const Translation& translation_;
-  std::unique_ptr<HelpWindow> window_;  ///< made when first opened: the language is known then
+  WindowHost& windows_;
 };
 
 }  // namespace velk

@@ -23,14 +23,14 @@ constexpr int kPlaceRole = Qt::UserRole;  ///< of a contents entry: its place am
 
 }  // namespace
 
-HelpWindow::HelpWindow(const Translation& translation)
-    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(translation.Languages.Language())) {
+HelpWindow::HelpWindow(WindowHost& host)
+    : ui_(std::make_unique<Ui::HelpWindow>()), pages_(ReadHelpPages(host.Words().Languages.Language())) {
   ui_->setupUi(this);
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->splitter->setStretchFactor(1, 1);
   ui_->Browser->document()->setDocumentMargin(kMargin);
   ui_->cmdBack->setEnabled(false);
-  ui_->lblVersion->setText(ToQt(translation.Translator.In(text::BaseTitle + " " VELK_VERSION)));
+  ui_->lblVersion->setText(ToQt(host.Words().Translator.In(text::BaseTitle + " " VELK_VERSION)));
   connect(ui_->cmdBack, &QPushButton::clicked, ui_->Browser, &QTextBrowser::backward);
   // A key of the window: the button's own is the letter that its caption marks.
   auto* altLeft = new QShortcut(Qt::ALT | Qt::Key_Left, this);
@@ -47,7 +47,7 @@ HelpWindow::HelpWindow(const Translation& translation)
     ui_->lstContents->setFocus();
   });
   FillContents();
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   for (QWidget* const part : std::initializer_list<QWidget*>{ui_->lstContents, ui_->Browser})
     part->setAccessibleName(windowTitle());
   resize(LetterSize(*this, kLetters, kLines));
@@ -56,13 +56,9 @@ HelpWindow::HelpWindow(const Translation& translation)
 
 HelpWindow::~HelpWindow() = default;
 
-void HelpWindow::Open(int number) {
+void HelpWindow::ShowTopic(int number) {
   ui_->txtSearch->clear();
   ui_->Browser->setSource(pages_[static_cast<std::size_t>(FindTopic(pages_, number))].address);
-  if (isMinimized()) showNormal();
-  show();
-  raise();
-  activateWindow();
   ui_->lstContents->setFocus();
 }
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "shell/help_pages.h"
 
 namespace Ui {
@@ -19,11 +19,11 @@ class HelpWindow : public QWidget {
   Q_OBJECT
 
  public:
-  explicit HelpWindow(const Translation& translation);
+  explicit HelpWindow(WindowHost& host);
   ~HelpWindow() override;
 
-  /// Shows the page of a numbered topic, in front.
-  void Open(int number);
+  /// Shows the page of a numbered topic.
+  void ShowTopic(int number);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

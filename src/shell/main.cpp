@@ -1,12 +1,9 @@
 #include <QApplication>
 
-#include "instruments/windows/protocol_dialogs_qt.h"
-#include "log/windows/job_questions_qt.h"
 #include "platform/loop/gate.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
 #include "platform/windows/qt_dialogs.h"
-#include "settings/windows/settings_questions_qt.h"
 #include "shell/application.h"
 #include "shell/toolbar_style.h"
 
@@ -21,21 +18,10 @@ int main(int argc, char** argv) {
   velk::SystemClock clock(gate);
   velk::QtDialogs dialogs(gate, translation.Translator);
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
-  velk::JobQuestionsQt questions(dialogs, translation);
-  velk::SettingsQuestionsQt settingsQuestions(dialogs, translation);
-  velk::ProtocolDialogsQt protocolDialogs(dialogs, translation);
 
-  const velk::Services services{{clock, gate, dialogs, settings, translation.Translator},
-                                translation,
-                                questions,
-                                settingsQuestions,
-                                protocolDialogs,
-                                velk::MakeSerialPort};
-  velk::Application application(services);
+  velk::Application application(
+      {{clock, gate, dialogs, settings, translation.Translator}, translation, velk::MakeSerialPort});
   dialogs.SetParent(&application.Window());
-  questions.SetParent(&application.Window());
-  settingsQuestions.SetParent(&application.Window());
-  protocolDialogs.SetParent(&application.Window());
   application.MDIForm_Load();
   return QApplication::exec();
 }

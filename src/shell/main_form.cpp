@@ -9,8 +9,8 @@
 #include <QToolButton>
 
 #include "base/text_qt.h"
+#include "model/texts.h"
 #include "shell/icons.h"
-#include "shell/not_built.h"
 #include "shell/path_label.h"
 #include "shell/texts.h"
 #include "shell/ui_main_form.h"
@@ -33,45 +33,45 @@ struct ToolbarButton {
   const char* key;
   int image;
   const char* toolTip;
-  const char* followsMenu;  ///< menu item whose state the button shares, or null
 };
 
 constexpr ToolbarButton kToolbar[] = {
-    {"Record", image::Record, "Record Data To...", "mnuFileRecord"},
-    {"PlayBack", image::PlayBack, "PlayBack File", "mnuFilePlayback"},
-    {"Exit", image::Exit, "Exit", "mnuFileExit"},
-    {"", 0, "", nullptr},
-    {"Acquire", image::Acquire, "Connect to Hardware", nullptr},
-    {"", 0, "", nullptr},
-    {"Edit", image::Edit, "Edit Settings", nullptr},
-    {"Tools", image::Tools, "Tools", nullptr},
-    {"", 0, "", nullptr},
-    {"Help", image::Help, "VELK Help Contents", nullptr},
-    {"", 0, "", nullptr},
-    {"Pause", image::PauseStopped, "Start", nullptr},
-    {"Stop", image::Stop, "Stop", nullptr},
-    {"RecordToDB", image::RecordOff, "Record To Database", nullptr},
-    {"", 0, "", nullptr},
-    {"ScrollBar", 0, "Adjust Playback Speed", nullptr},
-    {"Alarms", image::Alarms, "Alarms Triggered", nullptr},
-    {"", 0, "", nullptr},
-    {"connect", image::ConnectOff, "Connected", nullptr},
-    {"disconnect", image::DisconnectOff, "Disconnected", nullptr},
-    {"Command1", image::Alarms, "Alarms Triggered", nullptr},
+    {"Record", image::Record, "Record Data To..."},
+    {"PlayBack", image::PlayBack, "PlayBack File"},
+    {"Exit", image::Exit, "Exit"},
+    {"", 0, ""},
+    {"Acquire", image::Acquire, "Connect to Hardware"},
+    {"", 0, ""},
+    {"Edit", image::Edit, "Edit Settings"},
+    {"Tools", image::Tools, "Tools"},
+    {"", 0, ""},
+    {"Help", image::Help, "VELK Help Contents"},
+    {"", 0, ""},
+    {"Pause", image::PauseStopped, "Start"},
+    {"Stop", image::Stop, "Stop"},
+    {"RecordToDB", image::RecordOff, "Record To Database"},
+    {"", 0, ""},
+    {"ScrollBar", 0, "Adjust Playback Speed"},
+    {"Alarms", image::Alarms, "Alarms Triggered"},
+    {"", 0, ""},
+    {"connect", image::ConnectOff, "Connected"},
+    {"disconnect", image::DisconnectOff, "Disconnected"},
+    {"Command1", image::Alarms, "Alarms Triggered"},
 };
 
 bool IsMenuItem(const QObject& object) {
   return object.objectName().startsWith(QLatin1String("mnu"));
 }
 
-QAction* Find(const std::map<std::string, QAction*, std::less<>>& actions, std::string_view name) {
+QAction* Find(const ActionsByName& actions, std::string_view name) {
   const auto found = actions.find(name);
   return found == actions.end() ? nullptr : found->second;
 }
 
 }  // namespace
 
-MainForm::MainForm(const Language& language) : language_(language), ui_(std::make_unique<Ui::MainForm>()) {
+MainForm::MainForm(const Language& language, const Session& session)
+    : language_(language), ui_(std::make_unique<Ui::MainForm>()) {
   LoadIcons();
   QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
@@ -81,7 +81,7 @@ MainForm::MainForm(const Language& language) : language_(language), ui_(std::mak
     if (IsMenuItem(*menu)) menuItems_[FromQt(menu->objectName())] = menu->menuAction();
   BuildToolbar();
   BuildStatusBar();
-  DisableWhatIsNotBuilt();
+  commands_ = std::make_unique<Commands>(menuItems_, buttons_, session);
   timeRefresh_.setSingleShot(true);
   timeRefresh_.setInterval(kRefreshMs);
   connect(&timeRefresh_, &QTimer::timeout, this, &MainForm::ShowPendingTime);
@@ -125,12 +125,6 @@ void MainForm::BuildStatusBar() {
   panels_[5]->setVisible(false);
 }
 
-void MainForm::DisableWhatIsNotBuilt() {
-  for (const auto& [name, action] : menuItems_) action->setEnabled(IsBuilt(name));
-  for (const auto& [key, action] : buttons_) action->setEnabled(IsBuilt(key));
-  for (const char* item : {"mnuAcquireStart", "mnuAcquireStop"}) SetMenuEnabled(item, false);
-}
-
 QMdiArea& MainForm::GraphArea() {
   return *ui_->MdiClient;
 }
@@ -145,11 +139,6 @@ QAction* MainForm::MenuItem(std::string_view item) const {
 
 QAction* MainForm::Button(std::string_view key) const {
   return Find(buttons_, key);
-}
-
-bool MainForm::RuleAllows(std::string_view item) const {
-  const auto found = ruleAllows_.find(item);
-  return found != ruleAllows_.end() && found->second;
 }
 
 QString MainForm::Panel(int panel) const {
@@ -173,17 +162,22 @@ void MainForm::ShowPendingTime() {
   panels_[kTimePanel]->setText(ToQt(pendingTime_));
 }
 
-void MainForm::SetMenuEnabled(std::string_view item, bool enabled) {
-  ruleAllows_[std::string(item)] = enabled;
-  QAction* action = MenuItem(item);
-  if (!action) return;
-  action->setEnabled(enabled && IsBuilt(item));
-  for (const ToolbarButton& button : kToolbar)
-    if (button.followsMenu && item == button.followsMenu) buttons_[button.key]->setEnabled(action->isEnabled());
+void MainForm::ShowStatus(const MessageText& status) {
+  commands_->ShowStatus(status);
+  if (!StatusColumn(status)) return;
+  MenuItem("mnuAcquireConnect")->setVisible(!IsPlayback(status));
+  SetMenuCaption("mnuAcquire", IsPlayback(status) ? text::PlaybackMenu : text::DataAcquisitionMenu);
+  if (status == text::StatusAcquiringData) CaptionStart(text::Pause);
+  if (status == text::StatusAcquiringPaused) CaptionStart(text::Resume);
 }
 
-void MainForm::SetMenuVisible(std::string_view item, bool visible) {
-  if (QAction* action = MenuItem(item)) action->setVisible(visible);
+void MainForm::CaptionStart(const MessageText& caption) {
+  SetMenuCaption("mnuAcquireStart", caption);
+  SetButtonToolTip("Pause", caption);
+}
+
+void MainForm::SetMenuEnabled(std::string_view item, bool enabled) {
+  commands_->AllowItem(item, enabled);
 }
 
 void MainForm::SetMenuCaption(std::string_view item, const OperatorText& caption) {
@@ -207,7 +201,7 @@ void MainForm::SetButtonVisible(std::string_view key, bool visible) {
 }
 
 void MainForm::SetButtonEnabled(std::string_view key, bool enabled) {
-  if (QAction* action = Button(key)) action->setEnabled(enabled && IsBuilt(key));
+  commands_->AllowButton(key, enabled);
 }
 
 void MainForm::SetButtonToolTip(std::string_view key, const OperatorText& text) {

@@ -10,6 +10,7 @@
 
 #include "base/language.h"
 #include "model/main_view.h"
+#include "shell/commands.h"
 
 class QMdiArea;
 class QToolBar;
@@ -20,13 +21,14 @@ class MainForm;
 
 namespace velk {
 
-/// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told and reports
-/// what was chosen; what follows from a choice stands in Application.
+/// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told; what
+/// a choice runs is bound to its commands by the rooms that have the work.
 class MainForm : public QMainWindow, public MainView {
   Q_OBJECT
 
  public:
-  explicit MainForm(const Language& language);
+  /// Both outlive the window.
+  MainForm(const Language& language, const Session& session);
   ~MainForm() override;
 
   QMdiArea& GraphArea();
@@ -35,16 +37,15 @@ class MainForm : public QMainWindow, public MainView {
   /// A toolbar button by its key; null where there is none.
   QAction* Button(std::string_view key) const;
   QToolBar& Toolbar();
-  /// What the status allows, whether or not the work behind the item is built.
-  bool RuleAllows(std::string_view item) const;
+  Commands& Table() { return *commands_; }
   QString Panel(int panel) const;
 
   /// Asked when the frame is about to close; false keeps it.
   std::function<bool()> onQueryUnload;
 
   void SetPanel(int panel, const OperatorText& text) override;
+  void ShowStatus(const MessageText& status) override;
   void SetMenuEnabled(std::string_view item, bool enabled) override;
-  void SetMenuVisible(std::string_view item, bool visible) override;
   void SetMenuCaption(std::string_view item, const OperatorText& caption) override;
   void SetButtonImage(std::string_view key, int image) override;
   int ButtonImage(std::string_view key) const override;
@@ -62,14 +63,14 @@ class MainForm : public QMainWindow, public MainView {
  private:
   void BuildToolbar();
   void BuildStatusBar();
-  void DisableWhatIsNotBuilt();
+  void CaptionStart(const MessageText& caption);
   void ShowPendingTime();
 
   const Language& language_;
   std::unique_ptr<Ui::MainForm> ui_;
-  std::map<std::string, QAction*, std::less<>> menuItems_;
-  std::map<std::string, QAction*, std::less<>> buttons_;
-  std::map<std::string, bool, std::less<>> ruleAllows_;
+  ActionsByName menuItems_;
+  ActionsByName buttons_;
+  std::unique_ptr<Commands> commands_;
   std::map<std::string, int, std::less<>> images_;
   QLabel* panels_[6] = {};
   std::string pendingTime_;  ///< panel 4 changes with every sample and is shown at most 30 times a second

@@ -6,32 +6,19 @@
 #include <QShortcut>
 #include <QToolBar>
 
-#include "instruments/table/protocols.h"
 #include "shell/main_form.h"
-#include "shell/not_built.h"
 
 namespace velk {
 
-ToolbarMenus::ToolbarMenus(MainForm& form, const Session& session) : form_(form), session_(session) {
+ToolbarMenus::ToolbarMenus(MainForm& form) : form_(form) {
   PopUp("Edit", "mnuEdit");
   PopUp("Tools", "mnuTools");
-  QObject::connect(form_.MenuItem("mnuTools")->menu(), &QMenu::aboutToShow, &form_, [this] { mnuTools_Click(); });
   MakeReachableByKeyboard();
 }
 
-void ToolbarMenus::mnuTools_Click() {
-  const auto allow = [this](const char* item, bool hasWork) {
-    form_.MenuItem(item)->setEnabled(hasWork && form_.RuleAllows(item) && IsBuilt(item));
-  };
-  allow("mnuToolsRemove", session_.NumberOfFormulae >= 1);
-  allow("mnuToolsInclude", session_.NumberOfFormulae >= 1);
-  allow("mnuToolsReset", ProtocolOf(session_).hasCommands);
-}
-
 void ToolbarMenus::PopUp(const char* key, const char* menu) {
-  QAction* button = form_.Button(key);
-  QObject::connect(button, &QAction::triggered, &form_, [this, button, menu] {
-    const QWidget* below = form_.Toolbar().widgetForAction(button);
+  form_.Table().Bind(key, [this, key, menu] {
+    const QWidget* below = form_.Toolbar().widgetForAction(form_.Button(key));
     form_.MenuItem(menu)->menu()->popup(below->mapToGlobal(below->rect().bottomLeft()));
   });
 }
@@ -45,15 +32,9 @@ void ToolbarMenus::MakeReachableByKeyboard() {
   // Graph windows keep the tabulator to themselves.
   auto* shortcut = new QShortcut(Qt::Key_F6, &form_);
   QObject::connect(shortcut, &QShortcut::activated, &form_, [this] { SwitchFocus(); });
-  // A chord: a key that was hit by accident must not end a recording.
-  GiveKey("RecordToDB", Qt::CTRL | Qt::Key_R);
-  GiveKey("Alarms", Qt::Key_F8);
-}
-
-/// The key works in all of the window, also while the toolbar is hidden.
-void ToolbarMenus::GiveKey(const char* key, const QKeySequence& shortcut) {
-  form_.Button(key)->setShortcut(shortcut);
-  form_.addAction(form_.Button(key));
+  // Their keys work in all of the window, also while the toolbar is hidden.
+  for (const CommandRow& row : CommandTable())
+    if (row.shortcut) form_.addAction(form_.Button(row.key));
 }
 
 void ToolbarMenus::SwitchFocus() {

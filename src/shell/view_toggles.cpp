@@ -12,10 +12,12 @@ ViewToggles::ViewToggles(MainForm& form, Session& session, QWidget& companyLogo)
     : form_(form), session_(session), companyLogo_(companyLogo) {
   // The toolkit's own menu would hide bars behind the back of the check marks.
   form_.setContextMenuPolicy(Qt::NoContextMenu);
-  QObject::connect(form_.MenuItem("mnuViewToolBar"), &QAction::toggled, &form_.Toolbar(), &QWidget::setVisible);
-  QObject::connect(form_.MenuItem("mnuViewStatusBar"), &QAction::toggled, form_.statusBar(), &QWidget::setVisible);
-  QObject::connect(form_.MenuItem("mnuViewCompany"), &QAction::toggled, &form_,
-                   [this](bool visible) { mnuViewCompany_Click(visible); });
+  const auto bind = [this](const char* item, auto show) {
+    form_.Table().Bind(item, [show, mark = form_.MenuItem(item)] { show(mark->isChecked()); });
+  };
+  bind("mnuViewToolBar", [this](bool visible) { form_.Toolbar().setVisible(visible); });
+  bind("mnuViewStatusBar", [this](bool visible) { form_.statusBar()->setVisible(visible); });
+  bind("mnuViewCompany", [this](bool visible) { mnuViewCompany_Click(visible); });
 }
 
 void ViewToggles::mnuViewCompany_Click(bool visible) {

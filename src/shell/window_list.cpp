@@ -29,7 +29,7 @@ QString Caption(qsizetype number, QString title) {
 
 WindowList::WindowList(MainForm& form) : form_(form), list_(form.MenuItem("mnuWindow1")->menu()) {
   const auto bind = [this](const char* item, void (WindowList::*procedure)()) {
-    QObject::connect(form_.MenuItem(item), &QAction::triggered, &form_, [this, procedure] { (this->*procedure)(); });
+    form_.Table().Bind(item, [this, procedure] { (this->*procedure)(); });
   };
   bind("mnuWindowCascade", &WindowList::mnuWindowCascade_Click);
   bind("mnuWindowTileVertically", &WindowList::mnuWindowTileVertically_Click);

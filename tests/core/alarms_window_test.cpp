@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "core/alarms.h"
-#include "support/in_english.h"
+#include "support/host.h"
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
 #include "support/window_driving.h"
@@ -47,7 +47,7 @@ class AlarmsWindow : public testing::Test {
 
 TEST_F(AlarmsWindow, NamesTheParametersThatAreOutOfTheirLimits) {
   Give(6, {{1, "Pump pressure"}, {4, "Hook load & torque"}, {6, "Additional Parameter 1"}});
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   ShowWindow(window, "Alarms");
   EXPECT_EQ(window.objectName(), "Alarms");
   EXPECT_EQ(window.windowTitle(), "Alarms");
@@ -57,20 +57,20 @@ TEST_F(AlarmsWindow, NamesTheParametersThatAreOutOfTheirLimits) {
 
 TEST_F(AlarmsWindow, LeavesOutWhatLiesBehindTheLastParameter) {
   Give(2, {{2, "In"}, {3, "Out"}});
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   EXPECT_EQ(Names(window), (std::vector<std::string>{"In"}));
 }
 
 TEST_F(AlarmsWindow, SetsTheLabelsFortyFiveTwipsApart) {
   Give(4, {{1, "Давление на входе насоса"}, {2, "Температура"}, {3, "Расход"}, {4, "Уровень в ёмкости"}});
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   ShowWindow(window, "Alarms-russian");
   for (int n = 1; n < 4; ++n) EXPECT_EQ(Label(window, n).y(), Label(window, n - 1).geometry().bottom() + 1 + 3) << n;
 }
 
 TEST_F(AlarmsWindow, EndsAThousandTwipsBelowTheLastLabelWithTheButtonInBetween) {
   Give(3, {{1, "One"}, {2, "Two"}, {3, "Three"}});
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   ShowWindow(window, "three");
   const QLabel& last = Label(window, 2);
   const int below = last.mapTo(&window, QPoint(0, 0)).y() + last.height();
@@ -82,7 +82,7 @@ TEST_F(AlarmsWindow, EndsAThousandTwipsBelowTheLastLabelWithTheButtonInBetween) 
 
 TEST_F(AlarmsWindow, ShowsAnEmptyLabelWhereNoAlarmStandsAnyMore) {
   Give(3, {});
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   ShowWindow(window, "Alarms-none");
   EXPECT_EQ(Names(window), (std::vector<std::string>{""}));
 }
@@ -93,7 +93,7 @@ TEST_F(AlarmsWindow, ScrollsWhereTheScreenHasNoRoom) {
     session_.CurrentParameters[i].name = "Давление на входе насоса № " + std::to_string(i);
     session_.AlarmTriggered[i] = true;
   }
-  Alarms window(session_, test::EnglishWindows());
+  Alarms window(test::EnglishHost(), session_);
   ShowWindow(window, "Alarms-64");
   EXPECT_LE(window.height(), window.screen()->availableSize().height());
   auto* area = FindControl<QScrollArea>(window, "scrollArea");
@@ -106,7 +106,7 @@ TEST_F(AlarmsWindow, ScrollsWhereTheScreenHasNoRoom) {
 
 TEST_F(AlarmsWindow, ShowsANameAsPlainText) {
   Give(1, {{1, "<b>Rate</b>"}});
-  const Alarms window(session_, test::EnglishWindows());
+  const Alarms window(test::EnglishHost(), session_);
   EXPECT_EQ(Label(window, 0).textFormat(), Qt::PlainText);
 }
 
@@ -118,7 +118,7 @@ TEST_F(AlarmsWindow, StaysAsItIsWhileSamplesGoOnBehindIt) {
   session_.CurrentValue[2] = 11;
   Gate gate;
   test::ScriptedDialogs dialogs{gate};
-  ModalWindows windows(dialogs);
+  WindowHost host(dialogs, test::EnglishWindows());
   test::RecordingView view;
   QWidget parent;
   const GateState shut(gate, GateState::Shut);
@@ -134,7 +134,8 @@ TEST_F(AlarmsWindow, StaysAsItIsWhileSamplesGoOnBehindIt) {
     looked = true;
     Click(*window, "cmdClose");
   });
-  Command1_Click(session_, test::EnglishWindows(), windows, &parent);
+  host.SetParent(&parent);
+  host.Show<Alarms>(session_);
   EXPECT_TRUE(looked);
   EXPECT_TRUE(session_.AlarmTriggered[2]);
   EXPECT_EQ(parent.findChild<Alarms*>(), nullptr);

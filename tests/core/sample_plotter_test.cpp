@@ -127,8 +127,8 @@ TEST_F(Plotter, ASampleRunsTheWholeRoadWithoutADatabase) {
   road.ProcessLine("09:30:01,20,30\r");
   ASSERT_EQ(log.rows.size(), 1U);
   EXPECT_EQ(log.rows[0].time, clock.Now());
-  EXPECT_EQ(log.rows[0].values[1], 20.0F);
-  EXPECT_EQ(log.rows[0].values[3], 50.0F);
+  EXPECT_EQ(log.rows[0].values, (std::vector<double>{20, 30})) << "the inputs";
+  EXPECT_EQ(session.CurrentValue[3], 50.0F) << "computed from them";
   EXPECT_EQ(log.pages, 1);
   session.StopRequested = true;
   road.ProcessLine("09:30:02,20,30\r");

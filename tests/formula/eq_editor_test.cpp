@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "formula/computed_session.h"
+#include "support/host.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -22,8 +23,8 @@ using test::ShowWindow;
 class Calculator : public testing::Test, protected test::ComputedSession {
  protected:
   void Open(const char* picture = "EqEditor") {
-    window_ = std::make_unique<EqEditor>(state, FormulaReport{dialogs, test::English(), [this] { view.Beep(); }},
-                                         graphs, test::EnglishWindows());
+    window_ = std::make_unique<EqEditor>(test::EnglishHost(), state,
+                                         FormulaReport{dialogs, test::English(), [this] { view.Beep(); }}, graphs);
     ShowWindow(*window_, picture);
   }
 

@@ -1,4 +1,4 @@
-#include "formula/windows/formula_windows.h"
+#include "formula/windows/formula_commands.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +15,7 @@
 #include "platform/settings/settings.h"
 #include "platform/windows/qt_dialogs.h"
 #include "support/fake_clock.h"
+#include "support/host.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -34,11 +35,11 @@ QCheckBox& Box(const QWidget& window, int i) {
   return *FindControl<QCheckBox>(window, ("Check1_" + std::to_string(i)).c_str());
 }
 
-void Nothing(QWidget*) {
+void Nothing() {
 }
 
 TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
-  ComputedParameters window(test::EnglishWindows(), {{"Hook load & torque", true}, {"Differential pressure", false}},
+  ComputedParameters window(test::EnglishHost(), {{"Hook load & torque", true}, {"Differential pressure", false}},
                             Nothing);
   ShowWindow(window, "ComputedParameters");
   EXPECT_EQ(window.objectName(), "ComputedParameters");
@@ -50,7 +51,7 @@ TEST(ComputedParametersWindow, HasACheckBoxForEachChannel) {
 }
 
 TEST(ComputedParametersWindow, SetsTheBoxesAHundredTwipsApart) {
-  ComputedParameters window(test::EnglishWindows(), Channels(5), Nothing);
+  ComputedParameters window(test::EnglishHost(), Channels(5), Nothing);
   ShowWindow(window, "ComputedParameters-russian");
   for (int i = 2; i <= 5; ++i) {
     const QCheckBox& above = Box(window, i - 1);
@@ -59,12 +60,12 @@ TEST(ComputedParametersWindow, SetsTheBoxesAHundredTwipsApart) {
 }
 
 TEST(ComputedParametersWindow, GivesWhatItsBoxesSayHoweverItIsClosed) {
-  ComputedParameters window(test::EnglishWindows(), Channels(3), Nothing);
+  ComputedParameters window(test::EnglishHost(), Channels(3), Nothing);
   ShowWindow(window, "closed");
   Box(window, 1).click();
   Box(window, 2).click();
   window.close();
-  const auto channels = window.Channels();
+  const auto channels = window.Answer();
   ASSERT_EQ(channels.size(), 3U);
   EXPECT_FALSE(channels[0].included);
   EXPECT_TRUE(channels[1].included);
@@ -72,7 +73,7 @@ TEST(ComputedParametersWindow, GivesWhatItsBoxesSayHoweverItIsClosed) {
 }
 
 TEST(ComputedParametersWindow, BringsEveryOfSixtyThreeBoxesIntoViewByKeyboard) {
-  ComputedParameters window(test::EnglishWindows(), Channels(63), Nothing);
+  ComputedParameters window(test::EnglishHost(), Channels(63), Nothing);
   ShowWindow(window, "ComputedParameters-63");
   const auto* area = FindControl<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 63; ++i) {
@@ -96,7 +97,7 @@ TEST_F(ParameterList, HasARowForEachParameterButBlank) {
   Add("{depth}*2", "One");
   Add("avg({depth})", "Two");
   state.CurrentParameters[5].GraphVisible = false;
-  frmIncParams window(state, test::EnglishWindows());
+  frmIncParams window(test::EnglishHost(), state);
   ShowWindow(window, "frmIncParams");
   EXPECT_EQ(window.objectName(), "frmIncParams");
   const auto& grid = *FindControl<QTableWidget>(window, "Grid1");
@@ -118,7 +119,7 @@ TEST_F(ParameterList, HasARowForEachParameterButBlank) {
 }
 
 TEST_F(ParameterList, IsFilledAnewWheneverItIsActivated) {
-  frmIncParams window(state, test::EnglishWindows());
+  frmIncParams window(test::EnglishHost(), state);
   ShowWindow(window, "activated");
   Add("1", "One");
   QEvent activation(QEvent::WindowActivate);
@@ -129,7 +130,7 @@ TEST_F(ParameterList, IsFilledAnewWheneverItIsActivated) {
 TEST_F(ParameterList, FollowsTheSizeOfTheWindow) {
   state.CurrentParameters[1].name = "Давление на входе насоса";
   Add("({давление на входе насоса}-{pump rate})*2.5", "Разность");
-  frmIncParams window(state, test::EnglishWindows());
+  frmIncParams window(test::EnglishHost(), state);
   ShowWindow(window, "frmIncParams-russian");
   const auto& grid = *FindControl<QTableWidget>(window, "Grid1");
   const QSize before = grid.size();
@@ -139,7 +140,7 @@ TEST_F(ParameterList, FollowsTheSizeOfTheWindow) {
 }
 
 TEST_F(ParameterList, ClosesByItsButton) {
-  frmIncParams window(state, test::EnglishWindows());
+  frmIncParams window(test::EnglishHost(), state);
   ShowWindow(window, "closing");
   Click(window, "cmdClose");
   EXPECT_FALSE(window.isVisible());
@@ -148,7 +149,7 @@ TEST_F(ParameterList, ClosesByItsButton) {
 class WindowsOfComputedChannels : public testing::Test, protected test::ComputedSession {
  protected:
   WindowsOfComputedChannels() {
-    windows.SetParent(&parent);
+    host.SetParent(&parent);
     Add("{depth}*2", "One");
     Add("{depth}*3", "Two");
   }
@@ -169,7 +170,8 @@ class WindowsOfComputedChannels : public testing::Test, protected test::Computed
   test::FakeClock clock{gate};
   SettingsStore settings{""};
   Platform platform{clock, gate, dialogs, settings, test::English()};
-  FormulaWindows windows{state, platform, view, graphs, test::EnglishWindows()};
+  WindowHost host{dialogs, test::EnglishWindows()};
+  FormulaCommands windows{host, state, platform, view, graphs};
   bool gateStoodOpen = false;
 };
 
@@ -237,9 +239,9 @@ TEST_F(WindowsOfComputedChannels, ShowTheListOfParametersOverTheBoxes) {
 
 TEST_F(WindowsOfComputedChannels, ChangeNothingAtTheEndOfTheProgram) {
   QtDialogs boxes{gate, test::English()};
-  FormulaWindows shown{state, Platform{clock, gate, boxes, settings, test::English()}, view, graphs,
-                       test::EnglishWindows()};
-  shown.SetParent(&parent);
+  WindowHost shownHost{boxes, test::EnglishWindows()};
+  shownHost.SetParent(&parent);
+  FormulaCommands shown{shownHost, state, Platform{clock, gate, boxes, settings, test::English()}, view, graphs};
   WhenShown<ComputedParameters>([&](ComputedParameters& window) {
     Box(window, 1).click();
     state.ProgramEnding = true;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <stdexcept>
 
 #include "formula/computed_session.h"
@@ -11,34 +12,27 @@ namespace {
 
 class RemovingAdditional : public testing::Test, protected test::ComputedSession {
  protected:
-  void Remove(const std::string& chosen) {
-    mnuToolsRemove_Click(state, dialogs, graphs,
-                         [&](const OperatorText& title, const OperatorText& prompt, const auto& entries) {
-                           ++asked_;
-                           title_ = title.English();
-                           prompt_ = prompt.English();
-                           entries_ = entries;
-                           return chosen;
-                         });
+  /// Chooses an entry, or leaves the list by Cancel.
+  void Remove(std::optional<std::string> chosen) {
+    dialogs.ExpectChoice("Remove Additional Parameter", std::move(chosen));
+    mnuToolsRemove_Click(state, dialogs, graphs);
   }
-
-  int asked_ = 0;
-  std::string title_, prompt_;
-  std::vector<std::string> entries_;
+  const ShownListQuestion& Asked() const { return dialogs.listsAsked.back(); }
 };
 
 TEST_F(RemovingAdditional, AsksWhichOne) {
   Add("1", "One");
   Add("2", "Two");
-  Remove("");
-  EXPECT_EQ(title_, "Remove Additional Parameter");
-  EXPECT_EQ(prompt_, "Select Additional Parameter to Remove");
-  EXPECT_EQ(entries_, (std::vector<std::string>{"One", "Two"}));
+  Remove(std::nullopt);
+  EXPECT_EQ(Asked().title, "Remove Additional Parameter");
+  EXPECT_EQ(Asked().prompt, "Select Additional Parameter to Remove");
+  EXPECT_FALSE(Asked().mayEnter);
+  EXPECT_EQ(Asked().entries, (std::vector<std::string>{"One", "Two"}));
 }
 
 TEST_F(RemovingAdditional, LeavesEverythingOnCancel) {
   Add("1", "One");
-  Remove("");
+  Remove(std::nullopt);
   EXPECT_EQ(state.NumberOfFormulae, 1);
   EXPECT_EQ(graphs.created, 0);
 }
@@ -72,7 +66,7 @@ TEST_F(RemovingAdditional, TellsChannelsOfOneNameApart) {
   Add("1", "Additional Parameter 2");
   Add("2", "Additional Parameter 2");
   Remove("2: Additional Parameter 2");
-  EXPECT_EQ(entries_, (std::vector<std::string>{"1: Additional Parameter 2", "2: Additional Parameter 2"}));
+  EXPECT_EQ(Asked().entries, (std::vector<std::string>{"1: Additional Parameter 2", "2: Additional Parameter 2"}));
   EXPECT_EQ(state.Formula, (std::vector<std::string>{"", "1"}));
 }
 
@@ -83,19 +77,16 @@ TEST_F(RemovingAdditional, OffersAChannelWithoutAName) {
 }
 
 TEST_F(RemovingAdditional, AsksNothingWhereThereIsNone) {
-  Remove("");
-  EXPECT_EQ(asked_, 0);
+  mnuToolsRemove_Click(state, dialogs, graphs);
+  EXPECT_TRUE(dialogs.listsAsked.empty());
 }
 
 TEST_F(RemovingAdditional, ShowsAFailureUnderATitleOfItsOwn) {
   Add("1", "One");
+  graphs.onCreate = [] { throw std::runtime_error("no window"); };
   dialogs.Expect("no window - mnuToolsRemove_Click", Answer::Cancel);
-  mnuToolsRemove_Click(state, dialogs, graphs,
-                       [](const OperatorText&, const OperatorText&, const std::vector<std::string>&) -> std::string {
-                         throw std::runtime_error("no window");
-                       });
+  Remove("One");
   EXPECT_EQ(dialogs.shown.at(0).title, "Remove additional ... error");
-  EXPECT_EQ(state.NumberOfFormulae, 1);
 }
 
 }  // namespace

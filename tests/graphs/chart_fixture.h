@@ -5,6 +5,7 @@
 #include "graphs/parameter_curves.h"
 #include "graphs/strip_chart.h"
 #include "model/graph_map.h"
+#include "support/in_english.h"
 #include "support/surface_recording.h"
 
 namespace velk::test {

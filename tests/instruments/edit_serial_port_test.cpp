@@ -2,44 +2,38 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
 #include "base/errors.h"
 #include "instruments/table/protocols.h"
+#include "instruments/windows/formatted_data.h"
+#include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
+#include "instruments/windows/hardware_settings.h"
+#include "instruments/windows/intermittent.h"
+#include "instruments/windows/requested_data.h"
+#include "instruments/windows/serial_port_command.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
-#include "support/scripted_dialogs.h"
+#include "support/host.h"
 #include "support/temporary_folder.h"
+#include "support/window_script.h"
 
 namespace velk {
 namespace {
 
-/// Answers with what the test says, and notes what it was asked.
-class ScriptedProtocolDialogs : public ProtocolDialogs {
+using test::Click;
+using test::FindControl;
+
+/// Does at the real windows what the test says, leaves those it has no answer for by Cancel, and notes what they
+/// showed.
+class Operator {
  public:
-  std::optional<HardwareChoices> AskHardwareSettings(const HardwareQuestion& question) override {
-    asked.push_back("HardwareSettings");
-    hardware = question;
-    return choices;
-  }
-  std::optional<Separators> AskFormattedData(const Separators& present) override {
-    asked.push_back("FormattedData");
-    shown = present;
-    return separators;
-  }
-  std::optional<Separators> AskIntermittent(const Separators& present) override {
-    asked.push_back("Intermittent");
-    shown = present;
-    return separators;
-  }
-  std::optional<std::vector<ParameterCommands>> AskRequestedData(
-      const std::vector<ParameterCommands>& present) override {
-    asked.push_back("RequestedData");
-    listed = present;
-    return commands;
-  }
-  std::optional<UnitAddress> AskEthernetConfiguration(const UnitAddress& present) override {
-    asked.push_back("frmHPTHoneywellEZtrend");
-    shownAddress = present;
-    return address;
+  /// The windows to come, in their order.
+  void Foresee(const std::vector<const char*>& names) {
+    for (const char* name : names) script_.Then(name, [this](QDialog& window) { At(window); });
   }
 
   std::optional<HardwareChoices> choices;
@@ -48,10 +42,70 @@ class ScriptedProtocolDialogs : public ProtocolDialogs {
   std::optional<UnitAddress> address;
 
   std::vector<std::string> asked;
-  HardwareQuestion hardware;
+  HardwareChoices hardware;
+  int ports = 0;
   Separators shown;
   std::vector<ParameterCommands> listed;
   UnitAddress shownAddress;
+
+ private:
+  void At(QDialog& window) {
+    asked.push_back(window.objectName().toStdString());
+    if (auto* hardwareSettings = qobject_cast<HardwareSettings*>(&window)) return AtHardware(*hardwareSettings);
+    if (auto* formatted = qobject_cast<FormattedData*>(&window)) return AtSeparators(*formatted);
+    if (auto* intermittent = qobject_cast<Intermittent*>(&window)) return AtSeparators(*intermittent);
+    if (auto* requested = qobject_cast<RequestedData*>(&window)) return AtCommands(*requested);
+    AtAddress(dynamic_cast<frmHPTHoneywellEZtrend&>(window));
+  }
+  void AtHardware(HardwareSettings& window) {
+    hardware = window.Answer();
+    ports = FindControl<QComboBox>(window, "cboPort")->count();
+    if (!choices) return window.reject();
+    const auto pick = [&](const char* list, int place) {
+      FindControl<QComboBox>(window, list)->setCurrentIndex(place);
+    };
+    pick("cboPort", choices->PortNumber - 1);
+    pick("cboBaudRate", PlaceOf(kBaudRates, choices->BaudRate));
+    pick("cboParity", PlaceOf(kParities, choices->Parity));
+    pick("cboSerialData", ProtocolPlace(choices->SerialData));
+    FindControl<QLineEdit>(window, "txtNumberOfParameters")->setText(QString::number(choices->NumberOfParameters));
+    Click(window, "cmdOK");
+  }
+  template <class Window>
+  void AtSeparators(Window& window) {
+    shown = window.Answer();
+    if (!separators) return window.reject();
+    const auto mark = [&](const std::string& option) { FindControl<QRadioButton>(window, option.c_str())->click(); };
+    mark("optDelimiter_" + std::to_string(DelimiterOption(separators->Delimiter)));
+    mark("optTerminator_" + std::to_string(*TerminatorOption(separators->Terminator)));
+    Click(window, "cmdOK");
+  }
+  void AtCommands(RequestedData& window) {
+    listed = window.Answer();
+    if (!commands) return window.reject();
+    for (std::size_t i = 0; i < commands->size(); ++i) {
+      Type(window, "Command", i + 1, (*commands)[i].CommandString);
+      Type(window, "Reset", i + 1, (*commands)[i].ResetCommand);
+    }
+    Click(window, "cmdOK");
+  }
+  static void Type(const RequestedData& window, const std::string& what, std::size_t number,
+                   const std::string& stored) {
+    const CommandText command = SplitCommand(stored);
+    const std::string end = "_" + std::to_string(number);
+    FindControl<QLineEdit>(window, ("txt" + what + end).c_str())->setText(QString::fromStdString(command.text));
+    FindControl<QCheckBox>(window, ("chk" + what + "CR" + end).c_str())->setChecked(command.cr);
+    FindControl<QCheckBox>(window, ("chk" + what + "LF" + end).c_str())->setChecked(command.lf);
+  }
+  void AtAddress(frmHPTHoneywellEZtrend& window) {
+    shownAddress = window.Answer();
+    if (!address) return window.reject();
+    FindControl<QLineEdit>(window, "txtIPAddress")->setText(QString::fromStdString(address->daqIPAddress));
+    FindControl<QLineEdit>(window, "txtHTML")->setText(QString::fromStdString(address->daqHTML));
+    Click(window, "cmdOK");
+  }
+
+  test::WindowScript script_;
 };
 
 class EditSerialPort : public testing::Test {
@@ -67,8 +121,10 @@ class EditSerialPort : public testing::Test {
     session.NumberOfFormulae = 3;
   }
 
-  void Click() {
-    mnuEditSerialPort_Click(session, platform, windows, [this] {
+  /// Chooses the menu item, which leads through these windows.
+  void Choose(const std::vector<const char*>& names) {
+    windows.Foresee(names);
+    mnuEditSerialPort_Click(host, session, platform, [this] {
       ++links;
       serialDataAtLink = session.SerialData;
     });
@@ -83,7 +139,8 @@ class EditSerialPort : public testing::Test {
   SettingsStore settings{folder.File("settings")};
   Platform platform{clock, gate, dialogs, settings, test::English()};
   Session session;
-  ScriptedProtocolDialogs windows;
+  WindowHost host{dialogs, test::EnglishWindows()};
+  Operator windows;
   int links = 0;
   std::string serialDataAtLink;
 };
@@ -91,20 +148,18 @@ class EditSerialPort : public testing::Test {
 TEST_F(EditSerialPort, OpensWithWhatTheSessionHolds) {
   session.NumberOfParameters = 6;
   session.BaudRate = 4800;
-  Click();
-  EXPECT_EQ(windows.asked, std::vector<std::string>{"HardwareSettings"});
-  EXPECT_EQ(windows.hardware.choices.SerialData, "Any Serial Data");
-  EXPECT_EQ(windows.hardware.choices.NumberOfParameters, 6);
-  EXPECT_EQ(windows.hardware.choices.BaudRate, 4800);
-  EXPECT_EQ(windows.hardware.formulae, 3);
-  EXPECT_EQ(windows.hardware.ports.size(), 4U);
+  Choose({"HardwareSettings"});
+  EXPECT_EQ(windows.hardware.SerialData, "Any Serial Data");
+  EXPECT_EQ(windows.hardware.NumberOfParameters, 6);
+  EXPECT_EQ(windows.hardware.BaudRate, 4800);
+  EXPECT_EQ(HardwareQuestionOf(session, settings).formulae, 3);
+  EXPECT_EQ(windows.ports, 4);
 }
 
 TEST_F(EditSerialPort, TakesAFormattedProtocolOver) {
   windows.choices = {.SerialData = "National Oil Well PLC", .NumberOfParameters = 2, .PortNumber = 4, .BaudRate = 2400};
   windows.separators = {",", "\r\n"};
-  Click();
-  EXPECT_EQ(windows.asked, (std::vector<std::string>{"HardwareSettings", "FormattedData"}));
+  Choose({"HardwareSettings", "FormattedData"});
   EXPECT_EQ(windows.shown.Delimiter, ";");
   EXPECT_EQ(windows.shown.Terminator, "\n");
   EXPECT_EQ(session.SerialData, "National Oil Well PLC");
@@ -124,7 +179,7 @@ TEST_F(EditSerialPort, ShowsTheBlankAndCrWhereNothingIsStored) {
   session.Delimiter = "";
   session.Terminator = "";
   windows.choices = {.SerialData = "Data Taker b"};
-  Click();
+  Choose({"HardwareSettings", "FormattedData"});
   EXPECT_EQ(windows.shown.Delimiter, " ");
   EXPECT_EQ(windows.shown.Terminator, "\r");
 }
@@ -132,8 +187,7 @@ TEST_F(EditSerialPort, ShowsTheBlankAndCrWhereNothingIsStored) {
 TEST_F(EditSerialPort, TakesTheIntermittentProtocolOver) {
   windows.choices = {.SerialData = "intermittent and by request"};
   windows.separators = {"\t", "\r"};
-  Click();
-  EXPECT_EQ(windows.asked, (std::vector<std::string>{"HardwareSettings", "Intermittent"}));
+  Choose({"HardwareSettings", "Intermittent"});
   EXPECT_EQ(session.Delimiter, "\t");
   EXPECT_EQ(session.Terminator, "\r");
   EXPECT_EQ(session.FormattedLineLength, 77);
@@ -145,8 +199,7 @@ TEST_F(EditSerialPort, ListsTheParametersThatWereJustChosenForAnInstrumentThatIs
   session.Parameters[1].CommandString = "F?\r";
   windows.choices = {.SerialData = "sent when requested", .NumberOfParameters = 2};
   windows.commands = {{"Flow", "G?\r\n", "G="}, {"Parameter 2", "H?", ""}};
-  Click();
-  EXPECT_EQ(windows.asked, (std::vector<std::string>{"HardwareSettings", "RequestedData"}));
+  Choose({"HardwareSettings", "RequestedData"});
   ASSERT_EQ(windows.listed.size(), 2U);
   EXPECT_EQ(windows.listed[0].CommandString, "F?\r");
   EXPECT_EQ(windows.listed[1].name, "Parameter 2");
@@ -160,8 +213,7 @@ TEST_F(EditSerialPort, ListsTheParametersThatWereJustChosenForAnInstrumentThatIs
 TEST_F(EditSerialPort, TakesTheAddressOfANetworkedUnitOver) {
   windows.choices = {.SerialData = "ORBEN LUMO through HMI"};
   windows.address = {"10.0.0.42", "auto/001/"};
-  Click();
-  EXPECT_EQ(windows.asked, (std::vector<std::string>{"HardwareSettings", "frmHPTHoneywellEZtrend"}));
+  Choose({"HardwareSettings", "frmHPTHoneywellEZtrend"});
   EXPECT_EQ(windows.shownAddress.daqIPAddress, "10.0.0.9");
   EXPECT_EQ(windows.shownAddress.daqHTML, "pens.htm");
   EXPECT_EQ(session.daqIPAddress, "10.0.0.42");
@@ -171,8 +223,7 @@ TEST_F(EditSerialPort, TakesTheAddressOfANetworkedUnitOver) {
 
 TEST_F(EditSerialPort, RunsTheConstantsOfAnOwnUnitAndAsksNothingMore) {
   windows.choices = {.SerialData = "KESTA version 3", .BaudRate = 2400, .Parity = "E"};
-  Click();
-  EXPECT_EQ(windows.asked, std::vector<std::string>{"HardwareSettings"});
+  Choose({"HardwareSettings"});
   EXPECT_TRUE(session.IsOwnUnit);
   EXPECT_EQ(session.BaudRate, 19200);
   EXPECT_EQ(session.Handshake, 2);
@@ -184,19 +235,20 @@ TEST_F(EditSerialPort, RunsTheConstantsOfAnOwnUnitAndAsksNothingMore) {
 
 TEST_F(EditSerialPort, TakesAProtocolWithoutADriver) {
   windows.choices = {.SerialData = "via dll function call"};
-  Click();
-  EXPECT_EQ(windows.asked, std::vector<std::string>{"HardwareSettings"});
+  Choose({"HardwareSettings"});
   EXPECT_EQ(session.SerialData, "via dll function call");
   EXPECT_EQ(session.Delimiter, ";");
   EXPECT_EQ(links, 1);
 }
 
 TEST_F(EditSerialPort, LeavesAllAsItWasOnCancelInAnyDialog) {
-  for (const std::string_view chosen :
-       {protocol::DataTakerA, protocol::Intermittent, protocol::SentWhenRequested, protocol::HoneywellEZtrend}) {
+  for (const auto& [chosen, next] : {std::pair(protocol::DataTakerA, "FormattedData"),
+                                     {protocol::Intermittent, "Intermittent"},
+                                     {protocol::SentWhenRequested, "RequestedData"},
+                                     {protocol::HoneywellEZtrend, "frmHPTHoneywellEZtrend"}}) {
     windows.choices = {.SerialData = std::string(chosen), .NumberOfParameters = 9, .PortNumber = 2, .BaudRate = 2400};
     windows.asked.clear();
-    Click();
+    Choose({"HardwareSettings", next});
     EXPECT_EQ(windows.asked.size(), 2U) << chosen;
     EXPECT_EQ(session.SerialData, "Any Serial Data");
     EXPECT_EQ(session.NumberOfParameters, 1);
@@ -217,7 +269,8 @@ TEST_F(EditSerialPort, OffersToTryTheLinkAgain) {
   windows.choices = {.SerialData = "LUMO version A"};
   dialogs.Expect(" - mnuEditSerialPort_Click", Answer::Retry);
   int tries = 0;
-  mnuEditSerialPort_Click(session, platform, windows, [&] {
+  windows.Foresee({"HardwareSettings"});
+  mnuEditSerialPort_Click(host, session, platform, [&] {
     if (++tries == 1) throw RuntimeError(ErrorNumber::DeviceUnavailable);
   });
   EXPECT_EQ(tries, 2);

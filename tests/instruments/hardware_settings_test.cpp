@@ -42,7 +42,7 @@ class HardwareSettingsWindow : public testing::Test {
  protected:
   void Open(const HardwareQuestion& question, const std::string& languageName = "English") {
     language = test::In(languageName);
-    window = std::make_unique<HardwareSettings>(question, dialogs, language);
+    window = std::make_unique<HardwareSettings>(host, question);
   }
   QComboBox& List(const char* name) { return Find<QComboBox>(*window, name); }
   QStringList Entries(const char* name) {
@@ -56,6 +56,7 @@ class HardwareSettingsWindow : public testing::Test {
   Gate gate;
   test::ScriptedDialogs dialogs{gate};
   Translation language;
+  WindowHost host{dialogs, language};
   std::unique_ptr<HardwareSettings> window;
 };
 
@@ -119,16 +120,16 @@ TEST_F(HardwareSettingsWindow, GivesBackWhatWasNotTouched) {
   EXPECT_EQ(List("cboHandshake").placeholderText(), "3");
   Press("cmdOK");
   EXPECT_EQ(window->result(), QDialog::Accepted);
-  EXPECT_EQ(window->Choices().SerialData, "OPC Server");
-  EXPECT_EQ(window->Choices().NumberOfParameters, 0);
-  EXPECT_EQ(window->Choices().SamplingRate, 2.0000001 / 86400);
-  EXPECT_EQ(window->Choices().SensitivityCriterion, 0);
-  EXPECT_EQ(window->Choices().PortNumber, 9);
-  EXPECT_EQ(window->Choices().BaudRate, 115200);
-  EXPECT_EQ(window->Choices().Parity, "X");
-  EXPECT_EQ(window->Choices().DataBits, 9);
-  EXPECT_EQ(window->Choices().StopBits, "3");
-  EXPECT_EQ(window->Choices().Handshake, 3);
+  EXPECT_EQ(window->Answer().SerialData, "OPC Server");
+  EXPECT_EQ(window->Answer().NumberOfParameters, 0);
+  EXPECT_EQ(window->Answer().SamplingRate, 2.0000001 / 86400);
+  EXPECT_EQ(window->Answer().SensitivityCriterion, 0);
+  EXPECT_EQ(window->Answer().PortNumber, 9);
+  EXPECT_EQ(window->Answer().BaudRate, 115200);
+  EXPECT_EQ(window->Answer().Parity, "X");
+  EXPECT_EQ(window->Answer().DataBits, 9);
+  EXPECT_EQ(window->Answer().StopBits, "3");
+  EXPECT_EQ(window->Answer().Handshake, 3);
 }
 
 TEST_F(HardwareSettingsWindow, GivesEachChoice) {
@@ -145,16 +146,16 @@ TEST_F(HardwareSettingsWindow, GivesEachChoice) {
   List("cboStopBits").setCurrentIndex(1);
   List("cboHandshake").setCurrentIndex(2);
   Press("cmdOK");
-  EXPECT_EQ(window->Choices().SerialData, "Data Taker b");
-  EXPECT_DOUBLE_EQ(window->Choices().SamplingRate, 30.0 / 24);
-  EXPECT_EQ(window->Choices().NumberOfParameters, 60);
-  EXPECT_EQ(window->Choices().SensitivityCriterion, 3);
-  EXPECT_EQ(window->Choices().PortNumber, 2);
-  EXPECT_EQ(window->Choices().BaudRate, 2400);
-  EXPECT_EQ(window->Choices().Parity, "S");
-  EXPECT_EQ(window->Choices().DataBits, 5);
-  EXPECT_EQ(window->Choices().StopBits, "1.5");
-  EXPECT_EQ(window->Choices().Handshake, 2);
+  EXPECT_EQ(window->Answer().SerialData, "Data Taker b");
+  EXPECT_DOUBLE_EQ(window->Answer().SamplingRate, 30.0 / 24);
+  EXPECT_EQ(window->Answer().NumberOfParameters, 60);
+  EXPECT_EQ(window->Answer().SensitivityCriterion, 3);
+  EXPECT_EQ(window->Answer().PortNumber, 2);
+  EXPECT_EQ(window->Answer().BaudRate, 2400);
+  EXPECT_EQ(window->Answer().Parity, "S");
+  EXPECT_EQ(window->Answer().DataBits, 5);
+  EXPECT_EQ(window->Answer().StopBits, "1.5");
+  EXPECT_EQ(window->Answer().Handshake, 2);
 }
 
 TEST_F(HardwareSettingsWindow, TurnsTheFirstEntryIntoTheSecondAndPassesOverTheLast) {
@@ -164,7 +165,7 @@ TEST_F(HardwareSettingsWindow, TurnsTheFirstEntryIntoTheSecondAndPassesOverTheLa
   List("cboSerialData").setCurrentIndex(0);
   EXPECT_EQ(List("cboSerialData").currentText(), "National Oil Well PLC");
   Press("cmdOK");
-  EXPECT_EQ(window->Choices().SerialData, "National Oil Well PLC");
+  EXPECT_EQ(window->Answer().SerialData, "National Oil Well PLC");
 }
 
 TEST_F(HardwareSettingsWindow, TakesTheFirstEntryPickedAnewAsAChoice) {
@@ -177,7 +178,7 @@ TEST_F(HardwareSettingsWindow, TakesTheFirstEntryPickedAnewAsAChoice) {
   QTest::keyClick(List("cboSerialData").view(), Qt::Key_Return);
   EXPECT_EQ(List("cboSerialData").currentText(), "National Oil Well PLC");
   Press("cmdOK");
-  EXPECT_EQ(window->Choices().SerialData, "National Oil Well PLC");
+  EXPECT_EQ(window->Answer().SerialData, "National Oil Well PLC");
 }
 
 TEST_F(HardwareSettingsWindow, KeepsTheStoredFirstAndLastEntryThatIsNotTouched) {
@@ -187,7 +188,7 @@ TEST_F(HardwareSettingsWindow, KeepsTheStoredFirstAndLastEntryThatIsNotTouched) 
     Open(question);
     EXPECT_EQ(List("cboSerialData").currentText(), stored);
     Press("cmdOK");
-    EXPECT_EQ(window->Choices().SerialData, stored);
+    EXPECT_EQ(window->Answer().SerialData, stored);
   }
 }
 
@@ -208,10 +209,10 @@ TEST_F(HardwareSettingsWindow, FixesTheLineOfAnOwnUnitAndGivesTheOldOneBackBehin
   for (const char* frame : kLineFrames) EXPECT_TRUE(Find<QGroupBox>(*window, frame).isEnabled()) << frame;
   EXPECT_EQ(List("cboBaudRate").currentText(), "4800");
   Press("cmdOK");
-  EXPECT_EQ(window->Choices().SerialData, "S&S DAS 104");
-  EXPECT_EQ(window->Choices().BaudRate, 4800);
-  EXPECT_EQ(window->Choices().Parity, "E");
-  EXPECT_EQ(window->Choices().Handshake, 1);
+  EXPECT_EQ(window->Answer().SerialData, "S&S DAS 104");
+  EXPECT_EQ(window->Answer().BaudRate, 4800);
+  EXPECT_EQ(window->Answer().Parity, "E");
+  EXPECT_EQ(window->Answer().Handshake, 1);
 }
 
 TEST_F(HardwareSettingsWindow, TellsWhatIsBehindEachPort) {
@@ -252,7 +253,7 @@ TEST_F(HardwareSettingsWindow, StaysOpenUntilTheNumbersAreRight) {
   Press("cmdOK");
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(window->result(), QDialog::Accepted);
-  EXPECT_EQ(window->Choices().NumberOfParameters, 60);
+  EXPECT_EQ(window->Answer().NumberOfParameters, 60);
 }
 
 TEST_F(HardwareSettingsWindow, IsLeftByEscapeAndByCancel) {
@@ -288,7 +289,7 @@ TEST_F(HardwareSettingsWindow, SpeaksRussian) {
   EXPECT_EQ(Find<QLabel>(*window, "lblDevice_2").text(), "2: /dev/ttyS1 - нет");
   List("cboSerialData").setCurrentIndex(9);
   Press("cmdOK");
-  EXPECT_EQ(window->Choices().SerialData, "LUMO version B");
+  EXPECT_EQ(window->Answer().SerialData, "LUMO version B");
 }
 
 TEST_F(HardwareSettingsWindow, FitsASmallScreenAtOneAndAHalf) {

@@ -7,16 +7,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
-#include <QTimer>
 
 #include "instruments/windows/formatted_data.h"
 #include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
 #include "instruments/windows/hardware_settings.h"
 #include "instruments/windows/intermittent.h"
-#include "instruments/windows/protocol_dialogs_qt.h"
 #include "instruments/windows/requested_data.h"
 #include "instruments/windows_fixture.h"
-#include "platform/windows/qt_dialogs.h"
 
 namespace velk {
 namespace {
@@ -31,7 +28,7 @@ class SeparatorWindows : public testing::Test {
  protected:
   void Open(const Separators& separators, const std::string& name = "English") {
     language = test::In(name);
-    window = std::make_unique<Window>(separators, dialogs, language);
+    window = std::make_unique<Window>(host, separators);
     window->show();
     window->activateWindow();
     QApplication::processEvents();
@@ -51,6 +48,7 @@ class SeparatorWindows : public testing::Test {
   Gate gate;
   test::ScriptedDialogs dialogs{gate};
   Translation language;
+  WindowHost host{dialogs, language};
   std::unique_ptr<Window> window;
 };
 
@@ -76,8 +74,8 @@ TYPED_TEST(SeparatorWindows, ShowWhatIsStored) {
     EXPECT_EQ(this->Typed(), delimiter == 4 ? "|" : "");
     Find<QPushButton>(*this->window, "cmdOK").click();
     EXPECT_EQ(this->window->result(), QDialog::Accepted);
-    EXPECT_EQ(this->window->Chosen().Delimiter, delimiters[delimiter]);
-    EXPECT_EQ(this->window->Chosen().Terminator, terminators[terminator]);
+    EXPECT_EQ(this->window->Answer().Delimiter, delimiters[delimiter]);
+    EXPECT_EQ(this->window->Answer().Terminator, terminators[terminator]);
   }
 }
 
@@ -85,7 +83,7 @@ TYPED_TEST(SeparatorWindows, KeepATerminatorThatIsNoOption) {
   this->Open({" ", "\x03"});
   EXPECT_EQ(this->Terminator(), -1);
   Find<QPushButton>(*this->window, "cmdOK").click();
-  EXPECT_EQ(this->window->Chosen().Terminator, "\x03");
+  EXPECT_EQ(this->window->Answer().Terminator, "\x03");
 }
 
 TYPED_TEST(SeparatorWindows, GiveEachOption) {
@@ -95,8 +93,8 @@ TYPED_TEST(SeparatorWindows, GiveEachOption) {
   for (int i = 0; i < 4; ++i) {
     this->Option("Delimiter", i).click();
     this->Option("Terminator", i).click();
-    EXPECT_EQ(this->window->Chosen().Delimiter, delimiters[i]);
-    EXPECT_EQ(this->window->Chosen().Terminator, terminators[i]);
+    EXPECT_EQ(this->window->Answer().Delimiter, delimiters[i]);
+    EXPECT_EQ(this->window->Answer().Terminator, terminators[i]);
   }
 }
 
@@ -105,7 +103,7 @@ TYPED_TEST(SeparatorWindows, AskForADelimiterThatIsTyped) {
   this->dialogs.ExpectInput("Please speicfy the demiliter character by typing it", "#");
   this->Option("Delimiter", 4).click();
   EXPECT_EQ(this->dialogs.inputTitles.back(), "Serial Port Protocol");
-  EXPECT_EQ(this->window->Chosen().Delimiter, "#");
+  EXPECT_EQ(this->window->Answer().Delimiter, "#");
   EXPECT_EQ(this->Delimiter(), 4);
   EXPECT_EQ(this->Typed(), "#");
 }
@@ -118,7 +116,7 @@ TYPED_TEST(SeparatorWindows, RefuseATextThatIsNotOneCharacter) {
     this->Option("Delimiter", 4).click();
     EXPECT_EQ(this->dialogs.shown.back().text, "Delimiter is not valid");
     EXPECT_EQ(this->Delimiter(), 2);
-    EXPECT_EQ(this->window->Chosen().Delimiter, ",");
+    EXPECT_EQ(this->window->Answer().Delimiter, ",");
   }
 }
 
@@ -126,7 +124,7 @@ TYPED_TEST(SeparatorWindows, KeepTheDelimiterWhenTypingIsCancelled) {
   this->Open({"|", "\r"});
   this->dialogs.ExpectInput("Please speicfy", std::nullopt);
   this->Option("Delimiter", 4).click();
-  EXPECT_EQ(this->window->Chosen().Delimiter, "|");
+  EXPECT_EQ(this->window->Answer().Delimiter, "|");
   EXPECT_EQ(this->Delimiter(), 4);
 }
 
@@ -142,7 +140,7 @@ TYPED_TEST(SeparatorWindows, AreReachedByKeyboard) {
   this->Open({",", "\r\n"});
   EXPECT_EQ(TabOrder(*this->window), "optDelimiter_2 optTerminator_2 cmdOK cmdCancel");
   QTest::keyClick(this->window->focusWidget(), Qt::Key_Down);
-  EXPECT_EQ(this->window->Chosen().Delimiter, ";");
+  EXPECT_EQ(this->window->Answer().Delimiter, ";");
   QTest::keyClick(this->window->focusWidget(), Qt::Key_Escape);
   EXPECT_FALSE(this->window->isVisible());
   EXPECT_EQ(this->window->result(), QDialog::Rejected);
@@ -172,7 +170,7 @@ std::vector<ParameterCommands> Commands(int count) {
 
 TEST(RequestedDataWindow, ShowsTheCommandsAndWhatTheyEndWith) {
   const std::vector<ParameterCommands> commands = {{"Flow", "F?\r\n", "F=\n"}, {"<b>Level</b>", "L?", "L=\r"}};
-  RequestedData window(commands, test::EnglishWindows());
+  RequestedData window(test::EnglishHost(), commands);
   Show(window, "RequestedData-en");
   EXPECT_EQ(window.objectName(), "RequestedData");
   EXPECT_EQ(Find<QLabel>(window, "lblName_1").text(), "Flow");
@@ -190,7 +188,7 @@ TEST(RequestedDataWindow, ShowsTheCommandsAndWhatTheyEndWith) {
 }
 
 TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
-  RequestedData window({{"Flow", "F?\r\n", ""}, {"Level", "L?", "L=\r"}}, test::EnglishWindows());
+  RequestedData window(test::EnglishHost(), {{"Flow", "F?\r\n", ""}, {"Level", "L?", "L=\r"}});
   window.show();
   Find<QLineEdit>(window, "txtCommand_1").setText("Q 1");
   Find<QCheckBox>(window, "chkCommandCR_1").click();
@@ -199,7 +197,7 @@ TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
   Find<QLineEdit>(window, "txtReset_1").setText("Z");
   Find<QPushButton>(window, "cmdOK").click();
   EXPECT_EQ(window.result(), QDialog::Accepted);
-  const auto commands = window.Commands();
+  const auto commands = window.Answer();
   ASSERT_EQ(commands.size(), 2U);
   EXPECT_EQ(commands[0].CommandString, "Q 1\n");
   EXPECT_EQ(commands[0].ResetCommand, "Z");
@@ -210,8 +208,8 @@ TEST(RequestedDataWindow, GivesTheTextsWithTheEndsThatTheBoxesSay) {
 TEST(RequestedDataWindow, LeavesWhatWasNotTouchedToItsLastByte) {
   // Bytes that are no text, line ends inside, and the order LF CR.
   const std::vector<ParameterCommands> commands = {{"a", "\x02\xFF READ\n\r", "A\rB\r"}, {"b", "", "\r\n"}};
-  RequestedData window(commands, test::EnglishWindows());
-  const auto same = window.Commands();
+  RequestedData window(test::EnglishHost(), commands);
+  const auto same = window.Answer();
   for (std::size_t i = 0; i < commands.size(); ++i) {
     EXPECT_EQ(same[i].CommandString, commands[i].CommandString);
     EXPECT_EQ(same[i].ResetCommand, commands[i].ResetCommand);
@@ -219,7 +217,7 @@ TEST(RequestedDataWindow, LeavesWhatWasNotTouchedToItsLastByte) {
 }
 
 TEST(RequestedDataWindow, BringsEveryBoxOf64ParametersIntoViewByKeyboard) {
-  RequestedData window(Commands(64), test::EnglishWindows());
+  RequestedData window(test::EnglishHost(), Commands(64));
   Show(window, "RequestedData-64");
   const auto& area = Find<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 64; ++i) {
@@ -235,15 +233,16 @@ TEST(RequestedDataWindow, BringsEveryBoxOf64ParametersIntoViewByKeyboard) {
 }
 
 TEST(RequestedDataWindow, OpensWithoutParameters) {
-  RequestedData window({}, test::EnglishWindows());
+  RequestedData window(test::EnglishHost(), std::vector<ParameterCommands>{});
   Show(window, "RequestedData-none");
   EXPECT_EQ(window.focusWidget()->objectName(), "cmdOK");
-  EXPECT_TRUE(window.Commands().empty());
+  EXPECT_TRUE(window.Answer().empty());
 }
 
 TEST(RequestedDataWindow, SpeaksRussian) {
   const Translation russian = test::In("Russian");
-  RequestedData window(Commands(5), russian);
+  test::Host host(russian);
+  RequestedData window(host, Commands(5));
   Show(window, "RequestedData-ru");
   EXPECT_EQ(window.windowTitle(), "Передача по запросу");
   EXPECT_EQ(Find<QLabel>(window, "lblReset").text(), "Команда сброса");
@@ -252,7 +251,7 @@ TEST(RequestedDataWindow, SpeaksRussian) {
 // --- frmHPTHoneywellEZtrend ---
 
 TEST(EthernetConfigurationWindow, EditsAddressAndPage) {
-  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, test::EnglishWindows());
+  frmHPTHoneywellEZtrend window(test::EnglishHost(), {"192.168.0.100", "pens.htm"});
   Show(window, "frmHPTHoneywellEZtrend-en");
   EXPECT_EQ(window.objectName(), "frmHPTHoneywellEZtrend");
   EXPECT_EQ(window.windowTitle(), "Ethernet Configuration");
@@ -266,96 +265,23 @@ TEST(EthernetConfigurationWindow, EditsAddressAndPage) {
   QTest::keyClick(&window, Qt::Key_Return);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
   EXPECT_EQ(window.result(), QDialog::Accepted);
-  EXPECT_EQ(window.Address().daqIPAddress, "10.1.2.3");
-  EXPECT_EQ(window.Address().daqHTML, "auto/002/");
+  EXPECT_EQ(window.Answer().daqIPAddress, "10.1.2.3");
+  EXPECT_EQ(window.Answer().daqHTML, "auto/002/");
 }
 
 TEST(EthernetConfigurationWindow, FillsThePageThatIsNotStored) {
-  const frmHPTHoneywellEZtrend window({"", ""}, test::EnglishWindows());
-  EXPECT_EQ(window.Address().daqIPAddress, "");
-  EXPECT_EQ(window.Address().daqHTML, "auto/001/");
+  const frmHPTHoneywellEZtrend window(test::EnglishHost(), {"", ""});
+  EXPECT_EQ(window.Answer().daqIPAddress, "");
+  EXPECT_EQ(window.Answer().daqHTML, "auto/001/");
 }
 
 TEST(EthernetConfigurationWindow, SpeaksRussian) {
   const Translation russian = test::In("Russian");
-  frmHPTHoneywellEZtrend window({"192.168.0.100", "pens.htm"}, russian);
+  test::Host host(russian);
+  frmHPTHoneywellEZtrend window(host, {"192.168.0.100", "pens.htm"});
   Show(window, "frmHPTHoneywellEZtrend-ru");
   EXPECT_EQ(window.windowTitle(), "Настройка Ethernet");
   EXPECT_EQ(Find<QLabel>(window, "lblIPAddress").text(), "IP-адрес:");
-}
-
-// --- On the screen ---
-
-class ProtocolDialogsOnScreen : public testing::Test {
- protected:
-  ProtocolDialogsOnScreen() { windows.SetParent(&parent); }
-
-  /// Acts on the window once it stands.
-  template <class Window>
-  void WhenShown(std::function<void(Window&)> act) {
-    QTimer::singleShot(0, &parent, [this, act] {
-      auto* window = parent.findChild<Window*>();
-      ASSERT_NE(window, nullptr);
-      gateStoodOpen = gate.IsOpen();
-      act(*window);
-    });
-  }
-  static void PressOk(const QWidget& window) { Find<QPushButton>(window, "cmdOK").click(); }
-
-  QWidget parent;
-  Gate gate;
-  QtDialogs dialogs{gate, test::English()};
-  ProtocolDialogsQt windows{dialogs, test::EnglishWindows()};
-  bool gateStoodOpen = false;
-};
-
-TEST_F(ProtocolDialogsOnScreen, GiveWhatEachWindowGives) {
-  WhenShown<HardwareSettings>([](HardwareSettings& window) {
-    Find<QComboBox>(window, "cboSerialData").setCurrentIndex(2);
-    PressOk(window);
-  });
-  const auto choices = windows.AskHardwareSettings({{.SerialData = "Data Taker a"}, 0, {}});
-  ASSERT_TRUE(choices);
-  EXPECT_EQ(choices->SerialData, "sent when requested");
-
-  WhenShown<FormattedData>([](FormattedData& window) {
-    Find<QRadioButton>(window, "optDelimiter_3").click();
-    PressOk(window);
-  });
-  EXPECT_EQ(windows.AskFormattedData({" ", "\r"})->Delimiter, ";");
-
-  WhenShown<Intermittent>([](Intermittent& window) {
-    Find<QRadioButton>(window, "optTerminator_1").click();
-    PressOk(window);
-  });
-  EXPECT_EQ(windows.AskIntermittent({" ", "\r"})->Terminator, "\n");
-
-  WhenShown<RequestedData>([](RequestedData& window) {
-    Find<QLineEdit>(window, "txtCommand_1").setText("X");
-    PressOk(window);
-  });
-  EXPECT_EQ(windows.AskRequestedData({{"Flow", "", ""}})->front().CommandString, "X");
-
-  WhenShown<frmHPTHoneywellEZtrend>([](frmHPTHoneywellEZtrend& window) {
-    Find<QLineEdit>(window, "txtIPAddress").setText("10.0.0.1");
-    PressOk(window);
-  });
-  EXPECT_EQ(windows.AskEthernetConfiguration({})->daqIPAddress, "10.0.0.1");
-  EXPECT_TRUE(parent.findChildren<QDialog*>().isEmpty());
-}
-
-TEST_F(ProtocolDialogsOnScreen, LetSamplesGoOnWhileTheyStand) {
-  const GateState shut(gate, GateState::Shut);
-  WhenShown<FormattedData>([](FormattedData& window) { window.reject(); });
-  EXPECT_FALSE(windows.AskFormattedData({" ", "\r"}));
-  EXPECT_TRUE(gateStoodOpen);
-  EXPECT_FALSE(gate.IsOpen());
-}
-
-TEST_F(ProtocolDialogsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
-  WhenShown<RequestedData>([this](RequestedData&) { dialogs.SetEnding(); });
-  EXPECT_FALSE(windows.AskRequestedData({{"Flow", "", ""}}));
-  EXPECT_FALSE(windows.AskHardwareSettings({}));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 #include "i18n/languages.h"
 #include "i18n/translator.h"
-#include "support/scripted_dialogs.h"
+#include "support/host.h"
 
 namespace velk::test {
 

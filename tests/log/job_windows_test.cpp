@@ -14,12 +14,12 @@
 #include "log/windows/frm_inc_param_in_sum.h"
 #include "log/windows/job_questions_qt.h"
 #include "platform/windows/qt_dialogs.h"
-#include "support/in_english.h"
+#include "support/host.h"
 
 namespace velk {
 namespace {
 
-using test::EnglishWindows;
+using test::EnglishHost;
 
 template <class Control>
 Control* Find(const QWidget& window, const char* name) {
@@ -51,7 +51,7 @@ void AnswerWith(QWidget& window, Qt::Key letter) {
 }
 
 TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
-  frmFileExist window(EnglishWindows(), "/jobs/run#7.mdb", true, true);
+  frmFileExist window(EnglishHost(), "/jobs/run#7.mdb", true, true);
   Show(window, "frmFileExist");
   EXPECT_EQ(window.objectName(), "frmFileExist");
   EXPECT_EQ(window.windowTitle(), "Pre-Existing File !!");
@@ -64,7 +64,7 @@ TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
 }
 
 TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
-  frmFileExist window(EnglishWindows(), "/jobs/run.mdb", false, false);
+  frmFileExist window(EnglishHost(), "/jobs/run.mdb", false, false);
   Show(window, "frmFileExist-not-compatible");
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->text(),
             "The file [/jobs/run.mdb] is not compatible with current velk data");
@@ -74,7 +74,7 @@ TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
 }
 
 TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
-  frmFileExist window(EnglishWindows(), "/jobs/run.mdb", true, false);
+  frmFileExist window(EnglishHost(), "/jobs/run.mdb", true, false);
   Show(window, "frmFileExist-other-order");
   EXPECT_TRUE(Find<QLabel>(window, "lblNote")->isVisible());
   EXPECT_NE(Find<QLabel>(window, "lblNote")->text().indexOf("stand in another order"), -1);
@@ -83,25 +83,25 @@ TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
 }
 
 TEST(FrmFileExist, GivesWhatWasPressed) {
-  frmFileExist appending(EnglishWindows(), "run.mdb", true, true);
+  frmFileExist appending(EnglishHost(), "run.mdb", true, true);
   Show(appending, "appending");
   AnswerWith(appending, Qt::Key_A);
-  EXPECT_EQ(appending.Choice(), FileChoice::Append);
+  EXPECT_EQ(appending.Answer(), FileChoice::Append);
 
-  frmFileExist creating(EnglishWindows(), "run.mdb", true, true);
+  frmFileExist creating(EnglishHost(), "run.mdb", true, true);
   Show(creating, "creating");
   AnswerWith(creating, Qt::Key_C);
-  EXPECT_EQ(creating.Choice(), FileChoice::CreateNew);
+  EXPECT_EQ(creating.Answer(), FileChoice::CreateNew);
 
-  frmFileExist closing(EnglishWindows(), "run.mdb", true, true);
+  frmFileExist closing(EnglishHost(), "run.mdb", true, true);
   Show(closing, "closing");
   QTest::keyClick(&closing, Qt::Key_Escape);
-  EXPECT_EQ(closing.Choice(), FileChoice::None);
+  EXPECT_EQ(closing.Answer(), FileChoice::None);
   EXPECT_FALSE(closing.isVisible());
 }
 
 TEST(FrmFileExist, ShowsAPathAsPlainText) {
-  frmFileExist window(EnglishWindows(), "/jobs/<b>&x</b>.mdb", true, true);
+  frmFileExist window(EnglishHost(), "/jobs/<b>&x</b>.mdb", true, true);
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->textFormat(), Qt::PlainText);
 }
 
@@ -109,7 +109,7 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
   SummaryInclusion inclusion = Inclusion(3);
   inclusion.parameters[2].parameter = 5;
   inclusion.parameters[2].name = "Gas & oil";
-  frmIncParamInSum window(EnglishWindows(), inclusion);
+  frmIncParamInSum window(EnglishHost(), inclusion);
   Show(window, "frmIncParamInSum");
   EXPECT_EQ(window.objectName(), "frmIncParamInSum");
   EXPECT_EQ(window.windowTitle(), "Include In Summary Report");
@@ -122,14 +122,14 @@ TEST(FrmIncParamInSum, ShowsEachChannelAsItIsIncluded) {
 }
 
 TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
-  frmIncParamInSum window(EnglishWindows(), Inclusion(3));
+  frmIncParamInSum window(EnglishHost(), Inclusion(3));
   Show(window, "filled");
   Find<QCheckBox>(window, "chk_1")->click();
   Find<QCheckBox>(window, "chk_2")->click();
   Find<QLineEdit>(window, "Text1_1")->setText("Уровень");
   Find<QLineEdit>(window, "Text1_3")->setText("Crew");
   AnswerWith(window, Qt::Key_C);
-  const SummaryInclusion& result = window.Inclusion();
+  const SummaryInclusion& result = window.Answer();
   EXPECT_TRUE(result.parameters[0].included);
   EXPECT_FALSE(result.parameters[1].included);
   EXPECT_FALSE(result.parameters[2].included);
@@ -139,21 +139,21 @@ TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
 TEST(FrmIncParamInSum, ShowsTheFieldsOfBefore) {
   SummaryInclusion inclusion = Inclusion(1);
   inclusion.extraFields = {"One", "Two", "Three", "Four"};
-  frmIncParamInSum window(EnglishWindows(), inclusion);
+  frmIncParamInSum window(EnglishHost(), inclusion);
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_0")->text(), "One");
   EXPECT_EQ(Find<QLineEdit>(window, "Text1_3")->text(), "Four");
 }
 
 TEST(FrmIncParamInSum, LeavesTheChoiceWhenItIsClosedOtherwise) {
-  frmIncParamInSum window(EnglishWindows(), Inclusion(2));
+  frmIncParamInSum window(EnglishHost(), Inclusion(2));
   Show(window, "left");
   Find<QCheckBox>(window, "chk_1")->click();
   window.close();
-  EXPECT_FALSE(window.Inclusion().parameters[0].included);
+  EXPECT_FALSE(window.Answer().parameters[0].included);
 }
 
 TEST(FrmIncParamInSum, BringsEveryOfSixtyFourBoxesIntoViewByKeyboard) {
-  frmIncParamInSum window(EnglishWindows(), Inclusion(64));
+  frmIncParamInSum window(EnglishHost(), Inclusion(64));
   Show(window, "frmIncParamInSum-64");
   const auto* area = Find<QScrollArea>(window, "scrollArea");
   for (int i = 1; i <= 64; ++i) {
@@ -182,12 +182,13 @@ class JobQuestionsOnScreen : public testing::Test {
   QWidget parent;
   Gate gate;
   QtDialogs dialogs{gate, test::English()};
-  JobQuestionsQt questions{dialogs, EnglishWindows()};
+  WindowHost host{dialogs, test::EnglishWindows()};
+  JobQuestionsQt questions{host};
   bool gateStoodOpen = false;
 };
 
 TEST_F(JobQuestionsOnScreen, LetSamplesGoOnWhileTheyStand) {
-  questions.SetParent(&parent);
+  host.SetParent(&parent);
   const GateState shut(gate, GateState::Shut);
   WhenShown<frmFileExist>([](frmFileExist& window) { Find<QPushButton>(window, "cmdAppend")->click(); });
   EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::Append);
@@ -196,7 +197,7 @@ TEST_F(JobQuestionsOnScreen, LetSamplesGoOnWhileTheyStand) {
 }
 
 TEST_F(JobQuestionsOnScreen, GiveTheInclusion) {
-  questions.SetParent(&parent);
+  host.SetParent(&parent);
   SummaryInclusion inclusion = Inclusion(2);
   WhenShown<frmIncParamInSum>([](frmIncParamInSum& window) {
     Find<QCheckBox>(window, "chk_1")->click();
@@ -208,7 +209,7 @@ TEST_F(JobQuestionsOnScreen, GiveTheInclusion) {
 }
 
 TEST_F(JobQuestionsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
-  questions.SetParent(&parent);
+  host.SetParent(&parent);
   WhenShown<frmFileExist>([this](frmFileExist&) { dialogs.SetEnding(); });
   EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);
   EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);

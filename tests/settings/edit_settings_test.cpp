@@ -2,18 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QLineEdit>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/settings/settings.h"
 #include "settings/settings_io.h"
 #include "settings/templates.h"
+#include "settings/windows/edit_settings_commands.h"
 #include "support/fake_clock.h"
 #include "support/file_size_limit.h"
-#include "support/in_english.h"
+#include "support/host.h"
 #include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
-#include "support/scripted_settings_questions.h"
+#include "support/window_script.h"
 
 namespace velk {
 namespace {
@@ -27,6 +31,30 @@ class EditSettingsTest : public testing::Test {
     SaveSettings(session_, store_);
   }
 
+  /// Chooses in the list that comes next.
+  void Choose(std::optional<std::string> name) { dialogs_.ExpectChoice("", std::move(name)); }
+  /// Marks groups in ClearSettings and leaves it by O.K.
+  void Clear(const std::vector<int>& groups) {
+    windows_.Then("ClearSettings", [groups](QDialog& window) {
+      for (const int group : groups)
+        test::FindControl<QCheckBox>(window, ("Check1_" + std::to_string(group)).c_str())->click();
+      test::Click(window, "cmdOK");
+    });
+    commands_.mnuEditClear_Click();
+  }
+
+  static QLineEdit& Option(const QDialog& window, std::size_t i) {
+    return *test::FindControl<QLineEdit>(window, ("Text1_" + std::to_string(i)).c_str());
+  }
+  static UserOptionTexts OptionsIn(const QDialog& window) {
+    UserOptionTexts texts;
+    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = Option(window, i).text().toStdString();
+    return texts;
+  }
+  static void Enter(const QDialog& window, const UserOptionTexts& texts) {
+    for (std::size_t i = 0; i < texts.size(); ++i) Option(window, i).setText(QString::fromStdString(texts[i]));
+  }
+
   std::string OnDisk(const std::string& application, const std::string& section, const std::string& key) {
     SettingsStore fresh(folder_.Path());
     return fresh.Get(application, section, key, "(none)");
@@ -38,24 +66,26 @@ class EditSettingsTest : public testing::Test {
   Gate gate_;
   test::FakeClock clock_{gate_};
   test::ScriptedDialogs dialogs_{gate_};
-  test::ScriptedSettingsQuestions questions_;
+  test::WindowScript windows_;
   Platform platform_{clock_, gate_, dialogs_, store_, test::English()};
   int resets_ = 0;
   int ends_ = 0;
-  EditSettings edit_{session_, platform_, questions_, [this] { ++resets_; }, [this] { ++ends_; }};
+  EditSettings edit_{session_, platform_, [this] { ++resets_; }, [this] { ++ends_; }};
+  WindowHost host_{dialogs_, test::EnglishWindows()};
+  EditSettingsCommands commands_{host_, edit_, [] {}};
 };
 
 // --- Templates ---
 
 TEST_F(EditSettingsTest, SavesATemplateUnderANewName) {
   session_.TheTimeOut = 9;
-  questions_.choice = "Job";
+  Choose("Job");
   mnuEditSaveTemplate_Click(edit_);
-  ASSERT_EQ(questions_.asked.size(), 1U);
-  EXPECT_EQ(questions_.asked[0].title.English(), "Save Settings Template");
-  EXPECT_EQ(questions_.asked[0].prompt.English(), "Select or enter the template name");
-  EXPECT_TRUE(questions_.asked[0].entries.empty());
-  EXPECT_TRUE(questions_.asked[0].mayEnter);
+  ASSERT_EQ(dialogs_.listsAsked.size(), 1U);
+  EXPECT_EQ(dialogs_.listsAsked[0].title, "Save Settings Template");
+  EXPECT_EQ(dialogs_.listsAsked[0].prompt, "Select or enter the template name");
+  EXPECT_TRUE(dialogs_.listsAsked[0].entries.empty());
+  EXPECT_TRUE(dialogs_.listsAsked[0].mayEnter);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
   EXPECT_EQ(OnDisk("VELKJob", "General", "TheTimeOut"), "9");
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "9") << "the live settings are saved, too";
@@ -66,16 +96,16 @@ TEST_F(EditSettingsTest, SavesATemplateUnderANewName) {
 TEST_F(EditSettingsTest, SavesATemplateAgainWithoutASecondName) {
   session_.TemplateNames = {"", "A", "Job"};
   session_.TheTimeOut = 9;
-  questions_.choice = "Job";
+  Choose("Job");
   mnuEditSaveTemplate_Click(edit_);
-  EXPECT_EQ(questions_.asked[0].entries, (Names{"A", "Job"}));
+  EXPECT_EQ(dialogs_.listsAsked[0].entries, (Names{"A", "Job"}));
   EXPECT_EQ(session_.TemplateNames, (Names{"", "A", "Job"}));
   EXPECT_EQ(OnDisk("VELKJob", "General", "TheTimeOut"), "9");
 }
 
 TEST_F(EditSettingsTest, TakesANameInAnotherCaseForAnotherTemplate) {
   session_.TemplateNames = {"", "Job"};
-  questions_.choice = "job";
+  Choose("job");
   mnuEditSaveTemplate_Click(edit_);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job", "job"}));
 }
@@ -84,13 +114,16 @@ TEST_F(EditSettingsTest, DoesNothingOnCancel) {
   session_.TemplateNames = {"", "Job"};
   session_.TheTimeOut = 9;
   const std::size_t files = folder_.Count();
+  for (int i = 0; i < 4; ++i) Choose(std::nullopt);
   mnuEditSaveTemplate_Click(edit_);
   mnuEditLoadTemplate_Click(edit_);
   mnuEditDeleteTemplate_Click(edit_);
-  mnuEditClear_Click(edit_);
-  mnuEditUserOptions_Click(edit_);
+  windows_.ThenClick("ClearSettings", "cmdCancel");
+  commands_.mnuEditClear_Click();
+  windows_.ThenClick("frmUserOptions", "cmdCancel");
+  commands_.mnuEditUserOptions_Click();
   mnuEditLanguage_Click(edit_);
-  EXPECT_EQ(questions_.asked.size(), 4U);
+  EXPECT_EQ(dialogs_.listsAsked.size(), 4U);
   EXPECT_EQ(folder_.Count(), files);
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "5");
   EXPECT_EQ(session_.TheTimeOut, 9);
@@ -100,7 +133,7 @@ TEST_F(EditSettingsTest, DoesNothingOnCancel) {
 }
 
 TEST_F(EditSettingsTest, TellsANameThatIsTooLongAndDoesNotListIt) {
-  questions_.choice = std::string(300, 'x');
+  Choose(std::string(300, 'x'));
   dialogs_.Expect("The template name is too long - mnuEditSaveTemplate_Click", Answer::Cancel);
   mnuEditSaveTemplate_Click(edit_);
   EXPECT_EQ(session_.TemplateNames.size(), 1U);
@@ -108,7 +141,7 @@ TEST_F(EditSettingsTest, TellsANameThatIsTooLongAndDoesNotListIt) {
 }
 
 TEST_F(EditSettingsTest, ForgetsATemplateThatCouldNotBeWritten) {
-  questions_.choice = "Job";
+  Choose("Job");
   session_.TheTimeOut = 9;
   dialogs_.Expect(" - mnuEditSaveTemplate_Click", Answer::Cancel);
   {
@@ -121,15 +154,17 @@ TEST_F(EditSettingsTest, ForgetsATemplateThatCouldNotBeWritten) {
 }
 
 TEST_F(EditSettingsTest, KeepsTheOldTemplateWhereTheNewOneCouldNotBeWritten) {
-  questions_.choice = "Job";
+  Choose("Job");
   session_.TheTimeOut = 9;
   mnuEditSaveTemplate_Click(edit_);
   session_.TheTimeOut = 7;
+  Choose("Job");
   dialogs_.Expect(" - mnuEditSaveTemplate_Click", Answer::Cancel);
   {
     const test::FileSizeLimit full(0);
     mnuEditSaveTemplate_Click(edit_);
   }
+  Choose("Job");
   mnuEditLoadTemplate_Click(edit_);
   EXPECT_EQ(session_.TheTimeOut, 9);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
@@ -140,18 +175,17 @@ TEST_F(EditSettingsTest, LoadsATemplate) {
   SaveTemplate(session_, store_, "Job");
   session_.TheTimeOut = 5;
   session_.TemplateNames = {"", "A", "Job"};
-  questions_.choice = "Job";
+  Choose("Job");
   mnuEditLoadTemplate_Click(edit_);
-  EXPECT_EQ(questions_.asked[0].title.English(), "Load Settings Template");
-  EXPECT_EQ(questions_.asked[0].prompt.English(), "Select the template to load");
-  EXPECT_EQ(questions_.asked[0].entries, (Names{"A", "Job"}));
-  EXPECT_FALSE(questions_.asked[0].mayEnter);
+  EXPECT_EQ(dialogs_.listsAsked[0].title, "Load Settings Template");
+  EXPECT_EQ(dialogs_.listsAsked[0].prompt, "Select the template to load");
+  EXPECT_EQ(dialogs_.listsAsked[0].entries, (Names{"A", "Job"}));
+  EXPECT_FALSE(dialogs_.listsAsked[0].mayEnter);
   EXPECT_EQ(session_.TheTimeOut, 9);
   EXPECT_EQ(resets_, 0) << "only own units have their connection reset";
 }
 
 TEST_F(EditSettingsTest, ResetsTheConnectionOfEachOwnUnitOnceItsConstantsAreSet) {
-  questions_.choice = "Job";
   edit_.resetConnection = [this] {
     ++resets_;
     EXPECT_EQ(session_.BaudRate, 19200);
@@ -160,10 +194,12 @@ TEST_F(EditSettingsTest, ResetsTheConnectionOfEachOwnUnitOnceItsConstantsAreSet)
   for (const char* unit : {"KESTA version 3", "KESTA version 4", "KESTA version 5", "LUMO version A", "LUMO version B",
                            "orben version 3", "orben version 4"}) {
     store_.Save("VELKJob", "Protocol", "SerialData", unit);
+    Choose("Job");
     mnuEditLoadTemplate_Click(edit_);
     EXPECT_EQ(resets_, ++expected) << unit;
   }
   store_.Save("VELKJob", "Protocol", "SerialData", "sent when requested");
+  Choose("Job");
   mnuEditLoadTemplate_Click(edit_);
   EXPECT_EQ(resets_, expected);
 }
@@ -175,7 +211,7 @@ TEST_F(EditSettingsTest, TellsTheKeyOfATemplateThatCanNotBeLoaded) {
   session_.SerialData = "KESTA version 3";
   SaveTemplate(session_, store_, "Job");
   session_.TheTimeOut = 8;
-  questions_.choice = "Job";
+  Choose("Job");
   dialogs_.Expect("Formula1/Offset: Type mismatch (\"False\") - mnuEditLoadTemplate_Click", Answer::Retry);
   dialogs_.Expect("Formula1/Offset: Type mismatch (\"False\") - mnuEditLoadTemplate_Click", Answer::Cancel);
   mnuEditLoadTemplate_Click(edit_);
@@ -186,7 +222,7 @@ TEST_F(EditSettingsTest, TellsTheKeyOfATemplateThatCanNotBeLoaded) {
 TEST_F(EditSettingsTest, LoadsATemplateThatWasMendedBeforeRetry) {
   store_.Save("VELKJob", "General", "TheTimeOut", "x");
   store_.Flush();
-  questions_.choice = "Job";
+  Choose("Job");
   dialogs_.Expect("General/TheTimeOut", Answer::Retry,
                   [this] { folder_.Write("VELKJob.ini", "[General]\nTheTimeOut=9\n"); });
   mnuEditLoadTemplate_Click(edit_);
@@ -195,15 +231,16 @@ TEST_F(EditSettingsTest, LoadsATemplateThatWasMendedBeforeRetry) {
 
 TEST_F(EditSettingsTest, DeletesATemplateAndLoadsTheLiveSettings) {
   for (const char* name : {"A", "Job"}) {
-    questions_.choice = name;
+    Choose(name);
     mnuEditSaveTemplate_Click(edit_);
   }
   session_.TheTimeOut = 9;
+  Choose("Job");
   mnuEditDeleteTemplate_Click(edit_);
-  EXPECT_EQ(questions_.asked.back().title.English(), "Delete Settings Template");
-  EXPECT_EQ(questions_.asked.back().prompt.English(), "Select the template to delete");
-  EXPECT_EQ(questions_.asked.back().entries, (Names{"A", "Job"}));
-  EXPECT_FALSE(questions_.asked.back().mayEnter);
+  EXPECT_EQ(dialogs_.listsAsked.back().title, "Delete Settings Template");
+  EXPECT_EQ(dialogs_.listsAsked.back().prompt, "Select the template to delete");
+  EXPECT_EQ(dialogs_.listsAsked.back().entries, (Names{"A", "Job"}));
+  EXPECT_FALSE(dialogs_.listsAsked.back().mayEnter);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "A"}));
   EXPECT_EQ(session_.TheTimeOut, 5);
   EXPECT_EQ(OnDisk("VELKJob", "General", "TheTimeOut"), "(none)");
@@ -212,7 +249,7 @@ TEST_F(EditSettingsTest, DeletesATemplateAndLoadsTheLiveSettings) {
 TEST_F(EditSettingsTest, TellsWhatCouldNotBeReadAfterADelete) {
   session_.TemplateNames = {"", "Job"};
   store_.Save("VELK2", "General", "TheTimeOut", "x");
-  questions_.choice = "Job";
+  Choose("Job");
   dialogs_.Expect("General/TheTimeOut: Type mismatch", Answer::Ok);
   mnuEditDeleteTemplate_Click(edit_);
   EXPECT_EQ(session_.TheTimeOut, 5);
@@ -224,8 +261,7 @@ TEST_F(EditSettingsTest, ClearsTheChosenGroups) {
   session_.TheTimeOut = 9;
   session_.BaudRate = 300;
   SaveSettings(session_, store_);
-  questions_.groups = GroupChoice{true};
-  mnuEditClear_Click(edit_);
+  Clear({0});
   EXPECT_EQ(session_.TheTimeOut, 5);
   EXPECT_EQ(session_.BaudRate, 300);
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "5");
@@ -236,21 +272,26 @@ TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {
   test::ScriptedDialogs boxes(gate_, language);
   Platform platform{clock_, gate_, boxes, store_, language};
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
-  questions_.groups = GroupChoice{};
+  WindowHost host(boxes, test::EnglishWindows());
+  EditSettingsCommands commands(host, {session_, platform, [] {}, [] {}}, [] {});
   boxes.Expect("Protocol/BaudRate: <Type mismatch> (\"fast\")", Answer::Ok);
-  mnuEditClear_Click({session_, platform, questions_, [] {}, [] {}});
+  windows_.ThenClick("ClearSettings", "cmdOK");
+  commands.mnuEditClear_Click();
 }
 
 // --- User options ---
 
 TEST_F(EditSettingsTest, TakesUserOptionsOverAndEnds) {
-  questions_.entered = {{"60", "30", "7200", "12", "64"}};
+  windows_.Then("frmUserOptions", [](QDialog& window) {
+    EXPECT_EQ(OptionsIn(window), (UserOptionTexts{"120", "15", "3600", "10", "64"}));
+    Enter(window, {"60", "30", "7200", "12", "64"});
+    test::Click(window, "cmdOK");
+  });
   dialogs_.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok, [this] {
     EXPECT_EQ(session_.pixelslength, 60);
     EXPECT_EQ(ends_, 0);
   });
-  mnuEditUserOptions_Click(edit_);
-  EXPECT_EQ(questions_.optionsShown, (UserOptionTexts{"120", "15", "3600", "10", "64"}));
+  commands_.mnuEditUserOptions_Click();
   EXPECT_EQ(session_.pixelslength, 60);
   EXPECT_EQ(session_.pixeldivide, 30);
   EXPECT_EQ(session_.MaximumTime, 7200);
@@ -259,15 +300,21 @@ TEST_F(EditSettingsTest, TakesUserOptionsOverAndEnds) {
 }
 
 TEST_F(EditSettingsTest, TellsEachUnacceptableOptionAndStaysOpen) {
-  questions_.entered = {{"7", "15", "3600", "10", "64"},
-                        {"120", "15", "3600", "5", "64"},
-                        {"120", "15", "3600", "21", "64"},
-                        {"120", "15", "3600", "10", "0"}};
   for (const char* text : {"Unacceptable values", "Minimum font size is 6", "Maximum font size is 20",
                            "Minimum number of curves per graph is 1"})
     dialogs_.Expect(text, Answer::Ok);
-  mnuEditUserOptions_Click(edit_);
-  EXPECT_EQ(questions_.accepted, (std::vector<bool>{false, false, false, false}));
+  windows_.Then("frmUserOptions", [](QDialog& window) {
+    for (const UserOptionTexts& texts : {UserOptionTexts{"7", "15", "3600", "10", "64"},
+                                         {"120", "15", "3600", "5", "64"},
+                                         {"120", "15", "3600", "21", "64"},
+                                         {"120", "15", "3600", "10", "0"}}) {
+      Enter(window, texts);
+      test::Click(window, "cmdOK");
+      EXPECT_TRUE(window.isVisible());
+    }
+    window.reject();
+  });
+  commands_.mnuEditUserOptions_Click();
   for (const ShownMessage& box : dialogs_.shown) EXPECT_EQ(box.icon, BoxIcon::Critical) << box.text;
   EXPECT_EQ(session_.pixelslength, 120);
   EXPECT_EQ(session_.intFontSize, 10);
@@ -277,7 +324,7 @@ TEST_F(EditSettingsTest, TellsEachUnacceptableOptionAndStaysOpen) {
 // --- Language ---
 
 TEST_F(EditSettingsTest, EndsForTheLanguageOfBeforeToo) {
-  questions_.choice = "English";
+  Choose("English");
   dialogs_.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok);
   mnuEditLanguage_Click(edit_);
   EXPECT_EQ(OnDisk("VELK2", "General", "Current_language"), "English");
@@ -285,7 +332,7 @@ TEST_F(EditSettingsTest, EndsForTheLanguageOfBeforeToo) {
 }
 
 TEST_F(EditSettingsTest, DoesNotEndWhereTheLanguageCouldNotBeSaved) {
-  questions_.choice = "Russian";
+  Choose("Russian");
   dialogs_.Expect(" - mnuEditLanguage_Click", Answer::Cancel);
   {
     const test::FileSizeLimit full(0);
@@ -296,15 +343,15 @@ TEST_F(EditSettingsTest, DoesNotEndWhereTheLanguageCouldNotBeSaved) {
 }
 
 TEST_F(EditSettingsTest, SavesTheLanguageAndEnds) {
-  questions_.choice = "Russian";
+  Choose("Russian");
   dialogs_.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok, [this] {
     EXPECT_EQ(OnDisk("VELK2", "General", "Current_language"), "Russian");
     EXPECT_EQ(ends_, 0);
   });
   mnuEditLanguage_Click(edit_);
-  EXPECT_EQ(questions_.asked[0].title.English(), "Select language");
-  EXPECT_EQ(questions_.asked[0].entries, (Names{"English", "Russian"}));
-  EXPECT_FALSE(questions_.asked[0].mayEnter);
+  EXPECT_EQ(dialogs_.listsAsked[0].title, "Select language");
+  EXPECT_EQ(dialogs_.listsAsked[0].entries, (Names{"English", "Russian"}));
+  EXPECT_FALSE(dialogs_.listsAsked[0].mayEnter);
   EXPECT_EQ(session_.Current_language, "Russian");
   EXPECT_EQ(ends_, 1);
 }

@@ -111,9 +111,10 @@ TEST_F(Program, TheWindowIsPaintedBeforeAQuestionCoversIt) {
 TEST_F(Program, StartsOnAnEmptyStoreWithOneParameter) {
   std::filesystem::remove_all(rig.folder.File("settings"));
   rig.dialogs.Expect("Continue with current serial port settings?", Answer::No);
+  rig.windows.ThenClick("HardwareSettings", "cmdCancel");
   rig.Start();
   EXPECT_FALSE(rig.linePort.open);
-  EXPECT_EQ(rig.protocolDialogs.hardwareAsked, 1) << "No leads to the dialogs of the serial port";
+  EXPECT_TRUE(rig.windows.IsDone()) << "No leads to the dialogs of the serial port";
   EXPECT_EQ(rig.State().NumberOfParameters, 1);
   EXPECT_EQ(rig.State().Parameters[1].name, "Parameter 1");
   EXPECT_EQ(rig.State().Parameters[1].max, 100.0);
@@ -140,7 +141,7 @@ TEST_F(Program, TellsErrorsInRussianInARussianSession) {
   ASSERT_EQ(rig.dialogs.shown.size(), 1U);
   EXPECT_EQ(rig.dialogs.shown[0].title, "Ошибка при запуске");
 
-  rig.settingsQuestions.choice = "Job";
+  rig.dialogs.ExpectChoice("", "Job");
   rig.dialogs.Expect("VELKJob.ini: Файл не найден - mnuEditLoadTemplate_Click", Answer::Cancel);
   rig.Choose("mnuEditLoadTemplate");
 }
@@ -224,28 +225,30 @@ TEST_F(Program, LetsNothingButStopWorkWhileTheHardwareIsChecked) {
 TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
   rig.Start();
   rig.State().Parameters[1].name = "Давление";
-  rig.settingsQuestions.choice = "job of May";
+  rig.dialogs.ExpectChoice("Save Settings Template", "job of May");
   rig.Choose("mnuEditSaveTemplate");
   rig.State().Parameters[1].name = "Other";
   rig.Start();
+  rig.dialogs.ExpectChoice("Load Settings Template", "job of May");
   rig.Choose("mnuEditLoadTemplate");
-  EXPECT_EQ(rig.settingsQuestions.asked.back().entries, std::vector<std::string>{"job of May"});
+  EXPECT_EQ(rig.dialogs.listsAsked.back().entries, std::vector<std::string>{"job of May"});
   EXPECT_EQ(rig.State().Parameters[1].name, "Давление");
   EXPECT_TRUE(rig.linePort.open) << "the connection is reset for the template's unit";
+  rig.dialogs.ExpectChoice("Delete Settings Template", "job of May");
   rig.Choose("mnuEditDeleteTemplate");
   rig.Start();
-  rig.settingsQuestions.choice.clear();
+  rig.dialogs.ExpectChoice("Load Settings Template", std::nullopt);
   rig.Choose("mnuEditLoadTemplate");
-  EXPECT_TRUE(rig.settingsQuestions.asked.back().entries.empty());
+  EXPECT_TRUE(rig.dialogs.listsAsked.back().entries.empty());
 }
 
 TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
   rig.Start();
-  rig.protocolDialogs.choose = [](HardwareChoices choices) {
-    choices.SerialData = "LUMO version A";
-    choices.NumberOfParameters = 4;
-    return choices;
-  };
+  rig.windows.Then("HardwareSettings", [](QDialog& window) {
+    test::FindControl<QComboBox>(window, "cboSerialData")->setCurrentIndex(8);
+    test::FindControl<QLineEdit>(window, "txtNumberOfParameters")->setText("4");
+    test::Click(window, "cmdOK");
+  });
   rig.Choose("mnuEditSerialPort");
   EXPECT_EQ(rig.State().SerialData, "LUMO version A");
   EXPECT_EQ(rig.State().NumberOfChannels, 4);
@@ -256,7 +259,7 @@ TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
 
 TEST_F(Program, EndsWithoutAQuestionWhenTheLanguageWasChosen) {
   rig.Start();
-  rig.settingsQuestions.choice = "Russian";
+  rig.dialogs.ExpectChoice("Select language", "Russian");
   rig.dialogs.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok);
   rig.Choose("mnuEditLanguage");
   EXPECT_FALSE(rig.Window().isVisible());
@@ -273,8 +276,7 @@ TEST_F(Program, StaysInEnglishWhereTheTranslationFilesLackTheLanguage) {
 TEST_F(Program, ClearsSectionsFromTheMenu) {
   rig.Start();
   rig.State().SensitivityCriterion = 55;
-  rig.settingsQuestions.groups = GroupChoice{true, false, false, false, false, false};
-  rig.Choose("mnuEditClear");
+  rig.ClearSettings({0});
   EXPECT_EQ(rig.State().SensitivityCriterion, 20);
   EXPECT_EQ(rig.State().NumberOfParameters, 3);
 }
@@ -282,21 +284,21 @@ TEST_F(Program, ClearsSectionsFromTheMenu) {
 TEST_F(Program, KeepsTheUnitsOwnLineSettingsWhenAnotherSectionIsCleared) {
   rig.Start();
   EXPECT_EQ(rig.State().BaudRate, 19200);
-  rig.settingsQuestions.groups = GroupChoice{false, false, true, false, false, false};
-  rig.Choose("mnuEditClear");
+  rig.ClearSettings({2});
   EXPECT_EQ(rig.State().BaudRate, 19200);
   EXPECT_EQ(rig.State().Terminator, "\r\n");
 }
 
 TEST_F(Program, DeletingATemplateUnderAJobLeavesTheJobsChannelsAlone) {
   rig.Start();
-  rig.settingsQuestions.choice = "spare";
+  rig.dialogs.ExpectChoice("Save Settings Template", "spare");
   rig.Choose("mnuEditSaveTemplate");
   rig.Connect();
   rig.Press("Pause");
   rig.Press("Pause");
   ExpectStatus("Acquiring Paused");
   rig.State().NumberOfParameters = 2;  // as a template that is not the stored set would have it
+  rig.dialogs.ExpectChoice("Delete Settings Template", "spare");
   rig.Choose("mnuEditDeleteTemplate");
   EXPECT_EQ(rig.State().NumberOfParameters, 2);
   EXPECT_EQ(rig.State().TemplateNames.size(), 1u);
@@ -398,9 +400,8 @@ TEST_F(Program, RemovesAComputedChannelFromTheMenu) {
   rig.Start();
   rig.Connect();
   EXPECT_EQ(rig.State().TotalParameters, 4);
-  rig.settingsQuestions.choice = "Double";
+  rig.dialogs.ExpectChoice("Remove Additional Parameter", "Double");
   rig.Choose("mnuToolsRemove");
-  EXPECT_EQ(rig.settingsQuestions.asked.back().title, "Remove Additional Parameter");
   EXPECT_EQ(rig.State().NumberOfFormulae, 0);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(rig.Window().GraphArea().subWindowList().size(), 3);

@@ -149,17 +149,17 @@ TEST_F(Logo, AClickChoosesAnotherOneWhichIsKept) {
 TEST_F(Logo, FollowsATemplateAndIsOursAgainWhenTheSettingsAreCleared) {
   Set("CompanyLogoFile", Picture("green.png", {60, 60}, Qt::green));
   rig.Start();
-  rig.settingsQuestions.choice = "Job";
+  rig.dialogs.ExpectChoice("Save", "Job");
   rig.Choose("mnuEditSaveTemplate");
   rig.dialogs.ExpectOpenFile(Picture("red.png", {60, 60}, Qt::red));
   Button().click();
   EXPECT_EQ(Middle(), QColor(Qt::red));
+  rig.dialogs.ExpectChoice("Load", "Job");
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(Middle(), QColor(Qt::green));
   rig.Choose("mnuViewCompany");
   EXPECT_FALSE(Button().isVisible());
-  rig.settingsQuestions.groups = GroupChoice{true};
-  rig.Choose("mnuEditClear");
+  rig.ClearSettings({0});
   EXPECT_EQ(Button().iconSize(), QSize(96, 28));
   EXPECT_TRUE(Button().isVisible());
   EXPECT_TRUE(rig.Window().MenuItem("mnuViewCompany")->isChecked());

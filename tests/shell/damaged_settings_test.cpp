@@ -15,8 +15,6 @@
 #include "support/in_english.h"
 #include "support/memory_folder.h"
 #include "support/scripted_job_questions.h"
-#include "support/scripted_protocol_dialogs.h"
-#include "support/scripted_settings_questions.h"
 #include "support/settings_rows.h"
 
 namespace velk {
@@ -68,18 +66,14 @@ class OneRun {
   AgreeableDialogs dialogs_{gate_, translation_.Translator};
   SettingsStore settings_;
   test::ScriptedJobQuestions questions_;
-  test::ScriptedSettingsQuestions settingsQuestions_;
-  test::ScriptedProtocolDialogs protocolDialogs_;
   test::FakeDevice plainPort_, linePort_;
   Application application_{Services{{clock_, gate_, dialogs_, settings_, translation_.Translator},
                                     translation_,
-                                    questions_,
-                                    settingsQuestions_,
-                                    protocolDialogs_,
                                     [this]() -> std::unique_ptr<SerialPort> {
                                       return std::make_unique<test::FakeSerialPort>(plainPort_.port ? linePort_
                                                                                                     : plainPort_);
-                                    }}};
+                                    },
+                                    &questions_}};
 };
 
 /// Of everything that is stored, with one channel of each kind.

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "support/in_english.h"
+#include "support/host.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -16,7 +16,8 @@ using namespace test;
 TEST(FrmAbout, ShowsLongPathsFromTheirBeginningAndLetsThemBeCopied) {
   Session session;
   session.DefaultDirectory = std::string(300, 'x');
-  const frmAbout window(session, EnglishWindows(), "/settings", nullptr);
+  Host host;
+  const frmAbout window(host, session, "/settings");
   const auto* logs = FindControl<QLineEdit>(window, "txtLogs");
   EXPECT_EQ(logs->cursorPosition(), 0);
   EXPECT_TRUE(logs->isReadOnly());

@@ -14,7 +14,7 @@
 
 #include "shell/frm_about.h"
 #include "shell/help_window.h"
-#include "support/in_english.h"
+#include "support/host.h"
 #include "support/window_driving.h"
 #include "support/window_texts.h"
 
@@ -95,7 +95,8 @@ TEST(HelpPages, TellTheLicenceOfEachLibraryAsTheAboutBoxDoes) {
   Session session;
   for (const char* language : {"English", "Russian"}) {
     const bool russian = language == std::string("Russian");
-    const frmAbout about(session, russian ? RussianWindows() : EnglishWindows(), "/settings", nullptr);
+    Host host(russian ? RussianWindows() : EnglishWindows());
+    const frmAbout about(host, session, "/settings");
     const auto pages = ReadHelpPages(language);
     const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, topic::Licences))];
     const QStringList libraries = FindControl<QPlainTextEdit>(about, "txtLibraries")->toPlainText().split('\n');
@@ -130,7 +131,8 @@ class HelpWindowTest : public testing::Test {
   QString Shown() { return browser->source().fileName(); }
   QString Selected() { return list->currentItem() ? list->currentItem()->text() : QString(); }
 
-  HelpWindow window{EnglishWindows()};
+  Host host;
+  HelpWindow window{host};
   QTextBrowser* browser = FindControl<QTextBrowser>(window, "Browser");
   QListWidget* list = FindControl<QListWidget>(window, "lstContents");
   QLineEdit* search = FindControl<QLineEdit>(window, "txtSearch");
@@ -138,7 +140,7 @@ class HelpWindowTest : public testing::Test {
 };
 
 TEST_F(HelpWindowTest, OpensATopicAndMarksItInTheContents) {
-  window.Open(topic::Recording);
+  window.ShowTopic(topic::Recording);
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(Shown(), "recording.html");
   EXPECT_EQ(Selected(), "Recording");
@@ -146,7 +148,7 @@ TEST_F(HelpWindowTest, OpensATopicAndMarksItInTheContents) {
 }
 
 TEST_F(HelpWindowTest, GoesThroughTheContentsByArrowKeysAndBackByAltLeft) {
-  window.Open(topic::FirstStart);
+  window.ShowTopic(topic::FirstStart);
   EXPECT_FALSE(back->isEnabled());
   QTest::keyClick(list, Qt::Key_Down);
   EXPECT_EQ(Shown(), "connecting.html");
@@ -158,7 +160,7 @@ TEST_F(HelpWindowTest, GoesThroughTheContentsByArrowKeysAndBackByAltLeft) {
 }
 
 TEST_F(HelpWindowTest, FollowsLinksAndKeepsTheContentsInStep) {
-  window.Open(topic::FirstStart);
+  window.ShowTopic(topic::FirstStart);
   browser->setSource(browser->source().resolved(QUrl("recording.html")));
   EXPECT_EQ(Selected(), "Recording");
   back->click();
@@ -166,7 +168,7 @@ TEST_F(HelpWindowTest, FollowsLinksAndKeepsTheContentsInStep) {
 }
 
 TEST_F(HelpWindowTest, SearchNarrowsTheContentsAndEnterShowsTheFirstPageFound) {
-  window.Open(topic::FirstStart);
+  window.ShowTopic(topic::FirstStart);
   QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
   QTest::keyClicks(search, "15 seconds wrapping");
   EXPECT_EQ(list->count(), 1);
@@ -179,7 +181,7 @@ TEST_F(HelpWindowTest, SearchNarrowsTheContentsAndEnterShowsTheFirstPageFound) {
 }
 
 TEST_F(HelpWindowTest, SaysThatNothingWasFound) {
-  window.Open(topic::FirstStart);
+  window.ShowTopic(topic::FirstStart);
   const auto* nothing = FindControl<QLabel>(window, "lblNothing");
   EXPECT_FALSE(nothing->isVisible());
   search->setText("zzzz");
@@ -194,15 +196,17 @@ TEST_F(HelpWindowTest, TellsTheVersionAtItsFoot) {
 }
 
 TEST_F(HelpWindowTest, EscapeClosesIt) {
-  window.Open(topic::FirstStart);
+  window.ShowTopic(topic::FirstStart);
   QTest::keyClick(list, Qt::Key_Escape);
   EXPECT_FALSE(window.isVisible());
 }
 
 TEST(HelpWindowLanguage, IsTheOneThatWasLoadedWhateverIsSetForTheNextStart) {
-  HelpWindow russian(RussianWindows());
+  Host russianHost(RussianWindows());
+  HelpWindow russian(russianHost);
   EXPECT_EQ(FindControl<QListWidget>(russian, "lstContents")->item(0)->text(), "Первый запуск");
-  HelpWindow english(EnglishWindows());
+  Host englishHost;
+  HelpWindow english(englishHost);
   EXPECT_EQ(FindControl<QListWidget>(english, "lstContents")->item(0)->text(), "First start");
 }
 

@@ -25,7 +25,8 @@ QImage Lines(const char* name, double side) {
 /// The main window brings the pictures into the program.
 struct Icons : testing::Test {
   Session session;
-  MainForm form{test::English()};
+  Session session;
+  MainForm form{test::English(), session};
 };
 
 TEST_F(Icons, EveryNumberOfTheImageListHasAPicture) {

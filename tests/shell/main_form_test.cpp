@@ -8,11 +8,9 @@
 #include <QStatusBar>
 #include <QToolBar>
 
-#include "core/texts.h"
 #include "model/status.h"
 #include "model/texts.h"
 #include "shell/icons.h"
-#include "shell/not_built.h"
 #include "support/in_english.h"
 #include "support/recording_view.h"
 
@@ -75,15 +73,10 @@ constexpr Entry kCaptions[] = {
     {"mnuHelpAbout", "&About VELK"},
 };
 
-constexpr MessageText kStatuses[] = {
-    text::StatusReady,           text::StatusCheckingHardware, text::StatusReadyToAcquire,
-    text::StatusAcquiringData,   text::StatusAcquiringPaused,  text::StatusConfirmingFileFormat,
-    text::StatusReadyToPlayback, text::StatusPlayingBack,      text::StatusPlayingBackPaused};
-
 class MainFormTest : public testing::Test {
  protected:
   Session session;
-  MainForm form{test::English()};
+  MainForm form{test::English(), session};
 };
 
 TEST_F(MainFormTest, HasEveryMenuItemWithItsCaption) {
@@ -138,44 +131,29 @@ TEST_F(MainFormTest, ShowsAPictureForEveryImageOfTheList) {
   }
 }
 
-TEST_F(MainFormTest, DisablesWhatTheStatusForbids) {
-  for (const MessageText& status : kStatuses) {
-    Session plain;
-    test::RecordingView view;
-    ChangeCurrentStatus(plain, view, status);
+TEST_F(MainFormTest, HidesConnectAndRenamesTheMenuOnlyInPlayback) {
+  using namespace text;
+  for (const MessageText& status : {StatusReady, StatusReadyToAcquire, StatusAcquiringData, StatusAcquiringPaused}) {
     ChangeCurrentStatus(session, form, status);
-    for (const auto& [item, allowed] : view.menuEnabled) {
-      EXPECT_EQ(form.MenuItem(item)->isEnabled(), allowed && IsBuilt(item))
-          << item << " in " << session.CurrentStatus.english;
-    }
-    for (const auto& [item, visible] : view.menuVisible) EXPECT_EQ(form.MenuItem(item)->isVisible(), visible) << item;
-    for (const auto& [item, caption] : view.menuCaption)
-      EXPECT_EQ(form.MenuItem(item)->text().toStdString(), caption) << item;
+    EXPECT_TRUE(form.MenuItem("mnuAcquireConnect")->isVisible()) << status.english;
+    EXPECT_EQ(form.MenuItem("mnuAcquire")->text(), "&Data Acquisition") << status.english;
   }
+  for (const MessageText& status : {StatusReadyToPlayback, StatusPlayingBack, StatusPlayingBackPaused}) {
+    ChangeCurrentStatus(session, form, status);
+    EXPECT_FALSE(form.MenuItem("mnuAcquireConnect")->isVisible()) << status.english;
+    EXPECT_EQ(form.MenuItem("mnuAcquire")->text(), "Playback") << status.english;
+  }
+  ChangeCurrentStatus(session, form, StatusCheckingHardware);
+  EXPECT_EQ(form.MenuItem("mnuAcquire")->text(), "Playback") << "a status without a column leaves it";
 }
 
-TEST_F(MainFormTest, EnablesWhatTheStatusAllowsAndTheWorkIsBuiltFor) {
-  for (const MessageText& status : kStatuses) {
-    ChangeCurrentStatus(session, form, status);
-    for (const Entry& entry : kCaptions) {
-      const QAction* item = form.MenuItem(entry.item);
-      if (!IsBuilt(entry.item)) {
-        EXPECT_FALSE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus.english;
-      } else if (form.RuleAllows(entry.item)) {
-        EXPECT_TRUE(item->isEnabled()) << entry.item << " in " << session.CurrentStatus.english;
-      }
-    }
-  }
-}
-
-TEST_F(MainFormTest, LetsRecordAndExitButtonsFollowTheirMenuItems) {
-  ChangeCurrentStatus(session, form, text::StatusReady);
-  EXPECT_TRUE(form.Button("Record")->isEnabled());
-  EXPECT_TRUE(form.Button("Exit")->isEnabled());
+TEST_F(MainFormTest, NamesPauseAndResumeOnMenuAndButton) {
   ChangeCurrentStatus(session, form, text::StatusAcquiringData);
-  EXPECT_FALSE(form.Button("Record")->isEnabled());
-  EXPECT_FALSE(form.Button("Exit")->isEnabled());
-  EXPECT_TRUE(form.Button("Acquire")->isEnabled()) << "it tells why it can't connect now";
+  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "Pause");
+  EXPECT_EQ(form.Button("Pause")->toolTip(), "Pause");
+  ChangeCurrentStatus(session, form, text::StatusAcquiringPaused);
+  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "Resume");
+  EXPECT_EQ(form.Button("Pause")->toolTip(), "Resume");
 }
 
 TEST_F(MainFormTest, WritesItsTitleFromBaseTitleAndVersion) {

@@ -2,17 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QRadioButton>
-#include <QTimer>
 #include <filesystem>
 #include <fstream>
 
-#include "instruments/windows/protocol_dialogs_qt.h"
 #include "shell/shell_rig.h"
 #include "support/window_driving.h"
 
@@ -32,8 +28,6 @@ struct Step {
 
 class SerialPortMenu : public testing::Test {
  protected:
-  SerialPortMenu() { rig.serialPortDialogs = &windows; }
-
   /// Has `protocol` stored, from an earlier run.
   void Store(const std::string& protocol) {
     rig.settings->Save("VELK2", "Protocol", "SerialData", protocol);
@@ -54,24 +48,9 @@ class SerialPortMenu : public testing::Test {
     Drive(steps, [this] { rig.Choose("mnuEditSerialPort"); });
   }
   void Drive(const std::vector<Step>& steps, const std::function<void()>& open) {
-    std::size_t next = 0;
-    QPointer<QDialog> last;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &look, [&] {
-      auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (window == nullptr || window == last) return;
-      last = window;
-      if (next == steps.size()) {
-        ADD_FAILURE() << "a window that was not foreseen: " << window->objectName().toStdString();
-        return window->reject();
-      }
-      const Step& step = steps[next++];
-      EXPECT_EQ(window->objectName(), step.window);
-      step.act(*window);
-    });
-    look.start(0);
+    for (const Step& step : steps) rig.windows.Then(step.window, step.act);
     open();
-    EXPECT_EQ(next, steps.size());
+    EXPECT_TRUE(rig.windows.IsDone());
   }
 
   static QString Shown(const QDialog& window, const char* list) {
@@ -94,7 +73,6 @@ class SerialPortMenu : public testing::Test {
   }
 
   test::ShellRig rig;
-  ProtocolDialogsQt windows{rig.dialogs, rig.translation};
 };
 
 // --- Each entry of the protocol list ---

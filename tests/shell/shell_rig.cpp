@@ -1,5 +1,6 @@
 #include "shell/shell_rig.h"
 
+#include <QCheckBox>
 #include <cstdio>
 
 #include "core/texts.h"
@@ -22,12 +23,7 @@ void ShellRig::Start() {
   const SerialPortFactory twoPorts = [this]() -> std::unique_ptr<SerialPort> {
     return std::make_unique<FakeSerialPort>(plainPort.port ? linePort : plainPort);
   };
-  Services services{{clock, gate, dialogs, *settings, translation.Translator},
-                    translation,
-                    questions,
-                    settingsQuestions,
-                    *serialPortDialogs,
-                    twoPorts};
+  Services services{{clock, gate, dialogs, *settings, translation.Translator}, translation, twoPorts, &questions};
   services.makePageFetch = [this](Clock& programClock) {
     auto made = std::make_unique<ScriptedPages>(programClock);
     pages = made.get();
@@ -36,6 +32,15 @@ void ShellRig::Start() {
   services.programFolder = programFolder;
   application = std::make_unique<Application>(services);
   application->MDIForm_Load();
+}
+
+void ShellRig::ClearSettings(std::initializer_list<int> groups) {
+  windows.Then("ClearSettings", [groups = std::vector<int>(groups)](QDialog& window) {
+    for (const int group : groups)
+      FindControl<QCheckBox>(window, ("Check1_" + std::to_string(group)).c_str())->setChecked(true);
+    Click(window, "cmdOK");
+  });
+  Choose("mnuEditClear");
 }
 
 void ShellRig::Connect() {

@@ -11,9 +11,8 @@
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
 #include "support/scripted_pages.h"
-#include "support/scripted_protocol_dialogs.h"
-#include "support/scripted_settings_questions.h"
 #include "support/temporary_folder.h"
+#include "support/window_script.h"
 
 namespace velk::test {
 
@@ -30,6 +29,8 @@ class ShellRig {
 
   void Press(const char* button) { Window().Button(button)->trigger(); }
   void Choose(const char* menuItem) { Window().MenuItem(menuItem)->trigger(); }
+  /// Clears groups of the settings, from 0 on, by the menu.
+  void ClearSettings(std::initializer_list<int> groups);
   /// Connect, with the unit's first line coming in while it waits.
   void Connect();
   /// A frame of the unit comes in a second after the last one.
@@ -41,9 +42,7 @@ class ShellRig {
   Translation translation;
   ScriptedDialogs dialogs{gate, translation.Translator};
   ScriptedJobQuestions questions;
-  ScriptedSettingsQuestions settingsQuestions;
-  ScriptedProtocolDialogs protocolDialogs;
-  ProtocolDialogs* serialPortDialogs = &protocolDialogs;  ///< set ahead of Start for the real windows
+  WindowScript windows;  ///< the real ones
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs

@@ -179,16 +179,16 @@ TEST_F(StartAndEnd, IsInEnglishWhileATranslationFileIsMissingAndKeepsTheChoice) 
 TEST_F(StartAndEnd, TemplatesComeAlongWhereTheSettingsFolderIsCopied) {
   rig.Start();
   rig.State().Parameters[1].name = "Давление";
-  rig.settingsQuestions.choice = "Цементирование 1/2";
+  rig.dialogs.ExpectChoice("Save Settings Template", "Цементирование 1/2");
   rig.Choose("mnuEditSaveTemplate");
   test::ShellRig machine;
   fs::copy(rig.folder.File("settings"), machine.folder.File("settings"),
            fs::copy_options::recursive | fs::copy_options::overwrite_existing);
   machine.Start();
   machine.State().Parameters[1].name = "Other";
-  machine.settingsQuestions.choice = "Цементирование 1/2";
+  machine.dialogs.ExpectChoice("Load Settings Template", "Цементирование 1/2");
   machine.Choose("mnuEditLoadTemplate");
-  EXPECT_EQ(machine.settingsQuestions.asked.back().entries, std::vector<std::string>{"Цементирование 1/2"});
+  EXPECT_EQ(machine.dialogs.listsAsked.back().entries, std::vector<std::string>{"Цементирование 1/2"});
   EXPECT_EQ(machine.State().Parameters[1].name, "Давление");
 }
 
@@ -349,7 +349,12 @@ TEST_F(StartAndEnd, LeavesTheLinkAloneForProtocolsThatHaveNone) {
 
 TEST_F(StartAndEnd, UserOptionsAreSavedAndTheProgramEndsWithoutAQuestion) {
   rig.Start();
-  rig.settingsQuestions.entered = {{"60", "30", "7200", "12", "64"}};
+  rig.windows.Then("frmUserOptions", [](QDialog& window) {
+    const char* const texts[] = {"60", "30", "7200", "12", "64"};
+    for (int i = 0; i < 5; ++i)
+      test::FindControl<QLineEdit>(window, ("Text1_" + std::to_string(i)).c_str())->setText(texts[i]);
+    test::Click(window, "cmdOK");
+  });
   rig.dialogs.Expect(kMustEnd, Answer::Ok);
   rig.Choose("mnuEditUserOptions");
   EXPECT_FALSE(rig.Window().isVisible());
@@ -364,7 +369,7 @@ TEST_F(StartAndEnd, NoPageIsFetchedOnceTheProgramHasEnded) {
   rig.Start();
   rig.clock.Advance(600);
   const std::size_t fetched = rig.pages->asked.size();
-  rig.settingsQuestions.choice = "English";
+  rig.dialogs.ExpectChoice("Select language", "English");
   rig.dialogs.Expect(kMustEnd, Answer::Ok);
   rig.Choose("mnuEditLanguage");
   EXPECT_FALSE(rig.Window().isVisible());
@@ -376,7 +381,7 @@ TEST_F(StartAndEnd, ABoxThatStandsWhenTheFrameClosesLeadsNowhere) {
   rig.Start();
   rig.settings->Save("VELKJob", "General", "TheTimeOut", "x");
   rig.settings->Flush();
-  rig.settingsQuestions.choice = "Job";
+  rig.dialogs.ExpectChoice("Load Settings Template", "Job");
   rig.dialogs.Expect("General/TheTimeOut", Answer::Cancel, [this] {
     rig.dialogs.Expect(kSure, Answer::Yes);
     rig.Window().close();

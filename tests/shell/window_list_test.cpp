@@ -43,7 +43,8 @@ class WindowListTest : public testing::Test {
   }
 
   Session session;
-  MainForm form{test::English()};
+  Session session;
+  MainForm form{test::English(), session};
   WindowList list{form};
 };
 

@@ -12,7 +12,7 @@ class RecordingView : public MainView {
  public:
   void SetPanel(int panel, const OperatorText& text) override { panels[panel] = text.English(); }
   void SetMenuEnabled(std::string_view item, bool enabled) override { menuEnabled[std::string(item)] = enabled; }
-  void SetMenuVisible(std::string_view item, bool visible) override { menuVisible[std::string(item)] = visible; }
+  void ShowStatus(const MessageText& status) override { statuses.emplace_back(status.english); }
   void SetMenuCaption(std::string_view item, const OperatorText& caption) override {
     menuCaption[std::string(item)] = caption.English();
   }
@@ -32,9 +32,10 @@ class RecordingView : public MainView {
   void Beep() override { ++beeps; }
 
   std::map<int, std::string> panels;
-  std::map<std::string, bool> menuEnabled, menuVisible, buttonVisible, buttonEnabled;
+  std::map<std::string, bool> menuEnabled, buttonVisible, buttonEnabled;
   std::map<std::string, std::string> menuCaption, toolTips;
   std::map<std::string, int> images;
+  std::vector<std::string> statuses;
   int captionResets = 0;
   int repaints = 0;
   int beeps = 0;

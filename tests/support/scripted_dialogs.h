@@ -21,6 +21,10 @@ class ScriptedDialogs : public Dialogs {
   void ExpectInput(const std::string& prompt, std::optional<std::string> reply);
   void ExpectOpenFile(std::optional<std::string> path);
   void ExpectSaveFile(std::optional<std::string> path, std::function<void()> while_ = {});
+  /// The next list must have `title` in its title.
+  void ExpectChoice(const std::string& title, std::optional<std::string> chosen);
+  void ExpectColour(const std::string& title, std::optional<std::int32_t> chosen);
+  void ExpectFont(std::optional<FontChoice> chosen);
 
   bool TopIsAnswered() const override { return topIsAnswered; }
 
@@ -28,6 +32,17 @@ class ScriptedDialogs : public Dialogs {
   std::vector<ShownMessage> shown;
   std::vector<ShownFileQuestion> filesAsked;
   std::vector<std::string> inputTitles;
+  std::vector<ShownListQuestion> listsAsked;
+
+  /// What the box of a long task was told.
+  struct ShownProgress {
+    std::string title;
+    bool appeared = false;
+    bool gone = false;
+    std::vector<std::pair<std::string, double>> steps;
+  };
+  std::deque<ShownProgress> progress;  ///< of each long task
+  bool cancelProgress = false;         ///< Cancel is pressed on it
 
  protected:
   Answer ShowMessage(const ShownMessage& box) override;
@@ -35,15 +50,22 @@ class ScriptedDialogs : public Dialogs {
                                        const std::string& preset) override;
   std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) override;
   std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) override;
+  std::optional<std::string> ShowList(const ShownListQuestion& question) override;
+  std::optional<std::int32_t> ShowColour(const std::string& title, std::int32_t initial) override;
+  std::optional<FontChoice> ShowFont(const FontChoice& initial) override;
+  std::unique_ptr<ProgressBox> MakeProgress(const std::string& title) override;
 
  private:
-  enum class Kind { Message, Input, Open, File };
+  class ScriptedProgress;
+  enum class Kind { Message, Input, Open, File, List, Colour, Font };
   struct Foreseen {
     Kind kind;
     std::string text;
     Answer answer = Answer::Ok;
     std::optional<std::string> reply;
     std::function<void()> while_;
+    std::optional<std::int32_t> colour = {};
+    std::optional<FontChoice> font = {};
   };
   Foreseen Take(Kind kind, const std::string& text);
 

@@ -66,12 +66,8 @@ void ProgramRig::SetChannels(int count) {
 
 void ProgramRig::StartProgram() {
   settings.Flush();
-  application = std::make_unique<Application>(Services{{clock, gate, dialogs, settings, translation.Translator},
-                                                       translation,
-                                                       questions,
-                                                       settingsQuestions,
-                                                       protocolDialogs,
-                                                       MakeSerialPort});
+  application = std::make_unique<Application>(
+      Services{{clock, gate, dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});
   application->MDIForm_Load();
 }
 

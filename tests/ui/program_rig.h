@@ -11,8 +11,6 @@
 #include "support/child_program.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
-#include "support/scripted_protocol_dialogs.h"
-#include "support/scripted_settings_questions.h"
 #include "support/temporary_folder.h"
 
 namespace velk::test {
@@ -78,8 +76,6 @@ class ProgramRig {
   Translation translation;
   ScriptedDialogs dialogs{gate, translation.Translator};
   ScriptedJobQuestions questions;
-  ScriptedSettingsQuestions settingsQuestions;
-  ScriptedProtocolDialogs protocolDialogs;
   SettingsStore settings{folder.File("settings")};
   std::unique_ptr<ChildProgram> simulator;
   std::unique_ptr<Application> application;

@@ -52,8 +52,7 @@ TEST(EveryWindow, IsNamedByATopicThatOneOfThemOpens) {
 
 TEST(HelpInRussian, StaysRussianWhenTheSettingsAreClearedWhileTheProgramRuns) {
   SampleProgram program("Russian", SampleProgram::State::Ready);
-  program.rig.settingsQuestions.groups = GroupChoice{true, false, false, false, false, false};
-  program.rig.Choose("mnuEditClear");
+  program.rig.ClearSettings({0});
   ASSERT_EQ(program.rig.State().Current_language, "English");
   program.rig.Choose("mnuHelpContents");
   EXPECT_EQ(PageShown(), "/help/ru/first_start.html");

@@ -3,6 +3,7 @@
 #include <QMdiArea>
 
 #include "graphs/windows/graph_windows_mdi.h"
+#include "i18n/windows/window_host.h"
 #include "model/session.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
@@ -25,6 +26,7 @@ struct SampleJob {
   Gate gate;
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate, translation.Translator};
+  WindowHost host{dialogs, translation};
   SettingsStore settings{""};
   Platform platform{clock, gate, dialogs, settings, translation.Translator};
   RecordingGraphs graphs;

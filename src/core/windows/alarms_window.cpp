@@ -17,15 +17,14 @@ constexpr int kBelowLabels = 67;   // 1000 twips: the button
 
 }  // namespace
 
-Alarms::Alarms(const Session& session, const Translation& translation, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::Alarms>()) {
+Alarms::Alarms(WindowHost& host, const Session& session) : QDialog(host.Parent()), ui_(std::make_unique<Ui::Alarms>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Alarms);
   for (int i = 1; i <= session.TotalParameters; ++i)
     if (session.AlarmTriggered[i]) AddLabel(ToQt(session.CurrentParameters[i].name));
   FitToLabels();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 Alarms::~Alarms() = default;
@@ -58,11 +57,8 @@ void Alarms::FitToLabels() {
   resize((wanted + QSize(bar, 0)).boundedTo(room));
 }
 
-void Command1_Click(const Session& session, const Translation& translation, ModalWindows& windows, QWidget* parent) {
-  // On the heap and watched: the parent may be destroyed while the window stands, and takes it along.
-  const QPointer<Alarms> window = new Alarms(session, translation, parent);
-  windows.Run(window.data());
-  delete window;
+void BindAlarms(CommandBinder& commands, WindowHost& host, const Session& session) {
+  for (const char* button : {"Alarms", "Command1"}) commands.Bind(button, [&] { host.Show<Alarms>(session); });
 }
 
 }  // namespace velk

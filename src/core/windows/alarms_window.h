@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
+#include "model/command_binder.h"
 #include "model/session.h"
-#include "platform/windows/modal_windows.h"
 
 namespace Ui {
 class Alarms;
@@ -20,7 +20,7 @@ class Alarms : public QDialog {
   Q_OBJECT
 
  public:
-  Alarms(const Session& session, const Translation& translation, QWidget* parent = nullptr);
+  Alarms(WindowHost& host, const Session& session);
   ~Alarms() override;
 
  private:
@@ -32,7 +32,8 @@ class Alarms : public QDialog {
   std::vector<QLabel*> label1_;
 };
 
-/// Shows the window, modal over `parent`; samples go on behind it. For the button Command1 and the toolbar's Alarms.
-void Command1_Click(const Session& session, const Translation& translation, ModalWindows& windows, QWidget* parent);
+/// Binds the two buttons that show the window: the toolbar's Alarms and the indicator Command1. Samples go on behind
+/// it.
+void BindAlarms(CommandBinder& commands, WindowHost& host, const Session& session);
 
 }  // namespace velk

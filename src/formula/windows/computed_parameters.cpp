@@ -10,16 +10,15 @@
 
 namespace velk {
 
-ComputedParameters::ComputedParameters(const Translation& translation, std::vector<ComputedChannel> channels,
-                                       std::function<void(QWidget*)> showParameters, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::ComputedParameters>()), channels_(std::move(channels)) {
+ComputedParameters::ComputedParameters(WindowHost& host, std::vector<ComputedChannel> channels,
+                                       std::function<void()> showParameters)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::ComputedParameters>()), channels_(std::move(channels)) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   AddCheckBoxes();
   FitToScreen();
-  connect(ui_->cmdParameters, &QPushButton::clicked, this,
-          [this, showParameters = std::move(showParameters)] { showParameters(this); });
+  connect(ui_->cmdParameters, &QPushButton::clicked, this, std::move(showParameters));
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 
@@ -53,7 +52,7 @@ void ComputedParameters::FitToScreen() {
   resize((boxes + around).expandedTo(minimumSizeHint()).boundedTo(room));
 }
 
-std::vector<ComputedChannel> ComputedParameters::Channels() const {
+std::vector<ComputedChannel> ComputedParameters::Answer() const {
   std::vector<ComputedChannel> channels = channels_;
   for (std::size_t i = 0; i < channels.size(); ++i) channels[i].included = check1_[i]->isChecked();
   return channels;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "formula/include_in_graphs.h"
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 
 namespace Ui {
 class ComputedParameters;
@@ -15,18 +15,17 @@ class ComputedParameters;
 
 namespace velk {
 
-/// Switches computed channels on and off: a check box `Check1_<i>` for each. However it is closed, Channels() is what
+/// Switches computed channels on and off: a check box `Check1_<i>` for each. However it is closed, Answer() is what
 /// its boxes say.
 class ComputedParameters : public QDialog {
   Q_OBJECT
 
  public:
-  /// `showParameters` is called with this window when the list of all parameters is wanted.
-  ComputedParameters(const Translation& translation, std::vector<ComputedChannel> channels,
-                     std::function<void(QWidget*)> showParameters, QWidget* parent = nullptr);
+  /// `showParameters` is called when the list of all parameters is wanted.
+  ComputedParameters(WindowHost& host, std::vector<ComputedChannel> channels, std::function<void()> showParameters);
   ~ComputedParameters() override;
 
-  std::vector<ComputedChannel> Channels() const;
+  std::vector<ComputedChannel> Answer() const;
 
  private:
   void AddCheckBoxes();

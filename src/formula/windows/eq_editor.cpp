@@ -27,9 +27,12 @@ constexpr int kMostLetters = 40;
 
 }  // namespace
 
-EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, const Translation& translation,
-                   QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::EqEditor>()), session_(session), report_(report), graphs_(graphs) {
+EqEditor::EqEditor(WindowHost& host, Session& session, const FormulaReport& report, GraphWindows& graphs)
+    : QDialog(host.Parent()),
+      ui_(std::make_unique<Ui::EqEditor>()),
+      session_(session),
+      report_(report),
+      graphs_(graphs) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
   FillList();
@@ -39,7 +42,7 @@ EqEditor::EqEditor(Session& session, const FormulaReport& report, GraphWindows& 
   connect(ui_->Equals, &QPushButton::clicked, this, &EqEditor::Equals_Click);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   ui_->Text1->setFocus();
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   ui_->List1->setAccessibleName(ui_->List1->toolTip());
 }
 

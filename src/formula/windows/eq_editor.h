@@ -6,7 +6,7 @@
 
 #include "formula/formula_checks.h"
 #include "formula/formula_input.h"
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "model/graph_window.h"
 #include "model/session.h"
 
@@ -23,8 +23,7 @@ class EqEditor : public QDialog {
   Q_OBJECT
 
  public:
-  EqEditor(Session& session, const FormulaReport& report, GraphWindows& graphs, const Translation& translation,
-           QWidget* parent = nullptr);
+  EqEditor(WindowHost& host, Session& session, const FormulaReport& report, GraphWindows& graphs);
   ~EqEditor() override;
 
  private:

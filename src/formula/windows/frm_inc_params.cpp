@@ -21,20 +21,20 @@ enum Column : int { kName, kUnits, kGraph, kFormula, kColumns };
 
 }  // namespace
 
-frmIncParams::frmIncParams(const Session& session, const Translation& translation, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmIncParams>()), session_(session) {
+frmIncParams::frmIncParams(WindowHost& host, const Session& session)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmIncParams>()), session_(session) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Formulas);
   QStringList titles;
   for (const MessageText id : {text::DefaultParameterName, text::DefaultUnits, text::ListedGraph, text::ListedFormula})
-    titles.append(ToQt(translation.Translator.In(id)));
+    titles.append(ToQt(host.Words().Translator.In(id)));
   ui_->Grid1->setColumnCount(kColumns);
   ui_->Grid1->setHorizontalHeaderLabels(titles);
   QHeaderView* header = ui_->Grid1->horizontalHeader();
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
   for (const Column column : {kName, kFormula}) header->setSectionResizeMode(column, QHeaderView::Stretch);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
   resize(LetterSize(*this, kLetters, kLines));
 }

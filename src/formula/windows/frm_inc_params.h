@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "model/session.h"
 
 namespace Ui {
@@ -18,7 +18,7 @@ class frmIncParams : public QDialog {
   Q_OBJECT
 
  public:
-  frmIncParams(const Session& session, const Translation& translation, QWidget* parent = nullptr);
+  frmIncParams(WindowHost& host, const Session& session);
   ~frmIncParams() override;
 
  protected:

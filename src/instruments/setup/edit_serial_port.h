@@ -1,19 +1,43 @@
 #pragma once
 
-#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 
-#include "instruments/setup/protocol_dialogs.h"
-#include "platform/platform.h"
+#include "instruments/setup/hardware_choices.h"
+#include "instruments/setup/parameter_commands.h"
+#include "instruments/setup/separators.h"
 
 namespace velk {
 
-/// Leads through HardwareSettings and the dialog of the chosen protocol, and takes the outcome over: the session, the
-/// protocol's constants, and NumberOfParameters in the settings store, which no other save of the settings writes.
-/// Cancel in any of the dialogs leaves all as it was.
-///
-/// `linkAgain` is the shell's part, run once the outcome stands: both ports closed, Timer2, Timer4 and Timer5 stopped,
-/// the settings saved, and the link set up for the new choice. It runs again where the operator retries a failure.
-void mnuEditSerialPort_Click(Session& session, const Platform& platform, ProtocolDialogs& dialogs,
-                             const std::function<void()>& linkAgain);
+/// What HardwareSettings is opened with.
+struct HardwareQuestion {
+  HardwareChoices choices;
+  int formulae = 0;  ///< additional parameters, which take their share of the 64
+  std::vector<PortEntry> ports;
+};
+
+/// Where the networked unit is; fields are named as the session's.
+struct UnitAddress {
+  std::string daqIPAddress;
+  std::string daqHTML;
+};
+
+/// All that the dialogs of the serial port gave; the session is touched only once every one of them was answered.
+struct SerialPortOutcome {
+  HardwareChoices choices;
+  Session::PerParameter<Parameter> parameters;
+  std::optional<Separators> separators = {};
+  std::optional<std::vector<ParameterCommands>> commands = {};
+  std::optional<UnitAddress> address = {};
+};
+
+/// What the dialogs begin with, and what they go on with once HardwareSettings was answered.
+HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings);
+SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language);
+
+/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters in the settings store, which
+/// no other save of the settings writes. Raises the store's file errors.
+void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPortOutcome& outcome);
 
 }  // namespace velk

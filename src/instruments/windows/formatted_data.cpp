@@ -8,20 +8,19 @@
 
 namespace velk {
 
-FormattedData::FormattedData(const Separators& separators, Dialogs& dialogs, const Translation& translation,
-                             QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::FormattedData>()) {
+FormattedData::FormattedData(WindowHost& host, const Separators& separators)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::FormattedData>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
-  ui_->separators->Show(separators, dialogs);
+  ui_->separators->Show(separators, host.Boxes());
   connect(ui_->cmdOK, &QPushButton::clicked, this, &FormattedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &FormattedData::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 FormattedData::~FormattedData() = default;
 
-const Separators& FormattedData::Chosen() const {
+const Separators& FormattedData::Answer() const {
   return ui_->separators->Chosen();
 }
 

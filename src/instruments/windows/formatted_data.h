@@ -3,9 +3,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "instruments/setup/separators.h"
-#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class FormattedData;
@@ -18,11 +17,10 @@ class FormattedData : public QDialog {
   Q_OBJECT
 
  public:
-  FormattedData(const Separators& separators, Dialogs& dialogs, const Translation& translation,
-                QWidget* parent = nullptr);
+  FormattedData(WindowHost& host, const Separators& separators);
   ~FormattedData() override;
 
-  const Separators& Chosen() const;
+  const Separators& Answer() const;
 
  private:
   std::unique_ptr<Ui::FormattedData> ui_;

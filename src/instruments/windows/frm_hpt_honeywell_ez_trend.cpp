@@ -10,9 +10,8 @@
 
 namespace velk {
 
-frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const Translation& translation,
-                                               QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmHPTHoneywellEZtrend>()) {
+frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(WindowHost& host, const UnitAddress& address)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmHPTHoneywellEZtrend>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
   ui_->txtIPAddress->setText(ToQt(address.daqIPAddress));
@@ -20,12 +19,12 @@ frmHPTHoneywellEZtrend::frmHPTHoneywellEZtrend(const UnitAddress& address, const
   if (!address.daqHTML.empty()) ui_->txtHTML->setText(ToQt(address.daqHTML));
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmHPTHoneywellEZtrend::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 frmHPTHoneywellEZtrend::~frmHPTHoneywellEZtrend() = default;
 
-UnitAddress frmHPTHoneywellEZtrend::Address() const {
+UnitAddress frmHPTHoneywellEZtrend::Answer() const {
   return {Trim(FromQt(ui_->txtIPAddress->text())), Trim(FromQt(ui_->txtHTML->text()))};
 }
 

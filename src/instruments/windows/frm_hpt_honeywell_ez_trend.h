@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/translation.h"
-#include "instruments/setup/protocol_dialogs.h"
+#include "i18n/windows/window_host.h"
+#include "instruments/setup/edit_serial_port.h"
 
 namespace Ui {
 class frmHPTHoneywellEZtrend;
@@ -17,11 +17,11 @@ class frmHPTHoneywellEZtrend : public QDialog {
   Q_OBJECT
 
  public:
-  frmHPTHoneywellEZtrend(const UnitAddress& address, const Translation& translation, QWidget* parent = nullptr);
+  frmHPTHoneywellEZtrend(WindowHost& host, const UnitAddress& address);
   ~frmHPTHoneywellEZtrend() override;
 
   /// What the boxes hold, without blanks at their ends.
-  UnitAddress Address() const;
+  UnitAddress Answer() const;
 
  private:
   std::unique_ptr<Ui::frmHPTHoneywellEZtrend> ui_;

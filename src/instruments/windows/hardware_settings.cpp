@@ -18,12 +18,10 @@ constexpr int kDeviceWidth = 240;
 
 }  // namespace
 
-HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const Translation& translation,
-                                   QWidget* parent)
-    : QDialog(parent),
+HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& question)
+    : QDialog(host.Parent()),
       ui_(std::make_unique<Ui::HardwareSettings>()),
-      dialogs_(dialogs),
-      translation_(translation),
+      host_(host),
       formulae_(question.formulae),
       ports_(question.ports),
       choices_(question.choices),
@@ -38,13 +36,13 @@ HardwareSettings::HardwareSettings(const HardwareQuestion& question, Dialogs& di
   ConnectLists();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &HardwareSettings::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &HardwareSettings::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 HardwareSettings::~HardwareSettings() = default;
 
 void HardwareSettings::FillLists() {
-  const auto text = [this](const MessageText& row) { return ToQt(translation_.Translator.In(row)); };
+  const auto text = [this](const MessageText& row) { return ToQt(host_.Words().Translator.In(row)); };
   for (const Protocol& row : Protocols()) ui_->cboSerialData->addItem(text(row.caption));
   for (const int number : kSamplingNumbers) ui_->cboSampling->addItem(QString::number(number));
   for (const MessageText unit : {text::SamplingSeconds, text::SamplingMinutes, text::SamplingHours})
@@ -84,7 +82,7 @@ void HardwareSettings::UpdateDisplay() {
   ShowChoice(*ui_->cboSamplingUnits, static_cast<int>(sampling_.unit), {});
   const bool offered = shown.PortNumber >= 1 && shown.PortNumber <= static_cast<int>(ports_.size());
   ShowChoice(*ui_->cboPort, offered ? shown.PortNumber - 1 : -1,
-             translation_.Translator.In(text::ComPort + std::to_string(shown.PortNumber)));
+             host_.Words().Translator.In(text::ComPort + std::to_string(shown.PortNumber)));
   ShowChoice(*ui_->cboBaudRate, PlaceOf(kBaudRates, shown.BaudRate), std::to_string(shown.BaudRate));
   ShowChoice(*ui_->cboParity, PlaceOf(kParities, shown.Parity), shown.Parity);
   ShowChoice(*ui_->cboDataBits, PlaceOf(kDataBits, shown.DataBits), std::to_string(shown.DataBits));
@@ -106,7 +104,7 @@ void HardwareSettings::ShowDevices() {
     labels[i]->setText(QStringLiteral("%1: %2 - %3")
                            .arg(QString::number(port.number),
                                 labels[i]->fontMetrics().elidedText(device, Qt::ElideMiddle, kDeviceWidth),
-                                ToQt(translation_.Translator.In(presence))));
+                                ToQt(host_.Words().Translator.In(presence))));
     labels[i]->setToolTip(device);
   }
 }
@@ -133,7 +131,7 @@ bool HardwareSettings::Take(QLineEdit& box, const NumberRead& read, std::int16_t
     field = read.value;
     return true;
   }
-  dialogs_.Message({read.fault, text::SerialPortProtocol, Buttons::Ok, BoxIcon::Exclamation});
+  host_.Boxes().Message({read.fault, text::SerialPortProtocol, Buttons::Ok, BoxIcon::Exclamation});
   box.setFocus();
   box.selectAll();
   return false;

@@ -5,10 +5,9 @@
 #include <QLineEdit>
 #include <memory>
 
-#include "i18n/translation.h"
-#include "instruments/setup/protocol_dialogs.h"
+#include "i18n/windows/window_host.h"
+#include "instruments/setup/edit_serial_port.h"
 #include "instruments/setup/sampling_choice.h"
-#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class HardwareSettings;
@@ -22,12 +21,11 @@ class HardwareSettings : public QDialog {
   Q_OBJECT
 
  public:
-  HardwareSettings(const HardwareQuestion& question, Dialogs& dialogs, const Translation& translation,
-                   QWidget* parent = nullptr);
+  HardwareSettings(WindowHost& host, const HardwareQuestion& question);
   ~HardwareSettings() override;
 
   /// What was chosen, once the window was accepted.
-  const HardwareChoices& Choices() const { return choices_; }
+  const HardwareChoices& Answer() const { return choices_; }
 
  private:
   void FillLists();
@@ -41,8 +39,7 @@ class HardwareSettings : public QDialog {
   bool Take(QLineEdit& box, const NumberRead& read, std::int16_t& field);
 
   std::unique_ptr<Ui::HardwareSettings> ui_;
-  Dialogs& dialogs_;
-  const Translation& translation_;
+  WindowHost& host_;
   const int formulae_;
   const std::vector<PortEntry> ports_;
   HardwareChoices choices_;

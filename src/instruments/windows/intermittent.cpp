@@ -8,20 +8,19 @@
 
 namespace velk {
 
-Intermittent::Intermittent(const Separators& separators, Dialogs& dialogs, const Translation& translation,
-                           QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::Intermittent>()) {
+Intermittent::Intermittent(WindowHost& host, const Separators& separators)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::Intermittent>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
-  ui_->separators->Show(separators, dialogs);
+  ui_->separators->Show(separators, host.Boxes());
   connect(ui_->cmdOK, &QPushButton::clicked, this, &Intermittent::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &Intermittent::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 Intermittent::~Intermittent() = default;
 
-const Separators& Intermittent::Chosen() const {
+const Separators& Intermittent::Answer() const {
   return ui_->separators->Chosen();
 }
 

@@ -3,9 +3,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "instruments/setup/separators.h"
-#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class Intermittent;
@@ -18,11 +17,10 @@ class Intermittent : public QDialog {
   Q_OBJECT
 
  public:
-  Intermittent(const Separators& separators, Dialogs& dialogs, const Translation& translation,
-               QWidget* parent = nullptr);
+  Intermittent(WindowHost& host, const Separators& separators);
   ~Intermittent() override;
 
-  const Separators& Chosen() const;
+  const Separators& Answer() const;
 
  private:
   std::unique_ptr<Ui::Intermittent> ui_;

@@ -38,9 +38,8 @@ CommandText AsShown(const std::string& stored) {
 
 }  // namespace
 
-RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, const Translation& translation,
-                             QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::RequestedData>()), stored_(commands) {
+RequestedData::RequestedData(WindowHost& host, const std::vector<ParameterCommands>& commands)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::RequestedData>()), stored_(commands) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Instruments);
   last_ = ui_->scrollArea;
@@ -55,7 +54,7 @@ RequestedData::RequestedData(const std::vector<ParameterCommands>& commands, con
     commands_.front().text->setFocus();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &RequestedData::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &RequestedData::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   NameBoxes();
   FitToScreen();
 }
@@ -111,7 +110,7 @@ void RequestedData::FitToScreen() {
   resize(wanted.expandedTo(minimumSizeHint()).boundedTo(Room()));
 }
 
-std::vector<ParameterCommands> RequestedData::Commands() const {
+std::vector<ParameterCommands> RequestedData::Answer() const {
   std::vector<ParameterCommands> commands = stored_;
   for (std::size_t i = 0; i < commands.size(); ++i) {
     commands[i].CommandString = CommandOf(commands_[i], stored_[i].CommandString);

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "instruments/setup/parameter_commands.h"
 
 namespace Ui {
@@ -21,12 +21,11 @@ class RequestedData : public QDialog {
   Q_OBJECT
 
  public:
-  RequestedData(const std::vector<ParameterCommands>& commands, const Translation& translation,
-                QWidget* parent = nullptr);
+  RequestedData(WindowHost& host, const std::vector<ParameterCommands>& commands);
   ~RequestedData() override;
 
   /// The commands as the boxes show them; what was not touched is as it came.
-  std::vector<ParameterCommands> Commands() const;
+  std::vector<ParameterCommands> Answer() const;
 
  private:
   /// The boxes of one command.

@@ -14,13 +14,12 @@
 
 namespace velk {
 
-frmFileExist::frmFileExist(const Translation& translation, const std::string& oldName, bool compatible, bool sameOrder,
-                           QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmFileExist>()) {
+frmFileExist::frmFileExist(WindowHost& host, const std::string& oldName, bool compatible, bool sameOrder)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmFileExist>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Recording);
   const auto around = [&](const MessageText& before, const MessageText& after) {
-    return ToQt(translation.Translator.In(before + oldName + after));
+    return ToQt(host.Words().Translator.In(before + oldName + after));
   };
   ui_->lblFile->setText(compatible ? QString::fromStdString(oldName)
                                    : around(text::NotCompatibleBefore, text::NotCompatibleAfter));
@@ -33,7 +32,7 @@ frmFileExist::frmFileExist(const Translation& translation, const std::string& ol
   first->setFocus();
   connect(ui_->cmdAppend, &QPushButton::clicked, this, [this] { Choose(FileChoice::Append); });
   connect(ui_->cmdCreate, &QPushButton::clicked, this, [this] { Choose(FileChoice::CreateNew); });
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   FitToScreen();
 }
 

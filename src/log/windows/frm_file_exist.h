@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "log/job_questions.h"
 
 namespace Ui {
@@ -18,11 +18,10 @@ class frmFileExist : public QDialog {
   Q_OBJECT
 
  public:
-  frmFileExist(const Translation& translation, const std::string& oldName, bool compatible, bool sameOrder,
-               QWidget* parent = nullptr);
+  frmFileExist(WindowHost& host, const std::string& oldName, bool compatible, bool sameOrder);
   ~frmFileExist() override;
 
-  FileChoice Choice() const { return choice_; }
+  FileChoice Answer() const { return choice_; }
 
  private:
   void Choose(FileChoice choice);

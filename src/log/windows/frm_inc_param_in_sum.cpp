@@ -26,15 +26,15 @@ QString Caption(const std::string& name) {
 
 }  // namespace
 
-frmIncParamInSum::frmIncParamInSum(const Translation& translation, const SummaryInclusion& inclusion, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmIncParamInSum>()), inclusion_(inclusion) {
+frmIncParamInSum::frmIncParamInSum(WindowHost& host, const SummaryInclusion& inclusion)
+    : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmIncParamInSum>()), inclusion_(inclusion) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Recording);
   text1_ = {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3};
   for (std::size_t i = 0; i < text1_.size() && i < inclusion_.extraFields.size(); ++i)
     text1_[i]->setText(QString::fromStdString(inclusion_.extraFields[i]));
   AddCheckBoxes();
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
   for (QLineEdit* box : text1_) box->setAccessibleName(ui_->Label1->text());
   FitToScreen();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmIncParamInSum::cmdClose_Click);

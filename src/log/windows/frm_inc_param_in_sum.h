@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "log/job_questions.h"
 
 namespace Ui {
@@ -22,11 +22,11 @@ class frmIncParamInSum : public QDialog {
   Q_OBJECT
 
  public:
-  frmIncParamInSum(const Translation& translation, const SummaryInclusion& inclusion, QWidget* parent = nullptr);
+  frmIncParamInSum(WindowHost& host, const SummaryInclusion& inclusion);
   ~frmIncParamInSum() override;
 
   /// What was chosen with cmdClose; what came in where the window was closed otherwise.
-  const SummaryInclusion& Inclusion() const { return inclusion_; }
+  const SummaryInclusion& Answer() const { return inclusion_; }
 
  private:
   void AddCheckBoxes();

@@ -1,29 +1,20 @@
 #pragma once
 
-#include <QPointer>
-#include <QWidget>
-
-#include "i18n/translation.h"
+#include "i18n/windows/window_host.h"
 #include "log/job_questions.h"
-#include "platform/windows/modal_windows.h"
 
 namespace velk {
 
 /// Asks with frmFileExist and frmIncParamInSum.
 class JobQuestionsQt : public JobQuestions {
  public:
-  JobQuestionsQt(Dialogs& dialogs, const Translation& translation) : translation_(translation), windows_(dialogs) {}
-
-  /// The main window, over which the windows stand.
-  void SetParent(QWidget* parent) { parent_ = parent; }
+  explicit JobQuestionsQt(WindowHost& host) : host_(host) {}
 
   FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override;
   void IncludeInSummary(SummaryInclusion& inclusion) override;
 
  private:
-  const Translation& translation_;
-  ModalWindows windows_;
-  QPointer<QWidget> parent_;
+  WindowHost& host_;
 };
 
 }  // namespace velk

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/scope.h"
+
 namespace velk {
 
 namespace {
@@ -24,11 +26,8 @@ template <class Show>
 auto Dialogs::WithGateOpen(Show&& show) {
   if (const auto first = std::exchange(beforeBox, nullptr)) first();
   const GateState open(gate_, GateState::Open);
-  struct Counted {
-    explicit Counted(int& boxes) : count(boxes) { ++count; }
-    ~Counted() { --count; }
-    int& count;
-  } const counted(boxes_);
+  ++boxes_;
+  const OnLeaving answered([this] { --boxes_; });
   return show();
 }
 
@@ -59,10 +58,57 @@ ShownFileQuestion Dialogs::Shown(const FileQuestion& question) const {
   return {InLanguage(question.title), InLanguage(question.filter), question.directory};
 }
 
+std::optional<std::string> Dialogs::Choose(const ListQuestion& question) {
+  if (ending_) return std::nullopt;
+  return WithGateOpen([&] {
+    return ShowList({InLanguage(question.title), InLanguage(question.prompt), question.entries, question.mayEnter,
+                     question.helpTopic});
+  });
+}
+
+std::optional<std::int32_t> Dialogs::Colour(const OperatorText& title, std::int32_t initial) {
+  if (ending_) return std::nullopt;
+  return WithGateOpen([&] { return ShowColour(InLanguage(title), initial); });
+}
+
+std::optional<FontChoice> Dialogs::Font(const FontChoice& initial) {
+  if (ending_) return std::nullopt;
+  return WithGateOpen([&] { return ShowFont(initial); });
+}
+
 void Dialogs::Modal(const std::function<void()>& show) {
   if (ending_) return;
   WithGateOpen(show);
 }
+
+// --- Progress ---
+
+Dialogs::Progress::Progress(Dialogs& dialogs, const OperatorText& title)
+    : dialogs_(dialogs), open_(dialogs.gate_, GateState::Open) {
+  if (const auto first = std::exchange(dialogs_.beforeBox, nullptr)) first();
+  if (!dialogs_.ending_) box_ = dialogs_.MakeProgress(dialogs_.InLanguage(title));
+  if (box_) ++dialogs_.boxes_;
+  ++dialogs_.longTasks_;
+}
+
+Dialogs::Progress::~Progress() {
+  --dialogs_.longTasks_;
+  if (box_) --dialogs_.boxes_;
+}
+
+void Dialogs::Progress::Appear() {
+  if (box_) box_->Appear();
+}
+
+void Dialogs::Progress::Show(const OperatorText& doing, double share) {
+  if (box_) box_->Show(dialogs_.InLanguage(doing), share);
+}
+
+bool Dialogs::Progress::IsCancelled() const {
+  return dialogs_.ending_ || (box_ && box_->IsCancelled());
+}
+
+// --- The end ---
 
 void Dialogs::SetEnding() {
   ending_ = true;
@@ -71,11 +117,7 @@ void Dialogs::SetEnding() {
 
 Answer Dialogs::ProcedureError(const std::string& procedure, const MessageBox& box) {
   if (!standing_.insert(procedure).second) return Answer::Cancel;
-  struct Removal {
-    std::set<std::string>& standing;
-    const std::string& procedure;
-    ~Removal() { standing.erase(procedure); }
-  } const removal{standing_, procedure};
+  const OnLeaving answered([&] { standing_.erase(procedure); });
   return Message(box);
 }
 

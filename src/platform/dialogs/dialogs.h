@@ -1,10 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "base/errors.h"
 #include "base/language.h"
@@ -31,6 +34,24 @@ struct FileQuestion {
   std::string directory;  ///< where the dialog starts; the home folder where there is no such one
 };
 
+/// A choice from a list.
+struct ListQuestion {
+  OperatorText title;
+  OperatorText prompt;
+  std::vector<std::string> entries;  ///< not translated: names that the operator gave, or words of the program's data
+  bool mayEnter = false;             ///< another text than those of the list may be entered
+  int helpTopic = 0;                 ///< the page that F1 opens; 0: that of the window below
+};
+
+struct FontChoice {
+  std::string family;
+  int size = 10;  ///< points
+  bool bold = false;
+  bool italic = false;
+
+  bool operator==(const FontChoice&) const = default;
+};
+
 /// A message box in the operator's language.
 struct ShownMessage {
   std::string text;
@@ -47,8 +68,30 @@ struct ShownFileQuestion {
   std::string directory;
 };
 
-/// Every box of the program goes through here: messages, inputs, files. A box lets events run, and opens the gate while
-/// it stands: the samples behind it go on. Tests script the answers (tests/support/scripted_dialogs.h).
+/// A choice from a list in the operator's language.
+struct ShownListQuestion {
+  std::string title;
+  std::string prompt;
+  std::vector<std::string> entries;
+  bool mayEnter = false;
+  int helpTopic = 0;
+};
+
+/// How far a long task is, on the screen. It stands over the window that began the task from the first moment on, so
+/// that nothing there is begun a second time, and is seen once it appears.
+class ProgressBox {
+ public:
+  virtual ~ProgressBox() = default;
+  virtual void Appear() = 0;
+  /// `doing` in the operator's language, and from 0 to 1 how much of it is done; below 0 nobody knows.
+  virtual void Show(const std::string& doing, double share) = 0;
+  /// Cancel was pressed, or the box was closed.
+  virtual bool IsCancelled() const = 0;
+};
+
+/// Every box of the program goes through here: messages, inputs, lists, files, colours, fonts, progress. A box lets
+/// events run, and opens the gate while it stands: the samples behind it go on. Tests script the answers
+/// (tests/support/scripted_dialogs.h).
 class Dialogs {
  public:
   /// Texts are shown in this language; it outlives the boxes.
@@ -66,8 +109,33 @@ class Dialogs {
   std::optional<std::string> OpenFile(const FileQuestion& question);
   /// A path to save to, with no question of the toolkit's own about overwriting; nothing on Cancel.
   std::optional<std::string> SaveFile(const FileQuestion& question);
+  /// A text of the list, or one that was entered, blanks included and never empty; nothing on Cancel.
+  std::optional<std::string> Choose(const ListQuestion& question);
+  /// A colour, 0x00bbggrr; nothing on Cancel.
+  std::optional<std::int32_t> Colour(const OperatorText& title, std::int32_t initial);
+  /// A font of the desktop; nothing on Cancel.
+  std::optional<FontChoice> Font(const FontChoice& initial);
   /// Runs a dialog of the program's own (frmFileExist, ...) under the same rules as the boxes above.
   void Modal(const std::function<void()>& show);
+
+  /// The box of a long task while the task runs; see long_task.h, which is what makes one.
+  class Progress {
+   public:
+    Progress(Dialogs& dialogs, const OperatorText& title);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void Appear();
+    void Show(const OperatorText& doing, double share);
+    /// By the operator, or because the program ends.
+    bool IsCancelled() const;
+
+   private:
+    Dialogs& dialogs_;
+    const GateState open_;
+    std::unique_ptr<ProgressBox> box_;  ///< null at the program's end and where nobody is there
+  };
 
   /// The box of a failed statement: `text` with Retry and Cancel. While a box of the same `procedure` stands, no second
   /// one comes and the answer is Cancel. See procedure.h.
@@ -79,11 +147,14 @@ class Dialogs {
 
   /// Boxes and dialogs that stand, one on top of the other: what lies below the topmost waits for its answer.
   int Standing() const { return boxes_; }
+  /// Long tasks that are on the stack, one on top of the other.
+  int LongTasks() const { return longTasks_; }
   /// The topmost was answered already: whoever shows it goes on once what was begun behind it has left the stack.
   virtual bool TopIsAnswered() const { return false; }
 
   /// From the end of the program on: every box answers Cancel (or No) without being shown, and one that stands closes.
   void SetEnding();
+  bool IsEnding() const { return ending_; }
 
  protected:
   virtual Answer ShowMessage(const ShownMessage& box) = 0;
@@ -91,10 +162,16 @@ class Dialogs {
                                                const std::string& preset) = 0;
   virtual std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) = 0;
   virtual std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) = 0;
+  // Where nobody is to answer, these are cancelled and a long task runs without a box.
+  virtual std::optional<std::string> ShowList(const ShownListQuestion&) { return std::nullopt; }
+  virtual std::optional<std::int32_t> ShowColour(const std::string& /*title*/, std::int32_t) { return std::nullopt; }
+  virtual std::optional<FontChoice> ShowFont(const FontChoice&) { return std::nullopt; }
+  virtual std::unique_ptr<ProgressBox> MakeProgress(const std::string& /*title*/) { return nullptr; }
   /// Closes the boxes that stand, with their safe answers.
   virtual void CloseStanding() {}
 
   std::string InLanguage(const OperatorText& text) const { return language_.In(text); }
+  const Language& ShownLanguage() const { return language_; }
 
  private:
   template <class Show>
@@ -105,6 +182,7 @@ class Dialogs {
   const Language& language_;
   std::set<std::string> standing_;
   int boxes_ = 0;
+  int longTasks_ = 0;
   bool ending_ = false;
 };
 

@@ -1,9 +1,11 @@
 #include "platform/windows/qt_dialogs.h"
-#include "platform/texts.h"
 
 #include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QFontDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -11,6 +13,11 @@
 #include <QStringList>
 #include <utility>
 #include <vector>
+
+#include "base/colour.h"
+#include "platform/texts.h"
+#include "platform/windows/list_input_box.h"
+#include "platform/windows/progress_window.h"
 
 namespace velk {
 
@@ -177,6 +184,55 @@ std::optional<std::string> QtDialogs::ShowSaveFile(const ShownFileQuestion& ques
   files->setAcceptMode(QFileDialog::AcceptSave);
   files->setFileMode(QFileDialog::AnyFile);
   return RunFiles(files, question);
+}
+
+std::optional<std::string> QtDialogs::ShowList(const ShownListQuestion& question) {
+  const QPointer<ListInputBox> list = new ListInputBox(question, ShownLanguage(), Owner());
+  std::optional<std::string> chosen;
+  if (Run(list.data())) chosen = list->Chosen();
+  delete list;
+  return chosen;
+}
+
+std::optional<std::int32_t> QtDialogs::ShowColour(const std::string& title, std::int32_t initial) {
+  const QPointer<QColorDialog> colours = new QColorDialog(QColor(Red(initial), Green(initial), Blue(initial)), Owner());
+  colours->setOptions(QColorDialog::DontUseNativeDialog);
+  colours->setWindowTitle(Title(title));
+  NameButtons(*colours);
+  std::optional<std::int32_t> chosen;
+  if (Run(colours.data())) {
+    const QColor picked = colours->selectedColor();
+    chosen = picked.red() | picked.green() << 8 | picked.blue() << 16;
+  }
+  delete colours;
+  return chosen;
+}
+
+std::optional<FontChoice> QtDialogs::ShowFont(const FontChoice& initial) {
+  QFont font(QString::fromStdString(initial.family), initial.size);
+  font.setBold(initial.bold);
+  font.setItalic(initial.italic);
+  const QPointer<QFontDialog> fonts = new QFontDialog(font, Owner());
+  fonts->setOptions(QFontDialog::DontUseNativeDialog);
+  NameButtons(*fonts);
+  std::optional<FontChoice> chosen;
+  if (Run(fonts.data())) {
+    const QFont picked = fonts->selectedFont();
+    chosen = {picked.family().toStdString(), picked.pointSize(), picked.bold(), picked.italic()};
+  }
+  delete fonts;
+  return chosen;
+}
+
+void QtDialogs::NameButtons(QDialog& dialog) const {
+  for (const auto* box : dialog.findChildren<QDialogButtonBox*>()) {
+    if (QPushButton* ok = box->button(QDialogButtonBox::Ok)) ok->setText(TextOf(text::ButtonOk));
+    if (QPushButton* cancel = box->button(QDialogButtonBox::Cancel)) cancel->setText(TextOf(text::ButtonCancel));
+  }
+}
+
+std::unique_ptr<ProgressBox> QtDialogs::MakeProgress(const std::string& title) {
+  return std::make_unique<StandingProgress>(QString::fromStdString(title), TextOf(text::ButtonCancel), Owner());
 }
 
 std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& files, const ShownFileQuestion& question) {

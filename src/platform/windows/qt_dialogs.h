@@ -27,6 +27,10 @@ class QtDialogs : public Dialogs {
                                        const std::string& preset) override;
   std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) override;
   std::optional<std::string> ShowSaveFile(const ShownFileQuestion& question) override;
+  std::optional<std::string> ShowList(const ShownListQuestion& question) override;
+  std::optional<std::int32_t> ShowColour(const std::string& title, std::int32_t initial) override;
+  std::optional<FontChoice> ShowFont(const FontChoice& initial) override;
+  std::unique_ptr<ProgressBox> MakeProgress(const std::string& title) override;
   void CloseStanding() override;
 
  private:
@@ -35,6 +39,8 @@ class QtDialogs : public Dialogs {
   /// The path that was chosen in a file dialog made ready by the caller, which goes.
   std::optional<std::string> RunFiles(const QPointer<QFileDialog>& files, const ShownFileQuestion& question);
   QWidget* Owner() const;
+  /// Our words on the buttons of a box of the toolkit's.
+  void NameButtons(QDialog& dialog) const;
   QString TextOf(const MessageText& text) const;
   QString Title(const std::string& title) const;
 

@@ -6,18 +6,17 @@
 
 namespace velk {
 
-ClearSettings::ClearSettings(const Translation& translation, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::ClearSettings>()) {
+ClearSettings::ClearSettings(WindowHost& host) : QDialog(host.Parent()), ui_(std::make_unique<Ui::ClearSettings>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Templates);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 ClearSettings::~ClearSettings() = default;
 
-GroupChoice ClearSettings::Choice() const {
+GroupChoice ClearSettings::Answer() const {
   return {ui_->Check1_0->isChecked(), ui_->Check1_1->isChecked(), ui_->Check1_2->isChecked(),
           ui_->Check1_3->isChecked(), ui_->Check1_4->isChecked(), ui_->Check1_5->isChecked()};
 }

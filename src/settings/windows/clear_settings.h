@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <memory>
 
-#include "i18n/translation.h"
-#include "settings/settings_questions.h"
+#include "i18n/windows/window_host.h"
+#include "settings/clear_sections.h"
 
 namespace Ui {
 class ClearSettings;
@@ -17,10 +17,10 @@ class ClearSettings : public QDialog {
   Q_OBJECT
 
  public:
-  explicit ClearSettings(const Translation& translation, QWidget* parent = nullptr);
+  explicit ClearSettings(WindowHost& host);
   ~ClearSettings() override;
 
-  GroupChoice Choice() const;
+  GroupChoice Answer() const;
 
  private:
   std::unique_ptr<Ui::ClearSettings> ui_;

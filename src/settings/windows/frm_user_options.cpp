@@ -1,7 +1,6 @@
 #include "settings/windows/frm_user_options.h"
 
-#include <QPointer>
-#include <utility>
+#include <variant>
 
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
@@ -10,9 +9,8 @@
 
 namespace velk {
 
-frmUserOptions::frmUserOptions(const Translation& translation, const UserOptionTexts& shown, Accept accept,
-                               QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmUserOptions>()), accept_(std::move(accept)) {
+frmUserOptions::frmUserOptions(WindowHost& host, const UserOptionTexts& shown)
+    : QDialog(host.Parent()), host_(host), ui_(std::make_unique<Ui::frmUserOptions>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::StripChart);
   text1_ = {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3, ui_->Text1_4};
@@ -20,7 +18,7 @@ frmUserOptions::frmUserOptions(const Translation& translation, const UserOptionT
   text1_.front()->selectAll();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmUserOptions::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  TranslateForm(*this, translation);
+  TranslateForm(*this, host.Words());
 }
 
 frmUserOptions::~frmUserOptions() = default;
@@ -28,10 +26,14 @@ frmUserOptions::~frmUserOptions() = default;
 void frmUserOptions::cmdOK_Click() {
   UserOptionTexts texts;
   for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = FromQt(text1_[i]->text());
-  // The message that it may show lets events run; the program may end meanwhile and take this window along.
-  const QPointer<frmUserOptions> self(this);
-  const Accept mayGo = accept_;
-  if (mayGo(texts) && self) accept();
+  const std::variant<UserOptions, MessageText> checked = CheckUserOptions(texts);
+  if (const MessageText* const fault = std::get_if<MessageText>(&checked)) {
+    // Lets events run: the program may end meanwhile and take this window along.
+    host_.Boxes().Message({*fault, "", Buttons::Ok, BoxIcon::Critical});
+    return;
+  }
+  options_ = std::get<UserOptions>(checked);
+  accept();
 }
 
 }  // namespace velk

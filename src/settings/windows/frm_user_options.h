@@ -3,11 +3,10 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <array>
-#include <functional>
 #include <memory>
 
-#include "i18n/translation.h"
-#include "settings/settings_questions.h"
+#include "i18n/windows/window_host.h"
+#include "settings/user_options.h"
 
 namespace Ui {
 class frmUserOptions;
@@ -15,24 +14,23 @@ class frmUserOptions;
 
 namespace velk {
 
-/// The measures of the graphs.
+/// The measures of the graphs. It stays open while they can't be taken, and tells why.
 class frmUserOptions : public QDialog {
   Q_OBJECT
 
  public:
-  using Accept = std::function<bool(const UserOptionTexts&)>;
-
-  /// `accept` is asked at O.K.; the form stays open while it gives false.
-  frmUserOptions(const Translation& translation, const UserOptionTexts& shown, Accept accept,
-                 QWidget* parent = nullptr);
+  frmUserOptions(WindowHost& host, const UserOptionTexts& shown);
   ~frmUserOptions() override;
+
+  const UserOptions& Answer() const { return options_; }
 
  private:
   void cmdOK_Click();
 
+  WindowHost& host_;
   std::unique_ptr<Ui::frmUserOptions> ui_;
   std::array<QLineEdit*, std::tuple_size_v<UserOptionTexts>> text1_;
-  Accept accept_;
+  UserOptions options_;
 };
 
 }  // namespace velk

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "i18n/translation.h"
-#include "settings/settings_questions.h"
+#include "base/language.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace Ui {
 class ListInputBox;
@@ -18,7 +18,7 @@ class ListInputBox : public QDialog {
   Q_OBJECT
 
  public:
-  ListInputBox(const Translation& translation, const ListQuestion& question, QWidget* parent = nullptr);
+  ListInputBox(const ShownListQuestion& question, const Language& language, QWidget* parent = nullptr);
   ~ListInputBox() override;
 
   /// The chosen or entered text, blanks included; empty unless the window was left by OK.
@@ -35,7 +35,7 @@ class ListInputBox : public QDialog {
   std::string Text() const;
 
   std::unique_ptr<Ui::ListInputBox> ui_;
-  const ListQuestion question_;
+  const ShownListQuestion question_;
   std::string chosen_;
 };
 

@@ -1,4 +1,4 @@
-#include "settings/windows/list_input_box.h"
+#include "platform/windows/list_input_box.h"
 
 #include <QKeyEvent>
 #include <QScreen>
@@ -6,17 +6,17 @@
 #include <algorithm>
 
 #include "base/text_qt.h"
-#include "i18n/windows/translate_form.h"
+#include "platform/texts.h"
 #include "ui_list_input_box.h"
 
 namespace velk {
 
-ListInputBox::ListInputBox(const Translation& translation, const ListQuestion& question, QWidget* parent)
+ListInputBox::ListInputBox(const ShownListQuestion& question, const Language& language, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ListInputBox>()), question_(question) {
   ui_->setupUi(this);
-  setProperty("helpTopic", question_.helpTopic);
-  const QString title = ToQt(translation.Translator.In(question_.title));
-  const QString prompt = ToQt(translation.Translator.In(question_.prompt));
+  if (question_.helpTopic != 0) setProperty("helpTopic", question_.helpTopic);
+  const QString title = ToQt(question_.title);
+  const QString prompt = ToQt(question_.prompt);
   setWindowTitle(title);
   ui_->lblPrompt->setText(prompt);
   ui_->lblPrompt->setVisible(!prompt.isEmpty());
@@ -41,7 +41,8 @@ ListInputBox::ListInputBox(const Translation& translation, const ListQuestion& q
   } else {
     ui_->List1->setFocus();
   }
-  TranslateForm(*this, translation);
+  ui_->cmdOK->setText(ToQt(language.In(text::ButtonOk)));
+  ui_->cmdCancel->setText(ToQt(language.In(text::ButtonCancel)));
   FitToTexts();
 }
 

@@ -1,0 +1,33 @@
+#include "formula/windows/formula_commands.h"
+
+#include "formula/remove_additional.h"
+#include "formula/windows/computed_parameters.h"
+#include "formula/windows/frm_inc_params.h"
+#include "model/graph_map.h"
+#include "platform/dialogs/procedure.h"
+
+namespace velk {
+
+void FormulaCommands::Bind(CommandBinder& commands) {
+  commands.Bind("mnuToolsDefine", [this] { mnuToolsDefine_Click(); });
+  commands.Bind("mnuToolsInclude", [this] { mnuToolsInclude_Click(); });
+  commands.Bind("mnuToolsRemove", [this] { mnuToolsRemove_Click(session_, platform_.dialogs, graphs_); });
+}
+
+void FormulaCommands::mnuToolsDefine_Click() {
+  const FormulaReport report{platform_.dialogs, platform_.language, [this] { view_.Beep(); }};
+  host_.Show<EqEditor>(session_, report, graphs_);
+}
+
+void FormulaCommands::mnuToolsInclude_Click() {
+  RunProcedure({platform_.dialogs, "mnuToolsInclude_Click"}, [&](const Statements& run) {
+    const auto channels =
+        host_.Show<ComputedParameters>(ComputedChannels(session_), [this] { host_.Show<frmIncParams>(session_); });
+    // The end of the program closes the window too; its graphs are gone by then.
+    if (!channels || session_.ProgramEnding) return;
+    IncludeInGraphs(session_, *channels);
+    run([&] { RebuildGraphs(session_, graphs_); });
+  });
+}
+
+}  // namespace velk

@@ -1,0 +1,24 @@
+#include "shell/link_set_up.h"
+
+#include "instruments/link/link_lease.h"
+#include "platform/dialogs/procedure.h"
+#include "settings/settings_io.h"
+
+namespace velk {
+
+void LinkSetUp::ResetConnection() {
+  LinkLease(link_, timers_).SetUpAnew();
+}
+
+void LinkSetUp::SetUpAgain() {
+  {
+    LinkLease lease(link_, timers_);
+    lease.SetUpAnew();
+    // The chosen protocol gets its link all the same: Cancel leaves the save only.
+    RunProcedure({platform_.dialogs, "mnuEditSerialPort_Click"},
+                 [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+  }
+  sources_.FollowProtocol();
+}
+
+}  // namespace velk

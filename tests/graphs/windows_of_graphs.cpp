@@ -1,0 +1,21 @@
+#include "model/help_topics.h"
+#include "windows/every_window.h"
+
+namespace velk::test {
+namespace {
+
+const WindowsOf kGraphs([] {
+  const auto graph = [](QSize size) {
+    return [=](const std::string& language) -> std::shared_ptr<QWidget> {
+      const Job job = MakeJob(language);
+      return {job, &job->OpenGraph(size)};
+    };
+  };
+  return std::vector<ListedWindow>{
+      {"GraphFormNew", "", topic::StripChart, {"GraphFormNew", "Label*"}, graph({1300, 760})},
+      {"GraphFormNew", "low", topic::StripChart, {"GraphFormNew", "Label*"}, graph({900, 260})},
+  };
+});
+
+}  // namespace
+}  // namespace velk::test

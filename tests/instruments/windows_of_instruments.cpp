@@ -1,0 +1,56 @@
+#include "instruments/windows/formatted_data.h"
+#include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
+#include "instruments/windows/hardware_settings.h"
+#include "instruments/windows/intermittent.h"
+#include "instruments/windows/requested_data.h"
+#include "model/help_topics.h"
+#include "windows/every_window.h"
+
+namespace velk::test {
+namespace {
+
+std::shared_ptr<QWidget> OpenHardwareSettings(const std::string& language, const char* protocol) {
+  const Job job = MakeJob(language);
+  const HardwareQuestion question{
+      {.SerialData = protocol, .NumberOfParameters = 5, .SamplingRate = 300.0 / 86400, .PortNumber = 3},
+      2,
+      {{1, "/dev/ttyS0", true},
+       {2, "/dev/ttyS1", false},
+       {3, "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0", true},
+       {4, "/dev/ttyUSB1", false}}};
+  return Hosted<HardwareSettings>(job, question);
+}
+
+template <class Window>
+std::shared_ptr<QWidget> OpenSeparators(const std::string& language) {
+  const Job job = MakeJob(language);
+  return Hosted<Window>(job, Separators{"|", "\r\n"});
+}
+
+std::shared_ptr<QWidget> OpenRequestedData(const std::string& language) {
+  const Job job = MakeJob(language);
+  return Hosted<RequestedData>(job, CommandsOf(job->session.Parameters, job->session.NumberOfParameters));
+}
+
+std::shared_ptr<QWidget> OpenEthernet(const std::string& language) {
+  return Hosted<frmHPTHoneywellEZtrend>(MakeJob(language), UnitAddress{"192.168.0.100", "pens.htm"});
+}
+
+const std::set<std::string> kSeparatorWindow = {"optTerminator_*", "lblTyped"};
+
+const WindowsOf kInstruments([] {
+  const auto hardware = [](const char* protocol) {
+    return [=](const std::string& language) { return OpenHardwareSettings(language, protocol); };
+  };
+  return std::vector<ListedWindow>{
+      {"HardwareSettings", "", topic::Connecting, {"lblDevice_*"}, hardware("Data Taker a")},
+      {"HardwareSettings", "own-unit", topic::Connecting, {"lblDevice_*"}, hardware("KESTA version 3")},
+      {"FormattedData", "", topic::Instruments, kSeparatorWindow, OpenSeparators<FormattedData>},
+      {"Intermittent", "", topic::Instruments, kSeparatorWindow, OpenSeparators<Intermittent>},
+      {"RequestedData", "", topic::Instruments, {"lblName_*", "chkCommand*", "chkReset*"}, OpenRequestedData},
+      {"frmHPTHoneywellEZtrend", "", topic::Instruments, {}, OpenEthernet},
+  };
+});
+
+}  // namespace
+}  // namespace velk::test
