@@ -1,5 +1,6 @@
 #include "instruments/setup/edit_serial_port.h"
 
+#include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
 
 namespace velk {
