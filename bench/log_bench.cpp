@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "base/dates.h"
+#include "base/language.h"
 #include "log/channels.h"
 #include "log/log_reader.h"
 #include "log/log_writer.h"
@@ -27,7 +28,6 @@
 #include "platform/loop/system_clock.h"
 #include "platform/platform.h"
 #include "platform/settings/settings.h"
-#include "tests/support/in_english.h"
 
 namespace {
 
@@ -116,9 +116,9 @@ struct Recording {
 
   velk::Gate gate;
   velk::SystemClock clock{gate};
-  NoDialogs dialogs{gate};
-  velk::SettingsStore settings;
   velk::Language english;
+  NoDialogs dialogs{gate, english};
+  velk::SettingsStore settings;
   velk::Platform platform{clock, gate, dialogs, settings, english};
   Session session;
   velk::LogWriter log{session, platform};
