@@ -8,13 +8,12 @@
 #include "base/dates.h"
 #include "base/language.h"
 #include "graphs/windows/chart_fonts.h"
+#include "graphs/chart_fixture.h"
 #include "support/fake_clock.h"
 
 namespace velk::test {
 
 namespace {
-
-constexpr double kSecond = 1.0 / 86400;
 
 /// Curves that stand in no session: fields of another program's table.
 class ForeignFields : public CurveSource {

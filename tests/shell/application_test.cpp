@@ -328,7 +328,7 @@ TEST_F(Program, KeepsAFormulasRunningAverageOverARedrawOfItsGraphAndAStop) {
 TEST_F(Program, DrawsAComputedChannelAndFindsItAgainAfterARestart) {
   rig.Start();
   rig.Connect();
-  ASSERT_TRUE(ReadFormulae(rig.State(), rig.dialogs, "max({parameter 1})*2"));
+  ASSERT_TRUE(ReadFormulae(rig.State(), {rig.dialogs, test::English(), {}}, "max({parameter 1})*2"));
   rig.Press("Stop");
   Parameter& computed = rig.State().AdditionalParameters[1];
   computed.name = "Удвоенное";

@@ -25,7 +25,6 @@ QImage Lines(const char* name, double side) {
 /// The main window brings the pictures into the program.
 struct Icons : testing::Test {
   Session session;
-  Session session;
   MainForm form{test::English(), session};
 };
 

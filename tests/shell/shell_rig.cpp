@@ -3,8 +3,8 @@
 #include <QCheckBox>
 #include <cstdio>
 
-#include "core/texts.h"
 #include "model/status.h"
+#include "model/texts.h"
 
 namespace velk::test {
 

@@ -20,7 +20,6 @@ QImage Shown(const QIcon& icon) {
 /// The main window brings the pictures into the program.
 struct ToolbarStyleTest : testing::Test {
   Session session;
-  Session session;
   MainForm form{test::English(), session};
   ToolbarStyle style{QStyleFactory::create("Fusion")};
 };

@@ -43,7 +43,6 @@ class WindowListTest : public testing::Test {
   }
 
   Session session;
-  Session session;
   MainForm form{test::English(), session};
   WindowList list{form};
 };

@@ -5,7 +5,7 @@
 #include <QTextBrowser>
 
 #include "shell/help.h"
-#include "support/in_english.h"
+#include "support/host.h"
 #include "windows/every_window.h"
 #include "windows/sample_program.h"
 
@@ -31,7 +31,7 @@ TEST(EveryWindow, OpensItsPageOfTheHelpByF1) {
     window->activateWindow();
     QWidget* keyboard = window->focusWidget() ? window->focusWidget() : window.get();
     ASSERT_EQ(PageShown(), "") << listed.Title();
-    Help help(EnglishWindows());
+    Help help(EnglishHost());
     QTest::keyClick(keyboard, Qt::Key_F1);
     const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, listed.topic))];
     EXPECT_EQ(page.number, listed.topic) << listed.Title() << ": the help has no such page";
