@@ -57,7 +57,7 @@ void VisitFields(KeyVisitor& visit, Parameter& parameter, const ParameterPresets
 
 }  // namespace
 
-void VisitGeneral(KeyVisitor& visit, Session& session) {
+void VisitGeneral(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("General");
   visit.Key("Current_language", session.Current_language, "English", Held::LiveOnly);
   visit.Key("CurrentFont", session.CurrentFont, "MS Sans Serif");
@@ -75,7 +75,7 @@ void VisitGeneral(KeyVisitor& visit, Session& session) {
   visit.Key("CompanyLogoVisible", session.CompanyLogoVisible, true, Held::LiveOnly);
 }
 
-void VisitPrintGraph(KeyVisitor& visit, Session& session) {
+void VisitPrintGraph(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("PrintGraph");
   visit.Key("LogoInserted", session.LogoInserted, false);
   visit.Key("TextInserted", session.TextInserted, false, Held::LiveOnly);
@@ -87,7 +87,7 @@ void VisitPrintGraph(KeyVisitor& visit, Session& session) {
   visit.Key("PrintGraphImageW", session.PrintGraphImageW, 0);
 }
 
-void VisitProtocol(KeyVisitor& visit, Session& session) {
+void VisitProtocol(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("Protocol");
   for (int i = 1; i <= kPorts; ++i) visit.Key(Numbered("Port", i), session.Port[i], false);
   visit.Key("PortNumber", session.PortNumber, 1, {.lowest = 1, .highest = kPorts});
@@ -104,19 +104,19 @@ void VisitProtocol(KeyVisitor& visit, Session& session) {
   visit.Key("daqHTML", session.daqHTML, "pens.htm", Held::LiveOnly);
 }
 
-void VisitParameterCount(KeyVisitor& visit, Session& session) {
+void VisitParameterCount(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("Parameters");
   visit.Key("NumberOfParameters", session.NumberOfParameters, 1, {.lowest = 0, .highest = kMaxParameters});
 }
 
-void VisitParameter(KeyVisitor& visit, Session& session, int i) {
+void VisitParameter(KeyVisitor& visit, StoredSettings& session, int i) {
   visit.Section(Numbered("Parameter", i));
   VisitFields(visit, session.Parameters[i],
               {.name = Numbered("Parameter ", i), .formIndex = i, .gainRule = {.zeroIsPreset = true}});
   visit.Key("SmoothValue", session.SmoothValue[i], 1, {.lowest = 1, .highest = kMaxSmooth, .zeroIsPreset = true});
 }
 
-void VisitPlayback(KeyVisitor& visit, Session& session) {
+void VisitPlayback(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("Playback");
   visit.Key("PlaybackSpeed", session.PlaybackSpeed, 1);
   visit.Key("FirstDataLine", session.FirstDataLine, 1);
@@ -124,14 +124,14 @@ void VisitPlayback(KeyVisitor& visit, Session& session) {
   visit.Key("PlaybackDelimiter", session.PlaybackDelimiter, "");
 }
 
-void VisitPlaybackParameter(KeyVisitor& visit, Session& session, int i) {
+void VisitPlaybackParameter(KeyVisitor& visit, StoredSettings& session, int i) {
   NumberRule graphNumber = kGraphNumber;
   graphNumber.emptyIsZero = true;
   visit.Section(Numbered("PlaybackParameter", i));
   VisitFields(visit, session.PlaybackParameters[i], {.name = Numbered("Parameter ", i), .formIndexRule = graphNumber});
 }
 
-void VisitFormulae(KeyVisitor& visit, Session& session) {
+void VisitFormulae(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("Formulae");
   visit.Key("NumberOfFormulae", session.NumberOfFormulae, 0,
             {.lowest = 0,
@@ -139,7 +139,7 @@ void VisitFormulae(KeyVisitor& visit, Session& session) {
              .beyondIsHighest = true});
 }
 
-void VisitFormula(KeyVisitor& visit, Session& session, int i) {
+void VisitFormula(KeyVisitor& visit, StoredSettings& session, int i) {
   const auto index = static_cast<std::size_t>(i);
   visit.Section(Numbered("Formula", i));
   visit.Key("Formula", session.Formula[index], "");

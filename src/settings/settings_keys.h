@@ -50,20 +50,20 @@ class KeyVisitor {
   virtual void Constant(std::string_view key, int value) = 0;
 };
 
-void VisitGeneral(KeyVisitor& visit, Session& session);
-void VisitPrintGraph(KeyVisitor& visit, Session& session);
-void VisitProtocol(KeyVisitor& visit, Session& session);
+void VisitGeneral(KeyVisitor& visit, StoredSettings& session);
+void VisitPrintGraph(KeyVisitor& visit, StoredSettings& session);
+void VisitProtocol(KeyVisitor& visit, StoredSettings& session);
 /// NumberOfParameters. Whoever changes the channels of the unit writes it; the save at exit does not.
-void VisitParameterCount(KeyVisitor& visit, Session& session);
+void VisitParameterCount(KeyVisitor& visit, StoredSettings& session);
 /// Section Parameter1, Parameter2, ...
-void VisitParameter(KeyVisitor& visit, Session& session, int i);
-void VisitPlayback(KeyVisitor& visit, Session& session);
+void VisitParameter(KeyVisitor& visit, StoredSettings& session, int i);
+void VisitPlayback(KeyVisitor& visit, StoredSettings& session);
 /// Section PlaybackParameter1, ...
-void VisitPlaybackParameter(KeyVisitor& visit, Session& session, int i);
+void VisitPlaybackParameter(KeyVisitor& visit, StoredSettings& session, int i);
 /// NumberOfFormulae: as many as there is room for beside the input channels.
-void VisitFormulae(KeyVisitor& visit, Session& session);
+void VisitFormulae(KeyVisitor& visit, StoredSettings& session);
 /// Section Formula1, ...; AdditionalParameters and Formula hold the entry.
-void VisitFormula(KeyVisitor& visit, Session& session, int i);
+void VisitFormula(KeyVisitor& visit, StoredSettings& session, int i);
 /// The names of the settings templates: sets the length of TemplateNames by what is stored, or stores it.
 void VisitTemplateList(KeyVisitor& visit, Session& session);
 

@@ -125,19 +125,19 @@ void SettingsWriter::Constant(std::string_view key, int value) {
 namespace {
 
 /// NumberOfFormulae rules the length of both arrays.
-void SizeFormulae(Session& session) {
+void SizeFormulae(StoredSettings& session) {
   const auto size = static_cast<std::size_t>(session.NumberOfFormulae) + 1;
   session.AdditionalParameters.resize(size);
   session.Formula.resize(size);
 }
 
 /// The additional parameters that stand in both arrays.
-int FormulaCount(const Session& session) {
+int FormulaCount(const StoredSettings& session) {
   const std::size_t entries = std::min(session.AdditionalParameters.size(), session.Formula.size());
   return std::min<int>(session.NumberOfFormulae, static_cast<int>(entries) - 1);
 }
 
-void VisitParameters(KeyVisitor& visit, Session& session) {
+void VisitParameters(KeyVisitor& visit, StoredSettings& session) {
   for (int i = 1; i <= kMaxParameters; ++i) VisitParameter(visit, session, i);
   VisitPlayback(visit, session);
   for (int i = 1; i <= kMaxParameters; ++i) VisitPlaybackParameter(visit, session, i);
@@ -146,7 +146,7 @@ void VisitParameters(KeyVisitor& visit, Session& session) {
 
 }  // namespace
 
-void ReadSettings(SettingsReader& reader, Session& session) {
+void ReadSettings(SettingsReader& reader, StoredSettings& session) {
   VisitGeneral(reader, session);
   VisitPrintGraph(reader, session);
   VisitProtocol(reader, session);
@@ -160,7 +160,7 @@ void ReadSettings(SettingsReader& reader, Session& session) {
   }
 }
 
-void WriteSettings(SettingsWriter& writer, Session& session) {
+void WriteSettings(SettingsWriter& writer, StoredSettings& session) {
   VisitGeneral(writer, session);
   VisitPrintGraph(writer, session);
   VisitProtocol(writer, session);

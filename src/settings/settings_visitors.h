@@ -75,9 +75,9 @@ class SettingsWriter : public KeyVisitor {
 
 /// Reads all keys in their order, the additional parameters as many as NumberOfFormulae says. A SerialData of older
 /// stores becomes the present one.
-void ReadSettings(SettingsReader& reader, Session& session);
+void ReadSettings(SettingsReader& reader, StoredSettings& session);
 
 /// Writes all keys in their order, NumberOfParameters aside.
-void WriteSettings(SettingsWriter& writer, Session& session);
+void WriteSettings(SettingsWriter& writer, StoredSettings& session);
 
 }  // namespace velk

@@ -64,7 +64,7 @@ std::string TemplateApplication(std::string_view name) {
 void LoadTemplate(Session& session, SettingsStore& store, const Language& language, const std::string& name) {
   const std::string application = TemplateApplication(name);
   store.RequireWhole(application);
-  Session loaded = session;
+  StoredSettings loaded = session;
   SettingsReader reader(language, store, application, Keys::OfTemplates);
   ReadSettings(reader, loaded);
   if (!reader.problems.empty()) {
@@ -72,7 +72,7 @@ void LoadTemplate(Session& session, SettingsStore& store, const Language& langua
     throw RuntimeError(first.Number(), first.Text());
   }
   SetProtocolConstants(loaded);
-  session = std::move(loaded);
+  static_cast<StoredSettings&>(session) = std::move(loaded);
 }
 
 void SaveTemplate(Session& session, SettingsStore& store, const std::string& name) {

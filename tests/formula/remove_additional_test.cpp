@@ -84,8 +84,9 @@ TEST_F(RemovingAdditional, AsksNothingWhereThereIsNone) {
 TEST_F(RemovingAdditional, ShowsAFailureUnderATitleOfItsOwn) {
   Add("1", "One");
   graphs.onCreate = [] { throw std::runtime_error("no window"); };
+  dialogs.ExpectChoice("Remove Additional Parameter", "One");
   dialogs.Expect("no window - mnuToolsRemove_Click", Answer::Cancel);
-  Remove("One");
+  mnuToolsRemove_Click(state, dialogs, graphs);
   EXPECT_EQ(dialogs.shown.at(0).title, "Remove additional ... error");
 }
 

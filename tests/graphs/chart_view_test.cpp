@@ -7,8 +7,8 @@
 
 #include "base/dates.h"
 #include "base/language.h"
-#include "graphs/windows/chart_fonts.h"
 #include "graphs/chart_fixture.h"
+#include "graphs/windows/chart_fonts.h"
 #include "support/fake_clock.h"
 
 namespace velk::test {

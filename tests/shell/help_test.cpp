@@ -132,7 +132,7 @@ class HelpWindowTest : public testing::Test {
   QString Selected() { return list->currentItem() ? list->currentItem()->text() : QString(); }
 
   Host host;
-  HelpWindow window{host};
+  HelpWindow& window = host.windows.Open<HelpWindow>();
   QTextBrowser* browser = FindControl<QTextBrowser>(window, "Browser");
   QListWidget* list = FindControl<QListWidget>(window, "lstContents");
   QLineEdit* search = FindControl<QLineEdit>(window, "txtSearch");

@@ -31,7 +31,8 @@ TEST(EveryWindow, OpensItsPageOfTheHelpByF1) {
     window->activateWindow();
     QWidget* keyboard = window->focusWidget() ? window->focusWidget() : window.get();
     ASSERT_EQ(PageShown(), "") << listed.Title();
-    Help help(EnglishHost());
+    Host host;
+    Help help(host);
     QTest::keyClick(keyboard, Qt::Key_F1);
     const HelpPage& page = pages[static_cast<std::size_t>(FindTopic(pages, listed.topic))];
     EXPECT_EQ(page.number, listed.topic) << listed.Title() << ": the help has no such page";

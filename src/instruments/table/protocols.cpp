@@ -138,7 +138,7 @@ std::string_view PresentName(std::string_view serialData) {
   return row == nullptr ? serialData : row->serialData;
 }
 
-void SetProtocolConstants(Session& session) {
+void SetProtocolConstants(StoredSettings& session) {
   const Protocol& row = ProtocolOf(PresentName(session.SerialData));
   if (!row.unit) return;
 

@@ -95,7 +95,7 @@ std::string_view PresentName(std::string_view serialData);
 
 /// Takes over the constants of the own unit that SerialData names, and its present name. Any other value changes
 /// nothing, IsOwnUnit included. Run at start-up and when a protocol is chosen.
-void SetProtocolConstants(Session& session);
+void SetProtocolConstants(StoredSettings& session);
 
 /// Whether the line driver serves this session; the other protocols use the plain port.
 bool ComputeUseODataCom(const Session& session);

@@ -1,6 +1,9 @@
 #include "platform/windows/progress_window.h"
 
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
 
 #include "ui_progress_window.h"
 
@@ -16,6 +19,10 @@ ProgressWindow::ProgressWindow(const QString& title, const QString& cancel, QWid
     : QDialog(parent), ui_(std::make_unique<Ui::ProgressWindow>()) {
   ui_->setupUi(this);
   setWindowTitle(title);
+  // The frame shows the whole title beside its buttons, as far as the screen has room.
+  const int buttons = 3 * style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  setMinimumWidth(
+      std::min(fontMetrics().horizontalAdvance(title) + buttons, screen()->availableSize().width() * 3 / 4));
   ui_->cmdCancel->setText(cancel);
   ui_->barDone->setAccessibleName(title);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
