@@ -26,7 +26,7 @@ std::string TextOfLiterals(const std::string& literals) {
   return std::regex_replace(text, std::regex("\\\\([\"\\\\])"), "$1");
 }
 
-std::vector<ProgramText> TextsOf(const fs::path& header) {
+std::vector<ProgramText> RowsOf(const fs::path& header) {
   static const std::regex row(R"(inline constexpr MessageText (\w+)\{\s*(\d+),\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\};)");
   const std::string source = ReadFile(header);
   std::vector<ProgramText> texts;
@@ -47,7 +47,7 @@ const std::vector<ProgramText>& ProgramTexts() {
     std::vector<ProgramText> all;
     for (const auto& folder : fs::directory_iterator(fs::path(VELK_SOURCE_DIR) / "src"))
       if (fs::exists(folder.path() / "texts.h"))
-        for (ProgramText& text : TextsOf(folder.path() / "texts.h")) all.push_back(std::move(text));
+        for (ProgramText& text : RowsOf(folder.path() / "texts.h")) all.push_back(std::move(text));
     return all;
   }();
   return texts;

@@ -25,7 +25,7 @@ std::string Text(const T& value) {
 using Rows = std::vector<SettingsRow>;
 
 template <class T>
-std::function<std::string(const Session&)> Of(T Session::*member) {
+std::function<std::string(const Session&)> Of(T StoredSettings::*member) {
   return [member](const Session& session) { return Text(session.*member); };
 }
 
