@@ -24,7 +24,7 @@ struct Parameter {
   double min = 0;                     ///< graph scale minimum
   double max = 0;                     ///< graph scale maximum
   std::int32_t color = 0;             ///< 0x00bbggrr
-  std::string format;                 ///< number picture, see Format in platform/numbers.h
+  std::string format;                 ///< number picture, see Format in base/numbers.h
   std::int16_t FormIndex = 0;         ///< graph window that carries the curve, 1 to 64
   bool GraphVisible = false;          ///< active: plotted, tested for significance and alarms
   std::string CommandString;          ///< command that fetches this parameter from a unit that is asked

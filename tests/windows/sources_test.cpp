@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 const fs::path kSources = VELK_SOURCE_DIR;
 
-/// Names of characters, the same in every language, and the tool tip that stands in data/languages.tsv.
+/// Names of characters, the same in every language, and the tool tip that stands in data/captions.
 const std::set<std::string> kNoMessages = {"CR", "LF", "Click here to change company logo"};
 
 std::string Read(const fs::path& path) {
