@@ -28,6 +28,57 @@ void AppendNamed(std::string& out, std::size_t length, int number, std::string_v
   out += length == 3 ? name.substr(0, 3) : name;
 }
 
+/// y is itself, yyy counts as yy and one more y.
+std::size_t AppendYear(std::string& out, std::string_view picture, int year) {
+  std::size_t length = RunLength(picture, 4);
+  if (length == 3) length = 2;
+  if (length == 1)
+    out += picture.front();
+  else
+    AppendNumber(out, length == 2 ? year % 100 : year, length);
+  return length;
+}
+
+std::size_t AppendMonth(std::string& out, std::string_view picture, int month) {
+  const std::size_t length = RunLength(picture, 4);
+  AppendNamed(out, length, month, kMonthNames[month - 1]);
+  return length;
+}
+
+std::size_t AppendDay(std::string& out, std::string_view picture, const DateParts& parts) {
+  const std::size_t length = RunLength(picture, 4);
+  AppendNamed(out, length, parts.day, kDayNames[parts.weekday]);
+  return length;
+}
+
+std::size_t AppendOfTime(std::string& out, std::string_view picture, int number) {
+  const std::size_t length = RunLength(picture, 2);
+  AppendNumber(out, number, length);
+  return length;
+}
+
+/// Appends what the front of the picture stands for and gives how many of its characters that were. `behindHour`: an m
+/// means minutes.
+std::size_t AppendFront(std::string& out, std::string_view picture, const DateParts& parts, bool behindHour) {
+  switch (LowerLetter(picture.front())) {
+    case 'd':
+      return AppendDay(out, picture, parts);
+    case 'm':
+      return behindHour ? AppendOfTime(out, picture, parts.minute) : AppendMonth(out, picture, parts.month);
+    case 'y':
+      return AppendYear(out, picture, parts.year);
+    case 'h':
+      return AppendOfTime(out, picture, parts.hour);
+    case 'n':
+      return AppendOfTime(out, picture, parts.minute);
+    case 's':
+      return AppendOfTime(out, picture, parts.second);
+    default:
+      out += picture.front();
+      return 1;
+  }
+}
+
 }  // namespace
 
 std::string FormatDate(double dateTime, std::string_view picture) {
@@ -35,47 +86,8 @@ std::string FormatDate(double dateTime, std::string_view picture) {
   std::string out;
   bool behindHour = false;
   while (!picture.empty()) {
-    std::size_t length = 1;
     const char letter = LowerLetter(picture.front());
-    const bool minute = behindHour && letter == 'm';
-    switch (letter) {
-      case 'd':
-        length = RunLength(picture, 4);
-        AppendNamed(out, length, parts.day, kDayNames[parts.weekday]);
-        break;
-      case 'm':
-        length = RunLength(picture, minute ? 2 : 4);
-        if (minute) {
-          AppendNumber(out, parts.minute, length);
-        } else {
-          AppendNamed(out, length, parts.month, kMonthNames[parts.month - 1]);
-        }
-        break;
-      case 'y':
-        length = RunLength(picture, 4);
-        if (length == 3) length = 2;
-        if (length == 1) {
-          out += picture.front();
-        } else {
-          AppendNumber(out, length == 2 ? parts.year % 100 : parts.year, length);
-        }
-        break;
-      case 'h':
-        length = RunLength(picture, 2);
-        AppendNumber(out, parts.hour, length);
-        break;
-      case 'n':
-        length = RunLength(picture, 2);
-        AppendNumber(out, parts.minute, length);
-        break;
-      case 's':
-        length = RunLength(picture, 2);
-        AppendNumber(out, parts.second, length);
-        break;
-      default:
-        out += picture.front();
-        break;
-    }
+    const std::size_t length = AppendFront(out, picture, parts, behindHour);
     const bool field = std::string_view("dmyhns").find(letter) != std::string_view::npos;
     if (field) behindHour = letter == 'h';
     picture.remove_prefix(length);
