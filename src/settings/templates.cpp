@@ -64,7 +64,8 @@ std::string TemplateApplication(std::string_view name) {
 void LoadTemplate(Session& session, SettingsStore& store, const Language& language, const std::string& name) {
   const std::string application = TemplateApplication(name);
   store.RequireWhole(application);
-  StoredSettings loaded = session;
+  const StoredSettings& present = session;
+  StoredSettings loaded = present;
   SettingsReader reader(language, store, application, Keys::OfTemplates);
   ReadSettings(reader, loaded);
   if (!reader.problems.empty()) {
