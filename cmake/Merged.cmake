@@ -1,7 +1,7 @@
 # Compiles the sources of a target several at a time (VELK_MERGE, on in the presets that tests run in): templates and
 # headers that they share are then compiled once.
 #
-#   velk_merge(velk_store ${CMAKE_SOURCE_DIR}/src)                   all .cpp of the target below that include path
+#   velk_merge(velk_log   ${CMAKE_SOURCE_DIR}/src)                   all .cpp of the target below that include path
 #   velk_merge(shell_tests ... ALONE shell/serial_port_test.cpp)     without this one, whose names others have too
 #
 # The merged files name the sources by include path, so that clones share what the compiler cache holds.

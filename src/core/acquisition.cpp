@@ -199,7 +199,7 @@ void Acquisition::PauseAfterTimeOut() {
   if (!StatusIs(session_, text::StatusAcquiringData)) return;
   sources_.Current().End();
   view_.Repaint();
-  mnuAcquireStart_Click();
+  RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [this](const Statements& run) { Pause(run); });
 }
 
 void Acquisition::CaptionStartButton(const MessageText& caption, int image) {

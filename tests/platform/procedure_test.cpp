@@ -136,26 +136,6 @@ TEST_F(Procedure, AnInnerProcedureThatIsLeftDoesNotLeaveTheOuterOne) {
   EXPECT_TRUE(reached);
 }
 
-TEST_F(Procedure, DoesWhatMustNotWaitAheadOfEachBox) {
-  int rows = 0;
-  report.beforeBox = [&] { ++rows; };
-  dialogs.Expect("Overflow", Answer::Retry, [&] { EXPECT_EQ(rows, 1); });
-  dialogs.Expect("Overflow", Answer::Cancel, [&] {
-    EXPECT_EQ(rows, 2);
-    RunProcedure(report, [](auto run) { run(RaiseOverflow); });
-    EXPECT_EQ(rows, 3);  // though no box of its own came
-  });
-  RunProcedure(report, [](auto run) { run(RaiseOverflow); });
-}
-
-TEST_F(Procedure, TellsWhenThatFailsTooAndStaysAlive) {
-  report.beforeBox = [] { throw RuntimeError(ErrorNumber::DiskFull); };
-  dialogs.Expect("Overflow - mnuFileExit_Click\nDisk full", Answer::Cancel);
-  EXPECT_FALSE(RunProcedure(report, [](auto run) { run(RaiseOverflow); }));
-  dialogs.Expect("Overflow - mnuFileExit_Click\nDisk full", Answer::Ok);
-  EXPECT_FALSE(RunProcedure(report, [](auto) { RaiseOverflow(); }));
-}
-
 TEST_F(Procedure, OpensTheGateWhileItsBoxStands) {
   const GateState sample(gate, GateState::Shut);
   dialogs.Expect("Overflow", Answer::Cancel, [&] { EXPECT_TRUE(gate.IsOpen()); });

@@ -54,14 +54,19 @@ void PageSource::Check() {
                [&](const Statements& run) { run([&] { FetchForCheck(); }); });
 }
 
-/// A page of its own, away from one that a timer is fetching.
+/// A page of its own, away from one that a timer is fetching. A Retry in the box of a timer's page takes the fetch
+/// over: then it is begun again.
 void PageSource::FetchForCheck() {
   std::optional<FetchedPage> fetched;
-  pages_->Begin(UnitPageAddress(session_), [&fetched](const FetchedPage& page) { fetched = page; });
   const OnLeaving done([&] {
     if (!fetched) pages_->Cancel();
   });
-  while (!fetched && pages_->IsUnderWay() && !session_.StopRequested) platform_.clock.WaitRound();
+  bool begun = false;
+  while (!fetched && !session_.StopRequested && !shutDown_) {
+    if (!std::exchange(begun, true) || !pages_->IsUnderWay())
+      pages_->Begin(UnitPageAddress(session_), [&fetched](const FetchedPage& page) { fetched = page; });
+    platform_.clock.WaitRound();
+  }
   if (fetched) TextOfPage(*fetched);
 }
 

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 
+#include "base/scope.h"
 #include "graphs/scroll_range.h"
 #include "graphs/windows/chart_fonts.h"
 #include "i18n/windows/translate_form.h"
@@ -18,22 +19,8 @@ constexpr int kResizeSettled = 500;  ///< ms
 
 }  // namespace
 
-/// Keeps the window alive while one of its error boxes stands: events run behind the box, and one may close the window.
-class GraphFormNew::Standing {
- public:
-  explicit Standing(GraphFormNew& form) : form_(form) { ++form_.standing_; }
-  ~Standing() {
-    if (--form_.standing_ == 0 && form_.deleteWhenDone_) form_.DeleteWindow();
-  }
-  Standing(const Standing&) = delete;
-  Standing& operator=(const Standing&) = delete;
-
- private:
-  GraphFormNew& form_;
-};
-
 /// Runs one statement that has changed nothing when it fails. A success costs nothing: the box, and what it needs, come
-/// with the failure.
+/// with the failure. The window stays alive while its box stands: events run behind it, and one may close the window.
 template <class Statement>
 void GraphFormNew::Operation(const char* procedure, Statement&& statement) {
   try {
@@ -41,7 +28,10 @@ void GraphFormNew::Operation(const char* procedure, Statement&& statement) {
     return;
   } catch (const std::exception&) {  // runs again below, where its text is shown
   }
-  const Standing standing(*this);
+  ++standing_;
+  const OnLeaving left([this] {
+    if (--standing_ == 0 && deleteWhenDone_) DeleteWindow();
+  });
   RunProcedure({platform_.dialogs, procedure}, [&](auto run) { run(statement); });
 }
 

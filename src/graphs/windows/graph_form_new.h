@@ -58,8 +58,6 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  class Standing;
-
   template <class Statement>
   void Operation(const char* procedure, Statement&& statement);
   template <class Statement>

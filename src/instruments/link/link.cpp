@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/numbers.h"
 #include "instruments/link/port_notice.h"
@@ -191,6 +192,8 @@ bool Link::KeepPlainPortOpen() {
     MSComm1->Open(plain_);
   } catch (const PortError& error) {
     TellOnce(PortErrorText(error));
+  } catch (const RuntimeError& error) {
+    TellOnce(error.Text());
   }
   return MSComm1->IsOpen();
 }

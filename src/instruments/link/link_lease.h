@@ -17,7 +17,7 @@ class LinkLease {
   LinkLease(const LinkLease&) = delete;
   LinkLease& operator=(const LinkLease&) = delete;
 
-  /// The session has another instrument by now, or another line to it: at the end the link is set up for that one, and
+  /// The session has another instrument by now, or another port: at the end the link is set up for that one, and
   /// what ticked for the old one stays still.
   void SetUpAnew() { anew_ = true; }
 

@@ -11,8 +11,8 @@ namespace velk {
 /// Leads through HardwareSettings and the dialog of the chosen protocol, and takes the outcome over; see
 /// StoreSerialPort. Cancel in any of the dialogs leaves all as it was.
 ///
-/// `linkAgain` is the shell's part, run once the outcome stands: both ports closed, Timer2, Timer4 and Timer5 stopped,
-/// the settings saved, and the link set up for the new choice. It runs again where the operator retries a failure.
+/// `linkAgain` is the shell's part, run once the outcome stands: the link leased (see LinkLease), the settings saved,
+/// and the link set up for the new choice. It runs again where the operator retries a failure.
 void mnuEditSerialPort_Click(WindowHost& host, Session& session, const Platform& platform,
                              const std::function<void()>& linkAgain);
 

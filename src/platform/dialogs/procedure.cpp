@@ -8,13 +8,7 @@ Failure FailureOf(const std::exception& error) {
 }
 
 Answer ShowProcedureError(const Report& report, const Failure& failure, Buttons buttons) {
-  OperatorText shown = failure.text + " - " + report.procedure;
-  try {
-    if (report.beforeBox) report.beforeBox();
-  } catch (const std::exception& error) {
-    // An error thrown on from here would leave the event loop, and the program with it.
-    shown += "\n" + TextOf(error);
-  }
+  const OperatorText shown = failure.text + " - " + report.procedure;
   return report.dialogs.ProcedureError(report.procedure,
                                        {shown, report.title, buttons, BoxIcon::Exclamation, failure.number});
 }

@@ -12,10 +12,8 @@ namespace velk {
 /// Who failed, for the error box of an event procedure.
 struct Report {
   Dialogs& dialogs;
-  std::string procedure;                 ///< "mnuFileExit_Click"; stands behind " - " in the box
-  OperatorText title = {};               ///< empty: the program's name
-  std::function<void()> beforeBox = {};  ///< runs ahead of each box: what must not wait for the operator. A failure of
-                                         ///< its own is added to the box's text
+  std::string procedure;    ///< "mnuFileExit_Click"; stands behind " - " in the box
+  OperatorText title = {};  ///< empty: the program's name
 };
 
 /// Thrown by Cancel; only RunProcedure catches it.
