@@ -195,7 +195,7 @@ void LineToValues(benchmark::State& state) {
     line = lines[next];
     next = next + 1 == lines.size() ? 0 : next + 1;
     decoder.Orben_ver_3(line, session);
-    if (!IsAccepted(session, line) || !values.Take(session, line)) {
+    if (!IsAccepted(session, line) || values.Take(session, line) != LineFault::None) {
       state.SkipWithError("a sound line was rejected");
       break;
     }

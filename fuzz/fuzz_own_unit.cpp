@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "instruments/decoders/own_unit.h"
+#include "instruments/reading/decimal_fields.h"
 #include "instruments/reading/get_field.h"
 
 using namespace velk;
@@ -37,6 +38,18 @@ void RequireFieldsOf(const std::string& line, std::string_view delimiter) {
   Require(together == line);
 }
 
+/// Fields that pass as decimal text hold no other character than those of a number, and a digit each.
+void RequireDecimal(const std::string& line, std::string_view delimiter) {
+  if (!HasDecimalFields(line, delimiter, "\r\n")) return;
+  const std::string fields = line.substr(0, line.find("\r\n"));
+  const std::size_t first = fields.starts_with(delimiter) ? std::string::npos : fields.find(delimiter);
+  if (first == std::string::npos) return;
+  const std::string values = fields.substr(first);
+  Require(values.find_first_not_of("+-.0123456789 " + std::string(delimiter)) == std::string::npos);
+  const auto digits = std::count_if(values.begin(), values.end(), [](char c) { return c >= '0' && c <= '9'; });
+  Require(digits >= std::count(values.begin(), values.end(), delimiter[0]));
+}
+
 }  // namespace
 
 /// The first byte is the number of parameters, the second tells whether the line before was as long as this one.
@@ -61,6 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
 
   RequireFieldsOf(line, session.Delimiter);
+  RequireDecimal(line, session.Delimiter);
   Require(CleanUp(line).find('\0') == std::string::npos);
   return 0;
 }

@@ -5,6 +5,8 @@
 #include "base/dates.h"
 #include "base/scope.h"
 #include "core/texts.h"
+#include "instruments/reading/decimal_fields.h"
+#include "instruments/table/protocols.h"
 #include "log/channels.h"
 #include "platform/loop/clock.h"
 
@@ -14,6 +16,24 @@ namespace {
 
 /// Lines that the guard swallows before one overruns a sample that does not come back.
 constexpr int kSwallowed = 28;
+
+MessageText ReasonOf(LineFault fault) {
+  switch (fault) {
+    case LineFault::None:
+      break;
+    case LineFault::CheckFailed:
+      return text::LineFailsCheck;
+    case LineFault::FieldMissing:
+      return text::FieldMissing;
+    case LineFault::FieldNotDecimal:
+      return text::FieldNotDecimal;
+    case LineFault::BeyondRange:
+      return text::ValueBeyondRange;
+    case LineFault::NoDate:
+      return text::DateNotRead;
+  }
+  return {};
+}
 
 }  // namespace
 
@@ -126,8 +146,31 @@ bool SampleRoad::DrawAndLog(const Statements& run, Values values, std::optional<
 }
 
 Values SampleRoad::TakeValues(const Statements& run, const std::string& line) {
-  if (!IsAccepted(session_, line)) return Values::Held;
-  return run([&] { return values_.Take(session_, line); }) ? Values::Taken : Values::Held;
+  const LineFault fault = TakeLine(run, line);
+  if (fault == LineFault::None) {
+    session_.Data.heldSince = 0;
+    return Values::Taken;
+  }
+  CountRejected(fault);
+  if (hasValues_ && session_.Data.heldSince == 0) session_.Data.heldSince = session_.SampleTime;
+  return Values::Held;
+}
+
+LineFault SampleRoad::TakeLine(const Statements& run, const std::string& line) {
+  if (!IsAccepted(session_, line)) return LineFault::CheckFailed;
+  if (ProtocolOf(session_).decimalFields && !HasDecimalFields(line, session_.Delimiter, session_.Terminator))
+    return LineFault::FieldNotDecimal;
+  return run([&] { return values_.Take(session_, line); });
+}
+
+void SampleRoad::CountRejected(LineFault fault) {
+  ++session_.Data.rejected;
+  session_.Data.lastReason = ReasonOf(fault);
+}
+
+void SampleRoad::ForgetValues() {
+  hasValues_ = false;
+  session_.Data = {};
 }
 
 bool SampleRoad::IsSignificant(const Statements& run) {

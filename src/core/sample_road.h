@@ -7,6 +7,7 @@
 #include "core/sample_log.h"
 #include "core/sample_plotter.h"
 #include "core/sample_values.h"
+#include "instruments/reading/line_fault.h"
 #include "instruments/table/decoders.h"
 #include "model/main_view.h"
 #include "model/session.h"
@@ -32,12 +33,16 @@ class SampleRoad {
   /// while a sample runs, and lets the 29th overrun it.
   void ProcessLine(const std::string& line);
 
-  /// One sample from any source. `take` runs behind the guard, with SampleTime set to Now; `report` names the procedure
+  /// One sample from any source. `take` runs behind the guard, with SampleTime set to Now; where it has waited, it
+  /// sets SampleTime again; `report` names the procedure
   /// in the box of an error.
   void Sample(const Report& report, const std::function<Values(const Statements& run)>& take);
 
-  /// Takes the values of a line in the common form.
+  /// Takes the values of a line in the common form; a line that is rejected is counted.
   Values TakeValues(const Statements& run, const std::string& line);
+
+  /// Counts a line that was rejected and keeps the reason.
+  void CountRejected(LineFault fault);
 
   /// Names a procedure in the box of a sample's error. Made once, not for each sample: its texts cost memory.
   Report ReportOf(const char* procedure) const;
@@ -49,11 +54,12 @@ class SampleRoad {
   bool IsRunning() const { return depth_ > 0; }
 
   /// At Connect: until a first line has been accepted there are no values to hold.
-  void ForgetValues() { hasValues_ = false; }
+  void ForgetValues();
 
  private:
   class RowAheadOfBoxes;
 
+  LineFault TakeLine(const Statements& run, const std::string& line);
   bool PassesGuard();
   void Leave();
   void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);

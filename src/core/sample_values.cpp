@@ -29,18 +29,19 @@ const SampleValues::Scale& SampleValues::ScaleOf(const Session& session, int par
   return scale;
 }
 
-bool SampleValues::Take(Session& session, std::string_view line) {
+LineFault SampleValues::Take(Session& session, std::string_view line) {
   std::size_t position = 0;
   GetField(line, session.Delimiter, position);  // the time
   for (int i = 1; i <= session.NumberOfParameters; ++i) {
+    if (position == 0) return LineFault::FieldMissing;  // GetField would begin at the line's front again
     const double field = Val(GetField(line, session.Delimiter, position));
     const Scale& scale = ScaleOf(session, i);
     const double value = field * static_cast<double>(scale.gain32) + static_cast<double>(scale.offset32);
-    if (!FitsSingle(field) || !FitsSingle(value)) return false;
+    if (!FitsSingle(field) || !FitsSingle(value)) return LineFault::BeyondRange;
     scaled_[i] = static_cast<float>(value);
   }
   for (int i = 1; i <= session.NumberOfParameters; ++i) session.CurrentValue[i] = Smooth(session, i, scaled_[i]);
-  return true;
+  return LineFault::None;
 }
 
 float Smooth(Session& session, int parameter, float value) {

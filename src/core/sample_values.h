@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "instruments/reading/line_fault.h"
 #include "model/session.h"
 
 namespace velk {
@@ -14,9 +15,9 @@ bool IsAccepted(const Session& session, std::string_view line);
 /// From the fields of an accepted line to CurrentValue: scaled, then averaged.
 class SampleValues {
  public:
-  /// Takes the fields 1 to NumberOfParameters behind the time. False, and nothing changed, when a field or its scaled
-  /// value is beyond the 32-bit range.
-  bool Take(Session& session, std::string_view line);
+  /// Takes the fields 1 to NumberOfParameters behind the time. With a fault nothing has changed: FieldMissing for a
+  /// line that ends ahead of the last of them, BeyondRange for a field or its scaled value. An empty field is 0.
+  LineFault Take(Session& session, std::string_view line);
 
  private:
   /// Gain and offset go through their decimal text into 32 bits; the result is kept as long as the parameter's own

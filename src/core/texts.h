@@ -15,4 +15,11 @@ inline constexpr MessageText AcquiringDataError{2021, "Acquiring data ... error"
 inline constexpr MessageText RowsMissing{2022, "Rows not recorded: "};
 inline constexpr MessageText NoDriver{2023, "This protocol has no driver: no values will come."};
 
+// Why a line was rejected
+inline constexpr MessageText LineFailsCheck{2024, "the line does not pass its protocol's check"};
+inline constexpr MessageText FieldNotDecimal{2025, "a value is no decimal number"};
+inline constexpr MessageText ValueBeyondRange{2026, "a value is beyond the 32-bit range"};
+inline constexpr MessageText FieldMissing{2027, "the line ends ahead of its last value"};
+inline constexpr MessageText DateNotRead{2028, "the line does not begin with a date"};
+
 }  // namespace velk::text

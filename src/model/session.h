@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/message_text.h"
+#include "model/data_state.h"
 #include "model/stored_settings.h"
 #include "model/time_base.h"
 
@@ -58,6 +59,8 @@ struct Session : StoredSettings {
   double LastPageTime = 0;
   double SampleSeconds = 0;
   double LastDataTime = 0;  ///< arrival of the last line
+
+  DataState Data;
 
   std::vector<std::string> TemplateNames{1};  ///< 1 to the number of templates
 };

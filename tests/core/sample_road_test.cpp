@@ -121,6 +121,47 @@ TEST_F(Road, RejectsALineWithAFieldBeyondThe32BitRange) {
   EXPECT_EQ(rig.session.CurrentValue[1], 10.0f);
 }
 
+TEST_F(Road, RejectsALineOfAnOwnUnitInWhichADamagedByteMakesAnotherNumber) {
+  using namespace std::string_literals;
+  rig.ConnectAndStart();
+  rig.Sample(10, 20, 30);
+  for (const std::string& field : {"0000\x07.000"s, "0012E.007"s, "0012,.000"s, "0012\0.000"s, "000012E07"s}) {
+    rig.clock.Advance(1000);
+    rig.road.ProcessLine(FormatDate(rig.clock.Now(), "hh:mm:ss") + " " + field + " 00020.000 00030.000\r\n");
+    EXPECT_EQ(rig.session.CurrentValue[1], 10.0f) << field;
+    EXPECT_EQ(rig.session.Data.lastReason.English(), "a value is no decimal number") << field;
+  }
+  EXPECT_EQ(rig.session.Data.rejected, 5);
+  rig.Sample(40, 50, 60);
+  EXPECT_EQ(rig.session.CurrentValue[1], 40.0f);
+}
+
+TEST_F(Road, CountsRejectedLinesSinceConnectAndTellsSinceWhenValuesAreHeld) {
+  rig.ConnectAndStart();
+  EXPECT_EQ(rig.session.Data.rejected, 0);
+  rig.road.ProcessLine("garbage\r\n");
+  EXPECT_EQ(rig.session.Data.rejected, 1);
+  EXPECT_EQ(rig.session.Data.heldSince, 0.0) << "no values were there to hold";
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line does not pass its protocol's check");
+  rig.Sample(10, 20, 30);  // its length differs from the line before
+  rig.Sample(10, 20, 30);
+  EXPECT_EQ(rig.session.Data.rejected, 2);
+  rig.clock.Advance(1000);
+  const double held = rig.clock.Now();
+  for (int line = 0; line < 3; ++line) {
+    rig.road.ProcessLine("garbage\r\n");
+    EXPECT_SAME_TIME(rig.session.Data.heldSince, held);
+    rig.clock.Advance(1000);
+  }
+  EXPECT_EQ(rig.session.Data.rejected, 5);
+  rig.Sample(10, 20, 30);
+  rig.Sample(10, 20, 30);
+  EXPECT_EQ(rig.session.Data.heldSince, 0.0);
+  rig.acquisition.mnuAcquireStop_Click();
+  rig.Connect();
+  EXPECT_EQ(rig.session.Data.rejected, 0);
+}
+
 TEST_F(Road, UpdatesTheBlockWithTheFirstCurveOfEachGraph) {
   rig.ConnectAndStart();
   const double start = rig.session.StartTime;

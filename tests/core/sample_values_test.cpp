@@ -32,7 +32,7 @@ TEST(SampleValues, AcceptsALineWhoseTerminatorStandsBehindCharacterNine) {
 TEST(SampleValues, TakesTheFieldsBehindTheTime) {
   Session session = MakeSession(3);
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:00:00 1.5 -2 0030\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:00 1.5 -2 0030\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], 1.5f);
   EXPECT_EQ(session.CurrentValue[2], -2.0f);
   EXPECT_EQ(session.CurrentValue[3], 30.0f);
@@ -44,7 +44,7 @@ TEST(SampleValues, ScalesByGainAndOffsetOfTheConfiguredParameters) {
   session.Parameters[1].Offset = -5;
   session.CurrentParameters[1].Gain = 1000;  // the working copy plays no part
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:00:00 250 7\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:00 250 7\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], static_cast<float>(250 * static_cast<double>(0.1f) - 5));
   EXPECT_EQ(session.CurrentValue[2], 7.0f);
 }
@@ -53,16 +53,16 @@ TEST(SampleValues, RoundsGainThroughItsDecimalTextTo32Bits) {
   Session session = MakeSession(1);
   session.Parameters[1].Gain = 1.0 / 3;  // as text 0.333333333333333, then the nearest 32-bit float
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:00:00 3000000\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:00 3000000\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], static_cast<float>(3000000 * static_cast<double>(0.33333334f)));
 }
 
 TEST(SampleValues, FollowsAChangedGainAtTheNextLine) {
   Session session = MakeSession(1);
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:00:00 4\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:00 4\r\n"), LineFault::None);
   session.Parameters[1].Gain = 2;
-  ASSERT_TRUE(values.Take(session, "12:00:01 4\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:01 4\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], 8.0f);
 }
 
@@ -71,10 +71,10 @@ TEST(SampleValues, RejectsALineWithAFieldBeyond32BitsBeforeAnyValueChanges) {
     Session session = MakeSession(2);
     session.SmoothValue[1] = 2;
     SampleValues values;
-    ASSERT_TRUE(values.Take(session, "12:00:00 10 20\r\n"));
+    ASSERT_EQ(values.Take(session, "12:00:00 10 20\r\n"), LineFault::None);
     const auto history = session.SmoothHistory;
     const auto before = session.CurrentValue;
-    EXPECT_FALSE(values.Take(session, std::string("12:00:01 11 ") + field + "\r\n")) << field;
+    EXPECT_EQ(values.Take(session, std::string("12:00:01 11 ") + field + "\r\n"), LineFault::BeyondRange) << field;
     EXPECT_EQ(session.CurrentValue, before) << field;
     EXPECT_EQ(session.SmoothHistory, history) << field;
   }
@@ -84,28 +84,49 @@ TEST(SampleValues, RejectsALineWhoseScaledValueIsBeyond32Bits) {
   Session session = MakeSession(1);
   session.Parameters[1].Gain = 1e30;
   SampleValues values;
-  EXPECT_FALSE(values.Take(session, "12:00:00 1e20\r\n"));
-  EXPECT_TRUE(values.Take(session, "12:00:00 2\r\n"));
+  EXPECT_EQ(values.Take(session, "12:00:00 1e20\r\n"), LineFault::BeyondRange);
+  EXPECT_EQ(values.Take(session, "12:00:00 2\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], static_cast<float>(2 * static_cast<double>(1e30f)));
 }
 
 TEST(SampleValues, ReadsFieldsThatAreNoNumbersAsZero) {
   Session session = MakeSession(4);
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:00:00 nan inf -- 7x\r\n"));
+  ASSERT_EQ(values.Take(session, "12:00:00 nan inf -- 7x\r\n"), LineFault::None);
   EXPECT_EQ(session.CurrentValue[1], 0.0f);
   EXPECT_EQ(session.CurrentValue[2], 0.0f);
   EXPECT_EQ(session.CurrentValue[3], 0.0f);
   EXPECT_EQ(session.CurrentValue[4], 7.0f);
 }
 
-TEST(SampleValues, BeginsAtTheFrontAgainBehindTheLastField) {
+TEST(SampleValues, RejectsALineThatRunsOutOfFieldsAheadOfTheLastParameter) {
+  for (const char* line : {"12:34:56 5\r\n", "12:34:56 5 6\r\n", "12:34:56 \r\n", "12:34:56,5,6,7\r\n"}) {
+    Session session = MakeSession(3);
+    SampleValues values;
+    ASSERT_EQ(values.Take(session, "12:34:55 10 20 30\r\n"), LineFault::None);
+    const auto before = session.CurrentValue;
+    EXPECT_EQ(values.Take(session, line), LineFault::FieldMissing) << line;
+    EXPECT_EQ(session.CurrentValue, before) << line;
+  }
+}
+
+TEST(SampleValues, ReadsAnEmptyFieldAsZero) {
   Session session = MakeSession(3);
+  session.Delimiter = ",";
   SampleValues values;
-  ASSERT_TRUE(values.Take(session, "12:34:56 5\r\n"));
-  EXPECT_EQ(session.CurrentValue[1], 5.0f);
-  EXPECT_EQ(session.CurrentValue[2], 12.0f) << "the time's leading number";
-  EXPECT_EQ(session.CurrentValue[3], 5.0f);
+  ASSERT_EQ(values.Take(session, "12:34:56,,5,\r\n"), LineFault::None);
+  EXPECT_EQ(session.CurrentValue[1], 0.0f);
+  EXPECT_EQ(session.CurrentValue[2], 5.0f);
+  EXPECT_EQ(session.CurrentValue[3], 0.0f);
+}
+
+TEST(SampleValues, LeaveFurtherFieldsOutAndWantNoneWithoutParameters) {
+  Session session = MakeSession(2);
+  SampleValues values;
+  ASSERT_EQ(values.Take(session, "12:34:56 5 6 7\r\n"), LineFault::None);
+  EXPECT_EQ(session.CurrentValue[2], 6.0f);
+  session.NumberOfParameters = 0;
+  EXPECT_EQ(values.Take(session, "12:34:56\r\n"), LineFault::None);
 }
 
 TEST(Smoothing, OfLengthOneLeavesTheValueAndOverwritesTheFirstSlot) {

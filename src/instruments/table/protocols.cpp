@@ -21,7 +21,8 @@ constexpr Protocol OwnUnit(std::string_view serialData, const MessageText& capti
           .driver = Driver::EventLineDriver,
           .decoder = &decoder::Orben_ver_3,
           .unit = unit,
-          .olderName = olderName};
+          .olderName = olderName,
+          .decimalFields = true};
 }
 
 constexpr Protocol kProtocols[] = {
