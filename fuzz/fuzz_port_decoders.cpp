@@ -67,13 +67,14 @@ bool HasSoundFields(const std::string& line, const Session& session, int more) {
   return CountDelimiters(line, session.Delimiter) == session.NumberOfParameters + more && HasTime(line);
 }
 
-/// A frame as the instrument's description has it: `waited` bytes are there, the rest comes one by one.
+/// A frame as the instrument's description has it: `waited` bytes are there, one at least, the rest comes one by one.
 std::string FrameOf(std::string_view all, std::size_t waited) {
   const auto placeOfCr = [](std::string_view text, std::size_t from) {
     const std::size_t found = from - 1 < text.size() ? text.find('\r', from - 1) : std::string_view::npos;
     return found == std::string_view::npos ? 0 : found + 1;
   };
-  std::size_t read = waited;
+  if (all.empty()) return {};
+  std::size_t read = std::max<std::size_t>(waited, 1);
   const std::size_t p = placeOfCr(all.substr(0, read), 1);
   std::size_t q = placeOfCr(all.substr(0, read), p + 1);
   while (q <= p) {

@@ -369,12 +369,22 @@ TEST_F(Das104, SeesACrDirectlyBehindTheFirstOnlyWhereBothWait) {
   EXPECT_EQ(FrameOf("\r"), "\rabc\r");
 }
 
-TEST_F(Das104, TakesACrThatComesFirstIntoAnEmptyPortForText) {
-  bool fed = false;
+TEST_F(Das104, BeginsTheFrameAtACrThatComesFirstIntoAnEmptyPort) {
+  int dry = 0;
   port.onDry = [&] {
-    if (!std::exchange(fed, true)) port.Feed("\rabc\r");
+    if (++dry == 3) port.Feed("\rabc\rmore");
   };
-  EXPECT_EQ(FrameOf(""), "\rabc\r");
+  EXPECT_EQ(FrameOf(""), "abc\r");
+  EXPECT_EQ(port.Rest(), "more");
+}
+
+TEST_F(Das104, BeginsTheFrameAtTextThatComesFirstIntoAnEmptyPort) {
+  int dry = 0;
+  port.onDry = [&] {
+    if (++dry == 3) port.Feed("abc\rmore");
+  };
+  EXPECT_EQ(FrameOf(""), "abc\r");
+  EXPECT_EQ(port.Rest(), "more");
 }
 
 TEST_F(Das104, GivesNothingForAnyPrefixOfAFrame) {

@@ -14,6 +14,9 @@ std::size_t PlaceOfCr(const std::string& text, std::size_t from) {
 
 std::string Stewart_stevenson(PortReader& reader) {
   std::string buffer = reader.AllWaiting();
+  // A frame's leading CR may be the very first to come.
+  const auto hasCome = [](const std::string& text) { return !text.empty(); };
+  if (reader.ReadUntil(buffer, hasCome, [] { return false; }) != Reading::Whole) return {};
   const std::size_t first = PlaceOfCr(buffer, 1);
   std::size_t second = PlaceOfCr(buffer, first + 1);
   if (second <= first) {

@@ -7,10 +7,10 @@
 
 namespace velk {
 
-/// The text between two CRs, the second one with it. What waits is read at once, then character by character until the
-/// second CR has come; what was read behind it is dropped. Where no CR waited, the text begins with what did. Nothing
-/// is checked. Empty when the wait was stopped or the device went away, and for a frame longer than
-/// PortReader::kLongestText. Raises PortNotOpen.
+/// The text between two CRs, the second one with it. What waits is read at once, or the first byte awaited where none
+/// does; then character by character until the second CR has come; what was read behind it is dropped. Where no CR
+/// waited, the text begins with what did. Nothing is checked. Empty when the wait was stopped or the device went away,
+/// and for a frame longer than PortReader::kLongestText. Raises PortNotOpen.
 std::string Stewart_stevenson(PortReader& reader);
 
 namespace decoder {
