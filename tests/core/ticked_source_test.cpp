@@ -181,6 +181,78 @@ TEST_F(Polled, LinesFromAheadOfTheJobAndFromAPauseAreNotOfTheJob) {
   EXPECT_EQ(graph2.plots.size(), 2u);
 }
 
+TEST_F(Polled, AShortLineIsRejectedInsteadOfReadingItsTimeForAValue) {
+  Use(protocol::Das104, ",", "\r");
+  ConnectAndStart();
+  rig.plainPort.Receive("\r" + Now() + ",51.5,2.5,3.5\r");
+  rig.clock.Advance(60);
+  rig.plainPort.Receive("\r12:34:56,91.5,92.5\r");
+  rig.clock.Advance(60);
+  EXPECT_EQ(rig.session.CurrentValue[1], 51.5f);
+  EXPECT_EQ(rig.session.CurrentValue[3], 3.5f);
+  EXPECT_EQ(rig.session.Data.rejected, 1);
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line ends ahead of its last value");
+}
+
+TEST_F(Polled, AFrameBetweenReturnsOfItsOwnIsTakenHoweverTickAndFrameMeet) {
+  Use(protocol::Das104, ",", "\r");
+  ConnectAndStart();
+  rig.timers.Timer1->SetEnabled(false);  // ticks by hand, one a frame
+  const std::string frame = "\r" + Now() + ",51.5,2.5,3.5\r";
+  // Split in front of each character: the tick finds the part ahead of it, and waits for the other.
+  for (std::size_t split = 0; split <= frame.size(); ++split) {
+    rig.session.CurrentValue.fill(0);
+    rig.plainPort.Receive(frame.substr(0, split));
+    rig.clock.onYield = [this, rounds = 0, rest = frame.substr(split)]() mutable {
+      if (++rounds == 20) rig.plainPort.Receive(rest);
+    };
+    rig.sources.Current().Timer1_Timer();
+    rig.clock.onYield = nullptr;
+    EXPECT_EQ(rig.session.CurrentValue[1], 51.5f) << split;
+    EXPECT_EQ(rig.session.CurrentValue[3], 3.5f) << split;
+    rig.clock.Advance(1000);
+  }
+}
+
+TEST_F(Polled, ASampleIsOfTheMomentWhenItsLineHasCome) {
+  Use(protocol::DataTakerA, ",", "\n");
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  double came = 0;
+  rig.clock.onYield = [&, rounds = 0]() mutable {
+    if (++rounds != 700) return;
+    came = rig.clock.Now();
+    rig.plainPort.Receive(Now() + ",1,2,3\r\n");
+  };
+  rig.clock.Advance(60);
+  rig.clock.onYield = nullptr;
+  ASSERT_EQ(graph2.plots.size(), 1u);
+  EXPECT_NEAR(graph2.plots[0].time, came, 0.01 / 86400);
+  EXPECT_NEAR(rig.session.Times.LastPlotTime, came, 0.01 / 86400);
+}
+
+TEST_F(Polled, TheSecondLineOfAJobIsLoggedThoughItsTickBeganEarly) {
+  Use(protocol::DataTakerA, ",", "\n");
+  rig.session.SensitivityCriterion = 100;
+  rig.clock.Advance(20'000);  // away from the full minute, where the time axis begins
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  // A line a second, the first one shortly behind Start. The tick behind it begins its wait at once.
+  std::size_t sent = 0;
+  rig.clock.onYield = [&, next = rig.clock.Ticks() + 300]() mutable {
+    if (rig.clock.Ticks() < next) return;
+    next += 1000;
+    ++sent;
+    rig.plainPort.Receive(Now() + ",1,2,3\r\n");
+  };
+  while (sent < 4) rig.clock.Advance(60);
+  rig.clock.onYield = nullptr;
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_EQ(rig.Rows(rig.Path("job.mdb")).size(), sent);
+}
+
 TEST_F(Polled, StopEndsAReaderThatWaits) {
   Use(protocol::DataTakerB);
   rig.session.TheTimeOut = 30000;

@@ -25,6 +25,7 @@ Values TickedSource::Poll(const Statements& run, PortTurn& port) {
   // Silence is no sample, and one that a later sample has overtaken would be drawn backwards.
   if (session_.StopRequested || line.empty() || !port.IsHeld()) return Values::Left;
   link_.PlainDataCame();
+  session_.SampleTime = platform_.clock.Now();  // the wait for the line may have begun an interval ago
   return road_.TakeValues(run, line);
 }
 
