@@ -160,7 +160,7 @@ void BufferedLine(benchmark::State& state) {
   for (int i = 1; i <= kChannels; ++i) line += ",01234.5";
   line += "\n";
   for (auto step : state)
-    if (!ReadBufferedLine(session, line).accepted) return state.SkipWithError("the line was rejected");
+    if (!ReadBufferedLine(session, line).IsAccepted()) return state.SkipWithError("the line was rejected");
   CountLines(state, line);
 }
 BENCHMARK(BufferedLine);

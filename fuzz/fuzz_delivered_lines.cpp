@@ -64,9 +64,9 @@ void CheckBlock(const std::string& block, const Session& session) {
 void CheckBufferedLine(const std::string& line, Session& session) {
   session.CurrentValue.fill(77);
   const BufferedSample sample = ReadBufferedLine(session, line);
-  Require(!sample.accepted || line.find(session.Terminator) != std::string::npos);
+  Require(!sample.IsAccepted() || line.find(session.Terminator) != std::string::npos);
   for (int i = 0; i < kSlots; ++i) {
-    const bool taken = sample.accepted && i >= 1 && i <= session.NumberOfParameters;
+    const bool taken = sample.IsAccepted() && i >= 1 && i <= session.NumberOfParameters;
     Require(taken || session.CurrentValue[i] == 77.0F);
   }
 }

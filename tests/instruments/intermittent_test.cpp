@@ -133,7 +133,7 @@ TEST(BufferedLine, BringsItsOwnDateTimeAndValues) {
   session.Parameters[2].Gain = 2;
   session.Parameters[2].Offset = -10;
   const BufferedSample sample = ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3\r");
-  EXPECT_TRUE(sample.accepted);
+  EXPECT_TRUE(sample.IsAccepted());
   EXPECT_EQ(sample.sampleTime, kWhen);
   EXPECT_EQ(session.CurrentValue[1], 12.5F);
   EXPECT_EQ(session.CurrentValue[2], -4.0F);
@@ -158,7 +158,7 @@ TEST(BufferedLine, IsNotAveraged) {
 
 TEST(BufferedLine, IsSkippedWholeWithoutItsTerminator) {
   Session session = TwoParameters();
-  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3").accepted);
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,3").IsAccepted());
   EXPECT_EQ(session.CurrentValue[1], 77.0F);
 }
 
@@ -179,22 +179,84 @@ TEST(BufferedLine, WithoutAWholeDateIsNotAccepted) {
   Session session = TwoParameters();
   for (const char* line : {"09:30:15,1,2\r", "46095.5,1,2\r", "31-Feb-2026 09:30:15,1,2\r",
                            "14-Mar-2026 25:00:00,1,2\r", ",1,2\r", "\r", "x,1,2\r", "4-Mar-20 26 09:30:15,1,2\r"}) {
-    EXPECT_FALSE(ReadBufferedLine(session, line).accepted) << line;
+    EXPECT_FALSE(ReadBufferedLine(session, line).IsAccepted()) << line;
     EXPECT_EQ(session.CurrentValue[1], 77.0F);
+  }
+}
+
+TEST(BufferedLine, BringsItsDateInAnyFormOfTheField) {
+  Session session = TwoParameters();
+  for (const char* date :
+       {"14-Mar-2026 09:30:15", "14-MAR-2026 09:30:15", "14/03/2026 09:30:15", "2026-03-14 09:30:15",
+        "14.03.2026 09:30:15", "14.3.2026 9:30:15", "14/03/26 09:30:15", "2026/03/14 09:30:15", "2026-03-14T09:30:15",
+        "2026/3/14 09:30:15", " 14.03.2026  09:30:15 ", "14.03.2026 09:30:15 AM"}) {
+    const BufferedSample sample = ReadBufferedLine(session, std::string(date) + ",1,2\r");
+    EXPECT_TRUE(sample.IsAccepted()) << date;
+    EXPECT_EQ(sample.sampleTime, kWhen) << date;
+  }
+}
+
+TEST(BufferedLine, BringsTheDayAheadOfTheMonthWhereBothCouldBe) {
+  Session session = TwoParameters();
+  const double expected = DateSerial(2012, 4, 3);
+  for (const char* date : {"03.04.2012", "03/04/2012", "03/04/12", "2012/04/03", "3-Apr-2012"})
+    EXPECT_EQ(ReadBufferedLine(session, std::string(date) + ",1,2\r").sampleTime, expected) << date;
+  EXPECT_EQ(ReadBufferedLine(session, "26/11/21,1,2\r").sampleTime, DateSerial(2021, 11, 26));
+}
+
+TEST(BufferedLine, MayBeLedByTheRestOfALineEnd) {
+  Session session = TwoParameters();
+  session.Terminator = "\n";
+  for (const char* lead : {"\r", "\r\r", "\r "})
+    EXPECT_EQ(ReadBufferedLine(session, lead + std::string("14-Mar-2026 09:30:15,1,2\n")).sampleTime, kWhen);
+  session.Terminator = "\r";
+  EXPECT_EQ(ReadBufferedLine(session, "\n14.03.2026 09:30:15,1,2\r").sampleTime, kWhen);
+}
+
+TEST(BufferedLine, WithADateOfNoKnownFormIsNotAccepted) {
+  Session session = TwoParameters();
+  for (const char* date : {"11/21/2026 09:30:15",
+                           "21.13.2026 09:30:15",
+                           "31.02.2026",
+                           "30/02/26",
+                           "2026/02/30",
+                           "2026-03-14T",
+                           "2026-03-14T09",
+                           "2026-03-14t09:30:15",
+                           "14.03.2026T09:30:15",
+                           "14-Mar-2026T09:30:15",
+                           "14.03/2026",
+                           "14/03.2026",
+                           "14 03 2026",
+                           "2026.03.14",
+                           "14/03/026",
+                           "14/03/6",
+                           "14.03",
+                           "20260314",
+                           "14.03.2026.",
+                           "14.03.2026 25:00:00",
+                           "14.03.2026 x",
+                           "x14.03.2026",
+                           "14.0\x07.2026",
+                           "114.03.2026",
+                           "14.003.2026",
+                           "14.03.20260"}) {
+    EXPECT_EQ(ReadBufferedLine(session, std::string(date) + ",1,2\r").fault, LineFault::NoDate) << date;
+    EXPECT_EQ(session.CurrentValue[1], 77.0F) << date;
   }
 }
 
 TEST(BufferedLine, WithTooFewFieldsIsNotAccepted) {
   Session session = TwoParameters();
-  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5\r").accepted);
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5\r").IsAccepted());
   EXPECT_EQ(session.CurrentValue[1], 77.0F);
-  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,\r").accepted);
+  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,12.5,\r").IsAccepted());
   EXPECT_EQ(session.CurrentValue[2], 0.0F);
 }
 
 TEST(BufferedLine, LeavesFurtherFieldsOut) {
   Session session = TwoParameters();
-  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,2,3,4\r").accepted);
+  EXPECT_TRUE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,2,3,4\r").IsAccepted());
   EXPECT_EQ(session.CurrentValue[2], 2.0F);
   EXPECT_EQ(session.CurrentValue[3], 0.0F);
 }
@@ -202,9 +264,9 @@ TEST(BufferedLine, LeavesFurtherFieldsOut) {
 TEST(BufferedLine, BeyondThe32BitRangeChangesNothing) {
   Session session = TwoParameters();
   for (const char* line : {"14-Mar-2026 09:30:15,1,1e39\r", "14-Mar-2026 09:30:15,1,-1e999\r"})
-    EXPECT_FALSE(ReadBufferedLine(session, line).accepted);
+    EXPECT_FALSE(ReadBufferedLine(session, line).IsAccepted());
   session.Parameters[2].Gain = 1e30;
-  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,1e20\r").accepted);
+  EXPECT_FALSE(ReadBufferedLine(session, "14-Mar-2026 09:30:15,1,1e20\r").IsAccepted());
   EXPECT_EQ(session.CurrentValue[1], 77.0F);
 }
 
@@ -218,12 +280,13 @@ TEST(BufferedLine, NoPrefixOfASoundLineIsAccepted) {
   Session session = TwoParameters();
   const std::string sound = "14-Mar-2026 09:30:15,12.5,3\r";
   for (std::size_t length = 0; length < sound.size(); ++length)
-    EXPECT_FALSE(ReadBufferedLine(session, sound.substr(0, length)).accepted);
+    EXPECT_FALSE(ReadBufferedLine(session, sound.substr(0, length)).IsAccepted());
 }
 
 /// The date and time of a field as a person reads it: "dd-mmm-yyyy", then hours, perhaps minutes and seconds.
 std::optional<double> Read(const std::string& field) {
-  static const std::regex picture(" ?(\\d?\\d)-([A-Za-z]{3})-(\\d{4})(?: +(\\d?\\d):(\\d?\\d)(?::(\\d?\\d))?)? *");
+  static const std::regex picture(
+      "[\r\n]* *(\\d?\\d)-([A-Za-z]{3})-(\\d{4})(?: +(\\d?\\d):(\\d?\\d)(?::(\\d?\\d))?)? *");
   static const std::string months = "JanFebMarAprMayJunJulAugSepOctNovDec";
   std::smatch parts;
   if (!std::regex_match(field, parts, picture)) return {};
@@ -244,7 +307,7 @@ TEST(BufferedLine, WithAChangedByteIsAcceptedOnlyWhereDateAndFieldsStayWhole) {
   int accepted = 0;
   test::ForEveryChangedByte("14-Mar-2026 09:30:15,12.5,3\r", [&](const std::string& changed) {
     const BufferedSample sample = ReadBufferedLine(session, changed);
-    if (!sample.accepted) return;
+    if (!sample.IsAccepted()) return;
     EXPECT_NE(changed.find('\r'), std::string::npos);
     EXPECT_GE(std::count(changed.begin(), changed.end(), ','), 2);
     EXPECT_EQ(Read(changed.substr(0, changed.find(','))), sample.sampleTime) << changed;

@@ -59,7 +59,10 @@ void BufferedSource::IntermittentDataAnalysis() {
 Values BufferedSource::Take(const Statements& run, int number) {
   const std::string& line = lines_.BufferedLines[static_cast<std::size_t>(number)];
   const BufferedSample sample = run([&] { return ReadBufferedLine(session_, line); });
-  if (!sample.accepted) return Values::Left;
+  if (!sample.IsAccepted()) {
+    road_.CountRejected(sample.fault);
+    return Values::Left;
+  }
   session_.SampleTime = sample.sampleTime;
   if (number == 1)
     session_.StartTime = session_.Times.LastPlotTime = session_.Times.GraphEndTime = session_.Times.GraphPageTime =

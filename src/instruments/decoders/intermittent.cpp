@@ -2,31 +2,13 @@
 
 #include <optional>
 
-#include "base/dates.h"
-#include "base/errors.h"
 #include "base/numbers.h"
 #include "base/single.h"
+#include "instruments/reading/date_field.h"
 #include "instruments/reading/get_field.h"
 #include "instruments/reading/time_check.h"
 
 namespace velk {
-
-namespace {
-
-/// The date and time of a field. A time alone, or a number that would count as days, comes from a damaged line: its
-/// sample would stand in a wrong century.
-std::optional<double> DateTimeOf(std::string_view field) {
-  if (IsNumeric(field)) return {};
-  try {
-    const double when = CDate(field);
-    if (DatePart(when) == 0) return {};
-    return when;
-  } catch (const RuntimeError&) {
-    return {};
-  }
-}
-
-}  // namespace
 
 void IntermittentLines::Reset(std::string_view terminator) {
   BufferedLineCount = 0;
@@ -53,23 +35,22 @@ void IntermittentLines::Hold(SerialPort& port) {
 }
 
 BufferedSample ReadBufferedLine(Session& session, std::string_view line) {
-  const bool whole = line.find(session.Terminator) != std::string_view::npos &&
-                     CountDelimiters(line, session.Delimiter) >= session.NumberOfParameters;
-  if (!whole) return {};
+  if (line.find(session.Terminator) == std::string_view::npos) return {LineFault::CheckFailed};
+  if (CountDelimiters(line, session.Delimiter) < session.NumberOfParameters) return {LineFault::FieldMissing};
   std::size_t position = 0;
-  const std::optional<double> when = DateTimeOf(GetField(line, session.Delimiter, position));
-  if (!when) return {};
+  const std::optional<double> when = ReadDateField(GetField(line, session.Delimiter, position));
+  if (!when) return {LineFault::NoDate};
   Session::PerParameter<float> values{};
   for (int i = 1; i <= session.NumberOfParameters; ++i) {
     const double field = Val(GetField(line, session.Delimiter, position));
     const Parameter& configured = session.Parameters[i];
     const double gain = static_cast<double>(ThroughText(configured.Gain));
     const double value = field * gain + static_cast<double>(ThroughText(configured.Offset));
-    if (!FitsSingle(field) || !FitsSingle(value)) return {};
+    if (!FitsSingle(field) || !FitsSingle(value)) return {LineFault::BeyondRange};
     values[i] = static_cast<float>(value);
   }
   for (int i = 1; i <= session.NumberOfParameters; ++i) session.CurrentValue[i] = values[i];
-  return {true, *when};
+  return {LineFault::None, *when};
 }
 
 }  // namespace velk

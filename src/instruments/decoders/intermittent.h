@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "instruments/reading/line_fault.h"
 #include "instruments/reading/line_framing.h"
 #include "model/session.h"
 #include "platform/ports/serial.h"
@@ -36,14 +37,16 @@ class IntermittentLines {
 };
 
 struct BufferedSample {
-  bool accepted = false;
+  LineFault fault = LineFault::CheckFailed;
   double sampleTime = 0;  ///< the line's own date and time, in days
+
+  bool IsAccepted() const { return fault == LineFault::None; }
 };
 
-/// Takes the values of a buffered line into CurrentValue, scaled: the first field is the date and time, then comes a
-/// field a parameter. A line without the terminator, without a date, with fewer fields than parameters or with a value
-/// beyond the 32-bit range is not accepted and changes nothing. Raises Overflow for a gain or an offset beyond that
-/// range.
+/// Takes the values of a buffered line into CurrentValue, scaled: the first field is the date and time, in any form of
+/// ReadDateField, then comes a field a parameter. A line without the terminator, without a date, with fewer fields than
+/// parameters or with a value beyond the 32-bit range is not accepted and changes nothing. Raises Overflow for a gain
+/// or an offset beyond that range.
 BufferedSample ReadBufferedLine(Session& session, std::string_view line);
 
 }  // namespace velk
