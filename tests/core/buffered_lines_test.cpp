@@ -34,27 +34,86 @@ TEST_F(Polled, RunsASampleForEachBufferedLineUnderItsOwnTime) {
   EXPECT_EQ(rows[1].c, 6.0);
 }
 
-TEST_F(Polled, EachBurstBeginsTheTimeAxisAtTheMinuteOfItsFirstLine) {
-  Use(protocol::Intermittent, ",", "\n");
-  ConnectAndStart();
-  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
-  rig.plainPort.Receive("12-Mar-2026 06:09:42,7,8,9\n12-Mar-2026 06:09:43,10,11,12\n");
-  ASSERT_EQ(graph2.plots.size(), 4u);
-  const double minute = DateSerial(2026, 3, 12) + TimeOfDay(6, 9, 0);
-  EXPECT_EQ(rig.session.StartTime, minute);
-  EXPECT_EQ(graph2.plots[2].previousTime, minute);
-  EXPECT_EQ(graph2.plots[3].previousTime, DateSerial(2026, 3, 12) + TimeOfDay(6, 9, 42));
-  ASSERT_FALSE(graph2.blocks.empty());
-  EXPECT_EQ(graph2.blocks.back().first, minute);
-}
-
-TEST_F(Polled, ALineThatIsSkippedDoesNotBeginTheTimeAxis) {
+TEST_F(Polled, TheFirstAcceptedLineOfAJobBeginsTheTimeAxisAtItsMinute) {
   Use(protocol::Intermittent, ",", "\n");
   ConnectAndStart();
   const double started = rig.session.StartTime;
-  rig.plainPort.Receive("no date,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
-  EXPECT_EQ(graph2.plots.size(), 1u);
+  rig.plainPort.Receive("no date,1,2,3\n");
   EXPECT_EQ(rig.session.StartTime, started);
+  rig.plainPort.Receive("no date,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  const double minute = DateSerial(2026, 3, 12) + TimeOfDay(6, 7, 0);
+  EXPECT_EQ(rig.session.StartTime, minute);
+  ASSERT_EQ(graph2.blocks.size(), 1u);
+  EXPECT_EQ(graph2.blocks[0].first, minute);
+}
+
+TEST_F(Polled, ALaterBurstGoesOnFromTheLineBefore) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,4,5,6\n");
+  rig.plainPort.Receive("12-Mar-2026 06:09:42,7,8,9\n");
+  const double minute = DateSerial(2026, 3, 12) + TimeOfDay(6, 7, 0);
+  EXPECT_EQ(rig.session.StartTime, minute);
+  ASSERT_EQ(graph2.plots.size(), 3u);
+  EXPECT_EQ(graph2.plots[2].previousTime, DateSerial(2026, 3, 12) + TimeOfDay(6, 7, 31));
+  ASSERT_EQ(graph2.blocks.size(), 2u);
+  EXPECT_NEAR(graph2.blocks[1].first, minute + TimeOfDay(0, 2, 0), 1e-9) << "120 samples of a second behind the first";
+}
+
+TEST_F(Polled, SingleLinesOfALaterPageTurnIt) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.session.CurrentFile = rig.Path("named.mdb");  // no question at the page change
+  test::FakeGraphWindow& graph1 = rig.graphs.windows[1];
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+  EXPECT_EQ(rig.session.PageCount, 0);
+  graph1.origin = rig.session.StartTime + TimeOfDay(0, 2, 0);
+  rig.plainPort.Receive("12-Mar-2026 06:10:30,1,2,3\n");
+  EXPECT_EQ(rig.session.PageCount, 1);
+  rig.plainPort.Receive("12-Mar-2026 06:11:30,1,2,3\n");
+  EXPECT_EQ(rig.session.PageCount, 1) << "it is a line of the same page";
+  EXPECT_EQ(rig.session.LastPageTime, graph1.origin);
+}
+
+TEST_F(Polled, ATimeAxisBeginsAnewWhereTheUnitsTimeRunsBackwards) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n12-Mar-2026 06:07:31,1,2,3\n");
+  rig.plainPort.Receive("12-Mar-2026 05:07:32,4,5,6\n12-Mar-2026 05:08:33,4,5,6\n");
+  const double minute = DateSerial(2026, 3, 12) + TimeOfDay(5, 7, 0);
+  EXPECT_EQ(rig.session.StartTime, minute);
+  ASSERT_EQ(graph2.plots.size(), 4u);
+  EXPECT_EQ(graph2.plots[2].previousTime, minute);
+  EXPECT_EQ(graph2.plots[3].previousTime, DateSerial(2026, 3, 12) + TimeOfDay(5, 7, 32));
+}
+
+TEST_F(Polled, APauseDoesNotBeginTheTimeAxisAnewButTheNextJobDoes) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+  const double minute = rig.session.StartTime;
+  rig.acquisition.mnuAcquireStart_Click();
+  ASSERT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.plainPort.Receive("12-Mar-2026 06:20:30,1,2,3\n");
+  EXPECT_EQ(rig.session.StartTime, minute);
+  rig.acquisition.mnuAcquireStop_Click();
+  ConnectAndStart();
+  rig.plainPort.Receive("12-Mar-2026 06:30:30,1,2,3\n");
+  EXPECT_EQ(rig.session.StartTime, DateSerial(2026, 3, 12) + TimeOfDay(6, 30, 0));
+}
+
+TEST_F(Polled, BufferedLinesThatAreRejectedAreCounted) {
+  Use(protocol::Intermittent, ",", "\n");
+  ConnectAndStart();
+  rig.plainPort.Receive("31.02.2026 06:07:30,1,2,3\n");
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line does not begin with a date");
+  rig.plainPort.Receive("12.03.2026 06:07:30,1,2\n");
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line ends ahead of its last value");
+  rig.plainPort.Receive("12.03.2026 06:07:30,1,2,1e39\n");
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "a value is beyond the 32-bit range");
+  EXPECT_EQ(rig.session.Data.rejected, 3);
+  EXPECT_EQ(rig.session.Data.heldSince, 0.0) << "a line without a time of its own makes no row";
 }
 
 TEST_F(Polled, ComputesChannelsOfBufferedLinesAndLeavesLinkedOnesAlone) {

@@ -19,6 +19,7 @@ BufferedSource::BufferedSource(Session& session, const Platform& platform, MainT
 }
 
 void BufferedSource::Check() {
+  lastTime_.reset();
   CheckPort(session_, platform_, link_);
 }
 
@@ -30,6 +31,7 @@ bool BufferedSource::Open() {
 
 void BufferedSource::End() {
   Pause();
+  lastTime_.reset();
   link_.ClosePlainPort();
 }
 
@@ -64,7 +66,9 @@ Values BufferedSource::Take(const Statements& run, int number) {
     return Values::Left;
   }
   session_.SampleTime = sample.sampleTime;
-  if (number == 1)
+  const bool beginsAxis = !lastTime_ || sample.sampleTime < *lastTime_;
+  lastTime_ = sample.sampleTime;
+  if (beginsAxis)
     session_.StartTime = session_.Times.LastPlotTime = session_.Times.GraphEndTime = session_.Times.GraphPageTime =
         session_.LastPageTime = CutToMinute(sample.sampleTime);
   return Values::TakenWithOwnTime;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "core/sample_road.h"
 #include "core/sources/sample_source.h"
 #include "instruments/decoders/intermittent.h"
@@ -8,7 +10,8 @@
 
 namespace velk {
 
-/// Lines that an instrument has buffered and sends in bursts, each with a date and time of its own. Timer1 looks
+/// Lines that an instrument has buffered and sends in bursts, each with a date and time of its own. The first one of a
+/// job begins the time axis at its minute, and so does one that is earlier than the line before. Timer1 looks
 /// whether its port is still there.
 class BufferedSource : public SampleSource {
  public:
@@ -34,6 +37,7 @@ class BufferedSource : public SampleSource {
   SampleRoad& road_;
   const Report report_;
   IntermittentLines lines_;
+  std::optional<double> lastTime_;  ///< of the last accepted line of this job
   bool analysing_ = false;
 };
 
