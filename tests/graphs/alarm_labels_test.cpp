@@ -12,10 +12,31 @@ using test::GraphDesk;
 
 const std::string kMark = "\u25B2";
 
-/// The colour behind the text of a label, as it stands on the screen.
+/// The colour behind the text of a label, as it stands on the screen, inside its frame.
 QColor Background(QLabel& label) {
-  return QColor(label.grab().toImage().pixel(1, 1));
+  return QColor(label.grab().toImage().pixel(2, 2));
 }
+
+/// That of its edge.
+QColor Edge(QLabel& label) {
+  return QColor(label.grab().toImage().pixel(0, 0));
+}
+
+/// A palette for the time of a test.
+class UnderPalette {
+ public:
+  explicit UnderPalette(const QColor& button) : before_(QApplication::palette()) {
+    QPalette changed = before_;
+    changed.setColor(QPalette::Button, button);
+    QApplication::setPalette(changed);
+  }
+  ~UnderPalette() { QApplication::setPalette(before_); }
+  UnderPalette(const UnderPalette&) = delete;
+  UnderPalette& operator=(const UnderPalette&) = delete;
+
+ private:
+  const QPalette before_;
+};
 
 class AlarmLabels : public testing::Test {
  protected:
@@ -62,6 +83,44 @@ TEST_F(AlarmLabels, LookAsEverOnceTheValueIsBackWithinItsLimits) {
   // The next alarm begins with white again.
   Sample(true);
   EXPECT_EQ(Background(Value(1)), QColor(Qt::white));
+}
+
+TEST_F(AlarmLabels, HaveTheGroundOfButtonsAtRestBehindAnyCurveColour) {
+  const QColor button = QApplication::palette().color(QPalette::Button);
+  for (const std::int32_t colour : {0x000000, 0xFFFFFF, 0x80FFFF, 0xC0C0C0, 0x0000C0}) {
+    desk.session.CurrentParameters[2].color = colour;
+    desk.Form().RefreshForm();
+    Sample(false);
+    EXPECT_EQ(Background(Value(1)), button) << colour;
+    EXPECT_EQ(Edge(Value(1)), button) << colour;
+    Sample(true);
+    EXPECT_EQ(Background(Value(1)), QColor(Qt::white)) << colour;
+    Sample(true);
+    EXPECT_EQ(Background(Value(1)), button) << colour;
+    Sample(false);
+    EXPECT_EQ(Background(Value(1)), button) << colour;
+  }
+}
+
+TEST_F(AlarmLabels, HaveAFrameInTheColourOfAlarmsAllTheWhile) {
+  for (int flash = 0; flash < 4; ++flash) {
+    Sample(true);
+    EXPECT_EQ(Edge(Value(1)), QColor(0xC8, 0x10, 0x2E)) << flash;
+  }
+  Sample(false);
+  EXPECT_EQ(Edge(Value(1)), Background(Value(1)));
+}
+
+TEST_F(AlarmLabels, FlashPlainlyWhereButtonsAreWhiteOrDark) {
+  for (const QColor& button : {QColor(Qt::white), QColor(0x22, 0x26, 0x2B)}) {
+    const UnderPalette palette(button);
+    Sample(true);
+    Sample(true);
+    EXPECT_EQ(Background(Value(1)), button);
+    EXPECT_NE(Edge(Value(1)), button);
+    Sample(false);
+    EXPECT_EQ(Edge(Value(1)), button);
+  }
 }
 
 TEST_F(AlarmLabels, AreThoseOfTheAlarmedParameterOnly) {

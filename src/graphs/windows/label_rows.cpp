@@ -28,6 +28,20 @@ QString WithSwatch(std::int32_t colour) {
   return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
 }
 
+std::int32_t ColourOf(const QColor& colour) {
+  return colour.blue() << 16 | colour.green() << 8 | colour.red();
+}
+
+/// The colour itself where it can be read on this ground, else black or white.
+QColor LegibleOn(const QColor& ground, std::int32_t colour) {
+  if (Contrast(colour, ColourOf(ground)) >= 3) return {Red(colour), Green(colour), Blue(colour)};
+  return ground.lightness() > 127 ? Qt::black : Qt::white;
+}
+
+QColor AlarmColourOn(const QColor& ground) {
+  return ground.lightness() > 127 ? QColor(0xC8, 0x10, 0x2E) : QColor(0xFF, 0x5A, 0x5F);
+}
+
 /// In front of the value of an alarmed curve.
 constexpr QChar kAlarmMark = u'\u25B2';
 
@@ -86,15 +100,16 @@ void LabelRows::Colour(Row& row, std::int32_t colour) {
 
 void LabelRows::ShowFlash(Row& row) {
   row.shownFlash = row.flash;
-  QString style = WithSwatch(row.colour);
-  if (row.flash != Flash::None) {
-    // Of the application: a label's own palette gives the background of its style sheet as the colour of buttons.
-    const QColor background =
-        row.flash == Flash::White ? QColor(Qt::white) : QGuiApplication::palette().color(QPalette::Button);
-    const QColor text = background.lightness() > 127 ? Qt::black : Qt::white;
-    style =
-        QStringLiteral("QLabel { color: %1; background: %2; font-weight: bold; }").arg(text.name(), background.name());
-  }
+  // Of the application: a label's own palette gives the background of its style sheet as the colour of buttons.
+  const QColor button = QGuiApplication::palette().color(QPalette::Button);
+  const QColor ground = row.flash == Flash::White ? QColor(Qt::white) : button;
+  QString style;
+  if (row.flash == Flash::None)
+    style = QStringLiteral("QLabel { color: %1; background: %2; }")
+                .arg(LegibleOn(ground, row.colour).name(), ground.name());
+  else
+    style = QStringLiteral("QLabel { color: %1; background: %2; font-weight: bold; border: 2px solid %3; }")
+                .arg(LegibleOn(ground, colour::Black).name(), ground.name(), AlarmColourOn(button).name());
   if (row.value->styleSheet() != style) row.value->setStyleSheet(style);
 }
 

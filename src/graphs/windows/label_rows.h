@@ -12,7 +12,8 @@
 namespace velk {
 
 /// The rows of a graph window's left panel, one a curve: Label1_n its name, Label2_n the latest value, Label3_n the
-/// units, in the curve's colour. Value texts are stored as they come and shown by ShowChanges.
+/// units, in the curve's colour where it can be read; a value stands on the colour of buttons. Value texts are stored
+/// as they come and shown by ShowChanges.
 class LabelRows {
  public:
   /// `panel` holds the labels, among them those of row 0.
@@ -32,7 +33,8 @@ class LabelRows {
   /// The latest value, as text by the picture. Allocates nothing once the text has had its longest form.
   void SetValue(int row, double value, std::string_view picture);
   /// Flashes the value of an alarmed curve: with each call its background changes between white and the colour of
-  /// buttons, and a mark stands beside the value, since colour alone can be missed. Without an alarm it looks as ever.
+  /// buttons. A frame in the colour of alarms shows the flash where these two are alike, and a mark stands beside the
+  /// value, since colour alone can be missed. Without an alarm it looks as ever.
   void SetAlarm(int row, bool alarmed);
   /// Puts changed values and alarms on the screen.
   void ShowChanges();
