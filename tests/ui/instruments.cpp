@@ -13,6 +13,12 @@ using Lines = std::vector<SentLine>;
 Lines AtTerminator(const Journal& journal, const LineForm& form) {
   return LinesEndingIn(form.terminator, journal);
 }
+/// Frames between CRs of their own: the CR ahead of a frame ends no line.
+Lines BetweenCrs(const Journal& journal, const LineForm& form) {
+  Lines lines = LinesEndingIn(form.terminator, journal);
+  std::erase_if(lines, [&](const SentLine& line) { return line.text == form.terminator; });
+  return lines;
+}
 Lines AtEitherEnd(const Journal& journal, const LineForm&) {
   return LinesOfEitherEnd(journal);
 }
@@ -132,6 +138,17 @@ std::vector<Instrument> PolledOnes() {
            .frames = 28,
            .samplingSeconds = kNeverDue,
            .setUp = 1,
+           .stepByStep = true},
+          {.name = "Das104Doubled",
+           .serialData = "S&S DAS 104",
+           .simulator = "das104",
+           .arguments = {"--double", "--delimiter", ",", "--step"},
+           .form = {6, ",", kCr},
+           .lines = BetweenCrs,
+           .rule = AnyLine,
+           .frames = 28,
+           .samplingSeconds = kNeverDue,
+           .setUp = 2,
            .stepByStep = true},
           {.name = "DataTakerA",
            .serialData = "Data Taker a",

@@ -23,7 +23,7 @@ bool HasHourAndMinute(const std::string& text) {
   return text.size() >= 6 && text[2] == ':' && text[5] == ':' && below(0, 24) && below(3, 60);
 }
 
-/// The fields behind the first one. Behind a line's last field the reader begins with its first one again.
+/// The fields behind the first one. Those behind the last channel's are left out.
 std::vector<double> FieldsOf(const std::string& text, const LineForm& form) {
   std::vector<std::string> fields;
   std::string field;
@@ -38,7 +38,7 @@ std::vector<double> FieldsOf(const std::string& text, const LineForm& form) {
   fields.push_back(field);
   std::vector<double> values;
   for (std::size_t i = 1; i <= static_cast<std::size_t>(form.channels); ++i)
-    values.push_back(NumberAtFront(fields[i % fields.size()]));
+    values.push_back(NumberAtFront(fields.at(i)));
   return values;
 }
 
@@ -52,7 +52,9 @@ double NumberAtFront(const std::string& text) {
 }
 
 std::optional<Sample> AsLongAsTheLineBefore(const SentLine& line, const SentLine* before, const LineForm& form) {
+  static const std::regex decimal("[^ ]*( [+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+))*\r\n");
   if (before == nullptr || before->text.size() != line.text.size()) return {};
+  if (!std::regex_match(line.text, decimal)) return {};
   return CountAndTime(line, before, form);
 }
 
@@ -75,7 +77,7 @@ std::optional<Sample> CountAndTime(const SentLine& line, const SentLine*, const 
 std::optional<Sample> AnyLine(const SentLine& line, const SentLine*, const LineForm& form) {
   std::string text = line.text;
   std::erase(text, '\0');
-  if (text.size() < 9 + form.terminator.size()) return {};
+  if (text.size() < 9 + form.terminator.size() || Delimiters(text, form) < form.channels) return {};
   return Sample{FieldsOf(text, form), {}};
 }
 

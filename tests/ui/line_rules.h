@@ -24,7 +24,8 @@ struct Sample {
 /// one of a job.
 using LineRule = std::optional<Sample> (*)(const SentLine& line, const SentLine* before, const LineForm& form);
 
-/// The right count of delimiters, an hour and a minute of the day, and as long as the line before.
+/// The right count of delimiters, an hour and a minute of the day, as long as the line before, and values of decimal
+/// text.
 std::optional<Sample> AsLongAsTheLineBefore(const SentLine& line, const SentLine* before, const LineForm& form);
 /// The same check of a page, whose time the program sets itself.
 std::optional<Sample> PageAsLongAsTheOneBefore(const SentLine& line, const SentLine* before, const LineForm& form);
@@ -32,7 +33,7 @@ std::optional<Sample> PageAsLongAsTheOneBefore(const SentLine& line, const SentL
 std::optional<Sample> FormattedLine(const SentLine& line, const SentLine* before, const LineForm& form);
 /// The right count and time.
 std::optional<Sample> CountAndTime(const SentLine& line, const SentLine* before, const LineForm& form);
-/// Any line with nine characters ahead of its terminator.
+/// Any line with nine characters ahead of its terminator and a field a channel.
 std::optional<Sample> AnyLine(const SentLine& line, const SentLine* before, const LineForm& form);
 /// No line.
 std::optional<Sample> NoLine(const SentLine& line, const SentLine* before, const LineForm& form);
