@@ -8,7 +8,7 @@ namespace {
 constexpr const char* kHelp =
     "velk_sim_intermittent: a pseudo-terminal that sends buffered lines in bursts.\n\n"
     "  --burst N              lines sent at once (default 5); --interval is the time between bursts\n"
-    "  --step S               seconds between the samples of a burst (default 1)\n"
+    "  --apart S              seconds between two samples (default 1)\n"
     "  --delimiter TEXT       between the fields (default a comma; \\t is the tab)\n"
     "  --terminator TEXT      behind each line (default \\r)\n"
     "A frame, where the options below count frames, is a burst.\n" SIM_STREAM_HELP;
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
   sim::CommandLine commandLine("velk_sim_intermittent", kHelp);
   options.AddTo(commandLine);
   commandLine.Number("--burst", burst);
-  commandLine.Number("--step", step);
+  commandLine.Number("--apart", step);
   commandLine.Text("--delimiter", delimiter);
   commandLine.Text("--terminator", terminator);
   commandLine.Read(argc, argv);

@@ -32,6 +32,29 @@ std::string NameOf(const testing::TestParamInfo<Instrument>& which) {
 
 INSTANTIATE_TEST_SUITE_P(, EveryProtocol, testing::ValuesIn(test::Instruments()), NameOf);
 
+const Instrument& InstrumentNamed(const std::string& name) {
+  const auto& all = test::Instruments();
+  return *std::find_if(all.begin(), all.end(), [&](const Instrument& each) { return each.name == name; });
+}
+
+TEST(ABufferingInstrument, ThatSendsSingleLinesTurnsPages) {
+  Instrument instrument = InstrumentNamed("IntermittentAndByRequest");
+  instrument.name = "IntermittentSingleLines";
+  instrument.arguments = {"--clock", "10:00:00", "--burst", "1", "--apart", "30"};
+  instrument.frames = 40;  // twenty minutes by the unit's time, on pages of some four
+  instrument.samplingSeconds = 1;
+  test::InstrumentJob job(instrument);
+  job.Begin();
+  const auto isOver = job.rig.AllIsLogged(instrument.frames);
+  int pages = 0;
+  job.RunAndEnd([&] {
+    pages = job.rig.application->State().PageCount;
+    return isOver();
+  });
+  EXPECT_GE(pages, 3);
+  job.ExpectLogOfTheAcceptedLines();
+}
+
 // --- A pause ---
 
 /// The rows that the lines sent between two moments would make.
@@ -49,9 +72,7 @@ std::set<std::vector<double>> RowsOfLinesSent(const test::ProgramRig& rig, const
 }
 
 void ExpectNothingOfThePauseInTheLog(const char* name) {
-  const auto& all = test::Instruments();
-  const Instrument& instrument =
-      *std::find_if(all.begin(), all.end(), [&](const Instrument& each) { return each.name == std::string(name); });
+  const Instrument& instrument = InstrumentNamed(name);
   constexpr double kOnItsWay = 0.3;
   test::InstrumentJob job(instrument);
   job.Begin();
