@@ -6,6 +6,7 @@
 #include "log/channels.h"
 #include "log/field_names.h"
 #include "log/log_schema.h"
+#include "log/recording_lock.h"
 #include "log/summary_report.h"
 #include "log/texts.h"
 #include "platform/database/catalog.h"
@@ -62,6 +63,7 @@ bool JobFiles::HasSameColumnOrder(const std::string& path) {
 }
 
 FileChoice JobFiles::AppendOrCreate(const std::string& path) {
+  CheckNotRecordedElsewhere(path);
   const bool compatible = IsCompatibleLog(path);
   return questions_.AppendOrCreate(path, compatible, compatible && HasSameColumnOrder(path));
 }

@@ -22,7 +22,7 @@ class JobFiles {
   bool IsCompatibleLog(const std::string& path);
   /// Whether the columns of a file stand in the order of the present channels.
   bool HasSameColumnOrder(const std::string& path);
-  /// Asks what to do with a file that is there.
+  /// Asks what to do with a file that is there. Raises FileAlreadyOpen where another program records to it.
   FileChoice AppendOrCreate(const std::string& path);
   /// Asks what the report of a new file gets, for the session to note. Raises first where such a file can't be made.
   void AskForNewFile(const std::string& path);

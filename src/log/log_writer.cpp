@@ -6,6 +6,7 @@
 #include "log/channels.h"
 #include "log/graph_settings.h"
 #include "log/log_schema.h"
+#include "log/recording_lock.h"
 #include "log/summary_report.h"
 #include "log/texts.h"
 #include "platform/dialogs/dialogs.h"
@@ -63,6 +64,8 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   // A stranger's file is left as it is.
   if (!Catalog(*connection).Find(kLogData))
     throw RuntimeError(ErrorNumber::NoSuchTable, FileErrorText(ErrorNumber::NoSuchTable, path + " (" + kLogData + ")"));
+  // A file that was replaced under its name has the lock already.
+  auto lock = lock_ && lock_->Guards(path) ? std::move(lock_) : LockForRecording(path);
   connection->BeginRecording();
   try {
     Finalise();
@@ -70,6 +73,7 @@ void LogWriter::ConnectLogFile(const std::string& path) {
     // Another program reads the log before. It keeps its write-ahead log; the new recording does not wait for that.
   }
   connection_ = std::move(connection);
+  lock_ = std::move(lock);
 }
 
 void LogWriter::OpenLogRecordset() {
@@ -132,6 +136,7 @@ void LogWriter::Finalise() {
   if (!connection_) return;
   connection_->Finalise();
   connection_.reset();
+  lock_.reset();
 }
 
 Connection& LogWriter::Connected() const {

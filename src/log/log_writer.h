@@ -8,6 +8,7 @@
 #include "log/log_row.h"
 #include "model/session.h"
 #include "platform/database/recordset.h"
+#include "platform/files/file_lock.h"
 #include "platform/platform.h"
 
 namespace velk {
@@ -29,7 +30,7 @@ class LogWriter {
   /// that name, and what stands there already is never touched (FileAlreadyExists).
   void CreateLogFile(const std::string& path);
   /// Makes a file the log: from here on each row is on the disk before AppendLogRow returns. The log before it is
-  /// finalised.
+  /// finalised. Raises FileAlreadyOpen where another program records to it.
   void ConnectLogFile(const std::string& path);
   bool IsConnected() const { return connection_ != nullptr; }
 
@@ -65,6 +66,7 @@ class LogWriter {
   Session& session_;
   const Platform& platform_;
   LastUpdated lastUpdated_;
+  std::unique_ptr<FileLock> lock_;  ///< of the connected log
   std::shared_ptr<Connection> connection_;
   std::optional<Recordset> recordset_;
 };

@@ -26,4 +26,10 @@ inline constexpr MessageText DataFilesFilter{2215, "Data files (*.mdb)|*.mdb"};
 inline constexpr MessageText LogNotOpen{2216, "The log is not open"};
 inline constexpr MessageText NoColumn{2217, "The log has no column "};
 
+// A log that another program records to: the path, the number of its process, the name of its machine
+inline constexpr MessageText RecordedElsewhereBefore{2218, "The log ["};
+inline constexpr MessageText RecordedElsewhereBy{2219, "] is being recorded by another VELK (process "};
+inline constexpr MessageText RecordedElsewhereOn{2220, " on "};
+inline constexpr MessageText RecordedElsewhereAfter{2221, "). It can be played back; record to another file."};
+
 }  // namespace velk::text

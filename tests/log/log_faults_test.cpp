@@ -6,6 +6,7 @@
 #include "log/log_fixture.h"
 #include "support/failing_vfs.h"
 #include "support/file_size_limit.h"
+#include "support/locking_program.h"
 #include "support/unprivileged.h"
 
 namespace velk {
@@ -121,6 +122,57 @@ TEST_F(LogFaults, TheNextFileFinalisesTheOneBefore) {
   EXPECT_EQ(Pressures(CopyAsAfterAKill()), (Rows{"1.0"}));
   log.Finalise();
   EXPECT_EQ(Pressures(next), (Rows{"2.0"}));
+}
+
+TEST_F(LogFaults, ALogThatAnotherProgramRecordsToIsLeftToItAndCanBeRead) {
+  StartLog(path);
+  AppendRow(1);
+  log.Finalise();
+  {
+    const test::LockingProgram other(path);
+    const std::string before = Content(path);
+    const std::string text = ErrorOf([&] { log.ConnectLogFile(path); }, ErrorNumber::FileAlreadyOpen);
+    EXPECT_NE(text.find("[" + path + "] is being recorded by another VELK"), std::string::npos) << text;
+    EXPECT_NE(text.find("process " + other.Process()), std::string::npos) << text;
+    EXPECT_FALSE(log.IsConnected());
+    EXPECT_EQ(Pressures(path), (Rows{"1.0"}));
+    EXPECT_EQ(Content(path), before);
+  }
+  // It was killed: the lock has ended with it.
+  log.ConnectLogFile(path);
+  log.OpenLogRecordset();
+  AppendRow(2);
+  log.Finalise();
+  EXPECT_EQ(Pressures(path), (Rows{"1.0", "2.0"}));
+  EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb"}));
+}
+
+TEST_F(LogFaults, ASecondWriterOfThisProgramIsRefusedToo) {
+  StartLog(path);
+  fs::create_symlink(path, folder.File("link.mdb"));
+  LogWriter second{session, platform};
+  ErrorOf([&] { second.ConnectLogFile(folder.File("link.mdb")); }, ErrorNumber::FileAlreadyOpen);
+  AppendRow(1);
+  log.Finalise();
+  second.ConnectLogFile(path);
+  second.Finalise();
+  EXPECT_EQ(Pressures(path), (Rows{"1.0"}));
+}
+
+TEST_F(LogFaults, ALogThatWasReplacedUnderItsNameIsRecordedToAgain) {
+  StartLog(path);
+  fs::rename(path, folder.File("moved.mdb"));
+  for (const char* suffix : {"-wal", "-shm"}) fs::remove(path + suffix);
+  LogWriter(session, platform).CreateLogFile(path);
+  log.ConnectLogFile(path);
+  const auto holder = FileLock::HolderOf(path);
+  ASSERT_TRUE(holder);
+  EXPECT_TRUE(holder->IsThisProgram());
+  log.OpenLogRecordset();
+  AppendRow(1);
+  log.Finalise();
+  EXPECT_EQ(Pressures(path), (Rows{"1.0"}));
+  EXPECT_FALSE(FileLock::HolderOf(path));
 }
 
 TEST_F(LogFaults, ConnectingAgainToTheOpenLogKeepsTheConnection) {

@@ -8,6 +8,7 @@
 #include "log/log_fixture.h"
 #include "model/status.h"
 #include "model/texts.h"
+#include "support/locking_program.h"
 #include "support/recording_view.h"
 
 namespace velk {
@@ -129,6 +130,24 @@ TEST_F(RecordFile, ThatExistsLeadsToANumberedOne) {
   EXPECT_TRUE(Choose(path));
   EXPECT_EQ(session.CurrentFile, folder.File("run#1.mdb"));
   EXPECT_EQ(FilesInFolder(), (std::vector<std::string>{"run.mdb"}));
+}
+
+TEST_F(RecordFile, ThatAnotherProgramRecordsToIsToldAndNotChosen) {
+  CreateLog(path);
+  const test::LockingProgram other(path);
+  dialogs.ExpectSaveFile(path);
+  dialogs.Expect("The log [" + path + "] is being recorded by another VELK (process " + other.Process() + " on ",
+                 Answer::Cancel);
+  EXPECT_FALSE(mnuFileRecord_Click(session, platform, view, files));
+  EXPECT_TRUE(questions.asked.empty());
+  ExpectNothingChosen();
+}
+
+TEST_F(RecordFile, ThatThisProgramHasOpenIsAskedForAsAnyOther) {
+  StartLog(path);
+  questions.choice = FileChoice::Append;
+  EXPECT_TRUE(Choose(path));
+  EXPECT_EQ(questions.asked.size(), 1u);
 }
 
 TEST_F(RecordFile, IsNotChosenWhenTheQuestionIsClosed) {
