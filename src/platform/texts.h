@@ -30,4 +30,9 @@ inline constexpr MessageText SectionChanged{2540, " is not as it was written"};
 inline constexpr MessageText SectionsChanged{2541, " are not as they were written"};
 inline constexpr MessageText SectionsMissing{2542, "sections missing: "};
 
+// A full disk; between the parts the path and a number
+inline constexpr MessageText NoRoomBefore{2543, "The disk has no room to open ["};
+inline constexpr MessageText NoRoomMissing{2544, "]: "};
+inline constexpr MessageText NoRoomAfter{2545, " KB more are needed"};
+
 }  // namespace velk::text

@@ -13,7 +13,9 @@
 #include "base/errors.h"
 #include "base/text.h"
 #include "platform/database/command.h"
+#include "platform/database/index_room.h"
 #include "platform/files/file_errors.h"
+#include "platform/files/file_lock.h"
 
 namespace velk {
 
@@ -109,6 +111,11 @@ bool AsksForLog(sqlite3* handle) {
          version == kWriteAheadLog;
 }
 
+/// The write-ahead log's name: beside the file itself, where the path is a link.
+std::string LogOf(sqlite3* handle) {
+  return sqlite3_filename_wal(sqlite3_db_filename(handle, "main"));
+}
+
 /// A quota or a limit on the size of files comes as a failed write and means the same as a full disk.
 bool MeansFull(int systemError) {
   return systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT;
@@ -159,6 +166,8 @@ void Connection::OpenHandle(int flags) {
   if (code != SQLITE_OK) Raise(code);
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
   Defend();
+  // Who records has the index already: its readers need no room.
+  if (AsksForLog(handle_) && !FileLock::HolderOf(path_)) RequireRoomForIndex(path_, LogOf(handle_));
   sqlite3_create_function_v2(handle_, "CDate", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
                              SqlCDate, nullptr, nullptr, nullptr);
   Execute(kReadHeader);
@@ -199,6 +208,7 @@ std::string Connection::SetJournalMode(const std::string& mode) {
 }
 
 void Connection::BeginRecording() {
+  RequireRoomForIndex(path_, LogOf(handle_));
   // EXTRA matters for the rollback journal only: there the name of the deleted journal has to be off the disk as well.
   Execute(SetJournalMode("WAL") == "wal" ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=EXTRA");
 }

@@ -25,7 +25,8 @@ enum class OpenMode {
 class Connection {
  public:
   /// Opens and reads the header. Raises FileNotFound, PathNotFound, FileAlreadyExists, PermissionDenied, BadFileName
-  /// (no regular file), NotADatabase or DiskFull.
+  /// (no regular file), NotADatabase or DiskFull, with what is missing where a write-ahead log finds no room for its
+  /// index.
   static std::shared_ptr<Connection> Open(const std::string& path, OpenMode mode);
   ~Connection();
   Connection(const Connection&) = delete;
