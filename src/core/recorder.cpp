@@ -5,7 +5,9 @@
 #include "base/text.h"
 #include "core/texts.h"
 #include "log/begin_recording.h"
+#include "log/log_check.h"
 #include "log/record_file.h"
+#include "log/texts.h"
 #include "model/texts.h"
 
 namespace velk {
@@ -113,11 +115,15 @@ void Recorder::AskForFile(const Statements& run) {
 }
 
 void Recorder::Finish() {
+  const JobRows job = log_.RowsOfJob();
   RunProcedure({platform_.dialogs, "CloseLogRecordset"}, [&](const Statements& run) {
     run([&] {
       log_.CloseLogRecordset();
       log_.Finalise();
     });
+    if (job.path.empty() || CanReadBack(job, platform_.clock)) return;
+    platform_.dialogs.Message(
+        {text::UnreadableRowsBefore + job.path + text::UnreadableRowsAfter, "", Buttons::Ok, BoxIcon::Exclamation});
   });
 }
 

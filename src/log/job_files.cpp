@@ -5,12 +5,14 @@
 
 #include "log/channels.h"
 #include "log/field_names.h"
+#include "log/log_check.h"
 #include "log/log_schema.h"
 #include "log/recording_lock.h"
 #include "log/summary_report.h"
 #include "log/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/long_task.h"
 #include "platform/files/new_file.h"
 
 namespace velk {
@@ -65,7 +67,23 @@ bool JobFiles::HasSameColumnOrder(const std::string& path) {
 FileChoice JobFiles::AppendOrCreate(const std::string& path) {
   CheckNotRecordedElsewhere(path);
   const bool compatible = IsCompatibleLog(path);
-  return questions_.AppendOrCreate(path, compatible, compatible && HasSameColumnOrder(path));
+  const FileChoice choice = questions_.AppendOrCreate(path, compatible, compatible && HasSameColumnOrder(path));
+  if (choice != FileChoice::Append || IsWhole(path)) return choice;
+  const Answer answer = platform_.dialogs.Message(
+      {text::DamagedLogBefore + path + text::DamagedLogAfter, "", Buttons::YesNo, BoxIcon::Exclamation});
+  return answer == Answer::Yes ? FileChoice::CreateNew : FileChoice::None;
+}
+
+/// What the operator skips counts as whole.
+bool JobFiles::IsWhole(const std::string& path) {
+  LongTask task(platform_.dialogs, platform_.clock, text::CheckingLog);
+  task.Doing(path);
+  try {
+    return IsWholeLog(path, [&](double done, double of) { task.Step(done, of); });
+  } catch (const TaskCancelled&) {
+    if (platform_.dialogs.IsEnding()) throw;
+    return true;
+  }
 }
 
 void JobFiles::AskForNewFile(const std::string& path) {

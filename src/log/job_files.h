@@ -23,6 +23,8 @@ class JobFiles {
   /// Whether the columns of a file stand in the order of the present channels.
   bool HasSameColumnOrder(const std::string& path);
   /// Asks what to do with a file that is there. Raises FileAlreadyOpen where another program records to it.
+  /// One that is appended to is read first, as far as the operator lets it: where it is damaged he is offered a new
+  /// one, and none is chosen where he takes neither.
   FileChoice AppendOrCreate(const std::string& path);
   /// Asks what the report of a new file gets, for the session to note. Raises first where such a file can't be made.
   void AskForNewFile(const std::string& path);
@@ -30,6 +32,7 @@ class JobFiles {
  private:
   bool HasNameOfEarlierChannel(int channel) const;
   bool AskForOtherName(int channel);
+  bool IsWhole(const std::string& path);
 
   Session& session_;
   const Platform& platform_;

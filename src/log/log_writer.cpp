@@ -28,6 +28,16 @@ std::span<Parameter> Channels(Session& session) {
   return std::span(session.CurrentParameters).subspan(1, static_cast<std::size_t>(session.NumberOfParameters));
 }
 
+/// The rows to come. Where a damaged log doesn't tell its last key, none that could be looked for.
+JobRows RowsBehind(const Connection& connection, const Table& logData) {
+  try {
+    Command last(connection, "SELECT max(" + KeyOf(logData) + ") FROM logData");
+    return {connection.Path(), last.Next() ? last.Integer(0) : 0, 0};
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 LogWriter::LogWriter(Session& session, const Platform& platform)
@@ -62,7 +72,8 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   if (connection_ && connection_->IsSameFile(path)) return;
   auto connection = Connection::Open(path, OpenMode::ReadWrite);
   // A stranger's file is left as it is.
-  if (!Catalog(*connection).Find(kLogData))
+  const auto table = Catalog(*connection).Find(kLogData);
+  if (!table)
     throw RuntimeError(ErrorNumber::NoSuchTable, FileErrorText(ErrorNumber::NoSuchTable, path + " (" + kLogData + ")"));
   // A file that was replaced under its name has the lock already.
   auto lock = lock_ && lock_->Guards(path) ? std::move(lock_) : LockForRecording(path);
@@ -74,6 +85,7 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   }
   connection_ = std::move(connection);
   lock_ = std::move(lock);
+  job_ = RowsBehind(*connection_, *table);
 }
 
 void LogWriter::OpenLogRecordset() {
@@ -100,6 +112,7 @@ void LogWriter::AppendLogRow(const LogRow& row) {
   int field = kFieldsBeforeChannels;
   for (const double value : row.values) recordset_->SetField(field++, value);
   recordset_->Update();
+  ++job_.count;
   lastUpdated_.Stamp();
 }
 
@@ -137,6 +150,7 @@ void LogWriter::Finalise() {
   connection_->Finalise();
   connection_.reset();
   lock_.reset();
+  job_ = {};
 }
 
 Connection& LogWriter::Connected() const {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "log/current_velk.h"
+#include "log/log_check.h"
 #include "log/log_row.h"
 #include "model/session.h"
 #include "platform/database/recordset.h"
@@ -44,6 +45,9 @@ class LogWriter {
   /// is the translated "Failed". Where it raises, no row was written, and it can be called again.
   void AppendLogRow(const LogRow& row);
 
+  /// The rows that were appended to the connected log since it was connected.
+  const JobRows& RowsOfJob() const { return job_; }
+
   /// Writes name, units, scale, format, graph and colour of each channel, to new rows or, with `update`, over the
   /// present ones. All or nothing.
   void WriteGraphSettings(bool update);
@@ -69,6 +73,7 @@ class LogWriter {
   std::unique_ptr<FileLock> lock_;  ///< of the connected log
   std::shared_ptr<Connection> connection_;
   std::optional<Recordset> recordset_;
+  JobRows job_;
 };
 
 }  // namespace velk

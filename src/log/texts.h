@@ -32,4 +32,12 @@ inline constexpr MessageText RecordedElsewhereBy{2219, "] is being recorded by a
 inline constexpr MessageText RecordedElsewhereOn{2220, " on "};
 inline constexpr MessageText RecordedElsewhereAfter{2221, "). It can be played back; record to another file."};
 
+// What a log that is appended to, or was just ended, is looked at for; the path stands between the parts
+inline constexpr MessageText CheckingLog{2222, "Checking the log"};
+inline constexpr MessageText DamagedLogBefore{2223, "The log ["};
+inline constexpr MessageText DamagedLogAfter{
+    2224, "] is damaged: not all of its rows can be read. Record to a new file beside it instead?"};
+inline constexpr MessageText UnreadableRowsBefore{2225, "Not all rows of this job can be read back from ["};
+inline constexpr MessageText UnreadableRowsAfter{2226, "]. Keep the file as it is, and have the disk checked."};
+
 }  // namespace velk::text
