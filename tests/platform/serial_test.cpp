@@ -2,11 +2,14 @@
 
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <fstream>
 
 #include "support/pty.h"
 #include "support/temporary_folder.h"
@@ -316,6 +319,56 @@ TEST(SerialPort, ADeviceIsFreeAgainAfterClose) {
   open.port->Close();
   const auto second = MakeSerialPort();
   EXPECT_NO_THROW(second->Open(SettingsFor(open.pty.Device())));
+}
+
+/// A program that does nothing, called like this one. `killed`: it has ended, and nobody has asked how.
+class IdleProgram {
+ public:
+  explicit IdleProgram(bool killed) : child_(fork()) {
+    if (child_ == 0) {
+      pause();
+      _exit(0);
+    }
+    if (!killed) return;
+    kill(child_, SIGKILL);
+    siginfo_t ended = {};
+    waitid(P_PID, static_cast<id_t>(child_), &ended, WEXITED | WNOWAIT);
+  }
+  ~IdleProgram() {
+    kill(child_, SIGKILL);
+    waitpid(child_, nullptr, 0);
+  }
+  IdleProgram(const IdleProgram&) = delete;
+  IdleProgram& operator=(const IdleProgram&) = delete;
+
+  pid_t Number() const { return child_; }
+
+ private:
+  const pid_t child_;
+};
+
+/// The lock file of an open port; empty where there is none.
+std::string LockFileOf(const std::string& device) {
+  const std::string name = "LCK..pts_" + device.substr(device.rfind('/') + 1);
+  for (const char* folder : {"/run/lock/", "/var/lock/lockdev/", "/etc/locks/", "/var/spool/locks/", "/var/tmp/"})
+    if (access((folder + name).c_str(), F_OK) == 0) return folder + name;
+  return {};
+}
+
+TEST(SerialPort, ALockWhoseHolderWasKilledOrNeverHadTheDeviceIsNoneToWaitFor) {
+  for (const bool killed : {true, false}) {
+    OpenPort open;
+    const std::string lockFile = LockFileOf(open.pty.Device());
+    std::ifstream stream(lockFile);
+    std::string number;
+    std::getline(stream, number);
+    const std::string rest(std::istreambuf_iterator<char>(stream), {});
+    ASSERT_FALSE(rest.empty()) << lockFile;
+    open.port->Close();
+    const IdleProgram former(killed);
+    std::ofstream(lockFile) << former.Number() << "\n" << rest;
+    EXPECT_NO_THROW(open.port->Open(SettingsFor(open.pty.Device()))) << (killed ? "killed" : "another program");
+  }
 }
 
 /// The user nobody, when the tests run as root.

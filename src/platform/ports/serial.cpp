@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/ports/dead_lock_file.h"
 #include "platform/ports/port_support.h"
 
 namespace velk {
@@ -86,6 +87,13 @@ PortError WhyNotOpen(const std::string& device, QSerialPort::SerialPortError err
   return {ErrorNumber::DeviceUnavailable, device};
 }
 
+/// Opens the port. A lock that a killed program has left is no reason not to.
+bool OpenFreeDevice(QSerialPort& port, const std::string& device) {
+  if (port.open(QIODevice::ReadWrite)) return true;
+  return port.error() == QSerialPort::PermissionError && RemoveDeadLockFile(RealPath(device)) &&
+         port.open(QIODevice::ReadWrite);
+}
+
 bool MeansGone(QSerialPort::SerialPortError error) {
   return error == QSerialPort::ReadError || error == QSerialPort::ResourceError ||
          error == QSerialPort::DeviceNotFoundError;
@@ -140,7 +148,7 @@ void DevicePort::Open(const SerialSettings& settings) {
   port->setStopBits(StopBitsOf(settings.stopBits));
   port->setFlowControl(FlowControlOf(settings.handshake));
   port->setReadBufferSize(static_cast<qint64>(settings.readBuffer));
-  if (!port->open(QIODevice::ReadWrite)) throw WhyNotOpen(settings.device, port->error());
+  if (!OpenFreeDevice(*port, settings.device)) throw WhyNotOpen(settings.device, port->error());
   if (settings.handshake == Handshake::RtsXonXoff) AddXonXoff(port->handle());
   unsupported_ = UnsupportedSettings(port->handle(), settings);
   port_ = std::move(port);
