@@ -150,6 +150,17 @@ TEST_F(RecordFile, ThatThisProgramHasOpenIsAskedForAsAnyOther) {
   EXPECT_EQ(questions.asked.size(), 1u);
 }
 
+TEST_F(RecordFile, IsClearedOfThePartsThatKilledProgramsHaveLeft) {
+  for (const char* left : {"run.mdb.part1", "run.mdb.part1-journal", "run.mdb.part1-lock", "run.mdb.part2"})
+    std::ofstream(folder.File(left)) << "half";
+  for (const char* other : {"run.mdb.part", "run.mdb.part3x", "run.mdb.partial", "other.mdb.part1", "run.mdb.part12"})
+    std::ofstream(folder.File(other)) << "somebody's";
+  const test::LockingProgram atWork(folder.File("run.mdb.part12"));
+  EXPECT_TRUE(Choose(path));
+  EXPECT_EQ(FilesInFolder(), (std::vector<std::string>{"other.mdb.part1", "run.mdb.part", "run.mdb.part12",
+                                                       "run.mdb.part12-lock", "run.mdb.part3x", "run.mdb.partial"}));
+}
+
 TEST_F(RecordFile, IsNotChosenWhenTheQuestionIsClosed) {
   CreateLog(path);
   questions.choice = FileChoice::None;

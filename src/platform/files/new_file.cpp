@@ -2,7 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <vector>
 
 #include "platform/files/file_errors.h"
 
@@ -10,9 +13,21 @@ namespace velk {
 
 namespace {
 
+constexpr const char* kPart = ".part";
+
 void RequireFreeName(const std::string& path) {
   for (const char* suffix : {"", "-wal", "-journal"})
     if (FileExists(path + suffix)) RaiseFileError(EEXIST, path + suffix);
+}
+
+/// "run.mdb.part1-journal" for a path of "run.mdb": the name of the part itself; empty for other files.
+std::string PartOf(const std::string& file, const std::string& path) {
+  const std::string start = path + kPart;
+  if (!file.starts_with(start)) return {};
+  const std::size_t behind = std::min(file.find_first_not_of("0123456789", start.size()), file.size());
+  const std::string rest = file.substr(behind);
+  const bool isSide = rest.empty() || rest == "-lock" || rest == "-journal" || rest == "-wal" || rest == "-shm";
+  return behind == start.size() || !isSide ? std::string() : file.substr(0, behind);
 }
 
 }  // namespace
@@ -20,8 +35,10 @@ void RequireFreeName(const std::string& path) {
 NewFile::NewFile(std::string path) : path_(std::move(path)) {
   RequireFreeName(path_);
   // A name of its own each time: a part that a killed program left behind is nobody's to write on.
-  for (int number = 1; partName_.empty() || FileExists(partName_); ++number)
-    partName_ = path_ + ".part" + std::to_string(number);
+  for (int number = 1; !lock_ || FileExists(partName_); ++number) {
+    partName_ = path_ + kPart + std::to_string(number);
+    lock_ = FileLock::Take(partName_);
+  }
 }
 
 NewFile::~NewFile() {
@@ -32,6 +49,19 @@ void NewFile::Complete() {
   RequireFreeName(path_);
   MoveIntoPlace(partName_, path_);
   partName_.clear();
+  lock_.reset();
+}
+
+void NewFile::ClearParts(const std::string& path) {
+  std::error_code error;
+  std::vector<std::string> left;
+  for (std::filesystem::directory_iterator entry(FolderOf(path), error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string file = FolderOf(path) + "/" + entry->path().filename().string();
+    const std::string part = PartOf(file, path);
+    if (!part.empty() && !FileLock::HolderOf(part)) left.push_back(file);
+  }
+  for (const std::string& file : left) unlink(file.c_str());
 }
 
 void NewFile::Check(const std::string& path) {

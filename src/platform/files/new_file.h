@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
+
+#include "platform/files/file_lock.h"
 
 namespace velk {
 
@@ -19,6 +22,9 @@ class NewFile {
   /// where nothing may be made in it.
   static void Check(const std::string& path);
 
+  /// Removes what killed programs have left of files that were to be called `path`. What one is still at work on stays.
+  static void ClearParts(const std::string& path);
+
   /// The name to make the file under; nothing stands there yet.
   const std::string& PartName() const { return partName_; }
   /// Gives the complete file its name.
@@ -27,6 +33,7 @@ class NewFile {
  private:
   std::string path_;
   std::string partName_;
+  std::unique_ptr<FileLock> lock_;  ///< of the part: it is being made
 };
 
 }  // namespace velk
