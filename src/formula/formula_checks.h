@@ -29,6 +29,7 @@ struct FormulaReport {
   Dialogs& dialogs;
   const Language& language;  ///< of the names of new channels
   std::function<void()> beep;
+  std::function<void()> added = [] {};  ///< a channel was added: it is to be kept
 };
 
 /// CompleteBrackets with its message. Gives true when the formula failed.

@@ -7,6 +7,7 @@
 #include "core/windows/alarms_window.h"
 #include "instruments/windows/serial_port_command.h"
 #include "platform/dialogs/procedure.h"
+#include "settings/settings_io.h"
 
 namespace velk {
 
@@ -39,7 +40,7 @@ Application::Application(const Services& services)
       editSettings_(windows_,
                     {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); }},
                     [this] { SettingsHaveChanged(); }),
-      formulas_(windows_, session_, platform_, form_, graphs_),
+      formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
           ProgramFolder(services)) {
@@ -66,6 +67,11 @@ void Application::BindCommands() {
 
 void Application::EditSerialPort() {
   mnuEditSerialPort_Click(windows_, session_, platform_, [this] { linkSetUp_.SetUpAgain(); });
+}
+
+void Application::KeepSettings() {
+  RunProcedure({platform_.dialogs, "SaveSettings"},
+               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
 }
 
 void Application::SettingsHaveChanged() {

@@ -53,6 +53,8 @@ class Application {
  private:
   void BindCommands();
   void EditSerialPort();
+  /// A change is on the disk at once: a power cut before the exit would take it.
+  void KeepSettings();
   /// Whatever shows a setting shows it anew.
   void SettingsHaveChanged();
   /// A graph's header was drawn anew: the open log takes over what it shows.

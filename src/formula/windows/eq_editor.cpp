@@ -138,6 +138,7 @@ void EqEditor::Equals_Click() {
   RunProcedure({report_.dialogs, "Equals_Click"}, [&](const Statements& run) {
     const auto putBack = [this](const std::string& text) { ui_->Text1->setText(ToQt(text)); };
     if (!run([&] { return AddFormula(session_, report_, FromQt(ui_->Text1->text()), putBack); })) return;
+    report_.added();
     FillList();
     // The new entry shows that something came of it.
     ui_->List1->setCurrentRow(ui_->List1->count() - 1);

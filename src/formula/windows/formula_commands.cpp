@@ -11,11 +11,11 @@ namespace velk {
 void FormulaCommands::Bind(CommandBinder& commands) {
   commands.Bind("mnuToolsDefine", [this] { mnuToolsDefine_Click(); });
   commands.Bind("mnuToolsInclude", [this] { mnuToolsInclude_Click(); });
-  commands.Bind("mnuToolsRemove", [this] { mnuToolsRemove_Click(session_, platform_.dialogs, graphs_); });
+  commands.Bind("mnuToolsRemove", [this] { mnuToolsRemove_Click(); });
 }
 
 void FormulaCommands::mnuToolsDefine_Click() {
-  const FormulaReport report{platform_.dialogs, platform_.language, [this] { view_.Beep(); }};
+  const FormulaReport report{platform_.dialogs, platform_.language, [this] { view_.Beep(); }, changed_};
   host_.Show<EqEditor>(session_, report, graphs_);
 }
 
@@ -26,8 +26,15 @@ void FormulaCommands::mnuToolsInclude_Click() {
     // The end of the program closes the window too; its graphs are gone by then.
     if (!channels || session_.ProgramEnding) return;
     IncludeInGraphs(session_, *channels);
+    changed_();
     run([&] { RebuildGraphs(session_, graphs_); });
   });
+}
+
+void FormulaCommands::mnuToolsRemove_Click() {
+  const int before = session_.NumberOfFormulae;
+  velk::mnuToolsRemove_Click(session_, platform_.dialogs, graphs_);
+  if (session_.NumberOfFormulae != before) changed_();
 }
 
 }  // namespace velk
