@@ -42,17 +42,11 @@ std::vector<int> NumbersOf(const std::string& directory, std::string_view prefix
 }
 
 std::string Listed(int portNumber, const std::string& directory) {
-  std::string builtIn = directory + "/ttyS" + std::to_string(portNumber - 1);
   const std::vector<int> builtInNumbers = NumbersOf(directory, "ttyS");
-  int place = portNumber - (builtInNumbers.empty() ? 0 : builtInNumbers.back() + 1);
-  if (place < 1) return builtIn;
-  for (const std::string prefix : {"ttyUSB", "ttyACM"}) {
-    const std::vector<int> numbers = NumbersOf(directory, prefix);
-    const int count = static_cast<int>(numbers.size());
-    if (place <= count) return directory + "/" + prefix + std::to_string(numbers[place - 1]);
-    place -= count;
-  }
-  return builtIn;
+  const int place = portNumber - (builtInNumbers.empty() ? 0 : builtInNumbers.back() + 1);
+  const std::vector<std::string> adapters = AdapterPaths(directory);
+  if (place >= 1 && place <= static_cast<int>(adapters.size())) return adapters[static_cast<std::size_t>(place) - 1];
+  return directory + "/ttyS" + std::to_string(portNumber - 1);
 }
 
 }  // namespace
@@ -61,6 +55,14 @@ std::string PortDevice(SettingsStore& settings, int portNumber, const std::strin
   const std::string key = "PortDevice" + std::to_string(portNumber);
   const std::string set = settings.Get("VELK2", "Protocol", key, "");
   return set.empty() ? Listed(portNumber, directory) : set;
+}
+
+std::vector<std::string> AdapterPaths(const std::string& directory) {
+  std::vector<std::string> paths;
+  for (const std::string prefix : {"ttyUSB", "ttyACM"})
+    for (const int number : NumbersOf(directory, prefix))
+      paths.push_back(directory + "/" + prefix + std::to_string(number));
+  return paths;
 }
 
 bool PortIsThere(const std::string& device, const std::string& directory) {
