@@ -320,6 +320,29 @@ TEST_F(QtDialogsTest, GivesNoFileOnCancel) {
   EXPECT_EQ(dialogs_.SaveFile({"", "Data files (*.mdb)|*.mdb", folder.Path()}), std::nullopt);
 }
 
+TEST(QtDialogs, ABoxThatStandsGetsAnotherTextByItsSubjectAndNoOtherBoxDoes) {
+  Gate gate;
+  const German german;
+  QtDialogs dialogs(gate, german);
+  QString withSubject, without;
+  WhenShown<QMessageBox>([&](QMessageBox& box) {
+    dialogs.Retell("link", "twice");
+    withSubject = box.text();
+    dialogs.Retell("other", "thrice");
+    EXPECT_EQ(box.text(), withSubject);
+    box.reject();
+  });
+  dialogs.Message({.text = "once", .subject = "link"});
+  WhenShown<QMessageBox>([&](QMessageBox& box) {
+    dialogs.Retell("link", "twice");
+    without = box.text();
+    box.reject();
+  });
+  dialogs.Message({.text = "once"});
+  EXPECT_EQ(withSubject, "twice");
+  EXPECT_EQ(without, "once");
+}
+
 TEST(FileFilter, BringsPairsIntoTheToolkitsForm) {
   EXPECT_EQ(FileFilter("Data files (*.mdb)|*.mdb"), "Data files (*.mdb)");
   EXPECT_EQ(FileFilter("Pictures|*.bmp;*.jpg|All files (*.*)|*.*"), "Pictures (*.bmp *.jpg);;All files (*)");

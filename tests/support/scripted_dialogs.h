@@ -30,6 +30,7 @@ class ScriptedDialogs : public Dialogs {
 
   bool topIsAnswered = false;  ///< set by what runs while a box stands
   std::vector<ShownMessage> shown;
+  std::vector<ShownMessage> retold;  ///< texts that a box got while it stood: its subject and its text
   std::vector<ShownFileQuestion> filesAsked;
   std::vector<std::string> inputTitles;
   std::vector<ShownListQuestion> listsAsked;
@@ -46,6 +47,9 @@ class ScriptedDialogs : public Dialogs {
 
  protected:
   Answer ShowMessage(const ShownMessage& box) override;
+  void ShowText(const std::string& subject, const std::string& text) override {
+    retold.push_back({.text = text, .title = {}, .subject = subject});
+  }
   std::optional<std::string> ShowInput(const std::string& prompt, const std::string& title,
                                        const std::string& preset) override;
   std::optional<std::string> ShowOpenFile(const ShownFileQuestion& question) override;

@@ -34,8 +34,12 @@ auto Dialogs::WithGateOpen(Show&& show) {
 Answer Dialogs::Message(const MessageBox& box) {
   if (ending_) return WithoutAsking(box.buttons);
   return WithGateOpen([&] {
-    return ShowMessage({InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error});
+    return ShowMessage({InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error, box.subject});
   });
+}
+
+void Dialogs::Retell(const std::string& subject, const OperatorText& text) {
+  ShowText(subject, InLanguage(text));
 }
 
 std::optional<std::string> Dialogs::Input(const OperatorText& prompt, const OperatorText& title,

@@ -26,6 +26,7 @@ struct MessageBox {
   Buttons buttons = Buttons::Ok;
   BoxIcon icon = BoxIcon::None;
   std::optional<ErrorNumber> error = {};  ///< what it tells of, where that is a run-time error
+  std::string subject = {};               ///< by which Retell finds it; empty: its text never changes
 };
 
 struct FileQuestion {
@@ -59,6 +60,7 @@ struct ShownMessage {
   Buttons buttons = Buttons::Ok;
   BoxIcon icon = BoxIcon::None;
   std::optional<ErrorNumber> error = {};
+  std::string subject = {};
 };
 
 /// A question for a file in the operator's language.
@@ -102,6 +104,8 @@ class Dialogs {
 
   /// Shows a message and waits for the answer. Closing an Ok box answers Ok, a YesNo box No, a RetryCancel box Cancel.
   Answer Message(const MessageBox& box);
+  /// Puts another text into the message boxes of this subject that stand, wherever they lie. Without one: nothing.
+  void Retell(const std::string& subject, const OperatorText& text);
   /// A line of text; nothing on Cancel.
   std::optional<std::string> Input(const OperatorText& prompt, const OperatorText& title,
                                    const std::string& preset = {});
@@ -167,6 +171,7 @@ class Dialogs {
   virtual std::optional<std::int32_t> ShowColour(const std::string& /*title*/, std::int32_t) { return std::nullopt; }
   virtual std::optional<FontChoice> ShowFont(const FontChoice&) { return std::nullopt; }
   virtual std::unique_ptr<ProgressBox> MakeProgress(const std::string& /*title*/) { return nullptr; }
+  virtual void ShowText(const std::string& /*subject*/, const std::string& /*text*/) {}
   /// Closes the boxes that stand, with their safe answers.
   virtual void CloseStanding() {}
 

@@ -23,6 +23,8 @@ namespace velk {
 
 namespace {
 
+constexpr const char* kSubject = "subject";  ///< a property of message boxes
+
 QMessageBox::Icon IconOf(BoxIcon icon) {
   switch (icon) {
     case BoxIcon::None:
@@ -129,6 +131,14 @@ void QtDialogs::CloseStanding() {
   for (QDialog* dialog : ModalWindowsShown()) dialog->reject();
 }
 
+void QtDialogs::ShowText(const std::string& subject, const std::string& text) {
+  for (QDialog* dialog : ModalWindowsShown()) {
+    auto* const box = qobject_cast<QMessageBox*>(dialog);
+    if (box != nullptr && box->property(kSubject).toString().toStdString() == subject)
+      box->setText(QString::fromStdString(text));
+  }
+}
+
 bool QtDialogs::TopIsAnswered() const {
   return static_cast<int>(ModalWindowsShown().size()) < Standing();
 }
@@ -142,6 +152,7 @@ Answer QtDialogs::ShowMessage(const ShownMessage& message) {
   box->setWindowTitle(Title(message.title));
   box->setTextFormat(Qt::PlainText);
   box->setText(QString::fromStdString(message.text));
+  box->setProperty(kSubject, QString::fromStdString(message.subject));
   box->setIcon(IconOf(message.icon));
   QPushButton* enter = box->addButton(caption(answers.enter), QMessageBox::AcceptRole);
   QPushButton* escape = enter;

@@ -31,6 +31,7 @@ class QtDialogs : public Dialogs {
   std::optional<std::int32_t> ShowColour(const std::string& title, std::int32_t initial) override;
   std::optional<FontChoice> ShowFont(const FontChoice& initial) override;
   std::unique_ptr<ProgressBox> MakeProgress(const std::string& title) override;
+  void ShowText(const std::string& subject, const std::string& text) override;
   void CloseStanding() override;
 
  private:
