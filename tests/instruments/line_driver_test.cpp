@@ -239,7 +239,7 @@ TEST_F(LineDriverTest, AHangUpKeepsWholeLinesAndDropsTheHalfOne) {
   device.HangUp();
   EXPECT_EQ(hangUps, 1);
   EXPECT_FALSE(driver.IsOpen());
-  driver.Reopen();
+  driver.Reopen(driver.Settings().port.device);
   device.Receive("three\r\n");
   RunEvents();
   EXPECT_EQ(lines, (Lines{"one\r\n", "two\r\n", "three\r\n"}));

@@ -196,6 +196,75 @@ TEST_F(LinkTest, WhileTheHangUpBoxStandsTheDeviceIsReopenedAndLinesGoOn) {
   EXPECT_EQ(linesWhileTheBoxStood, 3U);
 }
 
+TEST_F(LinkTest, WhileItsBoxStandsFurtherLossesAreCountedInItAndNoOtherBoxComes) {
+  clock.SetNow(DateSerial(2026, 3, 14) + TimeOfDay(2, 14, 0));
+  link.SetODataCom();
+  std::vector<std::string> told;
+  dialogs.Expect("the serial device is gone", Answer::Ok, [&] {
+    for (int i = 0; i < 3; ++i) {
+      if (i > 0) driver.HangUp();
+      clock.Advance(340'000);
+      ReceiveFor(2);
+      ASSERT_TRUE(driver.open);
+      told.push_back(dialogs.retold.empty() ? "" : dialogs.retold.back().text);
+    }
+    driver.Vanish();
+    driver.HangUp();
+  });
+  driver.HangUp();
+  clock.Advance(1);
+  const std::string gone = "/dev/ttyVelk: the serial device is gone. Data go on by themselves when it is back.\n";
+  // Tried a second after each loss, and lost again 342 seconds after the loss before: at 02:14:00, 02:19:42, 02:25:24.
+  EXPECT_EQ(told, (std::vector<std::string>{gone + "Lost at 02:14, back since 02:14.",
+                                            gone + "2 times since 02:14, back since 02:19.",
+                                            gone + "3 times since 02:14, back since 02:25."}));
+  ASSERT_FALSE(dialogs.retold.empty());
+  EXPECT_EQ(dialogs.retold.back().text, gone + "4 times since 02:14.");
+  EXPECT_EQ(dialogs.retold.back().subject, dialogs.shown.at(0).subject);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, ALossBehindAnAnsweredBoxIsToldInABoxThatCountsAnew) {
+  link.SetODataCom();
+  for (int i = 0; i < 2; ++i) {
+    ReceiveFor(1);
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+    driver.HangUp();
+    clock.Advance(2000);
+  }
+  EXPECT_EQ(dialogs.shown.at(0).text, dialogs.shown.at(1).text);
+  EXPECT_TRUE(dialogs.retold.empty());
+}
+
+TEST_F(LinkTest, APlainPortThatIsLostAgainWhileItsBoxStandsIsCountedInIt) {
+  clock.SetNow(DateSerial(2026, 3, 14) + TimeOfDay(2, 14, 0));
+  session.IsOwnUnit = false;
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
+  const auto loseAndReturn = [&] {
+    plain.Vanish();
+    plain.HangUp();
+    clock.Advance(60'000);
+    EXPECT_FALSE(link.KeepPlainPortOpen());
+    plain.ComeBack();
+    clock.Advance(60'000);
+    EXPECT_TRUE(link.KeepPlainPortOpen());
+    link.PlainDataCame();
+  };
+  dialogs.Expect("there is no such serial device", Answer::Ok, [&] {
+    for (int i = 0; i < 2; ++i) loseAndReturn();
+  });
+  plain.Vanish();
+  plain.HangUp();
+  EXPECT_FALSE(link.KeepPlainPortOpen());
+  clock.Advance(1);
+  ASSERT_EQ(dialogs.shown.size(), 1U);
+  // Gone from 02:14 to 02:16 as the box says already, then from 02:17 to 02:18.
+  std::vector<std::string> told;
+  for (const ShownMessage& each : dialogs.retold) told.push_back(each.text.substr(each.text.find('\n') + 1));
+  EXPECT_EQ(told, (std::vector<std::string>{"Lost at 02:14, back since 02:16.", "2 times since 02:14.",
+                                            "2 times since 02:14, back since 02:18."}));
+}
+
 TEST_F(LinkTest, AfterItsEndNothingOfTheLinkIsCalled) {
   FakeDevice one, two;
   std::vector<FakeDevice*> devices{&one, &two};

@@ -29,9 +29,14 @@ void LineDriver::Open(const LineDriverSettings& settings) {
   port_->Open(settings.port);
 }
 
-void LineDriver::Reopen() {
+void LineDriver::ClosePort() {
   port_->Close();
   framing_.DropUnfinished();
+}
+
+void LineDriver::Reopen(const std::string& device) {
+  ClosePort();
+  settings_.port.device = device;
   port_->Open(settings_.port);
 }
 

@@ -38,15 +38,17 @@ class LineDriver {
 
   /// Opens with these settings; raises what the port raises. Closes first.
   void Open(const LineDriverSettings& settings);
-  /// Closes and opens again with the same settings. Whole lines that wait stay; a half line is dropped.
-  void Reopen();
+  /// Closes the port only: whole lines that wait stay; a half line is dropped.
+  void ClosePort();
+  /// Closes the port and opens it again at this path, with the same settings otherwise.
+  void Reopen(const std::string& device);
   /// Closes and empties the queue.
   void Close();
   bool IsOpen() const { return port_->IsOpen(); }
   /// Which port settings the device does not have.
   std::vector<PortSetting> Unsupported() const { return port_->Unsupported(); }
 
-  /// The settings of the last Open.
+  /// The settings of the last Open, with the device of the last Reopen.
   const LineDriverSettings& Settings() const { return settings_; }
   /// Whether a whole line waits to be delivered.
   bool LineWaits() const { return framing_.HasLine(); }

@@ -18,6 +18,7 @@ namespace velk {
 namespace {
 
 constexpr double kSecondsADay = 86400;
+constexpr const char* kLossBox = "Link";  ///< the subject of its box
 
 /// Three sampling intervals, at least a second.
 int WatchdogMilliseconds(double samplingRate) {
@@ -28,16 +29,19 @@ int WatchdogMilliseconds(double samplingRate) {
 
 }  // namespace
 
-Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort)
+Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort,
+           const std::string& devices)
     : MSComm1(makePort()),
       ODataCom1(platform.clock, platform.gate, makePort()),
-      Board([&platform](int portNumber) { return PortDevice(platform.settings, portNumber); }),
+      Board([&platform, devices](int portNumber) { return PortDevice(platform.settings, portNumber, devices); }),
       session_(session),
       platform_(platform),
       view_(view),
       lineReport_{platform.dialogs, "ODataCom1_DataReady"},
       watchdog_(*timers.Timer2),
-      retry_(platform.clock.MakeTimer()) {
+      retry_(platform.clock.MakeTimer()),
+      plainDevice_(platform.settings, devices),
+      driverDevice_(platform.settings, devices) {
   ODataCom1.onDataReady = [this](const std::string& line) { ODataCom1_DataReady(line); };
   ODataCom1.onHangUp = [this] { DriverHungUp(); };
   // A tick that was on its way when the link was closed must not open it again.
@@ -59,9 +63,9 @@ Link::~Link() {
   watchdog_.SetHandler({});
 }
 
-SerialSettings Link::PlainSettings(Handshake handshake) const {
+SerialSettings Link::PlainSettings(Handshake handshake, const std::string& device) const {
   SerialSettings settings;
-  settings.device = PortDevice(platform_.settings, session_.PortNumber);
+  settings.device = device;
   settings.baudRate = session_.BaudRate;
   settings.parity = session_.Parity;
   settings.dataBits = session_.DataBits;
@@ -70,9 +74,10 @@ SerialSettings Link::PlainSettings(Handshake handshake) const {
   return settings;
 }
 
-LineDriverSettings Link::DriverSettings() const {
+LineDriverSettings Link::DriverSettings() {
   LineDriverSettings settings;
-  settings.port = PlainSettings(static_cast<Handshake>(session_.Handshake));
+  settings.port =
+      PlainSettings(static_cast<Handshake>(session_.Handshake), driverDevice_.Choose(session_.PortNumber));
   settings.portNumber = session_.PortNumber;
   settings.terminator = session_.Terminator;
   settings.theTimeOut = session_.TheTimeOut;
@@ -99,6 +104,8 @@ void Link::SetODataCom() {
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
+    driverDevice_.Opened();
+    IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
     const OperatorText text = PortErrorText(error);
@@ -140,7 +147,7 @@ void Link::CloseODataCom() {
   retry_->SetEnabled(false);
   ODataCom1.Close();
   failureTold_ = false;
-  untold_ = {};
+  lossWaits_ = false;
   ShowImages(false);
 }
 
@@ -150,7 +157,7 @@ void Link::ClosePlainPort() {
 }
 
 Link::State Link::Release() {
-  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_};
+  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_, plainDevice_};
   CloseODataCom();
   ClosePlainPort();
   return state;
@@ -165,6 +172,7 @@ void Link::Restore(const State& state) {
     watchdog_.SetEnabled(true);
   }
   plain_ = state.plain;
+  plainDevice_ = state.plainDevice;
   if (state.plainOpen) KeepPlainPortOpen();
 }
 
@@ -172,9 +180,11 @@ bool Link::OpenPlainPort(Handshake handshake) {
   return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
     run([&] {
       ClosePlainPort();
-      plain_ = PlainSettings(handshake);
+      plain_ = PlainSettings(handshake, plainDevice_.Choose(session_.PortNumber));
       try {
         MSComm1->Open(plain_);
+        plainDevice_.Opened();
+        IsBack();
         TellUnsupported(plain_, MSComm1->Unsupported());
       } catch (const PortError& error) {
         throw RuntimeError(error.Number(), PortErrorText(error));
@@ -189,11 +199,14 @@ bool Link::KeepPlainPortOpen() {
   if (platform_.clock.Ticks() < nextReopen_) return false;
   nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
   try {
+    plain_.device = plainDevice_.Find();
     MSComm1->Open(plain_);
+    plainDevice_.Opened();
+    IsBack();
   } catch (const PortError& error) {
-    TellOnce(PortErrorText(error));
+    TellLoss(PortErrorText(error));
   } catch (const RuntimeError& error) {
-    TellOnce(error.Text());
+    TellLoss(error.Text());
   }
   return MSComm1->IsOpen();
 }
@@ -207,13 +220,16 @@ void Link::CycleODataCom() {
 
 bool Link::Reopen() {
   try {
-    ODataCom1.Reopen();
+    ODataCom1.ClosePort();
+    ODataCom1.Reopen(driverDevice_.Find());
+    driverDevice_.Opened();
+    IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;
   } catch (const PortError& error) {
-    TellOnce(PortErrorText(error));
+    TellLoss(PortErrorText(error));
   } catch (const RuntimeError& error) {
-    TellOnce(error.Text());
+    TellLoss(error.Text());
   }
   return false;
 }
@@ -228,7 +244,7 @@ void Link::Timer2_Timer() {
 
 void Link::DriverHungUp() {
   ShowImages(false);
-  TellOnce(ODataCom1.Settings().port.device + text::PortIsGone);
+  TellLoss(ODataCom1.Settings().port.device + text::PortIsGone);
   retry_->SetEnabled(true);
 }
 
@@ -249,23 +265,51 @@ void Link::TellUnsupported(const SerialSettings& settings, const std::vector<Por
   ShowUntold();
 }
 
-void Link::TellOnce(const OperatorText& text) {
-  if (failureTold_) return;
-  failureTold_ = true;
-  untold_ = text;
+/// In a box of its own, once until data have come; where a box tells of the link already, in that one.
+void Link::TellLoss(const OperatorText& text) {
+  const bool isTold = lossWaits_ || lossStands_;
+  const bool toldAndNoDataSince = std::exchange(failureTold_, true);
+  if (isTold) {
+    if (loss_.Lost(text)) RetellLoss();
+    return;
+  }
+  if (toldAndNoDataSince) return;
+  loss_.Begin(text, platform_.clock.Now());
+  lossWaits_ = true;
   ShowUntold();
+}
+
+void Link::IsBack() {
+  if (loss_.Back(platform_.clock.Now())) RetellLoss();
+}
+
+void Link::RetellLoss() {
+  if (lossStands_) platform_.dialogs.Retell(kLossBox, aboveLoss_ + loss_.Text());
 }
 
 /// A box on top of a running sample would hold it up, and the samples behind it with it. So it waits for the gate.
 void Link::ShowUntold() {
-  if (untold_.IsEmpty() && notice_.IsEmpty()) return;
+  if (!lossWaits_ && notice_.IsEmpty()) return;
   platform_.clock.Post([this, alive = std::weak_ptr<char>(alive_)] {
-    if (alive.expired() || !platform_.gate.IsOpen()) return;
-    OperatorText text = std::exchange(notice_, {});
-    if (!text.IsEmpty() && !untold_.IsEmpty()) text += "\n";
-    text += std::exchange(untold_, {});
-    if (!text.IsEmpty()) platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
+    if (!alive.expired() && platform_.gate.IsOpen()) ShowBox();
   });
+}
+
+/// One box for the losses of the link: while it stands, the next ones are told in it.
+void Link::ShowBox() {
+  OperatorText text = std::exchange(notice_, {});
+  const bool forLoss = std::exchange(lossWaits_, false);
+  if (text.IsEmpty() && !forLoss) return;
+  if (!forLoss) {
+    platform_.dialogs.Message({text, {}, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  aboveLoss_ = text.IsEmpty() ? text : text + "\n";
+  lossStands_ = true;
+  const std::weak_ptr<char> alive = alive_;
+  platform_.dialogs.Message(
+      {.text = aboveLoss_ + loss_.Text(), .buttons = Buttons::Ok, .icon = BoxIcon::Exclamation, .subject = kLossBox});
+  if (!alive.expired()) lossStands_ = false;
 }
 
 void Link::ShowImages(bool connected) {

@@ -9,11 +9,13 @@
 
 #include "instruments/board/board.h"
 #include "instruments/link/line_driver.h"
+#include "instruments/link/loss_notice.h"
 #include "model/main_timers.h"
 #include "model/main_view.h"
 #include "model/session.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/platform.h"
+#include "platform/ports/followed_device.h"
 
 namespace velk {
 
@@ -21,7 +23,9 @@ namespace velk {
 /// Own units have the plain port and the driver on one device, so only one of the two is open at a time.
 class Link {
  public:
-  Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort);
+  /// `devices` is where serial devices are looked for.
+  Link(Session& session, Platform& platform, MainView& view, MainTimers& timers, const SerialPortFactory& makePort,
+       const std::string& devices = "/dev");
   ~Link();
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
@@ -47,6 +51,7 @@ class Link {
     bool driverOpen = false;
     bool plainOpen = false;
     SerialSettings plain;
+    FollowedDevice plainDevice;
   };
   /// Closes both ports on purpose and tells what was open.
   State Release();
@@ -79,15 +84,18 @@ class Link {
   std::function<void(const std::string& line)> onLine;
 
  private:
-  SerialSettings PlainSettings(Handshake handshake) const;
-  LineDriverSettings DriverSettings() const;
+  SerialSettings PlainSettings(Handshake handshake, const std::string& device) const;
+  LineDriverSettings DriverSettings();
   void OpenDriver(const std::string& toldAlready);
   bool Reopen();
   void StartWatching();
   void DriverHungUp();
   void TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported);
-  void TellOnce(const OperatorText& text);
+  void TellLoss(const OperatorText& text);
+  void IsBack();
+  void RetellLoss();
   void ShowUntold();
+  void ShowBox();
   void ShowImages(bool connected);
   OperatorText PortErrorText(const PortError& error) const;
 
@@ -98,11 +106,16 @@ class Link {
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening
+  FollowedDevice plainDevice_;
+  FollowedDevice driverDevice_;
   std::int64_t linesSeen_ = 0;
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
   bool failureTold_ = false;     ///< a failure was shown and no data have come since
-  OperatorText untold_;          ///< waits until no sample is running
-  OperatorText notice_;          ///< the same, and is shown though the link was closed meanwhile
+  LossNotice loss_;
+  bool lossWaits_ = false;   ///< until no sample is running
+  bool lossStands_ = false;  ///< its box does
+  OperatorText aboveLoss_;   ///< what else that box tells
+  OperatorText notice_;      ///< waits as the loss does, and is shown though the link was closed meanwhile
   std::set<std::string> noticed_;
   std::string toldByEnablePort_;  ///< the failure of the same device is not shown a second time by SetODataCom
   std::shared_ptr<char> alive_ = std::make_shared<char>();

@@ -1,0 +1,47 @@
+#include "instruments/link/loss_notice.h"
+
+#include "base/dates.h"
+#include "instruments/texts.h"
+
+namespace velk {
+
+namespace {
+
+std::string HourAndMinute(double time) {
+  return FormatDate(time, "hh:mm");
+}
+
+}  // namespace
+
+void LossNotice::Begin(const OperatorText& what, double now) {
+  *this = {};
+  since_ = now;
+  Lost(what);
+}
+
+bool LossNotice::Lost(const OperatorText& what) {
+  if (gone_) return false;
+  what_ = what;
+  gone_ = true;
+  ++losses_;
+  return true;
+}
+
+bool LossNotice::Back(double now) {
+  if (!gone_) return false;
+  gone_ = false;
+  backSince_ = now;
+  return true;
+}
+
+OperatorText LossNotice::Text() const {
+  OperatorText text = what_;
+  if (losses_ == 1 && gone_) return text;
+  text += "\n";
+  text += losses_ == 1 ? text::LostAt : std::to_string(losses_) + text::TimesSince;
+  text += HourAndMinute(since_);
+  if (!gone_) text += text::BackSince + HourAndMinute(backSince_);
+  return text + ".";
+}
+
+}  // namespace velk
