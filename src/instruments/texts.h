@@ -82,7 +82,8 @@ inline constexpr MessageText ProtocolHoneywell{2484, "HPT - Honeywell eZtrend"};
 inline constexpr MessageText ProtocolLumoThroughHmi{2485, "ORBEN LUMO through HMI"};
 inline constexpr MessageText ProtocolAnySerialData{2486, "Any Serial Data"};
 
-// The box of a lost link counts while it stands: a time behind the first and the last, number and time around the second
+// The box of a lost link counts while it stands: a time behind the first and the last, number and time around the
+// second
 inline constexpr MessageText LostAt{2487, "Lost at "};
 inline constexpr MessageText TimesSince{2488, " times since "};
 inline constexpr MessageText BackSince{2489, ", back since "};

@@ -23,7 +23,7 @@ class AdapterTree {
     std::string model = "6001";
   };
   /// The adapter comes as `name`; what opens that opens `device`.
-  void Plug(const std::string& name, const Adapter& adapter, const std::string& device = "/dev/null") {
+  void Plug(const std::string& name, const Adapter& adapter, const std::string& device = "/dev/null") const {
     const std::string unit = "sys/devices/usb1/" + adapter.place;
     Write(unit + "/idVendor", "0403");
     Write(unit + "/idProduct", adapter.model);
@@ -32,11 +32,12 @@ class AdapterTree {
     Write(interface + "/bInterfaceNumber", "0" + std::to_string(adapter.interface));
     Write(interface + "/" + name + "/port_number", "0");
     std::filesystem::create_directories(root_.File("sys/class/tty/" + name));
-    std::filesystem::create_symlink(root_.File(interface + "/" + name), root_.File("sys/class/tty/" + name + "/device"));
+    std::filesystem::create_symlink(root_.File(interface + "/" + name),
+                                    root_.File("sys/class/tty/" + name + "/device"));
     std::filesystem::create_symlink(device, Path(name));
   }
 
-  void Unplug(const std::string& name) {
+  void Unplug(const std::string& name) const {
     std::filesystem::remove(Path(name));
     const std::string port = root_.File("sys/class/tty/" + name);
     std::filesystem::remove_all(std::filesystem::canonical(port + "/device").parent_path().parent_path());

@@ -19,17 +19,16 @@ struct Adapter {
 class FollowedDevice {
  public:
   /// `directory` is where devices are; what is known of them stands beside it in sys/class/tty.
-  FollowedDevice(SettingsStore& settings, const std::string& directory)
-      : settings_(&settings), directory_(directory) {}
+  FollowedDevice(SettingsStore& settings, const std::string& directory) : settings_(&settings), directory_(directory) {}
 
   /// Forgets the device before; gives the path that the list has for the number at this moment.
   const std::string& Choose(int portNumber);
   /// The path that was given last has opened: this is the device.
   void Opened();
   /// Where the device is now, the list being read anew: an adapter that has opened is found under any name, by its
-  /// serial number, else by its place on the bus; any other device that has opened keeps its path; before one has opened
-  /// it is what the list says. Raises PortError, DeviceUnavailable, while the adapter is not there or can't be told from
-  /// another one: whatever stands under its name by then is not it.
+  /// serial number, else by its place on the bus; any other device that has opened keeps its path; before one has
+  /// opened it is what the list says. Raises PortError, DeviceUnavailable, while the adapter is not there or can't be
+  /// told from another one: whatever stands under its name by then is not it.
   const std::string& Find();
 
  private:
