@@ -5,6 +5,7 @@
 #include "base/text_qt.h"
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
+#include "instruments/link/link_lease.h"
 #include "instruments/windows/serial_port_command.h"
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
@@ -27,7 +28,7 @@ Application::Application(const Services& services)
       questions_(services.questions ? *services.questions : jobWindows_),
       form_(platform_.language, session_),
       frame_(form_, session_, platform_, windows_),
-      link_(session_, platform_, form_, timers_, services.makePort),
+      link_(session_, platform_, form_, timers_, services.makePort, services.devices),
       graphs_(session_, platform_, services.translation, form_.GraphArea(), [this] { StoreGraphSettings(); }),
       jobFiles_(session_, platform_, questions_, graphs_),
       log_(session_, platform_),
@@ -65,8 +66,14 @@ void Application::BindCommands() {
   shutDown_.Bind(commands);
 }
 
+/// No box of a page that is fetched comes over the dialog in which its address is being mended. The line driver stays
+/// as it is: some units restart where their port is opened, and Cancel leaves all as it was.
 void Application::EditSerialPort() {
-  mnuEditSerialPort_Click(windows_, session_, platform_, [this] { linkSetUp_.SetUpAgain(); });
+  TimersAtRest timers(timers_);
+  mnuEditSerialPort_Click(windows_, session_, platform_, [&] {
+    timers.StayStill();
+    linkSetUp_.SetUpAgain();
+  });
 }
 
 void Application::KeepSettings() {

@@ -34,6 +34,7 @@ struct Services {
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
   /// Where the program's own files are; beside the executable where it is empty.
   std::string programFolder = {};
+  std::string devices = "/dev";  ///< where serial devices are looked for
 };
 
 /// The composition root: builds everything in order, lets each room bind its commands, and takes it all down in

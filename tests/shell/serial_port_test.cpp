@@ -288,6 +288,29 @@ TEST_F(SerialPortMenu, EndsTheFetchingOfPagesForAnyOtherProtocol) {
   EXPECT_EQ(rig.pages->asked.size(), 4u);
 }
 
+TEST_F(SerialPortMenu, RestsTheFetchingOfPagesWhileItsDialogsStandAndNoBoxOfOneUnderWayComes) {
+  Start("HPT - Honeywell eZtrend");
+  rig.pages->fault = PageFault::NoConnection;
+  std::size_t askedMeanwhile = 0;
+  rig.pages->meanwhile = [&] {
+    EditSerialPort({{"HardwareSettings",
+                     [&](QDialog& window) {
+                       rig.clock.Advance(5000);
+                       Click(window, "cmdOK");
+                     }},
+                    {"frmHPTHoneywellEZtrend", [&](QDialog& window) {
+                       rig.clock.Advance(5000);
+                       askedMeanwhile = rig.pages->asked.size();
+                       Click(window, "cmdCancel");
+                     }}});
+    rig.pages->fault.reset();
+  };
+  rig.clock.Advance(501);
+  EXPECT_EQ(askedMeanwhile, 1u);
+  rig.clock.Advance(1000);
+  EXPECT_EQ(rig.pages->asked.size(), 3u) << "Cancel lets the timer run on";
+}
+
 TEST_F(SerialPortMenu, SetsTheLinkUpThoughTheSettingsCannotBeSaved) {
   rig.Start();
   std::filesystem::remove_all(rig.folder.File("settings"));

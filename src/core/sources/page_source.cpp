@@ -27,9 +27,10 @@ PageSource::PageSource(const Session& session, const Platform& platform, MainTim
       timer5_(*timers.Timer5),
       road_(road),
       pages_(std::move(pages)),
-      table_{{platform.dialogs, "Timer4_Timer"},
+      table_{timer4_,
+             {platform.dialogs, "Timer4_Timer"},
              [](const Session& unit, std::string_view page, double) { return LineOfTablePage(unit, page); }},
-      values_{{platform.dialogs, "Timer5_Timer"}, LineOfValuesPage} {
+      values_{timer5_, {platform.dialogs, "Timer5_Timer"}, LineOfValuesPage} {
   timer4_.SetInterval(kPageMs);
   timer4_.SetHandler([this] { Tick(table_); });
   timer5_.SetInterval(kPageMs);
@@ -71,11 +72,14 @@ void PageSource::FetchForCheck() {
 }
 
 void PageSource::Tick(const Form& form) {
-  if (!pages_->IsUnderWay() && platform_.clock.Ticks() >= nextFetch_) Fetch(form);
+  if (form.timer.Enabled() && !pages_->IsUnderWay() && platform_.clock.Ticks() >= nextFetch_) Fetch(form);
 }
 
+/// A page that comes while its timer rests is nobody's: the address may be in the dialog that is open.
 void PageSource::Fetch(const Form& form) {
-  pages_->Begin(UnitPageAddress(session_), [this, &form](const FetchedPage& page) { Pass(form, page); });
+  pages_->Begin(UnitPageAddress(session_), [this, &form](const FetchedPage& page) {
+    if (form.timer.Enabled()) Pass(form, page);
+  });
 }
 
 /// Pages go on behind the box of a fault, since nobody may be there to answer it. Its Retry asks for one at once.

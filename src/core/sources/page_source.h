@@ -30,6 +30,7 @@ class PageSource : public SampleSource {
  private:
   /// A form of page, and the timer's procedure that fetches it.
   struct Form {
+    Timer& timer;
     Report report;
     std::string (*lineOf)(const Session& session, std::string_view page, double now);
   };

@@ -2,7 +2,7 @@
 
 namespace velk {
 
-LinkLease::LinkLease(Link& link, MainTimers& timers) : link_(link), before_(link.Release()) {
+TimersAtRest::TimersAtRest(MainTimers& timers) {
   for (const auto& timer : {&timers.Timer1, &timers.Timer4, &timers.Timer5, &timers.Timer7, &timers.Timer8}) {
     if (!(*timer)->Enabled()) continue;
     (*timer)->SetEnabled(false);
@@ -10,14 +10,20 @@ LinkLease::LinkLease(Link& link, MainTimers& timers) : link_(link), before_(link
   }
 }
 
+TimersAtRest::~TimersAtRest() {
+  for (Timer* const timer : running_) timer->SetEnabled(true);
+}
+
+LinkLease::LinkLease(Link& link, MainTimers& timers) : link_(link), timers_(timers), before_(link.Release()) {
+}
+
 LinkLease::~LinkLease() {
   if (anew_) {
     link_.Release();
     link_.SetODataCom();
-    return;
+  } else {
+    link_.Restore(before_);
   }
-  link_.Restore(before_);
-  for (Timer* const timer : running_) timer->SetEnabled(true);
 }
 
 }  // namespace velk
