@@ -67,6 +67,10 @@ struct StoredSettings {
   std::string StopBits = "1";
   std::string Delimiter = " ";
   std::string Terminator = "\r";
+  /// Chosen for another protocol behind an own unit, which keeps its separators in the two above until the next start.
+  /// Where one of them isn't empty they are what is saved and offered again.
+  std::string ChosenDelimiter;
+  std::string ChosenTerminator;
   std::string SerialData;
   std::int16_t FormattedLineLength = 0;
   std::string daqIPAddress;
@@ -86,5 +90,15 @@ struct StoredSettings {
   std::int16_t PlayBackNoOfFields = 1;
   std::string PlaybackDelimiter;
 };
+
+inline bool HasChosenSeparators(const StoredSettings& session) {
+  return !session.ChosenDelimiter.empty() || !session.ChosenTerminator.empty();
+}
+
+/// Delimiter and Terminator are the chosen ones.
+inline void ForgetChosenSeparators(StoredSettings& session) {
+  session.ChosenDelimiter.clear();
+  session.ChosenTerminator.clear();
+}
 
 }  // namespace velk

@@ -49,6 +49,7 @@ void mnuEditLoadTemplate_Click(const EditSettings& edit) {
     if (!name) return;
     run([&] { LoadTemplate(edit.session, edit.platform.settings, edit.platform.language, *name); });
     if (NamesOwnUnit(edit.session)) edit.resetConnection();
+    if (WaitsForNewStart(edit.session)) edit.offerNewStart();
   });
 }
 

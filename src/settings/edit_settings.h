@@ -16,6 +16,7 @@ struct EditSettings {
   Platform& platform;
   std::function<void()> resetConnection;  ///< own units: a template may have changed the port settings
   std::function<void()> saveAndEnd;       ///< saves the settings and ends the program without its question
+  std::function<void()> offerNewStart;    ///< a template's protocol takes full effect after the next start only
 };
 
 // Those that ask with boxes only; the others stand in settings/windows/edit_settings_commands.h.

@@ -96,8 +96,9 @@ void VisitProtocol(KeyVisitor& visit, StoredSettings& session) {
   visit.Key("Parity", session.Parity, "N");
   visit.Key("DataBits", session.DataBits, 8);
   visit.Key("StopBits", session.StopBits, "1");
-  visit.Key("Delimiter", session.Delimiter, " ");
-  visit.Key("Terminator", session.Terminator, "\r");
+  const bool apart = HasChosenSeparators(session);
+  visit.Key("Delimiter", apart ? session.ChosenDelimiter : session.Delimiter, " ");
+  visit.Key("Terminator", apart ? session.ChosenTerminator : session.Terminator, "\r");
   visit.Key("SerialData", session.SerialData, "formatted and at regular intervals");
   visit.Key("FormattedLineLength", session.FormattedLineLength, 0);
   visit.Key("daqIPAddress", session.daqIPAddress, "192.168.0.100", Held::LiveOnly);

@@ -149,6 +149,7 @@ void VisitParameters(KeyVisitor& visit, StoredSettings& session) {
 void ReadSettings(SettingsReader& reader, StoredSettings& session) {
   VisitGeneral(reader, session);
   VisitPrintGraph(reader, session);
+  ForgetChosenSeparators(session);
   VisitProtocol(reader, session);
   session.SerialData = PresentName(session.SerialData);
   VisitParameterCount(reader, session);

@@ -6,9 +6,11 @@
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
 #include "instruments/link/link_lease.h"
+#include "instruments/table/protocols.h"
 #include "instruments/windows/serial_port_command.h"
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
+#include "shell/texts.h"
 
 namespace velk {
 
@@ -39,7 +41,8 @@ Application::Application(const Services& services)
       linkSetUp_(session_, platform_, timers_, link_, sources_),
       shutDown_({session_, platform_, form_, graphs_, link_, road_, sources_, acquisition_}),
       editSettings_(windows_,
-                    {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); }},
+                    {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); },
+                     [this] { OfferNewStart(); }},
                     [this] { SettingsHaveChanged(); }),
       formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
       startUp_(
@@ -73,12 +76,19 @@ void Application::EditSerialPort() {
   mnuEditSerialPort_Click(windows_, session_, platform_, [&] {
     timers.StayStill();
     linkSetUp_.SetUpAgain();
+    if (WaitsForNewStart(session_)) OfferNewStart();
   });
 }
 
 void Application::KeepSettings() {
   RunProcedure({platform_.dialogs, "SaveSettings"},
                [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+}
+
+void Application::OfferNewStart() {
+  if (platform_.dialogs.Message({text::OfferNewStart, "", Buttons::YesNo, BoxIcon::Question}) != Answer::Yes) return;
+  startsAnew_ = true;
+  shutDown_.SaveAndEnd();
 }
 
 void Application::SettingsHaveChanged() {

@@ -49,6 +49,8 @@ class Application {
 
   MainForm& Window() { return form_; }
   Session& State() { return session_; }
+  /// The operator wants the program to start anew once it has ended.
+  bool StartsAnew() const { return startsAnew_; }
   long long RowsRecorded() const { return recorder_.RowsRecorded(); }
 
  private:
@@ -56,6 +58,7 @@ class Application {
   void EditSerialPort();
   /// A change is on the disk at once: a power cut before the exit would take it.
   void KeepSettings();
+  void OfferNewStart();
   /// Whatever shows a setting shows it anew.
   void SettingsHaveChanged();
   /// A graph's header was drawn anew: the open log takes over what it shows.
@@ -82,6 +85,7 @@ class Application {
   EditSettingsCommands editSettings_;
   FormulaCommands formulas_;
   StartUp startUp_;
+  bool startsAnew_ = false;
 };
 
 }  // namespace velk

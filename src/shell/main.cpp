@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QProcess>
 
 #include "platform/loop/gate.h"
 #include "platform/loop/system_clock.h"
@@ -19,9 +20,17 @@ int main(int argc, char** argv) {
   velk::QtDialogs dialogs(gate, translation.Translator);
   velk::SettingsStore settings(velk::SettingsStore::DefaultDirectory());
 
-  velk::Application application(
-      {{clock, gate, dialogs, settings, translation.Translator}, translation, velk::MakeSerialPort});
-  dialogs.SetParent(&application.Window());
-  application.MDIForm_Load();
-  return QApplication::exec();
+  int code = 0;
+  bool startsAnew = false;
+  {
+    velk::Application application(
+        {{clock, gate, dialogs, settings, translation.Translator}, translation, velk::MakeSerialPort});
+    dialogs.SetParent(&application.Window());
+    application.MDIForm_Load();
+    code = QApplication::exec();
+    startsAnew = application.StartsAnew();
+  }
+  // Once the ports are free.
+  if (startsAnew) QProcess::startDetached(QApplication::applicationFilePath(), {});
+  return code;
 }

@@ -70,7 +70,8 @@ class EditSettingsTest : public testing::Test {
   Platform platform_{clock_, gate_, dialogs_, store_, test::English()};
   int resets_ = 0;
   int ends_ = 0;
-  EditSettings edit_{session_, platform_, [this] { ++resets_; }, [this] { ++ends_; }};
+  int offers_ = 0;
+  EditSettings edit_{session_, platform_, [this] { ++resets_; }, [this] { ++ends_; }, [this] { ++offers_; }};
   WindowHost host_{dialogs_, test::EnglishWindows()};
   EditSettingsCommands commands_{host_, edit_, [] {}};
 };
@@ -108,6 +109,22 @@ TEST_F(EditSettingsTest, TakesANameInAnotherCaseForAnotherTemplate) {
   Choose("job");
   mnuEditSaveTemplate_Click(edit_);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job", "job"}));
+}
+
+TEST_F(EditSettingsTest, OffersANewStartForATemplateWithAnotherProtocolBehindAnOwnUnit) {
+  const auto load = [this](const char* protocol) {
+    store_.Save("VELKJob", "Protocol", "SerialData", protocol);
+    Choose("Job");
+    mnuEditLoadTemplate_Click(edit_);
+  };
+  session_.TemplateNames = {"", "Job"};
+  load("Any Serial Data");
+  EXPECT_EQ(offers_, 0) << "no own unit was chosen before";
+  load("KESTA version 4");
+  EXPECT_EQ(offers_, 0);
+  load("Any Serial Data");
+  EXPECT_EQ(offers_, 1);
+  EXPECT_EQ(resets_, 1);
 }
 
 TEST_F(EditSettingsTest, DoesNothingOnCancel) {
@@ -273,7 +290,7 @@ TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {
   Platform platform{clock_, gate_, boxes, store_, language};
   store_.Save("VELK2", "Protocol", "BaudRate", "fast");
   WindowHost host(boxes, test::EnglishWindows());
-  EditSettingsCommands commands(host, {session_, platform, [] {}, [] {}}, [] {});
+  EditSettingsCommands commands(host, {session_, platform, [] {}, [] {}, [] {}}, [] {});
   boxes.Expect("Protocol/BaudRate: <Type mismatch> (\"fast\")", Answer::Ok);
   windows_.ThenClick("ClearSettings", "cmdOK");
   commands.mnuEditClear_Click();

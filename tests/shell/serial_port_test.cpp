@@ -71,6 +71,13 @@ class SerialPortMenu : public testing::Test {
   static Step Ok(const char* window) {
     return {window, [](QDialog& shown) { Click(shown, "cmdOK"); }};
   }
+  static Step Separators(const char* delimiter, const char* terminator) {
+    return {"FormattedData", [delimiter, terminator](QDialog& window) {
+              FindControl<QRadioButton>(window, delimiter)->click();
+              FindControl<QRadioButton>(window, terminator)->click();
+              Click(window, "cmdOK");
+            }};
+  }
 
   test::ShellRig rig;
 };
@@ -320,6 +327,56 @@ TEST_F(SerialPortMenu, SetsTheLinkUpThoughTheSettingsCannotBeSaved) {
   EXPECT_EQ(rig.State().SerialData, "LUMO version A");
   EXPECT_TRUE(rig.linePort.open);
   std::filesystem::remove(rig.folder.File("settings"));
+}
+
+constexpr const char* kNewStart = "takes full effect after a new start";
+
+TEST_F(SerialPortMenu, SavesTheSeparatorsThatWereChosenBehindAnOwnUnitWhichKeepsItsOwn) {
+  rig.Start();
+  rig.dialogs.Expect(kNewStart, Answer::No);
+  EditSerialPort({PickProtocol(1), Separators("optDelimiter_2", "optTerminator_1")});
+  EXPECT_TRUE(rig.Window().isVisible());
+  EXPECT_FALSE(rig.application->StartsAnew());
+  rig.Connect();
+  EXPECT_EQ(rig.State().Delimiter, " ");
+  EXPECT_EQ(rig.State().Terminator, "\r\n");
+  rig.Press("Stop");
+  rig.dialogs.Expect("Are you sure you want to exit", Answer::Yes);
+  rig.Choose("mnuFileExit");
+  EXPECT_EQ(Stored("Delimiter"), ",");
+  EXPECT_EQ(Stored("Terminator"), "\n");
+
+  rig.dialogs.Expect(kContinue, Answer::Yes);
+  rig.Start();
+  EXPECT_EQ(rig.State().Delimiter, ",");
+  EXPECT_EQ(rig.State().Terminator, "\n");
+  EXPECT_FALSE(rig.State().IsOwnUnit);
+}
+
+TEST_F(SerialPortMenu, ShowsTheSeparatorsThatWereChosenBehindAnOwnUnitAgain) {
+  rig.Start();
+  rig.dialogs.Expect(kNewStart, Answer::No);
+  EditSerialPort({PickProtocol(1), Separators("optDelimiter_2", "optTerminator_1")});
+  EditSerialPort({PickProtocol(1), {"FormattedData", [](QDialog& window) {
+                                      EXPECT_TRUE(FindControl<QRadioButton>(window, "optDelimiter_2")->isChecked());
+                                      EXPECT_TRUE(FindControl<QRadioButton>(window, "optTerminator_1")->isChecked());
+                                      Click(window, "cmdCancel");
+                                    }}});
+  rig.dialogs.Expect(kNewStart, Answer::No);
+  EditSerialPort({PickProtocol(1), Separators("optDelimiter_3", "optTerminator_0")});
+  EXPECT_EQ(Stored("Delimiter"), ";") << "the latest choice";
+  EXPECT_EQ(Stored("Terminator"), "\r");
+  EditSerialPort({PickProtocol(6)});
+  EXPECT_EQ(Stored("Delimiter"), " ") << "an own unit again, which has its own";
+}
+
+TEST_F(SerialPortMenu, EndsTheProgramForANewStartWhereTheOperatorWantsOne) {
+  rig.Start();
+  rig.dialogs.Expect(kNewStart, Answer::Yes);
+  EditSerialPort({PickProtocol(2), Ok("RequestedData")});
+  EXPECT_TRUE(rig.application->StartsAnew());
+  EXPECT_FALSE(rig.Window().isVisible());
+  EXPECT_EQ(Stored("SerialData"), "sent when requested");
 }
 
 // --- At start-up ---

@@ -76,8 +76,7 @@ SerialSettings Link::PlainSettings(Handshake handshake, const std::string& devic
 
 LineDriverSettings Link::DriverSettings() {
   LineDriverSettings settings;
-  settings.port =
-      PlainSettings(static_cast<Handshake>(session_.Handshake), driverDevice_.Choose(session_.PortNumber));
+  settings.port = PlainSettings(static_cast<Handshake>(session_.Handshake), driverDevice_.Choose(session_.PortNumber));
   settings.portNumber = session_.PortNumber;
   settings.terminator = session_.Terminator;
   settings.theTimeOut = session_.TheTimeOut;
@@ -86,10 +85,7 @@ LineDriverSettings Link::DriverSettings() {
 
 void Link::SetODataCom() {
   const std::string toldAlready = std::exchange(toldByEnablePort_, {});
-  if (session_.IsOwnUnit) {
-    session_.Delimiter = ' ';
-    session_.Terminator = "\r\n";
-  }
+  if (session_.IsOwnUnit) TakeUnitSeparators();
   session_.UseODataCom = ComputeUseODataCom(session_);
   if (!session_.UseODataCom) return;
 
@@ -98,6 +94,15 @@ void Link::SetODataCom() {
   RunProcedure({platform_.dialogs, "SetODataCom"}, [&](auto run) { run([&] { OpenDriver(toldAlready); }); });
   ShowImages(ODataCom1.IsOpen());
   StartWatching();
+}
+
+void Link::TakeUnitSeparators() {
+  if (WaitsForNewStart(session_) && !HasChosenSeparators(session_)) {
+    session_.ChosenDelimiter = session_.Delimiter;
+    session_.ChosenTerminator = session_.Terminator;
+  }
+  session_.Delimiter = ' ';
+  session_.Terminator = "\r\n";
 }
 
 /// A device that does not open, and that the operator has just been told of, is left to the watchdog.

@@ -86,6 +86,7 @@ class Link {
  private:
   SerialSettings PlainSettings(Handshake handshake, const std::string& device) const;
   LineDriverSettings DriverSettings();
+  void TakeUnitSeparators();
   void OpenDriver(const std::string& toldAlready);
   bool Reopen();
   void StartWatching();

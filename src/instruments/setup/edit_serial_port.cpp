@@ -20,6 +20,7 @@ void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPort
   if (outcome.separators) {
     session.Delimiter = outcome.separators->Delimiter;
     session.Terminator = outcome.separators->Terminator;
+    ForgetChosenSeparators(session);
   }
   if (ProtocolOf(outcome.choices.SerialData).dialog == ProtocolDialog::FormattedData) session.FormattedLineLength = 0;
   if (outcome.commands) StoreCommands(session, *outcome.commands);

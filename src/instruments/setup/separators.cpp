@@ -15,6 +15,7 @@ constexpr std::array<std::string_view, 4> kTerminators{"\r", "\n", "\r\n", "\n\r
 }  // namespace
 
 Separators SeparatorsOf(const Session& session) {
+  if (HasChosenSeparators(session)) return {session.ChosenDelimiter, session.ChosenTerminator};
   return {session.Delimiter.empty() ? DelimiterOf(0) : session.Delimiter,
           session.Terminator.empty() ? TerminatorOf(0) : session.Terminator};
 }

@@ -19,7 +19,7 @@ inline constexpr int kTerminatorOptions = 4;
 /// The option whose delimiter is typed.
 inline constexpr int kTypedDelimiter = 4;
 
-/// What the session holds; a blank and CR where it holds nothing.
+/// What was chosen for the session's protocol; a blank and CR where it holds nothing.
 Separators SeparatorsOf(const Session& session);
 
 /// The delimiter of an option other than kTypedDelimiter, and the terminator of an option.

@@ -155,7 +155,12 @@ void SetProtocolConstants(StoredSettings& session) {
   session.StopBits = row.unit->stopBits;
   session.Delimiter = row.unit->delimiter;
   session.Terminator = row.unit->terminator;
+  ForgetChosenSeparators(session);
   session.OrbenSettings.assign(session.NumberOfChannels, {});
+}
+
+bool WaitsForNewStart(const StoredSettings& session) {
+  return session.IsOwnUnit && !ProtocolOf(session.SerialData).unit;
 }
 
 bool ComputeUseODataCom(const Session& session) {

@@ -98,6 +98,10 @@ std::string_view PresentName(std::string_view serialData);
 /// nothing, IsOwnUnit included. Run at start-up and when a protocol is chosen.
 void SetProtocolConstants(StoredSettings& session);
 
+/// Another protocol was chosen behind an own unit. The line driver and its separators stay the own unit's until the
+/// next start, with which the choice takes full effect.
+bool WaitsForNewStart(const StoredSettings& session);
+
 /// Whether the line driver serves this session; the other protocols use the plain port.
 bool ComputeUseODataCom(const Session& session);
 
