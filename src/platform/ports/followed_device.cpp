@@ -57,8 +57,11 @@ bool IsSamePort(const Adapter& a, const Adapter& b) {
 /// the place is what tells them apart.
 std::optional<Adapter> AdapterBehind(const std::string& directory, const std::string& path) {
   const auto plugged = PluggedAdapters(directory);
-  std::error_code error;
-  const auto isIt = [&](const Plugged& each) { return each.first == path || fs::equivalent(each.first, path, error); };
+  const auto real = [](const std::string& name) {
+    std::error_code error;
+    return fs::canonical(name, error).string();
+  };
+  const auto isIt = [&](const Plugged& each) { return each.first == path || real(each.first) == real(path); };
   const auto found = std::find_if(plugged.begin(), plugged.end(), isIt);
   if (found == plugged.end()) return std::nullopt;
   Adapter adapter = found->second;
