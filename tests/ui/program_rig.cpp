@@ -66,8 +66,9 @@ void ProgramRig::SetChannels(int count) {
 
 void ProgramRig::StartProgram() {
   settings.Flush();
-  application = std::make_unique<Application>(
-      Services{{clock, gate, dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});
+  Services services{{clock, gate, dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions};
+  services.devices = devices;
+  application = std::make_unique<Application>(services);
   application->MDIForm_Load();
 }
 

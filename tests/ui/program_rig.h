@@ -77,6 +77,7 @@ class ProgramRig {
   ScriptedDialogs dialogs{gate, translation.Translator};
   ScriptedJobQuestions questions;
   SettingsStore settings{folder.File("settings")};
+  std::string devices = "/dev";  ///< where the program looks for serial devices
   std::unique_ptr<ChildProgram> simulator;
   std::unique_ptr<Application> application;
 
