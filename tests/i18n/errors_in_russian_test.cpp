@@ -141,12 +141,6 @@ TEST_F(ErrorsInRussian, ADefectIsToldAsOne) {
   EXPECT_EQ(Told(russian_, defect), "Внутренняя ошибка (vector::at)");
 }
 
-TEST_F(ErrorsInRussian, WhatFailsAheadOfTheBoxIsInRussianToo) {
-  russian_.Expect("Переполнение - Timer1_Timer\nДиск заполнен", Answer::Cancel);
-  const Report report{russian_, "Timer1_Timer", {}, [] { throw RuntimeError(ErrorNumber::DiskFull); }};
-  RunProcedure(report, [](const Statements& run) { run([] { throw RuntimeError(ErrorNumber::Overflow); }); });
-}
-
 TEST_F(ErrorsInRussian, TheNameOfAChannelStaysAheadOfItsError) {
   const OperatorText text = "Момент: " + ErrorText(ErrorNumber::DivisionByZero);
   EXPECT_EQ(translator_.In(text), "Момент: Деление на ноль");

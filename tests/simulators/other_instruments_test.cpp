@@ -262,7 +262,7 @@ TEST_F(OtherInstruments, BufferedLinesBringTheirOwnTimes) {
     for (int i = 1; i <= lines.BufferedLineCount; ++i) {
       joined += lines.BufferedLines[i];
       const BufferedSample sample = ReadBufferedLine(session, lines.BufferedLines[i]);
-      EXPECT_TRUE(sample.accepted);
+      EXPECT_TRUE(sample.IsAccepted());
       times.push_back(sample.sampleTime);
     }
   }

@@ -12,7 +12,7 @@ namespace velk {
 namespace {
 
 constexpr std::string_view kFixedBlank = "&nbsp";
-constexpr std::size_t kTime = 8;
+constexpr std::size_t kTimeOfPage = 8;
 /// One row more than there can be parameters already makes a line that no check accepts. Rows that share a cell would
 /// otherwise make gigabytes of a damaged page.
 constexpr int kMostRows = kMaxParameters + 1;
@@ -65,7 +65,7 @@ std::string LineFromPanelPage(std::string_view page, std::string_view time, int 
 }
 
 std::string LineFromTable(std::string_view page, std::string_view delimiter) {
-  std::string line(Behind(page, "&nbsp;").substr(0, kTime));
+  std::string line(Behind(page, "&nbsp;").substr(0, kTimeOfPage));
   constexpr std::string_view kRow = "<tr>";
   std::size_t row = page.find(kRow);
   for (int rows = 0; row != std::string_view::npos && rows < kMostRows; ++rows, row = page.find(kRow)) {
