@@ -2,7 +2,8 @@
 #
 #   velk_library(log USES velk_model QT Core LIBS SQLite::SQLite3)     all .cpp of src/log and its sub-rooms
 #   velk_windows(log USES velk_log)                                    all .cpp and .ui of src/log/windows
-#   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log, and SOURCES
+#   velk_tests(log USES velk_log)                                      all *_test.cpp of tests/log, and SOURCES;
+#                                                                      with SHARDS 3, run as three tests side by side
 #   velk_translations(velk ${CMAKE_CURRENT_BINARY_DIR})                the two translation databases in that folder
 
 include(Merged)
@@ -36,15 +37,26 @@ function(velk_windows folder)
 endfunction()
 
 function(velk_tests folder)
-  cmake_parse_arguments(ARG "" "" "SOURCES;ALONE;USES;QT" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "SOURCES;ALONE;USES;QT" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*_test.cpp)
   add_executable(${folder}_tests ${sources} ${ARG_SOURCES})
   velk_target_common(${folder}_tests USES velk_test_support ${ARG_USES} QT ${ARG_QT})
   target_include_directories(${folder}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   velk_merge(${folder}_tests ${CMAKE_SOURCE_DIR}/tests ALONE ${ARG_ALONE})
   target_precompile_headers(${folder}_tests REUSE_FROM velk_precompiled_tests)
-  add_test(NAME ${folder} COMMAND ${folder}_tests)
-  set_tests_properties(${folder} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  if(NOT ARG_SHARDS)
+    set(ARG_SHARDS 1)
+  endif()
+  foreach(shard RANGE 1 ${ARG_SHARDS})
+    set(name ${folder})
+    if(ARG_SHARDS GREATER 1)
+      string(APPEND name "_${shard}")
+    endif()
+    math(EXPR index "${shard} - 1")
+    add_test(NAME ${name} COMMAND ${folder}_tests)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+                         "QT_QPA_PLATFORM=offscreen;GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+  endforeach()
 endfunction()
 
 # Puts the two translation databases into a folder, for `target` to find. A file that the user put there stays until

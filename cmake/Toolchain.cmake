@@ -15,12 +15,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # With -O2 and up it sees overlaps and overruns in additions of std::string where there are none.
     add_compile_options(-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
   endif()
-endif()
-# A precompiled header has to be told apart by its content, not by its date, or ccache never finds it.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  add_compile_options(-Xclang -fno-pch-timestamp)
 else()
-  add_compile_options(-fpch-preprocess)
+  # A precompiled header has to be told apart by its content, not by its date, or ccache never finds it. What it
+  # instantiates of its templates, the sources that use it don't have to.
+  add_compile_options(-Xclang -fno-pch-timestamp -fpch-instantiate-templates)
 endif()
 
 # A precompiled header serves only what is compiled in the same way, and Qt asks for this way.
