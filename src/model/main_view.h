@@ -19,6 +19,7 @@ class MainView {
 
   /// Menu items and their captions follow the status.
   virtual void ShowStatus(const MessageText& status) = 0;
+  /// An item or a button that isn't there raises std::logic_error, here and below.
   virtual void SetMenuEnabled(std::string_view item, bool enabled) = 0;
   virtual void SetMenuCaption(std::string_view item, const OperatorText& caption) = 0;
 

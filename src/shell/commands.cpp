@@ -74,18 +74,18 @@ void Commands::ShowStatus(const MessageText& status) {
 
 void Commands::AllowItem(std::string_view item, bool allowed) {
   Command* command = Find(item);
-  if (!command) return;
+  if (!command) throw std::logic_error("a command that is not in the table: " + std::string(item));
   command->allowed = allowed;
   command->conditionHolds = true;
   Update(*command);
 }
 
 void Commands::AllowButton(std::string_view key, bool allowed) {
-  for (Command& command : commands_) {
-    if (!command.row->key || command.row->key != key) continue;
-    command.buttonAllowed = allowed;
-    Update(command);
-  }
+  const auto found = std::find_if(commands_.begin(), commands_.end(),
+                                  [&](const Command& command) { return command.row->key && command.row->key == key; });
+  if (found == commands_.end()) throw std::logic_error("a button that is not in the table: " + std::string(key));
+  found->buttonAllowed = allowed;
+  Update(*found);
 }
 
 void Commands::AskConditions(const QMenu& menu) {

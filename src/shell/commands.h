@@ -30,7 +30,7 @@ class Commands : public CommandBinder {
 
   /// Forces what goes with a status.
   void ShowStatus(const MessageText& status);
-  /// Lets a menu item be on, where it has its work.
+  /// Lets a menu item be on, where it has its work. Raises std::logic_error for one that is not in the table.
   void AllowItem(std::string_view item, bool allowed);
   /// The same for a button that follows no menu item.
   void AllowButton(std::string_view key, bool allowed);

@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <stdexcept>
 
 #include "base/text_qt.h"
 #include "model/texts.h"
@@ -66,6 +67,12 @@ bool IsMenuItem(const QObject& object) {
 QAction* Find(const ActionsByName& actions, std::string_view name) {
   const auto found = actions.find(name);
   return found == actions.end() ? nullptr : found->second;
+}
+
+/// What has to be there: a room that names another item or button has a slip.
+QAction& Known(QAction* action, std::string_view name) {
+  if (!action) throw std::logic_error("an item or button that is not there: " + std::string(name));
+  return *action;
 }
 
 }  // namespace
@@ -181,14 +188,14 @@ void MainForm::SetMenuEnabled(std::string_view item, bool enabled) {
 }
 
 void MainForm::SetMenuCaption(std::string_view item, const OperatorText& caption) {
-  if (QAction* action = MenuItem(item)) action->setText(ToQt(language_.In(caption)));
+  Known(MenuItem(item), item).setText(ToQt(language_.In(caption)));
 }
 
 void MainForm::SetButtonImage(std::string_view key, int image) {
-  QAction* action = Button(key);
-  if (!action || ButtonImage(key) == image) return;
+  QAction& action = Known(Button(key), key);
+  if (ButtonImage(key) == image) return;
   images_[std::string(key)] = image;
-  action->setIcon(Icon(image));
+  action.setIcon(Icon(image));
 }
 
 int MainForm::ButtonImage(std::string_view key) const {
@@ -197,7 +204,7 @@ int MainForm::ButtonImage(std::string_view key) const {
 }
 
 void MainForm::SetButtonVisible(std::string_view key, bool visible) {
-  if (QAction* action = Button(key)) action->setVisible(visible);
+  Known(Button(key), key).setVisible(visible);
 }
 
 void MainForm::SetButtonEnabled(std::string_view key, bool enabled) {
@@ -205,7 +212,7 @@ void MainForm::SetButtonEnabled(std::string_view key, bool enabled) {
 }
 
 void MainForm::SetButtonToolTip(std::string_view key, const OperatorText& text) {
-  if (QAction* action = Button(key)) action->setToolTip(ToQt(language_.In(text)));
+  Known(Button(key), key).setToolTip(ToQt(language_.In(text)));
 }
 
 void MainForm::ResetCaption() {

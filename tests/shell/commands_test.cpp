@@ -224,5 +224,17 @@ TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {
   EXPECT_TRUE(rig.Window().Button("Acquire")->isEnabled()) << "it tells why it can't connect now";
 }
 
+TEST(CommandsOfTheProgram, RefuseAnItemOrAButtonThatIsNotThere) {
+  test::ShellRig rig;
+  rig.Start();
+  MainForm& form = rig.Window();
+  EXPECT_THROW(form.SetMenuEnabled("mnuNothing", true), std::logic_error);
+  EXPECT_THROW(form.SetMenuCaption("mnuNothing", text::Pause), std::logic_error);
+  EXPECT_THROW(form.SetButtonImage("Nothing", 1), std::logic_error);
+  EXPECT_THROW(form.SetButtonVisible("Nothing", true), std::logic_error);
+  EXPECT_THROW(form.SetButtonEnabled("Nothing", true), std::logic_error);
+  EXPECT_THROW(form.SetButtonToolTip("Nothing", text::Pause), std::logic_error);
+}
+
 }  // namespace
 }  // namespace velk
