@@ -86,6 +86,10 @@ bool JobFiles::IsWhole(const std::string& path) {
   }
 }
 
+void JobFiles::ClearParts(const std::string& path) {
+  for (const std::string& left : NewFile::ClearParts(path)) told_.Tell(text::LeftFileStays, left);
+}
+
 void JobFiles::AskForNewFile(const std::string& path) {
   NewFile::Check(path);
   AskSummaryInclusion(session_, questions_);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "log/job_questions.h"
+#include "log/told_once.h"
 #include "model/graph_window.h"
 #include "model/session.h"
 #include "platform/platform.h"
@@ -14,7 +15,7 @@ namespace velk {
 class JobFiles {
  public:
   JobFiles(Session& session, const Platform& platform, JobQuestions& questions, GraphWindows& graphs)
-      : session_(session), platform_(platform), questions_(questions), graphs_(graphs) {}
+      : session_(session), platform_(platform), questions_(questions), graphs_(graphs), told_(platform.dialogs) {}
 
   /// Whether a file can take rows of the present channels. Of two channels with the same name the operator is asked to
   /// rename the later one; the new name stays, whatever the answer is in the end. False for a database without a log,
@@ -26,6 +27,8 @@ class JobFiles {
   /// One that is appended to is read first, as far as the operator lets it: where it is damaged he is offered a new
   /// one, and none is chosen where he takes neither.
   FileChoice AppendOrCreate(const std::string& path);
+  /// Removes what broken-off programs left of files with this name, and tells of what can't be removed.
+  void ClearParts(const std::string& path);
   /// Asks what the report of a new file gets, for the session to note. Raises first where such a file can't be made.
   void AskForNewFile(const std::string& path);
 
@@ -38,6 +41,7 @@ class JobFiles {
   const Platform& platform_;
   JobQuestions& questions_;
   GraphWindows& graphs_;
+  ToldOnce told_;
 };
 
 }  // namespace velk

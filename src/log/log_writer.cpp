@@ -41,7 +41,7 @@ JobRows RowsBehind(const Connection& connection, const Table& logData) {
 }  // namespace
 
 LogWriter::LogWriter(Session& session, const Platform& platform)
-    : session_(session), platform_(platform), lastUpdated_(platform) {
+    : session_(session), platform_(platform), lastUpdated_(platform), told_(platform.dialogs) {
 }
 
 LogWriter::~LogWriter() {
@@ -64,8 +64,9 @@ void LogWriter::CreateLogFile(const std::string& path) {
   velk::WriteGraphSettings(connection, Channels(session_), false, platform_.language);
   transaction.Commit();
   connection.reset();
-  file.Complete();
+  const bool flushed = file.Complete();
   lastUpdated_.Stamp();
+  if (!flushed) told_.Tell(text::FolderNotFlushed, FolderOf(path));
 }
 
 void LogWriter::ConnectLogFile(const std::string& path) {

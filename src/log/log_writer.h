@@ -7,6 +7,7 @@
 #include "log/current_velk.h"
 #include "log/log_check.h"
 #include "log/log_row.h"
+#include "log/told_once.h"
 #include "model/session.h"
 #include "platform/database/recordset.h"
 #include "platform/files/file_lock.h"
@@ -70,6 +71,7 @@ class LogWriter {
   Session& session_;
   const Platform& platform_;
   LastUpdated lastUpdated_;
+  ToldOnce told_;
   std::unique_ptr<FileLock> lock_;  ///< of the connected log
   std::shared_ptr<Connection> connection_;
   std::optional<Recordset> recordset_;

@@ -8,7 +8,6 @@
 #include "model/texts.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
-#include "platform/files/new_file.h"
 
 namespace velk {
 
@@ -86,7 +85,7 @@ bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& v
     const RecordFileNames names = NamesFor(*picked, FileExists);
     const std::string name = names.oldExists ? run([&] { return AskAppendOrCreate(names, files); }) : names.oldName;
     if (name.empty()) return;
-    NewFile::ClearParts(name);
+    files.ClearParts(name);
     TakeFile(session, view, name);
     chosen = true;
   });

@@ -40,4 +40,12 @@ inline constexpr MessageText DamagedLogAfter{
 inline constexpr MessageText UnreadableRowsBefore{2225, "Not all rows of this job can be read back from ["};
 inline constexpr MessageText UnreadableRowsAfter{2226, "]. Keep the file as it is, and have the disk checked."};
 
+// What could not be tidied up; the path stands behind
+inline constexpr MessageText FolderNotFlushed{
+    2227,
+    "The disk does not confirm the new file's name: a power cut within the next minute can take the file with it. The "
+    "folder: "};
+inline constexpr MessageText LeftFileStays{
+    2228, "What a broken-off program left of a file with this name could not be removed: "};
+
 }  // namespace velk::text

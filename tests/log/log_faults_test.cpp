@@ -422,6 +422,21 @@ TEST_F(LogFaults, TheJournalOfAnotherFileIsNotPlayedIntoANewOne) {
   EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb-wal"}));
 }
 
+TEST_F(LogFaults, AFolderThatCannotBeFlushedIsToldOnce) {
+  // Who may not read a folder can't open it to flush it.
+  constexpr auto kWriteAndSearch = static_cast<fs::perms>(0333);
+  fs::permissions(folder.Path(), kWriteAndSearch);
+  const test::Unprivileged nobody;
+  dialogs.Expect(
+      "The disk does not confirm the new file's name: a power cut within the next minute can take the file "
+      "with it. The folder: " +
+          folder.Path().string(),
+      Answer::Ok);
+  CreateLog(path);
+  EXPECT_EQ(access(path.c_str(), F_OK), 0) << "it is whole all the same";
+  CreateLog(folder.File("second.mdb"));
+}
+
 TEST_F(LogFaults, APartThatAKilledProgramLeftDoesNotStandInTheWay) {
   std::ofstream(path + ".part1") << "half";
   CreateLog(path);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <set>
 
@@ -159,6 +160,16 @@ TEST_F(RecordFile, IsClearedOfThePartsThatKilledProgramsHaveLeft) {
   EXPECT_TRUE(Choose(path));
   EXPECT_EQ(FilesInFolder(), (std::vector<std::string>{"other.mdb.part1", "run.mdb.part", "run.mdb.part12",
                                                        "run.mdb.part12-lock", "run.mdb.part3x", "run.mdb.partial"}));
+}
+
+TEST_F(RecordFile, TellsOnceOfAPartThatCannotBeRemoved) {
+  std::filesystem::create_directory(folder.File("run.mdb.part1"));
+  dialogs.ExpectSaveFile(path);
+  dialogs.Expect(
+      "What a broken-off program left of a file with this name could not be removed: " + folder.File("run.mdb.part1"),
+      Answer::Ok);
+  EXPECT_TRUE(mnuFileRecord_Click(session, platform, view, files));
+  EXPECT_TRUE(Choose(path)) << "the second time without a word";
 }
 
 TEST_F(RecordFile, IsNotChosenWhenTheQuestionIsClosed) {

@@ -23,11 +23,12 @@ int RenameToFreeName(const char* from, const char* to) {
 }
 
 /// A new name survives a power cut only when its folder is flushed too.
-void FlushFolder(const std::string& folder) {
+bool FlushFolder(const std::string& folder) {
   const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  fsync(descriptor);
+  if (descriptor < 0) return false;
+  const bool flushed = fsync(descriptor) == 0;
   close(descriptor);
+  return flushed;
 }
 
 }  // namespace
@@ -91,9 +92,9 @@ std::string FolderOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-void MoveIntoPlace(const std::string& from, const std::string& to) {
+bool MoveIntoPlace(const std::string& from, const std::string& to) {
   if (RenameToFreeName(from.c_str(), to.c_str()) != 0) RaiseFileError(errno, to);
-  FlushFolder(FolderOf(to));
+  return FlushFolder(FolderOf(to));
 }
 
 }  // namespace velk

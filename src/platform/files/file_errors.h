@@ -25,7 +25,8 @@ bool FileExists(const std::string& path);
 std::string FolderOf(const std::string& path);
 
 /// Gives the file `from` the name `to` in the same folder, and flushes the folder to the disk. Raises
-/// FileAlreadyExists where something stands at `to`.
-void MoveIntoPlace(const std::string& from, const std::string& to);
+/// FileAlreadyExists where something stands at `to`. False where the folder could not be flushed: the file is whole
+/// under its new name, which a power cut can still take.
+bool MoveIntoPlace(const std::string& from, const std::string& to);
 
 }  // namespace velk

@@ -45,14 +45,15 @@ NewFile::~NewFile() {
   if (!partName_.empty()) unlink(partName_.c_str());
 }
 
-void NewFile::Complete() {
+bool NewFile::Complete() {
   RequireFreeName(path_);
-  MoveIntoPlace(partName_, path_);
+  const bool flushed = MoveIntoPlace(partName_, path_);
   partName_.clear();
   lock_.reset();
+  return flushed;
 }
 
-void NewFile::ClearParts(const std::string& path) {
+std::vector<std::string> NewFile::ClearParts(const std::string& path) {
   std::error_code error;
   std::vector<std::string> left;
   for (std::filesystem::directory_iterator entry(FolderOf(path), error), end; !error && entry != end;
@@ -61,7 +62,8 @@ void NewFile::ClearParts(const std::string& path) {
     const std::string part = PartOf(file, path);
     if (!part.empty() && !FileLock::HolderOf(part)) left.push_back(file);
   }
-  for (const std::string& file : left) unlink(file.c_str());
+  std::erase_if(left, [](const std::string& file) { return unlink(file.c_str()) == 0; });
+  return left;
 }
 
 void NewFile::Check(const std::string& path) {

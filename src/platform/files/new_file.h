@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/files/file_lock.h"
 
@@ -23,12 +24,13 @@ class NewFile {
   static void Check(const std::string& path);
 
   /// Removes what killed programs have left of files that were to be called `path`. What one is still at work on stays.
-  static void ClearParts(const std::string& path);
+  /// Gives what could not be removed.
+  static std::vector<std::string> ClearParts(const std::string& path);
 
   /// The name to make the file under; nothing stands there yet.
   const std::string& PartName() const { return partName_; }
-  /// Gives the complete file its name.
-  void Complete();
+  /// Gives the complete file its name. False where a power cut can still take the name.
+  bool Complete();
 
  private:
   std::string path_;
