@@ -259,6 +259,20 @@ TEST_F(Job, StopLeavesOneSelfContainedFile) {
   EXPECT_EQ(rig.Rows(rig.Path("job.mdb")).size(), 1u);
 }
 
+TEST_F(Job, StopTellsOfRowsOfTheJobThatCannotBeReadBack) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.Sample(10, 20, 30);
+  rig.Sample(11, 21, 31);
+  Connection::Open(rig.Path("job.mdb"), OpenMode::ReadWrite)->Execute("DELETE FROM logData");
+  rig.dialogs.Expect("Not all rows of this job can be read back from [" + rig.Path("job.mdb") +
+                         "]. Keep the file as it is, and have the disk checked.",
+                     Answer::Ok);
+  rig.acquisition.mnuAcquireStop_Click();
+  ExpectStatus("Ready");
+}
+
 TEST_F(Job, StopFromPausedAndFromReadyToAcquireGoesToReady) {
   rig.ConnectAndStart();
   rig.acquisition.mnuAcquireStart_Click();
