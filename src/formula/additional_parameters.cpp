@@ -97,10 +97,15 @@ void RemoveAdditional(Session& session, int index) {
 }
 
 float ValueOf(Session& session, int index) {
+  return ValueOf(session, session.CurrentValue, session.AdditionalParameters, index);
+}
+
+float ValueOf(const Session& session, const Session::PerParameter<float>& values, std::span<Parameter> statistics,
+              int index) {
   static thread_local std::string text;  // kept, so that its memory is
   try {
-    const int bracketCount = SubstituteParameters(session, session.Formula.at(index), text);
-    EvaluateFormula(text, bracketCount, session.AdditionalParameters, index);
+    const int bracketCount = SubstituteParameters(session, values, session.Formula.at(index), text);
+    EvaluateFormula(text, bracketCount, statistics, index);
     return ToSingle(Val(text));
   } catch (const RuntimeError& error) {
     throw RuntimeError(error.Number(), session.AdditionalParameters.at(index).name + ": " + error.Text());

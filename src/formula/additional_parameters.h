@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,5 +29,9 @@ void RemoveAdditional(Session& session, int index);
 /// EvaluateFormula raises, and Overflow beyond the 32-bit range; the error's text names the channel. Must not be called
 /// for a linked channel, whose value comes from the decoder.
 float ValueOf(Session& session, int index);
+/// The same of other values, indexed like CurrentValue, with running statistics of their own in `statistics`, one a
+/// computed channel (slot 0 unused): what looks back must not disturb what is being recorded.
+float ValueOf(const Session& session, const Session::PerParameter<float>& values, std::span<Parameter> statistics,
+              int index);
 
 }  // namespace velk

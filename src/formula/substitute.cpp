@@ -63,6 +63,11 @@ int FindChannel(const Session& session, std::string_view name) {
 }
 
 int SubstituteParameters(const Session& session, std::string_view formula, std::string& text) {
+  return SubstituteParameters(session, session.CurrentValue, formula, text);
+}
+
+int SubstituteParameters(const Session& session, const Session::PerParameter<float>& values, std::string_view formula,
+                         std::string& text) {
   text.clear();
   for (std::size_t at = 0;;) {
     const std::size_t open = formula.find('{', at);
@@ -79,10 +84,21 @@ int SubstituteParameters(const Session& session, std::string_view formula, std::
       return 0;
     }
     char value[kNumberTextSize];
-    char* const valueEnd = WriteNumberText(value, session.CurrentValue[channel]);
+    char* const valueEnd = WriteNumberText(value, values[channel]);
     text.append(formula.substr(at, open - at)).append(&value[0], valueEnd);
     at = close + 1;
   }
+}
+
+std::vector<int> ReferencesOf(const Session& session, std::string_view formula) {
+  std::vector<int> channels;
+  for (std::size_t open = formula.find('{'); open != std::string_view::npos; open = formula.find('{', open + 1)) {
+    const std::size_t close = formula.find('}', open);
+    if (close == std::string_view::npos) break;
+    const int channel = FindChannel(session, formula.substr(open + 1, close - open - 1));
+    if (channel != 0) channels.push_back(channel);
+  }
+  return channels;
 }
 
 }  // namespace velk

@@ -209,5 +209,21 @@ TEST_F(AdditionalParameters, CanOnlyBeRemovedWhereTheyAre) {
   EXPECT_EQ(session_.NumberOfFormulae, 1);
 }
 
+TEST_F(AdditionalParameters, AreComputedFromOtherValuesWithoutTouchingTheRunningStatistics) {
+  Add("avg({depth})");
+  session_.CurrentValue[1] = 10;
+  EXPECT_EQ(ValueOf(session_, 1), 10);
+  Session::PerParameter<float> values{};
+  std::vector<Parameter> statistics(2);
+  values[1] = 3;
+  EXPECT_EQ(ValueOf(session_, values, statistics, 1), 3);
+  values[1] = 5;
+  EXPECT_EQ(ValueOf(session_, values, statistics, 1), 4);
+  EXPECT_EQ(session_.CurrentValue[1], 10);
+  EXPECT_EQ(Additional(1).AverageCount, 1);
+  session_.CurrentValue[1] = 20;
+  EXPECT_EQ(ValueOf(session_, 1), 15) << "the live average goes on from its own samples";
+}
+
 }  // namespace
 }  // namespace velk

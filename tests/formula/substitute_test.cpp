@@ -137,5 +137,19 @@ TEST_F(Substitute, FindsEveryChannelFrom1To64) {
   EXPECT_EQ(FindChannel(session_, "none"), 0);
 }
 
+TEST_F(Substitute, TakesOtherValuesThanThePresentOnes) {
+  Session::PerParameter<float> values{};
+  values[1] = 7.25F;
+  std::string text;
+  EXPECT_EQ(SubstituteParameters(session_, values, "({depth}+{last})", text), 1);
+  EXPECT_EQ(text, "(7.25+0)");
+}
+
+TEST_F(Substitute, TellsTheChannelsThatAFormulaRefersTo) {
+  EXPECT_EQ(ReferencesOf(session_, "avg({last})-{depth}*{no such}+{depth}"), (std::vector<int>{64, 1, 1}));
+  EXPECT_TRUE(ReferencesOf(session_, "1+2").empty());
+  EXPECT_TRUE(ReferencesOf(session_, "{depth").empty());
+}
+
 }  // namespace
 }  // namespace velk
