@@ -1,39 +1,19 @@
 #include "log/log_reader.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <numeric>
 
-#include "base/dates.h"
 #include "base/errors.h"
 #include "log/log_rows.h"
+#include "log/row_time.h"
 #include "platform/database/catalog.h"
 
 namespace velk {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr int kFieldsBeforeValues = 3;
-
-/// A date or a time as some program stored it: a number of days or a text.
-double DaysOf(const FieldValue& field) {
-  try {
-    if (const auto* text = std::get_if<std::string>(&field)) return CDate(*text);
-  } catch (const RuntimeError&) {
-    return kNone;
-  }
-  if (const auto* whole = std::get_if<std::int64_t>(&field)) return static_cast<double>(*whole);
-  const auto* number = std::get_if<double>(&field);
-  return number == nullptr ? kNone : *number;
-}
-
-/// The day of the one and the time of day of the other: either may hold both.
-double TimeOf(double date, double time) {
-  if (date == std::floor(date) && time >= 0 && time < 1) return JoinDateTime(date, time);
-  return IsDateTime(date) && IsDateTime(time) ? JoinDateTime(DatePart(date), TimePart(time)) : kNone;
-}
 
 }  // namespace
 
@@ -105,7 +85,7 @@ std::vector<LogRow> LogReader::Page(const RowFilter& filter, const KeySpan& span
 LogRow LogReader::RowOf(const Command& command) const {
   LogRow row;
   row.key = command.Integer(0);
-  row.time = TimeOf(DaysOf(command.Field(1)), DaysOf(command.Field(2)));
+  row.time = RowTime(command.Field(1), command.Field(2));
   row.values.reserve(chosen_.size());
   for (int i = 0; i < static_cast<int>(chosen_.size()); ++i)
     row.values.push_back(command.Number(i + kFieldsBeforeValues));
@@ -157,6 +137,10 @@ std::int64_t LogReader::PositionOf(std::int64_t key) {
 
 std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {
   return std::make_unique<LogRows>(*this, filter);
+}
+
+std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter, const KeySpan& span) {
+  return std::make_unique<LogRows>(*this, filter, span);
 }
 
 }  // namespace velk

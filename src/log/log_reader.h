@@ -62,6 +62,8 @@ class LogReader {
 
   /// The rows of a filter one after the other; not beyond the life of the reader.
   std::unique_ptr<RowSource> Rows(const RowFilter& filter = {});
+  /// The same within a span of keys.
+  std::unique_ptr<RowSource> Rows(const RowFilter& filter, const KeySpan& span);
 
  private:
   class Access;

@@ -14,12 +14,12 @@ constexpr int kPageRows = 256;
 }  // namespace
 
 bool LogRows::First() {
-  rest_ = reader_.Find(filter_);
+  rest_ = span_ ? span_ : reader_.Find(filter_);
   return ReadPage();
 }
 
 bool LogRows::Seek(double time) {
-  rest_ = reader_.Find(filter_);
+  rest_ = span_ ? span_ : reader_.Find(filter_);
   const std::vector<LogRow> first = reader_.Page({time, {}, RowFilter::Compare::Sum}, 1);
   if (first.empty()) rest_.reset();
   if (rest_) rest_->first = std::max(rest_->first, first[0].key);

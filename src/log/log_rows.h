@@ -13,7 +13,9 @@ class LogReader;
 /// The rows of a log that pass a filter, read a page at a time.
 class LogRows : public RowSource {
  public:
-  LogRows(LogReader& reader, const RowFilter& filter) : reader_(reader), filter_(filter) {}
+  /// Where no span of keys is given, the rows are found by the filter at each First and Seek.
+  LogRows(LogReader& reader, const RowFilter& filter, std::optional<KeySpan> span = {})
+      : reader_(reader), filter_(filter), span_(span) {}
 
   bool First() override;
   bool Seek(double time) override;
@@ -26,6 +28,7 @@ class LogRows : public RowSource {
 
   LogReader& reader_;
   RowFilter filter_;
+  std::optional<KeySpan> span_;
   std::optional<KeySpan> rest_;  ///< keys that were not read yet
   std::vector<LogRow> page_;
   std::size_t present_ = 0;

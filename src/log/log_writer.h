@@ -35,6 +35,8 @@ class LogWriter {
   /// finalised. Raises FileAlreadyOpen where another program records to it.
   void ConnectLogFile(const std::string& path);
   bool IsConnected() const { return connection_ != nullptr; }
+  /// The connection that does all the writing to the connected log; null where there is none.
+  std::shared_ptr<Connection> Writing() const { return connection_; }
 
   /// Readies the connected log for rows; raises where the table has no room for the channels.
   void OpenLogRecordset();

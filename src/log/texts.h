@@ -47,5 +47,15 @@ inline constexpr MessageText FolderNotFlushed{
     "folder: "};
 inline constexpr MessageText LeftFileStays{
     2228, "What a broken-off program left of a file with this name could not be removed: "};
+// The summary report
+inline constexpr MessageText SummaryReportError{2230, "Summary report ... error"};
+inline constexpr MessageText NoReport{2231, "The log has no summary report"};
+inline constexpr MessageText UnableToLocateReport{2232, "Unable to locate / create the summary report"};
+inline constexpr MessageText EnterANumber{2233, "Enter a number, or leave the field empty."};
+inline constexpr MessageText ReportIsEmpty{
+    2234, "No lines yet. F7 in a graph writes a comment; it stands here with the values of that moment."};
+
+inline constexpr MessageText ReportDate{2235, "Date"};
+inline constexpr MessageText ReportTime{2236, "Time"};
 
 }  // namespace velk::text

@@ -1,0 +1,66 @@
+#include "log/open_log.h"
+
+#include "base/errors.h"
+#include "log/recording_lock.h"
+#include "log/texts.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "platform/loop/clock.h"
+
+namespace velk {
+
+namespace {
+
+bool Plays(const Session& session) {
+  return StatusIs(session, text::StatusReadyToPlayback) || StatusIs(session, text::StatusPlayingBack) ||
+         StatusIs(session, text::StatusPlayingBackPaused);
+}
+
+}  // namespace
+
+std::string OpenLog::Path() const {
+  if (const auto writing = writer_.Writing()) return writing->Path();
+  return Plays(session_) ? session_.LogFileInUse : std::string();
+}
+
+LogReader& OpenLog::Reader() {
+  const std::string path = Path();
+  if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
+  if (!reader_ || reader_->Path() != path) reader_.emplace(path);
+  return *reader_;
+}
+
+std::vector<ReportComment> OpenLog::Comments(const RowFilter& filter) const {
+  const std::string path = Path();
+  if (path.empty()) return {};
+  return ReadComments(*Connection::Open(path, OpenMode::ReadOnly), filter);
+}
+
+void OpenLog::AddSummaryRow(const std::string& comment) {
+  if (comment.empty()) return;
+  const std::string path = Path();
+  if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
+  Write(path, [&](const auto& log) { AppendSummaryRow(log, session_, platform_.clock.Now(), comment); });
+}
+
+SummaryLines OpenLog::Report(const std::string& path) {
+  return ReadSummaryReport(*Connection::Open(path, OpenMode::ReadOnly));
+}
+
+void OpenLog::EnterSummaryField(const std::string& path, std::int64_t key, const std::string& column,
+                                std::optional<double> value) const {
+  Write(path, [&](const auto& log) { velk::EnterSummaryField(log, key, column, value); });
+}
+
+void OpenLog::Write(const std::string& path,
+                    const std::function<void(const std::shared_ptr<Connection>& log)>& write) const {
+  const auto writing = writer_.Writing();
+  if (writing && writing->IsSameFile(path)) {
+    writing->CheckInPlace();
+    return write(writing);
+  }
+  const auto lock = LockForRecording(path);
+  write(Connection::Open(path, OpenMode::ReadWrite));
+}
+
+}  // namespace velk

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "log/log_reader.h"
+#include "log/log_writer.h"
+#include "log/summary_rows.h"
+#include "model/session.h"
+#include "platform/platform.h"
+
+namespace velk {
+
+/// The log that the session's charts and its summary report look into: the one that is recorded to, or else the one
+/// that plays. Reading goes through connections of its own; what is written to the report of the log that is recorded
+/// to, through the one that writes the rows.
+class OpenLog {
+ public:
+  OpenLog(const Session& session, const Platform& platform, const LogWriter& writer)
+      : session_(session), platform_(platform), writer_(writer) {}
+
+  /// Empty where no log is open.
+  std::string Path() const;
+  bool IsOpen() const { return !Path().empty(); }
+
+  /// The reader of the open log, shared by all charts: whoever reads chooses its channels first. Raises Database
+  /// where none is open, and what LogReader raises.
+  LogReader& Reader();
+  /// Lets go of the file, until it is read again: the charts are gone.
+  void Release() { reader_.reset(); }
+
+  /// The comments of the open log's report that pass a filter; none without a log.
+  std::vector<ReportComment> Comments(const RowFilter& filter) const;
+  /// Appends a line to the report of the open log, under the present time of the clock; an empty comment none.
+  void AddSummaryRow(const std::string& comment);
+
+  /// Called behind each comment, entered or not: who shows the report reads it anew.
+  std::function<void()> onReportChanged;
+
+  /// The report of a file, open or not.
+  static SummaryLines Report(const std::string& path);
+  /// Sets an additional field of a line of its report. Raises FileAlreadyOpen where another program records to it.
+  void EnterSummaryField(const std::string& path, std::int64_t key, const std::string& column,
+                         std::optional<double> value) const;
+
+ private:
+  void Write(const std::string& path, const std::function<void(const std::shared_ptr<Connection>& log)>& write) const;
+
+  const Session& session_;
+  Platform platform_;
+  const LogWriter& writer_;
+  std::optional<LogReader> reader_;
+};
+
+}  // namespace velk

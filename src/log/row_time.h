@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/database/command.h"
+
+namespace velk {
+
+/// The time of a row by its fields Date and Time, as some program stored them: numbers of days or texts. The day of the
+/// one and the time of day of the other: either may hold both. NaN where they are none.
+double RowTime(const FieldValue& date, const FieldValue& time);
+
+}  // namespace velk
