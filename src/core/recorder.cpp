@@ -29,6 +29,7 @@ void Recorder::mnuFileRecord_Click() {
 
 void Recorder::Connect() {
   BeginRecording(session_, files_, log_, session_.CurrentFile);
+  view_.SetMenuEnabled("mnuViewSummaryReport", true);
   failing_ = false;
   rows_ = missingRows_ = 0;
   ShowMissingRows();

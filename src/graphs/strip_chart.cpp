@@ -1,42 +1,20 @@
 #include "graphs/strip_chart.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/colour.h"
 #include "base/dates.h"
 #include "base/errors.h"
+#include "graphs/chart_grid.h"
 #include "graphs/wrapping.h"
 
 namespace velk {
 
 namespace {
 
-constexpr int kColumns = 10;
 constexpr int kRowsPerBlock = 6;
-constexpr double kTick = 100;
 constexpr double kDotRadius = 3;
 constexpr double kSecondsPerDay = 86400;
-
-/// Rows or labels to draw: beyond one a twip they can't be told apart, and odd settings would ask for billions.
-int Bounded(double count, double height) {
-  return static_cast<int>(std::clamp(std::floor(count), 0.0, height));
-}
-
-void DrawColumns(Surface& plot, double y1, double y2) {
-  const double step = (plot.Width() - kLeftMargin) / kColumns;
-  for (int i = 1; i < kColumns; ++i) {
-    const double x = kLeftMargin + i * step;
-    plot.Line(x, y1, x, y2, colour::Grid);
-  }
-}
-
-void DrawRows(Surface& plot, double top, double step, int count) {
-  for (int i = 0; i <= count; ++i) {
-    const double y = top + i * step;
-    plot.Line(kLeftMargin, y, plot.Width(), y, i % 3 == 0 ? colour::Black : colour::Grid);
-  }
-}
 
 }  // namespace
 
@@ -64,6 +42,10 @@ void StripChart::SetTargets(RetainedSurface& plotTarget, RetainedSurface& axisTa
 
 double StripChart::BlockPairs() const {
   return Divide(measures_.MaximumTime, measures_.pixeldivide * measures_.pixelslength * 2);
+}
+
+float StripChart::YOf(double time) const {
+  return Y(time, timeOrigin_);
 }
 
 float StripChart::Y(double time, double origin) const {
@@ -129,26 +111,21 @@ void StripChart::ScrollHalfPage(const Block& block) {
   AxisTarget_->Cls();
   const double pairs = times_.BlockPairsPerPage;
   const double length = block.end - block.start;
-  for (int i = 1; i <= Bounded(pairs, AxisTarget_->Height()); ++i)
-    PrintTimeLabel(block.start - (i - 1) * length, (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
+  for (int i = 1; i <= BoundedCount(pairs, AxisTarget_->Height()); ++i)
+    PrintTimeLabel(*AxisTarget_, block.start - (i - 1) * length,
+                   (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
   PrintDate(block.end, block.y1, block.y2);
 }
 
 void StripChart::DrawBlockFrame(const Block& block) {
   const double y1 = static_cast<double>(block.y1), y2 = static_cast<double>(block.y2);
   PlotTarget_->Line(kLeftMargin, y1, kLeftMargin, y2, colour::Black);
-  PlotTarget_->Line(kLeftMargin - kTick, y2, kLeftMargin, y2, colour::Black);
+  PlotTarget_->Line(kLeftMargin - kAxisTick, y2, kLeftMargin, y2, colour::Black);
   DrawColumns(*PlotTarget_, y1, y2);
   if (!gridRedrawn_) DrawRows(*PlotTarget_, y1, (y2 - y1) / kRowsPerBlock, kRowsPerBlock);
   const double axisWidth = AxisTarget_->Width();
-  AxisTarget_->Line(axisWidth - kTick, y2, axisWidth, y2, colour::Black);
-  PrintTimeLabel(block.end, y2);
-}
-
-void StripChart::PrintTimeLabel(double time, double y) {
-  const std::string text = FormatDate(time, "hh:mm");
-  AxisTarget_->Print(kLeftMargin - kTick - 1.05 * AxisTarget_->TextWidth(text), y - AxisTarget_->TextHeight(text) / 2,
-                     text, colour::Black);
+  AxisTarget_->Line(axisWidth - kAxisTick, y2, axisWidth, y2, colour::Black);
+  PrintTimeLabel(*AxisTarget_, block.end, y2);
 }
 
 void StripChart::WriteDate(double blockStart, double blockEnd) {
@@ -177,9 +154,9 @@ void StripChart::RedrawFrame() {
   plot.Cls();
   plot.SetPenWidth(1);
   plot.Line(kLeftMargin, 0, kLeftMargin, height, colour::Black);
-  plot.Line(kLeftMargin - kTick, height / 2, kLeftMargin, height / 2, colour::Black);
+  plot.Line(kLeftMargin - kAxisTick, height / 2, kLeftMargin, height / 2, colour::Black);
   DrawColumns(plot, 0, height);
-  DrawRows(plot, 0, step, Bounded(rows, height));
+  DrawRows(plot, 0, step, BoundedCount(rows, height));
 }
 
 }  // namespace velk

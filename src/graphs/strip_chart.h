@@ -13,6 +13,8 @@ namespace velk {
 
 /// x of the time axis, in twips.
 inline constexpr double kLeftMargin = 966;
+/// Length of the marks on the axis.
+inline constexpr double kAxisTick = 100;
 /// Height of one curve's row in the header.
 inline constexpr double kHeaderRowHeight = 250;
 
@@ -53,12 +55,19 @@ class StripChart {
   void InitialHeader();
   /// Draws the empty frame of the whole page: after the plot got another size.
   void RedrawFrame();
+  /// Draws the frame of a whole page that begins at `from`, on the visible surfaces, both cleared. Its labels stand two
+  /// minutes apart, whatever the length of a row. Needs BlockPairsPerPage.
+  void Picture2_Update2(double from);
   /// Works out TimeBase::BlockPairsPerPage if nobody has yet.
   void SetBlockPairsPerPage();
 
   /// Time at y = 0; 0 until something was drawn.
   double TimeOrigin() const { return timeOrigin_; }
   void SetTimeOrigin(double time) { timeOrigin_ = time; }
+  /// y of a time on the page; NaN where it has none. Raises DivisionByZero without a row length.
+  float YOf(double time) const;
+  /// Where blocks and curves go at present.
+  RetainedSurface& PlotTarget() { return *PlotTarget_; }
   double HeaderHeight() const { return curves_.Count() * kHeaderRowHeight; }
 
  private:
@@ -74,7 +83,6 @@ class StripChart {
   Block Place(double blockStart, double blockEnd, double pageTime) const;
   void ScrollHalfPage(const Block& block);
   void DrawBlockFrame(const Block& block);
-  void PrintTimeLabel(double time, double y);
   void PrintDate(double date, float y1, float y2);
   void DrawHeaderRow(int slot, double width);
   void DrawHeaderCorner(double width);

@@ -8,6 +8,7 @@
 #include "instruments/link/link_lease.h"
 #include "instruments/table/protocols.h"
 #include "instruments/windows/serial_port_command.h"
+#include "log/windows/summary_report_command.h"
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
 #include "shell/texts.h"
@@ -31,9 +32,11 @@ Application::Application(const Services& services)
       form_(platform_.language, session_),
       frame_(form_, session_, platform_, windows_),
       link_(session_, platform_, form_, timers_, services.makePort, services.devices),
-      graphs_(session_, platform_, services.translation, form_.GraphArea(), [this] { StoreGraphSettings(); }),
-      jobFiles_(session_, platform_, questions_, graphs_),
       log_(session_, platform_),
+      openLog_(session_, platform_, log_),
+      graphs_(
+          session_, platform_, services.translation, form_.GraphArea(), [this] { StoreGraphSettings(); }, &openLog_),
+      jobFiles_(session_, platform_, questions_, graphs_),
       recorder_(session_, platform_, form_, log_, jobFiles_),
       road_(session_, platform_, form_, recorder_),
       sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock)),
@@ -63,6 +66,7 @@ void Application::BindCommands() {
   commands.isConnecting = [this] { return acquisition_.IsConnecting(); };
   BindAcquisition(commands, acquisition_, recorder_);
   BindAlarms(commands, windows_, session_);
+  BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
   formulas_.Bind(commands);

@@ -13,6 +13,7 @@
 #include "instruments/link/link.h"
 #include "log/job_files.h"
 #include "log/log_writer.h"
+#include "log/open_log.h"
 #include "log/windows/job_questions_qt.h"
 #include "model/main_timers.h"
 #include "platform/ports/serial.h"
@@ -73,9 +74,10 @@ class Application {
   MainForm form_;
   Frame frame_;
   Link link_;
+  LogWriter log_;
+  OpenLog openLog_;
   GraphWindowsMdi graphs_;
   JobFiles jobFiles_;
-  LogWriter log_;
   Recorder recorder_;
   SampleRoad road_;
   SampleSources sources_;

@@ -158,7 +158,7 @@ TEST(GraphFormNew, KeepsWhatWasDrawnAtAResizeBeforeTheStart) {
   EXPECT_EQ(CountOf(desk.Find<QWidget>("Pic2"), 0xFF0000), before);
 }
 
-TEST(GraphFormNew, SetsTheRangeOfTheScrollBarAndKeepsItDisabled) {
+TEST(GraphFormNew, SetsTheRangeOfTheScrollBar) {
   GraphDesk desk;
   desk.session.StartTime = JobStart();
   desk.session.RecordToDB = true;
@@ -170,6 +170,9 @@ TEST(GraphFormNew, SetsTheRangeOfTheScrollBarAndKeepsItDisabled) {
   desk.Form().UpdateScroll(JobStart() + 12 * 60 * kSecond);
   EXPECT_EQ(bar->maximum(), 7);
   EXPECT_EQ(bar->value(), 7);
+  EXPECT_TRUE(bar->isEnabled());
+  desk.session.RecordToDB = false;
+  desk.Form().UpdateScroll(JobStart() + 14 * 60 * kSecond);
   EXPECT_FALSE(bar->isEnabled());
 }
 

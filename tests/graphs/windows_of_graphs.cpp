@@ -11,9 +11,16 @@ const WindowsOf kGraphs([] {
       return {job, &job->OpenGraph(size)};
     };
   };
+  const auto comment = [](QSize size) {
+    return [=](const std::string& language) -> std::shared_ptr<QWidget> {
+      const Job job = MakeJob(language);
+      return {job, &job->OpenComment(size)};
+    };
+  };
   return std::vector<ListedWindow>{
       {"GraphFormNew", "", topic::StripChart, {"GraphFormNew", "Label*"}, graph({1300, 760})},
       {"GraphFormNew", "low", topic::StripChart, {"GraphFormNew", "Label*"}, graph({900, 260})},
+      {"GraphFormNew", "comment", topic::StripChart, {"GraphFormNew", "Label*", "CommentHint"}, comment({1300, 760})},
   };
 });
 

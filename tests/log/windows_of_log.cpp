@@ -1,5 +1,6 @@
 #include "log/windows/frm_file_exist.h"
 #include "log/windows/frm_inc_param_in_sum.h"
+#include "log/windows/frm_rt_sum_rep.h"
 #include "model/help_topics.h"
 #include "windows/every_window.h"
 
@@ -22,12 +23,26 @@ std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int ch
   return Hosted<frmIncParamInSum>(job, inclusion);
 }
 
+/// The headings of a grid have no name; those of a report are names of its columns.
+constexpr const char* kHeadings = "";
+
+std::shared_ptr<QWidget> OpenReport(const std::string& language, int lines) {
+  const Job job = MakeJob(language);
+  job->Record(lines);
+  const auto window = Hosted<frmRTSumRep>(job, ReportAccess{job->session, job->platform, job->open});
+  dynamic_cast<frmRTSumRep&>(*window).RefreshGrid();
+  return window;
+}
+
 const WindowsOf kLog([] {
   const auto file = [](bool compatible, bool sameOrder) {
     return [=](const std::string& language) { return OpenFileExist(language, compatible, sameOrder); };
   };
   const auto summary = [](int channels) {
     return [=](const std::string& language) { return OpenSummaryQuestion(language, channels); };
+  };
+  const auto report = [](int lines) {
+    return [=](const std::string& language) { return OpenReport(language, lines); };
   };
   return std::vector<ListedWindow>{
       {"frmFileExist", "", topic::Recording, {"lblFile", "lblNote"}, file(true, true)},
@@ -36,6 +51,8 @@ const WindowsOf kLog([] {
       {"frmIncParamInSum", "", topic::Recording, {"chk_*"}, summary(18)},
       {"frmIncParamInSum", "one", topic::Recording, {"chk_*"}, summary(1)},
       {"frmIncParamInSum", "64", topic::Recording, {"chk_*"}, summary(64)},
+      {"frmRTSumRep", "", topic::Recording, {"lblFile", "lblNote", kHeadings}, report(30)},
+      {"frmRTSumRep", "empty", topic::Recording, {"lblFile", "lblNote", kHeadings}, report(0)},
   };
 });
 

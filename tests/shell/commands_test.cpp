@@ -206,11 +206,11 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   for (const CommandRow& row : CommandTable())
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
   EXPECT_EQ(without,
-            (std::set<std::string_view>{
-                "mnuFilePlayback", "mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV",
-                "mnuFileExportMDBtoXML", "mnuViewSummaryReport", "mnuEditAutoDetect", "mnuEditOPCServer",
-                "mnuEditTable", "mnuImprtLiveData", "mnuToolsCalibrate", "mnuToolsReset", "mnuToolsOrbenHardware",
-                "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable", "ScrollBar"}));
+            (std::set<std::string_view>{"mnuFilePlayback", "mnuFileImportCSV", "mnuFileExportSummary",
+                                        "mnuFileExportMDBtoCSV", "mnuFileExportMDBtoXML", "mnuEditAutoDetect",
+                                        "mnuEditOPCServer", "mnuEditTable", "mnuImprtLiveData", "mnuToolsCalibrate",
+                                        "mnuToolsReset", "mnuToolsOrbenHardware", "mnuToolsLiveSurvey",
+                                        "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable", "ScrollBar"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

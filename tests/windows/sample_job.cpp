@@ -62,4 +62,27 @@ QWidget& SampleJob::OpenGraph(QSize size) {
   return graph;
 }
 
+QWidget& SampleJob::OpenComment(QSize size) {
+  Record(0);
+  auto& graph = dynamic_cast<GraphFormNew&>(OpenGraph(size));
+  graph.EnableToolbar();
+  graph.AddComment();
+  return graph;
+}
+
+void SampleJob::Record(int lines) {
+  for (const int included : {1, 2, 5}) session.CurrentParameters[included].IncludeInSummary = true;
+  session.SummaryExtraFields = {Pick("Crew", "Бригада"), Pick("Water, bbl", "Вода, м³")};
+  session.AcquisitionMode = true;
+  const std::string path = folder.File(Pick("Well 1042.mdb", "Скважина 1042.mdb"));
+  log.CreateLogFile(path);
+  log.ConnectLogFile(path);
+  session.LogFileInUse = path;
+  for (int line = 1; line <= lines; ++line) {
+    clock.Advance(60'000);
+    open.AddSummaryRow(Pick("Stage ", "Этап ") + std::to_string(line) +
+                       Pick(": pump 2 on, pressure steady", ": насос 2 включён, давление устойчиво"));
+  }
+}
+
 }  // namespace velk::test

@@ -4,11 +4,14 @@
 
 #include "graphs/windows/graph_windows_mdi.h"
 #include "i18n/windows/window_host.h"
+#include "log/log_writer.h"
+#include "log/open_log.h"
 #include "model/session.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/recording_graphs.h"
 #include "support/scripted_dialogs.h"
+#include "support/temporary_folder.h"
 
 namespace velk::test {
 
@@ -21,6 +24,10 @@ struct SampleJob {
   std::string Pick(const char* english, const char* russian) const { return IsRussian() ? russian : english; }
   /// The strip-chart window of the job, in a client area on the screen.
   QWidget& OpenGraph(QSize size);
+  /// The same while a comment is entered.
+  QWidget& OpenComment(QSize size);
+  /// Records the job to a file of its own, with so many lines in its summary report.
+  void Record(int lines);
 
   Translation translation;
   Gate gate;
@@ -32,7 +39,10 @@ struct SampleJob {
   RecordingGraphs graphs;
   Session session;
   QMdiArea area;
-  GraphWindowsMdi graphWindows{session, platform, translation, area};
+  TemporaryFolder folder;
+  LogWriter log{session, platform};
+  OpenLog open{session, platform, log};
+  GraphWindowsMdi graphWindows{session, platform, translation, area, {}, &open};
 
  private:
   void Add(const std::string& name, const std::string& units, std::int32_t color, float value);

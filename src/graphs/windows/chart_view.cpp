@@ -35,6 +35,9 @@ QFont AxisFont(const QFont& font) {
   return FitFont(font, QStringLiteral("00-May-0000"), kLeftMargin / 1.05 / kTwipsPerPixel);
 }
 
+/// The picture of a plot that hasn't been drawn yet; a surface has at least a pixel.
+constexpr double kNothing = 1;
+
 /// The controls of the form, loaded into the view.
 std::unique_ptr<Ui::ChartView> Loaded(QWidget& view) {
   auto ui = std::make_unique<Ui::ChartView>();
@@ -43,6 +46,15 @@ std::unique_ptr<Ui::ChartView> Loaded(QWidget& view) {
 }
 
 }  // namespace
+
+struct ChartView::Hidden {
+  Hidden(double ratio, const QFont& font)
+      : Picture2(kNothing, kNothing, ratio, font), Pic3_Hidden(kNothing, kNothing, ratio, font) {}
+
+  SurfaceImage Picture2;
+  SurfaceImage Pic3_Hidden;
+  bool isWhole = true;  ///< Picture2 has had its size since the copy
+};
 
 ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const QFont& font,
                      const Language& language, Clock& clock, QWidget* parent)
@@ -85,6 +97,29 @@ QScrollBar& ChartView::HistoryBar() {
   return *ui_->VScroll1;
 }
 
+QWidget& ChartView::PlotArea() {
+  return *ui_->Pic2;
+}
+
+void ChartView::HideChart() {
+  if (hidden_) return;
+  hidden_ = std::make_unique<Hidden>(devicePixelRatioF(), font());
+  hidden_->Picture2.CopyFrom(pic2_);
+  hidden_->Pic3_Hidden.CopyFrom(picture3_);
+  chart_->SetTargets(hidden_->Picture2, hidden_->Pic3_Hidden);
+}
+
+bool ChartView::ShowChart() {
+  if (!hidden_) return true;
+  chart_->SetTargets(pic2_, picture3_);
+  pic2_.CopyFrom(hidden_->Picture2);
+  picture3_.CopyFrom(hidden_->Pic3_Hidden);
+  const bool isWhole = hidden_->isWhole;
+  hidden_.reset();
+  ScheduleRefresh();
+  return isWhole;
+}
+
 double ChartView::PlotHeight() const {
   return std::floor(measures_.MaximumTime / 3) * 3;
 }
@@ -119,6 +154,13 @@ void ChartView::PlaceFrame() {
 
 void ChartView::FitSurfaces() {
   const double ratio = devicePixelRatioF();
+  if (hidden_) {
+    const double width = hidden_->Picture2.Width();
+    const int height = hidden_->Picture2.PixelHeight();
+    hidden_->Picture2.Resize(plotWidth_, PlotHeight(), ratio);
+    if (hidden_->Picture2.Width() != width || hidden_->Picture2.PixelHeight() != height) hidden_->isWhole = false;
+    hidden_->Pic3_Hidden.Resize(kAxisWidth, PlotHeight(), ratio);
+  }
   picture1_.Resize(headerWidth_, ui_->Picture1->height() * kTwipsPerPixel, ratio);
   pic2_.Resize(plotWidth_, PlotHeight(), ratio);
   picture3_.Resize(kAxisWidth, PlotHeight(), ratio);

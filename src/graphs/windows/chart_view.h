@@ -38,6 +38,16 @@ class ChartView : public QWidget {
   StripChart& Chart() { return *chart_; }
   /// VScroll1; its value counts minutes.
   QScrollBar& HistoryBar();
+  /// Pic2 as a widget, for who follows the mouse over it; a pixel of it is kTwipsPerPixel.
+  QWidget& PlotArea();
+
+  /// The visible surfaces, for what is drawn on them while the chart goes on unseen.
+  ChartSurfaces Surfaces() { return {picture1_, pic2_, picture3_}; }
+  /// From now on the chart draws unseen, on copies of plot and axis (Picture2, Pic3_Hidden).
+  void HideChart();
+  /// The chart's picture stands on the visible surfaces again, with all that was drawn meanwhile. Gives false where the
+  /// plot got another size since: it has the old picture then, and is to be drawn anew.
+  bool ShowChart();
 
   /// Lays all out for a window of this size in pixels, its frame and title included, and gives the surfaces their
   /// sizes; what was drawn stays. Gives whether the width was one to follow: a narrower one leaves the widths.
@@ -74,6 +84,8 @@ class ChartView : public QWidget {
   SurfaceImage picture1_;
   SurfaceImage pic2_;
   SurfaceImage picture3_;
+  struct Hidden;
+  std::unique_ptr<Hidden> hidden_;  ///< where the chart draws unseen; null while it is seen
   std::unique_ptr<StripChart> chart_;
   LabelRows labels_;
   bool labelsFilled_ = false;

@@ -1,10 +1,11 @@
 #include "graphs/windows/graph_form_new.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMdiSubWindow>
+#include <algorithm>
 
 #include "base/scope.h"
-#include "graphs/scroll_range.h"
 #include "graphs/windows/chart_fonts.h"
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
@@ -20,19 +21,25 @@ constexpr int kResizeSettled = 500;  ///< ms
 }  // namespace
 
 /// Runs one statement that has changed nothing when it fails. A success costs nothing: the box, and what it needs, come
-/// with the failure. The window stays alive while its box stands: events run behind it, and one may close the window.
+/// with the failure. Gives whether it succeeded. The window stays alive while its box stands: events run behind it, and
+/// one may close the window.
 template <class Statement>
-void GraphFormNew::Operation(const char* procedure, Statement&& statement) {
+bool GraphFormNew::Operation(const char* procedure, Statement&& statement, const OperatorText& title) {
   try {
     statement();
-    return;
+    return true;
   } catch (const std::exception&) {  // runs again below, where its text is shown
   }
   ++standing_;
   const OnLeaving left([this] {
     if (--standing_ == 0 && deleteWhenDone_) DeleteWindow();
   });
-  RunProcedure({platform_.dialogs, procedure}, [&](auto run) { run(statement); });
+  return RunProcedure({platform_.dialogs, procedure, title}, [&](auto run) { run(statement); });
+}
+
+bool GraphFormNew::RunStatement(const char* procedure, const std::function<void()>& statement,
+                                const OperatorText& title) {
+  return Operation(procedure, statement, title);
 }
 
 /// An operation whose result the screen follows.
@@ -43,7 +50,7 @@ void GraphFormNew::Draw(const char* procedure, Statement&& statement) {
 }
 
 GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
-                           std::function<void()> onHeaderChanged)
+                           std::function<void()> onHeaderChanged, OpenLog* log)
     : session_(session),
       platform_(platform),
       translation_(translation),
@@ -53,10 +60,21 @@ GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translati
       view_(std::make_unique<ChartView>(session.Times, MeasuresOf(session), curves_,
                                         ChartFont(session.CurrentFont, session.intFontSize), platform.language,
                                         platform.clock, this)),
+      toolbar_(new GraphToolbar(this)),
+      commentBox_(new CommentBox(this)),
+      log_(log),
       storeHeader_(platform.clock.MakeTimer()) {
+  const GraphHistory::Run run = [this](const char* procedure, const std::function<void()>& statement) {
+    RunStatement(procedure, statement);
+  };
+  history_ = std::make_unique<GraphHistory>(session, platform, curves_, *view_, log, run);
+  readValue_ = std::make_unique<ReadValueMode>(session, platform, curves_, *history_, *view_, run,
+                                               [this](const auto& text) { SetCaption(text); });
   setObjectName("GraphFormNew");
   setProperty("helpTopic", topic::StripChart);
+  setFocusPolicy(Qt::ClickFocus);
   resize(view_->size());
+  BindToolbar();
   storeHeader_->SetInterval(kResizeSettled);
   storeHeader_->SetHandler([this] { StoreHeader(); });
 }
@@ -68,6 +86,10 @@ GraphFormNew::~GraphFormNew() {
 void GraphFormNew::Load(double timeOrigin) {
   session_.GraphForms[formIndex_] = this;
   TranslateForm(*this, translation_);
+  if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
+    connect(window, &QMdiSubWindow::aboutToActivate, this, [this] { FollowLog(); });
+  if (session_.AcquireStarted) EnableToolbar();
+  FollowLog();
   loaded_ = true;
   view_->FitToWindow(WindowSize());
   FillLabels();
@@ -114,7 +136,9 @@ QSize GraphFormNew::WindowSize() const {
 
 void GraphFormNew::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  view_->setGeometry(rect());
+  const int bar = std::min(toolbar_->sizeHint().height(), GraphToolbar::kMostHeight);
+  toolbar_->setGeometry(0, 0, width(), bar);
+  view_->setGeometry(0, bar, width(), std::max(height() - bar, 0));
   if (!LayoutDone_ || !loaded_) return;
   if (view_->FitToWindow(WindowSize())) {
     RebuildHeader();
@@ -122,12 +146,13 @@ void GraphFormNew::resizeEvent(QResizeEvent* event) {
     storeHeader_->SetEnabled(false);
     storeHeader_->SetEnabled(true);
   }
-  if (session_.AcquireStarted) Operation("Form_Resize", [&] { view_->Chart().RedrawFrame(); });
+  history_->Repaint();
   view_->ScheduleRefresh();
 }
 
 void GraphFormNew::Picture2_Update(double blockStart, double blockEnd) {
   Draw("Picture2_Update", [&] { view_->Chart().Picture2_Update(blockStart, blockEnd); });
+  history_->InsertCommentsOfBlock(blockStart, blockEnd);
 }
 
 void GraphFormNew::WriteDate(double blockStart, double blockEnd) {
@@ -141,14 +166,8 @@ void GraphFormNew::PlotValue(double previousTime, double time, float previousVal
 }
 
 void GraphFormNew::UpdateScroll(double upTo) {
-  Operation("UpdateScroll", [&] {
-    const ScrollRange range = ScrollRangeUpTo(session_, upTo);
-    QScrollBar& bar = view_->HistoryBar();
-    bar.setMinimum(0);
-    if (!range.hasHistory) return;
-    bar.setMaximum(range.maximum);
-    bar.setValue(range.maximum);
-  });
+  history_->UpdateScroll(upTo);
+  FollowLog();
 }
 
 void GraphFormNew::WriteValuesToLabels(int parameter, float value) {
@@ -174,6 +193,7 @@ void GraphFormNew::StoreHeader() {
 }
 
 void GraphFormNew::RefreshForm() {
+  FollowLog();
   InitialHeader();
   FillLabels();
 }
@@ -189,7 +209,7 @@ void GraphFormNew::FillLabels() {
     view_->FillLabels();
     for (int slot = 1; slot <= curves_.Count(); ++slot)
       view_->SetValue(slot, static_cast<double>(session_.CurrentValue[curves_.ParameterOf(slot)]));
-    if (curves_.Count() > 0) setWindowTitle(QString::fromStdString(curves_.Curve(1).name));
+    if (!readValue_->IsOn()) SetCaption(std::nullopt);
   });
 }
 

@@ -6,6 +6,10 @@
 
 #include "graphs/parameter_curves.h"
 #include "graphs/windows/chart_view.h"
+#include "graphs/windows/comment_box.h"
+#include "graphs/windows/graph_history.h"
+#include "graphs/windows/graph_toolbar.h"
+#include "graphs/windows/read_value_mode.h"
 #include "i18n/translation.h"
 #include "model/graph_window.h"
 #include "model/session.h"
@@ -15,7 +19,8 @@
 namespace velk {
 
 /// A strip-chart window of the session: a chart view with the curves of one graph number. It says when something is
-/// drawn, carries edited curves back, has its header stored in the log, and tells of what fails.
+/// drawn, carries edited curves back, has its header stored in the log, and tells of what fails. Behind its bar, its
+/// Read Value and its comments is the log that is open (GraphHistory).
 ///
 /// Made by GraphWindowsMdi, which puts it into the client area, sizes it and calls Load. Closing it unloads it.
 class GraphFormNew : public QWidget, public GraphWindow {
@@ -23,9 +28,9 @@ class GraphFormNew : public QWidget, public GraphWindow {
 
  public:
   /// `graphNumber`, 1 to 64, becomes FormIndex. `onHeaderChanged` is called whenever the header was drawn anew: it
-  /// stores the curves' settings in the log, where one is open.
+  /// stores the curves' settings in the log, where one is open. `log` is what it looks back into; null: nothing.
   GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
-               std::function<void()> onHeaderChanged);
+               std::function<void()> onHeaderChanged, OpenLog* log = nullptr);
   ~GraphFormNew() override;
 
   /// Lays the window out and draws it. Where `timeOrigin` is not 0 the frame of the first block from there is drawn
@@ -36,15 +41,14 @@ class GraphFormNew : public QWidget, public GraphWindow {
 
   void Picture2_Update(double blockStart, double blockEnd) override;
   void WriteDate(double blockStart, double blockEnd) override;
-  /// Sets the range of VScroll1. The bar itself stays disabled.
+  /// Sets the range of VScroll1, which goes along with the present until it is moved back.
   void UpdateScroll(double upTo) override;
   void WriteValuesToLabels(int parameter, float value) override;
   void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                  std::int32_t colour, bool wrapping) override;
   void ShowAlarm(int parameter, bool alarmed) override;
   double TimeOrigin() const override { return view_->Chart().TimeOrigin(); }
-  /// The window has no buttons of its own that could be enabled.
-  void EnableToolbar() override {}
+  void EnableToolbar() override;
   void RefreshForm() override;
   void UpdateParametersDefs() override;
 
@@ -53,13 +57,18 @@ class GraphFormNew : public QWidget, public GraphWindow {
 
   int FormIndex() const { return formIndex_; }
 
+  /// Asks for a comment over the chart; tells where no log is open.
+  void AddComment();
+
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   template <class Statement>
-  void Operation(const char* procedure, Statement&& statement);
+  bool Operation(const char* procedure, Statement&& statement, const OperatorText& title = {});
+  bool RunStatement(const char* procedure, const std::function<void()>& statement, const OperatorText& title = {});
   template <class Statement>
   void Draw(const char* procedure, Statement&& statement);
   void DrawFirstBlock(double timeOrigin);
@@ -67,6 +76,11 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void FillLabels();
   void StoreHeader();
   void DeleteWindow();
+  void BindToolbar();
+  void ReadValue();
+  void FollowLog();
+  void AddTheComment(const std::string& comment);
+  void SetCaption(const std::optional<std::string>& text);
   QSize WindowSize() const;
 
   Session& session_;
@@ -75,7 +89,12 @@ class GraphFormNew : public QWidget, public GraphWindow {
   const int formIndex_;
   std::function<void()> onHeaderChanged_;
   ParameterCurves curves_;
-  std::unique_ptr<ChartView> view_;     ///< a child that fills the window
+  std::unique_ptr<ChartView> view_;  ///< a child that fills the window
+  GraphToolbar* toolbar_;
+  CommentBox* commentBox_;
+  OpenLog* log_;
+  std::unique_ptr<GraphHistory> history_;
+  std::unique_ptr<ReadValueMode> readValue_;
   std::unique_ptr<Timer> storeHeader_;  ///< a resize has settled
   bool LayoutDone_ = false;             ///< the layout of the first load is finished
   bool loaded_ = false;

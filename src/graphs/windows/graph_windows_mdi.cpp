@@ -7,16 +7,18 @@
 namespace velk {
 
 GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
-                                 std::function<void()> onHeaderChanged)
+                                 std::function<void()> onHeaderChanged, OpenLog* log)
     : session_(session),
       platform_(platform),
       translation_(translation),
       area_(area),
-      onHeaderChanged_(std::move(onHeaderChanged)) {
+      onHeaderChanged_(std::move(onHeaderChanged)),
+      log_(log) {
 }
 
 void GraphWindowsMdi::CreateGraphWindows() {
   for (int graph = 1; graph <= kMaxParameters; ++graph) Unload(graph);
+  if (log_ != nullptr) log_->Release();
   std::vector<int> heights;
   for (int k = 1; k <= session_.GraphCount; ++k)
     heights.push_back(ChartView::WantedHeight(MeasuresOf(session_), session_.GraphCurveCount[session_.GraphList[k]]));
@@ -34,6 +36,7 @@ void GraphWindowsMdi::UnloadAll() {
     Unload(graph);
     platform_.clock.Yield();
   }
+  if (log_ != nullptr) log_->Release();
 }
 
 void GraphWindowsMdi::Rebuild(int graphNumber) {
@@ -46,7 +49,7 @@ void GraphWindowsMdi::Rebuild(int graphNumber) {
 }
 
 void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOrigin) {
-  auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, onHeaderChanged_);
+  auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, onHeaderChanged_, log_);
   QMdiSubWindow* window = area_.addSubWindow(form);
   // The window itself says when it may be deleted.
   window->setAttribute(Qt::WA_DeleteOnClose, false);

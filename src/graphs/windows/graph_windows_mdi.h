@@ -17,9 +17,10 @@ namespace velk {
 /// The strip-chart windows as children of the main window's client area.
 class GraphWindowsMdi : public GraphWindows {
  public:
-  /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew.
+  /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew. `log` is what the windows
+  /// look back into.
   GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
-                  std::function<void()> onHeaderChanged = {});
+                  std::function<void()> onHeaderChanged = {}, OpenLog* log = nullptr);
 
   void CreateGraphWindows() override;
   void UnloadAll() override;
@@ -34,6 +35,7 @@ class GraphWindowsMdi : public GraphWindows {
   const Translation& translation_;
   QMdiArea& area_;
   std::function<void()> onHeaderChanged_;
+  OpenLog* log_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;
 };
 

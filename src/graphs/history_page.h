@@ -1,0 +1,44 @@
+#pragma once
+
+#include "graphs/parameter_curves.h"
+#include "graphs/row_values.h"
+#include "graphs/strip_chart.h"
+#include "log/log_reader.h"
+#include "model/session.h"
+
+namespace velk {
+
+/// The curves of a log on the visible surfaces of a chart: a page of history, or the live page drawn again. What the
+/// chart itself draws meanwhile goes elsewhere; its times, its origin, the values and the statistics of the live
+/// session stay as they are.
+class HistoryPage {
+ public:
+  /// All that is given by reference outlives the page.
+  HistoryPage(const Session& session, const ParameterCurves& curves, const ChartMeasures& measures,
+              const Language& language, ChartSurfaces surfaces);
+
+  /// Draws the empty frame of the page that begins at `from`; its origin is the minute of that until rows tell another.
+  void Picture2_Update2(double from);
+  /// Draws the curves of the rows from `from` to `to`. y 0 is the minute of the first row. Gives whether a row stood
+  /// right at `to`. Raises what reading the log raises.
+  bool PlotOldData(LogReader& log, double from, double to);
+  /// Draws the curves of the live page, whose y 0 is `origin`, again.
+  void ReplotFromLog(LogReader& log, double from, double to, double origin);
+
+  /// The chart of the page: its TimeOrigin is PageOrigin, the time at y 0.
+  StripChart& Chart() { return chart_; }
+
+ private:
+  void FollowTimes();
+  bool PlotRows(RowSource& rows, RowValues& values, double to);
+  void SayWhatMidnightHides(double from, double to);
+
+  const Session& session_;
+  const ParameterCurves& curves_;
+  const Language& language_;
+  ChartSurfaces surfaces_;
+  TimeBase times_;  ///< the length of a row and of the page, as the session has them at each drawing
+  StripChart chart_;
+};
+
+}  // namespace velk

@@ -1,0 +1,88 @@
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "base/text_qt.h"
+#include "graphs/chart_comments.h"
+#include "graphs/texts.h"
+#include "graphs/windows/graph_form_new.h"
+#include "log/texts.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/drawing/units.h"
+#include "platform/loop/clock.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kBesideComment = 8;  ///< pixels
+constexpr int kLeastCommentWidth = 240;
+
+}  // namespace
+
+void GraphFormNew::BindToolbar() {
+  toolbar_->Bind("AddComment", [this] { AddComment(); });
+  toolbar_->Bind("ReadValue", [this] { ReadValue(); });
+  commentBox_->onDone = [this](const QString& comment) {
+    setFocus();
+    AddTheComment(FromQt(comment));
+    if (log_ != nullptr && log_->onReportChanged) log_->onReportChanged();
+    platform_.clock.Yield();
+  };
+}
+
+void GraphFormNew::EnableToolbar() {
+  toolbar_->Release();
+  FollowLog();
+}
+
+/// A value can be read only where a log is open.
+void GraphFormNew::FollowLog() {
+  toolbar_->SetEnabled("ReadValue", history_->Log() != nullptr);
+}
+
+void GraphFormNew::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F7)
+    AddComment();
+  else if (event->key() == Qt::Key_Escape && readValue_->IsOn())
+    ReadValue();
+  else
+    QWidget::keyPressEvent(event);
+}
+
+void GraphFormNew::ReadValue() {
+  readValue_->Press();
+  toolbar_->SetPressed("ReadValue", readValue_->IsOn());
+}
+
+void GraphFormNew::SetCaption(const std::optional<std::string>& text) {
+  if (text)
+    setWindowTitle(ToQt(*text));
+  else if (curves_.Count() > 0)
+    setWindowTitle(ToQt(curves_.Curve(1).name));
+}
+
+void GraphFormNew::AddComment() {
+  if (history_->Log() == nullptr) {
+    platform_.dialogs.Message({text::MustSupplyFileName, {}, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  const MessageText& hint = session_.AcquisitionMode ? text::CommentHint : text::CommentHintInPlayback;
+  const QWidget& plot = view_->PlotArea();
+  const QPoint corner = plot.mapTo(this, QPoint(static_cast<int>(kLeftMargin / kTwipsPerPixel), 0));
+  const int right = std::min(plot.mapTo(this, QPoint(plot.width(), 0)).x(), width()) - kBesideComment;
+  const int wide = std::max(right - corner.x() - kBesideComment, kLeastCommentWidth);
+  commentBox_->Begin(ToQt(platform_.language.In(hint)),
+                     QRect(std::max(right - wide, 0), corner.y() + kBesideComment, wide, 0));
+}
+
+void GraphFormNew::AddTheComment(const std::string& comment) {
+  if (comment.empty() || log_ == nullptr) return;
+  if (!RunStatement(
+          "AddTheComment", [&] { log_->AddSummaryRow(comment); }, text::SummaryReportError))
+    return;
+  StripChart& chart = view_->Chart();
+  RunStatement("AddTheComment", [&] { PrintTheComment(chart, comment, session_.SampleTime); });
+  view_->ScheduleRefresh();
+}
+
+}  // namespace velk

@@ -1,0 +1,143 @@
+#include "graphs/windows/graph_history.h"
+
+#include <utility>
+
+#include "base/dates.h"
+#include "base/scope.h"
+#include "graphs/chart_comments.h"
+#include "graphs/scroll_range.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "platform/loop/clock.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+constexpr double kMinutesPerDay = 1440;
+
+}  // namespace
+
+GraphHistory::GraphHistory(const Session& session, const Platform& platform, const ParameterCurves& curves,
+                           ChartView& view, OpenLog* log, Run run)
+    : session_(session),
+      platform_(platform),
+      view_(view),
+      log_(log),
+      run_(std::move(run)),
+      page_(session, curves, MeasuresOf(session), platform.language, view.Surfaces()) {
+  QObject::connect(&view_.HistoryBar(), &QScrollBar::valueChanged, &view_, [this] { VScroll1_Change(); });
+}
+
+double GraphHistory::PageStart() const {
+  return liveView_ ? view_.Chart().TimeOrigin() : pageShownStart_;
+}
+
+bool GraphHistory::JobRuns() const {
+  return session_.AcquireStarted || StatusIs(session_, text::StatusPlayingBack) ||
+         StatusIs(session_, text::StatusPlayingBackPaused);
+}
+
+void GraphHistory::UpdateScroll(double upTo) {
+  run_("UpdateScroll", [&] {
+    const ScrollRange range = ScrollRangeUpTo(session_, upTo);
+    QScrollBar& bar = view_.HistoryBar();
+    const bool guardBefore = std::exchange(scrollGuard_, true);
+    const OnLeaving left([&] { scrollGuard_ = guardBefore; });
+    bar.setMinimum(0);
+    bar.setEnabled(range.hasHistory);
+    if (!range.hasHistory) return;
+    bar.setMaximum(range.maximum);
+    if (liveView_) bar.setValue(range.maximum);
+  });
+}
+
+void GraphHistory::MoveBarToEnd() {
+  const bool guardBefore = std::exchange(scrollGuard_, true);
+  view_.HistoryBar().setValue(view_.HistoryBar().maximum());
+  scrollGuard_ = guardBefore;
+}
+
+void GraphHistory::VScroll1_Change() {
+  if (scrollGuard_) return;
+  const QScrollBar& bar = view_.HistoryBar();
+  if (bar.value() >= bar.maximum()) return ReturnToPresent();
+  if (Log() == nullptr) return;
+  run_("VScroll1_Change", [&] {
+    const int minutes = bar.value();
+    scrollStart_ = session_.StartTime;
+    if (minutes >= 1) scrollStart_ = CutToMinute(session_.StartTime) + minutes / kMinutesPerDay;
+    const double rows = session_.pixelslength * session_.Times.BlockPairsPerPage * 2;
+    scrollEnd_ = scrollStart_ + session_.SampleSeconds * rows / kSecondsPerDay;
+    StepBack();
+  });
+  if (!liveView_) PlotScrolledGraph();
+}
+
+void GraphHistory::StepBack() {
+  if (liveView_) view_.HideChart();
+  liveView_ = false;
+}
+
+/// Events may run behind a page whose last row stands at its end. A bar that is dragged meanwhile draws its pages on
+/// top of this one, and they don't do the same: however fast it goes, no more than two lie on the stack.
+void GraphHistory::PlotScrolledGraph() {
+  if (!DrawPage() || yielding_) return;
+  yielding_ = true;
+  const OnLeaving left([this] { yielding_ = false; });
+  platform_.clock.Yield();
+}
+
+bool GraphHistory::DrawPage() {
+  bool reachesEnd = false;
+  pageShownStart_ = scrollStart_;
+  run_("Picture2_Update2", [&] { page_.Picture2_Update2(scrollStart_); });
+  if (OpenLog* log = Log()) {
+    run_("PlotOldData", [&] { reachesEnd = page_.PlotOldData(log->Reader(), scrollStart_, scrollEnd_); });
+    run_("InsertComments", [&] {
+      const auto comments = log->Comments(CommentsOfPage(page_.Chart().TimeOrigin(), scrollEnd_));
+      InsertComments(view_.Surfaces().Pic2, page_.Chart(), comments, scrollEnd_);
+    });
+  }
+  view_.ScheduleRefresh();
+  return reachesEnd;
+}
+
+void GraphHistory::ReturnToPresent() {
+  if (liveView_) return;
+  const bool isWhole = view_.ShowChart();
+  liveView_ = true;
+  if (!isWhole && JobRuns()) RepaintLivePage();
+  MoveBarToEnd();
+}
+
+void GraphHistory::Repaint() {
+  if (!liveView_ && Log() != nullptr)
+    DrawPage();
+  else if (liveView_ && JobRuns())
+    RepaintLivePage();
+}
+
+void GraphHistory::RepaintLivePage() {
+  StripChart& chart = view_.Chart();
+  run_("Form_Resize", [&] { chart.RedrawFrame(); });
+  OpenLog* log = Log();
+  const double from = session_.Times.GraphPageTime;
+  if (log == nullptr || from == 0 || chart.TimeOrigin() == 0) return;
+  run_("PlotOldData", [&] { page_.ReplotFromLog(log->Reader(), from, session_.SampleTime, chart.TimeOrigin()); });
+  run_("InsertComments",
+       [&] { InsertComments(view_.Surfaces().Pic2, chart, log->Comments(CommentsFrom(from)), session_.SampleTime); });
+  view_.ScheduleRefresh();
+}
+
+void GraphHistory::InsertCommentsOfBlock(double blockStart, double blockEnd) {
+  OpenLog* log = Log();
+  if (log == nullptr) return;
+  run_("InsertComments", [&] {
+    StripChart& chart = view_.Chart();
+    InsertComments(chart.PlotTarget(), chart, log->Comments(CommentsOfPage(blockStart, blockEnd)), blockEnd);
+  });
+}
+
+}  // namespace velk

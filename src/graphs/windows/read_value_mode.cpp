@@ -1,0 +1,76 @@
+#include "graphs/windows/read_value_mode.h"
+
+#include <QMouseEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "graphs/read_value.h"
+#include "graphs/texts.h"
+#include "platform/dialogs/dialogs.h"
+#include "platform/drawing/units.h"
+
+namespace velk {
+
+ReadValueMode::ReadValueMode(const Session& session, const Platform& platform, const ParameterCurves& curves,
+                             const GraphHistory& history, ChartView& view, GraphHistory::Run run, Caption caption)
+    : session_(session),
+      platform_(platform),
+      curves_(curves),
+      history_(history),
+      view_(view),
+      measures_(MeasuresOf(session)),
+      run_(std::move(run)),
+      caption_(std::move(caption)) {
+  view_.PlotArea().installEventFilter(this);
+}
+
+void ReadValueMode::Press() {
+  if (IsOn()) return End();
+  slot_ = ChooseCurve();
+  if (!IsOn()) return;
+  view_.PlotArea().setMouseTracking(true);
+  view_.PlotArea().setCursor(Qt::CrossCursor);
+}
+
+void ReadValueMode::End() {
+  if (!IsOn()) return;
+  slot_ = 0;
+  view_.PlotArea().setMouseTracking(false);
+  view_.PlotArea().unsetCursor();
+  caption_(std::nullopt);
+}
+
+/// 0 where none was chosen.
+int ReadValueMode::ChooseCurve() const {
+  if (curves_.Count() <= 1) return curves_.Count();
+  ListQuestion question{.title = text::ReadValueTitle, .prompt = text::SelectParameterToRead, .entries = {}};
+  for (int slot = 1; slot <= curves_.Count(); ++slot) question.entries.push_back(curves_.Curve(slot).name);
+  const auto chosen = platform_.dialogs.Choose(question);
+  if (!chosen) return 0;
+  const auto found = std::find(question.entries.begin(), question.entries.end(), *chosen);
+  return found == question.entries.end() ? 0 : static_cast<int>(found - question.entries.begin()) + 1;
+}
+
+bool ReadValueMode::eventFilter(QObject* watched, QEvent* event) {
+  if (IsOn() && event->type() == QEvent::MouseMove) {
+    const double y = static_cast<const QMouseEvent*>(event)->position().y() * kTwipsPerPixel;
+    std::string text;
+    run_("Pic2_MouseMove", [&] { text = TextAt(y); });
+    // A box may have stood meanwhile, and behind it the mode may have ended.
+    if (IsOn()) caption_(text);
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+/// Empty where there is nothing to read.
+std::string ReadValueMode::TextAt(double y) const {
+  OpenLog* log = history_.Log();
+  const double start = history_.PageStart();
+  if (log == nullptr || start == 0 || slot_ > curves_.Count()) return {};
+  const double time = start + std::floor(y / measures_.pixeldivide) * session_.Times.GraphTimeStep;
+  if (history_.LiveView() && time > session_.SampleTime) return {};
+  const auto point = ReadValueAt(session_, curves_, slot_, log->Reader(), time);
+  return point ? ReadValueCaption(curves_.Curve(slot_), *point, platform_.language) : std::string();
+}
+
+}  // namespace velk

@@ -1,0 +1,422 @@
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScrollBar>
+#include <QTest>
+
+#include "graphs/history_fixture.h"
+#include "graphs/windows/graph_form_new.h"
+#include "graphs/windows/graph_windows_mdi.h"
+#include "model/status.h"
+#include "model/texts.h"
+
+namespace velk::test {
+
+namespace {
+
+constexpr QRgb kRed = 0xFF0000, kBlack = 0;
+
+/// Whether a picture has a colour at a value of a scale from 0 to 100, give or take a pixel.
+bool HasAt(const QImage& plot, double value, int y, QRgb colour) {
+  const int x = static_cast<int>((966 + value / 100 * (plot.width() * 15.0 - 966)) / 15);
+  for (int beside = -1; beside <= 1; ++beside)
+    if ((plot.pixel(x + beside, y) & 0xFFFFFF) == colour) return true;
+  return false;
+}
+
+/// The window of a recorded job, ten minutes in, as the sample's road has driven it.
+struct LookedBack : RecordedJob {
+  explicit LookedBack(int curveCount = 1) : RecordedJob(curveCount) {
+    area.resize(1300, 760);
+    area.show();
+    windows.CreateGraphWindows();
+    Form().EnableToolbar();
+  }
+
+  GraphFormNew& Form() { return *dynamic_cast<GraphFormNew*>(session.GraphForms[3]); }
+  template <class Widget>
+  Widget* Find(const char* name) {
+    return Form().findChild<Widget*>(QLatin1String(name));
+  }
+  QScrollBar& Bar() { return *Find<QScrollBar>("VScroll1"); }
+  QAction& Key(const char* key) { return *Find<QAction>(key); }
+
+  /// Draws seconds `first` to `last` as a sample does, and records them: the seconds since the start, of 100.
+  void Sample(int first, int last) {
+    for (int second = first; second <= last; ++second) {
+      const double value = second % 100;
+      session.SampleTime = JobStart() + second * kSecond;
+      if (session.SampleTime >= session.Times.GraphEndTime) {
+        const double blockEnd = session.Times.GraphEndTime + 120 * kSecond;
+        Form().Picture2_Update(session.Times.GraphEndTime, blockEnd);
+        Form().UpdateScroll(blockEnd);
+      }
+      if (session.FirstPoint) session.Times.LastPlotTime = session.SampleTime;
+      session.FirstPoint = false;
+      for (int i = 1; i <= session.NumberOfParameters; ++i) {
+        session.CurrentValue[i] = static_cast<float>(value);
+        Form().PlotValue(session.Times.LastPlotTime, session.SampleTime, session.PreviousValue[i],
+                         session.CurrentValue[i], 0, 100, session.CurrentParameters[i].color, false);
+        session.PreviousValue[i] = session.CurrentValue[i];
+      }
+      session.Times.GraphPageTime = Form().TimeOrigin();
+      if (session.SampleTime >= session.Times.GraphEndTime) session.Times.GraphEndTime += 120 * kSecond;
+      session.Times.LastPlotTime = session.SampleTime;
+    }
+    Record(first, last);
+  }
+
+  QImage Plot() { return Find<QWidget>("Pic2")->grab().toImage(); }
+  QImage Axis() { return Find<QWidget>("Picture3")->grab().toImage(); }
+  int CountOf(QRgb colour) {
+    const QImage picture = Plot();
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x) count += (picture.pixel(x, y) & 0xFFFFFF) == colour;
+    return count;
+  }
+  void MoveMouse(int y) {
+    auto* plot = Find<QWidget>("Pic2");
+    QMouseEvent move(QEvent::MouseMove, QPointF(300, y), plot->mapToGlobal(QPointF(300, y)), Qt::NoButton, {}, {});
+    QApplication::sendEvent(plot, &move);
+  }
+  std::string Caption() { return Form().windowTitle().toStdString(); }
+  void TypeComment(const char* comment, Qt::Key end = Qt::Key_Return) {
+    Find<QLineEdit>("Text1")->setText(QString::fromUtf8(comment));
+    QTest::keyClick(Find<QLineEdit>("Text1"), end);
+  }
+
+  QMdiArea area;
+  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, {}, &open};
+};
+
+}  // namespace
+
+// --- The bar ---
+
+TEST(GraphHistory, HasABarFromTheFifthMinuteOnThatGoesWithThePresent) {
+  LookedBack job;
+  job.Sample(0, 119);
+  EXPECT_FALSE(job.Bar().isEnabled());
+  job.Sample(120, 240);  // blocks are drawn up to 09:36
+  EXPECT_TRUE(job.Bar().isEnabled());
+  EXPECT_EQ(job.Bar().maximum(), 1);
+  EXPECT_EQ(job.Bar().value(), 1);
+  job.Sample(241, 360);
+  EXPECT_EQ(job.Bar().value(), 3);
+}
+
+TEST(GraphHistory, DrawsThePageThatTheBarAsksFor) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Bar().setValue(2);
+  // The page of 09:32 is 240 s long. Its first row has the value 20: x = 966 + 0.2 x plot, y = 0.
+  const QImage plot = job.Plot();
+  EXPECT_TRUE(HasAt(plot, 20, 0, kRed));
+  EXPECT_TRUE(HasAt(plot, 80, 60, kRed));  // 60 s further down
+  // The frame of a page begins 35 twips down: no column above.
+  EXPECT_TRUE(HasAt(plot, 90, 200, 0xC0C0C0));
+  EXPECT_FALSE(HasAt(plot, 90, 0, 0xC0C0C0));
+}
+
+TEST(GraphHistory, StaysWhereItIsWhileTheBarOnlyGrows) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Bar().setValue(1);
+  const QImage page = job.Plot();
+  const QImage axis = job.Axis();
+  job.Sample(601, 900);  // more than a half-page scroll
+  EXPECT_EQ(job.Bar().value(), 1);
+  EXPECT_EQ(job.Plot(), page);
+  EXPECT_EQ(job.Axis(), axis);
+}
+
+TEST(GraphHistory, ReturnsToThePresentWithAllThatWasDrawnMeanwhile) {
+  LookedBack seen, looked;
+  for (LookedBack* job : {&seen, &looked}) job->Sample(0, 600);
+  looked.Bar().setValue(1);
+  for (LookedBack* job : {&seen, &looked}) job->Sample(601, 900);
+  looked.Bar().setValue(looked.Bar().maximum());
+  EXPECT_EQ(looked.Plot(), seen.Plot());
+  EXPECT_EQ(looked.Axis(), seen.Axis());
+  for (LookedBack* job : {&seen, &looked}) job->Sample(901, 1000);
+  EXPECT_EQ(looked.Plot(), seen.Plot());
+  EXPECT_EQ(looked.Bar().value(), looked.Bar().maximum());
+}
+
+TEST(GraphHistory, ReturnsToThePresentOfAnotherSize) {
+  LookedBack seen, looked;
+  for (LookedBack* job : {&seen, &looked}) job->Sample(0, 600);
+  looked.Bar().setValue(1);
+  for (LookedBack* job : {&seen, &looked}) {
+    job->Form().parentWidget()->resize(900, 420);
+    job->Sample(601, 650);
+  }
+  looked.Bar().setValue(looked.Bar().maximum());
+  EXPECT_GT(looked.CountOf(kRed), 300);
+  EXPECT_EQ(looked.Plot().size(), seen.Plot().size());
+}
+
+TEST(GraphHistory, IsDeafWhereNoLogIsOpen) {
+  LookedBack job;
+  job.Sample(0, 600);
+  const QImage live = job.Plot();
+  job.log.Finalise();
+  job.Bar().setValue(1);
+  EXPECT_EQ(job.Plot(), live);
+}
+
+TEST(GraphHistory, ComesBackAlsoOnceTheLogIsClosed) {
+  LookedBack job;
+  job.Sample(0, 600);
+  const QImage live = job.Plot();
+  job.Bar().setValue(1);
+  EXPECT_NE(job.Plot(), live);
+  job.log.Finalise();
+  job.Bar().setValue(job.Bar().maximum());
+  EXPECT_EQ(job.Plot(), live);
+}
+
+TEST(GraphHistory, ShowsEachWindowAtAPlaceOfItsOwn) {
+  LookedBack job(2);
+  job.session.CurrentParameters[2].FormIndex = 5;
+  BuildGraphMap(job.session, 2);
+  job.windows.CreateGraphWindows();
+  auto* second = dynamic_cast<GraphFormNew*>(job.session.GraphForms[5]);
+  job.Record(0, 600);
+  for (GraphFormNew* form : {&job.Form(), second}) form->UpdateScroll(JobStart() + 600 * kSecond);
+  job.Bar().setValue(1);
+  second->findChild<QScrollBar*>("VScroll1")->setValue(3);
+  EXPECT_EQ(job.Bar().value(), 1);
+  EXPECT_NE(job.Axis(), second->findChild<QWidget*>("Picture3")->grab().toImage());
+}
+
+TEST(GraphHistory, LetsEventsRunBehindAPageWhoseLastRowStandsAtItsEnd) {
+  LookedBack job;
+  job.Sample(0, 600);
+  const int before = job.clock.yields;
+  int depth = 0, deepest = 0;
+  job.clock.onYield = [&] {
+    deepest = std::max(deepest, ++depth);
+    if (job.Bar().value() < 4) job.Bar().setValue(job.Bar().value() + 1);
+    --depth;
+  };
+  job.Bar().setValue(1);
+  job.clock.onYield = nullptr;
+  EXPECT_EQ(job.Bar().value(), 2);
+  EXPECT_GT(job.clock.yields, before);
+  EXPECT_EQ(deepest, 1) << "a page that is drawn behind another lets no more events run";
+}
+
+TEST(GraphHistory, TellsWhatHindersAPage) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.session.CurrentParameters[1].min = job.session.CurrentParameters[1].max = 7;
+  job.dialogs.Expect("Division by zero - PlotOldData", Answer::Cancel);
+  job.Bar().setValue(1);
+}
+
+// --- Repainting ---
+
+TEST(GraphRepaint, BringsTheCurvesBackFromTheLogAtAResize) {
+  LookedBack job;
+  job.Sample(0, 200);
+  job.Comment(100, "Pump on");
+  job.Form().parentWidget()->resize(900, 420);
+  const QImage plot = job.Plot();
+  // The page begins at 09:31: 20 rows down stand 80 s with the value 80, 90 rows down 150 s with 50.
+  EXPECT_DOUBLE_EQ(job.Form().TimeOrigin(), JobStart() + 60 * kSecond);
+  EXPECT_TRUE(HasAt(plot, 80, 20, kRed));
+  EXPECT_TRUE(HasAt(plot, 50, 90, kRed));
+  int dark = 0;  // the comment stands 40 s down the page, at the right edge
+  for (int y = 33; y < 48; ++y)
+    for (int x = plot.width() - 60; x < plot.width(); ++x) dark += qGray(plot.pixel(x, y)) < 128;
+  EXPECT_GT(dark, 20);
+}
+
+TEST(GraphRepaint, DrawsThePageOfHistoryAgain) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Bar().setValue(2);
+  job.Form().parentWidget()->resize(900, 420);
+  EXPECT_TRUE(HasAt(job.Plot(), 80, 60, kRed));
+  EXPECT_EQ(job.Bar().value(), 2);
+}
+
+TEST(GraphRepaint, HappensInPlaybackToo) {
+  LookedBack job;
+  job.Sample(0, 200);
+  job.log.Finalise();
+  job.session.AcquireStarted = job.session.AcquisitionMode = job.session.RecordToDB = false;
+  job.session.CurrentParameters[1].Gain = 1;
+  job.session.CurrentStatus = text::StatusPlayingBack;
+  job.Form().parentWidget()->resize(900, 420);
+  EXPECT_GT(job.CountOf(kRed), 200);
+}
+
+// --- Read Value ---
+
+TEST(GraphReadValue, CaptionsTheValueUnderTheMouseLiveAndInHistory) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Key("ReadValue").trigger();
+  const double second = 40 + (job.Form().TimeOrigin() - JobStart()) / kSecond;
+  job.MoveMouse(40);
+  EXPECT_EQ(job.Caption(), "Pressure 1 at " + FormatDate(JobStart() + std::floor(second) * kSecond, "hh:mm:ss") +
+                               " : " + std::to_string(static_cast<int>(second) % 100) + ".000");
+  job.Bar().setValue(2);
+  job.MoveMouse(65);  // 09:33:05, 185 s behind the start
+  EXPECT_EQ(job.Caption(), "Pressure 1 at 09:33:05 : 85.000");
+}
+
+TEST(GraphReadValue, ClearsTheCaptionWhereThereIsNothingToRead) {
+  LookedBack job;
+  job.Sample(0, 100);
+  job.Key("ReadValue").trigger();
+  job.MoveMouse(150);  // behind the last sample
+  EXPECT_EQ(job.Caption(), "");
+  job.MoveMouse(50);
+  EXPECT_EQ(job.Caption(), "Pressure 1 at 09:30:50 : 50.000");
+}
+
+TEST(GraphReadValue, EndsWithASecondPressOrEscAndGivesTheCaptionBack) {
+  LookedBack job;
+  job.Sample(0, 100);
+  for (const bool byKey : {false, true}) {
+    job.Key("ReadValue").trigger();
+    EXPECT_TRUE(job.Key("ReadValue").isChecked());
+    job.MoveMouse(150);
+    if (byKey)
+      QTest::keyClick(&job.Form(), Qt::Key_Escape);
+    else
+      job.Key("ReadValue").trigger();
+    EXPECT_FALSE(job.Key("ReadValue").isChecked());
+    EXPECT_EQ(job.Caption(), "Pressure 1");
+    job.MoveMouse(50);
+    EXPECT_EQ(job.Caption(), "Pressure 1");
+  }
+}
+
+TEST(GraphReadValue, AsksWhichCurveWhereThereAreSeveral) {
+  LookedBack job(3);
+  job.Sample(0, 100);
+  job.dialogs.ExpectChoice("Read Value from Graph", std::nullopt);
+  job.Key("ReadValue").trigger();
+  EXPECT_FALSE(job.Key("ReadValue").isChecked());
+  job.dialogs.ExpectChoice("Read Value from Graph", "Pressure 3");
+  job.Key("ReadValue").trigger();
+  EXPECT_EQ(job.dialogs.listsAsked.back().prompt, "Select the Parameter to Read");
+  EXPECT_EQ(job.dialogs.listsAsked.back().entries, (Calls{"Pressure 1", "Pressure 2", "Pressure 3"}));
+  job.MoveMouse(50);
+  EXPECT_EQ(job.Caption(), "Pressure 3 at 09:30:50 : 50.000");
+}
+
+TEST(GraphReadValue, IsOfferedOnlyWhileALogIsOpen) {
+  LookedBack job;
+  EXPECT_TRUE(job.Key("ReadValue").isEnabled());
+  job.log.Finalise();
+  job.Form().EnableToolbar();
+  EXPECT_FALSE(job.Key("ReadValue").isEnabled());
+  EXPECT_TRUE(job.Key("AddComment").isEnabled());
+}
+
+// --- Comments ---
+
+TEST(GraphComment, IsEnteredWithF7AndStandsInTheReportAndOnTheChart) {
+  LookedBack job;
+  job.Sample(0, 100);
+  int refreshed = 0;
+  job.open.onReportChanged = [&] { ++refreshed; };
+  const int before = job.CountOf(kBlack);
+  QTest::keyClick(&job.Form(), Qt::Key_F7);
+  EXPECT_TRUE(job.Find<QLineEdit>("Text1")->isVisible());
+  EXPECT_EQ(job.Find<QLineEdit>("Text1")->text(), "");
+  job.TypeComment("Насос 2 включён");
+  EXPECT_FALSE(job.Find<QLineEdit>("Text1")->isVisible());
+  EXPECT_EQ(job.open.Comments({}).at(0).text, "Насос 2 включён");
+  EXPECT_GT(job.CountOf(kBlack), before + 20);
+  EXPECT_EQ(refreshed, 1);
+}
+
+TEST(GraphComment, IsLeftWithEscAndLeavesNothing) {
+  LookedBack job;
+  job.Sample(0, 100);
+  const QImage before = job.Plot();
+  int refreshed = 0;
+  job.open.onReportChanged = [&] { ++refreshed; };
+  job.Key("AddComment").trigger();
+  job.TypeComment("never mind", Qt::Key_Escape);
+  EXPECT_TRUE(job.open.Comments({}).empty());
+  EXPECT_EQ(job.Plot(), before);
+  EXPECT_EQ(refreshed, 1);
+  job.Key("AddComment").trigger();
+  EXPECT_EQ(job.Find<QLineEdit>("Text1")->text(), "");
+  job.TypeComment("");
+  EXPECT_TRUE(job.open.Comments({}).empty());
+}
+
+TEST(GraphComment, NeedsAFile) {
+  LookedBack job;
+  job.log.Finalise();
+  job.dialogs.Expect("Must supply a file name", Answer::Ok);
+  QTest::keyClick(&job.Form(), Qt::Key_F7);
+  EXPECT_FALSE(job.Find<QLineEdit>("Text1")->isVisible());
+}
+
+TEST(GraphComment, TellsInPlaybackThatItTakesTheTimeOfTheClock) {
+  LookedBack job;
+  job.Key("AddComment").trigger();
+  EXPECT_EQ(job.Find<QLabel>("CommentHint")->text(), "Comment: Enter stores it, Esc leaves without it");
+  job.TypeComment("", Qt::Key_Escape);
+  job.log.Finalise();
+  job.session.AcquisitionMode = false;
+  job.session.CurrentStatus = text::StatusPlayingBack;
+  job.Key("AddComment").trigger();
+  EXPECT_NE(job.Find<QLabel>("CommentHint")->text().indexOf("the present time of the clock"), -1);
+  job.TypeComment("seen again");
+  EXPECT_EQ(job.open.Comments({}).at(0).time, job.clock.Now());
+}
+
+TEST(GraphComment, TellsWhereItCannotBeStored) {
+  LookedBack job;
+  job.Key("AddComment").trigger();
+  job.log.Finalise();
+  job.dialogs.Expect(" - AddTheComment", Answer::Cancel);
+  job.TypeComment("too late");
+  EXPECT_EQ(job.dialogs.shown.back().title, "Summary report ... error");
+}
+
+TEST(GraphComment, GoesToTheLivePageWhileHistoryIsInView) {
+  LookedBack job;
+  job.Sample(0, 600);
+  const QImage live = job.Plot();
+  job.Bar().setValue(1);
+  const QImage page = job.Plot();
+  job.Key("AddComment").trigger();
+  job.TypeComment("Pump on");
+  EXPECT_EQ(job.Plot(), page);
+  job.Bar().setValue(job.Bar().maximum());
+  EXPECT_NE(job.Plot(), live);
+}
+
+TEST(GraphComment, OfTheFileStandsOnThePagesOfHistory) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Bar().setValue(1);
+  const QImage without = job.Plot();
+  job.Bar().setValue(job.Bar().maximum());
+  job.Comment(120, "Pump on");
+  job.Bar().setValue(1);
+  const QImage with = job.Plot();
+  // 60 s down the page, at the right edge, and nothing else has changed.
+  QRect changed;
+  for (int y = 0; y < with.height(); ++y)
+    for (int x = 0; x < with.width(); ++x)
+      if (with.pixel(x, y) != without.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+  EXPECT_FALSE(changed.isEmpty());
+  EXPECT_TRUE(QRect(with.width() - 120, 48, 120, 24).contains(changed)) << changed.left() << " " << changed.top();
+}
+
+}  // namespace velk::test

@@ -1,0 +1,126 @@
+// A job in the whole program, looked back into and commented while it is recorded.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
+#include <filesystem>
+
+#include "graphs/windows/graph_form_new.h"
+#include "platform/database/command.h"
+#include "shell/shell_rig.h"
+
+namespace velk::test {
+namespace {
+
+class LookingBack : public testing::Test {
+ protected:
+  LookingBack() {
+    rig.Start();
+    rig.State().SensitivityCriterion = 0;  // every sample is drawn and logged
+    rig.Connect();
+  }
+
+  void StartRecording() {
+    rig.dialogs.ExpectSaveFile(path);
+    rig.Press("Record");
+    rig.Press("Pause");
+  }
+  void Run(int frames) {
+    for (int i = 0; i < frames; ++i, ++sent) rig.Frame(sent % 100, 20, 30);
+  }
+  GraphFormNew& Form(int graph) { return *dynamic_cast<GraphFormNew*>(rig.State().GraphForms[graph]); }
+  QScrollBar& Bar(int graph) { return *Form(graph).findChild<QScrollBar*>("VScroll1"); }
+  QImage Plot(int graph) { return Form(graph).findChild<QWidget*>("Pic2")->grab().toImage(); }
+  void Comment(int graph, const char* comment) {
+    QTest::keyClick(&Form(graph), Qt::Key_F7);
+    auto* entry = Form(graph).findChild<QLineEdit*>("Text1");
+    entry->setText(QString::fromUtf8(comment));
+    QTest::keyClick(entry, Qt::Key_Return);
+  }
+  std::vector<std::string> Texts(const std::string& sql) {
+    const auto connection = Connection::Open(path, OpenMode::ReadOnly);
+    Command rows(*connection, sql);
+    std::vector<std::string> texts;
+    while (rows.Next()) texts.push_back(rows.Text(0));
+    return texts;
+  }
+  static QTableView* Report() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->objectName() == "frmRTSumRep" && window->isVisible())
+        return window->findChild<QTableView*>("DataGrid1");
+    return nullptr;
+  }
+
+  ShellRig rig;
+  std::string path = rig.folder.File("job.mdb");
+  int sent = 0;
+};
+
+TEST_F(LookingBack, LeavesTheRecordingAndTheLiveCurvesAlone) {
+  StartRecording();
+  Run(700);
+  ASSERT_TRUE(Bar(1).isEnabled());
+  const QImage live = Plot(1);
+  for (int minute = 1; minute < Bar(1).maximum(); ++minute) {
+    Bar(1).setValue(minute);
+    Bar(2).setValue(minute - 1);
+    EXPECT_NE(Plot(1), live);
+    Run(10);
+  }
+  const long long rows = rig.application->RowsRecorded();
+  EXPECT_EQ(rows, sent - 1) << "the first frame only shows the length of the next ones";
+  for (const int graph : {1, 2}) Bar(graph).setValue(Bar(graph).maximum());
+  Run(10);
+  rig.Press("Stop");
+  EXPECT_FALSE(std::filesystem::exists(path + "-wal")) << "no reader holds the log open";
+  EXPECT_EQ(Texts("SELECT count(*) FROM logData"), std::vector<std::string>{std::to_string(rows + 10)});
+}
+
+TEST_F(LookingBack, ShowsCommentsInTheReportAsTheyAreWritten) {
+  StartRecording();
+  Run(5);
+  EXPECT_TRUE(rig.Window().MenuItem("mnuViewSummaryReport")->isEnabled());
+  rig.Choose("mnuViewSummaryReport");
+  ASSERT_NE(Report(), nullptr);
+  EXPECT_EQ(Report()->model()->rowCount(), 0);
+  Comment(1, "Насос 2 включён");
+  Run(3);
+  Comment(3, "Pressure steady");
+  ASSERT_EQ(Report()->model()->rowCount(), 2);
+  const int last = Report()->model()->columnCount() - 1;
+  EXPECT_EQ(Report()->model()->index(0, last).data().toString(), "Насос 2 включён");
+  EXPECT_EQ(Report()->currentIndex().row(), 1);
+  rig.Press("Stop");
+  EXPECT_EQ(Texts("SELECT Comments FROM SummaryReport"),
+            (std::vector<std::string>{"Насос 2 включён", "Pressure steady"}));
+  rig.Choose("mnuViewSummaryReport");
+  EXPECT_EQ(Report()->model()->rowCount(), 2) << "the report of the last log can still be read";
+}
+
+TEST_F(LookingBack, HasNoCommentsWithoutAFile) {
+  rig.Press("Pause");
+  Run(3);
+  rig.dialogs.Expect("Must supply a file name", Answer::Ok);
+  QTest::keyClick(&Form(1), Qt::Key_F7);
+}
+
+TEST_F(LookingBack, EndsInTheNextJobOfTheSameProgram) {
+  for (int job = 0; job < 2; ++job) {
+    path = rig.folder.File("job" + std::to_string(job) + ".mdb");
+    StartRecording();
+    Run(500);
+    Bar(1).setValue(1);
+    Comment(1, "x");
+    rig.Press("Stop");
+    EXPECT_FALSE(std::filesystem::exists(path + "-wal"));
+    EXPECT_EQ(Texts("SELECT count(*) FROM SummaryReport"), std::vector<std::string>{"1"});
+    rig.Connect();
+  }
+}
+
+}  // namespace
+}  // namespace velk::test
