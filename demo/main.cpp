@@ -1,5 +1,6 @@
 // Starts a simulated unit and the real main window, connects, records, and draws live. With --seconds it stops by
-// itself and prints where the log and the picture are; --record-only LOG records without an end, for scripts/kill_test.
+// itself and prints where the log and the picture are; --record-only LOG records without an end, with a comment every
+// 20 rows, for scripts/kill_test.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -37,12 +38,13 @@ struct Options {
 Options ReadOptions(const QApplication& qt) {
   QCommandLineParser parser;
   parser.addHelpOption();
-  parser.addOptions({{"seconds", "Stops after so many seconds.", "N"},
-                     {"log", "The log to record to.", "path"},
-                     {"language", "English or Russian.", "language", "English"},
-                     {"picture", "Where the picture of the window goes.", "path"},
-                     {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
-                     {"record-only", "Records every line of a flood to this log, printing each row.", "log"}});
+  parser.addOptions(
+      {{"seconds", "Stops after so many seconds.", "N"},
+       {"log", "The log to record to.", "path"},
+       {"language", "English or Russian.", "language", "English"},
+       {"picture", "Where the picture of the window goes.", "path"},
+       {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
+       {"record-only", "Records every line of a flood to this log, printing each row and comment.", "log"}});
   parser.process(qt);
   Options options;
   options.seconds = parser.value("seconds").toInt();
@@ -96,15 +98,24 @@ class DemoJob {
       if (rows == printed_) return;
       printed_ = rows;
       std::printf("row %lld\n", rows);
+      if (rows / kRowsPerComment > comments_) WriteComment();
       std::fflush(stdout);
     });
     rowTimer_.start(1);
   }
 
+  void WriteComment() {
+    application_.Log().AddSummaryRow("comment " + std::to_string(++comments_));
+    std::printf("comment %lld\n", comments_);
+  }
+
+  static constexpr long long kRowsPerComment = 20;
+
   Application& application_;
   Options options_;
   QTimer rowTimer_;
   long long printed_ = 0;
+  long long comments_ = 0;
 };
 
 QStringList SimulatorOptions(const Options& options) {

@@ -53,6 +53,8 @@ class Application {
   /// The operator wants the program to start anew once it has ended.
   bool StartsAnew() const { return startsAnew_; }
   long long RowsRecorded() const { return recorder_.RowsRecorded(); }
+  /// The log that is open, with its report.
+  OpenLog& Log() { return openLog_; }
 
  private:
   void BindCommands();

@@ -60,6 +60,15 @@ class KillTest(unittest.TestCase):
         self.assertEqual(code, 1, words)
         self.assertIn("acknowledged rows are gone", words)
 
+    def test_a_recorder_that_loses_comments_fails(self):
+        program = RECORDER.replace("row = 0", 'log.execute("CREATE TABLE SummaryReport (Comments)")\nrow = 0')
+        comment = 'log.execute("INSERT INTO SummaryReport VALUES (1)"); print("comment", row, flush=True)'
+        code, words = self.run_with(program.format(statement=HONEST + "; " + comment))
+        self.assertEqual(code, 0, words)
+        code, words = self.run_with(program.format(statement=HONEST + "; row % 2 and " + comment))
+        self.assertEqual(code, 1, words)
+        self.assertIn("acknowledged comments are gone", words)
+
     def test_a_program_that_ends_by_itself_fails_with_its_words(self):
         code, words = self.run_with("import sys; sys.exit('no such port')", rounds=2, delay="30")
         self.assertEqual(code, 1, words)
