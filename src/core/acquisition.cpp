@@ -5,6 +5,8 @@
 
 #include "base/dates.h"
 #include "base/scope.h"
+#include "core/job_start.h"
+#include "core/playback/file_channels.h"
 #include "core/texts.h"
 #include "log/current_velk.h"
 #include "model/graph_map.h"
@@ -21,7 +23,7 @@ constexpr int kRestBeforeCloseMs = 500;
 }  // namespace
 
 Acquisition::Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, Link& link,
-                         Recorder& recorder, SampleRoad& road, SampleSources& sources)
+                         Recorder& recorder, SampleRoad& road, SampleSources& sources, Playback& playback)
     : session_(session),
       platform_(platform),
       view_(view),
@@ -29,7 +31,8 @@ Acquisition::Acquisition(Session& session, const Platform& platform, MainView& v
       link_(link),
       recorder_(recorder),
       road_(road),
-      sources_(sources) {
+      sources_(sources),
+      playback_(playback) {
   sources_.onTimeOut = [this] { PauseAfterTimeOut(); };
 }
 
@@ -45,6 +48,9 @@ const Acquisition::StatusWork Acquisition::kStatusWork[] = {
     {text::StatusReadyToAcquire, &Acquisition::Start, &Acquisition::StopJob},
     {text::StatusAcquiringData, &Acquisition::Pause, &Acquisition::StopJob},
     {text::StatusAcquiringPaused, &Acquisition::Resume, &Acquisition::StopJob},
+    {text::StatusReadyToPlayback, &Acquisition::StartPlayback, &Acquisition::StopPlayback},
+    {text::StatusPlayingBack, &Acquisition::PausePlayback, &Acquisition::StopPlayback},
+    {text::StatusPlayingBackPaused, &Acquisition::ResumePlayback, &Acquisition::StopPlayback},
 };
 
 const Acquisition::StatusWork* Acquisition::PresentWork() const {
@@ -89,6 +95,7 @@ void Acquisition::Connect(const Statements& run) {
   link_.ClosePlainPort();
   session_.CurrentFile.clear();
   graphs_.UnloadAll();
+  LeaveFile(session_);
   session_.AcquisitionMode = true;
   session_.StopRequested = false;
   session_.Times.GraphTimeStep = session_.SamplingRate;
@@ -122,7 +129,7 @@ void Acquisition::ShowReadyToAcquire() {
   sources_.Current().Pause();
   view_.SetMenuEnabled("mnuAcquireStart", true);
   view_.SetMenuEnabled("mnuAcquireStop", true);
-  CaptionStartButton(text::Start, image::PauseStopped);
+  CaptionStartButton(view_, text::Start, image::PauseStopped);
   view_.SetButtonVisible("Pause", true);
   view_.SetButtonVisible("Stop", true);
   ChangeCurrentStatus(session_, view_, text::StatusReadyToAcquire);
@@ -150,47 +157,36 @@ bool Acquisition::NeedsFile() {
 }
 
 void Acquisition::BeginJob(const Statements& run) {
-  session_.StartTime = CutToMinute(platform_.clock.Now());
+  const double start = CutToMinute(platform_.clock.Now());
   if (session_.RecordToDB) run([&] { recorder_.Connect(); });
   run([&] { WriteCurrentVelk(session_, platform_); });
-  SetStartTimes();
-  WriteTimeAxes();
+  SetStartTimes(session_, start, session_.SamplingRate);
+  WriteTimeAxes(session_);
   session_.AcquireStarted = true;
-}
-
-void Acquisition::SetStartTimes() {
-  session_.Times.GraphTimeStep = session_.SamplingRate;
-  session_.Times.LastPlotTime = session_.Times.GraphEndTime = session_.Times.GraphPageTime = session_.LastPageTime =
-      session_.StartTime;
-}
-
-void Acquisition::WriteTimeAxes() {
-  const double blockEnd = session_.Times.GraphPageTime + session_.SamplingRate * session_.pixelslength;
-  ForEachGraphWindow(session_, [&](GraphWindow& window) { window.WriteDate(session_.Times.GraphPageTime, blockEnd); });
 }
 
 void Acquisition::Run(const Statements& run) {
   if (!sources_.Current().Open()) return;
   if (session_.RecordToDB) run([&] { recorder_.Open(); });
-  CaptionStartButton(text::Pause, image::PauseRunning);
+  CaptionStartButton(view_, text::Pause, image::PauseRunning);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringData);
   session_.FormattedLineLength = 0;
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
   sources_.Current().Start();
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
-  ReleaseGraphToolbars();
+  ReleaseGraphToolbars(session_);
   view_.SetButtonVisible("RecordToDB", true);
   view_.SetButtonEnabled("RecordToDB", true);
   view_.Repaint();
 }
 
 void Acquisition::Pause(const Statements&) {
-  CaptionStartButton(text::Resume, image::PauseStopped);
+  CaptionStartButton(view_, text::Resume, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringPaused);
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   sources_.Current().Pause();
-  ReleaseGraphToolbars();
+  ReleaseGraphToolbars(session_);
 }
 
 void Acquisition::PauseAfterTimeOut() {
@@ -200,16 +196,6 @@ void Acquisition::PauseAfterTimeOut() {
   sources_.Current().End();
   view_.Repaint();
   RunProcedure({platform_.dialogs, "mnuAcquireStart_Click"}, [this](const Statements& run) { Pause(run); });
-}
-
-void Acquisition::CaptionStartButton(const MessageText& caption, int image) {
-  view_.SetButtonImage("Pause", image);
-  view_.SetButtonToolTip("Pause", caption);
-  view_.SetMenuCaption("mnuAcquireStart", caption);
-}
-
-void Acquisition::ReleaseGraphToolbars() {
-  ForEachGraphWindow(session_, [](GraphWindow& window) { window.EnableToolbar(); });
 }
 
 // --- Stop ---
@@ -223,7 +209,7 @@ void Acquisition::StopJob(const Statements& run) {
   session_.StopRequested = true;
   // A sample that is under way still holds the log: it closes it when it leaves.
   if (!road_.IsRunning()) recorder_.Finish();
-  CaptionStartButton(text::Start, image::PauseStopped);
+  CaptionStartButton(view_, text::Start, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusReady);
   graphs_.UnloadAll();
 }

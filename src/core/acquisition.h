@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/playback/playback.h"
 #include "core/recorder.h"
 #include "core/sample_road.h"
 #include "core/sources/sample_sources.h"
@@ -7,11 +8,12 @@
 
 namespace velk {
 
-/// Owns the status machine of acquisition: Connect, Start, Pause, Resume, Stop and the recording button.
+/// Owns the status machine: Connect, Start, Pause, Resume, Stop and the recording button. In playback Start, Pause,
+/// Resume and Stop are those of Playback.
 class Acquisition {
  public:
   Acquisition(Session& session, const Platform& platform, MainView& view, GraphWindows& graphs, Link& link,
-              Recorder& recorder, SampleRoad& road, SampleSources& sources);
+              Recorder& recorder, SampleRoad& road, SampleSources& sources, Playback& playback);
   ~Acquisition();
   Acquisition(const Acquisition&) = delete;
   Acquisition& operator=(const Acquisition&) = delete;
@@ -50,11 +52,11 @@ class Acquisition {
   void StopJob(const Statements& run);
   bool NeedsFile();
   void BeginJob(const Statements& run);
-  void SetStartTimes();
-  void WriteTimeAxes();
   void Run(const Statements& run);
-  void CaptionStartButton(const MessageText& caption, int image);
-  void ReleaseGraphToolbars();
+  void StartPlayback(const Statements& run) { playback_.Start(run); }
+  void PausePlayback(const Statements&) { playback_.Pause(); }
+  void ResumePlayback(const Statements&) { playback_.Resume(); }
+  void StopPlayback(const Statements&) { playback_.Stop(); }
 
   Session& session_;
   Platform platform_;
@@ -64,6 +66,7 @@ class Acquisition {
   Recorder& recorder_;
   SampleRoad& road_;
   SampleSources& sources_;
+  Playback& playback_;
   bool connecting_ = false;
 };
 

@@ -10,4 +10,8 @@ void BindAcquisition(CommandBinder& commands, Acquisition& acquisition, Recorder
   commands.Bind("RecordToDB", [&] { acquisition.RecordToDB_Click(); });
 }
 
+void BindPlayback(CommandBinder& commands, Playback& playback) {
+  commands.Bind("mnuFilePlayback", [&] { playback.mnuFilePlayback_Click(); });
+}
+
 }  // namespace velk

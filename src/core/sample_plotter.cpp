@@ -1,15 +1,21 @@
 #include "core/sample_plotter.h"
 
 #include "core/alarms.h"
+#include "core/page_catch_up.h"
 #include "formula/additional_parameters.h"
 #include "model/graph_window.h"
 
 namespace velk {
 
+void SamplePlotter::Compute(const Statements& run) {
+  for (int i = session_.NumberOfParameters + 1; i <= session_.TotalParameters; ++i) ComputeOne(run, i);
+}
+
 void SamplePlotter::Draw(const Statements& run, const Plotting& plotting) {
+  if (plotting.catchesUp) CatchUpPage(session_, plotting.samplingRate);
   for (int i = 1; i <= session_.TotalParameters; ++i) {
     if (!session_.CurrentParameters[i].GraphVisible) continue;
-    if (i > session_.NumberOfParameters) Compute(run, i);
+    if (i > session_.NumberOfParameters && !plotting.isComputed) ComputeOne(run, i);
     DrawParameter(i, plotting);
   }
   session_.FirstPoint = false;
@@ -17,7 +23,7 @@ void SamplePlotter::Draw(const Statements& run, const Plotting& plotting) {
 }
 
 /// The value of a computed channel, unless a decoder fills it.
-void SamplePlotter::Compute(const Statements& run, int parameter) {
+void SamplePlotter::ComputeOne(const Statements& run, int parameter) {
   const int index = parameter - session_.NumberOfParameters;
   if (index > session_.NumberOfFormulae || session_.Formula[index] == kLinkedParameter) return;
   run([&] { session_.CurrentValue[parameter] = ValueOf(session_, index); });
@@ -34,7 +40,7 @@ void SamplePlotter::DrawParameter(int parameter, const Plotting& plotting) {
     if (plotting.movesScrollBar) window->UpdateScroll(blockEnd);
   }
   if (window) window->WriteValuesToLabels(parameter, session_.CurrentValue[parameter]);
-  if (session_.FirstPoint) {
+  if (session_.FirstPoint || plotting.beginsAnew) {
     session_.Times.LastPlotTime = session_.SampleTime;
     session_.PreviousValue[parameter] = session_.CurrentValue[parameter];
   }
@@ -46,12 +52,7 @@ void SamplePlotter::DrawParameter(int parameter, const Plotting& plotting) {
 }
 
 void SamplePlotter::ReadPageStart() {
-  for (int k = 1; k <= session_.GraphCount; ++k) {
-    const GraphWindow* window = session_.GraphForms[session_.GraphList[k]];
-    if (!window) continue;
-    if (window->TimeOrigin() != 0) session_.Times.GraphPageTime = window->TimeOrigin();
-    return;
-  }
+  FollowFirstPage(session_);
 }
 
 void SamplePlotter::MoveTimeBase(double samplingRate) {

@@ -15,6 +15,18 @@ inline constexpr MessageText AcquiringDataError{2021, "Acquiring data ... error"
 inline constexpr MessageText RowsMissing{2022, "Rows not recorded: "};
 inline constexpr MessageText NoDriver{2023, "This protocol has no driver: no values will come."};
 
+// Playback
+inline constexpr MessageText UnableToPlayback{2070, "Unable to Playback while "};
+inline constexpr MessageText PlaybackFileTitle{2071, "PlayBack File"};
+inline constexpr MessageText OpenPlaybackError{2072, "Open playback file ... error"};
+inline constexpr MessageText PlaybackError{2073, "Playback ... error"};
+inline constexpr MessageText EndOfPlayback{2074, "End of playback"};
+inline constexpr MessageText PlaybackStopped{2075, "Playback is Stopped"};
+inline constexpr MessageText NothingToPlayBefore{2076, "The log ["};
+inline constexpr MessageText NothingToPlayAfter{2077, "] has no rows or no channels: there is nothing to play back."};
+inline constexpr MessageText RowBefore{2078, "Row "};
+inline constexpr MessageText RowOf{2079, " of "};
+
 // Why a line was rejected
 inline constexpr MessageText LineFailsCheck{2024, "the line does not pass its protocol's check"};
 inline constexpr MessageText FieldNotDecimal{2025, "a value is no decimal number"};

@@ -1,6 +1,7 @@
 #include "formula/additional_parameters.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "base/errors.h"
 #include "base/numbers.h"
@@ -70,30 +71,56 @@ void PrepareStatistics(Parameter& channel, std::string_view formula) {
 
 bool ReadFormulae(Session& session, const FormulaReport& report, const std::string& text) {
   if (!ReferencesExist(session, report.dialogs, text)) return false;
-  if (session.TotalParameters >= kMaxParameters) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  if (!HasRoomForAdditional(session, 1)) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+  PlaceBehindFile(session);
   const Parameter channel = NewChannel(session, report.language, text);
   ++session.NumberOfFormulae;
   ++session.TotalParameters;
   session.AdditionalParameters.resize(session.NumberOfFormulae + 1);
   session.AdditionalParameters.back() = channel;
+  if (session.UnitParameters)
+    session.AdditionalParameters.back().FormIndex =
+        static_cast<std::int16_t>(*session.UnitParameters + session.NumberOfFormulae);
   session.Formula.resize(session.NumberOfFormulae + 1);
   session.Formula.back() = text;
   session.CurrentParameters[session.TotalParameters] = channel;
   return true;
 }
 
+bool HasRoomForAdditional(const Session& session, int more) {
+  const int inputs = std::max<int>(session.NumberOfParameters, session.UnitParameters.value_or(0));
+  return std::max<int>(session.TotalParameters, inputs + session.NumberOfFormulae) + more <= kMaxParameters;
+}
+
+bool AdditionalStandBehindInputs(const Session& session) {
+  return !ShowsFile(session) || session.TotalParameters > session.NumberOfParameters;
+}
+
+void PlaceBehindFile(Session& session) {
+  if (AdditionalStandBehindInputs(session)) return;
+  for (int i = 1; i <= session.NumberOfFormulae; ++i) {
+    const int place = session.NumberOfParameters + i;
+    session.CurrentParameters[place] = session.AdditionalParameters[i];
+    session.CurrentParameters[place].FormIndex = static_cast<std::int16_t>(place);
+    session.CurrentValue[place] = 0;
+  }
+  session.TotalParameters = static_cast<std::int16_t>(session.NumberOfParameters + session.NumberOfFormulae);
+}
+
 void RemoveAdditional(Session& session, int index) {
   if (index < 1 || index > session.NumberOfFormulae) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
   session.AdditionalParameters.erase(session.AdditionalParameters.begin() + index);
   session.Formula.erase(session.Formula.begin() + index);
-  const int removed = session.NumberOfParameters + index;
-  const int last = session.NumberOfParameters + session.NumberOfFormulae;
-  CloseUp(session.CurrentParameters, removed, last);
-  CloseUp(session.CurrentValue, removed, last);
-  CloseUp(session.PreviousValue, removed, last);
-  CloseUp(session.AlarmTriggered, removed, last);
+  if (AdditionalStandBehindInputs(session)) {
+    const int removed = session.NumberOfParameters + index;
+    const int last = session.NumberOfParameters + session.NumberOfFormulae;
+    CloseUp(session.CurrentParameters, removed, last);
+    CloseUp(session.CurrentValue, removed, last);
+    CloseUp(session.PreviousValue, removed, last);
+    CloseUp(session.AlarmTriggered, removed, last);
+    --session.TotalParameters;
+  }
   --session.NumberOfFormulae;
-  --session.TotalParameters;
 }
 
 float ValueOf(Session& session, int index) {
@@ -105,6 +132,7 @@ float ValueOf(const Session& session, const Session::PerParameter<float>& values
   static thread_local std::string text;  // kept, so that its memory is
   try {
     const int bracketCount = SubstituteParameters(session, values, session.Formula.at(index), text);
+    if (bracketCount == kValueMissing) return std::numeric_limits<float>::quiet_NaN();
     EvaluateFormula(text, bracketCount, statistics, index);
     return ToSingle(Val(text));
   } catch (const RuntimeError& error) {

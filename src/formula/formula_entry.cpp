@@ -13,7 +13,7 @@ bool AddFormula(Session& session, const FormulaReport& report, std::string text,
   if (CheckBrackets(report, text, rightCount)) return false;
   putBack(text);
   if (CheckFormulaText(report, text)) return false;
-  if (session.TotalParameters >= kMaxParameters) {
+  if (!HasRoomForAdditional(session, 1)) {
     report.dialogs.Message(
         {.text = text::NoRoomForParameter, .title = text::FormulaCalculator, .icon = BoxIcon::Exclamation});
     return false;

@@ -17,7 +17,8 @@ struct ComputedChannel {
 std::vector<ComputedChannel> ComputedChannels(const Session& session);
 
 /// Switches the computed channels on and off, `channels` in the same order. One that is switched on gets a graph window
-/// of its own. Graph map and windows are the caller's.
+/// of its own. For a file that is played back this holds for that file only, and the caller has seen to the room. Graph
+/// map and windows are the caller's.
 void IncludeInGraphs(Session& session, const std::vector<ComputedChannel>& channels);
 
 }  // namespace velk

@@ -11,6 +11,9 @@ struct ChartMeasures {
   double pixeldivide = 15;    ///< twips that a sample goes down the page
 };
 
+/// Height of the plot in twips: MaximumTime, cut to a multiple of 3.
+double PlotHeight(const ChartMeasures& measures);
+
 /// Those of the operator's settings.
 ChartMeasures MeasuresOf(const Session& session);
 

@@ -14,6 +14,11 @@ float NarrowOrNan(double value);
 /// y of a time: `pixelDivide` twips for each `timeStep` days behind `origin`. Raises DivisionByZero for a step of 0.
 float TimeToY(double time, double origin, double pixelDivide, double timeStep);
 
+/// Origin of a page that moves up because the block that begins at `blockStart` would pass its bottom.
+inline double OriginBehindScroll(double origin, double blockStart) {
+  return (origin + blockStart) / 2;
+}
+
 /// The limits of a curve's scale, as they are drawn with.
 struct Scale {
   float min = 0;

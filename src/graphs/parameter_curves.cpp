@@ -5,6 +5,10 @@ namespace velk {
 void CarryBack(Session& session, const ParameterCurves& curves) {
   for (int slot = 1; slot <= curves.Count(); ++slot) {
     const int parameter = curves.ParameterOf(slot);
+    if (ShowsFile(session)) {
+      session.PlaybackParameters[parameter] = curves.Curve(slot);
+      continue;
+    }
     const int formula = parameter - session.NumberOfParameters;
     if (formula <= 0)
       session.Parameters[parameter] = curves.Curve(slot);

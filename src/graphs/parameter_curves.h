@@ -21,7 +21,7 @@ class ParameterCurves : public CurveSource {
 };
 
 /// Copies curves that were edited in CurrentParameters back to where they were configured: Parameters, or
-/// AdditionalParameters behind those.
+/// AdditionalParameters behind those. Those of a file that is played back go to PlaybackParameters.
 void CarryBack(Session& session, const ParameterCurves& curves);
 
 }  // namespace velk

@@ -83,7 +83,7 @@ StripChart::Block StripChart::Place(double blockStart, double blockEnd, double p
   Block block{blockStart, blockEnd, pageTime, Y(blockStart, pageTime), Y(blockEnd, pageTime), false};
   if (static_cast<double>(block.y2) >= PlotTarget_->Height()) {
     block.scrolls = true;
-    block.origin = (pageTime + blockStart) / 2;
+    block.origin = OriginBehindScroll(pageTime, blockStart);
     block.y1 = Y(blockStart, block.origin);
     block.y2 = Y(blockEnd, block.origin);
   }

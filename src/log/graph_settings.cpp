@@ -37,6 +37,8 @@ Parameter ReadRow(Recordset& settings) {
   parameter.units = TextOr(field("units"));
   parameter.min = NumberOr(field("Minimum"), -kLargest, kLargest, 0);
   parameter.max = NumberOr(field("Maximum"), -kLargest, kLargest, 0);
+  // A scale without length can't be drawn on; it counts as one that was never set.
+  if (parameter.min == parameter.max) parameter.min = parameter.max = 0;
   parameter.format = TextOr(field("NumberFormat"));
   parameter.FormIndex = static_cast<std::int16_t>(NumberOr(field("GraphNumber"), 1, kMaxParameters, 0));
   parameter.color = static_cast<std::int32_t>(NumberOr(field("CurveColor"), 0, kLargestColor, 0));

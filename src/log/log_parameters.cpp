@@ -1,8 +1,15 @@
 #include "log/log_parameters.h"
 
+#include <algorithm>
+#include <set>
+
+#include "base/errors.h"
+#include "log/field_names.h"
 #include "log/graph_settings.h"
 #include "log/log_layout.h"
 #include "log/summary_report.h"
+#include "log/texts.h"
+#include "platform/database/catalog.h"
 #include "platform/database/connection.h"
 
 namespace velk {
@@ -17,10 +24,18 @@ std::vector<Parameter> NamedAfter(const std::vector<std::string>& columns, const
     Parameter parameter;
     parameter.name = column;
     parameter.GraphVisible = true;
+    parameter.Gain = 1;
     channels.push_back(parameter);
     FillEmptyFields(channels.back(), static_cast<int>(channels.size()), language);
   }
   return channels;
+}
+
+/// Counted from 0; -1 where there is none.
+int PlaceOf(const std::vector<std::string>& columns, const std::string& name) {
+  const auto found =
+      std::find_if(columns.begin(), columns.end(), [&](const std::string& column) { return SameName(column, name); });
+  return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
 }
 
 }  // namespace
@@ -30,14 +45,33 @@ LogParameters ReadLogParameters(const std::string& path, const Language& languag
   LogParameters parameters;
   parameters.columns = ReadLogLayout(*connection).channels;
   auto settings = ReadGraphSettings(connection, language);
-  parameters.hasGraphSettings = settings.has_value();
-  parameters.channels = settings ? *std::move(settings) : NamedAfter(parameters.columns, language);
+  parameters.hasGraphSettings = settings && !settings->empty();
+  parameters.channels = parameters.hasGraphSettings ? *std::move(settings) : NamedAfter(parameters.columns, language);
 
   std::vector<std::string> names;
   for (const Parameter& channel : parameters.channels) names.push_back(channel.name);
   const std::vector<bool> included = ChannelsInSummary(*connection, names, language);
   for (std::size_t i = 0; i < names.size(); ++i) parameters.channels[i].IncludeInSummary = included[i];
   return parameters;
+}
+
+std::vector<int> ColumnsOfChannels(const LogParameters& parameters, const std::string& path) {
+  std::vector<std::string> names;
+  for (const Parameter& channel : parameters.channels) names.push_back(channel.name);
+  names = LogColumnNames(names);
+  std::vector<int> found;
+  std::set<int> taken;
+  for (const std::string& name : names) {
+    found.push_back(PlaceOf(parameters.columns, name));
+    taken.insert(found.back());
+  }
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    if (found[i] >= 0) continue;
+    found[i] = static_cast<int>(i);
+    if (i >= parameters.columns.size() || !taken.insert(found[i]).second)
+      throw RuntimeError(ErrorNumber::Database, text::NoColumn + (names[i] + (": " + path)));
+  }
+  return found;
 }
 
 }  // namespace velk

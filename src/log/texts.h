@@ -57,5 +57,8 @@ inline constexpr MessageText ReportIsEmpty{
 
 inline constexpr MessageText ReportDate{2235, "Date"};
 inline constexpr MessageText ReportTime{2236, "Time"};
+// A row that can't be played back: its ID, and the path behind
+inline constexpr MessageText RowWithoutTimeBefore{2240, "Row "};
+inline constexpr MessageText RowWithoutTimeAfter{2241, " of the log has no date and time that can be read: "};
 
 }  // namespace velk::text

@@ -15,6 +15,7 @@ inline constexpr int Failures = 500;
 inline constexpr int Files = 510;
 inline constexpr int Licences = 520;
 inline constexpr int Recording = 572;
+inline constexpr int Playback = 580;
 inline constexpr int StripChart = 1500;
 
 }  // namespace velk::topic

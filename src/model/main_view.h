@@ -13,8 +13,8 @@ class MainView {
  public:
   virtual ~MainView() = default;
 
-  /// Panel 1 the status word, 2 the file, 3 the date of a playback row, 4 the time of the last sample, 5 rows that
-  /// could not be recorded.
+  /// Panel 1 the status word, 2 the file, 3 the date of a playback row, 4 the time of the last sample or row, 5 rows
+  /// that could not be recorded, 6 which row of a file is played back.
   virtual void SetPanel(int panel, const OperatorText& text) = 0;
 
   /// Menu items and their captions follow the status.
@@ -28,6 +28,10 @@ class MainView {
   virtual void SetButtonVisible(std::string_view key, bool visible) = 0;
   virtual void SetButtonEnabled(std::string_view key, bool enabled) = 0;
   virtual void SetButtonToolTip(std::string_view key, const OperatorText& text) = 0;
+
+  /// Puts the speed bar and its label to a speed of playback, 1 to 1000. The bar stands in the place of the button
+  /// "ScrollBar".
+  virtual void ShowSpeed(int speed) = 0;
 
   /// Writes the title: base title, a blank and the version.
   virtual void ResetCaption() = 0;

@@ -52,6 +52,12 @@ struct Session : StoredSettings {
   std::int16_t PageCount = 0;                   ///< page changes since the file was chosen
   std::vector<std::string> SummaryExtraFields;  ///< columns of SummaryReport for manual entry
 
+  // --- Playback ---
+  std::int16_t PlaybackParameterCount = 0;  ///< channels of the file whose parameters stand in CurrentParameters
+  double PlaybackSamplingRate = 0;          ///< days between the rows of the file, in place of SamplingRate
+  bool PlaybackStopRequested = false;       ///< set by Stop, honoured at the next tick
+  std::int64_t PlaybackRow = 0;             ///< key of the present row
+
   // --- Times, in days ---
   double SampleTime = 0;
   double StartTime = 0;  ///< cut to the minute
@@ -64,5 +70,11 @@ struct Session : StoredSettings {
 
   std::vector<std::string> TemplateNames{1};  ///< 1 to the number of templates
 };
+
+/// Whether CurrentParameters and the graph windows are those of a file that is or was played back: from the moment it
+/// is accepted until Connect. What is edited then is no business of the unit's set-up, nor of a log.
+inline bool ShowsFile(const Session& session) {
+  return session.PlaybackParameterCount != 0;
+}
 
 }  // namespace velk

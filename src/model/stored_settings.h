@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,9 @@ struct StoredSettings {
   std::vector<std::string> Formula{1};             ///< text of each, or "Linked Parameter"
   PerParameter<Parameter> PlaybackParameters;
   std::int16_t NumberOfParameters = 1;  ///< input channels; also the parameter columns of logData
+  /// While a file is played back: the unit's input channels, which are what is kept. NumberOfParameters then counts the
+  /// file's.
+  std::optional<std::int16_t> UnitParameters;
   std::int16_t NumberOfFormulae = 0;
   PerParameter<std::int16_t> SmoothValue = AllSlots<std::int16_t>(1);  ///< length of the moving average, 1 to 10
 

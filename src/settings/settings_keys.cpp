@@ -107,7 +107,8 @@ void VisitProtocol(KeyVisitor& visit, StoredSettings& session) {
 
 void VisitParameterCount(KeyVisitor& visit, StoredSettings& session) {
   visit.Section("Parameters");
-  visit.Key("NumberOfParameters", session.NumberOfParameters, 1, {.lowest = 0, .highest = kMaxParameters});
+  visit.Key("NumberOfParameters", session.UnitParameters ? *session.UnitParameters : session.NumberOfParameters, 1,
+            {.lowest = 0, .highest = kMaxParameters});
 }
 
 void VisitParameter(KeyVisitor& visit, StoredSettings& session, int i) {

@@ -40,9 +40,10 @@ Application::Application(const Services& services)
       recorder_(session_, platform_, form_, log_, jobFiles_),
       road_(session_, platform_, form_, recorder_),
       sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock)),
-      acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_),
+      playback_(session_, platform_, timers_, form_, graphs_),
+      acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_, playback_),
       linkSetUp_(session_, platform_, timers_, link_, sources_),
-      shutDown_({session_, platform_, form_, graphs_, link_, road_, sources_, acquisition_}),
+      shutDown_({session_, platform_, form_, graphs_, link_, road_, sources_, acquisition_, playback_}),
       editSettings_(windows_,
                     {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); },
                      [this] { OfferNewStart(); }},
@@ -58,6 +59,7 @@ Application::Application(const Services& services)
 Application::~Application() {
   windows_.CloseAll();
   form_.onQueryUnload = nullptr;
+  form_.onSpeedChange = nullptr;
   graphs_.UnloadAll();
 }
 
@@ -65,6 +67,8 @@ void Application::BindCommands() {
   Commands& commands = form_.Table();
   commands.isConnecting = [this] { return acquisition_.IsConnecting(); };
   BindAcquisition(commands, acquisition_, recorder_);
+  BindPlayback(commands, playback_);
+  form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
   editSettings_.Bind(commands);
@@ -101,7 +105,7 @@ void Application::SettingsHaveChanged() {
 }
 
 void Application::StoreGraphSettings() {
-  if (!log_.IsConnected()) return;
+  if (!log_.IsConnected() || ShowsFile(session_)) return;
   RunProcedure({platform_.dialogs, "InitialHeader"}, [&](const Statements& run) {
     run([&] {
       if (log_.HoldsPresentChannels()) log_.WriteGraphSettings(true);

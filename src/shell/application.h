@@ -83,6 +83,7 @@ class Application {
   Recorder recorder_;
   SampleRoad road_;
   SampleSources sources_;
+  Playback playback_;
   Acquisition acquisition_;
   LinkSetUp linkSetUp_;
   ShutDown shutDown_;

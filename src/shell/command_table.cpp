@@ -80,7 +80,6 @@ constexpr CommandRow kTable[] = {
     {.key = "Tools", .whileConnecting = true},
     // A chord: a key that was hit by accident must not end a recording.
     {.key = "RecordToDB", .shortcut = "Ctrl+R"},
-    {.key = "ScrollBar"},
     {.key = "Alarms", .shortcut = "F8", .whileConnecting = true},
     {.key = "Command1", .whileConnecting = true},
 };

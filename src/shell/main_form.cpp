@@ -8,11 +8,13 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <stdexcept>
+#include <utility>
 
 #include "base/text_qt.h"
 #include "model/texts.h"
 #include "shell/icons.h"
 #include "shell/path_label.h"
+#include "shell/speed_bar.h"
 #include "shell/texts.h"
 #include "shell/ui_main_form.h"
 
@@ -27,7 +29,17 @@ namespace {
 
 constexpr int kRefreshMs = 33;
 constexpr int kFilePanel = 2;
-constexpr int kTimePanel = 4;
+constexpr int kMissingRowsPanel = 5;
+constexpr int kPlacePanel = 6;
+
+bool ChangesWithEverySample(int panel) {
+  return panel == 4 || panel == kPlacePanel;
+}
+
+/// Is there only while it has something to say.
+bool ComesAndGoes(int panel) {
+  return panel == kMissingRowsPanel || panel == kPlacePanel;
+}
 
 /// The toolbar from left to right; Alarms has to be the 17th. An empty key is a separator.
 struct ToolbarButton {
@@ -35,6 +47,8 @@ struct ToolbarButton {
   int image;
   const char* toolTip;
 };
+
+constexpr std::string_view kSpeedBar = "ScrollBar";
 
 constexpr ToolbarButton kToolbar[] = {
     {"Record", image::Record, "Record Data To..."},
@@ -89,9 +103,9 @@ MainForm::MainForm(const Language& language, const Session& session)
   BuildToolbar();
   BuildStatusBar();
   commands_ = std::make_unique<Commands>(menuItems_, buttons_, session);
-  timeRefresh_.setSingleShot(true);
-  timeRefresh_.setInterval(kRefreshMs);
-  connect(&timeRefresh_, &QTimer::timeout, this, &MainForm::ShowPendingTime);
+  panelRefresh_.setSingleShot(true);
+  panelRefresh_.setInterval(kRefreshMs);
+  connect(&panelRefresh_, &QTimer::timeout, this, &MainForm::ShowPending);
 }
 
 MainForm::~MainForm() {
@@ -104,7 +118,7 @@ void MainForm::BuildToolbar() {
       ui_->Toolbar1->addSeparator();
       continue;
     }
-    QAction* action = ui_->Toolbar1->addAction(Icon(button.image), QString());
+    QAction* action = button.key == kSpeedBar ? AddSpeedBar() : ui_->Toolbar1->addAction(Icon(button.image), QString());
     action->setObjectName(QString::fromLatin1(button.key));
     action->setToolTip(QString::fromLatin1(button.toolTip));
     buttons_[button.key] = action;
@@ -120,16 +134,24 @@ void MainForm::BuildToolbar() {
   button->setStyleSheet(QStringLiteral("QToolButton { color: white; background: #b00020; font-weight: bold; }"));
 }
 
+QAction* MainForm::AddSpeedBar() {
+  speedBar_ = new SpeedBar(this);
+  speedBar_->onChange = [this](int speed) {
+    if (onSpeedChange) onSpeedChange(speed);
+  };
+  return ui_->Toolbar1->addWidget(speedBar_);
+}
+
 void MainForm::BuildStatusBar() {
-  constexpr int kStretch[] = {0, 3, 6, 2, 2, 3};
-  for (int panel = 1; panel <= 5; ++panel) {
+  constexpr int kStretch[] = {0, 3, 6, 2, 2, 3, 3};
+  for (int panel = 1; panel <= kPlacePanel; ++panel) {
     panels_[panel] = panel == kFilePanel ? new PathLabel(this) : new QLabel(this);
     panels_[panel]->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
     panels_[panel]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     panels_[panel]->setTextFormat(Qt::PlainText);
+    panels_[panel]->setVisible(!ComesAndGoes(panel));
     ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
   }
-  panels_[5]->setVisible(false);
 }
 
 QMdiArea& MainForm::GraphArea() {
@@ -149,24 +171,28 @@ QAction* MainForm::Button(std::string_view key) const {
 }
 
 QString MainForm::Panel(int panel) const {
-  return panel == kTimePanel ? ToQt(pendingTime_) : panels_[panel]->text();
+  const auto pending = pending_.find(panel);
+  return pending == pending_.end() ? panels_[panel]->text() : ToQt(pending->second);
 }
 
 void MainForm::SetPanel(int panel, const OperatorText& shown) {
-  const std::string text = language_.In(shown);
-  if (panel == kTimePanel) {
-    if (pendingTime_ == text) return;
-    pendingTime_ = text;
-    if (!timeRefresh_.isActive()) timeRefresh_.start();
+  std::string text = language_.In(shown);
+  if (ChangesWithEverySample(panel)) {
+    pending_[panel] = std::move(text);
+    if (!panelRefresh_.isActive()) panelRefresh_.start();
     return;
   }
-  panels_[panel]->setText(ToQt(text));
-  if (panel == kFilePanel) panels_[panel]->setToolTip(ToQt(text));
-  if (panel == 5) panels_[5]->setVisible(!text.empty());
+  ShowPanel(panel, text);
 }
 
-void MainForm::ShowPendingTime() {
-  panels_[kTimePanel]->setText(ToQt(pendingTime_));
+void MainForm::ShowPanel(int panel, const std::string& text) {
+  panels_[panel]->setText(ToQt(text));
+  if (panel == kFilePanel) panels_[panel]->setToolTip(ToQt(text));
+  if (ComesAndGoes(panel)) panels_[panel]->setVisible(!text.empty());
+}
+
+void MainForm::ShowPending() {
+  for (const auto& [panel, text] : std::exchange(pending_, {})) ShowPanel(panel, text);
 }
 
 void MainForm::ShowStatus(const MessageText& status) {
@@ -213,6 +239,10 @@ void MainForm::SetButtonEnabled(std::string_view key, bool enabled) {
 
 void MainForm::SetButtonToolTip(std::string_view key, const OperatorText& text) {
   Known(Button(key), key).setToolTip(ToQt(language_.In(text)));
+}
+
+void MainForm::ShowSpeed(int speed) {
+  speedBar_->Show(speed, language_.In(text::PlaybackSpeed + " " + std::to_string(speed) + ":1"));
 }
 
 void MainForm::ResetCaption() {

@@ -21,6 +21,8 @@ class MainForm;
 
 namespace velk {
 
+class SpeedBar;
+
 /// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told; what
 /// a choice runs is bound to its commands by the rooms that have the work.
 class MainForm : public QMainWindow, public MainView {
@@ -42,6 +44,8 @@ class MainForm : public QMainWindow, public MainView {
 
   /// Asked when the frame is about to close; false keeps it.
   std::function<bool()> onQueryUnload;
+  /// The operator has moved the speed bar.
+  std::function<void(int speed)> onSpeedChange;
 
   void SetPanel(int panel, const OperatorText& text) override;
   void ShowStatus(const MessageText& status) override;
@@ -52,6 +56,7 @@ class MainForm : public QMainWindow, public MainView {
   void SetButtonVisible(std::string_view key, bool visible) override;
   void SetButtonEnabled(std::string_view key, bool enabled) override;
   void SetButtonToolTip(std::string_view key, const OperatorText& text) override;
+  void ShowSpeed(int speed) override;
   void ResetCaption() override;
   void SetHourglass(bool on) override;
   void Repaint() override;
@@ -62,9 +67,11 @@ class MainForm : public QMainWindow, public MainView {
 
  private:
   void BuildToolbar();
+  QAction* AddSpeedBar();
   void BuildStatusBar();
   void CaptionStart(const MessageText& caption);
-  void ShowPendingTime();
+  void ShowPanel(int panel, const std::string& text);
+  void ShowPending();
 
   const Language& language_;
   std::unique_ptr<Ui::MainForm> ui_;
@@ -72,9 +79,10 @@ class MainForm : public QMainWindow, public MainView {
   ActionsByName buttons_;
   std::unique_ptr<Commands> commands_;
   std::map<std::string, int, std::less<>> images_;
-  QLabel* panels_[6] = {};
-  std::string pendingTime_;  ///< panel 4 changes with every sample and is shown at most 30 times a second
-  QTimer timeRefresh_;
+  SpeedBar* speedBar_ = nullptr;
+  QLabel* panels_[7] = {};
+  std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
+  QTimer panelRefresh_;
   bool hourglass_ = false;
 };
 

@@ -61,7 +61,7 @@ bool ShutDown::MDIForm_QueryUnload() {
   parts_.sources.ShutDown();
   if (IsAnythingRunning()) {
     // It has to leave first.
-    if (!StatusIs(parts_.session, text::StatusReady)) parts_.acquisition.mnuAcquireStop_Click();
+    StopWhatRuns();
     parts_.platform.dialogs.SetEnding();
     closeAgain_->SetEnabled(true);
     return false;
@@ -75,7 +75,7 @@ bool ShutDown::MDIForm_QueryUnload() {
 
 bool ShutDown::IsAnythingRunning() const {
   return parts_.road.IsRunning() || parts_.sources.IsRunning() || parts_.acquisition.IsConnecting() ||
-         parts_.platform.dialogs.LongTasks() > 0;
+         parts_.playback.IsRunning() || parts_.platform.dialogs.LongTasks() > 0;
 }
 
 void ShutDown::SaveAtEnd() {
@@ -84,9 +84,14 @@ void ShutDown::SaveAtEnd() {
                [&](const Statements& run) { run([&] { SaveSettings(parts_.session, parts_.platform.settings); }); });
 }
 
+void ShutDown::StopWhatRuns() {
+  if (parts_.playback.IsOpen()) return parts_.playback.Close();
+  if (!StatusIs(parts_.session, text::StatusReady)) parts_.acquisition.mnuAcquireStop_Click();
+}
+
 void ShutDown::EndJob() {
   if (std::exchange(jobEnded_, true)) return;
-  if (!StatusIs(parts_.session, text::StatusReady)) parts_.acquisition.mnuAcquireStop_Click();
+  StopWhatRuns();
   if (ProtocolOf(parts_.session).hasPort) parts_.link.CloseODataCom();
 }
 

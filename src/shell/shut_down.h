@@ -28,6 +28,7 @@ class ShutDown {
     SampleRoad& road;
     SampleSources& sources;
     Acquisition& acquisition;
+    Playback& playback;
   };
   explicit ShutDown(const Parts& parts);
 
@@ -44,7 +45,9 @@ class ShutDown {
   bool IsAnythingRunning() const;
   /// Saves the settings while boxes can still tell that they could not be saved; once.
   void SaveAtEnd();
-  /// Stop's work for a job that still runs, then the link; once.
+  /// Stop's work for a job that still runs; a playback ends without its box.
+  void StopWhatRuns();
+  /// The same, then the link; once.
   void EndJob();
 
   Parts parts_;

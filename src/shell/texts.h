@@ -13,6 +13,7 @@ inline constexpr MessageText StartUpErrorTitle{2044, "Start Up Error"};
 inline constexpr MessageText StartUpErrorLine{2045, "Line = "};
 inline constexpr MessageText OfferNewStart{
     2067, "The choice takes full effect after a new start of VELK. Save the settings and start VELK anew now?"};
+inline constexpr MessageText PlaybackSpeed{2105, "Playback Speed "};
 inline constexpr MessageText ChooseCompanyLogo{2060, "Choose a picture for the company logo"};
 inline constexpr MessageText Pictures{2061, "Pictures"};
 inline constexpr MessageText PictureCannotBeRead{

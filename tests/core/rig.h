@@ -60,7 +60,8 @@ class Rig {
   SampleRoad road{session, platform, view, recorder};
   ScriptedPages* pages = new ScriptedPages(clock);  ///< owned by sources
   SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
-  Acquisition acquisition{session, platform, view, graphs, link, recorder, road, sources};
+  Playback playback{session, platform, timers, view, graphs};
+  Acquisition acquisition{session, platform, view, graphs, link, recorder, road, sources, playback};
 };
 
 }  // namespace velk::test

@@ -100,6 +100,35 @@ TEST_F(Plotter, MovesTheScrollBarOnlyWhenAsked) {
   EXPECT_EQ(graph.scrolls.size(), 1U);
 }
 
+TEST_F(Plotter, DrawsSegmentsOfNoLengthWhereItBeginsAnew) {
+  session.FirstPoint = false;
+  session.PreviousValue[1] = 77;
+  session.CurrentValue[1] = 2;
+  session.SampleTime = start + 5 * kSecond;
+  Draw({.samplingRate = kSecond, .beginsAnew = true});
+  EXPECT_EQ(graph.plots.at(0).previousValue, 2.0F);
+  EXPECT_EQ(graph.plots.at(0).previousTime, start + 5 * kSecond);
+}
+
+TEST_F(Plotter, ComputesHiddenChannelsTooWhereThatRunsAheadOfDrawing) {
+  session.CurrentValue[1] = 2;
+  session.CurrentValue[2] = 3;
+  session.CurrentParameters[3].GraphVisible = false;
+  RunProcedure({dialogs, "Compute"}, [&](const Statements& run) { plotter.Compute(run); });
+  EXPECT_EQ(session.CurrentValue[3], 5.0F);
+  session.CurrentValue[3] = 8;
+  session.CurrentParameters[3].GraphVisible = true;
+  Draw({.samplingRate = kSecond, .isComputed = true});
+  EXPECT_EQ(session.CurrentValue[3], 8.0F) << "once a sample";
+}
+
+TEST_F(Plotter, DrawsTheFramesBehindAGapWhereItCatchesUp) {
+  session.SampleTime = start + 400 * kSecond;
+  Draw({.samplingRate = kSecond, .catchesUp = true});
+  ASSERT_EQ(graph.blocks.size(), 4U);
+  EXPECT_NEAR((graph.blocks[3].first - start) * 86400, 360, 0.001) << "that of the sample itself";
+}
+
 /// A log of a test's own.
 class RememberedRows : public SampleLog {
  public:

@@ -32,6 +32,19 @@ TEST(CarryBack, LeavesTheCurvesOfOtherGraphs) {
   EXPECT_EQ(session.Parameters[2].max, 0);
 }
 
+TEST(CarryBack, PutsCurvesOfAFileToThoseThatAreSavedForPlayback) {
+  Session session;
+  GiveCurves(session, 3);
+  session.NumberOfParameters = 2;
+  session.PlaybackParameterCount = 2;
+  session.AdditionalParameters.resize(2);
+  for (int i = 1; i <= 3; ++i) session.CurrentParameters[i].max = 1000 + i;
+  CarryBack(session, ParameterCurves(session, 3));
+  for (int i = 1; i <= 3; ++i) EXPECT_EQ(session.PlaybackParameters[i].max, 1000 + i);
+  EXPECT_EQ(session.Parameters[1].max, 0) << "the unit's set-up is left";
+  EXPECT_EQ(session.AdditionalParameters[1].max, 0);
+}
+
 TEST(CarryBack, PassesOverAComputedChannelThatIsGone) {
   Session session;
   GiveCurves(session, 2);

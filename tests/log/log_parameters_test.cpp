@@ -1,5 +1,6 @@
 #include "log/log_parameters.h"
 
+#include "base/errors.h"
 #include "log/log_fixture.h"
 #include "log/summary_report.h"
 
@@ -72,6 +73,51 @@ TEST_F(ParametersOfALog, HaveDefaultsForWhatIsNullMissingOrStrange) {
   EXPECT_EQ(parameters.channels[1].max, 5);
   EXPECT_EQ(parameters.channels[1].FormIndex, 2);
   EXPECT_EQ(parameters.channels[1].color, 0);
+}
+
+TEST_F(ParametersOfALog, HaveTheScaleOfOneThatWasNeverSetWhereItsEndsAreEqual) {
+  MakeWithSettings(
+      "CREATE TABLE GraphSettings (ParameterName, Minimum, Maximum); INSERT INTO GraphSettings VALUES ('A', 5, 5)");
+  EXPECT_EQ(Read().channels[0].min, 0);
+  EXPECT_EQ(Read().channels[0].max, 100);
+}
+
+TEST_F(ParametersOfALog, AreThoseOfItsColumnsWhereItsGraphSettingsAreEmpty) {
+  MakeWithSettings("CREATE TABLE GraphSettings (ParameterName)");
+  EXPECT_FALSE(Read().hasGraphSettings);
+  EXPECT_EQ(Read().channels[1].name, "B");
+  EXPECT_EQ(Read().channels[1].Gain, 1);
+}
+
+// --- Which column is whose ---
+
+LogParameters ChannelsAndColumns(const std::vector<std::string>& names, const std::vector<std::string>& columns) {
+  LogParameters parameters;
+  for (const std::string& name : names) parameters.channels.emplace_back().name = name;
+  parameters.columns = columns;
+  return parameters;
+}
+
+TEST(ColumnsOfChannels, GoByTheNameThatAColumnCarries) {
+  EXPECT_EQ(ColumnsOfChannels(ChannelsAndColumns({"A", "B"}, {"B", "x", "a"}), "f"), (std::vector<int>{2, 0}));
+  EXPECT_EQ(ColumnsOfChannels(ChannelsAndColumns({"p.s.i.", "BLANK", "p.s.i."}, {"psi", "BLANK2", "psi_3"}), "f"),
+            (std::vector<int>{0, 1, 2}));
+}
+
+TEST(ColumnsOfChannels, GoByTheirPlaceWhereNoColumnCarriesTheName) {
+  EXPECT_EQ(ColumnsOfChannels(ChannelsAndColumns({"A", "Renamed", "C"}, {"A", "B", "C"}), "f"),
+            (std::vector<int>{0, 1, 2}));
+}
+
+TEST(ColumnsOfChannels, TellTheOneThatIsMissing) {
+  for (const auto& columns : {std::vector<std::string>{"A", "C"}, std::vector<std::string>{"A"}}) {
+    try {
+      ColumnsOfChannels(ChannelsAndColumns({"A", "B", "C"}, columns), "/jobs/x.mdb");
+      ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+      EXPECT_STREQ(error.what(), "The log has no column B: /jobs/x.mdb");
+    }
+  }
 }
 
 TEST_F(ParametersOfALog, NeedALog) {

@@ -113,6 +113,14 @@ TEST_F(TemplatesTest, LeaveWhatTheyDoNotHoldEvenWhereItStandsInTheFile) {
   EXPECT_FALSE(session_.CompanyLogoVisible);
 }
 
+TEST_F(TemplatesTest, HoldTheChannelsOfTheUnitWhileAFileIsPlayedBack) {
+  session_.NumberOfParameters = 7;  // the file's
+  session_.UnitParameters = 3;
+  SaveTemplate(session_, store_, "Job");
+  EXPECT_EQ(StoredIn("VELKJob", "Parameters", "NumberOfParameters"), "3");
+  EXPECT_EQ(session_.NumberOfParameters, 7);
+}
+
 TEST_F(TemplatesTest, ReadAMissingKeyAsItsPreset) {
   FillSession(SettingsRows({1, 64}, {1}), 1);
   store_.Save("VELKJob", "General", "TheTimeOut", "9");

@@ -30,6 +30,11 @@ const WindowsOf kShell([] {
       {"HelpWindow", "", topic::Formulas, {"lblVersion"}, OpenHelp},
       {"MainForm", "ready", topic::FirstStart, {"MainForm", "StatusBar1_2"}, mainForm(State::Ready)},
       {"MainForm", "recording", topic::FirstStart, {"MainForm", "StatusBar1_2"}, mainForm(State::Recording)},
+      {"MainForm",
+       "playing",
+       topic::FirstStart,
+       {"MainForm", "StatusBar1_*", "lblSpeed"},
+       mainForm(State::PlayingBack)},
   };
 });
 

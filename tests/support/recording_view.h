@@ -26,6 +26,7 @@ class RecordingView : public MainView {
   void SetButtonToolTip(std::string_view key, const OperatorText& text) override {
     toolTips[std::string(key)] = text.English();
   }
+  void ShowSpeed(int shown) override { speed = shown; }
   void ResetCaption() override { ++captionResets; }
   void SetHourglass(bool on) override { hourglass = on; }
   void Repaint() override { ++repaints; }
@@ -36,6 +37,7 @@ class RecordingView : public MainView {
   std::map<std::string, std::string> menuCaption, toolTips;
   std::map<std::string, int> images;
   std::vector<std::string> statuses;
+  int speed = 0;
   int captionResets = 0;
   int repaints = 0;
   int beeps = 0;

@@ -7,7 +7,8 @@ SampleProgram::SampleProgram(const std::string& language, State state) {
   NameChannels(language == "Russian");
   rig.settings->Flush();
   rig.Start();
-  if (state == State::Recording) StartRecording();
+  if (state != State::Ready) StartRecording();
+  if (state == State::PlayingBack) StartPlayback();
 }
 
 void SampleProgram::NameChannels(bool russian) {
@@ -32,6 +33,15 @@ void SampleProgram::StartRecording() {
   for (int i = 0; i < 200; ++i) rig.Frame(40 + i % 30, 20 + i % 60, 90 - i % 7);
   for (int i = 0; i < 2; ++i) rig.Frame(75, 50, 60);
   rig.clock.Advance(1000);
+}
+
+void SampleProgram::StartPlayback() {
+  rig.Press("Stop");
+  rig.dialogs.ExpectOpenFile(rig.State().LogFileInUse);
+  rig.Press("PlayBack");
+  rig.Press("Pause");
+  rig.Window().onSpeedChange(100);
+  rig.clock.Advance(1800);
 }
 
 }  // namespace velk::test

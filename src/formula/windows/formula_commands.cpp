@@ -1,6 +1,8 @@
 #include "formula/windows/formula_commands.h"
 
+#include "formula/additional_parameters.h"
 #include "formula/remove_additional.h"
+#include "formula/texts.h"
 #include "formula/windows/computed_parameters.h"
 #include "formula/windows/frm_inc_params.h"
 #include "model/graph_map.h"
@@ -21,6 +23,11 @@ void FormulaCommands::mnuToolsDefine_Click() {
 
 void FormulaCommands::mnuToolsInclude_Click() {
   RunProcedure({platform_.dialogs, "mnuToolsInclude_Click"}, [&](const Statements& run) {
+    if (!HasRoomForAdditional(session_, 0)) {
+      platform_.dialogs.Message(
+          {.text = text::NoRoomForParameter, .title = text::FormulaCalculator, .icon = BoxIcon::Exclamation});
+      return;
+    }
     const auto channels =
         host_.Show<ComputedParameters>(ComputedChannels(session_), [this] { host_.Show<frmIncParams>(session_); });
     // The end of the program closes the window too; its graphs are gone by then.

@@ -121,7 +121,7 @@ bool ChartView::ShowChart() {
 }
 
 double ChartView::PlotHeight() const {
-  return std::floor(measures_.MaximumTime / 3) * 3;
+  return velk::PlotHeight(measures_);
 }
 
 bool ChartView::FitToWindow(QSize window) {

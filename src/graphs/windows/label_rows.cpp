@@ -43,6 +43,7 @@ QColor AlarmColourOn(const QColor& ground) {
 }
 
 /// In front of the value of an alarmed curve.
+constexpr const char* kNoValue = "\u2013";  ///< a row that is played back leaves the channel out
 constexpr QChar kAlarmMark = u'\u25B2';
 
 }  // namespace
@@ -149,7 +150,10 @@ void LabelRows::FitToPanel() {
 void LabelRows::SetValue(int row, double value, std::string_view picture) {
   Row& labels = rows_[row];
   labels.text.clear();
-  FormatTo(labels.text, value, picture);
+  if (std::isnan(value))
+    labels.text = kNoValue;
+  else
+    FormatTo(labels.text, value, picture);
   labels.changed = true;
 }
 
