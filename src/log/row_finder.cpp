@@ -173,11 +173,16 @@ std::optional<KeySpan> RowFinder::FindByIndex(Connection& connection, const RowF
 
 /// Each day that the file has within the range is a range of the index for itself.
 std::optional<KeySpan> RowFinder::FindDays(Connection& connection, const RowFilter& filter) {
-  DaySteps days(connection, layout_.index, *filter.from);
   Command ofDay(connection, "SELECT min(" + layout_.key + "), max(" + layout_.key + ") FROM logData INDEXED BY " +
                                 layout_.index + " WHERE Date = ? AND Time >= ? AND Time <= ?");
   ofDay.Bind(2, TimePart(*filter.from)).Bind(3, TimePart(*filter.to));
   const double last = DatePart(*filter.to);
+  if (DatePart(*filter.from) == last) {
+    ofDay.Bind(1, last);
+    if (!ofDay.Next() || !KeyOrNothing(ofDay)) return std::nullopt;
+    return KeySpan{ofDay.Integer(0), ofDay.Integer(1)};
+  }
+  DaySteps days(connection, layout_.index, *filter.from);
   std::optional<KeySpan> span;
   for (auto day = days.Next(); day && !IsBehind(*day, last); day = days.Next()) {
     ofDay.Bind(1, *day);
