@@ -11,58 +11,26 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "base/dates.h"
-#include "base/language.h"
+#include "bench/long_log.h"
 #include "log/channels.h"
 #include "log/log_reader.h"
 #include "log/log_writer.h"
 #include "model/session.h"
-#include "platform/dialogs/dialogs.h"
-#include "platform/loop/gate.h"
-#include "platform/loop/system_clock.h"
-#include "platform/platform.h"
-#include "platform/settings/settings.h"
 
 namespace {
 
 using velk::Session;
-
-constexpr int kChannels = 64;
-
-class NoDialogs : public velk::Dialogs {
- public:
-  using Dialogs::Dialogs;
-
- protected:
-  velk::Answer ShowMessage(const velk::ShownMessage& box) override { throw std::logic_error(box.text); }
-  std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ShowOpenFile(const velk::ShownFileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const velk::ShownFileQuestion&) override { return std::nullopt; }
-};
-
-class Folder {
- public:
-  Folder() {
-    const char* place = std::getenv("VELK_BENCH_FOLDER");
-    std::string name = (std::filesystem::path(place == nullptr ? "." : place) / "log_bench-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  std::string File(const std::string& name) const { return (path_ / name).string(); }
-
- private:
-  std::filesystem::path path_;
-};
+using velk::bench::FillLog;
+using velk::bench::Folder;
+using velk::bench::kChannels;
+using velk::bench::Recording;
+using velk::bench::RowsToRead;
 
 /// A statement prepared once, bound and stepped for each row.
 class BareInsert {
@@ -105,24 +73,6 @@ double SecondsOf(Work&& work) {
   work();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
-
-/// A session of 64 channels with what writes its log.
-struct Recording {
-  explicit Recording(const Folder& folder) : settings(folder.File("settings")) {
-    session.NumberOfParameters = kChannels;
-    for (int i = 1; i <= kChannels; ++i)
-      session.CurrentParameters[static_cast<std::size_t>(i)].name = "Channel " + std::to_string(i);
-  }
-
-  velk::Gate gate;
-  velk::SystemClock clock{gate};
-  velk::Language english;
-  NoDialogs dialogs{gate, english};
-  velk::SettingsStore settings;
-  velk::Platform platform{clock, gate, dialogs, settings, english};
-  Session session;
-  velk::LogWriter log{session, platform};
-};
 
 /// Rows go to both logs in turn, so that a busy disk is busy for both. `ratio` is the time of AppendLogRow over that of
 /// the bare INSERT.
@@ -188,27 +138,6 @@ void IndexOfARow_64Channels(benchmark::State& state) {
   state.counters["ratio"] = seconds[1] / seconds[0];
 }
 BENCHMARK(IndexOfARow_64Channels)->Unit(benchmark::kMicrosecond)->MinTime(3);
-
-long RowsToRead() {
-  const char* rows = std::getenv("VELK_BENCH_ROWS");
-  return rows == nullptr ? 2'600'000 : std::max(1000L, std::atol(rows));
-}
-
-/// A log of one row a second from 14 March 2026, 00:00:00, on.
-void FillLog(const std::string& file) {
-  const auto connection = velk::Connection::Open(file, velk::OpenMode::ReadWrite);
-  connection->Execute("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF");
-  velk::Transaction transaction(*connection);
-  std::string marks;
-  for (int i = 0; i < kChannels + 2; ++i) marks += ",?";
-  velk::Command insert(*connection, "INSERT INTO logData VALUES (NULL" + marks + ")");
-  for (long row = 0; row < RowsToRead(); ++row) {
-    insert.Bind(1, 46095.0 + static_cast<double>(row / 86400)).Bind(2, static_cast<double>(row % 86400) / 86400);
-    for (int i = 0; i < kChannels; ++i) insert.Bind(i + 3, static_cast<double>(row % 1000) * 0.37 + i);
-    insert.Execute();
-  }
-  transaction.Commit();
-}
 
 /// A page of 240 rows and 8 channels at a random minute. The argument says whether the file has the index.
 void Page_240Of2600000(benchmark::State& state) {
