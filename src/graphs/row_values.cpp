@@ -46,10 +46,10 @@ void RowValues::Need(int parameter, Session::PerParameter<bool>& needed) {
 
 void RowValues::Take(const LogRow& row) {
   for (std::size_t i = 0; i < channels_.size(); ++i) {
-    const Parameter& channel = session_.CurrentParameters[static_cast<std::size_t>(channels_[i] + 1)];
+    const std::size_t parameter = static_cast<std::size_t>(channels_[i]) + 1;
+    const Parameter& channel = session_.CurrentParameters[parameter];
     const double value = row.values[i];
-    values_[static_cast<std::size_t>(channels_[i] + 1)] =
-        NarrowOrNan(session_.AcquisitionMode ? value : value * channel.Gain + channel.Offset);
+    values_[parameter] = NarrowOrNan(session_.AcquisitionMode ? value : value * channel.Gain + channel.Offset);
   }
   for (const Computed& channel : computed_) values_[static_cast<std::size_t>(channel.parameter)] = ValueOf(channel);
 }

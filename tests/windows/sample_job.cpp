@@ -1,6 +1,8 @@
 #include "windows/sample_job.h"
 
 #include <QMdiSubWindow>
+#include <QScrollBar>
+#include <cmath>
 
 #include "base/text.h"
 #include "formula/additional_parameters.h"
@@ -67,6 +69,28 @@ QWidget& SampleJob::OpenComment(QSize size) {
   auto& graph = dynamic_cast<GraphFormNew&>(OpenGraph(size));
   graph.EnableToolbar();
   graph.AddComment();
+  return graph;
+}
+
+QWidget& SampleJob::OpenHistory(QSize size) {
+  session.StartTime = clock.Now();
+  session.Times.BlockPairsPerPage = session.SampleSeconds = 1;
+  session.RecordToDB = true;
+  Record(8);
+  Transaction all(*log.Writing());
+  log.OpenLogRecordset();
+  for (int second = 0; second < 600; ++second) {
+    std::vector<double> values;
+    for (int i = 1; i <= session.NumberOfParameters; ++i)
+      values.push_back(50 + 45 * std::sin((second + 60 * i) / 35.0));
+    log.AppendLogRow({session.StartTime + second / 86400.0, values});
+  }
+  all.Commit();
+  auto& graph = dynamic_cast<GraphFormNew&>(OpenGraph(size));
+  graph.EnableToolbar();
+  graph.UpdateScroll(session.StartTime + 600 / 86400.0);
+  graph.findChild<QScrollBar*>("VScroll1")->setValue(2);
+  clock.Advance(100);
   return graph;
 }
 

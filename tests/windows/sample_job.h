@@ -26,6 +26,8 @@ struct SampleJob {
   QWidget& OpenGraph(QSize size);
   /// The same while a comment is entered.
   QWidget& OpenComment(QSize size);
+  /// The same ten minutes into its recording, with the page of the third minute in view.
+  QWidget& OpenHistory(QSize size);
   /// Records the job to a file of its own, with so many lines in its summary report.
   void Record(int lines);
 
