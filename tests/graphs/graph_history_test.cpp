@@ -159,6 +159,22 @@ TEST(GraphHistory, ReturnsToThePresentOfAnotherSize) {
   EXPECT_EQ(looked.Plot().size(), seen.Plot().size());
 }
 
+TEST(GraphHistory, IsWalkedByKeyboardToo) {
+  LookedBack job;
+  job.Sample(0, 900);
+  const int end = job.Bar().maximum();
+  const QImage live = job.Plot();
+  ASSERT_GT(end, 5);
+  EXPECT_EQ(job.Bar().focusPolicy(), Qt::StrongFocus);
+  QTest::keyClick(&job.Bar(), Qt::Key_PageUp);
+  EXPECT_EQ(job.Bar().value(), end - 4);
+  QTest::keyClick(&job.Bar(), Qt::Key_Up);
+  EXPECT_EQ(job.Bar().value(), end - 5);
+  EXPECT_NE(job.Plot(), live);
+  QTest::keyClick(&job.Bar(), Qt::Key_End);
+  EXPECT_EQ(job.Plot(), live);
+}
+
 TEST(GraphHistory, IsDeafWhereNoLogIsOpen) {
   LookedBack job;
   job.Sample(0, 600);
