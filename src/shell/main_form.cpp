@@ -118,7 +118,8 @@ void MainForm::BuildToolbar() {
       ui_->Toolbar1->addSeparator();
       continue;
     }
-    QAction* action = button.key == kSpeedBar ? AddSpeedBar() : ui_->Toolbar1->addAction(Icon(button.image), QString());
+    QAction* action =
+        button.key == kSpeedBar ? AddSpeedBar(button.toolTip) : ui_->Toolbar1->addAction(Icon(button.image), QString());
     action->setObjectName(QString::fromLatin1(button.key));
     action->setToolTip(QString::fromLatin1(button.toolTip));
     buttons_[button.key] = action;
@@ -134,8 +135,8 @@ void MainForm::BuildToolbar() {
   button->setStyleSheet(QStringLiteral("QToolButton { color: white; background: #b00020; font-weight: bold; }"));
 }
 
-QAction* MainForm::AddSpeedBar() {
-  speedBar_ = new SpeedBar(this);
+QAction* MainForm::AddSpeedBar(const char* toolTip) {
+  speedBar_ = new SpeedBar(QString::fromLatin1(toolTip), this);
   speedBar_->onChange = [this](int speed) {
     if (onSpeedChange) onSpeedChange(speed);
   };

@@ -67,7 +67,7 @@ class MainForm : public QMainWindow, public MainView {
 
  private:
   void BuildToolbar();
-  QAction* AddSpeedBar();
+  QAction* AddSpeedBar(const char* toolTip);
   void BuildStatusBar();
   void CaptionStart(const MessageText& caption);
   void ShowPanel(int panel, const std::string& text);

@@ -19,7 +19,7 @@ constexpr int kLeast = 1;
 constexpr int kMost = 1000;
 constexpr int kPage = 50;
 constexpr int kScaleMarks[] = {1, 250, 500, 750, 1000};
-constexpr int kBarWidth = 240;
+constexpr int kBarWidth = 200;
 
 /// The numbers below the bar, each under the place at which the bar's handle stands for it.
 class SpeedScale : public QWidget {
@@ -50,12 +50,12 @@ class SpeedScale : public QWidget {
 
 }  // namespace
 
-SpeedBar::SpeedBar(QWidget* parent)
+SpeedBar::SpeedBar(const QString& toolTip, QWidget* parent)
     : QWidget(parent), label_(new QLabel(this)), bar_(new QSlider(Qt::Horizontal, this)) {
   label_->setObjectName(QStringLiteral("lblSpeed"));
   label_->setBuddy(bar_);
   bar_->setObjectName(QStringLiteral("HScroll1"));
-  bar_->setToolTip(QStringLiteral("Adjust Playback Speed"));
+  bar_->setToolTip(toolTip);
   bar_->setRange(kLeast, kMost);
   bar_->setSingleStep(1);
   bar_->setPageStep(kPage);
@@ -81,7 +81,8 @@ void SpeedBar::Show(int speed, const std::string& words) {
   label_->setText(ToQt(words));
   bar_->setAccessibleName(ToQt(words));
   // The bar stands still while the words change.
-  label_->setMinimumWidth(std::max(label_->minimumWidth(), label_->sizeHint().width()));
+  const QString widest = ToQt(words).replace(QString::number(speed) + ':', QString::number(kMost) + ':');
+  label_->setMinimumWidth(label_->fontMetrics().horizontalAdvance(widest));
 }
 
 }  // namespace velk

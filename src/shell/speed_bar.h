@@ -15,7 +15,7 @@ class SpeedBar : public QWidget {
   Q_OBJECT
 
  public:
-  explicit SpeedBar(QWidget* parent);
+  SpeedBar(const QString& toolTip, QWidget* parent);
 
   /// Puts the bar to a speed, without onChange, and the words beside it.
   void Show(int speed, const std::string& words);

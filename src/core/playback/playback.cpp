@@ -8,6 +8,7 @@
 #include "base/dates.h"
 #include "base/errors.h"
 #include "base/scope.h"
+#include "core/alarms.h"
 #include "core/job_start.h"
 #include "core/sample_values.h"
 #include "core/texts.h"
@@ -107,6 +108,8 @@ void Playback::InitialisePlayback(const Statements& run, const PlaybackFile& fil
   session_.PlaybackParameterCount = static_cast<std::int16_t>(file.parameters.channels.size());
   session_.TotalParameters = session_.NumberOfParameters = session_.PlaybackParameterCount;
   session_.CurrentValue.fill(0);
+  session_.AlarmTriggered.fill(false);
+  HideAlarmsIfNone(session_, view_);
   HideBlank(session_, session_.TotalParameters);
   run([&] { RebuildGraphs(session_, graphs_); });
   session_.PlaybackStopRequested = false;
