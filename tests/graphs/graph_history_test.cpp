@@ -417,6 +417,20 @@ TEST(GraphComment, GoesToTheLivePageWhileHistoryIsInView) {
   EXPECT_NE(job.Plot(), live);
 }
 
+TEST(GraphComment, OfTheFileStandsInEachBlockThatIsDrawn) {
+  LookedBack with, without;
+  with.Comment(60, "Pump on");
+  with.Comment(300, "Pump off");  // of a later block
+  for (LookedBack* job : {&with, &without}) job->Form().Picture2_Update(JobStart(), JobStart() + 120 * kSecond);
+  const QImage marked = with.Plot(), plain = without.Plot();
+  QRect changed;
+  for (int y = 0; y < marked.height(); ++y)
+    for (int x = 0; x < marked.width(); ++x)
+      if (marked.pixel(x, y) != plain.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+  EXPECT_FALSE(changed.isEmpty());
+  EXPECT_TRUE(QRect(marked.width() - 120, 48, 120, 24).contains(changed)) << changed.left() << " " << changed.top();
+}
+
 TEST(GraphComment, OfTheFileStandsOnThePagesOfHistory) {
   LookedBack job;
   job.Sample(0, 600);
