@@ -10,6 +10,7 @@
 #include "log/recording_lock.h"
 #include "log/summary_report.h"
 #include "log/texts.h"
+#include "model/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/dialogs/dialogs.h"
 #include "platform/dialogs/long_task.h"

@@ -8,9 +8,6 @@ namespace velk::text {
 // The log and the settings
 inline constexpr MessageText RecordToError{2200, "Record to ... error"};
 inline constexpr MessageText DatabaseErrorTitle{2201, "Database error"};
-inline constexpr MessageText SameNameBefore{2202,
-                                            "Cannot have two parameters with the same name, please change name of ("};
-inline constexpr MessageText SameNameAfter{2203, ")"};
 inline constexpr MessageText NotCompatibleBefore{2204, "The file ["};
 inline constexpr MessageText NotCompatibleAfter{2205, "] is not compatible with current velk data"};
 inline constexpr MessageText OrderDiffersBefore{2206, "The columns of the file ["};

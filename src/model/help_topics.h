@@ -9,6 +9,7 @@ inline constexpr int Instruments = 115;
 inline constexpr int Keyboard = 120;
 inline constexpr int Formulas = 300;
 inline constexpr int Alarms = 310;
+inline constexpr int Parameters = 320;
 inline constexpr int Templates = 400;
 inline constexpr int Languages = 410;
 inline constexpr int Failures = 500;

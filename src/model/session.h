@@ -33,6 +33,7 @@ struct Session : StoredSettings {
   PerParameter<std::int16_t> GraphList{};                       ///< graph numbers in order of first appearance
   PerParameter<std::int16_t> GraphCurveCount{};                 ///< by graph number
   std::array<PerParameter<std::int16_t>, kSlots> GraphSlots{};  ///< [slot][graph number] -> parameter
+  std::int16_t CopySource = 0;  ///< graph number whose first curve waits to be pasted; 0 where none does
 
   // --- Status ---
   MessageText CurrentStatus;  ///< the status word, see status.h

@@ -25,6 +25,17 @@ inline constexpr MessageText CurrentFile{2018, "Current File: "};
 
 // The log and the settings
 inline constexpr MessageText DefaultParameterName{2208, "Parameter"};
+inline constexpr MessageText SameNameBefore{2202,
+                                            "Cannot have two parameters with the same name, please change name of ("};
+inline constexpr MessageText SameNameAfter{2203, ")"};
+
+// What is asked about a parameter in tables, dialogs and charts
+inline constexpr MessageText NumberFormatTitle{2280, "Number Format"};
+inline constexpr MessageText NumberFormatPrompt{2281, "Select Number Format"};
+inline constexpr MessageText SelectColour{2282, "Select a color for "};
+inline constexpr MessageText MinimumNotBelow{2283, "Minimum scale must be less than maximum scale"};
+inline constexpr MessageText NumberUnclear{
+    2284, "This number can be read in two ways. Write one decimal point or comma, and nothing between the thousands."};
 
 // Formulas
 inline constexpr MessageText DefaultUnits{140, "Units"};
