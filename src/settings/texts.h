@@ -22,4 +22,30 @@ inline constexpr MessageText MinimumFontSize{2270, "Minimum font size is 6"};
 inline constexpr MessageText MaximumFontSize{2271, "Maximum font size is 20"};
 inline constexpr MessageText MinimumCurves{2272, "Minimum number of curves per graph is 1"};
 
+// The table of parameters
+inline constexpr MessageText HeadingName{2273, "Name"};
+inline constexpr MessageText HeadingUnits{2274, "Units"};
+inline constexpr MessageText HeadingMinimum{2275, "Minimum"};
+inline constexpr MessageText HeadingMaximum{2276, "Maximum"};
+inline constexpr MessageText HeadingColor{2277, "Color"};
+inline constexpr MessageText HeadingFormat{2278, "Format"};
+inline constexpr MessageText HeadingLowerAlarm{2279, "Lower Alarm"};
+inline constexpr MessageText HeadingUpperAlarm{2285, "Upper Alarm"};
+inline constexpr MessageText HeadingGraph{2286, "Graph"};
+inline constexpr MessageText HeadingGain{2287, "Gain"};
+inline constexpr MessageText HeadingOffset{2288, "Offset"};
+inline constexpr MessageText MaximumNotAbove{2289, "Graph maximum scales must be greater than minimum scales"};
+inline constexpr MessageText GraphOutOfRange{
+    2290, "The graph is a number from 0 to 64: curves of one number share a window, 0 hides the curve."};
+inline constexpr MessageText NotAColour{2291, "A color is # and six digits from 0 to F, such as #C8102E."};
+inline constexpr MessageText TableHint{
+    2292, "Type into a cell. Click a color or a format to choose another one; F2 does it for all selected rows."};
+inline constexpr MessageText GraphOfRows{2293, "Enter the graph number of the selected rows"};
+
+// The properties of one parameter
+inline constexpr MessageText WrappingOn{2294, "On"};
+inline constexpr MessageText WrappingOff{2295, "Off"};
+inline constexpr MessageText NoDataSaved{2296, "No data is saved"};
+inline constexpr MessageText NoDataExist{2297, "No data exist"};
+
 }  // namespace velk::text

@@ -1,6 +1,8 @@
 #include "model/help_topics.h"
 #include "settings/windows/clear_settings.h"
 #include "settings/windows/frm_user_options.h"
+#include "settings/windows/parameters_table.h"
+#include "settings/windows/properties.h"
 #include "windows/every_window.h"
 
 namespace velk::test {
@@ -14,10 +16,39 @@ std::shared_ptr<QWidget> OpenUserOptions(const std::string& language) {
   return Hosted<frmUserOptions>(MakeJob(language), UserOptionTexts{"120", "15", "3600", "10", "64"});
 }
 
+std::shared_ptr<QWidget> OpenParametersTable(const std::string& language) {
+  const Job job = MakeJob(language);
+  job->session.AcquisitionMode = true;
+  return Hosted<ParametersTable>(job, ParameterTable(job->session));
+}
+
+/// With a graph that there isn't, a number that may be two, and a name twice.
+std::shared_ptr<QWidget> OpenFaultyTable(const std::string& language) {
+  const Job job = MakeJob(language);
+  ParameterTable table(job->session);
+  table.Change({{0, table.PlaceOf(TableColumn::Graph), "65"},
+                {1, table.PlaceOf(TableColumn::Minimum), "1,234.5"},
+                {2, 0, table.Cell(1, 0)}});
+  return Hosted<ParametersTable>(job, table);
+}
+
+std::shared_ptr<QWidget> OpenProperties(const std::string& language, bool acquiring) {
+  const Job job = MakeJob(language);
+  job->session.AcquisitionMode = acquiring;
+  return Hosted<Properties>(job, PropertiesOf(job->session, 1));
+}
+
 const WindowsOf kSettings([] {
+  const auto properties = [](bool acquiring) {
+    return [=](const std::string& language) { return OpenProperties(language, acquiring); };
+  };
   return std::vector<ListedWindow>{
       {"ClearSettings", "", topic::Templates, {}, OpenClearSettings},
       {"frmUserOptions", "", topic::StripChart, {}, OpenUserOptions},
+      {"ParametersTable", "", topic::Parameters, {"lblFault"}, OpenParametersTable},
+      {"ParametersTable", "faults", topic::Parameters, {"lblFault"}, OpenFaultyTable},
+      {"Properties", "", topic::Parameters, {}, properties(true)},
+      {"Properties", "playback", topic::Parameters, {}, properties(false)},
   };
 });
 

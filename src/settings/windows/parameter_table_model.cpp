@@ -1,0 +1,81 @@
+#include "settings/windows/parameter_table_model.h"
+
+#include <QColor>
+
+#include "base/colour.h"
+#include "base/text_qt.h"
+#include "model/texts.h"
+
+namespace velk {
+
+ParameterTableModel::ParameterTableModel(const ParameterTable& table, const Translation& words,
+                                         std::function<void(const QModelIndex&, const QString&)> enter)
+    : table_(table), words_(words), enter_(std::move(enter)) {
+}
+
+int ParameterTableModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : table_.RowCount();
+}
+
+int ParameterTableModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : table_.ColumnCount();
+}
+
+QString ParameterTableModel::Text(const OperatorText& text) const {
+  return ToQt(words_.Translator.In(text));
+}
+
+QVariant ParameterTableModel::data(const QModelIndex& cell, int role) const {
+  const TableColumn column = table_.Column(cell.column());
+  const QString text = ToQt(table_.Cell(cell.row(), cell.column()));
+  const auto colour = column == TableColumn::Color ? ColourOfCell(FromQt(text)) : std::nullopt;
+  switch (role) {
+    case Qt::DisplayRole:
+      return colour ? QString() : text;
+    case Qt::EditRole:
+    case Qt::AccessibleTextRole:
+      return text;
+    case Qt::ToolTipRole: {
+      const QString remark = RemarkOn(cell);
+      return remark.isEmpty() ? text : remark;
+    }
+    case Qt::TextAlignmentRole:
+      return QVariant((IsNumberColumn(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    case ColourRole:
+      return colour ? QColor(Red(*colour), Green(*colour), Blue(*colour)) : QColor();
+    case FaultRole:
+      return table_.FaultOf(cell.row(), cell.column()).has_value();
+    case HintRole:
+      return column == TableColumn::Name && table_.RepeatsName(cell.row());
+    default:
+      return {};
+  }
+}
+
+QString ParameterTableModel::RemarkOn(const QModelIndex& cell) const {
+  if (!cell.isValid()) return {};
+  if (const auto fault = table_.FaultOf(cell.row(), cell.column())) return Text(*fault);
+  if (!data(cell, HintRole).toBool()) return {};
+  return Text(text::SameNameBefore + table_.Cell(cell.row(), cell.column()) + text::SameNameAfter);
+}
+
+bool ParameterTableModel::setData(const QModelIndex& cell, const QVariant& value, int role) {
+  if (role != Qt::EditRole) return false;
+  enter_(cell, value.toString());
+  return true;
+}
+
+QVariant ParameterTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole) return {};
+  if (orientation == Qt::Vertical) return section + 1;
+  return Text(HeadingOf(table_.Column(section)));
+}
+
+Qt::ItemFlags ParameterTableModel::flags(const QModelIndex& cell) const {
+  const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  const TableColumn column = table_.Column(cell.column());
+  const bool isChosen = column == TableColumn::Color || column == TableColumn::Format;
+  return isChosen ? shown : shown | Qt::ItemIsEditable;
+}
+
+}  // namespace velk

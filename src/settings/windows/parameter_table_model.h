@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <functional>
+
+#include "i18n/translation.h"
+#include "settings/parameter_table.h"
+
+namespace velk {
+
+/// What a cell's delegate asks besides the toolkit's own roles.
+enum CellRole {
+  FaultRole = Qt::UserRole,  ///< bool: it keeps the table from being closed
+  HintRole,                  ///< bool: something is remarkable about it, and it may stand
+  ColourRole,                ///< QColor that fills the cell; invalid for a cell of text
+};
+
+/// The table of parameters as the toolkit shows it.
+class ParameterTableModel : public QAbstractTableModel {
+ public:
+  /// Both outlive the model. `enter` is called with what was typed into a cell.
+  ParameterTableModel(const ParameterTable& table, const Translation& words,
+                      std::function<void(const QModelIndex& cell, const QString& typed)> enter);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& cell, int role) const override;
+  bool setData(const QModelIndex& cell, const QVariant& value, int role) override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  /// Colours and formats are chosen, not typed.
+  Qt::ItemFlags flags(const QModelIndex& cell) const override;
+
+  /// The table has changed.
+  void ShowAnew() { emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1)); }
+  /// What is wrong with a cell, or remarkable; empty else.
+  QString RemarkOn(const QModelIndex& cell) const;
+
+ private:
+  QString Text(const OperatorText& text) const;
+
+  const ParameterTable& table_;
+  const Translation& words_;
+  const std::function<void(const QModelIndex&, const QString&)> enter_;
+};
+
+}  // namespace velk

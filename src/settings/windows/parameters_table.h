@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QDialog>
+#include <QModelIndex>
+#include <memory>
+#include <vector>
+
+#include "i18n/windows/window_host.h"
+#include "settings/parameter_table.h"
+#include "settings/windows/parameter_table_model.h"
+
+namespace Ui {
+class ParametersTable;
+}
+
+namespace velk {
+
+/// The grid of all parameters. However it is closed, Answer() is what it shows; it stays open while something in it
+/// can't stand, but at the end of the program.
+class ParametersTable : public QDialog {
+  Q_OBJECT
+
+ public:
+  ParametersTable(WindowHost& host, ParameterTable table);
+  ~ParametersTable() override;
+
+  const ParameterTable& Answer() const { return table_; }
+
+  void done(int result) override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void ConnectMenu();
+  void FitToScreen();
+  bool Form_QueryUnload();
+  bool GridKey(const QKeyEvent& key);
+  bool LeavesGrid(const QKeyEvent& key);
+  void Grid1_Click(const QModelIndex& cell);
+  void Move(int rows, int columns);
+  void mnuChange_Click();
+  void mnuCopy_Click();
+  void mnuCut_Click();
+  void mnuPaste_Click();
+  void mnuUndo_Click();
+
+  CellRange Selected() const;
+  void Clear(const CellRange& range);
+  /// Into the cell, and into the same column of all selected rows where those are chosen together.
+  void Enter(const QModelIndex& cell, const QString& typed);
+  void EnterInto(int column, const std::vector<int>& rows, const std::string& text);
+  std::vector<int> RowsWith(const QModelIndex& cell) const;
+  void AskGraph(const QModelIndex& cell);
+  void Choose(const QModelIndex& cell);
+  void Changed();
+  void ShowRemark();
+
+  WindowHost& host_;
+  std::unique_ptr<Ui::ParametersTable> ui_;
+  ParameterTable table_;
+  ParameterTableModel model_;
+};
+
+}  // namespace velk

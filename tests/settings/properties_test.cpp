@@ -1,0 +1,120 @@
+#include "settings/windows/properties.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QSpinBox>
+#include <QTest>
+
+#include "support/host.h"
+#include "support/window_driving.h"
+
+namespace velk {
+namespace {
+
+using test::Click;
+using test::FindControl;
+
+class PropertiesWindow : public testing::Test {
+ protected:
+  void Open(bool hasAlarms = true) {
+    window = std::make_unique<Properties>(host, CurveProperties{.name = "Pressure",
+                                                                .units = "bar",
+                                                                .min = -5,
+                                                                .max = 250,
+                                                                .format = "#0.0",
+                                                                .color = 0xFF,
+                                                                .smoothing = 3,
+                                                                .loweralarm = "None",
+                                                                .upperalarm = "200",
+                                                                .hasAlarms = hasAlarms});
+    test::ShowWindow(*window, "Properties");
+  }
+  QLineEdit& Field(const char* name) { return *FindControl<QLineEdit>(*window, name); }
+
+  test::Host host;
+  std::unique_ptr<Properties> window;
+};
+
+TEST_F(PropertiesWindow, ShowsAllOfAParameter) {
+  Open();
+  EXPECT_EQ(window->windowTitle(), "Parameter Properties");
+  EXPECT_EQ(FindControl<QLabel>(*window, "lblMaximum")->text().remove('&'), "Maximum value");
+  EXPECT_EQ(Field("txtName").text(), "Pressure");
+  EXPECT_EQ(Field("txtUnits").text(), "bar");
+  EXPECT_EQ(Field("txtMinimum").text(), "-5");
+  EXPECT_EQ(Field("txtMaximum").text(), "250");
+  EXPECT_EQ(Field("txtLowerAlarm").text(), "None");
+  EXPECT_EQ(Field("txtUpperAlarm").text(), "200");
+  EXPECT_EQ(FindControl<QComboBox>(*window, "cboFormat")->currentText(), "123456.1");
+  EXPECT_EQ(FindControl<QSpinBox>(*window, "UpDown1")->value(), 3);
+  EXPECT_EQ(FindControl<QCheckBox>(*window, "optWrapping")->text(), "Off");
+}
+
+TEST_F(PropertiesWindow, GivesWhatWasEntered) {
+  Open();
+  Field("txtName").setText("Pump");
+  Field("txtUnits").setText("kPa");
+  Field("txtMinimum").setText("0,5");
+  Field("txtMaximum").setText("25000");
+  Field("txtLowerAlarm").setText("abc");
+  FindControl<QComboBox>(*window, "cboFormat")->setCurrentText("1.23456E+01");
+  FindControl<QSpinBox>(*window, "UpDown1")->setValue(10);
+  auto* wrapping = FindControl<QCheckBox>(*window, "optWrapping");
+  wrapping->setChecked(true);
+  EXPECT_EQ(wrapping->text(), "On");
+  host.dialogs.ExpectColour("Select a color for Pump", 0x00FF00);
+  Click(*window, "cmdColor");
+  Click(*window, "cmdOK");
+  EXPECT_EQ(window->result(), QDialog::Accepted);
+  const CurveProperties& answer = window->Answer();
+  EXPECT_EQ(answer.name, "Pump");
+  EXPECT_EQ(answer.units, "kPa");
+  EXPECT_EQ(answer.min, 0.5);
+  EXPECT_EQ(answer.max, 25000);
+  EXPECT_EQ(answer.loweralarm, "None");
+  EXPECT_EQ(answer.upperalarm, "200");
+  EXPECT_EQ(answer.format, "0.00e+00");
+  EXPECT_EQ(answer.smoothing, 10);
+  EXPECT_TRUE(answer.Wrapping);
+  EXPECT_EQ(answer.color, 0x00FF00);
+}
+
+TEST_F(PropertiesWindow, StaysOpenForAScaleUpsideDown) {
+  Open();
+  Field("txtMinimum").setText("250");
+  host.dialogs.Expect("Minimum scale must be less than maximum scale", Answer::Ok);
+  Click(*window, "cmdOK");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(host.dialogs.shown.back().icon, BoxIcon::Critical);
+  EXPECT_TRUE(Field("txtMinimum").hasFocus());
+  EXPECT_EQ(window->Answer().min, -5);
+}
+
+TEST_F(PropertiesWindow, SaysInPlaceWhichNumberIsUnclear) {
+  Open();
+  Field("txtUpperAlarm").setText("1,234.5");
+  Click(*window, "cmdOK");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(Field("txtUpperAlarm").hasFocus());
+  EXPECT_EQ(Field("txtUpperAlarm").text(), "1,234.5");
+  EXPECT_TRUE(FindControl<QLabel>(*window, "lblFault")->isVisible());
+}
+
+TEST_F(PropertiesWindow, HasNoAlarmsOutsideOfAcquisition) {
+  Open(false);
+  EXPECT_FALSE(Field("txtLowerAlarm").isVisible());
+  EXPECT_FALSE(Field("txtUpperAlarm").isVisible());
+}
+
+TEST_F(PropertiesWindow, KeepsAFormatThatTheListDoesNotHave) {
+  window = std::make_unique<Properties>(host, CurveProperties{.name = "x", .units = "", .format = "0.0%"});
+  Click(*window, "cmdOK");
+  EXPECT_EQ(window->Answer().format, "0.0%");
+}
+
+}  // namespace
+}  // namespace velk
