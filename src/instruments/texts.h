@@ -17,6 +17,23 @@ inline constexpr MessageText InvalidHandshake{7, "Invalid hand shaking is suppli
 inline constexpr MessageText TimeOutCheckSettings{74, "Time Out Error, check hardware settings"};
 inline constexpr MessageText TimeOutTitle{75, "Time Out Error"};
 
+// Calibration, and the reset of an instrument's value
+inline constexpr MessageText CalibrationDivision{70, "Division by zero"};
+inline constexpr MessageText ResetValueTitle{2430, "Reset Parameter Value"};
+inline constexpr MessageText ResetValuePrompt{2431, "Select Parameter"};
+inline constexpr MessageText EnterNewValue{2432, "Enter the new value"};
+inline constexpr MessageText ResettingTitle{2433, "Resetting parameter value"};
+inline constexpr MessageText NoResetCommand{
+    2434, "This parameter has no reset command. Enter one in Edit Settings, Serial Port."};
+inline constexpr MessageText NotANumber{2435, "This is no number"};
+inline constexpr MessageText CalibratesOthers{
+    2436,
+    "This works for instruments that send formatted lines and for those that are asked. For this one, enter gain and "
+    "offset in the table of parameters."};
+inline constexpr MessageText ReferenceMissing{2437, "Enter the value of the reference first."};
+inline constexpr MessageText CalibrationHint{
+    2438, "Show the first reference to the sensor, enter its value and press Do ref. 1; the same with the second."};
+
 // The serial link; the device stands in front
 inline constexpr MessageText PortMissing{2400,
                                          ": there is no such serial device. Is the cable or the adapter plugged in?"};

@@ -21,6 +21,7 @@ const std::map<int, std::string> kKnownNumbers = {
     {4, "invalid MSComm is supplied."},
     {6, "Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported."},
     {7, "Invalid hand shaking is supplied."},
+    {70, "Division by zero"},
     {74, "Time Out Error, check hardware settings"},
     {75, "Time Out Error"},
     {140, "Units"},

@@ -1,3 +1,4 @@
+#include "instruments/windows/calibrate_form.h"
 #include "instruments/windows/formatted_data.h"
 #include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
 #include "instruments/windows/hardware_settings.h"
@@ -36,11 +37,23 @@ std::shared_ptr<QWidget> OpenEthernet(const std::string& language) {
   return Hosted<frmHPTHoneywellEZtrend>(MakeJob(language), UnitAddress{"192.168.0.100", "pens.htm"});
 }
 
+std::shared_ptr<QWidget> OpenCalibration(const std::string& language, bool canRead) {
+  const Job job = MakeJob(language);
+  CalibrationWork work;
+  for (int i = 1; i <= job->session.NumberOfParameters; ++i) work.names.push_back(job->session.Parameters[i].name);
+  work.canRead = canRead;
+  work.stop = [] {};
+  return Hosted<CalibrateForm>(job, work);
+}
+
 const std::set<std::string> kSeparatorWindow = {"optTerminator_*", "lblTyped"};
 
 const WindowsOf kInstruments([] {
   const auto hardware = [](const char* protocol) {
     return [=](const std::string& language) { return OpenHardwareSettings(language, protocol); };
+  };
+  const auto calibration = [](bool canRead) {
+    return [=](const std::string& language) { return OpenCalibration(language, canRead); };
   };
   return std::vector<ListedWindow>{
       {"HardwareSettings", "", topic::Connecting, {"lblDevice_*"}, hardware("Data Taker a")},
@@ -49,6 +62,8 @@ const WindowsOf kInstruments([] {
       {"Intermittent", "", topic::Instruments, kSeparatorWindow, OpenSeparators<Intermittent>},
       {"RequestedData", "", topic::Instruments, {"lblName_*", "chkCommand*", "chkReset*"}, OpenRequestedData},
       {"frmHPTHoneywellEZtrend", "", topic::Instruments, {}, OpenEthernet},
+      {"CalibrateForm", "", topic::Parameters, {}, calibration(true)},
+      {"CalibrateForm", "others", topic::Parameters, {}, calibration(false)},
   };
 });
 

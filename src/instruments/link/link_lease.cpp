@@ -1,5 +1,7 @@
 #include "instruments/link/link_lease.h"
 
+#include <utility>
+
 namespace velk {
 
 TimersAtRest::TimersAtRest(MainTimers& timers) {
@@ -14,10 +16,15 @@ TimersAtRest::~TimersAtRest() {
   for (Timer* const timer : running_) timer->SetEnabled(true);
 }
 
-LinkLease::LinkLease(Link& link, MainTimers& timers) : link_(link), timers_(timers), before_(link.Release()) {
+LinkLease::LinkLease(Link& link, MainTimers& timers)
+    : link_(link),
+      timers_(timers),
+      before_(link.Release()),
+      onReadyRead_(std::exchange(link.MSComm1->onReadyRead, nullptr)) {
 }
 
 LinkLease::~LinkLease() {
+  link_.MSComm1->onReadyRead = onReadyRead_;
   if (anew_) {
     link_.Release();
     link_.SetODataCom();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "instruments/link/link.h"
@@ -22,9 +23,10 @@ class TimersAtRest {
 };
 
 /// The link lent for a scope to somebody who needs the plain port for himself: a command to the board, a search for the
-/// instrument, a calibration, a change of the port. The line driver is closed and not watched, the plain port is free,
-/// and the timers that tick on a port or fetch are still. At the end all of it is as it was, images included, whatever
-/// the way the scope is left; what can't be opened again is told once and tried on.
+/// instrument, a calibration, a change of the port. The line driver is closed and not watched, the plain port is free
+/// and what comes through it is left to him, and the timers that tick on a port or fetch are still. At the end all of
+/// it is as it was, images included, whatever the way the scope is left; what can't be opened again is told once and
+/// tried on.
 class LinkLease {
  public:
   LinkLease(Link& link, MainTimers& timers);
@@ -43,6 +45,7 @@ class LinkLease {
   Link& link_;
   TimersAtRest timers_;  ///< ends last
   const Link::State before_;
+  const std::function<void()> onReadyRead_;  ///< of the plain port
   bool anew_ = false;
 };
 
