@@ -7,10 +7,12 @@
 #include "core/windows/alarms_window.h"
 #include "instruments/link/link_lease.h"
 #include "instruments/table/protocols.h"
+#include "instruments/windows/calibrate_command.h"
 #include "instruments/windows/serial_port_command.h"
 #include "log/windows/summary_report_command.h"
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
+#include "settings/windows/edit_table_command.h"
 #include "shell/texts.h"
 
 namespace velk {
@@ -43,6 +45,7 @@ Application::Application(const Services& services)
       playback_(session_, platform_, timers_, form_, graphs_),
       acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_, playback_),
       linkSetUp_(session_, platform_, timers_, link_, sources_),
+      resetValue_(session_, platform_, link_, [this] { return sources_.IsRunning(); }),
       shutDown_({session_, platform_, form_, graphs_, link_, road_, sources_, acquisition_, playback_}),
       editSettings_(windows_,
                     {session_, platform_, [this] { linkSetUp_.ResetConnection(); }, [this] { shutDown_.SaveAndEnd(); },
@@ -73,6 +76,11 @@ void Application::BindCommands() {
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
+  commands.Bind("mnuEditTable", [this] { EditTable(); });
+  commands.Bind("mnuToolsCalibrate", [this] {
+    mnuToolsCalibrate_Click(windows_, session_, platform_, form_, link_, timers_, [this] { KeepSettings(); });
+  });
+  commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
   shutDown_.Bind(commands);
 }
@@ -86,6 +94,12 @@ void Application::EditSerialPort() {
     linkSetUp_.SetUpAgain();
     if (WaitsForNewStart(session_)) OfferNewStart();
   });
+}
+
+/// A new gain must not meet half a job's lines, and nothing comes over the table in the meantime.
+void Application::EditTable() {
+  const LinkLease lease(link_, timers_);
+  mnuEditTable_Click(windows_, session_, platform_, graphs_);
 }
 
 void Application::KeepSettings() {

@@ -10,6 +10,7 @@
 #include "graphs/windows/graph_windows_mdi.h"
 #include "i18n/translation.h"
 #include "i18n/windows/window_host.h"
+#include "instruments/calibration/reset_value.h"
 #include "instruments/link/link.h"
 #include "log/job_files.h"
 #include "log/log_writer.h"
@@ -59,6 +60,7 @@ class Application {
  private:
   void BindCommands();
   void EditSerialPort();
+  void EditTable();
   /// A change is on the disk at once: a power cut before the exit would take it.
   void KeepSettings();
   void OfferNewStart();
@@ -86,6 +88,7 @@ class Application {
   Playback playback_;
   Acquisition acquisition_;
   LinkSetUp linkSetUp_;
+  ResetValue resetValue_;
   ShutDown shutDown_;
   EditSettingsCommands editSettings_;
   FormulaCommands formulas_;

@@ -21,11 +21,21 @@ struct Topic {
 
 /// In the order of the contents.
 constexpr Topic kTopics[] = {
-    {topic::FirstStart, "first_start"}, {topic::Connecting, "connecting"}, {topic::Instruments, "instruments"},
-    {topic::Recording, "recording"},    {topic::Playback, "playback"},     {topic::StripChart, "strip_chart"},
-    {topic::Formulas, "formulas"},      {topic::Alarms, "alarms"},         {topic::Templates, "templates"},
-    {topic::Languages, "languages"},    {topic::Failures, "failures"},     {topic::Files, "files"},
-    {topic::Keyboard, "keyboard"},      {topic::Licences, "licences"},
+    {topic::FirstStart, "first_start"},
+    {topic::Connecting, "connecting"},
+    {topic::Instruments, "instruments"},
+    {topic::Recording, "recording"},
+    {topic::Playback, "playback"},
+    {topic::Parameters, "parameters"},
+    {topic::StripChart, "strip_chart"},
+    {topic::Formulas, "formulas"},
+    {topic::Alarms, "alarms"},
+    {topic::Templates, "templates"},
+    {topic::Languages, "languages"},
+    {topic::Failures, "failures"},
+    {topic::Files, "files"},
+    {topic::Keyboard, "keyboard"},
+    {topic::Licences, "licences"},
 };
 
 QString PathOf(const char* page, const std::string& language) {

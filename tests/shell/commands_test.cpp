@@ -205,11 +205,11 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   std::set<std::string_view> without;
   for (const CommandRow& row : CommandTable())
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
-  EXPECT_EQ(without, (std::set<std::string_view>{
-                         "mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV", "mnuFileExportMDBtoXML",
-                         "mnuViewSummaryReport", "mnuEditAutoDetect", "mnuEditOPCServer", "mnuEditTable",
-                         "mnuImprtLiveData", "mnuToolsCalibrate", "mnuToolsReset", "mnuToolsOrbenHardware",
-                         "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable"}));
+  EXPECT_EQ(without, (std::set<std::string_view>{"mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV",
+                                                 "mnuFileExportMDBtoXML", "mnuViewSummaryReport", "mnuEditAutoDetect",
+                                                 "mnuEditOPCServer", "mnuImprtLiveData", "mnuToolsOrbenHardware",
+                                                 "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell",
+                                                 "mnuToolsWellProfileTable"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

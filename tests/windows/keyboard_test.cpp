@@ -15,6 +15,7 @@
 #include <QToolBar>
 
 #include "platform/windows/progress_window.h"
+#include "settings/windows/parameters_table.h"
 #include "windows/every_window.h"
 #include "windows/keyboard_walk.h"
 #include "windows/sample_program.h"
@@ -70,6 +71,11 @@ TEST(EveryDialog, IsLeftByEscapeWithoutAnAnswer) {
       EXPECT_TRUE(progress->IsCancelled()) << "it stands until the task has seen it";
       return;
     }
+    const auto* table = qobject_cast<ParametersTable*>(&dialog);
+    if (table && table->Answer().FirstFault()) {
+      EXPECT_TRUE(dialog.isVisible()) << "what was typed stays until it can be stored";
+      return;
+    }
     EXPECT_FALSE(dialog.isVisible()) << listed.Title();
     EXPECT_EQ(dialog.result(), QDialog::Rejected) << listed.Title();
   });
@@ -84,8 +90,9 @@ TEST(EveryDialog, IsAnsweredOnceByEnter) {
     if (!answer->isEnabled()) return;
     int pressed = 0;
     QObject::connect(answer, &QPushButton::clicked, &dialog, [&] { ++pressed; });
+    const bool leadsDownAColumn = qobject_cast<ParametersTable*>(&dialog) != nullptr;
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(pressed, 1) << listed.Title();
+    EXPECT_EQ(pressed, leadsDownAColumn ? 0 : 1) << listed.Title();
   });
 }
 

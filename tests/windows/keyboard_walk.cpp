@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QTableView>
 #include <QTest>
 #include <QTextEdit>
 #include <algorithm>
@@ -71,6 +72,14 @@ std::string NameOf(const QWidget& widget) {
   return widget.objectName().toStdString();
 }
 
+/// A grid keeps the tabulator up to its last cell.
+void PressTab(QWidget& at) {
+  const auto* grid = qobject_cast<const QTableView*>(&at);
+  int presses = grid ? grid->model()->rowCount() * grid->model()->columnCount() : 1;
+  for (const QWidget* window = at.window(); presses > 0 && window->focusWidget() == &at; --presses)
+    QTest::keyClick(&at, Qt::Key_Tab);
+}
+
 }  // namespace
 
 std::vector<QWidget*> TabStops(QWidget& window) {
@@ -78,7 +87,7 @@ std::vector<QWidget*> TabStops(QWidget& window) {
   QWidget* at = window.focusWidget();
   while (at && std::find(stops.begin(), stops.end(), at) == stops.end()) {
     stops.push_back(at);
-    QTest::keyClick(at, Qt::Key_Tab);
+    PressTab(*at);
     at = window.focusWidget();
   }
   return stops;

@@ -1,0 +1,135 @@
+// The table of parameters in the whole program.
+
+#include <gtest/gtest.h>
+
+#include <QTableView>
+
+#include "model/graph_window.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "settings/windows/parameters_table.h"
+#include "shell/shell_rig.h"
+
+namespace velk {
+namespace {
+
+class TableOfTheProgram : public testing::Test {
+ protected:
+  void SetUp() override {
+    rig.Start();
+    rig.Connect();
+  }
+
+  /// Opens the table and works in it; it is closed behind that.
+  void InTable(std::function<void(ParametersTable& table)> act) {
+    rig.windows.Then("ParametersTable", [act = std::move(act)](QDialog& window) {
+      act(dynamic_cast<ParametersTable&>(window));
+      window.close();
+    });
+    rig.Choose("mnuEditTable");
+  }
+  /// What an operator types into a cell.
+  static void Type(ParametersTable& table, int row, TableColumn column, const char* text) {
+    auto* grid = test::FindControl<QTableView>(table, "Grid1");
+    grid->model()->setData(grid->model()->index(row, table.Answer().PlaceOf(column)), text, Qt::EditRole);
+  }
+  void TypeAndClose(int row, TableColumn column, const char* text) {
+    InTable([=](ParametersTable& table) { Type(table, row, column, text); });
+  }
+  std::string OnDisk(const char* section, const char* key) {
+    SettingsStore store(rig.folder.File("settings"));
+    return store.Get("VELK2", section, key, "missing");
+  }
+
+  test::ShellRig rig;
+};
+
+TEST_F(TableOfTheProgram, IsOfferedWhereNothingRuns) {
+  EXPECT_TRUE(rig.Window().MenuItem("mnuEditTable")->isEnabled());
+  rig.Press("Pause");
+  EXPECT_FALSE(rig.Window().MenuItem("mnuEditTable")->isEnabled());
+}
+
+TEST_F(TableOfTheProgram, ReachesTheConfigurationAndTheDisk) {
+  InTable([](ParametersTable& table) {
+    Type(table, 0, TableColumn::Name, "Pump");
+    Type(table, 0, TableColumn::Gain, "2,5");
+    Type(table, 1, TableColumn::UpperAlarm, "80");
+  });
+  EXPECT_EQ(rig.State().Parameters[1].name, "Pump");
+  EXPECT_EQ(rig.State().CurrentParameters[1].Gain, 2.5);
+  EXPECT_EQ(OnDisk("Parameter1", "name"), "Pump");
+  EXPECT_EQ(OnDisk("Parameter1", "Gain"), "2.5");
+  EXPECT_EQ(OnDisk("Parameter2", "upperalarm"), "80");
+}
+
+TEST_F(TableOfTheProgram, ScalesTheNextSampleByTheNewGain) {
+  TypeAndClose(0, TableColumn::Gain, "2");
+  rig.Press("Pause");
+  rig.Frame(30, 20, 90);  // may have been under way when the link came back
+  rig.Frame(40, 20, 90);
+  EXPECT_EQ(rig.State().CurrentValue[1], 80);
+}
+
+TEST_F(TableOfTheProgram, MovesCurvesToOtherGraphs) {
+  EXPECT_EQ(rig.State().GraphCount, 3);
+  InTable([](ParametersTable& table) {
+    Type(table, 1, TableColumn::Graph, "1");
+    Type(table, 2, TableColumn::Graph, "9");
+  });
+  EXPECT_EQ(rig.State().GraphCount, 2);
+  EXPECT_EQ(rig.State().GraphCurveCount[1], 2);
+  EXPECT_NE(rig.State().GraphForms[9], nullptr);
+  EXPECT_EQ(rig.State().GraphForms[2], nullptr);
+  TypeAndClose(2, TableColumn::Graph, "0");
+  EXPECT_EQ(rig.State().GraphForms[9], nullptr) << "hidden";
+}
+
+TEST_F(TableOfTheProgram, HidesAChannelWithoutAName) {
+  TypeAndClose(1, TableColumn::Name, "");
+  EXPECT_EQ(rig.State().Parameters[2].name, "BLANK");
+  EXPECT_EQ(rig.State().GraphForms[2], nullptr);
+  TypeAndClose(1, TableColumn::Name, "Flow");
+  EXPECT_NE(rig.State().GraphForms[2], nullptr);
+}
+
+TEST_F(TableOfTheProgram, KeepsTheLinkStillWhileItStands) {
+  InTable([this](ParametersTable&) { EXPECT_FALSE(rig.linePort.open); });
+  EXPECT_TRUE(rig.linePort.open);
+  EXPECT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
+}
+
+TEST_F(TableOfTheProgram, OutlivesARestart) {
+  TypeAndClose(2, TableColumn::Units, "m/s");
+  rig.State().AskOnExit = false;
+  rig.Window().close();
+  rig.Start();
+  EXPECT_EQ(rig.State().Parameters[3].units, "m/s");
+}
+
+TEST_F(TableOfTheProgram, EditsWhatPlays) {
+  rig.State().AcquisitionMode = false;
+  ChangeCurrentStatus(rig.State(), rig.Window(), text::StatusReadyToPlayback);
+  InTable([](ParametersTable& table) {
+    EXPECT_FALSE(table.Answer().HasAlarms());
+    Type(table, 0, TableColumn::Name, "Of the file");
+  });
+  EXPECT_EQ(rig.State().CurrentParameters[1].name, "Of the file");
+  EXPECT_EQ(rig.State().PlaybackParameters[1].name, "Of the file");
+}
+
+TEST_F(TableOfTheProgram, IsStoredWhereTheProgramEndsWithoutAsking) {
+  rig.windows.Then("ParametersTable", [this](QDialog& window) {
+    auto& table = dynamic_cast<ParametersTable&>(window);
+    Type(table, 0, TableColumn::Minimum, "7");
+    Type(table, 0, TableColumn::Maximum, "-5");
+    rig.dialogs.SetEnding();
+    window.reject();
+  });
+  rig.Choose("mnuEditTable");
+  EXPECT_EQ(rig.State().Parameters[1].max, 107);
+  EXPECT_EQ(OnDisk("Parameter1", "max"), "107");
+}
+
+}  // namespace
+}  // namespace velk
