@@ -120,6 +120,18 @@ bool ChartView::ShowChart() {
   return isWhole;
 }
 
+QWidget& ChartView::HeaderBand() {
+  return *ui_->Picture1;
+}
+
+QWidget& ChartView::LabelPanel() {
+  return *ui_->LabelPanel;
+}
+
+HeaderPlace ChartView::PlaceInHeader(const QPoint& point) const {
+  return HeaderPlaceAt(point.x() * kTwipsPerPixel, point.y() * kTwipsPerPixel, headerWidth_, curves_.Count());
+}
+
 double ChartView::PlotHeight() const {
   return velk::PlotHeight(measures_);
 }

@@ -7,6 +7,7 @@
 
 #include "graphs/chart_measures.h"
 #include "graphs/curve_source.h"
+#include "graphs/header_zones.h"
 #include "graphs/strip_chart.h"
 #include "graphs/windows/label_rows.h"
 #include "model/time_base.h"
@@ -48,6 +49,15 @@ class ChartView : public QWidget {
   /// The chart's picture stands on the visible surfaces again, with all that was drawn meanwhile. Gives false where the
   /// plot got another size since: it has the old picture then, and is to be drawn anew.
   bool ShowChart();
+
+  /// The header band with the plot below it, and the panel of the labels: whoever edits curves on the chart watches
+  /// them.
+  QWidget& HeaderBand();
+  QWidget& LabelPanel();
+  /// The place on the header band at a point of it.
+  HeaderPlace PlaceInHeader(const QPoint& point) const;
+  /// The label at a point of the panel; rows are counted from 0.
+  LabelRows::Place LabelAt(const QPoint& point) const { return labels_.PlaceAt(point); }
 
   /// Lays all out for a window of this size in pixels, its frame and title included, and gives the surfaces their
   /// sizes; what was drawn stays. Gives whether the width was one to follow: a narrower one leaves the widths.

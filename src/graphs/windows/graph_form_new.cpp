@@ -101,6 +101,12 @@ void GraphFormNew::Load(double timeOrigin) {
   view_->ScheduleRefresh();
 }
 
+void GraphFormNew::LoadAgain() {
+  view_->FitToWindow(WindowSize());
+  RefreshForm();
+  view_->ScheduleRefresh();
+}
+
 void GraphFormNew::DrawFirstBlock(double timeOrigin) {
   const double blockEnd = timeOrigin + session_.Times.GraphTimeStep * session_.pixelslength;
   Picture2_Update(timeOrigin, blockEnd);

@@ -36,6 +36,8 @@ class GraphFormNew : public QWidget, public GraphWindow {
   /// Lays the window out and draws it. Where `timeOrigin` is not 0 the frame of the first block from there is drawn
   /// too.
   void Load(double timeOrigin);
+  /// The window has other curves than before: lays labels, header and plot out anew. What was drawn stays.
+  void LoadAgain();
   /// Carries edited curves back and takes the window out of the session; no operation may follow.
   void Unload();
 
@@ -56,6 +58,8 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void InitialHeader();
 
   int FormIndex() const { return formIndex_; }
+  const ParameterCurves& Curves() const { return curves_; }
+  ChartView& View() { return *view_; }
 
   /// Asks for a comment over the chart; tells where no log is open.
   void AddComment();

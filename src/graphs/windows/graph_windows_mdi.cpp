@@ -48,6 +48,10 @@ void GraphWindowsMdi::Rebuild(int graphNumber) {
   if (session_.GraphCurveCount[graphNumber] > 0) Create(graphNumber, place, timeOrigin);
 }
 
+GraphFormNew* GraphWindowsMdi::Form(int graphNumber) const {
+  return session_.GraphForms[graphNumber] != nullptr ? forms_[graphNumber].data() : nullptr;
+}
+
 void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOrigin) {
   auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, onHeaderChanged_, log_);
   QMdiSubWindow* window = area_.addSubWindow(form);
@@ -55,6 +59,7 @@ void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOri
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   window->setGeometry(place);
   forms_[graphNumber] = form;
+  if (onCreated) onCreated(*form);
   form->Load(timeOrigin);
   window->show();
 }

@@ -26,6 +26,15 @@ class GraphWindowsMdi : public GraphWindows {
   void UnloadAll() override;
   void Rebuild(int graphNumber) override;
 
+  /// The open window of a graph number; null where there is none.
+  GraphFormNew* Form(int graphNumber) const;
+  /// Makes the window of a graph number that has none. Its page begins at `timeOrigin`; 0: with the first sample.
+  void Open(int graphNumber, const QRect& place, double timeOrigin) { Create(graphNumber, place, timeOrigin); }
+  void Close(int graphNumber) { Unload(graphNumber); }
+
+  /// Told of each window that is made, before it is loaded.
+  std::function<void(GraphFormNew&)> onCreated;
+
  private:
   void Create(int graphNumber, const QRect& place, double timeOrigin);
   void Unload(int graphNumber);

@@ -147,6 +147,17 @@ void LabelRows::FitToPanel() {
   for (Row& row : rows_) PlaceValue(row);
 }
 
+LabelRows::Place LabelRows::PlaceAt(const QPoint& place) const {
+  const QWidget* label = panel_.childAt(place);
+  for (int row = 0; label && row < Count(); ++row) {
+    const Row& labels = rows_[row];
+    if (label == labels.name) return {1, row};
+    if (label == labels.value) return {2, row};
+    if (label == labels.units) return {3, row};
+  }
+  return {};
+}
+
 void LabelRows::SetValue(int row, double value, std::string_view picture) {
   Row& labels = rows_[row];
   labels.text.clear();

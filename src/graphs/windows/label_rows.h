@@ -36,6 +36,13 @@ class LabelRows {
   /// buttons. A frame in the colour of alarms shows the flash where these two are alike, and a mark stands beside the
   /// value, since colour alone can be missed. Without an alarm it looks as ever.
   void SetAlarm(int row, bool alarmed);
+  /// A label of a curve: 1 its name, 2 its value, 3 its units.
+  struct Place {
+    int column = 0;
+    int row = 0;
+  };
+  /// The label at a place of the panel; column 0 where none is.
+  Place PlaceAt(const QPoint& place) const;
   /// Puts changed values and alarms on the screen.
   void ShowChanges();
 
