@@ -38,6 +38,7 @@ Application::Application(const Services& services)
       openLog_(session_, platform_, log_),
       graphs_(
           session_, platform_, services.translation, form_.GraphArea(), [this] { StoreGraphSettings(); }, &openLog_),
+      curves_(windows_, session_, platform_, graphs_, [this] { KeepSettings(); }),
       jobFiles_(session_, platform_, questions_, graphs_),
       recorder_(session_, platform_, form_, log_, jobFiles_),
       road_(session_, platform_, form_, recorder_),

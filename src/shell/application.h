@@ -7,6 +7,7 @@
 #include "core/acquisition.h"
 #include "core/sources/sample_sources.h"
 #include "formula/windows/formula_commands.h"
+#include "graphs/windows/curve_desk.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "i18n/translation.h"
 #include "i18n/windows/window_host.h"
@@ -81,6 +82,7 @@ class Application {
   LogWriter log_;
   OpenLog openLog_;
   GraphWindowsMdi graphs_;
+  CurveDesk curves_;
   JobFiles jobFiles_;
   Recorder recorder_;
   SampleRoad road_;

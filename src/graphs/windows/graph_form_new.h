@@ -60,6 +60,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   int FormIndex() const { return formIndex_; }
   const ParameterCurves& Curves() const { return curves_; }
   ChartView& View() { return *view_; }
+  GraphToolbar& Toolbar() { return *toolbar_; }
 
   /// Asks for a comment over the chart; tells where no log is open.
   void AddComment();

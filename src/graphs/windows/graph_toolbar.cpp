@@ -95,7 +95,10 @@ QAction& GraphToolbar::Key(std::string_view key) const {
 }
 
 void GraphToolbar::Update() {
-  for (QAction* action : actions()) action->setEnabled(released_ && !action->property(kHeldBack).toBool());
+  for (QAction* action : actions()) {
+    const bool isReleased = released_ || action->objectName() == QLatin1String("Print");
+    action->setEnabled(isReleased && !action->property(kHeldBack).toBool());
+  }
 }
 
 }  // namespace velk

@@ -8,8 +8,8 @@
 namespace velk {
 
 /// Toolbar1 of a graph window, with the keys "AddComment", "Print", "Copy", "Paste", "Remove" and "ReadValue". A key is
-/// seen once it has work; in a narrow window the captions get narrower letters. All are off until the job runs
-/// (Release); what else holds one back, SetEnabled tells.
+/// seen once it has work; in a narrow window the captions get narrower letters. All but Print are off until the job
+/// runs (Release); what else holds one back, SetEnabled tells.
 class GraphToolbar : public QToolBar {
   Q_OBJECT
 

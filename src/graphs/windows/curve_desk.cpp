@@ -1,0 +1,109 @@
+#include "graphs/windows/curve_desk.h"
+
+#include "graphs/curve_moves.h"
+#include "graphs/texts.h"
+#include "graphs/windows/curve_editor.h"
+#include "model/help_topics.h"
+#include "model/parameter_questions.h"
+#include "platform/dialogs/procedure.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kBeside = 24;  ///< pixels that a new window stands away from the one that it came from
+
+}  // namespace
+
+CurveDesk::CurveDesk(WindowHost& host, Session& session, Platform& platform, GraphWindowsMdi& graphs,
+                     std::function<void()> changed)
+    : host_(host), session_(session), platform_(platform), graphs_(graphs), changed_(std::move(changed)) {
+  graphs_.onCreated = [this](GraphFormNew& form) { Attach(form); };
+}
+
+CurveDesk::~CurveDesk() {
+  graphs_.onCreated = nullptr;
+}
+
+void CurveDesk::Attach(GraphFormNew& form) {
+  new CurveEditor(form, host_, session_, changed_);
+  Bind(form, "Print", &CurveDesk::Print);
+  Bind(form, "Copy", &CurveDesk::Copy);
+  Bind(form, "Paste", &CurveDesk::Paste);
+  Bind(form, "Remove", &CurveDesk::Remove);
+  // A map that was made anew may mean others by the number.
+  if (session_.GraphCurveCount[session_.CopySource] == 0) session_.CopySource = 0;
+  UpdateToolbar(form);
+}
+
+void CurveDesk::Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(int graph)) {
+  form.Toolbar().Bind(key, [this, work, graph = form.FormIndex()] {
+    RunProcedure({platform_.dialogs, "Toolbar1_ButtonClick"}, [&](const Statements&) { (this->*work)(graph); });
+  });
+}
+
+void CurveDesk::UpdateToolbar(GraphFormNew& form) const {
+  const int graph = form.FormIndex();
+  form.Toolbar().SetEnabled("Paste", session_.CopySource != 0 && session_.CopySource != graph);
+  form.Toolbar().SetEnabled("Remove", session_.GraphCurveCount[graph] > 1);
+}
+
+void CurveDesk::UpdateToolbars() {
+  for (int graph = 1; graph <= kMaxParameters; ++graph)
+    if (GraphFormNew* form = graphs_.Form(graph)) UpdateToolbar(*form);
+}
+
+void CurveDesk::Print(int) {
+  if (session_.LogFileInUse.empty()) platform_.dialogs.Message({text::FileNameFirst, text::GraphsTitle});
+}
+
+void CurveDesk::Copy(int graph) {
+  session_.CopySource = static_cast<std::int16_t>(graph);
+  UpdateToolbars();
+}
+
+void CurveDesk::Paste(int graph) {
+  if (session_.CopySource == 0 || session_.CopySource == graph) return;
+  if (!HasRoomForCurve(session_, graph)) {
+    platform_.dialogs.Message(
+        {text::UnableToPaste + std::to_string(kMaxParameters), text::GraphsTitle, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  const int source = std::exchange(session_.CopySource, std::int16_t{0});
+  MoveFirstCurve(session_, source, graph);
+  LoadAgain(source);
+  LoadAgain(graph);
+  UpdateToolbars();
+  changed_();
+}
+
+void CurveDesk::Remove(int graph) {
+  const int count = session_.GraphCurveCount[graph];
+  if (count == 2) return RemoveParameter(graph, 2);
+  if (count < 2) return;
+  const auto slot = AskWhich(platform_.dialogs, text::RemoveTitle, text::RemovePrompt, CurveNames(session_, graph),
+                             topic::StripChart);
+  // Events have run: the window may have other curves by now.
+  if (slot && session_.GraphCurveCount[graph] == count) RemoveParameter(graph, *slot);
+}
+
+void CurveDesk::RemoveParameter(int graph, int slot) {
+  RunProcedure({platform_.dialogs, "RemoveParameter"}, [&](const Statements&) {
+    const GraphFormNew* form = graphs_.Form(graph);
+    if (!form) return;
+    const QRect place = form->parentWidget()->geometry();
+    const double timeOrigin = form->TimeOrigin();
+    const int own = TakeCurveOut(session_, graph, slot);
+    graphs_.Open(own, place.translated(kBeside, kBeside), timeOrigin);
+    LoadAgain(graph);
+    UpdateToolbars();
+    changed_();
+  });
+}
+
+void CurveDesk::LoadAgain(int graph) {
+  if (session_.GraphCurveCount[graph] == 0) return graphs_.Close(graph);
+  if (GraphFormNew* form = graphs_.Form(graph)) form->LoadAgain();
+}
+
+}  // namespace velk

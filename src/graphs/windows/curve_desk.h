@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+
+#include "graphs/windows/graph_windows_mdi.h"
+#include "i18n/windows/window_host.h"
+
+namespace velk {
+
+/// What the operator does with curves on the graph windows: editing one where it stands, and moving them from window to
+/// window by the keys of their tool bars.
+class CurveDesk {
+ public:
+  /// All outlive the desk, and the desk the windows. `changed` is called behind whatever reached the configuration.
+  CurveDesk(WindowHost& host, Session& session, Platform& platform, GraphWindowsMdi& graphs,
+            std::function<void()> changed);
+  ~CurveDesk();
+  CurveDesk(const CurveDesk&) = delete;
+  CurveDesk& operator=(const CurveDesk&) = delete;
+
+ private:
+  /// Gives a new window its work.
+  void Attach(GraphFormNew& form);
+  void Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(int graph));
+  void Print(int graph);
+  void Copy(int graph);
+  void Paste(int graph);
+  void Remove(int graph);
+  void RemoveParameter(int graph, int slot);
+  /// Lays a window out for its present curves, and closes it where it has none.
+  void LoadAgain(int graph);
+  void UpdateToolbar(GraphFormNew& form) const;
+  void UpdateToolbars();
+
+  WindowHost& host_;
+  Session& session_;
+  Platform& platform_;
+  GraphWindowsMdi& graphs_;
+  const std::function<void()> changed_;
+};
+
+}  // namespace velk

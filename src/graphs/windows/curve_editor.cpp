@@ -1,0 +1,129 @@
+#include "graphs/windows/curve_editor.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QToolTip>
+
+#include "base/text_qt.h"
+#include "graphs/texts.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "platform/dialogs/procedure.h"
+#include "settings/windows/properties.h"
+
+namespace velk {
+
+namespace {
+
+MessageText TipOf(HeaderZone zone) {
+  switch (zone) {
+    case HeaderZone::None:
+      break;
+    case HeaderZone::Minimum:
+      return text::TipMinimum;
+    case HeaderZone::Colour:
+      return text::TipColour;
+    case HeaderZone::Maximum:
+      return text::TipMaximum;
+  }
+  return {};
+}
+
+/// What a click on a label asks, and the procedures of both mouse buttons; by column.
+struct LabelClick {
+  const char* click;
+  const char* down;
+  CurveQuestion ask;
+};
+constexpr LabelClick kLabelClicks[] = {{"Label1_Click", "Label1_MouseDown", AskName},
+                                       {"Label2_Click", "Label2_MouseDown", AskFormat},
+                                       {"Label3_Click", "Label3_MouseDown", AskUnits}};
+
+}  // namespace
+
+CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed)
+    : QObject(&form), form_(form), host_(host), session_(session), changed_(std::move(changed)) {
+  form_.View().HeaderBand().installEventFilter(this);
+  form_.View().LabelPanel().installEventFilter(this);
+}
+
+bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
+  const bool isHeader = watched == &form_.View().HeaderBand();
+  if (isHeader && event->type() == QEvent::ToolTip) {
+    const auto& help = *static_cast<QHelpEvent*>(event);
+    return ShowTip(help.pos(), help.globalPos());
+  }
+  if (event->type() != QEvent::MouseButtonRelease) return false;
+  const auto& mouse = *static_cast<QMouseEvent*>(event);
+  const QPoint point = mouse.position().toPoint();
+  if (isHeader) {
+    if (mouse.button() == Qt::LeftButton) Picture1_Click(point);
+    return false;
+  }
+  const LabelRows::Place label = form_.View().LabelAt(point);
+  if (label.column == 0) return false;
+  if (mouse.button() == Qt::LeftButton) Label_Click(label);
+  if (mouse.button() == Qt::RightButton) Label_MouseDown(label);
+  return false;
+}
+
+bool CurveEditor::ShowTip(const QPoint& point, const QPoint& onScreen) {
+  const MessageText tip = TipOf(form_.View().PlaceInHeader(point).zone);
+  if (tip == MessageText{}) {
+    QToolTip::hideText();
+    return false;
+  }
+  QToolTip::showText(onScreen, ToQt(host_.Words().Translator.In(tip)), &form_.View().HeaderBand());
+  return true;
+}
+
+void CurveEditor::Picture1_Click(const QPoint& point) {
+  const HeaderPlace place = form_.View().PlaceInHeader(point);
+  switch (place.zone) {
+    case HeaderZone::None:
+      return;
+    case HeaderZone::Minimum:
+      return Edit("Picture1_Click", place.row, AskMinimum);
+    case HeaderZone::Colour:
+      return Edit("Picture1_Click", place.row, AskCurveColour);
+    case HeaderZone::Maximum:
+      return Edit("Picture1_Click", place.row, AskMaximum);
+  }
+}
+
+void CurveEditor::Label_Click(const LabelRows::Place& label) {
+  const LabelClick& row = kLabelClicks[label.column - 1];
+  Edit(row.click, label.row + 1, row.ask);
+}
+
+void CurveEditor::Label_MouseDown(const LabelRows::Place& label) {
+  if (StatusIs(session_, text::StatusAcquiringData) || StatusIs(session_, text::StatusAcquiringPaused)) return;
+  Change(kLabelClicks[label.column - 1].down, label.row + 1, [&host = host_, &session = session_](int parameter) {
+    const auto properties = host.Ask<Properties>(PropertiesOf(session, parameter));
+    if (properties) StoreProperties(session, parameter, *properties);
+    return properties.has_value();
+  });
+}
+
+void CurveEditor::Edit(const char* procedure, int slot, CurveQuestion ask) {
+  Change(procedure, slot, [&dialogs = host_.Boxes(), &session = session_, ask](int parameter) {
+    const auto edited = ask(dialogs, session.CurrentParameters[static_cast<std::size_t>(parameter)]);
+    if (edited) CopyDefinition(*edited, session.CurrentParameters[static_cast<std::size_t>(parameter)]);
+    return edited.has_value();
+  });
+}
+
+void CurveEditor::Change(const char* procedure, int slot, const std::function<bool(int)>& ask) {
+  const int parameter = form_.Curves().ParameterOf(slot);
+  if (parameter == 0) return;
+  // The window may be closed while the question stands.
+  const QPointer<CurveEditor> alive(this);
+  RunProcedure({host_.Boxes(), procedure}, [&](const Statements&) {
+    if (!ask(parameter) || !alive) return;
+    form_.RefreshForm();
+    changed_();
+  });
+}
+
+}  // namespace velk

@@ -1,0 +1,285 @@
+#include "graphs/windows/curve_desk.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QHelpEvent>
+#include <QMdiSubWindow>
+#include <QTest>
+#include <QToolTip>
+
+#include "graphs/graph_form_fixture.h"
+#include "model/texts.h"
+#include "support/window_script.h"
+
+namespace velk {
+namespace {
+
+/// Parameters on the graphs of a job, with the desk over their windows.
+class CurvesOnTheDesk : public testing::Test {
+ protected:
+  void Open(const std::vector<int>& graphs) {
+    for (std::size_t i = 1; i <= graphs.size(); ++i) {
+      Parameter& curve = session.CurrentParameters[i];
+      curve.name = "P" + std::to_string(i);
+      curve.units = "bar";
+      curve.max = 100;
+      curve.color = 0xFF0000;
+      curve.format = "#0.00";
+      curve.GraphVisible = true;
+      curve.FormIndex = static_cast<std::int16_t>(graphs[i - 1]);
+    }
+    session.NumberOfParameters = session.TotalParameters = static_cast<std::int16_t>(graphs.size());
+    session.Times.GraphTimeStep = test::kSecond;
+    session.AcquisitionMode = true;
+    session.CurrentStatus = text::StatusReadyToAcquire;
+    BuildGraphMap(session, session.TotalParameters);
+    area.resize(1300, 760);
+    area.show();
+    windows.CreateGraphWindows();
+    for (int graph = 1; graph <= kMaxParameters; ++graph)
+      if (windows.Form(graph)) windows.Form(graph)->EnableToolbar();
+  }
+
+  GraphFormNew& Form(int graph) { return *windows.Form(graph); }
+  bool IsOpen(int graph) { return windows.Form(graph) != nullptr; }
+  QAction& Key(int graph, const char* key) { return *Form(graph).findChild<QAction*>(QLatin1String(key)); }
+  void Press(int graph, const char* key) { Key(graph, key).trigger(); }
+  Parameter& Curve(int parameter) { return session.CurrentParameters[static_cast<std::size_t>(parameter)]; }
+  std::string Label(int graph, const char* name) {
+    clock.Advance(40);
+    return Form(graph).findChild<QLabel*>(QLatin1String(name))->text().toStdString();
+  }
+
+  QWidget& Band(int graph) { return Form(graph).View().HeaderBand(); }
+  /// A point of a header row, at a share of the room behind the axis.
+  QPoint HeaderPoint(int graph, int row, double share) {
+    const double width = Band(graph).width() * kTwipsPerPixel;
+    const double x = kLeftMargin + share * (width - kLeftMargin);
+    return QPointF(x / kTwipsPerPixel, (row - 0.5) * kHeaderRowHeight / kTwipsPerPixel).toPoint();
+  }
+  void ClickHeader(int graph, int row, double share) {
+    QTest::mouseClick(&Band(graph), Qt::LeftButton, {}, HeaderPoint(graph, row, share));
+  }
+  void ClickLabel(int graph, const char* name, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(Form(graph).findChild<QLabel*>(QLatin1String(name)), button);
+  }
+  std::string TipAt(int graph, double share, double row = 1) {
+    const QPoint point = HeaderPoint(graph, 1, share) + QPoint(0, static_cast<int>((row - 1) * 17));
+    QHelpEvent help(QEvent::ToolTip, point, Band(graph).mapToGlobal(point));
+    QApplication::sendEvent(&Band(graph), &help);
+    return help.isAccepted() ? QToolTip::text().toStdString() : "";
+  }
+
+  Gate gate;
+  test::FakeClock clock{gate};
+  test::ScriptedDialogs dialogs{gate};
+  SettingsStore settings{""};
+  Platform platform{clock, gate, dialogs, settings, test::English()};
+  WindowHost host{dialogs, test::EnglishWindows()};
+  test::WindowScript script;
+  Session session;
+  QMdiArea area;
+  GraphWindowsMdi windows{session, platform, test::EnglishWindows(), area};
+  int changes = 0;
+  CurveDesk desk{host, session, platform, windows, [this] { ++changes; }};
+};
+
+// --- On the header ---
+
+TEST_F(CurvesOnTheDesk, TellWhatAClickOnTheHeaderDoes) {
+  Open({1, 1});
+  EXPECT_EQ(TipAt(1, 0.1), "Click here to change the minimum value");
+  EXPECT_EQ(TipAt(1, 0.5), "Click here to change the curve color");
+  EXPECT_EQ(TipAt(1, 0.9), "Click here to change the maximum value");
+  EXPECT_EQ(TipAt(1, -0.2), "") << "left of the axis";
+  EXPECT_EQ(TipAt(1, 0.5, 4), "") << "below the header";
+}
+
+TEST_F(CurvesOnTheDesk, ChangeTheirScaleByAClick) {
+  Open({1, 1});
+  dialogs.ExpectInput("Enter new minimum value", "-10");
+  ClickHeader(1, 2, 0.1);
+  EXPECT_EQ(Curve(2).min, -10);
+  EXPECT_EQ(session.Parameters[2].min, -10) << "carried back";
+  dialogs.ExpectInput("Enter new maximum value", "50");
+  ClickHeader(1, 1, 0.9);
+  EXPECT_EQ(Curve(1).max, 50);
+  EXPECT_EQ(changes, 2);
+  dialogs.ExpectInput("Enter new maximum value", "");
+  ClickHeader(1, 1, 0.9);
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(CurvesOnTheDesk, ChangeTheirColourByAClickInTheMiddle) {
+  Open({1});
+  dialogs.ExpectColour("Select a color for P1", 0x00FF00);
+  ClickHeader(1, 1, 0.5);
+  EXPECT_EQ(Curve(1).color, 0x00FF00);
+  EXPECT_EQ(session.Parameters[1].color, 0x00FF00);
+}
+
+TEST_F(CurvesOnTheDesk, TakeNoOtherButtonAndNoOtherPlace) {
+  Open({1});
+  QTest::mouseClick(&Band(1), Qt::RightButton, {}, HeaderPoint(1, 1, 0.5));
+  QTest::mouseClick(&Band(1), Qt::LeftButton, {}, HeaderPoint(1, 1, -0.2));
+  EXPECT_EQ(changes, 0);
+}
+
+// --- On the labels ---
+
+TEST_F(CurvesOnTheDesk, ChangeTheirNameAndTheTitleOfTheWindow) {
+  Open({1, 1});
+  dialogs.ExpectInput("Enter parameter name", "Pump");
+  ClickLabel(1, "Label1_0");
+  EXPECT_EQ(Curve(1).name, "Pump");
+  EXPECT_EQ(Form(1).windowTitle(), "Pump");
+  EXPECT_EQ(Label(1, "Label1_0"), "Pump");
+  dialogs.ExpectInput("Enter parameter name", "Flow");
+  ClickLabel(1, "Label1_1");
+  EXPECT_EQ(Curve(2).name, "Flow");
+  EXPECT_EQ(Form(1).windowTitle(), "Pump") << "that of row 1";
+}
+
+TEST_F(CurvesOnTheDesk, ChangeTheirUnits) {
+  Open({1});
+  dialogs.ExpectInput("Enter parameter units", "kPa");
+  ClickLabel(1, "Label3_0");
+  EXPECT_EQ(Label(1, "Label3_0"), "kPa");
+  EXPECT_EQ(session.Parameters[1].units, "kPa");
+}
+
+TEST_F(CurvesOnTheDesk, ShowTheirValueInAnotherFormat) {
+  Open({1});
+  session.CurrentValue[1] = 12.3456F;
+  dialogs.ExpectChoice("Number Format", "123456.1");
+  ClickLabel(1, "Label2_0");
+  EXPECT_EQ(Label(1, "Label2_0"), "12.3");
+}
+
+TEST_F(CurvesOnTheDesk, ShowThePropertiesOfTheRowByTheRightButton) {
+  Open({1, 1});
+  script.Then("Properties", [](QDialog& window) {
+    EXPECT_EQ(test::FindControl<QLineEdit>(window, "txtName")->text(), "P2");
+    test::FindControl<QLineEdit>(window, "txtName")->setText("Flow");
+    test::FindControl<QCheckBox>(window, "optWrapping")->setChecked(true);
+    test::Click(window, "cmdOK");
+  });
+  ClickLabel(1, "Label2_1", Qt::RightButton);
+  EXPECT_EQ(Curve(2).name, "Flow");
+  EXPECT_TRUE(session.Parameters[2].Wrapping);
+  EXPECT_EQ(Label(1, "Label1_1"), "Flow");
+  EXPECT_EQ(changes, 1);
+  script.ThenClick("Properties", "cmdCancel");
+  ClickLabel(1, "Label1_0", Qt::RightButton);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(CurvesOnTheDesk, ShowNoPropertiesWhileDataComeIn) {
+  Open({1});
+  for (const MessageText& status : {text::StatusAcquiringData, text::StatusAcquiringPaused}) {
+    session.CurrentStatus = status;
+    for (const char* label : {"Label1_0", "Label2_0", "Label3_0"}) ClickLabel(1, label, Qt::RightButton);
+  }
+  EXPECT_EQ(changes, 0);
+}
+
+// --- From window to window ---
+
+TEST_F(CurvesOnTheDesk, OfferPasteInEveryOtherWindow) {
+  Open({1, 2, 3});
+  for (const int graph : {1, 2, 3}) EXPECT_FALSE(Key(graph, "Paste").isEnabled());
+  Press(2, "Copy");
+  EXPECT_EQ(session.CopySource, 2);
+  EXPECT_TRUE(Key(1, "Paste").isEnabled());
+  EXPECT_FALSE(Key(2, "Paste").isEnabled());
+  EXPECT_TRUE(Key(3, "Paste").isEnabled());
+}
+
+TEST_F(CurvesOnTheDesk, MoveBehindTheOthersAndCloseAWindowThatIsEmpty) {
+  Open({1, 2, 3});
+  Press(1, "Copy");
+  Press(3, "Paste");
+  EXPECT_FALSE(IsOpen(1));
+  EXPECT_EQ(session.GraphSlots[2][3], 1);
+  EXPECT_EQ(Curve(1).FormIndex, 3);
+  EXPECT_EQ(session.Parameters[1].FormIndex, 3);
+  EXPECT_EQ(Label(3, "Label1_1"), "P1");
+  EXPECT_EQ(session.CopySource, 0);
+  for (const int graph : {2, 3}) EXPECT_FALSE(Key(graph, "Paste").isEnabled());
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(CurvesOnTheDesk, StayInAWindowWhoseFirstCurveWasMoved) {
+  Open({5, 5, 7});
+  Press(5, "Copy");
+  Press(7, "Paste");
+  ASSERT_TRUE(IsOpen(5));
+  EXPECT_EQ(Form(5).windowTitle(), "P2");
+  EXPECT_EQ(Curve(2).FormIndex, 5);
+  EXPECT_EQ(Curve(1).FormIndex, 7);
+}
+
+TEST_F(CurvesOnTheDesk, KeepTheTitleOfTheWindowTheyComeTo) {
+  Open({1, 2});
+  Press(1, "Copy");
+  Press(2, "Paste");
+  EXPECT_EQ(Form(2).windowTitle(), "P2");
+  EXPECT_EQ(Form(2).Curves().Count(), 2);
+}
+
+TEST_F(CurvesOnTheDesk, AreRefusedByAWindowThatIsFull) {
+  Open({1, 2});
+  session.GraphCurveCount[2] = 64;
+  Press(1, "Copy");
+  dialogs.Expect("Unable to Paste on this Graph, max. number of curves is 64", Answer::Ok);
+  Press(2, "Paste");
+  EXPECT_EQ(dialogs.shown.back().title, "VELK Graphs");
+  EXPECT_EQ(Curve(1).FormIndex, 1);
+  session.GraphCurveCount[2] = 1;
+}
+
+TEST_F(CurvesOnTheDesk, LeaveAWindowOfTwoWithoutAQuestion) {
+  Open({1, 1});
+  Press(1, "Remove");
+  ASSERT_TRUE(IsOpen(2));
+  EXPECT_EQ(Curve(2).FormIndex, 2);
+  EXPECT_EQ(session.Parameters[2].FormIndex, 2);
+  EXPECT_EQ(Form(2).windowTitle(), "P2");
+  EXPECT_EQ(Form(1).Curves().Count(), 1);
+  EXPECT_FALSE(Key(1, "Remove").isEnabled()) << "nothing is left to remove";
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(CurvesOnTheDesk, AreChosenFromAListOfMoreThanTwo) {
+  Open({1, 1, 1});
+  dialogs.ExpectChoice("Remove Parameter from Graph", "P3");
+  Press(1, "Remove");
+  EXPECT_EQ(dialogs.listsAsked.back().prompt, "Select the Parameter to Remove");
+  EXPECT_EQ(dialogs.listsAsked.back().entries, (std::vector<std::string>{"P1", "P2", "P3"}));
+  EXPECT_TRUE(IsOpen(3));
+  dialogs.ExpectChoice("Remove Parameter from Graph", std::nullopt);
+  Open({1, 1, 1});
+  Press(1, "Remove");
+  EXPECT_EQ(session.GraphCurveCount[1], 3);
+}
+
+TEST_F(CurvesOnTheDesk, GetAFreeNumberWhereTheirsIsTaken) {
+  Open({2, 2, 2, 1});
+  dialogs.ExpectChoice("Remove", "P2");
+  Press(2, "Remove");
+  EXPECT_EQ(Curve(2).FormIndex, 3) << "2 keeps curves, 1 is another's";
+  EXPECT_TRUE(IsOpen(3));
+}
+
+// --- Print ---
+
+TEST_F(CurvesOnTheDesk, SayThatPrintingWantsAFile) {
+  Open({1});
+  dialogs.Expect("File Name should be Supplied first.", Answer::Ok);
+  Press(1, "Print");
+}
+
+}  // namespace
+}  // namespace velk
