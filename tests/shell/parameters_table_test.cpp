@@ -85,6 +85,20 @@ TEST_F(TableOfTheProgram, MovesCurvesToOtherGraphs) {
   EXPECT_EQ(rig.State().GraphForms[9], nullptr) << "hidden";
 }
 
+TEST_F(TableOfTheProgram, LeavesTheWindowsWhereTheyAreWhereNoCurveHasMoved) {
+  const GraphWindow* before = rig.State().GraphForms[1];
+  TypeAndClose(0, TableColumn::Name, "Pump");
+  EXPECT_EQ(rig.State().GraphForms[1], before);
+  EXPECT_EQ(dynamic_cast<const QWidget*>(before)->windowTitle(), "Pump");
+}
+
+TEST_F(TableOfTheProgram, BringsBackAWindowThatWasClosed) {
+  dynamic_cast<QWidget*>(rig.State().GraphForms[2])->parentWidget()->close();
+  ASSERT_EQ(rig.State().GraphForms[2], nullptr);
+  TypeAndClose(0, TableColumn::Name, "Pump");
+  EXPECT_NE(rig.State().GraphForms[2], nullptr);
+}
+
 TEST_F(TableOfTheProgram, HidesAChannelWithoutAName) {
   TypeAndClose(1, TableColumn::Name, "");
   EXPECT_EQ(rig.State().Parameters[2].name, "BLANK");

@@ -75,7 +75,7 @@ std::string NameOf(const QWidget& widget) {
 /// A grid keeps the tabulator up to its last cell.
 void PressTab(QWidget& at) {
   const auto* grid = qobject_cast<const QTableView*>(&at);
-  int presses = grid ? grid->model()->rowCount() * grid->model()->columnCount() : 1;
+  int presses = grid ? std::max(1, grid->model()->rowCount() * grid->model()->columnCount()) : 1;
   for (const QWidget* window = at.window(); presses > 0 && window->focusWidget() == &at; --presses)
     QTest::keyClick(&at, Qt::Key_Tab);
 }
