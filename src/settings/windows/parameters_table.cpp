@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
+#include <numeric>
 
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
@@ -184,8 +185,8 @@ std::vector<int> ParametersTable::RowsWith(const QModelIndex& cell) const {
   const bool isIn = cell.row() >= range.top && cell.row() <= range.bottom && cell.column() >= range.left &&
                     cell.column() <= range.right;
   if (!isIn) return {cell.row()};
-  std::vector<int> rows;
-  for (int row = range.top; row <= range.bottom; ++row) rows.push_back(row);
+  std::vector<int> rows(static_cast<std::size_t>(range.bottom - range.top) + 1);
+  std::iota(rows.begin(), rows.end(), range.top);
   return rows;
 }
 
@@ -196,6 +197,7 @@ void ParametersTable::Enter(const QModelIndex& cell, const QString& typed) {
 
 void ParametersTable::EnterInto(int column, const std::vector<int>& rows, const std::string& text) {
   std::vector<ParameterTable::Edit> edits;
+  edits.reserve(rows.size());
   for (const int row : rows) edits.push_back({row, column, text});
   table_.Change(edits);
   Changed();
