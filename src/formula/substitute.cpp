@@ -84,7 +84,7 @@ int SubstituteParameters(const Session& session, const Session::PerParameter<flo
       text += formula.substr(at);
       return 0;
     }
-    if (std::isnan(session.CurrentValue[channel])) return kValueMissing;
+    if (std::isnan(values[channel])) return kValueMissing;
     char value[kNumberTextSize];
     char* const valueEnd = WriteNumberText(value, values[channel]);
     text.append(formula.substr(at, open - at)).append(&value[0], valueEnd);
