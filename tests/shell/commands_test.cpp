@@ -206,10 +206,9 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   for (const CommandRow& row : CommandTable())
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
   EXPECT_EQ(without, (std::set<std::string_view>{"mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV",
-                                                 "mnuFileExportMDBtoXML", "mnuViewSummaryReport", "mnuEditAutoDetect",
-                                                 "mnuEditOPCServer", "mnuImprtLiveData", "mnuToolsOrbenHardware",
-                                                 "mnuToolsLiveSurvey", "mnuToolsSurvey", "mnuTools3DWell",
-                                                 "mnuToolsWellProfileTable"}));
+                                                 "mnuFileExportMDBtoXML", "mnuEditAutoDetect", "mnuEditOPCServer",
+                                                 "mnuImprtLiveData", "mnuToolsOrbenHardware", "mnuToolsLiveSurvey",
+                                                 "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

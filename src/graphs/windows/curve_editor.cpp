@@ -49,12 +49,14 @@ CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session,
 }
 
 bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
+  // The view's parts tell of their end too, when the view is there no longer.
+  const bool asksForTip = event->type() == QEvent::ToolTip;
+  if (!asksForTip && event->type() != QEvent::MouseButtonRelease) return false;
   const bool isHeader = watched == &form_.View().HeaderBand();
-  if (isHeader && event->type() == QEvent::ToolTip) {
+  if (asksForTip) {
     const auto& help = *static_cast<QHelpEvent*>(event);
-    return ShowTip(help.pos(), help.globalPos());
+    return isHeader && ShowTip(help.pos(), help.globalPos());
   }
-  if (event->type() != QEvent::MouseButtonRelease) return false;
   const auto& mouse = *static_cast<QMouseEvent*>(event);
   const QPoint point = mouse.position().toPoint();
   if (isHeader) {
