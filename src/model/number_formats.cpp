@@ -4,6 +4,7 @@ namespace velk {
 
 std::vector<std::string> NumberFormatSamples() {
   std::vector<std::string> samples;
+  samples.reserve(std::size(kNumberFormats));
   for (const NumberFormat& row : kNumberFormats) samples.emplace_back(row.sample);
   return samples;
 }
