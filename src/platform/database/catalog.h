@@ -26,7 +26,9 @@ struct Column {
 struct Table {
   std::string name;
   std::vector<Column> columns;
-  std::string identity = {};  ///< the column that numbers the rows and is the primary key; empty where there is none
+  /// The column that numbers the rows, one above the highest that stands, and is the primary key; empty where there is
+  /// none.
+  std::string identity = {};
 };
 
 /// Whether two names mean the same table or column: ASCII letters are compared without case.
