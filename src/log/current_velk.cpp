@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kApplication = "CurrentVelk";
 constexpr const char* kDBase = "DBase";
 constexpr const char* kStampPicture = "dd-mmm-yyyy hh:mm:ss";
-constexpr std::int64_t kFlushMilliseconds = 1000;
+constexpr std::int64_t kFlushMilliseconds = 60'000;
 
 /// A row is worth more than its stamp: what can't be written now stays in the store for the next flush.
 void FlushSettings(SettingsStore& settings) {

@@ -14,7 +14,7 @@ namespace velk {
 void WriteCurrentVelk(const Session& session, const Platform& platform);
 
 /// The time of the last change of the log, key LastUpdated of `CurrentVelk`. Set with every row, on the disk at most
-/// once a second.
+/// once a minute: each time costs as many syncs as three rows.
 class LastUpdated {
  public:
   explicit LastUpdated(const Platform& platform) : platform_(platform) {}
