@@ -1,5 +1,7 @@
 #include "core/recorder.h"
 
+#include <limits>
+
 #include "base/numbers.h"
 #include "base/scope.h"
 #include "base/text.h"
@@ -16,6 +18,11 @@ namespace {
 
 /// Names up to this length are no file: the operator has cancelled.
 constexpr std::size_t kShortestName = 3;
+
+/// What takes the place of a name's extension: three digits, more from page 1,000 on.
+std::string PagesText(std::int16_t pages) {
+  return Format(static_cast<double>(pages), "000");
+}
 
 }  // namespace
 
@@ -92,15 +99,17 @@ void Recorder::AppendRowQuietly(const LogRow& row) {
 
 void Recorder::FollowPage(const Statements& run) {
   if (session_.Times.GraphPageTime == session_.LastPageTime) return;
-  ++session_.PageCount;
+  const std::string pagesBefore = PagesText(session_.PageCount);
+  if (session_.PageCount < std::numeric_limits<std::int16_t>::max()) ++session_.PageCount;
   session_.LastPageTime = session_.Times.GraphPageTime;
   // One question at a time: samples that overrun it only count the page.
   if (session_.CurrentFile.empty() && !asking_) AskForFile(run);
   if (session_.CurrentFile.empty()) return;
   // Only the name changes, the open log stays the same: the suffix tells the operator how many pages it holds.
+  const bool hasSuffix = session_.CurrentFile.ends_with(pagesBefore);
+  const std::size_t suffix = hasSuffix ? pagesBefore.size() : kShortestName;
   const std::size_t length = CharacterCount(session_.CurrentFile);
-  session_.CurrentFile =
-      Left(session_.CurrentFile, length - kShortestName) + Format(static_cast<double>(session_.PageCount), "000");
+  session_.CurrentFile = Left(session_.CurrentFile, length - suffix) + PagesText(session_.PageCount);
   ShowFile();
 }
 

@@ -323,6 +323,28 @@ TEST_F(Road, NamesTheFileByThePageCountAndKeepsTheLog) {
   EXPECT_EQ(rig.Rows(rig.Path("job.mdb")).size(), 4u);
 }
 
+TEST_F(Road, ReplacesTheWholeSuffixOfAFileOfAThousandPages) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.Sample(10, 20, 30);
+  const auto nameOnNextPage = [&] {
+    graph1.origin += 120 * kSecond;
+    rig.Sample(11, 20, 30);
+    return rig.session.CurrentFile;
+  };
+  graph1.origin = rig.session.StartTime;
+  rig.session.PageCount = 998;
+  EXPECT_EQ(nameOnNextPage(), rig.Path("job.999"));
+  EXPECT_EQ(nameOnNextPage(), rig.Path("job.1000"));
+  EXPECT_EQ(nameOnNextPage(), rig.Path("job.1001"));
+  rig.session.PageCount = 32'766;
+  rig.session.CurrentFile = rig.Path("job.32766");
+  EXPECT_EQ(nameOnNextPage(), rig.Path("job.32767"));
+  EXPECT_EQ(nameOnNextPage(), rig.Path("job.32767"))
+      << "45 days of pages of 2 minutes: the count stands, the job goes on";
+}
+
 TEST_F(Road, AsksForAFileOnceAPageAndBeginsToRecordOnYes) {
   rig.ConnectAndStart();
   rig.Sample(10, 20, 30);
