@@ -93,6 +93,7 @@ void Acquisition::Connect(const Statements& run) {
   view_.SetHourglass(true);
   link_.CloseODataCom();
   link_.ClosePlainPort();
+  link_.ForgetDevice();
   session_.CurrentFile.clear();
   graphs_.UnloadAll();
   LeaveFile(session_);

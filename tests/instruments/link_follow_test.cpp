@@ -100,9 +100,46 @@ TEST_F(FollowingLink, ALeaseBringsBackTheAdapterThatItTookThoughItIsCalledOtherw
     Leave();
     Return();
     EXPECT_TRUE(follower.OpenPlainPort(Handshake::None));
-    EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB0")) << "the list's";
+    EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB1")) << "whoever takes the lease";
   }
   EXPECT_EQ(driverAdapter.openings.back().device, machine.Path("ttyUSB1"));
+  EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB1"));
+}
+
+TEST_F(FollowingLink, WhatOpensThePortAnewMeansTheAdapterThatWasChosen) {
+  session.IsOwnUnit = false;
+  session.SerialData = "Any Serial Data";
+  follower.SetODataCom();
+  follower.CloseODataCom();
+  Leave();
+  Return();
+  EXPECT_TRUE(follower.OpenPlainPort(Handshake::None));
+  EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB1")) << "a job that starts or goes on";
+  follower.ClosePlainPort();
+  follower.SetODataCom();
+  EXPECT_EQ(driverAdapter.openings.back().device, machine.Path("ttyUSB1")) << "a line length that is learnt again";
+}
+
+TEST_F(FollowingLink, TheBoardOfAnOwnUnitIsLookedForOnTheAdapterToo) {
+  ASSERT_TRUE(follower.EnablePort());
+  follower.ClosePlainPort();
+  Leave();
+  Return();
+  ASSERT_TRUE(follower.EnablePort());
+  EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB1"));
+}
+
+TEST_F(FollowingLink, AnAdapterThatIsForgottenOrAnotherPortIsLookedUpInTheList) {
+  session.IsOwnUnit = false;
+  ASSERT_TRUE(follower.OpenPlainPort(Handshake::None));
+  Leave();
+  Return();
+  follower.ForgetDevice();
+  ASSERT_TRUE(follower.OpenPlainPort(Handshake::None));
+  EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB0"));
+  settings.Save("VELK2", "Protocol", "PortDevice2", machine.Path("ttyUSB1"));
+  session.PortNumber = 2;
+  ASSERT_TRUE(follower.OpenPlainPort(Handshake::None));
   EXPECT_EQ(plainAdapter.openings.back().device, machine.Path("ttyUSB1"));
 }
 

@@ -282,8 +282,9 @@ TEST_F(LinkTest, AnotherAdapterDoesNotTakeThePlaceOfTheOneThatAJobLost) {
   plain.HangUp();
   EXPECT_TRUE(link.KeepPlainPortOpen());
   EXPECT_EQ(plain.openings.back().device, kDevice) << "its values would go into this job's log";
+  link.ForgetDevice();
   ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
-  EXPECT_EQ(plain.openings.back().device, "/dev/other") << "a new opening looks anew";
+  EXPECT_EQ(plain.openings.back().device, "/dev/other") << "the next job looks anew";
 }
 
 // --- Closing ---

@@ -12,7 +12,7 @@ namespace {
 struct FollowedDevices : testing::Test {
   /// The first adapter of the list was chosen, and has opened.
   void Open() {
-    device.Choose(1);
+    device.Of(1);
     device.Opened();
   }
   /// Where it is found; empty while it isn't.
@@ -104,7 +104,7 @@ TEST_F(FollowedDevices, AnAdapterThatWasChosenByALinkIsFoundUnderItsNewName) {
   machine.Plug("ttyUSB0", {"A1", "1-2"});
   std::filesystem::create_symlink(machine.Path("ttyUSB0"), machine.Path("unit"));
   settings.Save("VELK2", "Protocol", "PortDevice1", machine.Path("unit"));
-  EXPECT_EQ(device.Choose(1), machine.Path("unit"));
+  EXPECT_EQ(device.Of(1), machine.Path("unit"));
   device.Opened();
   machine.Unplug("ttyUSB0");
   machine.Plug("ttyUSB1", {"A1", "1-2"});
@@ -119,19 +119,20 @@ TEST_F(FollowedDevices, ADeviceThatIsNoAdapterKeepsItsPath) {
 }
 
 TEST_F(FollowedDevices, UntilOneHasOpenedItIsWhatTheListSays) {
-  EXPECT_EQ(device.Choose(1), machine.Path("ttyS0"));
+  EXPECT_EQ(device.Of(1), machine.Path("ttyS0"));
   EXPECT_EQ(Found(), machine.Path("ttyS0"));
   machine.Plug("ttyUSB3", {"A1"});
   EXPECT_EQ(Found(), machine.Path("ttyUSB3"));
 }
 
-TEST_F(FollowedDevices, AChoiceForgetsTheDeviceBefore) {
+TEST_F(FollowedDevices, AForgottenDeviceIsChosenAnew) {
   machine.Plug("ttyUSB0", {"A1"});
   Open();
   machine.Unplug("ttyUSB0");
   machine.Plug("ttyUSB1", {"B7", "1-5"});
   EXPECT_EQ(Found(), "");
-  EXPECT_EQ(device.Choose(1), machine.Path("ttyUSB1"));
+  device.Forget();
+  EXPECT_EQ(device.Of(1), machine.Path("ttyUSB1"));
   EXPECT_EQ(Found(), machine.Path("ttyUSB1"));
 }
 

@@ -33,15 +33,14 @@ Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& tim
            const std::string& devices)
     : MSComm1(makePort()),
       ODataCom1(platform.clock, platform.gate, makePort()),
-      Board([&platform, devices](int portNumber) { return PortDevice(platform.settings, portNumber, devices); }),
+      Board([this](int portNumber) { return device_.Of(portNumber); }),
       session_(session),
       platform_(platform),
       view_(view),
       lineReport_{platform.dialogs, "ODataCom1_DataReady"},
       watchdog_(*timers.Timer2),
       retry_(platform.clock.MakeTimer()),
-      plainDevice_(platform.settings, devices),
-      driverDevice_(platform.settings, devices) {
+      device_(platform.settings, devices) {
   ODataCom1.onDataReady = [this](const std::string& line) { ODataCom1_DataReady(line); };
   ODataCom1.onHangUp = [this] { DriverHungUp(); };
   // A tick that was on its way when the link was closed must not open it again.
@@ -76,7 +75,7 @@ SerialSettings Link::PlainSettings(Handshake handshake, const std::string& devic
 
 LineDriverSettings Link::DriverSettings() {
   LineDriverSettings settings;
-  settings.port = PlainSettings(static_cast<Handshake>(session_.Handshake), driverDevice_.Choose(session_.PortNumber));
+  settings.port = PlainSettings(static_cast<Handshake>(session_.Handshake), device_.Of(session_.PortNumber));
   settings.portNumber = session_.PortNumber;
   settings.terminator = session_.Terminator;
   settings.theTimeOut = session_.TheTimeOut;
@@ -109,7 +108,7 @@ void Link::TakeUnitSeparators() {
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
-    driverDevice_.Opened();
+    device_.Opened();
     IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
@@ -134,6 +133,7 @@ bool Link::EnablePort() {
     run([&] {
       try {
         Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
+        device_.Opened();
         toldByEnablePort_.clear();
       } catch (const PortError& error) {
         const OperatorText told = PortErrorText(error);
@@ -162,7 +162,7 @@ void Link::ClosePlainPort() {
 }
 
 Link::State Link::Release() {
-  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_, plainDevice_};
+  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_, device_};
   CloseODataCom();
   ClosePlainPort();
   return state;
@@ -170,6 +170,7 @@ Link::State Link::Release() {
 
 void Link::Restore(const State& state) {
   Release();
+  device_ = state.device;
   if (state.watched) {
     failureTold_ = !state.driverOpen;
     CycleODataCom();
@@ -177,7 +178,6 @@ void Link::Restore(const State& state) {
     watchdog_.SetEnabled(true);
   }
   plain_ = state.plain;
-  plainDevice_ = state.plainDevice;
   if (state.plainOpen) KeepPlainPortOpen();
 }
 
@@ -185,10 +185,10 @@ bool Link::OpenPlainPort(Handshake handshake) {
   return RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
     run([&] {
       ClosePlainPort();
-      plain_ = PlainSettings(handshake, plainDevice_.Choose(session_.PortNumber));
       try {
+        plain_ = PlainSettings(handshake, device_.Of(session_.PortNumber));
         MSComm1->Open(plain_);
-        plainDevice_.Opened();
+        device_.Opened();
         IsBack();
         TellUnsupported(plain_, MSComm1->Unsupported());
       } catch (const PortError& error) {
@@ -204,9 +204,9 @@ bool Link::KeepPlainPortOpen() {
   if (platform_.clock.Ticks() < nextReopen_) return false;
   nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
   try {
-    plain_.device = plainDevice_.Find();
+    plain_.device = device_.Find();
     MSComm1->Open(plain_);
-    plainDevice_.Opened();
+    device_.Opened();
     IsBack();
   } catch (const PortError& error) {
     TellLoss(PortErrorText(error));
@@ -226,8 +226,8 @@ void Link::CycleODataCom() {
 bool Link::Reopen() {
   try {
     ODataCom1.ClosePort();
-    ODataCom1.Reopen(driverDevice_.Find());
-    driverDevice_.Opened();
+    ODataCom1.Reopen(device_.Find());
+    device_.Opened();
     IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;

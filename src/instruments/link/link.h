@@ -44,6 +44,8 @@ class Link {
   /// Closes the driver on purpose: no watchdog, off images.
   void CloseODataCom();
   void ClosePlainPort();
+  /// What opens next is the device that the list has for the session's port, and no longer the one that was followed.
+  void ForgetDevice() { device_.Forget(); }
 
   /// What was open, for a LinkLease.
   struct State {
@@ -51,7 +53,7 @@ class Link {
     bool driverOpen = false;
     bool plainOpen = false;
     SerialSettings plain;
-    FollowedDevice plainDevice;
+    FollowedDevice device;
   };
   /// Closes both ports on purpose and tells what was open.
   State Release();
@@ -107,8 +109,7 @@ class Link {
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening
-  FollowedDevice plainDevice_;
-  FollowedDevice driverDevice_;
+  FollowedDevice device_;  ///< of both ports
   std::int64_t linesSeen_ = 0;
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
   bool failureTold_ = false;     ///< a failure was shown and no data have come since

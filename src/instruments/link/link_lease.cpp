@@ -27,6 +27,7 @@ LinkLease::~LinkLease() {
   link_.MSComm1->onReadyRead = onReadyRead_;
   if (anew_) {
     link_.Release();
+    link_.ForgetDevice();
     link_.SetODataCom();
   } else {
     link_.Restore(before_);

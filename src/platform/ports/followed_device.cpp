@@ -59,10 +59,13 @@ std::optional<Adapter> AdapterBehind(const std::string& directory, const std::st
   const auto plugged = PluggedAdapters(directory);
   const auto real = [](const std::string& name) {
     std::error_code error;
-    return fs::canonical(name, error).string();
+    const std::string there = fs::canonical(name, error).string();
+    return there.empty() ? name : there;
   };
-  const auto isIt = [&](const Plugged& each) { return each.first == path || real(each.first) == real(path); };
-  const auto found = std::find_if(plugged.begin(), plugged.end(), isIt);
+  const auto hasName = [&](const Plugged& each) { return each.first == path; };
+  const auto isLinkedTo = [&](const Plugged& each) { return real(each.first) == real(path); };
+  auto found = std::find_if(plugged.begin(), plugged.end(), hasName);
+  if (found == plugged.end()) found = std::find_if(plugged.begin(), plugged.end(), isLinkedTo);
   if (found == plugged.end()) return std::nullopt;
   Adapter adapter = found->second;
   const auto sharesSerial = [&](const Plugged& each) {
@@ -87,10 +90,12 @@ std::optional<std::string> PathOf(const std::string& directory, const Adapter& a
 
 }  // namespace
 
-const std::string& FollowedDevice::Choose(int portNumber) {
-  portNumber_ = portNumber;
-  opened_ = false;
-  adapter_.reset();
+const std::string& FollowedDevice::Of(int portNumber) {
+  if (portNumber != std::exchange(portNumber_, portNumber)) Forget();
+  return Find();
+}
+
+const std::string& FollowedDevice::Choose() {
   path_ = PortDevice(*settings_, portNumber_, directory_);
   return path_;
 }
@@ -101,7 +106,7 @@ void FollowedDevice::Opened() {
 }
 
 const std::string& FollowedDevice::Find() {
-  if (!opened_) return Choose(portNumber_);
+  if (!opened_) return Choose();
   if (!adapter_) return path_;
   const auto found = PathOf(directory_, *adapter_);
   if (!found) throw PortError(ErrorNumber::DeviceUnavailable, path_);

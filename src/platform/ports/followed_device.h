@@ -21,8 +21,11 @@ class FollowedDevice {
   /// `directory` is where devices are; what is known of them stands beside it in sys/class/tty.
   FollowedDevice(SettingsStore& settings, const std::string& directory) : settings_(&settings), directory_(directory) {}
 
-  /// Forgets the device before; gives the path that the list has for the number at this moment.
-  const std::string& Choose(int portNumber);
+  /// The device of "Com Port n": the one that has opened as that, wherever it is by now (see Find), else the path that
+  /// the list has for the number at this moment.
+  const std::string& Of(int portNumber);
+  /// The next one is chosen from the list.
+  void Forget() { opened_ = false; }
   /// The path that was given last has opened: this is the device.
   void Opened();
   /// Where the device is now, the list being read anew: an adapter that has opened is found under any name, by its
@@ -32,6 +35,8 @@ class FollowedDevice {
   const std::string& Find();
 
  private:
+  const std::string& Choose();
+
   SettingsStore* settings_;
   std::string directory_;
   int portNumber_ = 1;
