@@ -24,6 +24,13 @@ std::string PagesText(std::int16_t pages) {
   return Format(static_cast<double>(pages), "000");
 }
 
+/// The rows of a job that were appended to a file; it was let go of.
+void TellWhereUnreadable(const JobRows& rows, const Platform& platform) {
+  if (rows.path.empty() || CanReadBack(rows, platform.clock)) return;
+  platform.dialogs.Message(
+      {text::UnreadableRowsBefore + rows.path + text::UnreadableRowsAfter, "", Buttons::Ok, BoxIcon::Exclamation});
+}
+
 }  // namespace
 
 Recorder::Recorder(Session& session, const Platform& platform, MainView& view, LogWriter& log, JobFiles& files)
@@ -35,7 +42,11 @@ void Recorder::mnuFileRecord_Click() {
 }
 
 void Recorder::Connect() {
+  const JobRows before = log_.RowsOfJob();
   BeginRecording(session_, files_, log_, session_.CurrentFile);
+  // Behind the first rows of the new file, which wait for no box.
+  if (before.path != log_.RowsOfJob().path)
+    platform_.clock.Post([before, platform = platform_] { TellWhereUnreadable(before, platform); });
   view_.SetMenuEnabled("mnuViewSummaryReport", true);
   failing_ = false;
   rows_ = missingRows_ = 0;
@@ -131,9 +142,7 @@ void Recorder::Finish() {
       log_.CloseLogRecordset();
       log_.Finalise();
     });
-    if (job.path.empty() || CanReadBack(job, platform_.clock)) return;
-    platform_.dialogs.Message(
-        {text::UnreadableRowsBefore + job.path + text::UnreadableRowsAfter, "", Buttons::Ok, BoxIcon::Exclamation});
+    TellWhereUnreadable(job, platform_);
   });
 }
 

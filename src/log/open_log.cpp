@@ -59,8 +59,10 @@ void OpenLog::Write(const std::string& path,
     writing->CheckInPlace();
     return write(writing);
   }
+  // Opened first: beside a lock it would pass for a log whose recording has its room already.
+  const auto log = Connection::Open(path, OpenMode::ReadWrite);
   const auto lock = LockForRecording(path);
-  write(Connection::Open(path, OpenMode::ReadWrite));
+  write(log);
 }
 
 }  // namespace velk

@@ -273,6 +273,21 @@ TEST_F(Job, StopTellsOfRowsOfTheJobThatCannotBeReadBack) {
   ExpectStatus("Ready");
 }
 
+TEST_F(Job, AnotherFileInTheMiddleOfAJobTellsOfRowsOfTheFirstThatCannotBeReadBack) {
+  rig.ConnectAndStart();
+  rig.dialogs.ExpectSaveFile(rig.Path("first.mdb"));
+  rig.acquisition.RecordToDB_Click();
+  rig.Sample(10, 20, 30);
+  rig.acquisition.RecordToDB_Click();
+  Connection::Open(rig.Path("first.mdb"), OpenMode::ReadWrite)->Execute("DELETE FROM logData");
+  rig.dialogs.ExpectSaveFile(rig.Path("second.mdb"));
+  rig.acquisition.RecordToDB_Click();
+  rig.dialogs.Expect("Not all rows of this job can be read back from [" + rig.Path("first.mdb") + "]", Answer::Ok);
+  rig.Sample(11, 21, 31);
+  rig.acquisition.mnuAcquireStop_Click();
+  EXPECT_EQ(rig.Rows(rig.Path("second.mdb")).size(), 1u);
+}
+
 TEST_F(Job, StopFromPausedAndFromReadyToAcquireGoesToReady) {
   rig.ConnectAndStart();
   rig.acquisition.mnuAcquireStart_Click();

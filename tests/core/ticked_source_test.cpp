@@ -214,6 +214,31 @@ TEST_F(Polled, AFrameBetweenReturnsOfItsOwnIsTakenHoweverTickAndFrameMeet) {
   }
 }
 
+TEST_F(Polled, TheFirstFrameBetweenReturnsBehindStartAndResumeIsTakenHoweverTickAndFrameMeet) {
+  Use(protocol::Das104, ",", "\r");
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.ChooseFile();
+  const auto frame = [this](const char* value) { return "\r" + Now() + "," + value + ",2.5,3.5\r"; };
+  rig.plainPort.Receive(frame("1"));
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.timers.Timer1->SetEnabled(false);
+  rig.plainPort.Receive(frame("11"));  // all of it before the tick
+  rig.sources.Current().Timer1_Timer();
+  EXPECT_EQ(rig.session.CurrentValue[1], 11.0f);
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.plainPort.Receive(frame("2"));
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.timers.Timer1->SetEnabled(false);
+  rig.clock.Advance(1000);
+  rig.clock.onYield = [&, rounds = 0]() mutable {
+    if (++rounds == 20) rig.plainPort.Receive(frame("21"));  // all of it while the tick waits
+  };
+  rig.sources.Current().Timer1_Timer();
+  rig.clock.onYield = nullptr;
+  EXPECT_EQ(rig.session.CurrentValue[1], 21.0f);
+  EXPECT_EQ(rig.session.Data.rejected, 0);
+}
+
 TEST_F(Polled, ASampleIsOfTheMomentWhenItsLineHasCome) {
   Use(protocol::DataTakerA, ",", "\n");
   rig.acquisition.mnuAcquireConnect_Click();

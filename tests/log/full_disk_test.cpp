@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "log/log_fixture.h"
+#include "log/open_log.h"
 #include "support/file_size_limit.h"
 #include "support/small_disk.h"
 
@@ -64,6 +65,17 @@ class LogOnFullDisk : public test::LogFixture {
   }
   static Rows Count(const std::string& file) { return Query(file, "SELECT count(*) FROM logData"); }
 };
+
+TEST_F(LogOnFullDisk, AnEntryIntoTheReportOfAnUnfinishedLogNeedsThatRoomToo) {
+  LeaveUnfinished(path);
+  session.LogFileInUse = path;
+  const OpenLog open(session, platform, log);
+  EXPECT_EQ(EndOf([&] {
+              const test::FileSizeLimit limit(8000);
+              open.EnterSummaryField(path, 1, "Comments", 5.0);
+            }),
+            kFull);
+}
 
 TEST_F(LogOnFullDisk, AnUnfinishedLogTellsHowMuchRoomItsIndexLacks) {
   LeaveUnfinished(path);

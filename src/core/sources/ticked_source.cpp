@@ -21,12 +21,22 @@ void TickedSource::Timer1_Timer() {
 }
 
 Values TickedSource::Poll(const Statements& run, PortTurn& port) {
-  const std::string line = road_.LineDecoders().ReadPolled(port);
+  const std::string line = ReadLine(port);
   // Silence is no sample, and one that a later sample has overtaken would be drawn backwards.
   if (session_.StopRequested || line.empty() || !port.IsHeld()) return Values::Left;
   link_.PlainDataCame();
   session_.SampleTime = platform_.clock.Now();  // the wait for the line may have begun an interval ago
   return road_.TakeValues(run, line);
+}
+
+/// Where the end of a frame may begin the next one, the end that was left in the port may stand ahead of a beginning of
+/// the frame's own: between the two is no frame.
+std::string TickedSource::ReadLine(PortTurn& port) {
+  if (!ProtocolOf(session_).frameBeginsAtEnd) return road_.LineDecoders().ReadPolled(port);
+  while (link_.MSComm1->Peek().starts_with("\r\r")) link_.MSComm1->Read(1);
+  std::string line = road_.LineDecoders().ReadPolled(port);
+  if (line.size() > 1 && line.front() == '\r') line.erase(0, 1);
+  return line;
 }
 
 /// Lines that come ahead of Start and during a pause must not be logged later, as if they were present ones. The line

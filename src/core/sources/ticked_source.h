@@ -21,6 +21,7 @@ class TickedSource : public SampleSource {
 
  private:
   Values Poll(const Statements& run, PortTurn& port);
+  std::string ReadLine(PortTurn& port);
 
   Session& session_;
   Platform platform_;
