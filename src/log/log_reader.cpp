@@ -135,6 +135,10 @@ std::int64_t LogReader::PositionOf(std::int64_t key) {
   return positions_.PositionOf(key);
 }
 
+std::int64_t LogReader::Tally(int most) {
+  return tally_.Follow(Access(*this), layout_.key, most);
+}
+
 std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {
   return std::make_unique<LogRows>(*this, filter);
 }

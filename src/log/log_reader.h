@@ -12,6 +12,7 @@
 #include "log/row_finder.h"
 #include "log/row_positions.h"
 #include "log/row_source.h"
+#include "log/row_tally.h"
 #include "platform/database/connection.h"
 
 namespace velk {
@@ -59,6 +60,9 @@ class LogReader {
   /// 0 for a key that no row has.
   std::int64_t PositionOf(std::int64_t key);
   void Refresh() { positions_.Forget(); }
+  /// How many rows there are, without reading all of the file for that: each call counts up to `most` rows on, and
+  /// until the last one is reached the distance of keys stands for the others.
+  std::int64_t Tally(int most);
 
   /// The rows of a filter one after the other; not beyond the life of the reader.
   std::unique_ptr<RowSource> Rows(const RowFilter& filter = {});
@@ -76,6 +80,7 @@ class LogReader {
   LogLayout layout_;
   RowFinder finder_;
   RowPositions positions_;
+  RowTally tally_;
   std::vector<int> chosen_;
   std::string columns_;  ///< key, date, time and the chosen channels, as they stand in a statement
 };

@@ -174,6 +174,18 @@ TEST_F(PlaybackFiles, WithAStrangeColumnLeaveACurveOpenWhereItHasNoNumber) {
   EXPECT_EQ(plots[5].value, 3.0f);
 }
 
+TEST_F(PlaybackFiles, WithGapsAmongTheirRowsTellTheRowsThatAreThere) {
+  Choose(Make("gaps.mdb",
+              Rows("A DOUBLE", {{0, "1"}, {1, "2"}, {2, "3"}, {3, "4"}}) + "DELETE FROM logData WHERE ID IN (1, 3)"),
+         kNoSettings);
+  Press();
+  Tick();
+  EXPECT_EQ(rig.view.panels[6], "Row 1 of 2");
+  Tick();
+  EXPECT_EQ(rig.view.panels[6], "Row 2 of 2");
+  EXPECT_EQ(rig.session.PlaybackRow, 4);
+}
+
 TEST_F(PlaybackFiles, ARowWithoutATimeIsToldByItsNumber) {
   Choose(Make("hole.mdb", Rows("A DOUBLE, B DOUBLE", {{0, "1, 1"}, {1, "2, 2"}}) +
                               "INSERT INTO logData VALUES (NULL, NULL, NULL, 3, 3);" + kSettingsOfAAndB));

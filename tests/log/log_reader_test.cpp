@@ -224,6 +224,30 @@ TEST_F(LogReading, CountsPositionsOverGaps) {
   }
 }
 
+TEST_F(LogReading, TalliesRowsByTheDistanceOfKeysUntilAllAreCounted) {
+  for (const bool indexed : {false, true}) {
+    MakeForeign("(2, 46095, 0.1, 1), (5, 46095, 0.2, 1), (9, 46095, 0.3, 1), (10, 46095, 0.4, 1)", indexed);
+    LogReader reader(path);
+    EXPECT_EQ(reader.Tally(1), 9) << "the row 2, and the keys 3 to 10";
+    EXPECT_EQ(reader.Tally(1), 7) << "the rows 2 and 5, and the keys 6 to 10";
+    EXPECT_EQ(reader.Tally(10), 4);
+    EXPECT_EQ(reader.Tally(10), 4);
+    Connection::Open(path, OpenMode::ReadWrite)->Execute("INSERT INTO logData VALUES (14, 46095, 0.5, 1)");
+    EXPECT_EQ(reader.Tally(10), 5);
+    fs::remove(path);
+  }
+}
+
+TEST_F(LogReading, TalliesTheRowsOfAnEmptyLogOnceTheyCome) {
+  MakeForeign("");
+  LogReader reader(path);
+  EXPECT_EQ(reader.Tally(10), 0);
+  Connection::Open(path, OpenMode::ReadWrite)->Execute("INSERT INTO logData VALUES (7, 46095, 0.5, 1)");
+  EXPECT_EQ(reader.Tally(10), 1);
+  Connection::Open(path, OpenMode::ReadWrite)->Execute("DELETE FROM logData");
+  EXPECT_EQ(reader.Tally(10), 0);
+}
+
 TEST_F(LogReading, FindsTheRowNearestToATime) {
   for (const bool indexed : {false, true}) {
     MakeForeign("(1, 46095, 0.25, 1), (2, 46095, 0.75, 1), (3, 46096, 0.25, 1)", indexed);

@@ -9,7 +9,9 @@ namespace velk {
 
 namespace {
 
-constexpr std::int64_t kCountAgainMs = 1000;
+constexpr std::int64_t kCountOnMs = 20;
+/// Half a millisecond's worth of rows of 64 channels.
+constexpr int kRowsAtOnce = 4096;
 
 /// Digits in groups of three, with a thin space between them.
 std::string Grouped(std::int64_t number) {
@@ -21,8 +23,8 @@ std::string Grouped(std::int64_t number) {
 }  // namespace
 
 OperatorText PlaybackPlace::Text(LogReader& reader, std::int64_t now) {
-  if (count_ == 0 || now - countedAt_ >= kCountAgainMs) {
-    count_ = reader.Count();
+  if (count_ == 0 || now - countedAt_ >= kCountOnMs) {
+    count_ = reader.Tally(kRowsAtOnce);
     countedAt_ = now;
   }
   count_ = std::max(count_, played_);

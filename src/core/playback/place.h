@@ -16,12 +16,13 @@ class PlaybackPlace {
   /// The next row is played.
   void Step() { ++played_; }
 
-  /// `now` in milliseconds: rows that are recorded meanwhile are counted once a second. Raises what the reader raises.
+  /// `now` in milliseconds. Rows are counted between the rows that are played, those too that are recorded meanwhile: a
+  /// long log begins to play at once. Raises what the reader raises.
   OperatorText Text(LogReader& reader, std::int64_t now);
 
  private:
   std::int64_t played_ = 0;
-  std::int64_t count_ = 0;  ///< rows of the file
+  std::int64_t count_ = 0;  ///< rows of the file, as far as is known
   std::int64_t countedAt_ = 0;
 };
 
