@@ -55,6 +55,12 @@ LogParameters ReadLogParameters(const std::string& path, const Language& languag
   return parameters;
 }
 
+bool LogHasGraphSettings(const LogParameters& file, Dialogs& dialogs) {
+  if (file.hasGraphSettings) return true;
+  dialogs.Message({text::NoGraphSettings, text::DatabaseErrorTitle, Buttons::Ok, BoxIcon::Exclamation});
+  return false;
+}
+
 std::vector<int> ColumnsOfChannels(const LogParameters& parameters, const std::string& path) {
   std::vector<std::string> names;
   for (const Parameter& channel : parameters.channels) names.push_back(channel.name);

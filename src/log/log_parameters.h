@@ -5,6 +5,7 @@
 
 #include "base/language.h"
 #include "model/parameter.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace velk {
 
@@ -19,6 +20,9 @@ struct LogParameters {
 /// Reads what a log tells of its channels, 64 at most. Raises NoSuchTable for a database without logData, and what the
 /// opening of the file raises. The file is left as it is, and nothing is held of it.
 LogParameters ReadLogParameters(const std::string& path, const Language& language);
+
+/// Whether the file tells its graph settings; tells the operator where it doesn't.
+bool LogHasGraphSettings(const LogParameters& file, Dialogs& dialogs);
 
 /// The column of each channel, counted from 0 among `columns`: the one that carries its name, or else the one that
 /// stands in its place and carries nobody's. Raises Database, with the name and the path, where there is neither.

@@ -125,12 +125,6 @@ void LogWriter::WriteGraphSettings(bool update) {
   lastUpdated_.Stamp();
 }
 
-bool LogWriter::LogHasGraphSettings() {
-  if (connection_ && Catalog(*connection_).Find(kGraphSettings)) return true;
-  platform_.dialogs.Message({text::NoGraphSettings, text::DatabaseErrorTitle, Buttons::Ok, BoxIcon::Exclamation});
-  return false;
-}
-
 bool LogWriter::HoldsPresentChannels() {
   if (!connection_) return false;
   const auto held = ReadGraphSettings(connection_, platform_.language);

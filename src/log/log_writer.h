@@ -55,8 +55,6 @@ class LogWriter {
   /// present ones. All or nothing.
   void WriteGraphSettings(bool update);
 
-  /// Whether the connected log holds graph settings; tells the operator when it doesn't.
-  bool LogHasGraphSettings();
   /// Whether the connected log's graph settings are those of the present channels, in order. A log that was appended to
   /// may have others: those stay.
   bool HoldsPresentChannels();

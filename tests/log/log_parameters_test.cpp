@@ -89,6 +89,17 @@ TEST_F(ParametersOfALog, AreThoseOfItsColumnsWhereItsGraphSettingsAreEmpty) {
   EXPECT_EQ(Read().channels[1].Gain, 1);
 }
 
+TEST_F(ParametersOfALog, AreToldWhereGraphSettingsAreMissing) {
+  MakeWithSettings("");
+  dialogs.Expect("Graph settings does not exist", Answer::Ok);
+  EXPECT_FALSE(LogHasGraphSettings(Read(), dialogs));
+  EXPECT_EQ(dialogs.shown.back().title, "Database error");
+  std::filesystem::remove(path);
+  NameChannels({"Pressure"});
+  CreateLog(path);
+  EXPECT_TRUE(LogHasGraphSettings(Read(), dialogs));
+}
+
 // --- Which column is whose ---
 
 LogParameters ChannelsAndColumns(const std::vector<std::string>& names, const std::vector<std::string>& columns) {

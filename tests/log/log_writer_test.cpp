@@ -232,20 +232,6 @@ TEST_F(GraphSettings, AreUpdatedWholeOrNotAtAll) {
   EXPECT_EQ(Query(path, "SELECT ParameterName FROM GraphSettings"), (Rows{"Other"}));
 }
 
-TEST_F(GraphSettings, AreToldWhenTheyAreMissing) {
-  dialogs.Expect("Graph settings does not exist", Answer::Ok);
-  EXPECT_FALSE(log.LogHasGraphSettings());
-  MakeDatabase(path, "CREATE TABLE logData (ID INTEGER PRIMARY KEY, Date DATE, Time DATE)");
-  log.ConnectLogFile(path);
-  dialogs.Expect("Graph settings does not exist", Answer::Ok);
-  EXPECT_FALSE(log.LogHasGraphSettings());
-
-  const std::string whole = folder.File("whole.mdb");
-  NameChannels({"Pressure"});
-  StartLog(whole);
-  EXPECT_TRUE(log.LogHasGraphSettings());
-}
-
 class SummaryInclusionOfALog : public test::LogFixture {};
 
 TEST_F(SummaryInclusionOfALog, IsReadFromTheReportsColumns) {

@@ -80,8 +80,7 @@ void Playback::ConfirmFile(const std::string& path) {
                                  Buttons::Ok, BoxIcon::Exclamation});
       return;
     }
-    if (!file.parameters.hasGraphSettings)
-      platform_.dialogs.Message({text::NoGraphSettings, text::DatabaseErrorTitle, Buttons::Ok, BoxIcon::Exclamation});
+    LogHasGraphSettings(file.parameters, platform_.dialogs);
     Accept(run, std::move(file));
     accepted = true;
   });
