@@ -1,6 +1,6 @@
 // Starts a simulated unit and the real main window, connects, records, and draws live. With --seconds it stops by
 // itself and prints where the log and the picture are; --record-only LOG records without an end, with a comment every
-// 20 rows, for scripts/kill_test.
+// 20 rows, for scripts/kill_test. --play LOG plays a log to its end instead.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,6 +12,7 @@
 
 #include "base/text_qt.h"
 #include "demo/demo_job.h"
+#include "demo/play_log.h"
 #include "demo/simulator.h"
 #include "demo/unattended.h"
 #include "model/status.h"
@@ -30,6 +31,7 @@ struct Options {
   int seconds = 0;  ///< 0: until the window is closed
   QString log;
   QString picture;
+  QString play;  ///< a log that is played back instead
   bool recordOnly = false;
   QString language;
   QStringList simulator;  ///< further options of the simulated unit
@@ -44,6 +46,7 @@ Options ReadOptions(const QApplication& qt) {
        {"language", "English or Russian.", "language", "English"},
        {"picture", "Where the picture of the window goes.", "path"},
        {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
+       {"play", "Plays a log back, 1000 rows a second, and prints the last row.", "log"},
        {"record-only", "Records every line of a flood to this log, printing each row and comment.", "log"}});
   parser.process(qt);
   Options options;
@@ -51,8 +54,10 @@ Options ReadOptions(const QApplication& qt) {
   options.recordOnly = parser.isSet("record-only");
   options.simulator = parser.value("simulator").split(' ', Qt::SkipEmptyParts);
   options.log = options.recordOnly ? parser.value("record-only") : parser.value("log");
+  options.play = parser.value("play");
   options.picture = parser.value("picture");
   options.language = parser.value("language");
+  if (!options.play.isEmpty()) return options;
   const QDir folder(QDir::tempPath() + QStringLiteral("/velk-demo-%1").arg(QCoreApplication::applicationPid()));
   if (options.log.isEmpty() || (options.seconds > 0 && options.picture.isEmpty())) folder.mkpath(".");
   if (options.log.isEmpty()) options.log = folder.filePath("demo.mdb");
@@ -129,6 +134,7 @@ QStringList SimulatorOptions(const Options& options) {
 
 int Run(const QApplication& qt) {
   const Options options = ReadOptions(qt);
+  if (!options.play.isEmpty()) return PlayLog(FromQt(options.play), FromQt(options.language));
   const QTemporaryDir configuration;
   Simulator simulator;
   const std::string device = simulator.Start(SimulatorOptions(options));

@@ -30,18 +30,30 @@ HONEST = 'log.execute("INSERT INTO logData (Value) VALUES (1)")'
 # From the second row on nothing is committed any more, so that a kill at any moment finds it out.
 LIAR = 'row == 2 and log.execute("BEGIN"); log.execute("INSERT INTO logData (Value) VALUES (1)")'
 SKIPPER = 'row % 3 and log.execute("INSERT INTO logData VALUES (?, 1)", (row,))'
+# Reads only, as a playback does. Digits stand in groups of three with a thin space between them.
+PLAYER = """
+import sqlite3, sys
+log = sqlite3.connect("file:" + sys.argv[1] + "?mode=ro", uri=True)
+rows = log.execute("SELECT count(*) FROM logData").fetchone()[0]
+print("played: Row", str({row}).replace("_", "\\u2009"), "of", rows)
+{more}
+"""
 
 
 class KillTest(unittest.TestCase):
-    def run_with(self, program, rounds=5, delay="0.1"):
+    def run_with(self, program, rounds=5, delay="0.1", player=None):
         """The exit code and everything that was printed."""
         with tempfile.TemporaryDirectory() as folder:
-            path = pathlib.Path(folder) / "program.py"
-            path.write_text(program, encoding="utf-8")
+            def command(name, text):
+                path = pathlib.Path(folder) / name
+                path.write_text(text, encoding="utf-8")
+                return shlex.join([sys.executable, str(path)]) + " {log}"
+
             words = io.StringIO()
+            play = ["--play", command("player.py", player)] if player else []
             with contextlib.redirect_stdout(words), contextlib.redirect_stderr(words):
-                code = kill_test.main(["--command", shlex.join([sys.executable, str(path)]) + " {log}",
-                                       "--rounds", str(rounds), "--delay", delay])
+                code = kill_test.main(["--command", command("program.py", program), "--rounds", str(rounds),
+                                       "--delay", delay] + play)
             return code, words.getvalue()
 
     def test_a_recorder_that_commits_before_it_speaks_passes(self):
@@ -80,6 +92,32 @@ class KillTest(unittest.TestCase):
         code, words = self.run_with(program, rounds=2)
         self.assertEqual(code, 1, words)
         self.assertIn("can't be read", words)
+
+    def test_a_player_that_comes_to_the_last_row_passes(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST), player=PLAYER.format(row="f'{rows:_}'", more=""))
+        self.assertEqual(code, 0, words)
+
+    def test_a_player_that_ends_ahead_of_the_last_row_fails(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST), player=PLAYER.format(row="rows - 1", more=""))
+        self.assertEqual(code, 1, words)
+        self.assertIn("the playback ended with row", words)
+
+    def test_a_player_that_sees_fewer_rows_than_there_are_fails(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST),
+                                    player=PLAYER.format(row="(rows := rows - 1)", more=""))
+        self.assertEqual(code, 1, words)
+        self.assertIn("the playback came to row", words)
+
+    def test_a_player_that_changes_the_log_fails(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST),
+                                    player=PLAYER.format(row="rows", more="open(sys.argv[1], 'ab').write(b'x')"))
+        self.assertEqual(code, 1, words)
+        self.assertIn("the playback has changed the log", words)
+
+    def test_a_player_that_refuses_the_log_fails_with_its_words(self):
+        code, words = self.run_with(RECORDER.format(statement=HONEST), player="import sys; sys.exit('no rows at all')")
+        self.assertEqual(code, 1, words)
+        self.assertIn("no rows at all", words)
 
     def test_temporary_files_of_a_killed_program_go_with_it(self):
         program = ("import sqlite3, sys, tempfile, time\n"
