@@ -1,4 +1,4 @@
-"""A display of its own with a window manager, and a program on it that is worked by real key presses."""
+"""A display of its own with a window manager, and a program on it that is worked by real key presses and a real pointer."""
 
 import os
 import pathlib
@@ -77,6 +77,19 @@ class Desktop:
 
     def use_keyboard_layout(self, name):
         subprocess.run(["setxkbmap", name], env=self.environment, check=True)
+
+    def point(self, x, y):
+        self._x("mousemove", str(x), str(y))
+
+    def click(self, button=1):
+        self._x("click", str(button))
+
+    def drag(self, from_x, from_y, to_x, to_y, steps):
+        self.point(from_x, from_y)
+        self._x("mousedown", "1")
+        for step in range(1, steps + 1):
+            self.point(from_x + (to_x - from_x) * step // steps, from_y + (to_y - from_y) * step // steps)
+        self._x("mouseup", "1")
 
     def press(self, *keys):
         self._x("key", *keys)

@@ -1,0 +1,99 @@
+"""The real program on a display, worked by a real pointer: where its controls are is told by the onlooker."""
+
+import os
+import subprocess
+import time
+
+from desktop import wait_for
+
+ONLOOKER = os.environ["VELK_ONLOOKER"]
+STEPS_OF_A_DRAG = 8
+
+
+class Seen:
+    """A program with the onlooker in it. Controls go by paths of names, as "MainForm/Pause"; see onlooker.cpp."""
+
+    def __init__(self, desktop, program):
+        self.desktop = desktop
+        self.process = subprocess.Popen([program], env={**desktop.environment, "LD_PRELOAD": ONLOOKER},
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                        text=True)
+        desktop.running.append(self.process)
+        wait_for(lambda: desktop.keyboard_owner() and desktop.keyboard_owner() == self.property("MainForm", "windowTitle"),
+                 "the main window")
+
+    def close(self):
+        self.process.stdin.close()
+        self.process.stdout.close()
+
+    def ask(self, *words):
+        print(*words, file=self.process.stdin, flush=True)
+        return self.process.stdout.readline().rstrip("\n")
+
+    def property(self, path, name):
+        return self.ask("property", path, name)
+
+    def text(self, path):
+        return self.property(path, "text")
+
+    def wait_for(self, path, name, value):
+        """Waits until a property of a control is this."""
+        wait_for(lambda: self.property(path, name) == value,
+                 lambda: "%s of %s to be %r; it is %r" % (name, path, value, self.property(path, name)))
+
+    def is_seen(self, path):
+        return self.ask("place", path) != ""
+
+    def place(self, path, part="place"):
+        """x, y, width and height of a control on the screen, once it is seen and has come to rest."""
+        return [int(number) for number in wait_for(lambda: self.at_rest(part, path), path + " to be seen").split()]
+
+    def at_rest(self, part, path):
+        """Its place, where it is the same a moment later: the window manager moves windows that have just come."""
+        before = self.ask(part, path)
+        if before:
+            time.sleep(0.05)
+        return before if before == self.ask(part, path) else ""
+
+    def middle(self, path, part="place"):
+        x, y, width, height = self.place(path, part)
+        return x + width // 2, y + height // 2
+
+    def look(self, path):
+        return self.ask("look", path)
+
+    def picture(self, name):
+        """Keeps what the screen shows where VELK_PICTURES says."""
+        folder = os.environ.get("VELK_PICTURES")
+        if folder and self.process.poll() is None:
+            time.sleep(0.2)  # the screen follows at most 30 times a second
+            self.ask("picture", os.path.join(folder, name + ".png"))
+
+    def point(self, x, y):
+        self.desktop.point(x, y)
+
+    def click(self, path):
+        self.point(*self.middle(path))
+        self.desktop.click()
+
+    def tick(self, path):
+        """A check box, which is as wide as its row: only mark and text take the click."""
+        x, y, _, height = self.place(path)
+        self.point(x + height // 2, y + height // 2)
+        self.desktop.click()
+        self.wait_for(path, "checked", "true")
+
+    def choose(self, menu, item):
+        """An item of a menu of the main window."""
+        self.click("MainForm/" + menu)
+        self.click("MainForm/" + item)
+
+    def drag_handle(self, path, share):
+        """The handle of a bar to this share of its way."""
+        x, y, width, height = self.place(path, "groove")
+        _, _, wide, high = self.place(path, "handle")
+        from_x, from_y = self.middle(path, "handle")
+        if height > width:
+            self.desktop.drag(from_x, from_y, from_x, y + high // 2 + int((height - high) * share), STEPS_OF_A_DRAG)
+        else:
+            self.desktop.drag(from_x, from_y, x + wide // 2 + int((width - wide) * share), from_y, STEPS_OF_A_DRAG)
