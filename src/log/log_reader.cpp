@@ -139,6 +139,10 @@ std::int64_t LogReader::Tally(int most) {
   return tally_.Follow(Access(*this), layout_.key, most);
 }
 
+std::vector<ReportComment> LogReader::Comments(const RowFilter& filter) {
+  return ReadComments(Access(*this), filter);
+}
+
 std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {
   return std::make_unique<LogRows>(*this, filter);
 }

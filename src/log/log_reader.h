@@ -13,6 +13,7 @@
 #include "log/row_positions.h"
 #include "log/row_source.h"
 #include "log/row_tally.h"
+#include "log/summary_rows.h"
 #include "platform/database/connection.h"
 
 namespace velk {
@@ -63,6 +64,9 @@ class LogReader {
   /// How many rows there are, without reading all of the file for that: each call counts up to `most` rows on, and
   /// until the last one is reached the distance of keys stands for the others.
   std::int64_t Tally(int most);
+
+  /// The comments of the report beside the rows, as ReadComments gives them.
+  std::vector<ReportComment> Comments(const RowFilter& filter);
 
   /// The rows of a filter one after the other; not beyond the life of the reader.
   std::unique_ptr<RowSource> Rows(const RowFilter& filter = {});

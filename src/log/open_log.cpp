@@ -30,10 +30,8 @@ LogReader& OpenLog::Reader() {
   return *reader_;
 }
 
-std::vector<ReportComment> OpenLog::Comments(const RowFilter& filter) const {
-  const std::string path = Path();
-  if (path.empty()) return {};
-  return ReadComments(*Connection::Open(path, OpenMode::ReadOnly), filter);
+std::vector<ReportComment> OpenLog::Comments(const RowFilter& filter) {
+  return IsOpen() ? Reader().Comments(filter) : std::vector<ReportComment>();
 }
 
 void OpenLog::AddSummaryRow(const std::string& comment) {

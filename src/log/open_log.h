@@ -33,7 +33,7 @@ class OpenLog {
   void Release() { reader_.reset(); }
 
   /// The comments of the open log's report that pass a filter; none without a log.
-  std::vector<ReportComment> Comments(const RowFilter& filter) const;
+  std::vector<ReportComment> Comments(const RowFilter& filter);
   /// Appends a line to the report of the open log, under the present time of the clock; an empty comment none.
   void AddSummaryRow(const std::string& comment);
 
