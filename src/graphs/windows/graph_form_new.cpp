@@ -65,7 +65,7 @@ GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translati
       log_(log),
       storeHeader_(platform.clock.MakeTimer()) {
   const GraphHistory::Run run = [this](const char* procedure, const std::function<void()>& statement) {
-    RunStatement(procedure, statement);
+    return RunStatement(procedure, statement);
   };
   history_ = std::make_unique<GraphHistory>(session, platform, curves_, *view_, log, run);
   readValue_ = std::make_unique<ReadValueMode>(session, platform, curves_, *history_, *view_, run,

@@ -64,15 +64,14 @@ void GraphHistory::VScroll1_Change() {
   const QScrollBar& bar = view_.HistoryBar();
   if (bar.value() >= bar.maximum()) return ReturnToPresent();
   if (Log() == nullptr) return;
-  run_("VScroll1_Change", [&] {
+  const bool isSet = run_("VScroll1_Change", [&] {
     const int minutes = bar.value();
     scrollStart_ = session_.StartTime;
     if (minutes >= 1) scrollStart_ = CutToMinute(session_.StartTime) + minutes / kMinutesPerDay;
     const double rows = session_.pixelslength * session_.Times.BlockPairsPerPage * 2;
     scrollEnd_ = scrollStart_ + session_.SampleSeconds * rows / kSecondsPerDay;
-    StepBack();
   });
-  if (!liveView_) PlotScrolledGraph();
+  if (isSet) PlotScrolledGraph();
 }
 
 void GraphHistory::StepBack() {
@@ -83,7 +82,7 @@ void GraphHistory::StepBack() {
 /// Events may run behind a page whose last row stands at its end. A bar that is dragged meanwhile draws its pages on
 /// top of this one, and they don't do the same: however fast it goes, no more than two lie on the stack.
 void GraphHistory::PlotScrolledGraph() {
-  if (!DrawPage() || yielding_) return;
+  if (!run_("PlotScrolledGraph", [&] { StepBack(); }) || !DrawPage() || yielding_) return;
   yielding_ = true;
   const OnLeaving left([this] { yielding_ = false; });
   platform_.clock.Yield();
@@ -106,7 +105,8 @@ bool GraphHistory::DrawPage() {
 
 void GraphHistory::ReturnToPresent() {
   if (liveView_) return;
-  const bool isWhole = view_.ShowChart();
+  bool isWhole = false;
+  if (!run_("PlotScrolledGraph", [&] { isWhole = view_.ShowChart(); })) return;
   liveView_ = true;
   if (!isWhole && JobRuns()) RepaintLivePage();
   MoveBarToEnd();

@@ -17,8 +17,8 @@ namespace velk {
 ///   history, bar below its maximum    the chart draws on Picture2 and Pic3_Hidden; the page comes from the log
 class GraphHistory {
  public:
-  /// Runs a statement of a procedure of that name, and tells of its failure.
-  using Run = std::function<void(const char* procedure, const std::function<void()>& statement)>;
+  /// Runs a statement of a procedure of that name, and tells of its failure; gives whether it succeeded.
+  using Run = std::function<bool(const char* procedure, const std::function<void()>& statement)>;
 
   /// All that is given by reference outlives it. Where there is no log, nothing can be drawn again.
   GraphHistory(const Session& session, const Platform& platform, const ParameterCurves& curves, ChartView& view,
