@@ -30,6 +30,7 @@ const WindowsOf kShell([] {
       {"HelpWindow", "", topic::Formulas, {"lblVersion"}, OpenHelp},
       {"MainForm", "ready", topic::FirstStart, {"MainForm", "StatusBar1_2"}, mainForm(State::Ready)},
       {"MainForm", "recording", topic::FirstStart, {"MainForm", "StatusBar1_2"}, mainForm(State::Recording)},
+      {"MainForm", "looking back", topic::FirstStart, {"MainForm", "StatusBar1_2"}, mainForm(State::LookingBack)},
       {"MainForm",
        "playing",
        topic::FirstStart,

@@ -9,6 +9,7 @@ struct SampleProgram {
   enum class State {
     Ready,        ///< as after the start
     Recording,    ///< a job of three channels runs and records, one of them out of its limits
+    LookingBack,  ///< such a job runs for eleven minutes, and one of its two windows shows the third
     PlayingBack,  ///< the log of such a job is played back
   };
 
@@ -17,9 +18,14 @@ struct SampleProgram {
   ShellRig rig;
 
  private:
-  void NameChannels(bool russian);
+  const bool russian_;
+
+  void NameChannels();
   void StartRecording();
   void StartPlayback();
+  void StartJob();
+  void LookBack();
+  void Comment(const char* english, const char* russian);
 };
 
 }  // namespace velk::test
