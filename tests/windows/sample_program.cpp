@@ -44,15 +44,15 @@ void SampleProgram::Comment(const char* english, const char* russian) {
 void SampleProgram::LookBack() {
   rig.State().SensitivityCriterion = 0;
   StartJob();
-  for (int second = 0; second < 660; ++second) {
+  for (int second = 0; second < 400; ++second) {
     const double stage = second % 240;
     rig.Frame(20 + stage / 8 + 3 * std::sin(second * 0.9), 60 + 25 * std::sin(second * 0.05),
               70 + 12 * std::sin(second * 0.02));
-    if (second == 190) Comment("Second pump on line", "Второй насос в линии");
-    if (second == 290) Comment("Pressure bled off", "Давление сброшено");
-    if (second == 620) Comment("Third stage", "Третья стадия");
+    if (second == 130) Comment("Second pump on line", "Второй насос в линии");
+    if (second == 230) Comment("Pressure bled off", "Давление сброшено");
+    if (second == 380) Comment("Third stage", "Третья стадия");
   }
-  rig.Window().GraphArea().findChild<QScrollBar*>("VScroll1")->setValue(2);
+  rig.Window().GraphArea().findChild<QScrollBar*>("VScroll1")->setValue(1);
   rig.clock.Advance(1000);
 }
 

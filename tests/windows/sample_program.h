@@ -9,7 +9,7 @@ struct SampleProgram {
   enum class State {
     Ready,        ///< as after the start
     Recording,    ///< a job of three channels runs and records, one of them out of its limits
-    LookingBack,  ///< such a job runs for eleven minutes, and one of its two windows shows the third
+    LookingBack,  ///< such a job runs for seven minutes, and one of its two windows shows the second
     PlayingBack,  ///< the log of such a job is played back
   };
 
