@@ -73,6 +73,23 @@ TEST_F(PlaybackInTheProgram, RunsFromTheMenuToItsEnd) {
   EXPECT_EQ(window.MenuItem("mnuAcquire")->text(), "&Data Acquisition");
 }
 
+TEST_F(PlaybackInTheProgram, OffersReadValueFromItsStartToItsEnd) {
+  Open();
+  const auto key = [this](const char* name) {
+    const auto* form = dynamic_cast<QWidget*>(rig.State().GraphForms[1]);
+    return form->findChild<QAction*>(name);
+  };
+  EXPECT_FALSE(key("AddComment")->isEnabled() || key("ReadValue")->isEnabled());
+  rig.Choose("mnuAcquireStart");
+  EXPECT_TRUE(key("AddComment")->isEnabled() && key("ReadValue")->isEnabled());
+  key("ReadValue")->trigger();
+  EXPECT_TRUE(key("ReadValue")->isChecked());
+  rig.dialogs.Expect("End of playback", Answer::Ok);
+  rig.clock.Advance(10'000);
+  EXPECT_FALSE(key("ReadValue")->isEnabled()) << "no log is open";
+  EXPECT_FALSE(key("ReadValue")->isChecked());
+}
+
 TEST_F(PlaybackInTheProgram, ChangesItsSpeedByTheBarWithMouseAndKeys) {
   Open();
   const auto* words = rig.Window().findChild<QLabel*>("lblSpeed");

@@ -289,6 +289,7 @@ void Playback::ReturnToReady() {
   view_.SetPanel(3, {});
   view_.SetPanel(6, {});
   ChangeCurrentStatus(session_, view_, text::StatusReady);
+  ReleaseGraphToolbars(session_);  // they follow the log, which is open no more
 }
 
 }  // namespace velk

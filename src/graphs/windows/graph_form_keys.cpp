@@ -37,7 +37,9 @@ void GraphFormNew::EnableToolbar() {
 
 /// A value can be read only where a log is open.
 void GraphFormNew::FollowLog() {
-  toolbar_->SetEnabled("ReadValue", history_->Log() != nullptr);
+  const bool isOpen = history_->Log() != nullptr;
+  if (!isOpen && readValue_->IsOn()) ReadValue();
+  toolbar_->SetEnabled("ReadValue", isOpen);
 }
 
 void GraphFormNew::keyPressEvent(QKeyEvent* event) {
