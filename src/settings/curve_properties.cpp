@@ -45,7 +45,8 @@ CurveProperties PropertiesOf(const Session& session, int parameter) {
           .smoothing = session.SmoothValue[static_cast<std::size_t>(parameter)],
           .loweralarm = edited.loweralarm,
           .upperalarm = edited.upperalarm,
-          .hasAlarms = session.AcquisitionMode};
+          .hasAlarms = session.AcquisitionMode,
+          .hasSmoothing = !ShowsFile(session) && parameter <= session.NumberOfParameters};
 }
 
 void StoreProperties(Session& session, int parameter, const CurveProperties& properties) {
@@ -57,7 +58,8 @@ void StoreProperties(Session& session, int parameter, const CurveProperties& pro
   edited.format = properties.format;
   edited.color = properties.color;
   edited.Wrapping = properties.Wrapping;
-  session.SmoothValue[static_cast<std::size_t>(parameter)] = static_cast<std::int16_t>(properties.smoothing);
+  if (properties.hasSmoothing)
+    session.SmoothValue[static_cast<std::size_t>(parameter)] = static_cast<std::int16_t>(properties.smoothing);
   if (!properties.hasAlarms) return;
   edited.loweralarm = properties.loweralarm;
   edited.upperalarm = properties.upperalarm;

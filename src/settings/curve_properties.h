@@ -21,7 +21,8 @@ struct CurveProperties {
   int smoothing = 1;  ///< length of the moving average, 1 to 10
   std::string loweralarm = kNoAlarm;
   std::string upperalarm = kNoAlarm;
-  bool hasAlarms = false;  ///< they are edited too
+  bool hasAlarms = false;    ///< they are edited too
+  bool hasSmoothing = true;  ///< so is the smoothing
 };
 
 /// The same as the dialog's fields show it.
@@ -44,7 +45,8 @@ struct PropertyFault {
 /// number that can be read in two ways, a minimum that isn't below the maximum.
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts);
 
-/// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set.
+/// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set; smoothing, which only the
+/// unit's samples go through, for the unit's own channels.
 CurveProperties PropertiesOf(const Session& session, int parameter);
 void StoreProperties(Session& session, int parameter, const CurveProperties& properties);
 

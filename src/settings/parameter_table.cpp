@@ -195,10 +195,12 @@ bool StoreTable(Session& session, const ParameterTable& table) {
 }
 
 void CarryTableBack(Session& session) {
-  if (session.AcquisitionMode) ShowNonBlank(session, session.NumberOfParameters);
-  auto& configuration = session.AcquisitionMode ? session.Parameters : session.PlaybackParameters;
-  for (int i = 1; i <= session.NumberOfParameters; ++i) configuration[i] = session.CurrentParameters[i];
-  if (!session.AcquisitionMode) return;
+  if (!session.AcquisitionMode) {
+    for (int i = 1; i <= session.TotalParameters; ++i) session.PlaybackParameters[i] = session.CurrentParameters[i];
+    return;
+  }
+  ShowNonBlank(session, session.NumberOfParameters);
+  for (int i = 1; i <= session.NumberOfParameters; ++i) session.Parameters[i] = session.CurrentParameters[i];
   for (int i = 1; i <= session.TotalParameters - session.NumberOfParameters; ++i) {
     Parameter& shown = session.CurrentParameters[session.NumberOfParameters + i];
     Parameter& configured = session.AdditionalParameters[static_cast<std::size_t>(i)];

@@ -62,6 +62,7 @@ TEST(CurveProperties, RefuseANumberThatCanBeReadInTwoWays) {
 TEST(CurveProperties, ComeFromTheWorkingSetAndGoBackThere) {
   Session session;
   session.AcquisitionMode = true;
+  session.NumberOfParameters = 2;
   session.SmoothValue[2] = 4;
   session.CurrentParameters[2].Gain = 3;
   CurveProperties properties = PropertiesOf(session, 2);
@@ -101,6 +102,24 @@ TEST(CurveProperties, LeaveTheAlarmsOutsideOfAcquisition) {
   properties.loweralarm = "7";
   StoreProperties(session, 1, properties);
   EXPECT_EQ(session.CurrentParameters[1].loweralarm, "5");
+}
+
+TEST(CurveProperties, LeaveTheSmoothingOfTheUnitWhereAFileIsShown) {
+  Session session;
+  session.NumberOfParameters = session.PlaybackParameterCount = 2;
+  session.SmoothValue[2] = 4;
+  CurveProperties properties = PropertiesOf(session, 2);
+  EXPECT_FALSE(properties.hasSmoothing);
+  properties.smoothing = 9;
+  StoreProperties(session, 2, properties);
+  EXPECT_EQ(session.SmoothValue[2], 4);
+}
+
+TEST(CurveProperties, HaveNoSmoothingOfAComputedChannel) {
+  Session session;
+  session.NumberOfParameters = 2;
+  EXPECT_TRUE(PropertiesOf(session, 2).hasSmoothing);
+  EXPECT_FALSE(PropertiesOf(session, 3).hasSmoothing);
 }
 
 }  // namespace

@@ -280,6 +280,7 @@ TEST_F(ParameterTableTest, LeavesTheUnitAloneWhileAFileIsPlayed) {
   EXPECT_EQ(session.Parameters[1].name, "Pressure");
   EXPECT_EQ(session.AdditionalParameters[1].name, "Power");
   EXPECT_EQ(session.PlaybackParameters[1].name, "From the file");
+  EXPECT_EQ(session.PlaybackParameters[3].name, "Computed");
 }
 
 }  // namespace
