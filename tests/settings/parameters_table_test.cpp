@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -35,7 +36,7 @@ class ParametersTableWindow : public testing::Test {
   }
 
   void Open(int count = 3) {
-    window = std::make_unique<ParametersTable>(host, ParameterTable(SessionOf(count)));
+    window = std::make_unique<ParametersTable>(host, ParameterTable(SessionOf(count)), &widths);
     window->show();
     window->activateWindow();
     QApplication::processEvents();
@@ -76,6 +77,7 @@ class ParametersTableWindow : public testing::Test {
   std::string Remark() const { return window->findChild<QLabel*>("lblFault")->text().toStdString(); }
 
   test::Host host;
+  ColumnWidths widths;
   std::unique_ptr<ParametersTable> window;
   QTableView* grid = nullptr;
 };
@@ -195,6 +197,56 @@ TEST_F(ParametersTableWindow, GivesSeveralRowsOneColourFormatAndGraph) {
     EXPECT_EQ(Cell(row, TableColumn::Format), row > 0 ? "12345678" : "12345.12");
     EXPECT_EQ(Cell(row, TableColumn::Graph), "7");
   }
+}
+
+TEST_F(ParametersTableWindow, AsksWhereALetterIsTypedIntoAColourOrAFormat) {
+  Open();
+  GoTo(1, TableColumn::Color);
+  host.dialogs.ExpectColour("P2", 0x0000FF);
+  Type("P");
+  EXPECT_EQ(Cell(1, TableColumn::Color), "#FF0000");
+  EXPECT_EQ(grid->currentIndex().row(), 1);
+  GoTo(1, TableColumn::Format);
+  host.dialogs.ExpectChoice("Number Format", "12345678");
+  Type("1");
+  EXPECT_EQ(Cell(1, TableColumn::Format), "12345678");
+}
+
+// --- Widths ---
+
+TEST_F(ParametersTableWindow, KeepsTheWidthThatAColumnWasDrawnTo) {
+  Open();
+  const int units = PlaceOf(TableColumn::Units);
+  EXPECT_TRUE(widths.empty()) << "nothing was drawn yet";
+  grid->setColumnWidth(units, 333);
+  EXPECT_EQ(widths, (ColumnWidths{{"Units", 333}}));
+  GoTo(0, TableColumn::Units);
+  Type("a unit with a very, very long name that would want much more room than the operator has given to it");
+  Press(Qt::Key_Return);
+  EXPECT_EQ(grid->columnWidth(units), 333);
+  Open();
+  EXPECT_EQ(grid->columnWidth(units), 333);
+}
+
+TEST_F(ParametersTableWindow, GivesAColumnBackToItsTextsByADoubleClickOnItsEdge) {
+  widths = {{"Gain", 400}};
+  Open();
+  auto* header = grid->horizontalHeader();
+  const int gain = PlaceOf(TableColumn::Gain);
+  const QPoint edge(header->sectionViewportPosition(gain) + header->sectionSize(gain) - 1, header->height() / 2);
+  QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, edge);
+  EXPECT_LT(grid->columnWidth(gain), 200);
+  EXPECT_TRUE(widths.empty());
+}
+
+TEST_F(ParametersTableWindow, GrowsWithATextThatNobodyHasGivenAWidth) {
+  Open();
+  const int before = grid->columnWidth(PlaceOf(TableColumn::Units));
+  GoTo(0, TableColumn::Units);
+  Type("a unit with a long name");
+  Press(Qt::Key_Return);
+  EXPECT_GT(grid->columnWidth(PlaceOf(TableColumn::Units)), before);
+  EXPECT_TRUE(widths.empty());
 }
 
 // --- The menu, and other programs ---

@@ -121,6 +121,20 @@ TEST_F(TableOfTheProgram, OutlivesARestart) {
   EXPECT_EQ(rig.State().Parameters[3].units, "m/s");
 }
 
+TEST_F(TableOfTheProgram, KeepsTheWidthsOfItsColumnsOverARestart) {
+  const auto columnOf = [](ParametersTable& table) { return table.Answer().PlaceOf(TableColumn::Offset); };
+  InTable([&](ParametersTable& table) {
+    test::FindControl<QTableView>(table, "Grid1")->setColumnWidth(columnOf(table), 271);
+  });
+  rig.State().AskOnExit = false;
+  rig.Window().close();
+  rig.Start();
+  rig.Connect();
+  InTable([&](ParametersTable& table) {
+    EXPECT_EQ(test::FindControl<QTableView>(table, "Grid1")->columnWidth(columnOf(table)), 271);
+  });
+}
+
 TEST_F(TableOfTheProgram, EditsWhatPlays) {
   rig.State().AcquisitionMode = false;
   ChangeCurrentStatus(rig.State(), rig.Window(), text::StatusReadyToPlayback);

@@ -30,7 +30,10 @@ void ShowEdited(Session& session, GraphWindows& graphs) {
 
 void mnuEditTable_Click(WindowHost& host, Session& session, const Platform& platform, GraphWindows& graphs) {
   RunProcedure({platform.dialogs, "mnuEditTable_Click"}, [&](const Statements& run) {
-    const auto table = host.Show<ParametersTable>(ParameterTable(session));
+    const ColumnWidths before = ReadColumnWidths(platform.settings);
+    ColumnWidths widths = before;
+    const auto table = host.Show<ParametersTable>(ParameterTable(session), &widths);
+    if (widths != before) SaveColumnWidths(platform.settings, widths);
     if (!table) return;
     const bool raised = StoreTable(session, *table);
     CarryTableBack(session);

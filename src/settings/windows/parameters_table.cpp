@@ -29,9 +29,22 @@ bool IsChosen(TableColumn column) {
   return column == TableColumn::Color || column == TableColumn::Format;
 }
 
+/// A key that writes something.
+bool IsLetter(const QKeyEvent& key) {
+  const bool isCommand = (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  return !isCommand && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+std::vector<std::string> KeysOf(const ParameterTable& table) {
+  std::vector<std::string> keys;
+  for (int column = 0; column < table.ColumnCount(); ++column)
+    keys.emplace_back(HeadingOf(table.Column(column)).english);
+  return keys;
+}
+
 }  // namespace
 
-ParametersTable::ParametersTable(WindowHost& host, ParameterTable table)
+ParametersTable::ParametersTable(WindowHost& host, ParameterTable table, ColumnWidths* widths)
     : QDialog(host.Parent()),
       host_(host),
       ui_(std::make_unique<Ui::ParametersTable>()),
@@ -42,6 +55,7 @@ ParametersTable::ParametersTable(WindowHost& host, ParameterTable table)
   auto* delegate = new CellDelegate(this);
   ui_->Grid1->setItemDelegate(delegate);
   ui_->Grid1->setModel(&model_);
+  columns_ = new GridColumns(*ui_->Grid1, KeysOf(table_), widths ? *widths : ownWidths_);
   ui_->Grid1->installEventFilter(this);
   connect(delegate, &CellDelegate::MovesOn, this, &ParametersTable::Move);
   connect(ui_->Grid1, &QTableView::clicked, this, &ParametersTable::Grid1_Click);
@@ -73,8 +87,7 @@ void ParametersTable::ConnectMenu() {
 /// As large as its cells where the screen has room; they scroll where it hasn't.
 void ParametersTable::FitToScreen() {
   QTableView& grid = *ui_->Grid1;
-  grid.resizeColumnsToContents();
-  grid.setColumnWidth(0, std::max(grid.columnWidth(0), kNameWidth));
+  columns_->Fit(kNameWidth);
   const int frame = 2 * grid.frameWidth();
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   const QSize cells(grid.verticalHeader()->sizeHint().width() + grid.horizontalHeader()->length() + frame + bar,
@@ -126,17 +139,16 @@ bool ParametersTable::GridKey(const QKeyEvent& key) {
     case Qt::Key_Backspace:
       Clear(Selected());
       return true;
-    case Qt::Key_F2:
-    case Qt::Key_Space:
-      if (!cell.isValid() || !IsChosen(table_.Column(cell.column()))) return false;
-      Choose(cell);
-      return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
       return LeavesGrid(key);
     default:
-      return false;
+      break;
   }
+  if (!cell.isValid() || !IsChosen(table_.Column(cell.column()))) return false;
+  if (key.key() != Qt::Key_F2 && !IsLetter(key)) return false;
+  Choose(cell);
+  return true;
 }
 
 /// Behind the last cell, and ahead of the first one, the tabulator leads out of the grid.
@@ -255,14 +267,9 @@ void ParametersTable::mnuUndo_Click() {
   Changed();
 }
 
-/// Columns grow with their texts, and never shrink under the operator's hand.
 void ParametersTable::Changed() {
   model_.ShowAnew();
-  for (int column = 0; column < table_.ColumnCount(); ++column) {
-    const int before = ui_->Grid1->columnWidth(column);
-    ui_->Grid1->resizeColumnToContents(column);
-    if (ui_->Grid1->columnWidth(column) < before) ui_->Grid1->setColumnWidth(column, before);
-  }
+  columns_->Grow();
   ShowRemark();
 }
 

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "i18n/windows/window_host.h"
+#include "settings/column_widths.h"
 #include "settings/parameter_table.h"
+#include "settings/windows/grid_columns.h"
 #include "settings/windows/parameter_table_model.h"
 
 namespace Ui {
@@ -21,7 +23,8 @@ class ParametersTable : public QDialog {
   Q_OBJECT
 
  public:
-  ParametersTable(WindowHost& host, ParameterTable table);
+  /// `widths` outlives the window, which keeps it up to date; without it, widths go with the window.
+  ParametersTable(WindowHost& host, ParameterTable table, ColumnWidths* widths = nullptr);
   ~ParametersTable() override;
 
   const ParameterTable& Answer() const { return table_; }
@@ -60,6 +63,8 @@ class ParametersTable : public QDialog {
   std::unique_ptr<Ui::ParametersTable> ui_;
   ParameterTable table_;
   ParameterTableModel model_;
+  ColumnWidths ownWidths_;
+  GridColumns* columns_ = nullptr;  ///< the grid's
 };
 
 }  // namespace velk
