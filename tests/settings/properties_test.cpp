@@ -1,4 +1,4 @@
-#include "settings/windows/properties.h"
+#include "settings/windows/frm_properties.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "support/host.h"
-#include "support/window_driving.h"
+#include "support/window_script.h"
 
 namespace velk {
 namespace {
@@ -114,6 +114,59 @@ TEST_F(PropertiesWindow, KeepsAFormatThatTheListDoesNotHave) {
   window = std::make_unique<Properties>(host, CurveProperties{.name = "x", .units = "", .format = "0.0%"});
   Click(*window, "cmdOK");
   EXPECT_EQ(window->Answer().format, "0.0%");
+}
+
+TEST_F(PropertiesWindow, HasNoSmoothingOfAFile) {
+  window = std::make_unique<Properties>(host, CurveProperties{.name = "x", .units = "", .hasSmoothing = false});
+  window->show();
+  EXPECT_FALSE(FindControl<QSpinBox>(*window, "UpDown1")->isVisible());
+  EXPECT_FALSE(FindControl<QLabel>(*window, "lblSmoothing")->isVisible());
+}
+
+// --- Of a curve that isn't the unit's ---
+
+class PropertiesOfAForeignCurve : public testing::Test {
+ protected:
+  test::Host host;
+  test::WindowScript script;
+};
+
+TEST_F(PropertiesOfAForeignCurve, AreEditedInTheSameFields) {
+  script.Then("frmProperties", [](QDialog& window) {
+    EXPECT_EQ(window.windowTitle(), "Parameter Properties");
+    EXPECT_EQ(FindControl<QLineEdit>(window, "txtName")->text(), "Depth");
+    EXPECT_EQ(window.findChild<QPushButton*>("Command3"), nullptr);
+    FindControl<QLineEdit>(window, "txtMaximum")->setText("4,5");
+    Click(window, "cmdOK");
+  });
+  const auto entered = AskProperties(host, CurveProperties{.name = "Depth", .units = "m"});
+  ASSERT_TRUE(entered);
+  EXPECT_EQ(entered->max, 4.5);
+  EXPECT_EQ(entered->name, "Depth");
+}
+
+TEST_F(PropertiesOfAForeignCurve, AreRefusedWithAScaleUpsideDown) {
+  script.Then("frmProperties", [this](QDialog& window) {
+    FindControl<QLineEdit>(window, "txtMaximum")->setText("-1");
+    host.dialogs.Expect("Minimum scale must be less than maximum scale", Answer::Ok);
+    Click(window, "cmdOK");
+    EXPECT_TRUE(window.isVisible());
+    Click(window, "cmdCancel");
+  });
+  EXPECT_FALSE(AskProperties(host, CurveProperties{.name = "Depth", .units = "m"}));
+}
+
+TEST_F(PropertiesOfAForeignCurve, AreNoneWithoutACurve) {
+  host.dialogs.Expect("No data exist", Answer::Ok);
+  script.Then("frmProperties", [this](QDialog& window) {
+    for (const char* field : {"txtName", "txtUnits", "txtMinimum", "txtMaximum"}) {
+      EXPECT_EQ(FindControl<QLineEdit>(window, field)->text(), "") << field;
+      EXPECT_FALSE(FindControl<QLineEdit>(window, field)->isEnabled()) << field;
+    }
+    host.dialogs.Expect("No data is saved", Answer::Ok);
+    Click(window, "cmdOK");
+  });
+  EXPECT_FALSE(AskProperties(host, std::nullopt));
 }
 
 }  // namespace

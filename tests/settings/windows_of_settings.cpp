@@ -1,5 +1,6 @@
 #include "model/help_topics.h"
 #include "settings/windows/clear_settings.h"
+#include "settings/windows/frm_properties.h"
 #include "settings/windows/frm_user_options.h"
 #include "settings/windows/parameters_table.h"
 #include "settings/windows/properties.h"
@@ -38,6 +39,18 @@ std::shared_ptr<QWidget> OpenProperties(const std::string& language, bool acquir
   return Hosted<Properties>(job, PropertiesOf(job->session, 1));
 }
 
+/// A played file's: without what only the unit's samples go through.
+std::shared_ptr<QWidget> OpenPropertiesOfFile(const std::string& language) {
+  const Job job = MakeJob(language);
+  job->session.PlaybackParameterCount = job->session.NumberOfParameters;
+  return Hosted<Properties>(job, PropertiesOf(job->session, 1));
+}
+
+std::shared_ptr<QWidget> OpenForeignProperties(const std::string& language) {
+  const Job job = MakeJob(language);
+  return Hosted<frmProperties>(job, PropertiesOf(job->session, 2));
+}
+
 const WindowsOf kSettings([] {
   const auto properties = [](bool acquiring) {
     return [=](const std::string& language) { return OpenProperties(language, acquiring); };
@@ -48,7 +61,9 @@ const WindowsOf kSettings([] {
       {"ParametersTable", "", topic::Parameters, {"lblFault"}, OpenParametersTable},
       {"ParametersTable", "faults", topic::Parameters, {"lblFault"}, OpenFaultyTable},
       {"Properties", "", topic::Parameters, {}, properties(true)},
-      {"Properties", "playback", topic::Parameters, {}, properties(false)},
+      {"Properties", "no-alarms", topic::Parameters, {}, properties(false)},
+      {"Properties", "playback", topic::Parameters, {}, OpenPropertiesOfFile},
+      {"frmProperties", "", topic::Parameters, {}, OpenForeignProperties},
   };
 });
 

@@ -16,8 +16,13 @@
 namespace velk {
 
 Properties::Properties(WindowHost& host, CurveProperties properties)
+    : Properties(host, std::move(properties), "Properties") {
+}
+
+Properties::Properties(WindowHost& host, CurveProperties properties, const char* name)
     : QDialog(host.Parent()), host_(host), ui_(std::make_unique<Ui::Properties>()), properties_(std::move(properties)) {
   ui_->setupUi(this);
+  setObjectName(QLatin1String(name));
   setProperty("helpTopic", topic::Parameters);
   TranslateForm(*this, host.Words());
   Fill();
@@ -45,6 +50,8 @@ void Properties::Fill() {
   for (QWidget* const field :
        std::initializer_list<QWidget*>{ui_->lblLowerAlarm, ui_->txtLowerAlarm, ui_->lblUpperAlarm, ui_->txtUpperAlarm})
     field->setVisible(properties_.hasAlarms);
+  for (QWidget* const field : std::initializer_list<QWidget*>{ui_->lblSmoothing, ui_->UpDown1})
+    field->setVisible(properties_.hasSmoothing);
   ui_->lblFault->hide();
   ShowColour();
   ShowWrapping();

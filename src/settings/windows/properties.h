@@ -23,12 +23,19 @@ class Properties : public QDialog {
 
   const CurveProperties& Answer() const { return properties_; }
 
+ protected:
+  /// The same window under another name.
+  Properties(WindowHost& host, CurveProperties properties, const char* name);
+  WindowHost& Host() const { return host_; }
+  const Ui::Properties& Controls() const { return *ui_; }
+  /// Takes what was entered, or tells what is wrong with it.
+  virtual void cmdOK_Click();
+
  private:
   void Fill();
   void ShowColour();
   void ShowWrapping();
   void cmdColor_Click();
-  void cmdOK_Click();
   QLineEdit& FieldOf(std::string PropertyTexts::*field) const;
   void ShowFault(const PropertyFault& fault);
 
