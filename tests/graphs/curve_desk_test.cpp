@@ -273,6 +273,20 @@ TEST_F(CurvesOnTheDesk, GetAFreeNumberWhereTheirsIsTaken) {
   EXPECT_TRUE(IsOpen(3));
 }
 
+TEST_F(CurvesOnTheDesk, GoWithTheWindowsThatStandOpenAtTheEnd) {
+  auto ownArea = std::make_unique<QMdiArea>();
+  GraphWindowsMdi ownWindows{session, platform, test::EnglishWindows(), *ownArea};
+  const CurveDesk ownDesk{host, session, platform, ownWindows, [] {}};
+  Open({1});
+  windows.UnloadAll();
+  ownWindows.CreateGraphWindows();
+  ownArea->show();
+  QApplication::processEvents();
+  EXPECT_NE(ownWindows.Form(1), nullptr);
+  ownArea.reset();  // with the window in it, as the main window goes
+  EXPECT_EQ(ownWindows.Form(1), nullptr);
+}
+
 // --- Print ---
 
 TEST_F(CurvesOnTheDesk, SayThatPrintingWantsAFile) {
