@@ -135,6 +135,29 @@ TEST_F(ParametersTableWindow, StoresAndGoesOnByTab) {
   EXPECT_EQ(grid->currentIndex().column(), PlaceOf(TableColumn::Units));
 }
 
+TEST_F(ParametersTableWindow, GoesOnInTheNextRowByTab) {
+  Open();
+  GoTo(0, TableColumn::Offset);
+  Type("2");
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(Cell(0, TableColumn::Offset), "2");
+  EXPECT_EQ(grid->currentIndex().row(), 1);
+  EXPECT_EQ(grid->currentIndex().column(), 0);
+  Type("B");
+  Press(Qt::Key_Backtab);
+  EXPECT_EQ(Cell(1, TableColumn::Name), "B");
+  EXPECT_EQ(grid->currentIndex().row(), 0);
+  EXPECT_EQ(grid->currentIndex().column(), PlaceOf(TableColumn::Offset));
+  GoTo(2, TableColumn::Offset);
+  Type("3");
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(grid->currentIndex(), grid->model()->index(2, PlaceOf(TableColumn::Offset))) << "there is no next row";
+  GoTo(0, TableColumn::Name);
+  Type("A");
+  Press(Qt::Key_Backtab);
+  EXPECT_EQ(grid->currentIndex(), grid->model()->index(0, 0));
+}
+
 TEST_F(ParametersTableWindow, EditsThePresentTextByF2) {
   Open();
   Press(Qt::Key_F2);

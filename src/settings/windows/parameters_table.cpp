@@ -166,9 +166,13 @@ void ParametersTable::Grid1_Click(const QModelIndex& cell) {
   if (QGuiApplication::keyboardModifiers() == Qt::NoModifier && IsChosen(table_.Column(cell.column()))) Choose(cell);
 }
 
+/// Sideways it goes on in the next row, as the grid does where no editor is open.
 void ParametersTable::Move(int rows, int columns) {
   const QModelIndex cell = ui_->Grid1->currentIndex();
-  const QModelIndex next = model_.index(cell.row() + rows, cell.column() + columns);
+  const int count = table_.ColumnCount();
+  const int place = cell.row() * count + cell.column() + columns;
+  if (!cell.isValid() || place < 0) return;
+  const QModelIndex next = model_.index(place / count + rows, place % count);
   if (next.isValid()) ui_->Grid1->setCurrentIndex(next);
 }
 
