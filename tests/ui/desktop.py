@@ -95,7 +95,18 @@ class Desktop:
         self._x("key", *keys)
 
     def write(self, text):
-        self._x("type", text)
+        self._x("type", "--", text)
+
+    def copy(self, clipboard_owner, text):
+        """Another program holds the text in the clipboard."""
+        owner = subprocess.Popen([clipboard_owner], env=self.environment, stdin=subprocess.PIPE,
+                                 stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.running.append(owner)
+        owner.stdin.write(text.encode())
+        owner.stdin.close()
+        told = owner.stdout.readline()
+        owner.stdout.close()
+        assert told == b"ready\n"
 
     def open_menu(self, process, keys):
         """Presses the menu's keys and waits until it hangs down."""

@@ -1,5 +1,6 @@
 """The real program on a display, worked by a real pointer: where its controls are is told by the onlooker."""
 
+import json
 import os
 import subprocess
 import time
@@ -13,14 +14,15 @@ STEPS_OF_A_DRAG = 8
 class Seen:
     """A program with the onlooker in it. Controls go by paths of names, as "MainForm/Pause"; see onlooker.cpp."""
 
-    def __init__(self, desktop, program):
+    def __init__(self, desktop, program, first=None):
+        """Waits for the main window, or for the title of the window that comes up ahead of it."""
         self.desktop = desktop
         self.process = subprocess.Popen([program], env={**desktop.environment, "LD_PRELOAD": ONLOOKER},
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                                         text=True)
         desktop.running.append(self.process)
-        wait_for(lambda: desktop.keyboard_owner() and desktop.keyboard_owner() == self.property("MainForm", "windowTitle"),
-                 "the main window")
+        wait_for(lambda: desktop.keyboard_owner() and
+                 desktop.keyboard_owner() == (first or self.property("MainForm", "windowTitle")), "the first window")
 
     def close(self):
         self.process.stdin.close()
@@ -97,3 +99,33 @@ class Seen:
             self.desktop.drag(from_x, from_y, from_x, y + high // 2 + int((height - high) * share), STEPS_OF_A_DRAG)
         else:
             self.desktop.drag(from_x, from_y, x + wide // 2 + int((width - wide) * share), from_y, STEPS_OF_A_DRAG)
+
+    # --- By what is shown: buttons of boxes, entries of lists and cells have no names ---
+
+    def listing(self):
+        """All that can be worked: widgets, items of menus and cells; see listing.h."""
+        return json.loads(self.ask("list") or "[]")
+
+    def listed(self, **wanted):
+        """The first of the listing that has all of these; marks of letters don't count."""
+        for each in self.listing():
+            if all(str(each.get(key)).replace("&", "") == str(value) for key, value in wanted.items()):
+                return each
+        return None
+
+    def find(self, **wanted):
+        """The same, once it stands still."""
+        def stands():
+            first = self.listed(**wanted)
+            time.sleep(0.05)
+            return first if first and first == self.listed(**wanted) else None
+        return wait_for(stands, lambda: "%r among %r" % (
+            wanted, sorted({(each["window"], each["name"], each["text"]) for each in self.listing()})))
+
+    def middle_of(self, **wanted):
+        found = self.find(**wanted)
+        return found["x"] + found["w"] // 2, found["y"] + found["h"] // 2
+
+    def click_on(self, button=1, **wanted):
+        self.point(*self.middle_of(**wanted))
+        self.desktop.click(button)

@@ -8,6 +8,7 @@
 //   property PATH NAME     a property of an object as a text
 //   look PATH              a number that is another one where the control looks different on the screen
 //   picture FILE           saves what the screen shows
+//   list                   all that can be worked by now, see listing.h
 //
 // A path is names of objects or of their classes from a window down, as "MainForm/Pause"; with ":2" the second of that
 // name from the top of the screen down, as "GraphFormNew:2/VScroll1".
@@ -28,6 +29,8 @@
 #include <iostream>
 #include <string>
 #include <utility>
+
+#include "listing.h"
 
 namespace {
 
@@ -134,6 +137,7 @@ QString LookOf(const QRect& place) {
 QString Answer(const QStringList& words) {
   const QString& question = words[0];
   const QString& about = words.value(1);
+  if (question == QLatin1String("list")) return Listing();
   if (question == QLatin1String("picture")) return Screen().save(about) ? about : QString();
   QObject* object = Find(about);
   if (object == nullptr) return {};
