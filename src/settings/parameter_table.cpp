@@ -78,9 +78,9 @@ std::string ParameterTable::Copy(const CellRange& range) const {
   return JoinCells(rows);
 }
 
-CellRange ParameterTable::Paste(const CellRange& at, std::string_view text) {
+ParameterTable::Pasted ParameterTable::Paste(const CellRange& at, std::string_view text) {
   const CellTexts rows = SplitCells(text);
-  if (rows.empty()) return at;
+  if (rows.empty()) return {at, true};
   const bool fills = rows.size() == 1 && rows[0].size() == 1;
   CellRange filled = at;
   if (!fills) filled.bottom = at.top + static_cast<int>(rows.size()) - 1;
@@ -93,9 +93,10 @@ CellRange ParameterTable::Paste(const CellRange& at, std::string_view text) {
       edits.push_back({row, column, cells[fills ? 0 : static_cast<std::size_t>(column - at.left)]});
   }
   Change(edits);
+  const bool isWhole = filled.bottom < RowCount() && filled.right < ColumnCount();
   filled.bottom = std::min(filled.bottom, RowCount() - 1);
   filled.right = std::min(filled.right, ColumnCount() - 1);
-  return filled;
+  return {filled, isWhole};
 }
 
 // --- What is wrong ---

@@ -50,9 +50,13 @@ class ParameterTable {
 
   /// The cells as text for the clipboard.
   std::string Copy(const CellRange& range) const;
-  /// Puts cells in from the upper left corner of `at` on; a single one into all of `at`. Gives the cells that it has
-  /// filled; what reaches beyond the table is left out.
-  CellRange Paste(const CellRange& at, std::string_view text);
+  struct Pasted {
+    CellRange cells;       ///< those that were filled
+    bool isWhole = false;  ///< nothing reached beyond the table
+  };
+  /// Puts cells in from the upper left corner of `at` on; a single one into all of `at`. What reaches beyond the table
+  /// is left out.
+  Pasted Paste(const CellRange& at, std::string_view text);
 
   /// What keeps the table from being closed; nothing for a sound cell.
   std::optional<MessageText> FaultOf(int row, int column) const;

@@ -40,6 +40,8 @@ inline constexpr MessageText GraphOutOfRange{
 inline constexpr MessageText NotAColour{2291, "A color is # and six digits from 0 to F, such as #C8102E."};
 inline constexpr MessageText TableHint{
     2292, "Type into a cell. Click a color or a format to choose another one; F2 does it for all selected rows."};
+inline constexpr MessageText PastedInPart{
+    2298, "What was copied is larger than the table from this cell on: the rest was left out."};
 inline constexpr MessageText GraphOfRows{2293, "Enter the graph number of the selected rows"};
 
 // The properties of one parameter

@@ -222,20 +222,31 @@ TEST_F(ParameterTableTest, UndoesStepByStep) {
 TEST_F(ParameterTableTest, CopiesAndPastesARange) {
   ParameterTable table(session);
   EXPECT_EQ(table.Copy({0, 0, 1, 1}), "Pressure\tbar\nFlow\tbar\n");
-  const CellRange filled = table.Paste({1, 0, 1, 0}, "X\tm\nY\tl/min\nZ\tbeyond\n");
+  const auto [filled, isWhole] = table.Paste({1, 0, 1, 0}, "X\tm\nY\tl/min\nZ\tbeyond\n");
   EXPECT_EQ(table.Cell(1, 0), "X");
   EXPECT_EQ(table.Cell(2, 1), "l/min");
   EXPECT_EQ(filled.bottom, 2);
   EXPECT_EQ(filled.right, 1);
+  EXPECT_FALSE(isWhole);
   table.Undo();
   EXPECT_EQ(table.Cell(1, 0), "Flow") << "a paste is one step";
   EXPECT_EQ(table.Cell(2, 1), "bar");
 }
 
+TEST_F(ParameterTableTest, TellsWhetherAPasteHadRoom) {
+  ParameterTable table(session);
+  EXPECT_TRUE(table.Paste({1, 0, 1, 0}, "X\nY\n").isWhole);
+  EXPECT_FALSE(table.Paste({2, 0, 2, 0}, "X\nY\n").isWhole) << "a row too many";
+  const int last = table.ColumnCount() - 1;
+  EXPECT_TRUE(table.Paste({0, last, 0, last}, "1\n").isWhole);
+  EXPECT_FALSE(table.Paste({0, last, 0, last}, "1\t2\n").isWhole) << "a column too many";
+  EXPECT_TRUE(table.Paste({0, 0, 0, 0}, "").isWhole);
+}
+
 TEST_F(ParameterTableTest, FillsARangeWithASingleCell) {
   ParameterTable table(session);
   const int graph = table.PlaceOf(TableColumn::Graph);
-  table.Paste({0, graph, 2, graph}, "5\n");
+  EXPECT_TRUE(table.Paste({0, graph, 2, graph}, "5\n").isWhole);
   for (int row = 0; row < 3; ++row) EXPECT_EQ(table.Cell(row, graph), "5");
 }
 

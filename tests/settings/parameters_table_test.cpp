@@ -318,6 +318,16 @@ TEST_F(ParametersTableWindow, TakesSixtyFourRowsOfASpreadsheet) {
   }
 }
 
+TEST_F(ParametersTableWindow, SaysThatAPasteHadNoRoom) {
+  Open();
+  QApplication::clipboard()->setText("A\r\nB\r\nC\r\nD\r\n");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Cell(2, TableColumn::Name), "C");
+  EXPECT_EQ(Remark(), "What was copied is larger than the table from this cell on: the rest was left out.");
+  GoTo(1, TableColumn::Name);
+  EXPECT_EQ(Remark().find("What was copied"), std::string::npos);
+}
+
 // --- Closing ---
 
 TEST_F(ParametersTableWindow, StaysOpenWhileAScaleIsUpsideDown) {

@@ -259,11 +259,12 @@ void ParametersTable::mnuCut_Click() {
 }
 
 void ParametersTable::mnuPaste_Click() {
-  const CellRange filled = table_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
+  const auto [cells, isWhole] = table_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
   Changed();
   ui_->Grid1->selectionModel()->select(
-      QItemSelection(model_.index(filled.top, filled.left), model_.index(filled.bottom, filled.right)),
+      QItemSelection(model_.index(cells.top, cells.left), model_.index(cells.bottom, cells.right)),
       QItemSelectionModel::ClearAndSelect);
+  if (!isWhole) ui_->lblFault->setText(ToQt(host_.Words().Translator.In(text::PastedInPart)));
 }
 
 void ParametersTable::mnuUndo_Click() {
