@@ -38,6 +38,8 @@ CalibrateForm::CalibrateForm(WindowHost& host, CalibrationWork work)
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { work_.stop(); });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
   TranslateForm(*this, host.Words());
+  for (QLineEdit* number : {ui_->Text1_0, ui_->Text1_1, ui_->Text1_2, ui_->Text1_3})
+    number->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("-0000000.00000")));
   ui_->List1->setAccessibleName(ui_->lblParameter->text().remove('&'));
   ShowSampling(false);
   ShowHint();
