@@ -100,7 +100,7 @@ void Acquisition::Connect(const Statements& run) {
   session_.AcquisitionMode = true;
   session_.StopRequested = false;
   session_.Times.GraphTimeStep = session_.SamplingRate;
-  road_.ForgetValues();
+  session_.Data = {};  // until a first line has been accepted there are no values to hold
   CopyParameters();
   BuildGraphMap(session_, session_.TotalParameters);
   run([&] { graphs_.CreateGraphWindows(); });
@@ -172,6 +172,8 @@ void Acquisition::Run(const Statements& run) {
   CaptionStartButton(view_, text::Pause, image::PauseRunning);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringData);
   session_.FormattedLineLength = 0;
+  session_.Data.pausedSince = 0;
+  session_.Data.lastLine = session_.Data.lastRow = platform_.clock.Ticks();
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
   sources_.Current().Start();
@@ -185,6 +187,7 @@ void Acquisition::Run(const Statements& run) {
 void Acquisition::Pause(const Statements&) {
   CaptionStartButton(view_, text::Resume, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringPaused);
+  session_.Data.pausedSince = platform_.clock.Now();
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   sources_.Current().Pause();
   ReleaseGraphToolbars(session_);

@@ -43,13 +43,17 @@ void Recorder::mnuFileRecord_Click() {
 
 void Recorder::Connect() {
   const JobRows before = log_.RowsOfJob();
+  session_.Data.asksForReport = true;
+  const OnLeaving asked([this] { session_.Data.asksForReport = false; });
   BeginRecording(session_, files_, log_, session_.CurrentFile);
   // Behind the first rows of the new file, which wait for no box.
   if (before.path != log_.RowsOfJob().path)
     platform_.clock.Post([before, platform = platform_] { TellWhereUnreadable(before, platform); });
   view_.SetMenuEnabled("mnuViewSummaryReport", true);
   failing_ = false;
-  rows_ = missingRows_ = 0;
+  missingRows_ = session_.Data.rows = 0;
+  session_.Data.recordingSince = platform_.clock.Now();
+  session_.Data.lastRow = platform_.clock.Ticks();
   ShowMissingRows();
 }
 
@@ -95,7 +99,8 @@ void Recorder::AppendRow(const LogRow& row, bool firstTry) {
     throw;
   }
   failing_ = false;
-  ++rows_;
+  ++session_.Data.rows;
+  session_.Data.lastRow = platform_.clock.Ticks();
   if (!firstTry) --missingRows_;
   if (!firstTry) ShowMissingRows();
 }

@@ -32,9 +32,12 @@ class Recorder : public SampleLog {
   void AppendRowQuietly(const LogRow& row) override;
 
   /// Rows of the present recording that are on the disk.
-  long long RowsRecorded() const { return rows_; }
+  long long RowsRecorded() const { return session_.Data.rows; }
 
   void FollowPage(const Statements& run) override;
+
+  /// Rows of the running job go to a file.
+  bool IsRecording() const { return session_.RecordToDB && log_.RecordsetIsOpen(); }
 
   /// No rows until it is opened again; the log stays connected.
   void Close() { log_.CloseLogRecordset(); }
@@ -53,7 +56,6 @@ class Recorder : public SampleLog {
   JobFiles& files_;
   bool failing_ = false;
   bool asking_ = false;
-  long long rows_ = 0;
   long long missingRows_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "base/scope.h"
 #include "core/texts.h"
 #include "instruments/reading/decimal_fields.h"
+#include "instruments/reading/time_check.h"
 #include "instruments/table/protocols.h"
 #include "log/channels.h"
 #include "platform/loop/clock.h"
@@ -33,6 +34,12 @@ MessageText ReasonOf(LineFault fault) {
       return text::DateNotRead;
   }
   return {};
+}
+
+/// "4 values where 18 are expected"
+OperatorText CountFault(int sent, int expected) {
+  return std::to_string(sent) + (sent == 1 ? text::OneValueWhere : text::ValuesWhere) + std::to_string(expected) +
+         (expected == 1 ? text::IsExpected : text::AreExpected);
 }
 
 }  // namespace
@@ -118,10 +125,10 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
   session_.SampleTime = platform_.clock.Now();
   const Values values = take(run);
   if (values == Values::Left) return;
-  if (values != Values::Held) hasValues_ = true;
+  NoteLine(values);
   std::optional<double> rowTime;
   if (values == Values::TakenWithOwnTime) rowTime = session_.SampleTime;
-  if (hasValues_ && DrawAndLog(run, values, rowTime)) {
+  if (session_.Data.hasValues && DrawAndLog(run, values, rowTime)) {
     log_.FollowPage(run);
     plotter_.MoveTimeBase(session_.SamplingRate);
   }
@@ -145,14 +152,21 @@ bool SampleRoad::DrawAndLog(const Statements& run, Values values, std::optional<
   }
 }
 
+void SampleRoad::NoteLine(Values values) {
+  DataState& data = session_.Data;
+  data.lastLine = platform_.clock.Ticks();
+  if (values == Values::Held) return;
+  data.hasValues = true;
+  data.heldSince = 0;
+  data.lastSample = data.lastLine;
+  ++data.samples;
+}
+
 Values SampleRoad::TakeValues(const Statements& run, const std::string& line) {
   const LineFault fault = TakeLine(run, line);
-  if (fault == LineFault::None) {
-    session_.Data.heldSince = 0;
-    return Values::Taken;
-  }
-  CountRejected(fault);
-  if (hasValues_ && session_.Data.heldSince == 0) session_.Data.heldSince = session_.SampleTime;
+  if (fault == LineFault::None) return Values::Taken;
+  CountRejected(fault, line);
+  if (session_.Data.hasValues && session_.Data.heldSince == 0) session_.Data.heldSince = session_.SampleTime;
   return Values::Held;
 }
 
@@ -163,14 +177,24 @@ LineFault SampleRoad::TakeLine(const Statements& run, const std::string& line) {
   return run([&] { return values_.Take(session_, line); });
 }
 
-void SampleRoad::CountRejected(LineFault fault) {
-  ++session_.Data.rejected;
-  session_.Data.lastReason = ReasonOf(fault);
+/// The check of an own unit's line goes by the length of the line before; so does that of a unit's page.
+bool SampleRoad::ShowsLengthOnly(LineFault fault, bool wrongCount) const {
+  const Protocol& row = ProtocolOf(session_);
+  const bool goesByLength = row.unit.has_value() || row.driver == Driver::NetworkedPage;
+  const bool isFirst = session_.Data.samples == 0 && session_.Data.rejected == 0;
+  return goesByLength && isFirst && fault == LineFault::CheckFailed && !wrongCount;
 }
 
-void SampleRoad::ForgetValues() {
-  hasValues_ = false;
-  session_.Data = {};
+void SampleRoad::CountRejected(LineFault fault, std::string_view line) {
+  DataState& data = session_.Data;
+  data.lastLine = platform_.clock.Ticks();
+  const int sent = CountDelimiters(line, session_.Delimiter);
+  const int expected = session_.NumberOfParameters;
+  const bool dependsOnCount = fault == LineFault::CheckFailed || fault == LineFault::FieldMissing;
+  const bool wrongCount = dependsOnCount && sent > 0 && sent != expected;
+  if (ShowsLengthOnly(fault, wrongCount)) ++data.firstLines;
+  ++data.rejected;
+  data.lastReason = wrongCount ? CountFault(sent, expected) : ReasonOf(fault);
 }
 
 bool SampleRoad::IsSignificant(const Statements& run) {

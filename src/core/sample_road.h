@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/sample_log.h"
 #include "core/sample_plotter.h"
@@ -41,8 +42,9 @@ class SampleRoad {
   /// Takes the values of a line in the common form; a line that is rejected is counted.
   Values TakeValues(const Statements& run, const std::string& line);
 
-  /// Counts a line that was rejected and keeps the reason.
-  void CountRejected(LineFault fault);
+  /// Counts a line that was rejected and keeps the reason; where its number of values is what is wrong, and `line` is
+  /// given, the two numbers.
+  void CountRejected(LineFault fault, std::string_view line = {});
 
   /// Names a procedure in the box of a sample's error. Made once, not for each sample: its texts cost memory.
   Report ReportOf(const char* procedure) const;
@@ -53,13 +55,12 @@ class SampleRoad {
   /// A sample is under way, perhaps with a box on top of it.
   bool IsRunning() const { return depth_ > 0; }
 
-  /// At Connect: until a first line has been accepted there are no values to hold.
-  void ForgetValues();
-
  private:
   class RowAheadOfBoxes;
 
+  void NoteLine(Values values);
   LineFault TakeLine(const Statements& run, const std::string& line);
+  bool ShowsLengthOnly(LineFault fault, bool wrongCount) const;
   bool PassesGuard();
   void Leave();
   void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);
@@ -76,7 +77,6 @@ class SampleRoad {
   Decoders decoders_;
   SampleValues values_;
   int depth_ = 0;
-  bool hasValues_ = false;
 };
 
 }  // namespace velk

@@ -49,6 +49,11 @@ inline constexpr MessageText PortParity{2408, "parity "};
 inline constexpr MessageText PortStopBits{2409, "stop bits "};
 inline constexpr MessageText PortModemLines{2420, "modem lines, which the hardware handshake needs"};
 
+// The plug; the device stands behind
+inline constexpr MessageText ConnectedTo{2571, "Connected: "};
+inline constexpr MessageText NoDataFrom{2572, "Connected, but no data come: "};
+inline constexpr MessageText DisconnectedFrom{2573, "Disconnected: "};
+
 // The page of a networked unit; the address stands in front
 inline constexpr MessageText PageBadAddress{2410, ": this is no address of a page. Is the IP address filled in?"};
 inline constexpr MessageText PageNoConnection{2411,

@@ -22,6 +22,8 @@ class GraphWindow {
   /// An alarmed parameter's value label changes its background with each call and carries a mark; otherwise the label
   /// goes back to its own look.
   virtual void ShowAlarm(int parameter, bool alarmed) = 0;
+  /// The values are grey: no line comes, or the job is paused. Not stale: they have their own looks again.
+  virtual void ShowValuesStale(bool /*stale*/) {}
   /// Time at the top of the plot; 0 until something was drawn.
   virtual double TimeOrigin() const = 0;
   virtual void EnableToolbar() = 0;

@@ -17,6 +17,12 @@ class MainView {
   /// that could not be recorded, 6 which row of a file is played back.
   virtual void SetPanel(int panel, const OperatorText& text) = 0;
 
+  /// The panel of the data: whether they come, and what was rejected; gone while it has no text. `warns`: in its
+  /// warning colour, with a mark.
+  virtual void ShowData(const OperatorText& text, bool warns) = 0;
+  /// The sign that rows go to a file, and what else there is to know of that file; gone while it has no text.
+  virtual void ShowRecording(const OperatorText& text, const OperatorText& toolTip) = 0;
+
   /// Menu items and their captions follow the status.
   virtual void ShowStatus(const MessageText& status) = 0;
   /// An item or a button that isn't there raises std::logic_error, here and below.
@@ -51,6 +57,7 @@ inline constexpr int DisconnectOff = 15;
 inline constexpr int ConnectOff = 16;
 inline constexpr int ConnectOn = 17;
 inline constexpr int DisconnectOn = 18;
+inline constexpr int ConnectSilent = 19;  ///< the link is open, and nothing comes
 }  // namespace image
 
 }  // namespace velk

@@ -45,6 +45,7 @@ Application::Application(const Services& services)
       sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock)),
       playback_(session_, platform_, timers_, form_, graphs_),
       acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_, playback_),
+      dataPanel_(session_, platform_, form_, recorder_, link_),
       linkSetUp_(session_, platform_, timers_, link_, sources_),
       resetValue_(session_, platform_, link_, [this] { return sources_.IsRunning(); }),
       shutDown_({session_, platform_, form_, graphs_, link_, road_, sources_, acquisition_, playback_}),

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/acquisition.h"
+#include "core/panel/data_panel.h"
 #include "core/sources/sample_sources.h"
 #include "formula/windows/formula_commands.h"
 #include "graphs/windows/curve_desk.h"
@@ -89,6 +90,7 @@ class Application {
   SampleSources sources_;
   Playback playback_;
   Acquisition acquisition_;
+  DataPanel dataPanel_;
   LinkSetUp linkSetUp_;
   ResetValue resetValue_;
   ShutDown shutDown_;

@@ -107,6 +107,7 @@ constexpr Picture kPictures[] = {
     {image::ConnectOff, "connect_off"},
     {image::ConnectOn, "connect_on"},
     {image::DisconnectOn, "disconnect_on"},
+    {image::ConnectSilent, "connect_silent"},
 };
 
 }  // namespace

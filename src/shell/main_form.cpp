@@ -31,6 +31,8 @@ constexpr int kRefreshMs = 33;
 constexpr int kFilePanel = 2;
 constexpr int kMissingRowsPanel = 5;
 constexpr int kPlacePanel = 6;
+constexpr int kDataPanel = 7;
+constexpr int kRecordingPanel = 8;
 
 bool ChangesWithEverySample(int panel) {
   return panel == 4 || panel == kPlacePanel;
@@ -38,7 +40,7 @@ bool ChangesWithEverySample(int panel) {
 
 /// Is there only while it has something to say.
 bool ComesAndGoes(int panel) {
-  return panel == kMissingRowsPanel || panel == kPlacePanel;
+  return panel >= kMissingRowsPanel;
 }
 
 /// The toolbar from left to right; Alarms has to be the 17th. An empty key is a separator.
@@ -47,6 +49,16 @@ struct ToolbarButton {
   int image;
   const char* toolTip;
 };
+
+// Never by colour alone.
+const std::string kWarningMark = "\u26a0 ";
+const std::string kRecordingMark = "\u25cf ";
+
+QLabel* MakePanel(int panel, QWidget* parent) {
+  if (panel == kFilePanel) return new PathLabel(parent);
+  if (panel == kDataPanel) return new PathLabel(parent, Qt::ElideRight);
+  return new QLabel(parent);
+}
 
 constexpr std::string_view kSpeedBar = "ScrollBar";
 
@@ -144,15 +156,41 @@ QAction* MainForm::AddSpeedBar(const char* toolTip) {
 }
 
 void MainForm::BuildStatusBar() {
-  constexpr int kStretch[] = {0, 3, 6, 2, 2, 3, 3};
-  for (int panel = 1; panel <= kPlacePanel; ++panel) {
-    panels_[panel] = panel == kFilePanel ? new PathLabel(this) : new QLabel(this);
+  constexpr int kStretch[] = {0, 3, 6, 2, 2, 3, 3, 11, 0};
+  for (int panel = 1; panel <= kRecordingPanel; ++panel) {
+    panels_[panel] = MakePanel(panel, this);
     panels_[panel]->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
     panels_[panel]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     panels_[panel]->setTextFormat(Qt::PlainText);
     panels_[panel]->setVisible(!ComesAndGoes(panel));
     ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
   }
+  panels_[kRecordingPanel]->setStyleSheet(
+      QStringLiteral("QLabel { color: white; background: #c8102e; font-weight: bold; padding: 0 6px; }"));
+}
+
+void MainForm::ShowData(const OperatorText& shown, bool warns) {
+  const std::string text = language_.In(shown);
+  ShowPanel(kDataPanel, warns ? kWarningMark + text : text);
+  panels_[kDataPanel]->setToolTip(ToQt(text));
+  if (std::exchange(dataWarns_, warns) != warns) ColourDataPanel();
+}
+
+void MainForm::ColourDataPanel() {
+  const bool dark = palette().color(QPalette::Window).lightness() < 128;
+  const QString warning = dark ? QStringLiteral("QLabel { color: #ffc857; background: #3a2e10; font-weight: bold; }")
+                               : QStringLiteral("QLabel { color: #8a5a00; background: #fff4d6; font-weight: bold; }");
+  panels_[kDataPanel]->setStyleSheet(dataWarns_ ? warning : QString());
+}
+
+void MainForm::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && dataWarns_) ColourDataPanel();
+}
+
+void MainForm::ShowRecording(const OperatorText& text, const OperatorText& toolTip) {
+  ShowPanel(kRecordingPanel, text.IsEmpty() ? std::string() : kRecordingMark + language_.In(text));
+  panels_[kRecordingPanel]->setToolTip(ToQt(language_.In(toolTip)));
 }
 
 QMdiArea& MainForm::GraphArea() {

@@ -48,6 +48,8 @@ class MainForm : public QMainWindow, public MainView {
   std::function<void(int speed)> onSpeedChange;
 
   void SetPanel(int panel, const OperatorText& text) override;
+  void ShowData(const OperatorText& text, bool warns) override;
+  void ShowRecording(const OperatorText& text, const OperatorText& toolTip) override;
   void ShowStatus(const MessageText& status) override;
   void SetMenuEnabled(std::string_view item, bool enabled) override;
   void SetMenuCaption(std::string_view item, const OperatorText& caption) override;
@@ -64,9 +66,11 @@ class MainForm : public QMainWindow, public MainView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void BuildToolbar();
+  void ColourDataPanel();
   QAction* AddSpeedBar(const char* toolTip);
   void BuildStatusBar();
   void CaptionStart(const MessageText& caption);
@@ -80,10 +84,11 @@ class MainForm : public QMainWindow, public MainView {
   std::unique_ptr<Commands> commands_;
   std::map<std::string, int, std::less<>> images_;
   SpeedBar* speedBar_ = nullptr;
-  QLabel* panels_[7] = {};
+  QLabel* panels_[9] = {};
   std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
   QTimer panelRefresh_;
   bool hourglass_ = false;
+  bool dataWarns_ = false;
 };
 
 }  // namespace velk

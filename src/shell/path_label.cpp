@@ -15,7 +15,7 @@ void PathLabel::paintEvent(QPaintEvent*) {
   drawFrame(&painter);
   const int beside = fontMetrics().averageCharWidth() / 2;
   const QRect room = contentsRect().adjusted(beside, 0, -beside, 0);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
+  const QString shown = fontMetrics().elidedText(text(), givesWay_, room.width());
   style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), shown,
                         foregroundRole());
 }

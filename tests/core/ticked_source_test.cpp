@@ -191,7 +191,7 @@ TEST_F(Polled, AShortLineIsRejectedInsteadOfReadingItsTimeForAValue) {
   EXPECT_EQ(rig.session.CurrentValue[1], 51.5f);
   EXPECT_EQ(rig.session.CurrentValue[3], 3.5f);
   EXPECT_EQ(rig.session.Data.rejected, 1);
-  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line ends ahead of its last value");
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "2 values where 3 are expected");
 }
 
 TEST_F(Polled, AFrameBetweenReturnsOfItsOwnIsTakenHoweverTickAndFrameMeet) {

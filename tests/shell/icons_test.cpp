@@ -32,8 +32,25 @@ TEST_F(Icons, EveryNumberOfTheImageListHasAPicture) {
   for (const int number :
        {image::Record, image::PlayBack, image::Exit, image::Acquire, image::Edit, image::Tools, image::PauseRunning,
         image::Stop, image::PauseStopped, image::Help, image::Alarms, image::RecordOff, image::RecordOn,
-        image::DisconnectOff, image::ConnectOff, image::ConnectOn, image::DisconnectOn})
+        image::DisconnectOff, image::ConnectOff, image::ConnectOn, image::DisconnectOn, image::ConnectSilent})
     EXPECT_FALSE(Icon(number).pixmap(24).isNull()) << number;
+}
+
+/// Dots in a full colour, not in the grey of the lines.
+bool IsLit(int number) {
+  const QImage picture = Icon(number).pixmap(24, 24).toImage();
+  for (int y = 0; y < 24; ++y)
+    for (int x = 0; x < 24; ++x)
+      if (picture.pixelColor(x, y).hsvSaturationF() > 0.6 && picture.pixelColor(x, y).alphaF() > 0.9) return true;
+  return false;
+}
+
+TEST_F(Icons, OfTheTwoPlugsTheOneThatHoldsIsLit) {
+  EXPECT_TRUE(IsLit(image::ConnectOn));
+  EXPECT_FALSE(IsLit(image::DisconnectOn)) << "the link is open";
+  EXPECT_FALSE(IsLit(image::ConnectOff));
+  EXPECT_TRUE(IsLit(image::DisconnectOff)) << "the link is closed";
+  EXPECT_TRUE(IsLit(image::ConnectSilent));
 }
 
 TEST_F(Icons, APictureThatIsNotThereIsEmpty) {

@@ -173,6 +173,44 @@ TEST_F(MainFormTest, ShowsPanelsAndTheOneForMissingRowsOnlyWhenItHasText) {
   EXPECT_FALSE(missing->isVisible());
 }
 
+TEST_F(MainFormTest, ShowsThePanelOfTheDataWhileItHasTextAndMarksAWarning) {
+  form.show();
+  const auto* data = form.findChild<QLabel*>("StatusBar1_7");
+  ASSERT_NE(data, nullptr);
+  EXPECT_FALSE(data->isVisible());
+  form.ShowData("1.0 samples/s", false);
+  EXPECT_TRUE(data->isVisible());
+  EXPECT_EQ(data->text(), "1.0 samples/s");
+  const QString calm = data->styleSheet();
+  form.ShowData("no data for 12 s", true);
+  EXPECT_EQ(data->text(), QString::fromUtf8("\u26a0 no data for 12 s")) << "never by colour alone";
+  EXPECT_EQ(data->toolTip(), "no data for 12 s") << "whole, where the panel is too narrow";
+  EXPECT_NE(data->styleSheet(), calm);
+  form.ShowData("", false);
+  EXPECT_FALSE(data->isVisible());
+  EXPECT_EQ(data->styleSheet(), calm);
+}
+
+TEST_F(MainFormTest, ShowsTheSignOfARecordingWhileItHasText) {
+  form.show();
+  const auto* sign = form.findChild<QLabel*>("StatusBar1_8");
+  ASSERT_NE(sign, nullptr);
+  EXPECT_FALSE(sign->isVisible());
+  form.ShowRecording("REC well.mdb", "Rows go to /jobs/well.mdb");
+  EXPECT_TRUE(sign->isVisible());
+  EXPECT_EQ(sign->text(), QString::fromUtf8("\u25cf REC well.mdb"));
+  EXPECT_EQ(sign->toolTip(), "Rows go to /jobs/well.mdb");
+  form.ShowRecording({}, {});
+  EXPECT_FALSE(sign->isVisible());
+}
+
+TEST_F(MainFormTest, ALongWarningMakesTheWindowNoWider) {
+  form.resize(1024, 768);
+  form.show();
+  form.ShowData(std::string(500, 'x'), true);
+  EXPECT_LE(form.minimumSizeHint().width(), 1024);
+}
+
 TEST_F(MainFormTest, ChangesTheImageOfAButtonByNumber) {
   EXPECT_EQ(form.ButtonImage("RecordToDB"), image::RecordOff);
   form.SetButtonImage("RecordToDB", image::RecordOn);

@@ -31,12 +31,14 @@ class FakeGraphWindow : public GraphWindow {
     if (onPlot) onPlot();
   }
   void ShowAlarm(int parameter, bool alarmed) override { alarms.emplace_back(parameter, alarmed); }
+  void ShowValuesStale(bool shown) override { stale = shown; }
   double TimeOrigin() const override { return origin; }
   void EnableToolbar() override { ++toolbarsEnabled; }
   void RefreshForm() override { ++refreshes; }
   void UpdateParametersDefs() override {}
 
   double origin = 0;
+  bool stale = false;
   std::vector<std::pair<double, double>> blocks, dates;
   std::vector<double> scrolls;
   std::map<int, float> labels;

@@ -11,6 +11,14 @@ namespace velk::test {
 class RecordingView : public MainView {
  public:
   void SetPanel(int panel, const OperatorText& text) override { panels[panel] = text.English(); }
+  void ShowData(const OperatorText& text, bool warning) override {
+    data = text.English();
+    dataWarns = warning;
+  }
+  void ShowRecording(const OperatorText& text, const OperatorText& toolTip) override {
+    recording = text.English();
+    recordingTip = toolTip.English();
+  }
   void SetMenuEnabled(std::string_view item, bool enabled) override { menuEnabled[std::string(item)] = enabled; }
   void ShowStatus(const MessageText& status) override { statuses.emplace_back(status.english); }
   void SetMenuCaption(std::string_view item, const OperatorText& caption) override {
@@ -37,6 +45,8 @@ class RecordingView : public MainView {
   std::map<std::string, std::string> menuCaption, toolTips;
   std::map<std::string, int> images;
   std::vector<std::string> statuses;
+  std::string data, recording, recordingTip;
+  bool dataWarns = false;
   int speed = 0;
   int captionResets = 0;
   int repaints = 0;

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <algorithm>
+#include <limits>
 
 #include "base/scope.h"
 #include "graphs/windows/chart_fonts.h"
@@ -211,10 +212,13 @@ void GraphFormNew::RebuildHeader() {
 }
 
 void GraphFormNew::FillLabels() {
+  // Until the first sample of a job the values are those of an earlier one.
+  const bool hasValues = session_.Data.hasValues || !session_.AcquisitionMode;
   Draw("RefreshForm", [&] {
     view_->FillLabels();
     for (int slot = 1; slot <= curves_.Count(); ++slot)
-      view_->SetValue(slot, static_cast<double>(session_.CurrentValue[curves_.ParameterOf(slot)]));
+      view_->SetValue(slot, hasValues ? static_cast<double>(session_.CurrentValue[curves_.ParameterOf(slot)])
+                                      : std::numeric_limits<double>::quiet_NaN());
     if (!readValue_->IsOn()) SetCaption(std::nullopt);
   });
 }

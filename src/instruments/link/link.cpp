@@ -158,7 +158,9 @@ void Link::CloseODataCom() {
 
 void Link::ClosePlainPort() {
   nextReopen_ = 0;
-  if (MSComm1->IsOpen()) MSComm1->Close();
+  if (!MSComm1->IsOpen()) return;
+  MSComm1->Close();
+  ShowImages(ODataCom1.IsOpen());
 }
 
 Link::State Link::Release() {
@@ -190,6 +192,7 @@ bool Link::OpenPlainPort(Handshake handshake) {
         MSComm1->Open(plain_);
         device_.Opened();
         IsBack();
+        ShowImages(true);
         TellUnsupported(plain_, MSComm1->Unsupported());
       } catch (const PortError& error) {
         throw RuntimeError(error.Number(), PortErrorText(error));
@@ -207,8 +210,10 @@ bool Link::KeepPlainPortOpen() {
     plain_.device = device_.Find();
     MSComm1->Open(plain_);
     device_.Opened();
+    ShowImages(true);
     IsBack();
   } catch (const PortError& error) {
+    ShowImages(false);
     TellLoss(PortErrorText(error));
   } catch (const RuntimeError& error) {
     TellLoss(error.Text());
@@ -318,8 +323,23 @@ void Link::ShowBox() {
 }
 
 void Link::ShowImages(bool connected) {
-  view_.SetButtonImage("connect", connected ? image::ConnectOn : image::ConnectOff);
+  connected_ = connected;
+  const int open = silent_ ? image::ConnectSilent : image::ConnectOn;
+  view_.SetButtonImage("connect", connected ? open : image::ConnectOff);
   view_.SetButtonImage("disconnect", connected ? image::DisconnectOn : image::DisconnectOff);
+  const std::string& device = DeviceInUse();
+  if (device.empty()) return;
+  view_.SetButtonToolTip("connect", (silent_ ? text::NoDataFrom : text::ConnectedTo) + device);
+  view_.SetButtonToolTip("disconnect", text::DisconnectedFrom + device);
+}
+
+const std::string& Link::DeviceInUse() const {
+  return MSComm1->IsOpen() || ODataCom1.Settings().port.device.empty() ? plain_.device
+                                                                       : ODataCom1.Settings().port.device;
+}
+
+void Link::ShowSilence(bool silent) {
+  if (std::exchange(silent_, silent) != silent) ShowImages(connected_);
 }
 
 OperatorText Link::PortErrorText(const PortError& error) const {

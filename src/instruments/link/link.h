@@ -79,6 +79,9 @@ class Link {
   /// own errors; one that escapes it is a defect, and nothing is done twice for it.
   void ODataCom1_DataReady(const std::string& line);
 
+  /// The plug shows that nothing comes though the link is open.
+  void ShowSilence(bool silent);
+
   /// Lines received since the last SetODataCom, for a wait for the first one.
   std::int64_t LinesSeen() const { return linesSeen_; }
 
@@ -100,6 +103,7 @@ class Link {
   void ShowUntold();
   void ShowBox();
   void ShowImages(bool connected);
+  const std::string& DeviceInUse() const;
   OperatorText PortErrorText(const PortError& error) const;
 
   Session& session_;
@@ -112,7 +116,9 @@ class Link {
   FollowedDevice device_;  ///< of both ports
   std::int64_t linesSeen_ = 0;
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
-  bool failureTold_ = false;     ///< a failure was shown and no data have come since
+  bool connected_ = false;       ///< as the plug shows it
+  bool silent_ = false;
+  bool failureTold_ = false;  ///< a failure was shown and no data have come since
   LossNotice loss_;
   bool lossWaits_ = false;   ///< until no sample is running
   bool lossStands_ = false;  ///< its box does

@@ -1,0 +1,77 @@
+#include "core/panel/data_panel.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "model/graph_map.h"
+#include "model/graph_window.h"
+#include "model/status.h"
+#include "model/texts.h"
+#include "platform/files/disk_room.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kLookMs = 250;
+constexpr std::int64_t kToolTipMs = 5000;
+/// The rate is that of the last ten seconds; of five samples where they come slowly.
+constexpr std::int64_t kRateWindowMs = 10'000;
+
+LogFileRoom RoomOf(const std::string& path) {
+  double bytes = 0;
+  for (const char* part : {"", "-wal", "-shm"}) bytes += FileBytes(path + part);
+  return {path, bytes, FreeBytes(path)};
+}
+
+}  // namespace
+
+DataPanel::DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link)
+    : session_(session),
+      platform_(platform),
+      view_(view),
+      recorder_(recorder),
+      link_(link),
+      timer_(platform.clock.MakeTimer()) {
+  timer_->SetInterval(kLookMs);
+  timer_->SetHandler([this] { Look(); });
+  timer_->SetEnabled(true);
+}
+
+void DataPanel::Look() {
+  if (!StatusIs(session_, text::StatusAcquiringData)) rate_.Restart();
+  rate_.Note(session_.Data.samples, session_.Data.lastSample, std::max(kRateWindowMs, SilenceMs(session_)));
+  ShowWords(WordsOfData(session_, platform_.clock.Ticks(), Rate()));
+  ShowRecording();
+}
+
+void DataPanel::ShowWords(const DataWords& words) {
+  const bool jobRuns = !words.text.IsEmpty();
+  if (std::exchange(jobRuns_, jobRuns) || jobRuns) {
+    // Windows may have been made since the last look.
+    ForEachGraphWindow(session_, [&](GraphWindow& window) { window.ShowValuesStale(words.stale); });
+    link_.ShowSilence(words.stale && session_.Data.pausedSince == 0);
+  }
+  std::string text = words.text.English();
+  if (text == shown_ && words.warns == warned_) return;
+  view_.ShowData(words.text, words.warns);
+  shown_ = std::move(text);
+  warned_ = words.warns;
+}
+
+void DataPanel::ShowRecording() {
+  OperatorText text;
+  if (recorder_.IsRecording()) {
+    text = RecordingText(session_, session_.LogFileInUse, platform_.clock.Now());
+    if (recording_.empty() || platform_.clock.Ticks() >= nextToolTip_) {
+      toolTip_ = RecordingToolTip(session_, RoomOf(session_.LogFileInUse), Rate());
+      nextToolTip_ = platform_.clock.Ticks() + kToolTipMs;
+    }
+  }
+  std::string shown = text.English();
+  if (shown == recording_) return;
+  view_.ShowRecording(text, toolTip_);
+  recording_ = std::move(shown);
+}
+
+}  // namespace velk

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "core/panel/data_words.h"
+#include "core/panel/rate_meter.h"
+#include "core/recorder.h"
+#include "instruments/link/link.h"
+#include "model/main_view.h"
+#include "model/session.h"
+#include "platform/loop/clock.h"
+#include "platform/platform.h"
+
+namespace velk {
+
+/// Tells how a job fares: what comes, what is recorded and what isn't, in the status bar, by the plug and by grey
+/// values. It looks for itself, four times a second, and costs a sample nothing.
+class DataPanel {
+ public:
+  DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link);
+
+ private:
+  void Look();
+  void ShowWords(const DataWords& words);
+  void ShowRecording();
+  std::optional<double> Rate() const { return rate_.PerSecond(); }
+
+  Session& session_;
+  Platform platform_;
+  MainView& view_;
+  const Recorder& recorder_;
+  Link& link_;
+  std::unique_ptr<Timer> timer_;
+  RateMeter rate_;
+  bool jobRuns_ = false;
+  std::string shown_;
+  bool warned_ = false;
+  std::string recording_;
+  OperatorText toolTip_;
+  std::int64_t nextToolTip_ = 0;  ///< ticks: the disk is asked now and then only
+};
+
+}  // namespace velk

@@ -1,0 +1,143 @@
+#include "core/panel/data_panel.h"
+
+#include <gtest/gtest.h>
+
+#include "core/rig.h"
+
+namespace velk {
+namespace {
+
+using test::Rig;
+
+class Panel : public testing::Test {
+ protected:
+  void Samples(int count) {
+    for (int i = 0; i < count; ++i) rig.Sample(i, 2, 3);
+    rig.clock.Advance(250);
+  }
+
+  Rig rig;
+  DataPanel panel{rig.session, rig.platform, rig.view, rig.recorder, rig.link};
+};
+
+TEST_F(Panel, TellsRateAndRowsOfARecordingJob) {
+  rig.Connect();
+  EXPECT_EQ(rig.view.data, "");
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  Samples(5);
+  EXPECT_EQ(rig.view.data, "1.0 samples/s \u00b7 5 rows");
+  EXPECT_FALSE(rig.view.dataWarns);
+}
+
+TEST_F(Panel, TellsWhichNumberOfValuesCameWhereAnotherIsExpected) {
+  rig.ConnectAndStart();
+  Samples(1);
+  for (int i = 0; i < 3; ++i) {
+    rig.clock.Advance(1000);
+    rig.road.ProcessLine(FormatDate(rig.clock.Now(), "hh:mm:ss") + " 1 2 3 4\r\n");
+  }
+  rig.clock.Advance(250);
+  EXPECT_NE(rig.view.data.find("3 rejected: 4 values where 3 are expected"), std::string::npos) << rig.view.data;
+  EXPECT_EQ(rig.view.data.find("values held since "), 0u) << rig.view.data;
+  EXPECT_TRUE(rig.view.dataWarns);
+  Samples(2);
+  EXPECT_EQ(rig.view.data.find("values held"), std::string::npos) << "values come again";
+}
+
+TEST_F(Panel, GreysTheValuesOfASilentUnitAndShowsItByThePlug) {
+  rig.ConnectAndStart();
+  Samples(2);
+  EXPECT_FALSE(rig.graphs.windows[1].stale);
+  EXPECT_EQ(rig.view.images["connect"], image::ConnectOn);
+  rig.timers.Timer2->SetEnabled(false);  // the watchdog would open the port anew meanwhile
+  rig.clock.Advance(12'000);
+  EXPECT_TRUE(rig.graphs.windows[1].stale);
+  EXPECT_TRUE(rig.graphs.windows[2].stale);
+  EXPECT_EQ(rig.view.data, "no data for 12 s \u00b7 not recording");
+  EXPECT_TRUE(rig.view.dataWarns);
+  EXPECT_EQ(rig.view.images["connect"], image::ConnectSilent);
+  EXPECT_EQ(rig.view.toolTips["connect"], "Connected, but no data come: " + rig.linePort.openings.back().device);
+  Samples(1);
+  EXPECT_FALSE(rig.graphs.windows[1].stale);
+  EXPECT_EQ(rig.view.images["connect"], image::ConnectOn);
+  EXPECT_EQ(rig.view.toolTips["connect"], "Connected: " + rig.linePort.openings.back().device);
+}
+
+TEST_F(Panel, GreysTheValuesOfAPausedJobAndTellsSinceWhen) {
+  rig.ConnectAndStart();
+  Samples(2);
+  const std::string paused = FormatDate(rig.clock.Now(), "hh:mm:ss");
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(60'000);
+  EXPECT_EQ(rig.view.data, "paused since " + paused + " \u00b7 not recording");
+  EXPECT_FALSE(rig.view.dataWarns);
+  EXPECT_TRUE(rig.graphs.windows[1].stale);
+  EXPECT_EQ(rig.view.images["connect"], image::ConnectOn) << "nobody waits for data";
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(250);
+  EXPECT_FALSE(rig.graphs.windows[1].stale) << "a pause is no silence of the unit";
+}
+
+TEST_F(Panel, GoesWithTheJob) {
+  rig.ConnectAndStart();
+  Samples(2);
+  rig.acquisition.mnuAcquireStop_Click();
+  rig.clock.Advance(250);
+  EXPECT_EQ(rig.view.data, "");
+  EXPECT_FALSE(rig.view.dataWarns);
+}
+
+TEST_F(Panel, ShowsTheRecordingWithItsFileItsTimeAndItsRoom) {
+  rig.Connect();
+  rig.ChooseFile("well.mdb");
+  rig.clock.Advance(1000);
+  EXPECT_EQ(rig.view.recording, "") << "chosen, and nothing goes there yet";
+  rig.acquisition.mnuAcquireStart_Click();
+  Samples(3);
+  EXPECT_EQ(rig.view.recording, "REC well.mdb  0:00:03");
+  EXPECT_EQ(rig.view.recordingTip.find("Rows go to " + rig.Path("well.mdb") + "\nSize: "), 0u) << rig.view.recordingTip;
+  EXPECT_NE(rig.view.recordingTip.find("\nFree on this disk: "), std::string::npos);
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(250);
+  EXPECT_EQ(rig.view.recording, "REC well.mdb  paused");
+  rig.acquisition.mnuAcquireStop_Click();
+  rig.clock.Advance(250);
+  EXPECT_EQ(rig.view.recording, "");
+}
+
+TEST_F(Panel, NamesTheFileThatRowsReallyGoToWhenItsShownNameHasFollowedThePages) {
+  rig.Connect();
+  rig.ChooseFile("well.mdb");
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.session.CurrentFile = rig.Path("well.002");
+  Samples(1);
+  EXPECT_EQ(rig.view.recording, "REC well.mdb  0:00:01");
+}
+
+TEST_F(Panel, ForgetsAtConnectWhatAnEarlierJobHadCounted) {
+  rig.ConnectAndStart();
+  Samples(2);
+  EXPECT_TRUE(rig.session.Data.hasValues);
+  rig.acquisition.mnuAcquireStop_Click();
+  rig.Connect();
+  EXPECT_FALSE(rig.session.Data.hasValues) << "the labels show no value of an earlier job";
+  EXPECT_EQ(rig.session.Data.samples, 0);
+}
+
+TEST_F(Panel, SaysWhileTheReportsColumnsAreAskedForThatNothingIsRecorded) {
+  rig.Connect();
+  rig.ChooseFile();
+  std::string during;
+  rig.questions.include = [&](SummaryInclusion&) {
+    rig.clock.Advance(500);
+    during = rig.view.data;
+  };
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(during, "nothing is recorded until the question is answered");
+  rig.clock.Advance(250);
+  EXPECT_EQ(rig.view.data, "waiting for the first line \u00b7 0 rows");
+}
+
+}  // namespace
+}  // namespace velk
