@@ -1,11 +1,13 @@
 #include "settings/clear_sections.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/numbers.h"
 #include "instruments/table/protocols.h"
 #include "settings/settings_io.h"
 #include "settings/settings_keys.h"
+#include "settings/texts.h"
 
 namespace velk {
 
@@ -53,6 +55,25 @@ std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, 
   std::vector<OperatorText> problems = LoadSettings(session, store, language);
   SetProtocolConstants(session);
   SaveSettings(session, store);
+  return problems;
+}
+
+OperatorText ClearQuestion(const GroupChoice& groups) {
+  constexpr std::array<MessageText, kSettingsGroups> kNames{text::GroupGeneral,  text::GroupProtocol,
+                                                            text::GroupPrinting, text::GroupParameters,
+                                                            text::GroupPlayback, text::GroupFormulae};
+  OperatorText question = text::TheseSettingsGo;
+  for (std::size_t i = 0; i < groups.size(); ++i)
+    if (groups[i]) question += "\n    " + OperatorText(kNames[i]);
+  return question + "\n" + text::ClearThem;
+}
+
+std::vector<OperatorText> TakeBackClearing(Session& session, SettingsStore& store, const Language& language,
+                                           const std::string& before) {
+  store.Restore(kLiveSettings, before);
+  std::vector<OperatorText> problems = LoadSettings(session, store, language);
+  SetProtocolConstants(session);
+  store.Flush();
   return problems;
 }
 

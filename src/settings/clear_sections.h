@@ -17,9 +17,21 @@ inline constexpr int kSettingsGroups = 6;
 /// By group: whether it is to be cleared.
 using GroupChoice = std::array<bool, kSettingsGroups>;
 
+inline bool IsEmpty(const GroupChoice& groups) {
+  return groups == GroupChoice{};
+}
+
+/// What the operator is asked ahead of it: which groups go.
+OperatorText ClearQuestion(const GroupChoice& groups);
+
 /// Deletes the sections of the chosen groups from the live settings, then loads and saves them, which restores their
 /// presets. Gives the problems of LoadSettings; raises the store's file errors.
 std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, const Language& language,
                                         const GroupChoice& groups);
+
+/// Puts the live settings back to a text that SettingsStore::TextOf gave, on the disk too, and loads them. Gives and
+/// raises what ClearSections does.
+std::vector<OperatorText> TakeBackClearing(Session& session, SettingsStore& store, const Language& language,
+                                           const std::string& before);
 
 }  // namespace velk

@@ -24,6 +24,14 @@ bool NamesOwnUnit(const Session& session) {
   return ProtocolOf(session).unit.has_value();
 }
 
+bool IsSureToLoad(const EditSettings& edit) {
+  return edit.platform.dialogs.Message({.text = LoadTemplateQuestion(edit.session),
+                                        .title = text::LoadTemplateTitle,
+                                        .buttons = Buttons::YesNo,
+                                        .icon = BoxIcon::Question,
+                                        .safeDefault = true}) == Answer::Yes;
+}
+
 /// Shows that the program ends, and ends it.
 void End(const EditSettings& edit) {
   edit.platform.dialogs.Message({text::MustEnd, "", Buttons::Ok, BoxIcon::Information});
@@ -40,6 +48,8 @@ void mnuEditSaveTemplate_Click(const EditSettings& edit) {
     run([&] { SaveTemplate(session, edit.platform.settings, *name); });
     if (!HasTemplate(session, *name)) session.TemplateNames.push_back(*name);
     run([&] { SaveSettings(session, edit.platform.settings); });
+    if (session.NumberOfFormulae > 0)
+      edit.platform.dialogs.Message({text::SavedButNotLoadable, "", Buttons::Ok, BoxIcon::Information});
   });
 }
 
@@ -47,6 +57,7 @@ void mnuEditLoadTemplate_Click(const EditSettings& edit) {
   RunProcedure({edit.platform.dialogs, "mnuEditLoadTemplate_Click"}, [&](const Statements& run) {
     const auto name = ChooseTemplate(edit, text::LoadTemplateTitle, text::LoadTemplatePrompt, false);
     if (!name) return;
+    if (!IsSureToLoad(edit)) return;
     run([&] { LoadTemplate(edit.session, edit.platform.settings, edit.platform.language, *name); });
     if (NamesOwnUnit(edit.session)) edit.resetConnection();
     if (WaitsForNewStart(edit.session)) edit.offerNewStart();

@@ -1,10 +1,12 @@
 #include "settings/templates.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include "base/errors.h"
+#include "instruments/setup/hardware_choices.h"
 #include "instruments/table/protocols.h"
 #include "model/status.h"
 #include "model/texts.h"
@@ -46,6 +48,22 @@ auto FindTemplate(const Session& session, std::string_view name) {
 std::optional<std::string> NameInStore(SettingsStore& store, std::size_t number) {
   return store.Find(kTemplateList, "General", "TheTemplateName" + std::to_string(number));
 }
+
+/// What comes with the program.
+struct ReadyMade {
+  MessageText name;
+  std::string_view serialData;
+  const char* delimiter;
+  const char* terminator;
+};
+
+constexpr ReadyMade kReadyMade[] = {
+    {text::TemplateBlankCr, protocol::Formatted, " ", "\r"},
+    {text::TemplateCommaCrLf, protocol::Formatted, ",", "\r\n"},
+    // Ends lines of LF and of CR LF alike.
+    {text::TemplateAnyLines, protocol::AnySerialData, " ", "\n"},
+};
+constexpr std::int16_t kReadyMadeChannels = 4;
 
 bool JobStands(const Session& session) {
   return StatusIs(session, text::StatusReadyToAcquire) || StatusIs(session, text::StatusAcquiringData) ||
@@ -90,6 +108,35 @@ void SaveTemplate(Session& session, SettingsStore& store, const std::string& nam
     store.Forget(application);  // or it would be written by a later save, and stand in no list
     throw;
   }
+}
+
+void AddReadyMadeTemplates(Session& session, SettingsStore& store, const Language& language) {
+  if (session.TemplateNames.size() > 1 || store.Find(kTemplateList, "General", "NumberOfTemplates")) return;
+  for (const ReadyMade& made : kReadyMade) {
+    const std::string name = language.In(made.name);
+    const auto fresh = std::make_unique<Session>();
+    SettingsReader presets(language, store, TemplateApplication(name), Keys::OfTemplates);
+    ReadSettings(presets, *fresh);
+    fresh->SerialData = made.serialData;
+    fresh->Delimiter = made.delimiter;
+    fresh->Terminator = made.terminator;
+    fresh->NumberOfParameters = kReadyMadeChannels;
+    FillUnnamedParameters(fresh->Parameters, kReadyMadeChannels, language);
+    SaveTemplate(*fresh, store, name);
+    session.TemplateNames.push_back(name);
+  }
+  SaveTemplateList(session, store);
+}
+
+OperatorText LoadTemplateQuestion(const Session& session) {
+  OperatorText question = text::LoadingReplaces;
+  const auto line = [&](const MessageText& what, const OperatorText& present) {
+    question += "\n    " + (what + present);
+  };
+  line(text::ReplacedProtocol, ProtocolOf(session).caption);
+  line(text::ReplacedChannels, std::to_string(session.NumberOfParameters));
+  line(text::ReplacedFormulae, std::to_string(session.NumberOfFormulae));
+  return question + "\n" + text::LoadItNow;
 }
 
 std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const Language& language,

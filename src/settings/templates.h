@@ -24,6 +24,14 @@ void LoadTemplate(Session& session, SettingsStore& store, const Language& langua
 /// store's file errors; the template is then as it was on the disk.
 void SaveTemplate(Session& session, SettingsStore& store, const std::string& name);
 
+/// Puts the templates that come with the program into an empty list: protocols that the list of Serial Port can't
+/// select. Only where there was never a list, so that those that the operator has deleted stay away. Raises the store's
+/// file errors.
+void AddReadyMadeTemplates(Session& session, SettingsStore& store, const Language& language);
+
+/// What the operator is asked ahead of LoadTemplate: what of the present set-up goes.
+OperatorText LoadTemplateQuestion(const Session& session);
+
 /// Takes the template off the store and the list, then loads the live settings: a session that was set up by a template
 /// doesn't keep what came from it. Gives the problems of LoadSettings; raises the store's file errors.
 std::vector<OperatorText> DeleteTemplate(Session& session, SettingsStore& store, const Language& language,

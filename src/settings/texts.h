@@ -22,6 +22,31 @@ inline constexpr MessageText MinimumFontSize{2270, "Minimum font size is 6"};
 inline constexpr MessageText MaximumFontSize{2271, "Maximum font size is 20"};
 inline constexpr MessageText MinimumCurves{2272, "Minimum number of curves per graph is 1"};
 
+// Clearing the settings
+inline constexpr MessageText TheseSettingsGo{2587, "These settings go back to what a new program has:"};
+inline constexpr MessageText GroupGeneral{2588, "General"};
+inline constexpr MessageText GroupProtocol{2589, "Protocol and port"};
+inline constexpr MessageText GroupPrinting{2590, "Graph printing"};
+inline constexpr MessageText GroupParameters{2591, "Parameters: names, units, scales, alarms, graphs"};
+inline constexpr MessageText GroupPlayback{2592, "Playback parameters"};
+inline constexpr MessageText GroupFormulae{2593, "Additional parameters with their formulas"};
+inline constexpr MessageText ClearThem{
+    2594, "Until VELK ends, Take Back in the same window brings them back. Clear them now?"};
+
+// Templates that come with the program, and what loading one does
+inline constexpr MessageText TemplateBlankCr{2595, "Formatted lines (blank, CR)"};
+inline constexpr MessageText TemplateCommaCrLf{2596, "Formatted lines (comma, CR LF)"};
+inline constexpr MessageText TemplateAnyLines{2597, "Any serial lines"};
+inline constexpr MessageText LoadingReplaces{2598, "Loading this template replaces:"};
+inline constexpr MessageText ReplacedChannels{2599, "Channels: "};
+inline constexpr MessageText ReplacedFormulae{2600, "Additional parameters with their formulas: "};
+inline constexpr MessageText ReplacedProtocol{2601, "Protocol: "};
+inline constexpr MessageText LoadItNow{2602, "Load it now?"};
+inline constexpr MessageText SavedButNotLoadable{2603,
+                                                 "The template is saved. It holds additional parameters, and a "
+                                                 "template that does can't be loaded again: remove them "
+                                                 "and save it once more where it is to be loaded later."};
+
 // The table of parameters
 inline constexpr MessageText HeadingName{2273, "Name"};
 inline constexpr MessageText HeadingUnits{2274, "Units"};

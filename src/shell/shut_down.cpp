@@ -3,6 +3,7 @@
 #include <QDir>
 #include <utility>
 
+#include "base/numbers.h"
 #include "base/text_qt.h"
 #include "instruments/table/protocols.h"
 #include "model/status.h"
@@ -39,8 +40,16 @@ void ShutDown::SaveAndEnd() {
 }
 
 bool ShutDown::IsSureToExit() {
-  return parts_.platform.dialogs.Message({text::SureToExit, text::ProgramName, Buttons::YesNo, BoxIcon::Question}) ==
-         Answer::Yes;
+  OperatorText question = text::SureToExit;
+  const Session& session = parts_.session;
+  if (session.RecordToDB && session.AcquireStarted)
+    question += "\n\n" + (text::IsRecordingTo + session.LogFileInUse) + "\n" + text::RowsSoFar +
+                Format(static_cast<double>(session.Data.rows), "#,##0") + text::RecordingEnds;
+  return parts_.platform.dialogs.Message({.text = question,
+                                          .title = text::ProgramName,
+                                          .buttons = Buttons::YesNo,
+                                          .icon = BoxIcon::Question,
+                                          .safeDefault = true}) == Answer::Yes;
 }
 
 void ShutDown::mnuFileExit_Click() {

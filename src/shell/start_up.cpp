@@ -10,8 +10,10 @@
 #include "model/status.h"
 #include "model/texts.h"
 #include "platform/dialogs/dialogs.h"
+#include "platform/ports/port_devices.h"
 #include "platform/settings/settings.h"
 #include "settings/settings_io.h"
+#include "settings/templates.h"
 #include "shell/texts.h"
 
 namespace velk {
@@ -69,6 +71,7 @@ void StartUp::ReadSettings() {
     const OperatorText told =
         ProblemText(LoadSettings(parts_.session, parts_.platform.settings, parts_.platform.language));
     if (!told.IsEmpty()) ShowError(told, kStep);
+    AddReadyMadeTemplates(parts_.session, parts_.platform.settings, parts_.platform.language);
   });
 }
 
@@ -86,10 +89,18 @@ void StartUp::HideAcquireTimeButtons() {
     parts_.form.SetButtonVisible(button, false);
 }
 
+OperatorText StartUp::PresentPort() const {
+  const Session& session = parts_.session;
+  OperatorText present = text::PresentProtocol + ProtocolOf(session).caption;
+  present += "\n" + (text::PresentDevice + PortDevice(parts_.platform.settings, session.PortNumber));
+  present += "\n" + (text::PresentSpeed + std::to_string(session.BaudRate));
+  return present + "\n" + text::PresentChannels + std::to_string(session.NumberOfParameters);
+}
+
 void StartUp::OpenLink() {
-  const bool goesOn =
-      !ProtocolOf(parts_.session).asksAtStart ||
-      parts_.platform.dialogs.Message({text::ContinueWithPort, "", Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
+  const bool goesOn = !ProtocolOf(parts_.session).asksAtStart ||
+                      parts_.platform.dialogs.Message({text::ContinueWithPort + "\n\n" + PresentPort(), "",
+                                                       Buttons::YesNo, BoxIcon::Question}) == Answer::Yes;
   if (goesOn)
     parts_.link.SetODataCom();
   else

@@ -42,6 +42,7 @@ class StartUp {
   void ResetFlags();
   void HideAcquireTimeButtons();
   void OpenLink();
+  OperatorText PresentPort() const;
 
   Parts parts_;
   const std::string programFolder_;

@@ -8,7 +8,14 @@ namespace velk::text {
 // The frame
 inline constexpr MessageText BaseTitle{2041, "Velk Acquisition Console (VELK) - version"};
 inline constexpr MessageText SureToExit{2042, "Are you sure you want to exit VELK?"};
+inline constexpr MessageText IsRecordingTo{2580, "A job is recorded to "};
+inline constexpr MessageText RowsSoFar{2581, "Rows so far: "};
+inline constexpr MessageText RecordingEnds{2582, ". The recording ends with VELK; the file is kept."};
 inline constexpr MessageText ContinueWithPort{2043, "Continue with current serial port settings?"};
+inline constexpr MessageText PresentProtocol{2583, "Protocol: "};
+inline constexpr MessageText PresentDevice{2584, "Device: "};
+inline constexpr MessageText PresentSpeed{2585, "Speed: "};
+inline constexpr MessageText PresentChannels{2586, "Channels: "};
 inline constexpr MessageText StartUpErrorTitle{2044, "Start Up Error"};
 inline constexpr MessageText StartUpErrorLine{2045, "Line = "};
 inline constexpr MessageText OfferNewStart{

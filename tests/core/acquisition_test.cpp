@@ -86,7 +86,19 @@ TEST_F(Job, ConnectTellsATimeOutAndIsReadyAllTheSame) {
   EXPECT_EQ(rig.dialogs.shown.back().title, "Time Out Error");
   EXPECT_EQ(rig.dialogs.shown.back().icon, BoxIcon::Critical);
   EXPECT_EQ(waited, 3000);
+  EXPECT_EQ(rig.dialogs.shown.back().text,
+            "Time Out Error, check hardware\n\nCom Port 1: " + rig.linePort.openings.back().device +
+                "\nNothing was heard. Is the unit switched on, and is this its cable?");
   ExpectStatus("Ready to Acquire");
+}
+
+TEST_F(Job, ConnectTellsThatBytesCameWithoutTheEndOfALine) {
+  rig.clock.onYield = [this, come = false]() mutable {
+    if (rig.linePort.open && !std::exchange(come, true)) rig.linePort.Receive("12:00:00 1 2");
+  };
+  rig.dialogs.Expect("\nBytes heard: 12, but no end of a line. Are the speed and the line end right?", Answer::Ok);
+  rig.acquisition.mnuAcquireConnect_Click();
+  rig.clock.onYield = nullptr;
 }
 
 TEST_F(Job, ConnectWaitsFifteenSecondsAtMost) {

@@ -5,6 +5,7 @@
 #include "base/dates.h"
 #include "core/polled.h"
 #include "instruments/table/protocols.h"
+#include "platform/ports/port_devices.h"
 
 namespace velk {
 namespace {
@@ -339,9 +340,13 @@ TEST_F(Polled, TellsWhichEndOfAFormattedLineDidNotCome) {
   struct Case {
     const char* bytes;
     const char* text;
+    std::string heard;  ///< beneath it
   };
-  for (const Case& c : {Case{"12:00:00 1 2", "Time Out Error, check hardware"},
-                        Case{"2 3\r12:00:00 1", "Time Out Error, check hardware settings"}}) {
+  const std::string port = "\n\nCom Port 1: " + PortDevice(rig.settings, 1) + "\n";
+  for (const Case& c : {Case{"12:00:00 1 2", "Time Out Error, check hardware",
+                             port + "Bytes heard: 12, but no end of a line. Are the speed and the line end right?"},
+                        Case{"2 3\r12:00:00 1", "Time Out Error, check hardware settings",
+                             port + "Bytes heard: 14, but no second end of a line. Is the unit sending on?"}}) {
     rig.dialogs.shown.clear();
     Use(protocol::Formatted, " ", "\r");
     rig.dialogs.Expect("Time Out Error, check hardware", Answer::Ok);  // Connect's own wait
@@ -350,7 +355,7 @@ TEST_F(Polled, TellsWhichEndOfAFormattedLineDidNotCome) {
     rig.plainPort.Receive(c.bytes);
     rig.dialogs.Expect(c.text, Answer::Ok);
     rig.clock.Advance(8000);
-    EXPECT_EQ(rig.dialogs.shown.back().text, c.text);
+    EXPECT_EQ(rig.dialogs.shown.back().text, std::string(c.text) + c.heard);
     EXPECT_EQ(rig.dialogs.shown.back().icon, BoxIcon::Critical);
     EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
     rig.acquisition.mnuAcquireStop_Click();

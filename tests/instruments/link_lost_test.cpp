@@ -214,10 +214,10 @@ TEST_F(LinkTest, WhileItsBoxStandsFurtherLossesAreCountedInItAndNoOtherBoxComes)
   driver.HangUp();
   clock.Advance(1);
   const std::string gone = "/dev/ttyVelk: the serial device is gone. Data go on by themselves when it is back.\n";
-  // Tried a second after each loss, and lost again 342 seconds after the loss before: at 02:14:00, 02:19:42, 02:25:24.
-  EXPECT_EQ(told, (std::vector<std::string>{gone + "Lost at 02:14, back since 02:14.",
-                                            gone + "2 times since 02:14, back since 02:19.",
-                                            gone + "3 times since 02:14, back since 02:25."}));
+  // Lost again 342 seconds after the loss before, at 02:14:00, 02:19:42, 02:25:24; data are back 340 seconds behind it.
+  EXPECT_EQ(told, (std::vector<std::string>{gone + "Lost at 02:14, back since 02:19:40.",
+                                            gone + "2 times since 02:14, back since 02:25:22.",
+                                            gone + "3 times since 02:14, back since 02:31:04."}));
   ASSERT_FALSE(dialogs.retold.empty());
   EXPECT_EQ(dialogs.retold.back().text, gone + "4 times since 02:14.");
   EXPECT_EQ(dialogs.retold.back().subject, dialogs.shown.at(0).subject);
@@ -261,8 +261,8 @@ TEST_F(LinkTest, APlainPortThatIsLostAgainWhileItsBoxStandsIsCountedInIt) {
   // Gone from 02:14 to 02:16 as the box says already, then from 02:17 to 02:18.
   std::vector<std::string> told;
   for (const ShownMessage& each : dialogs.retold) told.push_back(each.text.substr(each.text.find('\n') + 1));
-  EXPECT_EQ(told, (std::vector<std::string>{"Lost at 02:14, back since 02:16.", "2 times since 02:14.",
-                                            "2 times since 02:14, back since 02:18."}));
+  EXPECT_EQ(told, (std::vector<std::string>{"Lost at 02:14, back since 02:16:00.", "2 times since 02:14.",
+                                            "2 times since 02:14, back since 02:18:00."}));
 }
 
 TEST_F(LinkTest, AfterItsEndNothingOfTheLinkIsCalled) {

@@ -129,6 +129,12 @@ TEST_F(QtDialogsTest, PressesTheFirstButtonOnEnter) {
   EXPECT_EQ(AnswerWithKey(Buttons::RetryCancel, Qt::Key_Return), Answer::Retry);
 }
 
+TEST_F(QtDialogsTest, EnterAnswersWhatEscapeDoesWhereYesWouldLoseSomething) {
+  const Answer answer = AnswerWith({.text = "T", .buttons = Buttons::YesNo, .safeDefault = true},
+                                   [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  EXPECT_EQ(answer, Answer::No);
+}
+
 TEST_F(QtDialogsTest, ReachesEveryButtonWithTheKeyboard) {
   const auto tabAndPress = [](QMessageBox& box) {
     QWidget* first = box.focusWidget();

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,6 +25,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+constexpr const char* kReplaces = "Loading this template replaces:";
+
 class EditSettingsTest : public testing::Test {
  protected:
   EditSettingsTest() {
@@ -33,6 +36,11 @@ class EditSettingsTest : public testing::Test {
 
   /// Chooses in the list that comes next.
   void Choose(std::optional<std::string> name) { dialogs_.ExpectChoice("", std::move(name)); }
+  /// Loads the template that was chosen in the list.
+  void Load() {
+    dialogs_.Expect(kReplaces, Answer::Yes);
+    mnuEditLoadTemplate_Click(edit_);
+  }
   /// Marks groups in ClearSettings and leaves it by O.K.
   void Clear(const std::vector<int>& groups) {
     windows_.Then("ClearSettings", [groups](QDialog& window) {
@@ -40,6 +48,7 @@ class EditSettingsTest : public testing::Test {
         test::FindControl<QCheckBox>(window, ("Check1_" + std::to_string(group)).c_str())->click();
       test::Click(window, "cmdOK");
     });
+    if (!groups.empty()) dialogs_.Expect("These settings go back to what a new program has", Answer::Yes);
     commands_.mnuEditClear_Click();
   }
 
@@ -115,7 +124,7 @@ TEST_F(EditSettingsTest, OffersANewStartForATemplateWithAnotherProtocolBehindAnO
   const auto load = [this](const char* protocol) {
     store_.Save("VELKJob", "Protocol", "SerialData", protocol);
     Choose("Job");
-    mnuEditLoadTemplate_Click(edit_);
+    Load();
   };
   session_.TemplateNames = {"", "Job"};
   load("Any Serial Data");
@@ -182,7 +191,7 @@ TEST_F(EditSettingsTest, KeepsTheOldTemplateWhereTheNewOneCouldNotBeWritten) {
     mnuEditSaveTemplate_Click(edit_);
   }
   Choose("Job");
-  mnuEditLoadTemplate_Click(edit_);
+  Load();
   EXPECT_EQ(session_.TheTimeOut, 9);
   EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
 }
@@ -193,13 +202,78 @@ TEST_F(EditSettingsTest, LoadsATemplate) {
   session_.TheTimeOut = 5;
   session_.TemplateNames = {"", "A", "Job"};
   Choose("Job");
-  mnuEditLoadTemplate_Click(edit_);
+  Load();
   EXPECT_EQ(dialogs_.listsAsked[0].title, "Load Settings Template");
   EXPECT_EQ(dialogs_.listsAsked[0].prompt, "Select the template to load");
   EXPECT_EQ(dialogs_.listsAsked[0].entries, (Names{"A", "Job"}));
   EXPECT_FALSE(dialogs_.listsAsked[0].mayEnter);
   EXPECT_EQ(session_.TheTimeOut, 9);
   EXPECT_EQ(resets_, 0) << "only own units have their connection reset";
+}
+
+TEST_F(EditSettingsTest, NamesWhatATemplateReplacesAndKeepsItOnNo) {
+  session_.TheTimeOut = 9;
+  SaveTemplate(session_, store_, "Job");
+  session_.TheTimeOut = 5;
+  session_.SerialData = "KESTA version 3";
+  session_.NumberOfParameters = 18;
+  session_.NumberOfFormulae = 2;
+  session_.TemplateNames = {"", "Job"};
+  Choose("Job");
+  dialogs_.Expect(
+      "Loading this template replaces:\n    Protocol: KESTA version 3\n    Channels: 18\n"
+      "    Additional parameters with their formulas: 2\nLoad it now?",
+      Answer::No);
+  mnuEditLoadTemplate_Click(edit_);
+  EXPECT_TRUE(dialogs_.shown.back().safeDefault);
+  EXPECT_EQ(session_.TheTimeOut, 5);
+  EXPECT_EQ(session_.NumberOfParameters, 18);
+}
+
+TEST_F(EditSettingsTest, SaysThatATemplateWithAdditionalParametersIsNotForLoading) {
+  session_.NumberOfFormulae = 1;
+  session_.AdditionalParameters.resize(2);
+  session_.Formula.resize(2);
+  Choose("Job");
+  dialogs_.Expect("can't be loaded again", Answer::Ok);
+  mnuEditSaveTemplate_Click(edit_);
+  EXPECT_EQ(session_.TemplateNames, (Names{"", "Job"}));
+}
+
+TEST_F(EditSettingsTest, FindsReadyMadeTemplatesAtAFirstStart) {
+  const test::MemoryFolder empty;
+  SettingsStore store(empty.Path());
+  Session session;
+  LoadSettings(session, store, test::English());
+  AddReadyMadeTemplates(session, store, test::English());
+  EXPECT_EQ(session.TemplateNames,
+            (Names{"", "Formatted lines (blank, CR)", "Formatted lines (comma, CR LF)", "Any serial lines"}));
+  struct Entry {
+    const char* serialData;
+    const char* delimiter;
+    const char* terminator;
+  };
+  constexpr Entry kEntries[] = {{"formatted and at regular intervals", " ", "\r"},
+                                {"formatted and at regular intervals", ",", "\r\n"},
+                                {"Any Serial Data", " ", "\n"}};
+  for (int i = 0; i < 3; ++i) {
+    const std::string name = session.TemplateNames[static_cast<std::size_t>(i) + 1];
+    LoadTemplate(session, store, test::English(), name);
+    EXPECT_EQ(session.SerialData, kEntries[i].serialData) << name;
+    EXPECT_EQ(session.Delimiter, kEntries[i].delimiter) << name;
+    EXPECT_EQ(session.Terminator, kEntries[i].terminator) << name;
+    EXPECT_EQ(session.NumberOfParameters, 4) << name;
+    EXPECT_EQ(session.Parameters[4].name, "Parameter 4") << name;
+    EXPECT_TRUE(session.Parameters[4].GraphVisible) << name;
+    EXPECT_EQ(session.Parameters[4].FormIndex, 4) << name;
+    EXPECT_EQ(session.Parameters[4].Gain, 1) << name;
+    EXPECT_EQ(session.Parameters[4].max, 100.0) << name;
+  }
+}
+
+TEST_F(EditSettingsTest, KeepsReadyMadeTemplatesAwayThatWereDeleted) {
+  AddReadyMadeTemplates(session_, store_, test::English());
+  EXPECT_EQ(session_.TemplateNames, (Names{""})) << "the list was saved without one: this is no first start";
 }
 
 TEST_F(EditSettingsTest, ResetsTheConnectionOfEachOwnUnitOnceItsConstantsAreSet) {
@@ -212,12 +286,12 @@ TEST_F(EditSettingsTest, ResetsTheConnectionOfEachOwnUnitOnceItsConstantsAreSet)
                            "orben version 3", "orben version 4"}) {
     store_.Save("VELKJob", "Protocol", "SerialData", unit);
     Choose("Job");
-    mnuEditLoadTemplate_Click(edit_);
+    Load();
     EXPECT_EQ(resets_, ++expected) << unit;
   }
   store_.Save("VELKJob", "Protocol", "SerialData", "sent when requested");
   Choose("Job");
-  mnuEditLoadTemplate_Click(edit_);
+  Load();
   EXPECT_EQ(resets_, expected);
 }
 
@@ -229,6 +303,7 @@ TEST_F(EditSettingsTest, TellsTheKeyOfATemplateThatCanNotBeLoaded) {
   SaveTemplate(session_, store_, "Job");
   session_.TheTimeOut = 8;
   Choose("Job");
+  dialogs_.Expect(kReplaces, Answer::Yes);
   dialogs_.Expect("Formula1/Offset: Type mismatch (\"False\") - mnuEditLoadTemplate_Click", Answer::Retry);
   dialogs_.Expect("Formula1/Offset: Type mismatch (\"False\") - mnuEditLoadTemplate_Click", Answer::Cancel);
   mnuEditLoadTemplate_Click(edit_);
@@ -240,6 +315,7 @@ TEST_F(EditSettingsTest, LoadsATemplateThatWasMendedBeforeRetry) {
   store_.Save("VELKJob", "General", "TheTimeOut", "x");
   store_.Flush();
   Choose("Job");
+  dialogs_.Expect(kReplaces, Answer::Yes);
   dialogs_.Expect("General/TheTimeOut", Answer::Retry,
                   [this] { folder_.Write("VELKJob.ini", "[General]\nTheTimeOut=9\n"); });
   mnuEditLoadTemplate_Click(edit_);
@@ -282,6 +358,34 @@ TEST_F(EditSettingsTest, ClearsTheChosenGroups) {
   EXPECT_EQ(session_.TheTimeOut, 5);
   EXPECT_EQ(session_.BaudRate, 300);
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "5");
+}
+
+TEST_F(EditSettingsTest, NamesTheGroupsThatGoAndKeepsThemOnNo) {
+  session_.TheTimeOut = 9;
+  windows_.Then("ClearSettings", [](QDialog& window) {
+    for (const char* box : {"Check1_0", "Check1_3"}) test::FindControl<QCheckBox>(window, box)->click();
+    EXPECT_FALSE(test::FindControl<QPushButton>(window, "cmdTakeBack")->isEnabled()) << "nothing was cleared yet";
+    test::Click(window, "cmdOK");
+  });
+  dialogs_.Expect("\n    General\n    Parameters: names, units, scales, alarms, graphs\n", Answer::No);
+  commands_.mnuEditClear_Click();
+  EXPECT_TRUE(dialogs_.shown.back().safeDefault) << "Enter clears nothing";
+  EXPECT_EQ(session_.TheTimeOut, 9);
+}
+
+TEST_F(EditSettingsTest, TakesBackWhatWasClearedWithWhatNobodyReads) {
+  session_.TheTimeOut = 9;
+  session_.Parameters[1].name = "Pressure";
+  store_.Save("VELK2", "Protocol", "PortDevice1", "/dev/serial/by-id/unit");
+  Clear({0, 1, 3});
+  EXPECT_EQ(session_.Parameters[1].name, "Parameter 1");
+  EXPECT_EQ(store_.Get("VELK2", "Protocol", "PortDevice1", ""), "");
+  windows_.ThenClick("ClearSettings", "cmdTakeBack");
+  commands_.mnuEditClear_Click();
+  EXPECT_EQ(session_.TheTimeOut, 9);
+  EXPECT_EQ(session_.Parameters[1].name, "Pressure");
+  EXPECT_EQ(OnDisk("VELK2", "Protocol", "PortDevice1"), "/dev/serial/by-id/unit");
+  EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "9");
 }
 
 TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {

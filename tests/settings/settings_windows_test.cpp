@@ -38,7 +38,7 @@ void Press(Qt::Key key) {
 // --- ClearSettings ---
 
 TEST(ClearSettings, NamesEachGroup) {
-  ClearSettings window(test::EnglishHost());
+  ClearSettings window(test::EnglishHost(), false);
   Show(window, "ClearSettings");
   EXPECT_EQ(window.objectName(), "ClearSettings");
   EXPECT_EQ(window.windowTitle(), "Clear Program Settings by Section");
@@ -57,13 +57,13 @@ TEST(ClearSettings, NamesEachGroup) {
 
 TEST(ClearSettings, GivesEachBoxByKeyboard) {
   for (std::size_t checked = 0; checked < kSettingsGroups; ++checked) {
-    ClearSettings window(test::EnglishHost());
+    ClearSettings window(test::EnglishHost(), false);
     Show(window, "checking");
     for (std::size_t i = 0; i < checked; ++i) Press(Qt::Key_Tab);
     Press(Qt::Key_Space);
     Press(Qt::Key_Return);
     EXPECT_EQ(window.result(), QDialog::Accepted);
-    for (std::size_t i = 0; i < kSettingsGroups; ++i) EXPECT_EQ(window.Answer()[i], i == checked);
+    for (std::size_t i = 0; i < kSettingsGroups; ++i) EXPECT_EQ(window.Answer().groups[i], i == checked);
   }
 }
 

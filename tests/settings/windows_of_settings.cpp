@@ -10,7 +10,7 @@ namespace velk::test {
 namespace {
 
 std::shared_ptr<QWidget> OpenClearSettings(const std::string& language) {
-  return Hosted<ClearSettings>(MakeJob(language));
+  return Hosted<ClearSettings>(MakeJob(language), true);
 }
 
 std::shared_ptr<QWidget> OpenUserOptions(const std::string& language) {

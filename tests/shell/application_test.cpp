@@ -142,6 +142,7 @@ TEST_F(Program, TellsErrorsInRussianInARussianSession) {
   EXPECT_EQ(rig.dialogs.shown[0].title, "Ошибка при запуске");
 
   rig.dialogs.ExpectChoice("", "Job");
+  rig.dialogs.Expect("Загрузка шаблона заменит:", Answer::Yes);
   rig.dialogs.Expect("VELKJob.ini: Файл не найден - mnuEditLoadTemplate_Click", Answer::Cancel);
   rig.Choose("mnuEditLoadTemplate");
 }
@@ -230,6 +231,7 @@ TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
   rig.State().Parameters[1].name = "Other";
   rig.Start();
   rig.dialogs.ExpectChoice("Load Settings Template", "job of May");
+  rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(rig.dialogs.listsAsked.back().entries, std::vector<std::string>{"job of May"});
   EXPECT_EQ(rig.State().Parameters[1].name, "Давление");

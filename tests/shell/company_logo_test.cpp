@@ -155,6 +155,7 @@ TEST_F(Logo, FollowsATemplateAndIsOursAgainWhenTheSettingsAreCleared) {
   Button().click();
   EXPECT_EQ(Middle(), QColor(Qt::red));
   rig.dialogs.ExpectChoice("Load", "Job");
+  rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(Middle(), QColor(Qt::green));
   rig.Choose("mnuViewCompany");

@@ -85,6 +85,7 @@ TEST_F(KeptSettings, DoNotHoldATemplateThatWasOnlyLoaded) {
   rig.State().TheTimeOut = 5;
   rig.State().TemplateNames = {"", "Job"};
   rig.dialogs.ExpectChoice("", "Job");
+  rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(rig.State().TheTimeOut, 9);
   EXPECT_EQ(OnDisk("General", "TheTimeOut"), "5");

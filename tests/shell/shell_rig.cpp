@@ -12,6 +12,7 @@ ShellRig::ShellRig() {
   settings = std::make_unique<SettingsStore>(folder.File("settings"));
   settings->Save("VELK2", "Protocol", "SerialData", "KESTA version 3");
   settings->Save("VELK2", "Parameters", "NumberOfParameters", "3");
+  settings->Save("VELKTemplates", "General", "NumberOfTemplates", "0");  // this machine has been used before
   settings->Flush();
 }
 
@@ -40,6 +41,7 @@ void ShellRig::ClearSettings(std::initializer_list<int> groups) {
       FindControl<QCheckBox>(window, ("Check1_" + std::to_string(group)).c_str())->setChecked(true);
     Click(window, "cmdOK");
   });
+  dialogs.Expect("These settings go back to what a new program has", Answer::Yes);
   Choose("mnuEditClear");
 }
 

@@ -107,6 +107,17 @@ TEST_F(StartAndEnd, ReadsTheSettingsBeforeItShowsItselfAndAsksAboutThePortBehind
   EXPECT_TRUE(rig.linePort.open);
 }
 
+TEST_F(StartAndEnd, TheQuestionAboutThePortTellsWhatItsSettingsAre) {
+  Set("Protocol", "SerialData", "National Oil Well PLC");
+  Set("Protocol", "PortDevice1", "/dev/serial/by-id/pump");
+  Set("Protocol", "BaudRate", "4800");
+  rig.dialogs.Expect(
+      "Continue with current serial port settings?\n\nProtocol: National Oil Well PLC\n"
+      "Device: /dev/serial/by-id/pump\nSpeed: 4800\nChannels: 3",
+      Answer::Yes);
+  rig.Start();
+}
+
 TEST_F(StartAndEnd, SpeaksTheLanguageBeforeItReadsTheSettings) {
   SpeakRussian();
   Set("Protocol", "BaudRate", "fast");
@@ -187,6 +198,7 @@ TEST_F(StartAndEnd, TemplatesComeAlongWhereTheSettingsFolderIsCopied) {
   machine.Start();
   machine.State().Parameters[1].name = "Other";
   machine.dialogs.ExpectChoice("Load Settings Template", "Цементирование 1/2");
+  machine.dialogs.Expect("Loading this template replaces:", Answer::Yes);
   machine.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(machine.dialogs.listsAsked.back().entries, std::vector<std::string>{"Цементирование 1/2"});
   EXPECT_EQ(machine.State().Parameters[1].name, "Давление");
@@ -254,7 +266,13 @@ TEST_F(StartAndEnd, TheFrameAsksInEveryStatusAndNoGoesOnWithTheJob) {
     EXPECT_EQ(rig.Window().MenuItem("mnuFileExit")->isEnabled(), exitAllowed) << status;
     rig.dialogs.Expect(kSure, Answer::No);
     rig.Window().close();
-    EXPECT_EQ(rig.dialogs.shown.back().text, kSure);
+    const ShownMessage& asked = rig.dialogs.shown.back();
+    EXPECT_TRUE(asked.safeDefault) << "Enter goes on with the job";
+    const bool recording = rig.State().RecordToDB;
+    EXPECT_EQ(asked.text, kSure + (recording ? "\n\nA job is recorded to " + rig.folder.File("job.mdb") +
+                                                   "\nRows so far: " + std::to_string(rig.application->RowsRecorded()) +
+                                                   ". The recording ends with VELK; the file is kept."
+                                             : std::string()));
     EXPECT_TRUE(rig.Window().isVisible()) << status;
     EXPECT_EQ(rig.State().CurrentStatus.english, status);
     EXPECT_TRUE(rig.linePort.open) << status;
@@ -382,6 +400,7 @@ TEST_F(StartAndEnd, ABoxThatStandsWhenTheFrameClosesLeadsNowhere) {
   rig.settings->Save("VELKJob", "General", "TheTimeOut", "x");
   rig.settings->Flush();
   rig.dialogs.ExpectChoice("Load Settings Template", "Job");
+  rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
   rig.dialogs.Expect("General/TheTimeOut", Answer::Cancel, [this] {
     rig.dialogs.Expect(kSure, Answer::Yes);
     rig.Window().close();

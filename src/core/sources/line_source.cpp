@@ -1,5 +1,6 @@
 #include "core/sources/line_source.h"
 
+#include "core/sources/heard.h"
 #include "core/sources/port_check.h"
 #include "core/texts.h"
 #include "instruments/reading/line_length.h"
@@ -48,9 +49,10 @@ Values LineSource::Learn(const Statements& run, PortTurn& port) {
     link_.SetODataCom();
   }
   if (outcome != LineLength::TimedOutCheckHardware && outcome != LineLength::TimedOutCheckSettings) return Values::Left;
-  const MessageText text =
-      outcome == LineLength::TimedOutCheckHardware ? text::TimeOutCheckHardware : text::TimeOutCheckSettings;
-  platform_.dialogs.Message({text, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+  const bool lineEnd = outcome == LineLength::TimedOutCheckSettings;
+  const MessageText text = lineEnd ? text::TimeOutCheckSettings : text::TimeOutCheckHardware;
+  platform_.dialogs.Message({TimeOutText(text, session_, link_, {reader.BytesRead(), lineEnd}), text::TimeOutTitle,
+                             Buttons::Ok, BoxIcon::Critical});
   return Values::Left;
 }
 

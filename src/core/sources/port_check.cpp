@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/sources/heard.h"
 #include "core/texts.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
@@ -36,7 +37,8 @@ void CheckPort(Session& session, const Platform& platform, Link& link) {
   link.ClosePlainPort();
   link.SetODataCom();
   if (link.ODataCom1.IsOpen() && !WaitForLine(session, platform.clock, link) && !session.StopRequested)
-    platform.dialogs.Message({text::TimeOutCheckHardware, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+    platform.dialogs.Message({TimeOutText(text::TimeOutCheckHardware, session, link, {link.ODataCom1.BytesHeard()}),
+                              text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
 }
 
 }  // namespace velk

@@ -25,6 +25,7 @@ LineDriver::~LineDriver() {
 void LineDriver::Open(const LineDriverSettings& settings) {
   Close();
   settings_ = settings;
+  bytesHeard_ = 0;
   framing_.Reset(settings.terminator);
   port_->Open(settings.port);
 }
@@ -51,6 +52,7 @@ void LineDriver::Fill() {
   while (framing_.Size() < kQueueBytes && port_->BytesWaiting() > 0) {
     const std::string bytes = port_->Read(kReadAtOnce);
     if (bytes.empty()) break;
+    bytesHeard_ += static_cast<std::int64_t>(bytes.size());
     framing_.Append(bytes);
   }
   PostDelivery();

@@ -53,6 +53,9 @@ class LineDriver {
   /// Whether a whole line waits to be delivered.
   bool LineWaits() const { return framing_.HasLine(); }
 
+  /// Bytes that have come since the last Open.
+  std::int64_t BytesHeard() const { return bytesHeard_; }
+
   /// Goes on delivering; for Gate::onOpened.
   void GateOpened() { PostDelivery(); }
 
@@ -71,6 +74,7 @@ class LineDriver {
   std::unique_ptr<SerialPort> port_;
   LineDriverSettings settings_;
   LineFraming framing_;
+  std::int64_t bytesHeard_ = 0;
   bool deliveryPosted_ = false;
   std::shared_ptr<char> alive_ = std::make_shared<char>();
 };

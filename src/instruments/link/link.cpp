@@ -109,7 +109,6 @@ void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
     device_.Opened();
-    IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
     const OperatorText text = PortErrorText(error);
@@ -191,7 +190,6 @@ bool Link::OpenPlainPort(Handshake handshake) {
         plain_ = PlainSettings(handshake, device_.Of(session_.PortNumber));
         MSComm1->Open(plain_);
         device_.Opened();
-        IsBack();
         ShowImages(true);
         TellUnsupported(plain_, MSComm1->Unsupported());
       } catch (const PortError& error) {
@@ -211,7 +209,6 @@ bool Link::KeepPlainPortOpen() {
     MSComm1->Open(plain_);
     device_.Opened();
     ShowImages(true);
-    IsBack();
   } catch (const PortError& error) {
     ShowImages(false);
     TellLoss(PortErrorText(error));
@@ -233,7 +230,6 @@ bool Link::Reopen() {
     ODataCom1.ClosePort();
     ODataCom1.Reopen(device_.Find());
     device_.Opened();
-    IsBack();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;
   } catch (const PortError& error) {
@@ -261,7 +257,7 @@ void Link::DriverHungUp() {
 void Link::ODataCom1_DataReady(const std::string& line) {
   ++linesSeen_;
   // A line that had waited when the device went away is no sign of its return.
-  if (ODataCom1.IsOpen()) failureTold_ = false;
+  if (ODataCom1.IsOpen()) DataCame();
   if (StatusIs(session_, text::StatusAcquiringData) && onLine)
     RunProcedure(lineReport_, [&](const Statements&) { onLine(line); });
   session_.LastDataTime = platform_.clock.Now();
@@ -289,7 +285,8 @@ void Link::TellLoss(const OperatorText& text) {
   ShowUntold();
 }
 
-void Link::IsBack() {
+void Link::DataCame() {
+  failureTold_ = false;
   if (loss_.Back(platform_.clock.Now())) RetellLoss();
 }
 
@@ -336,6 +333,10 @@ void Link::ShowImages(bool connected) {
 const std::string& Link::DeviceInUse() const {
   return MSComm1->IsOpen() || ODataCom1.Settings().port.device.empty() ? plain_.device
                                                                        : ODataCom1.Settings().port.device;
+}
+
+OperatorText Link::PortInUse() const {
+  return text::ComPort + std::to_string(session_.PortNumber) + ": " + DeviceInUse();
 }
 
 void Link::ShowSilence(bool silent) {

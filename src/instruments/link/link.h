@@ -67,7 +67,7 @@ class Link {
   /// told once until data have come again.
   bool KeepPlainPortOpen();
   /// Data have come through the plain port.
-  void PlainDataCame() { failureTold_ = false; }
+  void PlainDataCame() { DataCame(); }
 
   /// Closes and reopens the driver. A failure is told in a box, once until data come again.
   void CycleODataCom();
@@ -81,6 +81,9 @@ class Link {
 
   /// The plug shows that nothing comes though the link is open.
   void ShowSilence(bool silent);
+
+  /// The port and its device, for what is told of a wait that was in vain.
+  OperatorText PortInUse() const;
 
   /// Lines received since the last SetODataCom, for a wait for the first one.
   std::int64_t LinesSeen() const { return linesSeen_; }
@@ -98,7 +101,7 @@ class Link {
   void DriverHungUp();
   void TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported);
   void TellLoss(const OperatorText& text);
-  void IsBack();
+  void DataCame();
   void RetellLoss();
   void ShowUntold();
   void ShowBox();

@@ -40,7 +40,7 @@ OperatorText LossNotice::Text() const {
   text += "\n";
   text += losses_ == 1 ? text::LostAt : std::to_string(losses_) + text::TimesSince;
   text += HourAndMinute(since_);
-  if (!gone_) text += text::BackSince + HourAndMinute(backSince_);
+  if (!gone_) text += text::BackSince + FormatDate(backSince_, "hh:mm:ss");
   return text + ".";
 }
 

@@ -11,7 +11,7 @@ class LossNotice {
   void Begin(const OperatorText& what, double now);
   /// Lost, or still gone. False where that is nothing new.
   bool Lost(const OperatorText& what);
-  /// Back, or still there. False where that is nothing new.
+  /// Data have come. False where that is nothing new.
   bool Back(double now);
 
   /// What was lost, and once there is more to tell than that: how often, since when, and since when it is back.

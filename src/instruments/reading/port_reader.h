@@ -32,6 +32,9 @@ class PortReader {
   /// All that waits.
   std::string AllWaiting() { return Waiting(port_.BytesWaiting()); }
 
+  /// Bytes that were read so far.
+  std::int64_t BytesRead() const { return bytesRead_; }
+
   /// One round of reading: the next character, where one waits, is added to `text` and events run; where none waits the
   /// round rests a millisecond.
   void Round(std::string& text);
@@ -53,6 +56,7 @@ class PortReader {
   SerialPort& port_;
   Clock& clock_;
   const Session& session_;
+  std::int64_t bytesRead_ = 0;
 };
 
 /// Gives up behind so many rounds.

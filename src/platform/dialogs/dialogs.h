@@ -27,6 +27,7 @@ struct MessageBox {
   BoxIcon icon = BoxIcon::None;
   std::optional<ErrorNumber> error = {};  ///< what it tells of, where that is a run-time error
   std::string subject = {};               ///< by which Retell finds it; empty: its text never changes
+  bool safeDefault = false;               ///< Enter answers what Escape does: Yes would lose something
 };
 
 struct FileQuestion {
@@ -61,6 +62,7 @@ struct ShownMessage {
   BoxIcon icon = BoxIcon::None;
   std::optional<ErrorNumber> error = {};
   std::string subject = {};
+  bool safeDefault = false;
 };
 
 /// A question for a file in the operator's language.

@@ -113,6 +113,16 @@ void SettingsStore::Delete(std::string_view application) {
   opened.ini = IniFile();
 }
 
+std::string SettingsStore::TextOf(std::string_view application) {
+  return impl_->Open(application).ini.Text();
+}
+
+void SettingsStore::Restore(std::string_view application, const std::string& text) {
+  SettingsFile& opened = impl_->Open(application);
+  opened.ini = IniFile(text);
+  opened.changed = true;
+}
+
 void SettingsStore::Forget(std::string_view application) {
   const auto known = impl_->applications.find(application);
   if (known != impl_->applications.end()) impl_->applications.erase(known);

@@ -46,6 +46,10 @@ class SettingsStore {
   void Delete(std::string_view application, std::string_view section);
   void Delete(std::string_view application);
 
+  /// All that an application holds, in the form of its file, and the way back to it.
+  std::string TextOf(std::string_view application);
+  void Restore(std::string_view application, const std::string& text);
+
   /// Drops what waits for Flush; the application's file is read again when it is next asked for.
   void Forget(std::string_view application);
 

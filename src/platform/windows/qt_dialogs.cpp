@@ -157,7 +157,7 @@ Answer QtDialogs::ShowMessage(const ShownMessage& message) {
   QPushButton* enter = box->addButton(caption(answers.enter), QMessageBox::AcceptRole);
   QPushButton* escape = enter;
   if (answers.escape != answers.enter) escape = box->addButton(caption(answers.escape), QMessageBox::RejectRole);
-  box->setDefaultButton(enter);
+  box->setDefaultButton(message.safeDefault ? escape : enter);
   box->setEscapeButton(escape);
   Run(box.data());
   if (!box) return answers.escape;

@@ -12,18 +12,25 @@ class ClearSettings;
 
 namespace velk {
 
-/// Asks which groups of the settings are to be cleared.
+/// What was chosen in ClearSettings.
+struct ClearChoice {
+  GroupChoice groups{};
+  bool takeBack = false;  ///< what was cleared last comes back instead
+};
+
+/// Asks which groups of the settings are to be cleared, and offers what was cleared before back.
 class ClearSettings : public QDialog {
   Q_OBJECT
 
  public:
-  explicit ClearSettings(WindowHost& host);
+  ClearSettings(WindowHost& host, bool canTakeBack);
   ~ClearSettings() override;
 
-  GroupChoice Answer() const;
+  ClearChoice Answer() const;
 
  private:
   std::unique_ptr<Ui::ClearSettings> ui_;
+  bool takesBack_ = false;
 };
 
 }  // namespace velk

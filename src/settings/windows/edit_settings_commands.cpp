@@ -1,6 +1,8 @@
 #include "settings/windows/edit_settings_commands.h"
 
 #include "platform/dialogs/procedure.h"
+#include "settings/settings_io.h"
+#include "settings/settings_keys.h"
 #include "settings/windows/clear_settings.h"
 #include "settings/windows/frm_user_options.h"
 
@@ -23,12 +25,31 @@ void EditSettingsCommands::Bind(CommandBinder& commands) {
 
 void EditSettingsCommands::mnuEditClear_Click() {
   RunProcedure({edit_.platform.dialogs, "mnuEditClear_Click"}, [&](const Statements& run) {
-    const std::optional<GroupChoice> groups = host_.Ask<ClearSettings>();
-    if (!groups) return;
-    ShowProblems(edit_, run([&] {
-                   return ClearSections(edit_.session, edit_.platform.settings, edit_.platform.language, *groups);
-                 }));
+    const std::optional<ClearChoice> choice = host_.Ask<ClearSettings>(beforeClearing_.has_value());
+    if (!choice) return;
+    Platform& platform = edit_.platform;
+    if (choice->takeBack) {
+      const std::string before = *beforeClearing_;
+      ShowProblems(edit_,
+                   run([&] { return TakeBackClearing(edit_.session, platform.settings, platform.language, before); }));
+      beforeClearing_.reset();
+      return;
+    }
+    if (!IsEmpty(choice->groups)) {
+      if (!IsSureToClear(choice->groups)) return;
+      run([&] { SaveSettings(edit_.session, platform.settings); });
+      beforeClearing_ = platform.settings.TextOf(kLiveSettings);
+    }
+    ShowProblems(
+        edit_, run([&] { return ClearSections(edit_.session, platform.settings, platform.language, choice->groups); }));
   });
+}
+
+bool EditSettingsCommands::IsSureToClear(const GroupChoice& groups) const {
+  return edit_.platform.dialogs.Message({.text = ClearQuestion(groups),
+                                         .buttons = Buttons::YesNo,
+                                         .icon = BoxIcon::Question,
+                                         .safeDefault = true}) == Answer::Yes;
 }
 
 void EditSettingsCommands::mnuEditUserOptions_Click() {

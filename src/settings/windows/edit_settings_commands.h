@@ -1,9 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "i18n/windows/window_host.h"
 #include "model/command_binder.h"
+#include "settings/clear_sections.h"
 #include "settings/edit_settings.h"
 
 namespace velk {
@@ -21,9 +24,12 @@ class EditSettingsCommands {
   void mnuEditUserOptions_Click();
 
  private:
+  bool IsSureToClear(const GroupChoice& groups) const;
+
   WindowHost& host_;
   const EditSettings edit_;
   const std::function<void()> afterwards_;
+  std::optional<std::string> beforeClearing_;  ///< the live settings ahead of the last clearing
 };
 
 }  // namespace velk
