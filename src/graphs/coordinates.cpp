@@ -35,8 +35,8 @@ Scale ScaleLimits(double min, double max) {
   return {LimitThroughText(min), LimitThroughText(max)};
 }
 
-float ValueToX(float value, Scale scale, double leftMargin, double width) {
-  const double above = static_cast<double>(value) - static_cast<double>(scale.min);
+float ValueToX(double value, Scale scale, double leftMargin, double width) {
+  const double above = value - static_cast<double>(scale.min);
   const double range = static_cast<double>(scale.max) - static_cast<double>(scale.min);
   if (!std::isfinite(above) || !std::isfinite(range)) return kNan;
   if (range == 0) throw RuntimeError(ErrorNumber::DivisionByZero);

@@ -30,7 +30,7 @@ struct Scale {
 Scale ScaleLimits(double min, double max);
 
 /// x of a value on a scale that reaches from `leftMargin` to `width`. Raises DivisionByZero for an empty scale.
-float ValueToX(float value, Scale scale, double leftMargin, double width);
+float ValueToX(double value, Scale scale, double leftMargin, double width);
 
 /// Remembers the limits of the curves that a chart draws in turn, so that a sample converts no text.
 class ScaleCache {

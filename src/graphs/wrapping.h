@@ -6,8 +6,8 @@ namespace velk {
 
 /// One drawing of a curve's segment, from value `previous` to `value`.
 struct WrappingPass {
-  float previous = 0;
-  float value = 0;
+  double previous = 0;
+  double value = 0;
   int penWidth = 2;
 };
 
@@ -15,7 +15,9 @@ struct WrappingPass {
 /// at a time while an end lies above the scale, and after that up while an end lies below it, with pen 3: so an edge
 /// that is crossed shows thick in each band that the segment reaches.
 ///
-/// The passes end after 1,000 moves, and where a move no longer changes the 32-bit value that lies outside: a
+/// Values and limits have 32 bits, and all that is worked out from them 64: a value on a limit stays on it.
+///
+/// The passes end after 1,000 moves, and where a move would no longer change the 32-bit value that lies outside: a
 /// reading a million ranges away must not hold up the sample. A scale that is inverted or no number has no moves.
 class WrappingPasses {
  public:
@@ -26,12 +28,13 @@ class WrappingPasses {
 
  private:
   enum class State { First, Down, Up, Done };
-  bool Move(float by, bool previousIsOut, bool valueIsOut, WrappingPass& pass);
+  bool Move(double by, bool previousIsOut, bool valueIsOut, WrappingPass& pass);
 
-  float previous_;
-  float value_;
-  Scale scale_;
-  float range_;
+  double previous_;
+  double value_;
+  double min_;
+  double max_;
+  double range_;
   int movesLeft_ = 1000;
   bool wraps_;
   State state_ = State::First;

@@ -10,7 +10,7 @@ namespace velk::test {
 namespace {
 
 struct Drawn {
-  float previous, value;
+  double previous, value;
   int penWidth;
   bool operator==(const Drawn&) const = default;
 };
@@ -55,6 +55,14 @@ TEST(Wrapping, CountsFromAScaleThatDoesNotBeginAtZero) {
   EXPECT_EQ(Passes(31, 32, {10, 30}, true), (List{{31, 32, 2}, {11, 12, 3}}));
 }
 
+TEST(Wrapping, LeavesAValueThatComesToLieOnALimitThere) {
+  // In 32 bits 1.2 less the range of 6.1 would be a hair below -4.9, and be drawn once more above.
+  const Scale scale{-4.9f, 1.2f};
+  const auto passes = Passes(2.0f, 1.2f, scale, true);
+  ASSERT_EQ(passes.size(), 2u);
+  EXPECT_EQ(passes[1].value, static_cast<double>(-4.9f));
+}
+
 TEST(Wrapping, EndsAtOnceOnAScaleThatIsInvertedEmptyOrNoNumber) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
   for (const Scale scale : {Scale{100, 0}, Scale{5, 5}, Scale{nan, 100}, Scale{0, nan}})
@@ -68,9 +76,9 @@ TEST(Wrapping, EndsAfterAThousandRounds) {
 }
 
 TEST(Wrapping, EndsWhenTakingOffTheRangeNoLongerChangesTheValue) {
-  EXPECT_EQ(Passes(1e9f, 1e9f, {0, 1}, true), (List{{1e9f, 1e9f, 2}}));
-  EXPECT_EQ(Passes(0.5f, 1e9f, {0, 1}, true), (List{{0.5f, 1e9f, 2}}));
-  EXPECT_EQ(Passes(-1e9f, 0.5f, {0, 1}, true), (List{{-1e9f, 0.5f, 2}}));
+  EXPECT_EQ(Passes(1e9f, 1e9f, {0, 1}, true), (List{{1e9, 1e9, 2}}));
+  EXPECT_EQ(Passes(0.5f, 1e9f, {0, 1}, true), (List{{0.5, 1e9, 2}}));
+  EXPECT_EQ(Passes(-1e9f, 0.5f, {0, 1}, true), (List{{-1e9, 0.5, 2}}));
 }
 
 TEST(Wrapping, EndsOnInfinitiesAndWhatIsNoNumber) {
