@@ -6,11 +6,23 @@
 namespace velk {
 
 // A colour is a 32-bit number 0x00bbggrr, as settings and log files hold it.
+constexpr std::int32_t Rgb(int red, int green, int blue) {
+  return blue << 16 | green << 8 | red;
+}
+
 namespace colour {
 inline constexpr std::int32_t Black = 0x000000;
 inline constexpr std::int32_t White = 0xFFFFFF;
 inline constexpr std::int32_t Grid = 0xC0C0C0;
-inline constexpr std::int32_t Dark = 0x201C18;  ///< background for pale texts
+inline constexpr std::int32_t Alarm = Rgb(0xC8, 0x10, 0x2E);
+inline constexpr std::int32_t Muted = Rgb(0x5B, 0x66, 0x70);
+// The same in the dark.
+inline constexpr std::int32_t NightPaper = Rgb(0x14, 0x18, 0x1D);
+inline constexpr std::int32_t NightRules = Rgb(0xAE, 0xB7, 0xC0);
+inline constexpr std::int32_t NightGrid = Rgb(0x3A, 0x44, 0x4E);
+inline constexpr std::int32_t NightPlate = Rgb(0x2A, 0x31, 0x38);
+inline constexpr std::int32_t NightAlarm = Rgb(0xFF, 0x5A, 0x5F);
+inline constexpr std::int32_t NightMuted = Rgb(0x9A, 0xA5, 0xB0);
 }  // namespace colour
 
 inline int Red(std::int32_t colour) {
@@ -39,9 +51,8 @@ inline double Contrast(std::int32_t a, std::int32_t b) {
   return (high + 0.05) / (low + 0.05);
 }
 
-/// White, or a dark colour where a text of this colour could not be read on white.
-inline std::int32_t LegibleBackground(std::int32_t text) {
-  return Contrast(text, colour::White) < 3 ? colour::Dark : colour::White;
-}
+/// `colour` itself where it stands out from `ground` by this contrast; else darker, on a dark ground lighter, until it
+/// does. Its hue stays.
+std::int32_t ReadableOn(std::int32_t colour, std::int32_t ground, double contrast);
 
 }  // namespace velk

@@ -5,6 +5,7 @@
 
 #include "base/dates.h"
 #include "base/scope.h"
+#include "core/alarms.h"
 #include "core/job_start.h"
 #include "core/playback/file_channels.h"
 #include "core/texts.h"
@@ -96,6 +97,7 @@ void Acquisition::Connect(const Statements& run) {
   link_.ForgetDevice();
   session_.CurrentFile.clear();
   graphs_.UnloadAll();
+  ClearAlarms(session_, view_);
   LeaveFile(session_);
   session_.AcquisitionMode = true;
   session_.StopRequested = false;
@@ -215,6 +217,7 @@ void Acquisition::StopJob(const Statements& run) {
   if (!road_.IsRunning()) recorder_.Finish();
   CaptionStartButton(view_, text::Start, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusReady);
+  ClearAlarms(session_, view_);
   graphs_.UnloadAll();
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/numbers.h"
-#include "model/graph_window.h"
 
 namespace velk {
 
@@ -25,23 +24,36 @@ void ShowIndicator(MainView& view, bool on) {
 
 }  // namespace
 
-bool IsOutOfLimits(const Parameter& parameter, float value) {
-  if (IsSet(parameter.loweralarm) && Level(parameter.loweralarm) > value) return true;
-  return IsSet(parameter.upperalarm) && Level(parameter.upperalarm) < value;
+AlarmSide SideOutOfLimits(const Parameter& parameter, float value) {
+  if (IsSet(parameter.loweralarm) && Level(parameter.loweralarm) > value) return AlarmSide::Low;
+  if (IsSet(parameter.upperalarm) && Level(parameter.upperalarm) < value) return AlarmSide::High;
+  return AlarmSide::None;
 }
 
 void TestAlarms(Session& session, MainView& view, int parameter) {
   const Parameter& tested = session.CurrentParameters[parameter];
-  const bool alarmed = IsOutOfLimits(tested, session.CurrentValue[parameter]);
+  const AlarmSide side = SideOutOfLimits(tested, session.CurrentValue[parameter]);
+  const bool alarmed = side != AlarmSide::None;
   const bool labelIsAsEver = !alarmed && !session.AlarmTriggered[parameter];
   session.AlarmTriggered[parameter] = alarmed;
   if (labelIsAsEver) return;
   const int graph = tested.FormIndex;
   if (graph >= 1 && graph <= kMaxParameters)
-    if (GraphWindow* window = session.GraphForms[graph]) window->ShowAlarm(parameter, alarmed);
+    if (GraphWindow* window = session.GraphForms[graph]) window->ShowAlarm(parameter, side);
   if (!alarmed) return;
   ShowIndicator(view, true);
   view.Beep();
+}
+
+void ClearAlarms(Session& session, MainView& view) {
+  for (int i = 1; i <= kMaxParameters; ++i) {
+    if (!session.AlarmTriggered[i]) continue;
+    session.AlarmTriggered[i] = false;
+    const int graph = session.CurrentParameters[i].FormIndex;
+    GraphWindow* window = graph >= 1 && graph <= kMaxParameters ? session.GraphForms[graph] : nullptr;
+    if (window) window->ShowAlarm(i, AlarmSide::None);
+  }
+  ShowIndicator(view, false);
 }
 
 void HideAlarmsIfNone(const Session& session, MainView& view) {

@@ -30,6 +30,7 @@ void DrawColumns(Surface& plot, double y1, double y2) {
 void DrawRows(Surface& plot, double top, double step, int count) {
   for (int i = 0; i <= count; ++i) {
     const double y = top + i * step;
+    if (y < 0) continue;
     plot.Line(kLeftMargin, y, plot.Width(), y, i % 3 == 0 ? colour::Black : colour::Grid);
   }
 }

@@ -13,7 +13,7 @@ int BoundedCount(double count, double height);
 /// Nine grey columns that cut the plot into ten.
 void DrawColumns(Surface& plot, double y1, double y2);
 
-/// Rows 0 to `count` from `top` on, every third black, the others grey.
+/// Rows 0 to `count` from `top` on, every third black, the others grey; none above the plot.
 void DrawRows(Surface& plot, double top, double step, int count);
 
 /// A time as "hh:mm" left of the axis, its middle at y.

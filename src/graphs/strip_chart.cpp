@@ -1,5 +1,6 @@
 #include "graphs/strip_chart.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/colour.h"
@@ -13,6 +14,7 @@ namespace velk {
 namespace {
 
 constexpr int kRowsPerBlock = 6;
+constexpr int kRowsPerPairBlock = 3;  ///< on a page that was drawn at once
 constexpr double kDotRadius = 3;
 constexpr double kSecondsPerDay = 86400;
 
@@ -100,20 +102,27 @@ void StripChart::Picture2_Update(double blockStart, double blockEnd) {
   timeOrigin_ = block.origin;
   PlotTarget_->SetPenWidth(1);
   AxisTarget_->SetPenWidth(1);
-  if (block.scrolls) ScrollHalfPage(block);
+  if (block.scrolls) Scroll(block, pageTime);
   DrawBlockFrame(block);
   if (std::floor(blockEnd) - std::floor(blockStart) > 0) PrintDate(blockEnd, block.y1, block.y2);
 }
 
-void StripChart::ScrollHalfPage(const Block& block) {
-  PlotTarget_->ScrollUp(PlotTarget_->PixelHeight() / 2);
+/// Each time keeps its place: what stands on the paper beside another time would be a wrong number.
+void StripChart::Scroll(const Block& block, double pageTime) {
+  const double moved = static_cast<double>(Y(block.origin, pageTime));
+  const double dots = std::round(moved * PlotTarget_->PixelHeight() / PlotTarget_->Height());
+  if (dots >= 0)
+    PlotTarget_->ScrollUp(static_cast<int>(std::min<double>(dots, PlotTarget_->PixelHeight())));
+  else
+    PlotTarget_->Cls();
   gridRedrawn_ = false;
   AxisTarget_->Cls();
-  const double pairs = times_.BlockPairsPerPage;
+  axisMarks_.clear();
   const double length = block.end - block.start;
-  for (int i = 1; i <= BoundedCount(pairs, AxisTarget_->Height()); ++i)
-    PrintTimeLabel(*AxisTarget_, block.start - (i - 1) * length,
-                   (pairs - i + 1) * static_cast<double>(block.y2 - block.y1));
+  for (int i = 1; i <= BoundedCount(times_.BlockPairsPerPage, AxisTarget_->Height()); ++i) {
+    const double time = block.start - (i - 1) * length;
+    PrintTime(time, static_cast<double>(Y(time, block.origin)), false);
+  }
   PrintDate(block.end, block.y1, block.y2);
 }
 
@@ -123,9 +132,7 @@ void StripChart::DrawBlockFrame(const Block& block) {
   PlotTarget_->Line(kLeftMargin - kAxisTick, y2, kLeftMargin, y2, colour::Black);
   DrawColumns(*PlotTarget_, y1, y2);
   if (!gridRedrawn_) DrawRows(*PlotTarget_, y1, (y2 - y1) / kRowsPerBlock, kRowsPerBlock);
-  const double axisWidth = AxisTarget_->Width();
-  AxisTarget_->Line(axisWidth - kAxisTick, y2, axisWidth, y2, colour::Black);
-  PrintTimeLabel(*AxisTarget_, block.end, y2);
+  PrintTime(block.end, y2, true);
 }
 
 void StripChart::WriteDate(double blockStart, double blockEnd) {
@@ -136,18 +143,48 @@ void StripChart::WriteDate(double blockStart, double blockEnd) {
   PrintDate(blockEnd, y1, y2);
 }
 
+void StripChart::PrintTime(double time, double y, bool hasTick) {
+  axisMarks_.push_back({y, FormatDate(time, "hh:mm"), false, hasTick});
+  PrintMark(axisMarks_.back());
+}
+
 void StripChart::PrintDate(double date, float y1, float y2) {
-  const std::string text = FormatDate(date, "dd-mmm-yyyy");
-  const double middle = (static_cast<double>(y1) + static_cast<double>(y2)) / 2;
-  AxisTarget_->Print(kLeftMargin - 1.05 * AxisTarget_->TextWidth(text), middle - AxisTarget_->TextHeight(text) / 2,
-                     text, colour::Black);
+  axisMarks_.push_back(
+      {(static_cast<double>(y1) + static_cast<double>(y2)) / 2, FormatDate(date, "dd-mmm-yyyy"), true, false});
+  PrintMark(axisMarks_.back());
+}
+
+void StripChart::PrintMark(const AxisMark& mark) {
+  RetainedSurface& axis = *AxisTarget_;
+  if (mark.hasTick) axis.Line(axis.Width() - kAxisTick, mark.y, axis.Width(), mark.y, colour::Black);
+  const double right = mark.isDate ? kLeftMargin : kLeftMargin - kAxisTick;
+  axis.Print(right - 1.05 * axis.TextWidth(mark.text), mark.y - axis.TextHeight(mark.text) / 2, mark.text,
+             colour::Black);
+}
+
+void StripChart::PrintAxisAgain() {
+  AxisTarget_->Cls();
+  AxisTarget_->SetPenWidth(1);
+  for (const AxisMark& mark : axisMarks_) PrintMark(mark);
+}
+
+/// Where the rows of a page begin, at its top or above: a black one stands at the start of each block.
+double StripChart::FirstRow(double rowStep) const {
+  const double blocks = kRowsPerPairBlock * rowStep;
+  if (timeOrigin_ == 0 || times_.GraphEndTime == 0 || !(blocks > 0)) return 0;
+  const double y = static_cast<double>(Y(times_.GraphEndTime, timeOrigin_));
+  if (std::isnan(y)) return 0;
+  const double behind = std::fmod(y, blocks);
+  // Times have 32 bits on the way to a place: a thousandth of a twip is none.
+  if (std::abs(behind) < 0.001 || std::abs(behind - blocks) < 0.001) return 0;
+  return behind > 0 ? behind - blocks : behind;
 }
 
 void StripChart::RedrawFrame() {
   SetBlockPairsPerPage();
   RetainedSurface& plot = surfaces_.Pic2;
   const double height = plot.Height();
-  const double rows = times_.BlockPairsPerPage * 2 * 3;
+  const double rows = times_.BlockPairsPerPage * 2 * kRowsPerPairBlock;
   const double step = Divide(height, rows);
 
   gridRedrawn_ = true;
@@ -156,7 +193,8 @@ void StripChart::RedrawFrame() {
   plot.Line(kLeftMargin, 0, kLeftMargin, height, colour::Black);
   plot.Line(kLeftMargin - kAxisTick, height / 2, kLeftMargin, height / 2, colour::Black);
   DrawColumns(plot, 0, height);
-  DrawRows(plot, 0, step, BoundedCount(rows, height));
+  const double first = FirstRow(step);
+  DrawRows(plot, first, step, BoundedCount((height - first) / step, height));
 }
 
 }  // namespace velk

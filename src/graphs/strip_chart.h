@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "base/language.h"
 #include "graphs/chart_measures.h"
@@ -41,8 +43,8 @@ class StripChart {
   /// header and the frame of a page always go to the visible ones.
   void SetTargets(RetainedSurface& plotTarget, RetainedSurface& axisTarget);
 
-  /// Draws the frame of one block. A block that would pass the bottom first moves the picture up half a page and the
-  /// origin half way to the block's start.
+  /// Draws the frame of one block. A block that would pass the bottom first moves the origin half way to the block's
+  /// start, and the picture up by as much, to a whole dot: behind some blocks that is half a page.
   void Picture2_Update(double blockStart, double blockEnd);
   /// Prints the date of `blockEnd` beside the block.
   void WriteDate(double blockStart, double blockEnd);
@@ -53,8 +55,11 @@ class StripChart {
 
   /// Draws the header band: a row a curve, then the corner above the axis.
   void InitialHeader();
-  /// Draws the empty frame of the whole page: after the plot got another size.
+  /// Draws the empty frame of the whole page: after the plot got another size. Its rows begin at the times of the
+  /// blocks.
   void RedrawFrame();
+  /// Prints times and dates of the axis again where they stand: its surface was cleared, or has another size.
+  void PrintAxisAgain();
   /// Draws the frame of a whole page that begins at `from`, on the visible surfaces, both cleared. Its labels stand two
   /// minutes apart, whatever the length of a row. Needs BlockPairsPerPage.
   void Picture2_Update2(double from);
@@ -79,11 +84,22 @@ class StripChart {
     bool scrolls;
   };
 
+  /// What stands on the axis since it was last cleared.
+  struct AxisMark {
+    double y;  ///< of its middle
+    std::string text;
+    bool isDate;  ///< beside the axis, across the strip; else a time
+    bool hasTick;
+  };
+
   float Y(double time, double origin) const;
   Block Place(double blockStart, double blockEnd, double pageTime) const;
-  void ScrollHalfPage(const Block& block);
+  void Scroll(const Block& block, double pageTime);
   void DrawBlockFrame(const Block& block);
+  void PrintTime(double time, double y, bool hasTick);
   void PrintDate(double date, float y1, float y2);
+  void PrintMark(const AxisMark& mark);
+  double FirstRow(double rowStep) const;
   void DrawHeaderRow(int slot, double width);
   void DrawHeaderCorner(double width);
 
@@ -99,6 +115,7 @@ class StripChart {
   double timeOrigin_ = 0;
   bool gridRedrawn_ = false;  ///< a resize has drawn the row grid of the page; the blocks skip theirs until it scrolls
   ScaleCache scales_;
+  std::vector<AxisMark> axisMarks_;
 };
 
 /// Whether a curve stays open between two samples: 15 whole seconds or more, counted as boundaries crossed.

@@ -1,6 +1,7 @@
 #include "graphs/window_tiling.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace velk {
 
@@ -8,6 +9,8 @@ namespace {
 
 /// Below this a plot shows too little to be worth a column of its own.
 constexpr int kLeastWidth = 400;
+/// Columns get as narrow as this before the area has to be scrolled.
+constexpr int kNarrowest = 310;
 
 /// Windows placed column by column, `rows` in each.
 std::vector<WindowPlace> InColumns(int width, int height, const std::vector<int>& heights, int columns) {
@@ -51,6 +54,45 @@ std::vector<WindowPlace> TileWindows(int width, int height, const std::vector<in
     if (Fits(places, height)) return places;
   }
   return EqualTiles(width, height, count);
+}
+
+namespace {
+
+/// The windows of one column: the room that is over, or none, shared out equally.
+void FillColumn(std::vector<WindowPlace>& places, int left, int width, int height, const std::vector<int>& least) {
+  const int count = static_cast<int>(least.size());
+  const int over = std::max(height - std::accumulate(least.begin(), least.end(), 0), 0);
+  int top = 0;
+  for (int i = 0; i < count; ++i) {
+    const int high = least[static_cast<std::size_t>(i)] + over * (i + 1) / count - over * i / count;
+    places.push_back({left, top, width, high});
+    top += high;
+  }
+}
+
+std::vector<WindowPlace> FilledColumns(int width, int height, const std::vector<int>& least, int columns) {
+  const int count = static_cast<int>(least.size());
+  std::vector<WindowPlace> places;
+  for (int column = 0; column < columns; ++column) {
+    const auto first = least.begin() + count * column / columns,
+               behind = least.begin() + count * (column + 1) / columns;
+    const int left = width * column / columns;
+    FillColumn(places, left, width * (column + 1) / columns - left, height, {first, behind});
+  }
+  return places;
+}
+
+}  // namespace
+
+std::vector<WindowPlace> FillWithWindows(int width, int height, const std::vector<int>& leastHeights) {
+  const int count = static_cast<int>(leastHeights.size());
+  int wide = 1;  // the most columns that are as wide as they should be
+  for (int columns = 1; columns <= count && (columns == 1 || width / columns >= kNarrowest); ++columns) {
+    const auto places = FilledColumns(width, height, leastHeights, columns);
+    if (Fits(places, height)) return places;
+    if (width / columns >= kLeastWidth) wide = columns;
+  }
+  return FilledColumns(width, height, leastHeights, std::min(wide, std::max(count, 1)));
 }
 
 }  // namespace velk

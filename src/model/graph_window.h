@@ -4,6 +4,9 @@
 
 namespace velk {
 
+/// Where a value lies that is out of its limits.
+enum class AlarmSide { None, Low, High };
+
 /// One strip-chart window as the road of a sample sees it. Times are date-times, values 32-bit floats. Each operation
 /// reports its own failures in a box (" - PlotValue") and leaves without drawing.
 class GraphWindow {
@@ -19,11 +22,11 @@ class GraphWindow {
   virtual void WriteValuesToLabels(int parameter, float value) = 0;
   virtual void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                          std::int32_t colour, bool wrapping) = 0;
-  /// An alarmed parameter's value label changes its background with each call and carries a mark; otherwise the label
-  /// goes back to its own look.
-  virtual void ShowAlarm(int parameter, bool alarmed) = 0;
+  /// An alarmed parameter's value label changes its background with each call and carries a mark that tells the side;
+  /// otherwise the label goes back to its own look.
+  virtual void ShowAlarm(int parameter, AlarmSide side) = 0;
   /// The values are grey: no line comes, or the job is paused. Not stale: they have their own looks again.
-  virtual void ShowValuesStale(bool /*stale*/) {}
+  virtual void ShowValuesStale(bool stale) = 0;
   /// Time at the top of the plot; 0 until something was drawn.
   virtual double TimeOrigin() const = 0;
   virtual void EnableToolbar() = 0;

@@ -54,6 +54,9 @@ struct StoredSettings {
   double pixelslength = 120;  ///< samples in a block
   double pixeldivide = 15;    ///< twips that a sample goes down the page
   bool CompanyLogoVisible = true;
+  bool FitGraphsToWindows = true;  ///< a chart takes as many dots down the page as its window has
+  std::string MainWindowPlace;     ///< where the operator has left the main window
+  bool NightColours = false;       ///< charts on dark paper, on a light desktop too
 
   // --- Section PrintGraph ---
   bool LogoInserted = false;

@@ -73,6 +73,9 @@ void VisitGeneral(KeyVisitor& visit, StoredSettings& session) {
   visit.Key("pixelslength", session.pixelslength, 120, kGraphMeasure);
   visit.Key("pixeldivide", session.pixeldivide, 15, kGraphMeasure);
   visit.Key("CompanyLogoVisible", session.CompanyLogoVisible, true, Held::LiveOnly);
+  visit.Key("FitGraphsToWindows", session.FitGraphsToWindows, true, Held::LiveOnly);
+  visit.Key("MainWindowPlace", session.MainWindowPlace, "", Held::LiveOnly);
+  visit.Key("NightColours", session.NightColours, false, Held::LiveOnly);
 }
 
 void VisitPrintGraph(KeyVisitor& visit, StoredSettings& session) {

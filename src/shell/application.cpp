@@ -75,6 +75,10 @@ void Application::BindCommands() {
   BindPlayback(commands, playback_);
   form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
+  frame_.Toggles().onChartLooks = [this] {
+    graphs_.FollowLooks();
+    KeepSettings();
+  };
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });

@@ -39,6 +39,8 @@ constexpr CommandRow kTable[] = {
     {.item = "mnuViewToolBar", .whileConnecting = true},
     {.item = "mnuViewStatusBar", .whileConnecting = true},
     {.item = "mnuViewCompany", .whileConnecting = true},
+    {.item = "mnuViewFitGraphs", .whileConnecting = true},
+    {.item = "mnuViewNightColours", .whileConnecting = true},
     {.item = "mnuViewSummaryReport", .states = "?...1..", .condition = HasLog},
     // Data Acquisition
     {.item = "mnuAcquireConnect", .key = "Acquire", .states = "1000000", .whileConnecting = true},

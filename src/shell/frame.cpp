@@ -20,7 +20,7 @@ Frame::Frame(MainForm& form, Session& session, Platform& platform, WindowHost& w
 
 void Frame::LoadCompanyLogo() {
   logo_->Load();
-  viewToggles_.ApplyCompanyLogoVisible();
+  viewToggles_.Apply();
 }
 
 }  // namespace velk

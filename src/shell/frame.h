@@ -19,6 +19,7 @@ class Frame {
 
   /// Shows the picture and the visibility that the settings name: at start-up, and when a template was loaded.
   void LoadCompanyLogo();
+  ViewToggles& Toggles() { return viewToggles_; }
 
  private:
   MainForm& form_;

@@ -18,6 +18,14 @@ ViewToggles::ViewToggles(MainForm& form, Session& session, QWidget& companyLogo)
   bind("mnuViewToolBar", [this](bool visible) { form_.Toolbar().setVisible(visible); });
   bind("mnuViewStatusBar", [this](bool visible) { form_.statusBar()->setVisible(visible); });
   bind("mnuViewCompany", [this](bool visible) { mnuViewCompany_Click(visible); });
+  const auto bindLooks = [&](const char* item, bool Session::*look) {
+    bind(item, [this, look](bool on) {
+      session_.*look = on;
+      if (onChartLooks) onChartLooks();
+    });
+  };
+  bindLooks("mnuViewFitGraphs", &Session::FitGraphsToWindows);
+  bindLooks("mnuViewNightColours", &Session::NightColours);
 }
 
 void ViewToggles::mnuViewCompany_Click(bool visible) {
@@ -25,7 +33,9 @@ void ViewToggles::mnuViewCompany_Click(bool visible) {
   companyLogo_.setVisible(visible);
 }
 
-void ViewToggles::ApplyCompanyLogoVisible() {
+void ViewToggles::Apply() {
+  form_.MenuItem("mnuViewFitGraphs")->setChecked(session_.FitGraphsToWindows);
+  form_.MenuItem("mnuViewNightColours")->setChecked(session_.NightColours);
   form_.MenuItem("mnuViewCompany")->setChecked(session_.CompanyLogoVisible);
   companyLogo_.setVisible(session_.CompanyLogoVisible);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "model/session.h"
 
 class QWidget;
@@ -8,15 +10,17 @@ namespace velk {
 
 class MainForm;
 
-/// The first three items of the menu View: each toggles its check mark together with a bar of the main window. The logo
-/// is the only one that is kept over a restart.
+/// The items of the menu View that have a check mark: three show or hide a bar of the main window, two tell how charts
+/// look. Of the bars only the logo is kept over a restart.
 class ViewToggles {
  public:
   /// All three are the main window's and outlive this.
   ViewToggles(MainForm& form, Session& session, QWidget& companyLogo);
 
-  /// Shows or hides the logo as `CompanyLogoVisible` says; for start-up.
-  void ApplyCompanyLogoVisible();
+  /// Shows or hides the logo as `CompanyLogoVisible` says, and sets the marks of what the settings keep; for start-up.
+  void Apply();
+  /// FitGraphsToWindows or NightColours was switched.
+  std::function<void()> onChartLooks;
 
  private:
   void mnuViewCompany_Click(bool visible);

@@ -170,7 +170,7 @@ TEST_F(PlaybackTest, RaisesNoAlarmAndRecordsNothing) {
   rig.session.PlaybackParameters[1].upperalarm = "0";
   rig.session.Parameters[2].upperalarm = "5";
   const std::string file = Record(3);
-  EXPECT_TRUE(rig.session.AlarmTriggered[2] && rig.view.buttonVisible["Command1"]) << "of the job";
+  EXPECT_GT(rig.view.beeps, 0) << "of the job";
   const int beeps = rig.view.beeps;
   Choose(file);
   EXPECT_FALSE(rig.view.buttonVisible["Command1"]) << "the indicator tells of no file";

@@ -3,6 +3,7 @@
 #include <QPalette>
 
 #include "graphs/graph_form_fixture.h"
+#include "graphs/windows/chart_fonts.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -10,16 +11,16 @@ namespace {
 
 using test::GraphDesk;
 
-const std::string kMark = "\u25B2";
+const std::string kMark = "\u25B2", kLowMark = "\u25BC";
 
 /// The colour behind the text of a label, as it stands on the screen, inside its frame.
-QColor Background(QLabel& label) {
-  return QColor(label.grab().toImage().pixel(2, 2));
+QColor Background(const QImage& label) {
+  return QColor(label.pixel(2, 2));
 }
 
 /// That of its edge.
-QColor Edge(QLabel& label) {
-  return QColor(label.grab().toImage().pixel(0, 0));
+QColor Edge(const QImage& label) {
+  return QColor(label.pixel(0, 0));
 }
 
 /// A palette for the time of a test.
@@ -41,14 +42,15 @@ class UnderPalette {
 class AlarmLabels : public testing::Test {
  protected:
   AlarmLabels() {
+    for (int i = 1; i <= 3; ++i) desk.session.CurrentParameters[i].upperalarm = "11.5";
     desk.Create();
     for (int i = 1; i <= 3; ++i) desk.Form().WriteValuesToLabels(i, 10.0F + static_cast<float>(i));
     desk.Refresh();
   }
 
-  QLabel& Value(int row) { return *desk.Find<QLabel>(("Label2_" + std::to_string(row)).c_str()); }
-  void Sample(bool alarmed) {
-    desk.Form().ShowAlarm(2, alarmed);
+  QImage Value(int row) { return test::LabelPicture(desk.Form(), "Label2_" + std::to_string(row)); }
+  void Sample(bool alarmed, AlarmSide side = AlarmSide::High) {
+    desk.Form().ShowAlarm(2, alarmed ? side : AlarmSide::None);
     desk.Refresh();
   }
 
@@ -72,6 +74,29 @@ TEST_F(AlarmLabels, CarryAMarkAllTheWhileSinceColourAloneCanBeMissed) {
     Sample(true);
     EXPECT_EQ(desk.Text("Label2_1"), kMark + "12.000") << flash;
   }
+}
+
+TEST_F(AlarmLabels, PointToTheSideOnWhichTheValueIsOut) {
+  Sample(true, AlarmSide::Low);
+  EXPECT_EQ(desk.Text("Label2_1"), kLowMark + "12.000");
+  const QImage low = Value(1);
+  Sample(false);
+  Sample(true, AlarmSide::High);
+  EXPECT_EQ(desk.Text("Label2_1"), kMark + "12.000");
+  // The same but for the mark, which stands upside down.
+  const QImage high = Value(1);
+  ASSERT_EQ(low.size(), high.size());
+  EXPECT_NE(low, high);
+  const QRect digits(low.width() / 3, 2, 2 * low.width() / 3 - 2, low.height() - 4);
+  EXPECT_EQ(low.copy(digits), high.copy(digits));
+}
+
+TEST_F(AlarmLabels, LeaveTheDigitsWhereTheyAre) {
+  const QImage before = Value(1);
+  Sample(true);
+  Sample(false);
+  EXPECT_EQ(Value(1).size(), before.size());
+  EXPECT_EQ(Value(1), before);
 }
 
 TEST_F(AlarmLabels, LookAsEverOnceTheValueIsBackWithinItsLimits) {
@@ -131,9 +156,10 @@ TEST_F(AlarmLabels, AreThoseOfTheAlarmedParameterOnly) {
 }
 
 TEST_F(AlarmLabels, StayWithoutAnAlarmForAParameterOfAnotherGraph) {
-  desk.Form().ShowAlarm(7, true);
+  desk.Form().ShowAlarm(7, AlarmSide::High);
   desk.Refresh();
-  for (int row = 0; row < 3; ++row) EXPECT_EQ(Value(row).text().toStdString(), std::to_string(11 + row) + ".000");
+  for (int row = 0; row < 3; ++row)
+    EXPECT_EQ(desk.Text("Label2_" + std::to_string(row)), std::to_string(11 + row) + ".000");
 }
 
 TEST_F(AlarmLabels, KeepANameAndAValueInView) {
@@ -143,7 +169,7 @@ TEST_F(AlarmLabels, KeepANameAndAValueInView) {
   Sample(true);
   test::ShowWindow(*desk.Form().parentWidget(), "alarmed-white");
   EXPECT_EQ(desk.Text("Label2_1"), kMark + "-1234.500");
-  EXPECT_LE(Value(1).fontMetrics().horizontalAdvance(Value(1).text()), Value(1).width());
+  EXPECT_LE(QFontMetrics(ChartFont("DejaVu Sans", 10)).horizontalAdvance("-1234.500"), desk.Box("Label2_1").width());
   Sample(true);
   test::ShowWindow(*desk.Form().parentWidget(), "alarmed-button");
 }

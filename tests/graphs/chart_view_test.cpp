@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
 #include <vector>
 
 #include "base/dates.h"
 #include "base/language.h"
 #include "graphs/chart_fixture.h"
+#include "graphs/label_reading.h"
 #include "graphs/windows/chart_fonts.h"
 #include "support/fake_clock.h"
 
@@ -48,7 +48,7 @@ struct ForeignChart {
   }
 
   QWidget& Find(const char* name) { return *window.findChild<QWidget*>(QLatin1String(name)); }
-  std::string Text(const char* label) { return window.findChild<QLabel*>(QLatin1String(label))->text().toStdString(); }
+  std::string Text(const char* label) { return LabelText(window, label); }
   int RedOn(const char* name) {
     const QImage picture = Find(name).grab().toImage();
     int count = 0;
@@ -108,7 +108,7 @@ TEST(ChartView, BringsRowsOfLabelsWithTheCurvesAndTakesThemAway) {
   EXPECT_EQ(foreign.Text("Label1_2"), "Speed");
   foreign.fields.fields.resize(1);
   foreign.view.FillLabels();
-  EXPECT_EQ(foreign.window.findChild<QLabel*>("Label1_1"), nullptr);
+  EXPECT_EQ(LabelsOf(foreign.window).Count(), 1);
 }
 
 TEST(ChartView, ShowsTheLatestOfManyValuesOnceARefresh) {
@@ -126,7 +126,7 @@ TEST(ChartView, PassesOverValuesOfSlotsWithoutLabels) {
   ForeignChart foreign;
   for (const int slot : {-1, 0, 3, 65}) {
     foreign.view.SetValue(slot, 5);
-    foreign.view.SetAlarm(slot, true);
+    foreign.view.SetAlarm(slot, AlarmSide::High);
   }
   foreign.view.ScheduleRefresh();
   foreign.clock.Advance(40);

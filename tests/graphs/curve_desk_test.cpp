@@ -49,7 +49,7 @@ class CurvesOnTheDesk : public testing::Test {
   Parameter& Curve(int parameter) { return session.CurrentParameters[static_cast<std::size_t>(parameter)]; }
   std::string Label(int graph, const char* name) {
     clock.Advance(40);
-    return Form(graph).findChild<QLabel*>(QLatin1String(name))->text().toStdString();
+    return test::LabelText(Form(graph), name);
   }
 
   QWidget& Band(int graph) { return Form(graph).View().HeaderBand(); }
@@ -63,7 +63,7 @@ class CurvesOnTheDesk : public testing::Test {
     QTest::mouseClick(&Band(graph), Qt::LeftButton, {}, HeaderPoint(graph, row, share));
   }
   void ClickLabel(int graph, const char* name, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseClick(Form(graph).findChild<QLabel*>(QLatin1String(name)), button);
+    test::ClickLabel(Form(graph), name, button);
   }
   std::string TipAt(int graph, double share, double row = 1) {
     const QPoint point = HeaderPoint(graph, 1, share) + QPoint(0, static_cast<int>((row - 1) * 17));

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScrollBar>
 
 #include "graphs/chart_fixture.h"
+#include "graphs/label_reading.h"
 #include "graphs/windows/graph_form_new.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "model/status.h"
@@ -19,6 +19,7 @@ namespace velk::test {
 struct GraphDesk {
   explicit GraphDesk(int curveCount = 1) {
     GiveCurves(session, curveCount);
+    session.FitGraphsToWindows = false;  // 15 twips a dot, so that places can be told
     area.resize(1300, 760);
     area.show();
   }
@@ -29,7 +30,9 @@ struct GraphDesk {
   Widget* Find(const char* name, int graph = 3) {
     return Form(graph).findChild<Widget*>(QLatin1String(name));
   }
-  std::string Text(const char* label) { return Find<QLabel>(label)->text().toStdString(); }
+  std::string Text(const std::string& label) { return LabelText(Form(), label); }
+  QRect Box(const std::string& label) { return LabelBox(Form(), label); }
+  int Rows(int graph = 3) { return LabelsOf(Form(graph)).Count(); }
   /// Time for the screen to follow.
   void Refresh() { clock.Advance(40); }
   void ResizeWindow(int width, int height) { Form().parentWidget()->resize(width, height); }

@@ -43,7 +43,7 @@ TEST(GraphFormNew, ShowsNameValueAndUnitsOfEachCurve) {
   EXPECT_EQ(desk.Text("Label1_2"), "Pressure 3");
   EXPECT_EQ(desk.Text("Label2_1"), "1.500");
   EXPECT_EQ(desk.Text("Label3_2"), "psi");
-  EXPECT_EQ(desk.Find<QLabel>("Label1_3"), nullptr);
+  EXPECT_EQ(desk.Rows(), 3);
 }
 
 TEST(GraphFormNew, WritesAValueByThePictureOfItsParameter) {
@@ -79,14 +79,14 @@ TEST(GraphFormNew, PlacesEachLabelRowBelowTheLastAndTheValueBesideTheName) {
   GraphDesk desk(3);
   desk.session.CurrentParameters[2].name = "Treating Pressure";
   desk.Create();
-  const QRect first = desk.Find<QLabel>("Label1_0")->geometry();
-  const QRect second = desk.Find<QLabel>("Label1_1")->geometry();
-  const QRect third = desk.Find<QLabel>("Label1_2")->geometry();
+  const QRect first = desk.Box("Label1_0");
+  const QRect second = desk.Box("Label1_1");
+  const QRect third = desk.Box("Label1_2");
   EXPECT_EQ(second.top(), first.top() + std::ceil(1.05 * first.height()));
   EXPECT_EQ(third.top(), second.top() + std::ceil(1.05 * second.height()));
-  const QRect value = desk.Find<QLabel>("Label2_0")->geometry();
+  const QRect value = desk.Box("Label2_0");
   EXPECT_EQ(value.left(), first.right() + 1 + 2);  // 30 twips
-  EXPECT_LT(value.right(), desk.Find<QLabel>("Label3_0")->geometry().left());
+  EXPECT_LT(value.right(), desk.Box("Label3_0").left());
 }
 
 TEST(GraphFormNew, DoublesTheHeightOfANameThatIsAsWideAsItsLabel) {
@@ -94,8 +94,8 @@ TEST(GraphFormNew, DoublesTheHeightOfANameThatIsAsWideAsItsLabel) {
   desk.session.CurrentParameters[1].name = "Rate";
   desk.session.CurrentParameters[2].name = "Treating Pressure";
   desk.Create();
-  const int single = desk.Find<QLabel>("Label1_0")->height();
-  EXPECT_EQ(desk.Find<QLabel>("Label1_1")->height(), 2 * single);
+  const int single = desk.Box("Label1_0").height();
+  EXPECT_EQ(desk.Box("Label1_1").height(), 2 * single);
 }
 
 TEST(GraphFormNew, FollowsTheSizeOfTheWindow) {

@@ -33,8 +33,8 @@ TEST(GraphWindowsMdi, MakesAWindowForEachGraphNumber) {
   EXPECT_EQ(desk.Form(5).windowTitle(), "Pressure 1");
   EXPECT_EQ(desk.Form(2).windowTitle(), "Pressure 2");
   EXPECT_EQ(desk.Form(9).windowTitle(), "Pressure 4");
-  EXPECT_NE(desk.Find<QLabel>("Label1_1", 5), nullptr);
-  EXPECT_EQ(desk.Find<QLabel>("Label1_1", 2), nullptr);
+  EXPECT_EQ(desk.Rows(5), 2);
+  EXPECT_EQ(desk.Rows(2), 1);
 }
 
 TEST(GraphWindowsMdi, PlacesWindowsSideBySideInView) {

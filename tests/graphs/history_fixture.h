@@ -20,6 +20,7 @@ namespace velk::test {
 struct RecordedJob {
   explicit RecordedJob(int curveCount = 1) {
     GiveCurves(session, curveCount);
+    session.FitGraphsToWindows = false;  // 15 twips a dot, so that places can be told
     session.TotalParameters = session.NumberOfParameters;
     session.SamplingRate = kSecond;
     session.SampleSeconds = 1;

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "graphs/graph_form_fixture.h"
+#include "graphs/windows/chart_fonts.h"
 
 namespace velk {
 namespace {
@@ -16,10 +17,11 @@ TEST(LowWindow, KeepsValuesReadableBesideTheScrollBarOfItsLabels) {
   desk.Refresh();
   desk.Form().RefreshForm();
   QApplication::processEvents();
-  const auto* value = desk.Find<QLabel>("Label2_0");
-  EXPECT_GE(value->width(), 46);
-  EXPECT_LE(value->fontMetrics().horizontalAdvance(value->text()), value->width());
-  EXPECT_GE(desk.Find<QLabel>("Label3_0")->width(), 1);
+  EXPECT_EQ(desk.Text("Label2_0"), "-123456.789");
+  const int needed = QFontMetrics(ChartFont("DejaVu Sans", 10)).horizontalAdvance("-123456.789");
+  EXPECT_GE(desk.Box("Label2_0").width(), needed);
+  EXPECT_GE(desk.Box("Label3_0").width(), 1);
+  EXPECT_LT(desk.Box("Label3_0").right(), test::LabelsOf(desk.Form()).width());
 }
 
 TEST(LowWindow, TakesEverySizeThatAWindowCanBeGiven) {

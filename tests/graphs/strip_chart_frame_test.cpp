@@ -72,21 +72,36 @@ TEST(StripChartFrame, FollowsThePageStartThatAnotherChartPublished) {
   EXPECT_DOUBLE_EQ(c.chart.TimeOrigin(), JobStart() + 60 * kSecond);
 }
 
-TEST(StripChartFrame, MovesUpHalfAPageWithTheSecondBlockOfTheDefaultSettings) {
+TEST(StripChartFrame, MovesThePictureByAsMuchAsTheOriginWithTheSecondBlockOfTheDefaultSettings) {
   RecordedChart c;
   c.session.Times.GraphPageTime = JobStart();
   c.DrawBlock(0);
   c.Forget();
   c.DrawBlock(120);
-  // The origin moves to 60 s: the block lies from 900 to 2700. 240 pixels high, so 120 of them.
+  // The origin moves to 60 s: 900 twips, 60 of the 240 dots. The block lies from 900 to 2700.
   ASSERT_GE(c.pic2.calls.size(), 2u);
-  EXPECT_EQ(c.pic2.calls[0], "scroll 120");
+  EXPECT_EQ(c.pic2.calls[0], "scroll 60");
   EXPECT_EQ(c.pic2.calls[1], "line 966 900 966 2700 000000 w1");
   EXPECT_EQ(c.picture3.calls,
-            (Calls{"cls", "print 341 1700 '09:32' 000000",  // retained label: y = 1 x 1800 - 100
+            (Calls{"cls", "print 341 800 '09:32' 000000",   // retained label: 120 s stand at 900, less 100
                    "print -189 1700 '14-Mar-2026' 000000",  // 966 - 1.05 x 1100, middle of 900 and 2700
                    "line 863 2700 963 2700 000000 w1", "print 341 2600 '09:34' 000000"}));
   EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 1);
+}
+
+TEST(StripChartFrame, KeepsEachTimeBesideItsPictureFromScrollToScroll) {
+  RecordedChart c;
+  c.session.Times.GraphPageTime = JobStart();
+  double picture = 0, origin = 0;  // twips that the picture, and the origin, have moved
+  for (int block = 0; block < 12; ++block) {
+    c.Forget();
+    c.DrawBlock(block * 120);
+    if (c.pic2.calls.front().rfind("scroll ", 0) == 0) picture += 15 * std::stod(c.pic2.calls.front().substr(7));
+    origin = (c.chart.TimeOrigin() - JobStart()) / kSecond * 15;
+    EXPECT_NEAR(picture, origin, 7.5 * (block + 1)) << "half a dot a scroll at most, block " << block;
+  }
+  // From some scrolls on that is half the page.
+  EXPECT_EQ(c.pic2.calls.front(), "scroll 120");
 }
 
 TEST(StripChartFrame, MovesTheOriginHalfWayToTheBlockAtEachScroll) {
@@ -118,9 +133,10 @@ TEST(StripChartFrame, RewritesALabelForEachPairOfBlocksAtAScroll) {
   EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 2);
   ASSERT_GE(c.picture3.calls.size(), 3u);
   EXPECT_EQ(c.picture3.calls[0], "cls");
-  EXPECT_EQ(c.picture3.calls[1], "print 341 3500 '09:36' 000000");  // (2 - 1 + 1) x 1800 - 100
-  EXPECT_EQ(c.picture3.calls[2], "print 341 1700 '09:34' 000000");  // a block earlier, (2 - 2 + 1) x 1800 - 100
-  EXPECT_EQ(c.pic2.calls.front(), "scroll 240");
+  // The origin moves to 180 s, by 2700 twips.
+  EXPECT_EQ(c.picture3.calls[1], "print 341 2600 '09:36' 000000");  // 360 s stand at 2700
+  EXPECT_EQ(c.picture3.calls[2], "print 341 800 '09:34' 000000");   // a block earlier
+  EXPECT_EQ(c.pic2.calls.front(), "scroll 180");
 }
 
 TEST(StripChartFrame, PrintsTheDateWhenABlockCrossesMidnight) {
@@ -181,6 +197,33 @@ TEST(RedrawFrame, DrawsTheGridOfTheWholePage) {
   EXPECT_DOUBLE_EQ(c.session.Times.BlockPairsPerPage, 1);
 }
 
+TEST(RedrawFrame, BeginsItsRowsAtTheTimesOfTheBlocks) {
+  RecordedChart c;
+  c.session.Times.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  c.DrawBlock(120);  // the page begins at 60 s
+  c.session.Times.GraphEndTime = JobStart() + 240 * kSecond;
+  c.Forget();
+  c.chart.RedrawFrame();
+  // Blocks begin at 120 and 240 s: 900 and 2700 twips down the page.
+  EXPECT_EQ(
+      Calls(c.pic2.calls.begin() + 12, c.pic2.calls.end()),
+      Rows({{"300", kGrey}, {"900", kBlack}, {"1500", kGrey}, {"2100", kGrey}, {"2700", kBlack}, {"3300", kGrey}}));
+}
+
+TEST(PrintAxisAgain, PrintsWhatStandsOnTheAxisSinceTheLastScroll) {
+  RecordedChart c;
+  c.session.Times.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  c.DrawBlock(120);
+  const Calls drawn(c.picture3.calls.begin() + 2, c.picture3.calls.end());
+  ASSERT_EQ(drawn.front(), "cls");
+  c.Forget();
+  c.chart.PrintAxisAgain();
+  EXPECT_EQ(c.picture3.calls, drawn);
+  EXPECT_EQ(c.pic2.calls, Calls{});
+}
+
 TEST(RedrawFrame, KeepsTheBlocksFromDrawingTheirRowsUntilThePageScrolls) {
   RecordedChart c;
   c.session.Times.GraphPageTime = JobStart();
@@ -226,7 +269,7 @@ TEST(StripChartTargets, ScrollInPlaceOfTheVisibleSurfaces) {
   EXPECT_EQ(c.pic2.calls, shown);
   EXPECT_EQ(before, shown) << "the hidden one begins as a copy";
   ASSERT_GT(plot.calls.size(), before.size());
-  EXPECT_EQ(plot.calls[before.size()], "scroll 120");
+  EXPECT_EQ(plot.calls[before.size()], "scroll 60");
 }
 
 TEST(StripChartTargets, GoBackToTheVisibleSurfaces) {

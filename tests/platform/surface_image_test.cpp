@@ -146,13 +146,61 @@ TEST(SurfaceImage, MeasuresTextInTwipsAtEveryRatio) {
   EXPECT_NEAR(Small(2).TextHeight("09:32"), height, 0.08 * height);
 }
 
-TEST(SurfaceImage, PutsAPaleTextOnADarkPlateAndNoOther) {
+TEST(SurfaceImage, PrintsAPaleTextOnThePaperAsAnyOther) {
   SurfaceImage surface = Small();
   surface.Print(150, 150, "Rate", 0x00FFFF);  // yellow
-  EXPECT_GT(CountOf(surface, 0x181C20), 50);
-  surface.Cls();
-  surface.Print(150, 150, "Rate", 0x0000FF);  // red
-  EXPECT_EQ(CountOf(surface, 0x181C20), 0);
+  const QImage picture = surface.View();
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      EXPECT_EQ(qRed(picture.pixel(x, y)), 255);
+      EXPECT_EQ(qGreen(picture.pixel(x, y)), 255);
+    }
+  EXPECT_GT(CountOf(surface, 0xFFFF00), 0);
+}
+
+TEST(SurfaceImage, StretchesPlacesDownThePageButNoLettersAndPens) {
+  SurfaceImage surface = Small();
+  surface.Resize(1500, 600, 1, 2.5);
+  EXPECT_EQ(surface.PixelHeight(), 100);
+  EXPECT_DOUBLE_EQ(surface.Height(), 600);
+  EXPECT_DOUBLE_EQ(surface.Stretch(), 2.5);
+  surface.Line(0, 300, 1500, 300, colour::Black);
+  EXPECT_EQ(CountOf(surface, 0), 100) << "one dot high";
+  EXPECT_EQ(At(surface, 50, 50), 0u);
+  // So many dots as ever, so the fewer twips.
+  EXPECT_NEAR(surface.TextHeight("09:32"), Small().TextHeight("09:32") / 2.5, 0.01);
+  EXPECT_DOUBLE_EQ(surface.TextWidth("09:32"), Small().TextWidth("09:32"));
+}
+
+TEST(SurfaceImage, TakesItsPictureAlongToAnotherSize) {
+  SurfaceImage surface = Small();
+  surface.Line(150, 0, 150, 600, 0x0000FF);          // column 10, within the part that keeps its width
+  surface.Line(300, 300, 1500, 300, colour::Black);  // row 20
+  surface.Line(900, 0, 900, 600, 0xFF0000);          // column 60, the middle of the rest
+  surface.Rescale(2700, 600, 1, 2, 300);
+  EXPECT_EQ(surface.View().size(), QSize(180, 80));
+  EXPECT_EQ(At(surface, 10, 5), 0xFF0000u);
+  EXPECT_EQ(At(surface, 150, 40), 0u);
+  EXPECT_EQ(At(surface, 100, 5), 0x0000FFu);  // 20 + 40 x 2
+  EXPECT_EQ(At(surface, 60, 5), 0xFFFFFFu);
+}
+
+TEST(SurfaceImage, LosesNothingOnTheWayThroughManySizes) {
+  SurfaceImage surface = Small();
+  for (int x = 300; x < 1500; x += 90) surface.Line(x, 0, x + 40, 600, 0x0000FF);
+  const QImage before = surface.View().copy();
+  for (int step = 0; step < 20; ++step) surface.Rescale(700 + 100 * step, 600, 1, 0.5 + 0.1 * step, 300);
+  surface.Rescale(1500, 600, 1, 1, 300);
+  EXPECT_EQ(surface.View(), before);
+}
+
+TEST(SurfaceImage, KeepsThinLinesWhenItGetsLower) {
+  SurfaceImage surface = Small();
+  for (int y = 15; y < 600; y += 150) surface.Line(0, y, 1500, y, colour::Black);
+  surface.Rescale(1500, 600, 1, 0.5, 300);
+  int rules = 0;
+  for (int y = 0; y < surface.PixelHeight(); ++y) rules += At(surface, 50, y) == 0;
+  EXPECT_EQ(rules, 4);
 }
 
 TEST(SurfaceImage, FillsARectangleAndTellsThatItChanged) {
@@ -242,12 +290,13 @@ TEST(SurfaceImage, SurvivesSizesBeyondWhatAScreenHas) {
   EXPECT_GT(surface.View().width(), 1000);
 }
 
-TEST(LegibleBackground, HasAContrastThatCanBeReadForEveryColour) {
+TEST(ReadableOn, HasAContrastThatCanBeReadForEveryColour) {
   for (int red = 0; red < 256; red += 15)
     for (int green = 0; green < 256; green += 15)
       for (int blue = 0; blue < 256; blue += 15) {
         const std::int32_t text = red | green << 8 | blue << 16;
-        EXPECT_GE(Contrast(text, LegibleBackground(text)), 3) << text;
+        EXPECT_GE(Contrast(ReadableOn(text, colour::White, 3), colour::White), 3) << text;
+        EXPECT_GE(Contrast(ReadableOn(text, colour::NightPaper, 3), colour::NightPaper), 3) << text;
       }
 }
 

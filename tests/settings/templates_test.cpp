@@ -25,9 +25,9 @@ using test::SettingsRows;
 
 /// The keys that stay with the program when a template is saved or loaded.
 const std::set<std::string> kLiveOnly = {
-    "General/Current_language",   "General/intFontSize",   "General/MaximumTime",
-    "General/pixelslength",       "General/pixeldivide",   "PrintGraph/TextInserted",
-    "General/CompanyLogoVisible", "Protocol/daqIPAddress", "Protocol/daqHTML"};
+    "General/Current_language", "General/intFontSize",        "General/MaximumTime",        "General/pixelslength",
+    "General/pixeldivide",      "PrintGraph/TextInserted",    "General/CompanyLogoVisible", "Protocol/daqIPAddress",
+    "Protocol/daqHTML",         "General/FitGraphsToWindows", "General/NightColours",       "General/MainWindowPlace"};
 
 bool IsHeld(const SettingsRow& row) {
   return kLiveOnly.count(row.Name()) == 0;

@@ -13,6 +13,8 @@
 #include <filesystem>
 
 #include "formula/additional_parameters.h"
+#include "graphs/label_reading.h"
+#include "graphs/windows/graph_form_new.h"
 #include "i18n/translation.h"
 #include "shell/shell_rig.h"
 
@@ -344,10 +346,10 @@ TEST_F(Program, DrawsAComputedChannelAndFindsItAgainAfterARestart) {
   rig.Frame(5, 0, 0);
   EXPECT_EQ(rig.State().CurrentValue[4], 20.0f);
   rig.clock.Advance(100);  // the window's own refresh
-  QLabel* value = nullptr;
-  for (QLabel* label : rig.Window().findChildren<QLabel*>("Label2_0"))
-    if (label->text().contains("20.0000")) value = label;
-  EXPECT_NE(value, nullptr);
+  bool isShown = false;
+  for (const GraphFormNew* graph : rig.Window().findChildren<GraphFormNew*>())
+    if (test::LabelText(*graph, "Label2_0") == "20.0000") isShown = true;
+  EXPECT_TRUE(isShown);
   rig.Press("Stop");
   rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::Yes);
   rig.Choose("mnuFileExit");

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
-#include <QTest>
-
+#include "graphs/label_reading.h"
 #include "graphs/windows/graph_form_new.h"
 #include "shell/shell_rig.h"
 
@@ -30,7 +28,7 @@ class CurvesInTheProgram : public testing::Test {
 
 TEST_F(CurvesInTheProgram, AreOnTheDiskAsSoonAsTheyAreEdited) {
   rig.dialogs.ExpectInput("Enter parameter units", "bar");
-  QTest::mouseClick(Form(1).findChild<QLabel*>("Label3_0"), Qt::LeftButton);
+  test::ClickLabel(Form(1), "Label3_0");
   EXPECT_EQ(rig.State().Parameters[1].units, "bar");
   EXPECT_EQ(OnDisk("Parameter1", "units"), "bar");
 }
@@ -43,12 +41,12 @@ TEST_F(CurvesInTheProgram, GoOnInTheWindowThatTheyWereMovedTo) {
   EXPECT_EQ(OnDisk("Parameter2", "FormIndex"), "1");
   rig.Frame(11, 21, 31);
   rig.clock.Advance(40);
-  EXPECT_EQ(Form(1).findChild<QLabel*>("Label2_1")->text(), "21.0000");
+  EXPECT_EQ(test::LabelText(Form(1), "Label2_1"), "21.0000");
   Press(1, "Remove");
   EXPECT_NE(rig.State().GraphForms[2], nullptr);
   rig.Frame(12, 22, 32);
   rig.clock.Advance(40);
-  EXPECT_EQ(Form(2).findChild<QLabel*>("Label2_0")->text(), "22.0000");
+  EXPECT_EQ(test::LabelText(Form(2), "Label2_0"), "22.0000");
 }
 
 TEST_F(CurvesInTheProgram, StandInTheirNewWindowsAfterTheNextConnect) {

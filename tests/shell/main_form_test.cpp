@@ -36,6 +36,8 @@ constexpr Entry kCaptions[] = {
     {"mnuViewStatusBar", "&Status Bar"},
     {"mnuViewCompany", "&Company Logo"},
     {"mnuViewSummaryReport", "Summary &Report"},
+    {"mnuViewFitGraphs", "&Fit Graphs to Windows"},
+    {"mnuViewNightColours", "&Night Colours"},
     {"mnuAcquire", "&Data Acquisition"},
     {"mnuAcquireConnect", "&Connect to Hardware"},
     {"mnuAcquireStart", "&Start"},

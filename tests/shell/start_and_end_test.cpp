@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "graphs/windows/label_rows.h"
 #include "i18n/translation.h"
 #include "shell/shell_rig.h"
 
@@ -221,6 +222,8 @@ TEST_F(StartAndEnd, NumbersKeepThePointOnADesktopThatHasAComma) {
   rig.clock.Advance(100);
   QStringList texts;
   for (const QLabel* label : rig.Window().findChildren<QLabel*>()) texts += label->text();
+  for (const LabelRows* labels : rig.Window().findChildren<LabelRows*>())
+    for (int row = 0; row < labels->Count(); ++row) texts += labels->Text({2, row});
   EXPECT_TRUE(texts.join('|').contains("10.5000"));
   EXPECT_FALSE(texts.join('|').contains(QRegularExpression("\\d,\\d"))) << texts.join('|').toStdString();
   rig.Press("Stop");

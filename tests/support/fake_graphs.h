@@ -30,7 +30,7 @@ class FakeGraphWindow : public GraphWindow {
     plots.push_back({previousTime, time, previousValue, value, min, max, colour, wrapping});
     if (onPlot) onPlot();
   }
-  void ShowAlarm(int parameter, bool alarmed) override { alarms.emplace_back(parameter, alarmed); }
+  void ShowAlarm(int parameter, AlarmSide side) override { alarms.emplace_back(parameter, side); }
   void ShowValuesStale(bool shown) override { stale = shown; }
   double TimeOrigin() const override { return origin; }
   void EnableToolbar() override { ++toolbarsEnabled; }
@@ -43,7 +43,7 @@ class FakeGraphWindow : public GraphWindow {
   std::vector<double> scrolls;
   std::map<int, float> labels;
   std::vector<Plot> plots;
-  std::vector<std::pair<int, bool>> alarms;
+  std::vector<std::pair<int, AlarmSide>> alarms;
   int toolbarsEnabled = 0;
   int refreshes = 0;
   std::function<void()> onPlot;

@@ -44,6 +44,9 @@ void AddGeneral(Rows& rows) {
   rows.push_back({s, "pixelslength", Kind::Double, "120", "60", Of(&Session::pixelslength)});
   rows.push_back({s, "pixeldivide", Kind::Double, "15", "30", Of(&Session::pixeldivide)});
   rows.push_back({s, "CompanyLogoVisible", Kind::Boolean, "True", "False", Of(&Session::CompanyLogoVisible)});
+  rows.push_back({s, "FitGraphsToWindows", Kind::Boolean, "True", "False", Of(&Session::FitGraphsToWindows)});
+  rows.push_back({s, "NightColours", Kind::Boolean, "False", "True", Of(&Session::NightColours)});
+  rows.push_back({s, "MainWindowPlace", Kind::Text, "", "8 16 1280 800", Of(&Session::MainWindowPlace)});
 }
 
 void AddPrintGraph(Rows& rows) {

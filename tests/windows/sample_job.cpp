@@ -59,7 +59,10 @@ QWidget& SampleJob::OpenGraph(QSize size) {
   area.show();
   graphWindows.CreateGraphWindows();
   auto& graph = dynamic_cast<GraphFormNew&>(*session.GraphForms[kGraph]);
-  for (int i = 1; i <= session.TotalParameters; ++i) graph.ShowAlarm(i, session.AlarmTriggered[i]);
+  for (int i = 1; i <= session.TotalParameters; ++i) {
+    const AlarmSide side = i == 3 ? AlarmSide::Low : AlarmSide::High;
+    graph.ShowAlarm(i, session.AlarmTriggered[i] ? side : AlarmSide::None);
+  }
   clock.Advance(1000);
   return graph;
 }

@@ -1,7 +1,6 @@
 #include "graphs/windows/chart_fonts.h"
 
 #include <QFontMetricsF>
-#include <QStringList>
 #include <algorithm>
 #include <cmath>
 
@@ -13,17 +12,17 @@ namespace velk {
 namespace {
 
 constexpr int kNarrowest = 70;  ///< percent of the normal width; narrower letters run together
-constexpr int kSmallest = 8;    ///< pixels
 
 }  // namespace
 
 QFont ChartFont(const std::string& family, int points) {
   QFont font(ToQt(family));
-  font.setPixelSize(std::max(kSmallest, static_cast<int>(std::lround(Convert(points, Unit::Point, Unit::Pixel)))));
+  font.setPixelSize(
+      std::max(kSmallestLetters, static_cast<int>(std::lround(Convert(points, Unit::Point, Unit::Pixel)))));
   return font;
 }
 
-QFont FitFont(QFont font, const QString& text, double width) {
+QFont FitFont(QFont font, const QString& text, double width, int smallest) {
   for (;;) {
     font.setStretch(100);
     const double natural = QFontMetricsF(font).horizontalAdvance(text);
@@ -31,21 +30,35 @@ QFont FitFont(QFont font, const QString& text, double width) {
     // A little narrower than worked out: letters are set to whole pixels.
     const int stretch = static_cast<int>(std::floor(97 * width / natural));
     font.setStretch(std::max(stretch, kNarrowest));
-    if (stretch >= kNarrowest || font.pixelSize() <= kSmallest) return font;
+    if (stretch >= kNarrowest || font.pixelSize() <= smallest) return font;
     font.setPixelSize(font.pixelSize() - 1);
   }
 }
 
-QFont FitFont(QFont font, const QString& text, double width, double height) {
+QFont FitLines(QFont font, const QString& text, double width, double height, int smallest) {
   QString longest;
   for (const QString& word : text.split(QLatin1Char(' ')))
     if (word.size() > longest.size()) longest = word;
   for (;;) {
-    font = FitFont(font, longest, width);
+    font = FitFont(font, longest, width, smallest);
     const QRectF lines = QFontMetricsF(font).boundingRect(QRectF(0, 0, width, 10 * height), Qt::TextWordWrap, text);
-    if (lines.height() <= height || font.pixelSize() <= kSmallest) return font;
+    if (lines.height() <= height || font.pixelSize() <= smallest) return font;
     font.setPixelSize(font.pixelSize() - 1);
   }
+}
+
+QStringList BrokenLines(const QFont& font, const QString& text, double width, int most) {
+  const QFontMetricsF metrics(font);
+  QStringList lines;
+  for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    const QString longer = lines.isEmpty() ? word : lines.last() + QLatin1Char(' ') + word;
+    if (!lines.isEmpty() && (lines.size() >= most || metrics.horizontalAdvance(longer) <= width))
+      lines.last() = longer;
+    else
+      lines += word;
+  }
+  for (QString& line : lines) line = metrics.elidedText(line, Qt::ElideRight, width);
+  return lines;
 }
 
 }  // namespace velk

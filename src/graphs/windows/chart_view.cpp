@@ -1,6 +1,5 @@
 #include "graphs/windows/chart_view.h"
 
-#include <QEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -69,14 +68,12 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
       picture3_(kAxisWidth, PlotHeight(), devicePixelRatioF(), AxisFont(font)),
       chart_(std::make_unique<StripChart>(times, measures_, curves_, language,
                                           ChartSurfaces{picture1_, pic2_, picture3_})),
-      labels_(*ui_->LabelPanel, *ui_->Label1_0, *ui_->Label2_0, *ui_->Label3_0),
       refresh_(clock.MakeTimer()) {
   picture3_.SetTextCovers(true);
-  ui_->Picture1->SetSurface(&picture1_);
-  ui_->Pic2->SetSurface(&pic2_);
-  ui_->Picture3->SetSurface(&picture3_);
-  labels_.SetFont(font);
-  ui_->LabelPanel->installEventFilter(this);
+  ui_->Picture1->Show(&picture1_, &colours_);
+  ui_->Pic2->Show(&pic2_, &colours_);
+  ui_->Picture3->Show(&picture3_, &colours_);
+  ui_->LabelPanel->UseFont(font);
   ui_->VScroll1->setMinimum(0);
   ui_->VScroll1->setSingleStep(1);
   ui_->VScroll1->setPageStep(4);
@@ -85,12 +82,27 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
 }
 
 ChartView::~ChartView() {
-  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->SetSurface(nullptr);
+  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->Show(nullptr, nullptr);
 }
 
 int ChartView::WantedHeight(const ChartMeasures& measures, int curves) {
   const double frame = curves * kHeaderRowHeight + kAboveFrame + measures.MaximumTime + kBelowPlot;
   return Pixels(frame + kBelowPicture1) + 1;
+}
+
+int ChartView::LeastHeight(const ChartMeasures& measures, int curves) {
+  return WantedHeight(measures, curves) - Pixels(measures.MaximumTime) / 2;
+}
+
+void ChartView::ShowNight(bool night) {
+  if (night == colours_.IsNight()) return;
+  colours_.SetNight(night);
+  ui_->LabelPanel->SetNight(night);
+  RepaintViews();
+}
+
+void ChartView::RepaintViews() {
+  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->update();
 }
 
 QScrollBar& ChartView::HistoryBar() {
@@ -99,6 +111,10 @@ QScrollBar& ChartView::HistoryBar() {
 
 QWidget& ChartView::PlotArea() {
   return *ui_->Pic2;
+}
+
+double ChartView::PlotTwips(double pixels) const {
+  return pixels * PlotHeight() / std::max(ui_->Pic2->height(), 1);
 }
 
 void ChartView::HideChart() {
@@ -124,7 +140,7 @@ QWidget& ChartView::HeaderBand() {
   return *ui_->Picture1;
 }
 
-QWidget& ChartView::LabelPanel() {
+LabelRows& ChartView::Labels() {
   return *ui_->LabelPanel;
 }
 
@@ -146,7 +162,10 @@ bool ChartView::FitToWindow(QSize window) {
     picture1.setWidth(Pixels(headerWidth_));
     ui_->VScroll1->move(Pixels(width - kBesideScrollBar), ui_->VScroll1->y());
   }
-  if (height - kBelowPicture1 >= 0) picture1.setHeight(Pixels(height - kBelowPicture1));
+  if (fills_)
+    picture1.setHeight(QWidget::height());
+  else if (height - kBelowPicture1 >= 0)
+    picture1.setHeight(Pixels(height - kBelowPicture1));
   picture1.moveLeft(Pixels(kLabelsWidth));
   ui_->Picture1->setGeometry(picture1);
   ui_->VScroll1->setGeometry(ui_->VScroll1->x(), picture1.top(), ui_->VScroll1->width(), picture1.height());
@@ -156,8 +175,16 @@ bool ChartView::FitToWindow(QSize window) {
   return followsWidth;
 }
 
+/// Height of Pic2.
+int ChartView::PlotPixels() const {
+  const int told = std::max(1, Pixels(measures_.MaximumTime));
+  if (!fills_) return told;
+  const int room = ui_->Picture1->height() - Pixels(chart_->HeaderHeight() + kAboveFrame) - Pixels(kBelowPlot);
+  return std::clamp(room, (told + 1) / 2, kMostPixels);
+}
+
 void ChartView::PlaceFrame() {
-  const int plotPixels = std::max(1, Pixels(measures_.MaximumTime));
+  const int plotPixels = PlotPixels();
   ui_->Frame1->setGeometry(0, Pixels(chart_->HeaderHeight() + kAboveFrame), Pixels(plotWidth_),
                            plotPixels + Pixels(kBelowPlot));
   ui_->Pic2->setGeometry(0, 0, Pixels(plotWidth_), plotPixels);
@@ -166,6 +193,8 @@ void ChartView::PlaceFrame() {
 
 void ChartView::FitSurfaces() {
   const double ratio = devicePixelRatioF();
+  picture1_.Resize(headerWidth_, ui_->Picture1->height() * kTwipsPerPixel, ratio);
+  if (fills_ || pic2_.Stretch() != 1) return FitPictures(ratio);
   if (hidden_) {
     const double width = hidden_->Picture2.Width();
     const int height = hidden_->Picture2.PixelHeight();
@@ -173,35 +202,46 @@ void ChartView::FitSurfaces() {
     if (hidden_->Picture2.Width() != width || hidden_->Picture2.PixelHeight() != height) hidden_->isWhole = false;
     hidden_->Pic3_Hidden.Resize(kAxisWidth, PlotHeight(), ratio);
   }
-  picture1_.Resize(headerWidth_, ui_->Picture1->height() * kTwipsPerPixel, ratio);
   pic2_.Resize(plotWidth_, PlotHeight(), ratio);
   picture3_.Resize(kAxisWidth, PlotHeight(), ratio);
 }
 
+/// What was drawn is scaled along with the window; times and dates are printed anew, since letters don't stretch.
+void ChartView::FitPictures(double ratio) {
+  const double stretch = fills_ ? ui_->Pic2->height() * kTwipsPerPixel / std::max(PlotHeight(), 1.0) : 1;
+  pic2_.Rescale(plotWidth_, PlotHeight(), ratio, stretch, kLeftMargin);
+  picture3_.Resize(kAxisWidth, PlotHeight(), ratio, stretch);
+  if (hidden_) {
+    hidden_->Picture2.Rescale(plotWidth_, PlotHeight(), ratio, stretch, kLeftMargin);
+    hidden_->Pic3_Hidden.Resize(kAxisWidth, PlotHeight(), ratio, stretch);
+  }
+  chart_->PrintAxisAgain();
+}
+
 void ChartView::DrawHeader() {
   PlaceFrame();
+  if (fills_) FitSurfaces();
+  bool isNew = false;
+  for (int slot = 1; slot <= curves_.Count(); ++slot)
+    if (colours_.AddInk(curves_.Curve(slot).color)) isNew = true;
+  if (isNew) RepaintViews();
   chart_->InitialHeader();
 }
 
+bool ChartView::HasLabels(int slot) const {
+  return slot >= 1 && slot <= ui_->LabelPanel->Count();
+}
+
 void ChartView::FillLabels() {
-  labelsFilled_ = true;
-  while (labels_.Count() < curves_.Count()) labels_.LoadAnotherFrame(labels_.Count());
-  labels_.Unload(curves_.Count());
-  for (int slot = 1; slot <= curves_.Count(); ++slot) labels_.Fill(slot - 1, curves_.Curve(slot));
+  ui_->LabelPanel->Fill(curves_);
 }
 
 void ChartView::SetValue(int slot, double value) {
-  if (HasLabels(slot)) labels_.SetValue(slot - 1, value, curves_.Curve(slot).format);
+  if (HasLabels(slot)) ui_->LabelPanel->SetValue(slot - 1, value);
 }
 
-void ChartView::SetAlarm(int slot, bool alarmed) {
-  if (HasLabels(slot)) labels_.SetAlarm(slot - 1, alarmed);
-}
-
-/// The label panel gets narrower when the scroll bar comes beside it.
-bool ChartView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->LabelPanel && event->type() == QEvent::Resize && labelsFilled_) labels_.FitToPanel();
-  return QWidget::eventFilter(watched, event);
+void ChartView::SetAlarm(int slot, AlarmSide side) {
+  if (HasLabels(slot)) ui_->LabelPanel->SetAlarm(slot - 1, side);
 }
 
 void ChartView::ScheduleRefresh() {
@@ -218,7 +258,7 @@ void ChartView::StopRefresh() {
 void ChartView::ShowChanges() {
   refresh_->SetEnabled(false);
   refreshWaits_ = false;
-  labels_.ShowChanges();
+  ui_->LabelPanel->ShowChanges();
   for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->ShowChanges();
 }
 

@@ -11,6 +11,7 @@
 #include "graphs/strip_chart.h"
 #include "graphs/windows/label_rows.h"
 #include "model/time_base.h"
+#include "platform/drawing/colour_map.h"
 #include "platform/drawing/surface_image.h"
 #include "platform/loop/clock.h"
 
@@ -32,15 +33,26 @@ class ChartView : public QWidget {
             const Language& language, Clock& clock, QWidget* parent);
   ~ChartView() override;
 
-  /// Height in pixels of a window in which the whole plot of so many curves can be seen.
+  /// Height in pixels of a window in which the whole plot of so many curves can be seen at 15 twips a dot.
   static int WantedHeight(const ChartMeasures& measures, int curves);
+  /// The same where the plot is as low as it gets when it fills its window.
+  static int LeastHeight(const ChartMeasures& measures, int curves);
+
+  /// Whether the plot fills the window: it then takes as many dots down the page as there is room for, half of its
+  /// 15 twips a dot at least. Takes effect with the next FitToWindow.
+  void FillWindow(bool fills) { fills_ = fills; }
+  bool FillsWindow() const { return fills_; }
+  /// Dark paper, or white.
+  void ShowNight(bool night);
 
   /// The chart behind the picture. Whoever draws on it calls ScheduleRefresh.
   StripChart& Chart() { return *chart_; }
   /// VScroll1; its value counts minutes.
   QScrollBar& HistoryBar();
-  /// Pic2 as a widget, for who follows the mouse over it; a pixel of it is kTwipsPerPixel.
+  /// Pic2 as a widget, for who follows the mouse over it.
   QWidget& PlotArea();
+  /// Twips from the top of the plot of a place so many pixels down PlotArea.
+  double PlotTwips(double pixels) const;
 
   /// The visible surfaces, for what is drawn on them while the chart goes on unseen.
   ChartSurfaces Surfaces() { return {picture1_, pic2_, picture3_}; }
@@ -53,11 +65,9 @@ class ChartView : public QWidget {
   /// The header band with the plot below it, and the panel of the labels: whoever edits curves on the chart watches
   /// them.
   QWidget& HeaderBand();
-  QWidget& LabelPanel();
+  LabelRows& Labels();
   /// The place on the header band at a point of it.
   HeaderPlace PlaceInHeader(const QPoint& point) const;
-  /// The label at a point of the panel; rows are counted from 0.
-  LabelRows::Place LabelAt(const QPoint& point) const { return labels_.PlaceAt(point); }
 
   /// Lays all out for a window of this size in pixels, its frame and title included, and gives the surfaces their
   /// sizes; what was drawn stays. Gives whether the width was one to follow: a narrower one leaves the widths.
@@ -66,39 +76,39 @@ class ChartView : public QWidget {
   void DrawHeader();
   /// Writes name, units and colour of each curve into its row of labels; rows come and go with the curves.
   void FillLabels();
-  /// The latest value of a curve, as a text by the curve's picture. Slots without labels are passed over.
+  /// The latest value of a curve, shown as a text by the curve's picture. Slots without labels are passed over.
   void SetValue(int slot, double value);
   /// See LabelRows::SetAlarm.
-  void SetAlarm(int slot, bool alarmed);
+  void SetAlarm(int slot, AlarmSide side);
 
   /// The screen follows within 34 ms.
   void ScheduleRefresh();
   /// The window is on its way out: nothing is shown any more.
   void StopRefresh();
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
-  bool HasLabels(int slot) const { return slot >= 1 && slot <= labels_.Count(); }
+  bool HasLabels(int slot) const;
   double PlotHeight() const;
+  int PlotPixels() const;
   void PlaceFrame();
   void FitSurfaces();
+  void FitPictures(double ratio);
   void ShowChanges();
+  void RepaintViews();
 
   const ChartMeasures measures_;
   const CurveSource& curves_;
   std::unique_ptr<Ui::ChartView> ui_;
   double headerWidth_;  ///< twips
   double plotWidth_;
+  ColourMap colours_;
+  bool fills_ = false;
   SurfaceImage picture1_;
   SurfaceImage pic2_;
   SurfaceImage picture3_;
   struct Hidden;
   std::unique_ptr<Hidden> hidden_;  ///< where the chart draws unseen; null while it is seen
   std::unique_ptr<StripChart> chart_;
-  LabelRows labels_;
-  bool labelsFilled_ = false;
   std::unique_ptr<Timer> refresh_;  ///< one repaint, 34 ms after the first change
   bool refreshWaits_ = false;
   bool refreshes_ = true;

@@ -45,7 +45,7 @@ constexpr LabelClick kLabelClicks[] = {{"Label1_Click", "Label1_MouseDown", AskN
 CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed)
     : QObject(&form), form_(form), host_(host), session_(session), changed_(std::move(changed)) {
   form_.View().HeaderBand().installEventFilter(this);
-  form_.View().LabelPanel().installEventFilter(this);
+  form_.View().Labels().installEventFilter(this);
 }
 
 bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
@@ -63,7 +63,7 @@ bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
     if (mouse.button() == Qt::LeftButton) Picture1_Click(point);
     return false;
   }
-  const LabelRows::Place label = form_.View().LabelAt(point);
+  const LabelRows::Place label = form_.View().Labels().PlaceAt(point);
   if (label.column == 0) return false;
   if (mouse.button() == Qt::LeftButton) Label_Click(label);
   if (mouse.button() == Qt::RightButton) Label_MouseDown(label);

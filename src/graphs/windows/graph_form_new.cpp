@@ -91,6 +91,7 @@ void GraphFormNew::Load(double timeOrigin) {
     connect(window, &QMdiSubWindow::aboutToActivate, this, [this] { FollowLog(); });
   if (session_.AcquireStarted) EnableToolbar();
   FollowLog();
+  FollowLooks();
   loaded_ = true;
   view_->FitToWindow(WindowSize());
   FillLabels();
@@ -100,6 +101,23 @@ void GraphFormNew::Load(double timeOrigin) {
   if (timeOrigin != 0) DrawFirstBlock(timeOrigin);
   LayoutDone_ = true;
   view_->ScheduleRefresh();
+}
+
+void GraphFormNew::FollowLooks() {
+  const bool fills = session_.FitGraphsToWindows;
+  view_->ShowNight(session_.NightColours || palette().color(QPalette::Window).lightness() <= 127);
+  if (fills == view_->FillsWindow()) return;
+  view_->FillWindow(fills);
+  if (!loaded_) return;
+  view_->FitToWindow(WindowSize());
+  RebuildHeader();
+  history_->Repaint();
+  view_->ScheduleRefresh();
+}
+
+void GraphFormNew::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && loaded_) FollowLooks();
 }
 
 void GraphFormNew::LoadAgain() {
@@ -183,8 +201,13 @@ void GraphFormNew::WriteValuesToLabels(int parameter, float value) {
   Draw("WriteValuesToLabels", [&] { view_->SetValue(slot, static_cast<double>(value)); });
 }
 
-void GraphFormNew::ShowAlarm(int parameter, bool alarmed) {
-  view_->SetAlarm(GraphSlotOf(session_, parameter, formIndex_), alarmed);
+void GraphFormNew::ShowAlarm(int parameter, AlarmSide side) {
+  view_->SetAlarm(GraphSlotOf(session_, parameter, formIndex_), side);
+  view_->ScheduleRefresh();
+}
+
+void GraphFormNew::ShowValuesStale(bool stale) {
+  view_->Labels().SetStale(stale);
   view_->ScheduleRefresh();
 }
 

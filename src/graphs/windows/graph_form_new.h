@@ -48,10 +48,13 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void WriteValuesToLabels(int parameter, float value) override;
   void PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                  std::int32_t colour, bool wrapping) override;
-  void ShowAlarm(int parameter, bool alarmed) override;
+  void ShowAlarm(int parameter, AlarmSide side) override;
+  void ShowValuesStale(bool stale) override;
   double TimeOrigin() const override { return view_->Chart().TimeOrigin(); }
   void EnableToolbar() override;
   void RefreshForm() override;
+  /// FitGraphsToWindows or NightColours has changed.
+  void FollowLooks();
   void UpdateParametersDefs() override;
 
   /// Draws the header band and carries the curves' settings back.
@@ -66,6 +69,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void AddComment();
 
  protected:
+  void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;

@@ -121,8 +121,10 @@ void GraphHistory::Repaint() {
 
 void GraphHistory::RepaintLivePage() {
   StripChart& chart = view_.Chart();
-  run_("Form_Resize", [&] { chart.RedrawFrame(); });
   OpenLog* log = Log();
+  // Without a log nothing can be drawn again: a picture that was scaled along stays.
+  if (log == nullptr && view_.FillsWindow()) return;
+  run_("Form_Resize", [&] { chart.RedrawFrame(); });
   const double from = session_.Times.GraphPageTime;
   if (log == nullptr || from == 0 || chart.TimeOrigin() == 0) return;
   run_("PlotOldData", [&] { page_.ReplotFromLog(log->Reader(), from, session_.SampleTime, chart.TimeOrigin()); });

@@ -1,5 +1,6 @@
 #include "graphs/windows/graph_windows_mdi.h"
 
+#include <QEvent>
 #include <QMdiSubWindow>
 
 #include "graphs/window_tiling.h"
@@ -14,20 +15,72 @@ GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, const Tra
       area_(area),
       onHeaderChanged_(std::move(onHeaderChanged)),
       log_(log) {
+  area_.viewport()->installEventFilter(this);
 }
 
 void GraphWindowsMdi::CreateGraphWindows() {
   for (int graph = 1; graph <= kMaxParameters; ++graph) Unload(graph);
   if (log_ != nullptr) log_->Release();
+  std::vector<int> graphs;
+  for (int k = 1; k <= session_.GraphCount; ++k) graphs.push_back(session_.GraphList[k]);
+  PlaceWindows(graphs, [this](int graph, const QRect& place) { Create(graph, place, 0); });
+}
+
+void GraphWindowsMdi::PlaceWindows(const std::vector<int>& graphs,
+                                   const std::function<void(int graph, const QRect& place)>& put) {
+  const bool fills = session_.FitGraphsToWindows;
+  const ChartMeasures measures = MeasuresOf(session_);
   std::vector<int> heights;
-  for (int k = 1; k <= session_.GraphCount; ++k)
-    heights.push_back(ChartView::WantedHeight(MeasuresOf(session_), session_.GraphCurveCount[session_.GraphList[k]]));
-  const QSize room = area_.viewport()->size();
-  const auto places = TileWindows(room.width(), room.height(), heights);
-  for (int k = 1; k <= session_.GraphCount; ++k) {
-    const WindowPlace& place = places[k - 1];
-    Create(session_.GraphList[k], QRect(place.x, place.y, place.width, place.height), 0);
+  for (const int graph : graphs) {
+    const int curves = session_.GraphCurveCount[graph];
+    heights.push_back(fills ? ChartView::LeastHeight(measures, curves) : ChartView::WantedHeight(measures, curves));
   }
+  const QSize room = area_.viewport()->size();
+  const auto places =
+      fills ? FillWithWindows(room.width(), room.height(), heights) : TileWindows(room.width(), room.height(), heights);
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    const WindowPlace& place = places[i];
+    placed_[graphs[i]] = QRect(place.x, place.y, place.width, place.height);
+    put(graphs[i], placed_[graphs[i]]);
+  }
+}
+
+bool GraphWindowsMdi::StandWherePlaced() const {
+  bool any = false;
+  for (int graph = 1; graph <= kMaxParameters; ++graph) {
+    const GraphFormNew* form = Form(graph);
+    if (form == nullptr) continue;
+    const QWidget* window = form->parentWidget();
+    any = true;
+    if (window->isMaximized() || window->isMinimized() || window->geometry() != placed_[graph]) return false;
+  }
+  return any;
+}
+
+bool GraphWindowsMdi::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize && !willFollow_ && StandWherePlaced()) {
+    willFollow_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { FollowArea(); }, Qt::QueuedConnection);
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+/// Behind the area's own work on its new size.
+void GraphWindowsMdi::FollowArea() {
+  willFollow_ = false;
+  if (!StandWherePlaced()) return;
+  std::vector<int> graphs;
+  for (int k = 1; k <= session_.GraphCount; ++k)
+    if (Form(session_.GraphList[k]) != nullptr) graphs.push_back(session_.GraphList[k]);
+  PlaceWindows(graphs, [this](int graph, const QRect& place) { Form(graph)->parentWidget()->setGeometry(place); });
+}
+
+void GraphWindowsMdi::FollowLooks() {
+  const bool followsArea = StandWherePlaced();
+  for (int graph = 1; graph <= kMaxParameters; ++graph)
+    if (GraphFormNew* form = Form(graph)) form->FollowLooks();
+  if (followsArea) FollowArea();
 }
 
 void GraphWindowsMdi::UnloadAll() {

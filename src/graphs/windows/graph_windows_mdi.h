@@ -14,8 +14,9 @@ class QMdiSubWindow;
 
 namespace velk {
 
-/// The strip-chart windows as children of the main window's client area.
-class GraphWindowsMdi : public GraphWindows {
+/// The strip-chart windows as children of the main window's client area. They follow its size until the operator has
+/// moved one.
+class GraphWindowsMdi : public QObject, public GraphWindows {
  public:
   /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew. `log` is what the windows
   /// look back into.
@@ -31,12 +32,18 @@ class GraphWindowsMdi : public GraphWindows {
   /// Makes the window of a graph number that has none. Its page begins at `timeOrigin`; 0: with the first sample.
   void Open(int graphNumber, const QRect& place, double timeOrigin) { Create(graphNumber, place, timeOrigin); }
   void Close(int graphNumber) { Unload(graphNumber); }
+  /// FitGraphsToWindows or NightColours has changed.
+  void FollowLooks();
 
   /// Told of each window that is made, before it is loaded.
   std::function<void(GraphFormNew&)> onCreated;
 
  private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void Create(int graphNumber, const QRect& place, double timeOrigin);
+  void PlaceWindows(const std::vector<int>& graphs, const std::function<void(int graph, const QRect& place)>& put);
+  bool StandWherePlaced() const;
+  void FollowArea();
   void Unload(int graphNumber);
 
   Session& session_;
@@ -46,6 +53,8 @@ class GraphWindowsMdi : public GraphWindows {
   std::function<void()> onHeaderChanged_;
   OpenLog* log_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;
+  std::array<QRect, kSlots> placed_;  ///< where the program has put each
+  bool willFollow_ = false;
 };
 
 }  // namespace velk

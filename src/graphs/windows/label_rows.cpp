@@ -1,192 +1,375 @@
 #include "graphs/windows/label_rows.h"
 
+#include <QEvent>
 #include <QFontMetricsF>
 #include <QGuiApplication>
-#include <QPalette>
+#include <QHelpEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
 #include "base/colour.h"
 #include "base/numbers.h"
+#include "base/text_qt.h"
 #include "graphs/windows/chart_fonts.h"
+#include "platform/drawing/qt_drawing.h"
 
 namespace velk {
 
 namespace {
 
-constexpr int kTop = 4;  ///< pixels above the first row
+// Pixels.
+constexpr int kTop = 4;  ///< above the first row
 constexpr int kLeft = 3;
-constexpr int kNameWidth = 62;
-constexpr int kGap = 2;  ///< 30 twips
-constexpr int kLeastValueWidth = 46;
-constexpr int kLeastUnitsWidth = 24;
+constexpr int kGap = 2;          ///< 30 twips
+constexpr int kInsidePlate = 3;  ///< right of a value
+constexpr int kSmallestTexts = 10;
+constexpr int kSmallestDigits = 4;    ///< of a value that is wider than the panel
+constexpr double kMostReserved = 96;  ///< by the limits of a scale alone
+constexpr double kReadable = 4.5;
 
-QString WithSwatch(std::int32_t colour) {
-  const auto css = [](std::int32_t c) {
-    return QStringLiteral("rgb(%1,%2,%3)").arg(Red(c)).arg(Green(c)).arg(Blue(c));
-  };
-  return QStringLiteral("QLabel { color: %1; background: %2; }").arg(css(colour), css(LegibleBackground(colour)));
-}
+constexpr const char* kNoValue = "\u2013";  ///< a row that is played back leaves the channel out
 
 std::int32_t ColourOf(const QColor& colour) {
-  return colour.blue() << 16 | colour.green() << 8 | colour.red();
+  return Rgb(colour.red(), colour.green(), colour.blue());
 }
 
-/// The colour itself where it can be read on this ground, else black or white.
-QColor LegibleOn(const QColor& ground, std::int32_t colour) {
-  if (Contrast(colour, ColourOf(ground)) >= 3) return {Red(colour), Green(colour), Blue(colour)};
-  return ground.lightness() > 127 ? Qt::black : Qt::white;
+QRgb Readable(std::int32_t colour, const QColor& ground) {
+  return ToQColor(ReadableOn(colour, ColourOf(ground), kReadable)).rgb();
 }
 
-QColor AlarmColourOn(const QColor& ground) {
-  return ground.lightness() > 127 ? QColor(0xC8, 0x10, 0x2E) : QColor(0xFF, 0x5A, 0x5F);
+bool IsDark(const QColor& ground) {
+  return ground.lightness() <= 127;
 }
 
-/// In front of the value of an alarmed curve.
-constexpr const char* kNoValue = "\u2013";  ///< a row that is played back leaves the channel out
-constexpr QChar kAlarmMark = u'\u25B2';
+double MarkWidth(const QFont& font) {
+  return 0.75 * font.pixelSize();
+}
 
 }  // namespace
 
-LabelRows::LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3) : panel_(panel) {
-  rows_.push_back({&Label1, &Label2, &Label3, {}});
-  Label1.setWordWrap(true);
+LabelRows::LabelRows(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  rows_.reserve(64);
 }
 
-void LabelRows::LoadAnotherFrame(int row) {
-  const auto clone = [&](const QLabel* first, const char* name) {
-    auto* label = new QLabel(&panel_);
-    label->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(row));
-    label->setWordWrap(first->wordWrap());
-    label->setAlignment(first->alignment());
-    label->setTextFormat(first->textFormat());
-    label->setFont(first->font());
-    label->setStyleSheet(first->styleSheet());
-    label->show();
-    return label;
-  };
-  const Row& first = rows_.front();
-  rows_.push_back({clone(first.name, "Label1"), clone(first.value, "Label2"), clone(first.units, "Label3"), {}});
+void LabelRows::UseFont(const QFont& font) {
+  font_ = font;
+  ratio_ = devicePixelRatioF();
+  cells_.Use(font_, ratio_);
 }
 
-void LabelRows::Unload(int count) {
-  while (Count() > std::max(count, 1)) {
-    for (QLabel* label : {rows_.back().name, rows_.back().value, rows_.back().units}) delete label;
-    rows_.pop_back();
-  }
+void LabelRows::Fill(const CurveSource& curves) {
+  rows_.resize(static_cast<std::size_t>(curves.Count()));
+  for (int slot = 1; slot <= curves.Count(); ++slot)
+    FillRow(rows_[static_cast<std::size_t>(slot - 1)], curves.Curve(slot));
+  LayOut();
 }
 
-void LabelRows::Fill(int row, const Parameter& curve) {
-  Row& labels = rows_[row];
-  const QString name = QString::fromStdString(curve.name);
-  const QString units = QString::fromStdString(curve.units);
-  Colour(labels, curve.color);
-  labels.name->setText(name);
-  labels.name->setToolTip(name);
-  labels.units->setText(units);
-  labels.units->setToolTip(units);
-  PlaceName(row, name);
-  PlaceValue(labels);
-  labels.units->setIndent(kGap);
-  panel_.setMinimumHeight(labels.name->geometry().bottom() + kTop);
+void LabelRows::FillRow(Row& row, const Parameter& curve) {
+  row.name = ToQt(curve.name);
+  row.units = ToQt(curve.units);
+  row.picture = curve.format;
+  row.colour = curve.color;
+  const auto isSet = [](const std::string& limit) { return !limit.empty() && limit != kNoAlarm; };
+  row.canAlarm = isSet(curve.loweralarm) || isSet(curve.upperalarm);
+  row.reserved = 0;
+  for (const double limit : {curve.min, curve.max})
+    row.reserved = std::max(row.reserved, cells_.Width(velk::Format(limit, curve.format)) / ratio_);
+  row.reserved = std::min(row.reserved, kMostReserved);
+  row.changed = true;
 }
 
-void LabelRows::Colour(Row& row, std::int32_t colour) {
-  row.colour = colour;
-  const QString style = WithSwatch(colour);
-  for (QLabel* label : {row.name, row.units})
-    if (label->styleSheet() != style) label->setStyleSheet(style);
-  ShowFlash(row);
+double LabelRows::NeedOf(const Row& row) const {
+  const int cells = cells_.Width(row.text);
+  const double text = cells >= 0 ? cells / ratio_ : QFontMetricsF(font_).horizontalAdvance(ToQt(row.text));
+  return std::max(text, row.reserved);
 }
 
-void LabelRows::ShowFlash(Row& row) {
-  row.shownFlash = row.flash;
-  // Of the application: a label's own palette gives the background of its style sheet as the colour of buttons.
-  const QColor button = QGuiApplication::palette().color(QPalette::Button);
-  const QColor ground = row.flash == Flash::White ? QColor(Qt::white) : button;
-  QString style;
-  if (row.flash == Flash::None)
-    style = QStringLiteral("QLabel { color: %1; background: %2; }")
-                .arg(LegibleOn(ground, row.colour).name(), ground.name());
-  else
-    style = QStringLiteral("QLabel { color: %1; background: %2; font-weight: bold; border: 2px solid %3; }")
-                .arg(LegibleOn(ground, colour::Black).name(), ground.name(), AlarmColourOn(button).name());
-  if (row.value->styleSheet() != style) row.value->setStyleSheet(style);
+double LabelRows::MarkOf(const Row& row) const {
+  return row.canAlarm || row.side != AlarmSide::None ? MarkWidth(font_) : 0;
 }
 
-void LabelRows::PlaceName(int row, const QString& name) {
-  QLabel& label = *rows_[row].name;
+void LabelRows::LayOut() {
   const QFontMetricsF metrics(font_);
-  int height = static_cast<int>(std::ceil(1.08 * metrics.height()));
-  if (metrics.horizontalAdvance(name) >= kNameWidth) height *= 2;
-  label.setFont(FitFont(font_, name, kNameWidth - 2, height));
+  needs_ = {};
+  for (const Row& row : rows_) {
+    needs_.value = std::max(needs_.value, NeedOf(row));
+    needs_.mark = std::max(needs_.mark, MarkOf(row));
+    needs_.units = std::max(needs_.units, metrics.horizontalAdvance(row.units) + 2 * kGap);
+  }
+  shares_ = ShareLabels(width() - kLeft - 3 * kGap, needs_);
+  const int line = static_cast<int>(std::ceil(1.08 * metrics.height()));
   int top = kTop;
-  if (row > 0) {
-    const QRect above = rows_[row - 1].name->geometry();
-    top = above.top() + static_cast<int>(std::ceil(1.05 * above.height()));
+  for (Row& row : rows_) {
+    row.top = top;
+    row.height = metrics.horizontalAdvance(row.name) >= shares_.name ? 2 * line : line;
+    top += static_cast<int>(std::ceil(1.05 * row.height));
+    FitTexts(row);
   }
-  label.setGeometry(kLeft, top, kNameWidth, height);
+  setMinimumHeight(rows_.empty() ? 0 : rows_.back().top + rows_.back().height + kTop);
+  DrawColumn();
 }
 
-void LabelRows::PlaceValue(Row& row) {
-  const QRect name = row.name->geometry();
-  const int left = name.right() + 1 + kGap;
-  const int room = panel_.width() - left - kGap;
-  // In a low window a scroll bar takes part of the room: the units give way, down to nothing, before the value does.
-  const int mostWidth = std::max(room - kGap - kLeastUnitsWidth, kLeastValueWidth);
-  row.value->setFont(FitFont(font_, row.value->text(), mostWidth / 1.15));
-  const double text = QFontMetricsF(row.value->font()).horizontalAdvance(row.value->text());
-  const int width = std::clamp(static_cast<int>(std::ceil(1.15 * text)), kLeastValueWidth, mostWidth);
-  row.value->setGeometry(left, name.top(), width, name.height());
-  const int unitsWidth = std::max(room - kGap - width, 1);
-  row.units->setFont(FitFont(font_, row.units->text(), std::max(unitsWidth - 2 * kGap, 1)));
-  row.units->setGeometry(left + width + kGap, name.top(), unitsWidth, name.height());
+void LabelRows::FitTexts(Row& row) const {
+  const int lines = row.height > 1.5 * 1.08 * QFontMetricsF(font_).height() ? 2 : 1;
+  const double width = std::max(shares_.name - 2, 1);
+  row.nameFont = lines == 1 ? FitFont(font_, row.name, width, kSmallestTexts)
+                            : FitLines(font_, row.name, width, row.height, kSmallestTexts);
+  row.nameLines = BrokenLines(row.nameFont, row.name, width, lines);
+  const double unitsWidth = std::max(shares_.units - 2 * kGap, 1);
+  row.unitsFont = FitFont(font_, row.units, unitsWidth, kSmallestTexts);
+  row.shownUnits = QFontMetricsF(row.unitsFont).elidedText(row.units, Qt::ElideRight, unitsWidth);
 }
 
-void LabelRows::FitToPanel() {
-  for (Row& row : rows_) PlaceValue(row);
-}
-
-LabelRows::Place LabelRows::PlaceAt(const QPoint& place) const {
-  const QWidget* label = panel_.childAt(place);
-  for (int row = 0; label && row < Count(); ++row) {
-    const Row& labels = rows_[row];
-    if (label == labels.name) return {1, row};
-    if (label == labels.value) return {2, row};
-    if (label == labels.units) return {3, row};
+/// All values anew: another width, another palette, another screen.
+void LabelRows::DrawColumn() {
+  if (ratio_ != devicePixelRatioF()) UseFont(font_);
+  const int height = rows_.empty() ? 1 : rows_.back().top + rows_.back().height + 1;
+  column_ = QImage(std::max(1, static_cast<int>(std::lround(shares_.value * ratio_))),
+                   static_cast<int>(std::ceil(height * ratio_)), QImage::Format_RGB32);
+  column_.fill(Ground());
+  for (Row& row : rows_) {
+    row.drawn.reset();
+    DrawValue(row, {});
   }
-  return {};
+  update();
 }
 
-void LabelRows::SetValue(int row, double value, std::string_view picture) {
-  Row& labels = rows_[row];
-  labels.text.clear();
-  if (std::isnan(value))
-    labels.text = kNoValue;
-  else
-    FormatTo(labels.text, value, picture);
+// --- Values ---
+
+void LabelRows::SetValue(int row, double value) {
+  Row& labels = rows_[static_cast<std::size_t>(row)];
+  labels.value = value;
   labels.changed = true;
 }
 
-void LabelRows::SetAlarm(int row, bool alarmed) {
-  Row& labels = rows_[row];
+void LabelRows::ForgetValues() {
+  for (Row& row : rows_) {
+    row.value.reset();
+    row.changed = true;
+  }
+}
+
+void LabelRows::SetAlarm(int row, AlarmSide side) {
+  Row& labels = rows_[static_cast<std::size_t>(row)];
   const Flash before = labels.flash;
-  labels.flash = !alarmed ? Flash::None : before == Flash::White ? Flash::Button : Flash::White;
-  if (labels.flash != before) labels.changed = true;
+  labels.flash = side == AlarmSide::None ? Flash::None : before == Flash::White ? Flash::Button : Flash::White;
+  if (labels.flash != before || labels.side != side) labels.changed = true;
+  labels.side = side;
+}
+
+void LabelRows::SetStale(bool stale) {
+  if (stale_ == stale) return;
+  stale_ = stale;
+  for (Row& row : rows_) row.changed = true;
+}
+
+void LabelRows::SetNight(bool night) {
+  if (night_ == night) return;
+  night_ = night;
+  DrawColumn();
+}
+
+void LabelRows::FormatValue(const Row& row, std::string& text) const {
+  text.clear();
+  if (!row.value) return;
+  if (std::isnan(*row.value))
+    text = kNoValue;
+  else
+    FormatTo(text, *row.value, row.picture);
 }
 
 void LabelRows::ShowChanges() {
+  QRect dirty;
+  bool widens = false;
   for (Row& row : rows_) {
     if (!row.changed) continue;
     row.changed = false;
-    if (row.shownFlash != row.flash) ShowFlash(row);
-    const QString text =
-        (row.flash == Flash::None ? QString() : QString(kAlarmMark)) + QString::fromStdString(row.text);
-    if (text == row.value->text()) continue;
-    const bool longer = text.size() != row.value->text().size();
-    row.value->setText(text);
-    if (longer) PlaceValue(row);
+    FormatValue(row, formatted_);
+    if (row.text == formatted_ && row.drawn == PlateOf(row)) continue;
+    row.text.swap(formatted_);
+    if (NeedOf(row) > needs_.value || MarkOf(row) > needs_.mark) widens = true;
+    if (widens) continue;
+    DrawValue(row, formatted_);
+    dirty |= QRect(ValueLeft(), row.top, shares_.value, row.height);
   }
+  if (widens)
+    LayOut();
+  else if (!dirty.isEmpty())
+    update(dirty);
+}
+
+LabelRows::Plate LabelRows::PlateOf(const Row& row) const {
+  const QColor button = PlateGround();
+  Plate plate;
+  plate.side = row.side;
+  plate.mark = ToQColor(IsDark(button) ? colour::NightAlarm : colour::Alarm).rgb();
+  if (stale_) {
+    plate.ground = Ground().rgb();
+    plate.ink = Readable(IsDark(Ground()) ? colour::NightMuted : colour::Muted, Ground());
+    return plate;
+  }
+  const QColor ground = row.flash == Flash::White ? QColor(Qt::white) : button;
+  plate.ground = ground.rgb();
+  plate.ink = Readable(row.flash == Flash::None ? row.colour : colour::Black, ground);
+  return plate;
+}
+
+/// In the column, in device pixels.
+QRect LabelRows::PlateBox(const Row& row) const {
+  const int top = static_cast<int>(std::lround(row.top * ratio_));
+  const int bottom = static_cast<int>(std::lround((row.top + row.height) * ratio_));
+  return QRect(0, top, column_.width(), bottom - top) & column_.rect();
+}
+
+/// Puts the text of a row onto its plate, where `before` stands at present.
+void LabelRows::DrawValue(Row& row, const std::string& before) {
+  const Plate plate = PlateOf(row);
+  const QRect box = PlateBox(row);
+  const int width = cells_.Width(row.text);
+  const int right = static_cast<int>(std::lround(kInsidePlate * ratio_));
+  const int mark = plate.side == AlarmSide::None ? 0 : static_cast<int>(std::ceil(MarkWidth(font_) * ratio_));
+  const bool hasRoom = width >= 0 && width + mark + right <= box.width() && cells_.Height() <= box.height();
+  const bool keepsPlaces = hasRoom && row.drawn == plate && cells_.InSamePlaces(row.text, before);
+  if (!keepsPlaces) DrawPlate(plate, box);
+  row.drawn = plate;
+  if (!hasRoom) return DrawByPainter(row, plate, box);
+  cells_.Write(column_, box.right() + 1 - right - width, box.top() + (box.height() - cells_.Height()) / 2, row.text,
+               keepsPlaces ? before : std::string_view(), plate.ink, plate.ground);
+}
+
+void LabelRows::DrawPlate(const Plate& plate, const QRect& box) {
+  QPainter painter(&column_);
+  if (plate.side == AlarmSide::None) return painter.fillRect(box, QColor(plate.ground));
+  const int frame = std::max(1, static_cast<int>(std::lround(2 * ratio_)));
+  painter.fillRect(box, QColor(plate.mark));
+  painter.fillRect(box.adjusted(frame, frame, -frame, -frame), QColor(plate.ground));
+  const double size = 0.55 * font_.pixelSize() * ratio_;
+  const QRectF place(box.left() + 1.5 * frame, box.center().y() - size / 2, size, size);
+  const bool low = plate.side == AlarmSide::Low;
+  const QPointF corners[] = {low ? place.topLeft() : place.bottomLeft(),
+                             low ? place.topRight() : place.bottomRight(),
+                             {place.center().x(), low ? place.bottom() : place.top()}};
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(Readable(ColourOf(QColor(plate.mark)), QColor(plate.ground))));
+  painter.drawPolygon(corners, 3);
+}
+
+/// A text that the cells don't have, or that is wider than the plate: smaller letters, since a number that is cut would
+/// be another number.
+void LabelRows::DrawByPainter(const Row& row, const Plate& plate, const QRect& box) {
+  const QString text = ToQt(row.text);
+  const int beside = static_cast<int>(std::lround(kInsidePlate * ratio_));
+  const int mark = plate.side == AlarmSide::None ? beside : static_cast<int>(std::ceil(MarkWidth(font_) * ratio_));
+  const QRect room = box.adjusted(mark, 0, -beside, 0);
+  QFont font = font_;
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(font_.pixelSize() * ratio_))));
+  QPainter painter(&column_);
+  painter.setFont(FitFont(font, text, std::max(room.width(), 1), kSmallestDigits));
+  painter.setPen(QColor(plate.ink));
+  painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+// --- Geometry ---
+
+int LabelRows::ValueLeft() const {
+  return kLeft + shares_.name + kGap;
+}
+
+QRect LabelRows::Box(const Place& place) const {
+  const Row& row = rows_[static_cast<std::size_t>(place.row)];
+  const int valueEnd = ValueLeft() + shares_.value;
+  switch (place.column) {
+    case 1:
+      return {kLeft, row.top, shares_.name, row.height};
+    case 2:
+      return {ValueLeft(), row.top, shares_.value, row.height};
+    default:
+      return {valueEnd + kGap, row.top, shares_.units, row.height};
+  }
+}
+
+LabelRows::Place LabelRows::PlaceAt(const QPoint& point) const {
+  for (int row = 0; row < Count(); ++row)
+    for (const int column : {1, 2, 3})
+      if (Box({column, row}).contains(point)) return {column, row};
+  return {};
+}
+
+QString LabelRows::Text(const Place& place) const {
+  const Row& row = rows_[static_cast<std::size_t>(place.row)];
+  if (place.column == 1) return row.name;
+  if (place.column == 3) return row.units;
+  const QString mark = row.side == AlarmSide::Low    ? QStringLiteral("\u25BC")
+                       : row.side == AlarmSide::High ? QStringLiteral("\u25B2")
+                                                     : QString();
+  return mark + ToQt(row.text);
+}
+
+// --- Painting ---
+
+QColor LabelRows::Ground() const {
+  const QColor window = QGuiApplication::palette().color(QPalette::Window);
+  return night_ && !IsDark(window) ? ToQColor(colour::NightPaper) : window;
+}
+
+QColor LabelRows::PlateGround() const {
+  const bool isOwn = night_ && !IsDark(QGuiApplication::palette().color(QPalette::Window));
+  return isOwn ? ToQColor(colour::NightPlate) : QGuiApplication::palette().color(QPalette::Button);
+}
+
+void LabelRows::PaintTexts(QPainter& painter, const Row& row) const {
+  painter.setPen(QColor(Readable(row.colour, Ground())));
+  painter.setFont(row.nameFont);
+  const double line = QFontMetricsF(row.nameFont).height();
+  double y = row.top + (row.height - line * static_cast<double>(row.nameLines.size())) / 2;
+  for (const QString& text : row.nameLines) {
+    painter.drawText(QRectF(kLeft, y, shares_.name, line), Qt::AlignLeft | Qt::AlignVCenter, text);
+    y += line;
+  }
+  painter.setFont(row.unitsFont);
+  painter.drawText(QRectF(ValueLeft() + shares_.value + 2 * kGap, row.top, shares_.units, row.height),
+                   Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, row.shownUnits);
+}
+
+void LabelRows::paintEvent(QPaintEvent* event) {
+  if (ratio_ != devicePixelRatioF()) LayOut();
+  QPainter painter(this);
+  const QRect rect = event->rect();
+  if (!QRect(ValueLeft(), 0, shares_.value, column_.height()).contains(rect)) {
+    painter.fillRect(rect, Ground());
+    for (const Row& row : rows_)
+      if (row.top < rect.bottom() + 1 && row.top + row.height > rect.top()) PaintTexts(painter, row);
+  }
+  // Made over the same bytes: setting the ratio on a copy would copy all pixels.
+  QImage view(column_.constBits(), column_.width(), column_.height(), column_.bytesPerLine(), column_.format());
+  view.setDevicePixelRatio(ratio_);
+  painter.drawImage(QPoint(ValueLeft(), 0), view);
+}
+
+void LabelRows::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (event->size().width() != event->oldSize().width()) LayOut();
+}
+
+void LabelRows::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && ratio_ > 0) DrawColumn();
+}
+
+bool LabelRows::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  const auto& help = *static_cast<QHelpEvent*>(event);
+  const Place place = PlaceAt(help.pos());
+  if (place.column == 0)
+    QToolTip::hideText();
+  else
+    QToolTip::showText(help.globalPos(), Text({place.column == 2 ? 1 : place.column, place.row}), this, Box(place));
+  return true;
 }
 
 }  // namespace velk

@@ -1,73 +1,128 @@
 #pragma once
 
 #include <QFont>
-#include <QLabel>
+#include <QImage>
+#include <QStringList>
 #include <QWidget>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "model/parameter.h"
+#include "graphs/curve_source.h"
+#include "graphs/label_shares.h"
+#include "graphs/windows/digit_cells.h"
+#include "model/graph_window.h"
 
 namespace velk {
 
-/// The rows of a graph window's left panel, one a curve: Label1_n its name, Label2_n the latest value, Label3_n the
-/// units, in the curve's colour where it can be read; a value stands on the colour of buttons. Value texts are stored
-/// as they come and shown by ShowChanges.
-class LabelRows {
+/// The rows of a graph window's left panel, one a curve, in three columns: 1 its name, 2 the latest value, 3 the units,
+/// in the curve's colour, darker or lighter where it could not be read; a value stands on the colour of buttons. One
+/// widget paints them all. Values are kept as they come and formatted when they are shown, by ShowChanges.
+class LabelRows : public QWidget {
+  Q_OBJECT
+
  public:
-  /// `panel` holds the labels, among them those of row 0.
-  LabelRows(QWidget& panel, QLabel& Label1, QLabel& Label2, QLabel& Label3);
+  explicit LabelRows(QWidget* parent = nullptr);
 
-  void SetFont(const QFont& font) { font_ = font; }
+  /// The font of all rows; its pixel size counts at ratio 1.
+  void UseFont(const QFont& font);
   int Count() const { return static_cast<int>(rows_.size()); }
+  /// Name, units, colour and number picture of each curve; rows come and go with them. A row keeps its value.
+  void Fill(const CurveSource& curves);
 
-  /// Creates the three labels of row `row`, the one behind the last, as clones of row 0.
-  void LoadAnotherFrame(int row);
-  /// Removes rows from the end until `count`, at least 1, are left.
-  void Unload(int count);
-  /// Writes name, units and colour of a curve and places the row below the one before.
-  void Fill(int row, const Parameter& curve);
-  /// The panel has another width: values and units share it anew.
-  void FitToPanel();
-  /// The latest value, as text by the picture. Allocates nothing once the text has had its longest form.
-  void SetValue(int row, double value, std::string_view picture);
+  /// The latest value; rows are counted from 0. One that is no number stands as a dash.
+  void SetValue(int row, double value);
+  /// No row has a value until it is given one.
+  void ForgetValues();
   /// Flashes the value of an alarmed curve: with each call its background changes between white and the colour of
   /// buttons. A frame in the colour of alarms shows the flash where these two are alike, and a mark stands beside the
-  /// value, since colour alone can be missed. Without an alarm it looks as ever.
-  void SetAlarm(int row, bool alarmed);
+  /// value, pointing to the side on which it is out, since colour alone can be missed. Without an alarm it looks as
+  /// ever.
+  void SetAlarm(int row, AlarmSide side);
+  /// Values that are not of this moment: grey, and without the ground of buttons.
+  void SetStale(bool stale);
+  /// The paper that the panel goes with: dark beside a chart that is shown on dark paper.
+  void SetNight(bool night);
+  /// Puts changed values and alarms on the screen.
+  void ShowChanges();
+
   /// A label of a curve: 1 its name, 2 its value, 3 its units.
   struct Place {
     int column = 0;
     int row = 0;
   };
   /// The label at a place of the panel; column 0 where none is.
-  Place PlaceAt(const QPoint& place) const;
-  /// Puts changed values and alarms on the screen.
-  void ShowChanges();
+  Place PlaceAt(const QPoint& point) const;
+  /// The box of a label, in pixels of the panel.
+  QRect Box(const Place& place) const;
+  /// What a label says at present, whole also where it is shown shortened; a value with its mark.
+  QString Text(const Place& place) const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   enum class Flash { None, White, Button };
 
+  /// How the plate behind a value looks.
+  struct Plate {
+    QRgb ink = 0;
+    QRgb ground = 0;
+    QRgb mark = 0;
+    AlarmSide side = AlarmSide::None;  ///< with a frame and a mark unless it is None
+    bool operator==(const Plate&) const = default;
+  };
   struct Row {
-    QLabel* name;
-    QLabel* value;
-    QLabel* units;
-    std::string text;
-    bool changed = false;
-    Flash flash = Flash::None;
-    Flash shownFlash = Flash::None;
+    QString name;
+    QString units;
+    std::string picture;
     std::int32_t colour = 0;
+    double reserved = 0;    ///< pixels for the value from the start, by the limits of its scale
+    bool canAlarm = false;  ///< has room for the mark from the start
+    std::optional<double> value;
+    std::string text;  ///< of the value, as it is shown
+    AlarmSide side = AlarmSide::None;
+    Flash flash = Flash::None;
+    bool changed = true;
+    std::optional<Plate> drawn;  ///< how the plate stands in the column
+    int top = 0;
+    int height = 0;
+    QFont nameFont;
+    QStringList nameLines;
+    QFont unitsFont;
+    QString shownUnits;
   };
 
-  void Colour(Row& row, std::int32_t colour);
-  void ShowFlash(Row& row);
-  void PlaceName(int row, const QString& name);
-  void PlaceValue(Row& row);
+  void FillRow(Row& row, const Parameter& curve);
+  void LayOut();
+  void FitTexts(Row& row) const;
+  void DrawColumn();
+  void FormatValue(const Row& row, std::string& text) const;
+  double NeedOf(const Row& row) const;
+  double MarkOf(const Row& row) const;
+  Plate PlateOf(const Row& row) const;
+  void DrawValue(Row& row, const std::string& before);
+  void DrawPlate(const Plate& plate, const QRect& box);
+  void DrawByPainter(const Row& row, const Plate& plate, const QRect& box);
+  QRect PlateBox(const Row& row) const;
+  int ValueLeft() const;
+  void PaintTexts(QPainter& painter, const Row& row) const;
+  QColor Ground() const;
+  QColor PlateGround() const;
 
-  QWidget& panel_;
   std::vector<Row> rows_;
   QFont font_;
+  DigitCells cells_;
+  double ratio_ = 0;  ///< of the cells and the column
+  LabelNeeds needs_;
+  LabelShares shares_;
+  QImage column_;          ///< the values of all rows, in device pixels
+  std::string formatted_;  ///< room for a text
+  bool stale_ = false;
+  bool night_ = false;
 };
 
 }  // namespace velk

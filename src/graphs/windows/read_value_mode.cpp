@@ -7,7 +7,6 @@
 #include "graphs/read_value.h"
 #include "graphs/texts.h"
 #include "platform/dialogs/dialogs.h"
-#include "platform/drawing/units.h"
 
 namespace velk {
 
@@ -53,7 +52,7 @@ int ReadValueMode::ChooseCurve() const {
 
 bool ReadValueMode::eventFilter(QObject* watched, QEvent* event) {
   if (IsOn() && event->type() == QEvent::MouseMove) {
-    const double y = static_cast<const QMouseEvent*>(event)->position().y() * kTwipsPerPixel;
+    const double y = view_.PlotTwips(static_cast<const QMouseEvent*>(event)->position().y());
     std::string text;
     run_("Pic2_MouseMove", [&] { text = TextAt(y); });
     // A box may have stood meanwhile, and behind it the mode may have ended.

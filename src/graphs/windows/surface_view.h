@@ -1,27 +1,34 @@
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 
+#include "platform/drawing/colour_map.h"
 #include "platform/drawing/surface_image.h"
 
 namespace velk {
 
-/// Shows a surface. What the surface has changed is repainted when ShowChanges is called, not before.
+/// Shows a surface in the colours of a map. What the surface has changed is repainted when ShowChanges is called, not
+/// before.
 class SurfaceView : public QWidget {
   Q_OBJECT
 
  public:
   explicit SurfaceView(QWidget* parent = nullptr);
 
-  /// The surface to show; it outlives the view or is taken away with nullptr.
-  void SetSurface(SurfaceImage* surface);
+  /// The surface to show, and how its colours are shown; both outlive the view or are taken away with nullptr.
+  void Show(SurfaceImage* surface, ColourMap* colours);
   void ShowChanges();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QImage Mapped(const QRect& shown);
+
   SurfaceImage* surface_ = nullptr;
+  ColourMap* colours_ = nullptr;
+  QImage mapped_;  ///< the surface in other colours, as far as it was last shown
 };
 
 }  // namespace velk

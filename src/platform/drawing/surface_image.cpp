@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "base/colour.h"
 #include "base/text_qt.h"
@@ -25,6 +27,45 @@ QRgb ToPixel(std::int32_t colour) {
   return qRgb(Red(colour), Green(colour), Blue(colour));
 }
 
+/// Which pixels of `from` lie behind each of `to` pixels: the first, and the one behind the last.
+std::vector<std::pair<int, int>> Behind(int from, int to) {
+  std::vector<std::pair<int, int>> all;
+  for (int i = 0; i < to; ++i) {
+    const int first = static_cast<int>(std::int64_t{i} * from / to);
+    all.emplace_back(first, std::max(first + 1, static_cast<int>(std::int64_t{i + 1} * from / to)));
+  }
+  return all;
+}
+
+/// The darker of two pixels.
+std::uint32_t Darker(std::uint32_t a, std::uint32_t b) {
+  return qGray(b) < qGray(a) ? b : a;
+}
+
+/// A picture of another size, the left part as wide as given.
+QImage Rescaled(const QImage& picture, int left, QSize size, int newLeft) {
+  left = std::min(left, picture.width()), newLeft = std::min(newLeft, size.width());
+  auto columns = Behind(left, newLeft);
+  for (const auto& [first, behind] : Behind(picture.width() - left, size.width() - newLeft))
+    columns.emplace_back(std::min(left + first, picture.width() - 1), std::min(left + behind, picture.width()));
+  const auto rows = Behind(picture.height(), size.height());
+  QImage scaled(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y) {
+    auto* to = reinterpret_cast<std::uint32_t*>(scaled.scanLine(y));
+    for (int x = 0; x < size.width(); ++x) {
+      std::uint32_t darkest = 0xFFFFFFFF;
+      const auto [left1, right] = columns[static_cast<std::size_t>(x)];
+      const auto [top, bottom] = rows[static_cast<std::size_t>(y)];
+      for (int row = top; row < bottom; ++row) {
+        const auto* from = reinterpret_cast<const std::uint32_t*>(picture.constScanLine(row));
+        for (int column = left1; column < right; ++column) darkest = Darker(darkest, from[column]);
+      }
+      to[x] = darkest;
+    }
+  }
+  return scaled;
+}
+
 QFont Scaled(QFont font, double ratio) {
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * ratio))));
   return font;
@@ -37,20 +78,44 @@ SurfaceImage::SurfaceImage(double width, double height, double pixelRatio, const
   Resize(width, height, pixelRatio);
 }
 
-void SurfaceImage::Resize(double width, double height, double pixelRatio) {
-  const double scale = pixelRatio / kTwipsPerPixel;
-  const QSize size(PixelCount(width, scale), PixelCount(height, scale));
+/// Gives whether the picture has another size, or other dots, from now on.
+bool SurfaceImage::TakeSize(double width, double height, double pixelRatio, double stretch, QSize& size) {
   const bool sameRatio = pixelRatio == ratio_ && !image_.isNull();
   width_ = width;
   height_ = height;
   ratio_ = pixelRatio;
-  scale_ = scale;
-  if (sameRatio && size == image_.size()) return;
+  scale_ = pixelRatio / kTwipsPerPixel;
+  down_ = scale_ * stretch;
+  size = QSize(PixelCount(width, scale_), PixelCount(height, down_));
+  return !sameRatio || size != image_.size();
+}
+
+void SurfaceImage::Resize(double width, double height, double pixelRatio, double stretch) {
+  const bool sameRatio = pixelRatio == ratio_ && !image_.isNull();
+  QSize size;
+  if (!TakeSize(width, height, pixelRatio, stretch, size)) return;
   EndPainting();
   QImage larger(size, QImage::Format_RGB32);
   larger.fill(Qt::white);
   if (sameRatio) QPainter(&larger).drawImage(0, 0, image_);
-  image_ = std::move(larger);
+  TakeImage(std::move(larger));
+}
+
+void SurfaceImage::Rescale(double width, double height, double pixelRatio, double stretch, double fixedLeft) {
+  const double leftBefore = fixedLeft * scale_;
+  QSize size;
+  if (!TakeSize(width, height, pixelRatio, stretch, size)) return;
+  EndPainting();
+  const QImage original = isRescaled_ ? original_ : image_.copy();
+  if (!isRescaled_) originalLeft_ = leftBefore;
+  TakeImage(Rescaled(original, static_cast<int>(std::lround(originalLeft_)), size,
+                     static_cast<int>(std::lround(fixedLeft * scale_))));
+  original_ = original;
+  isRescaled_ = true;
+}
+
+void SurfaceImage::TakeImage(QImage image) {
+  image_ = std::move(image);
   rows_ = {reinterpret_cast<std::uint32_t*>(image_.bits()), static_cast<std::size_t>(image_.bytesPerLine()) / 4,
            image_.width(), image_.height()};
   UseFont(baseFont_);
@@ -88,6 +153,9 @@ void SurfaceImage::SetPenWidth(double pixels) {
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
   dirty_ |= pixels & Bounds();
+  if (!isRescaled_) return;
+  isRescaled_ = false;
+  original_ = {};
 }
 
 void SurfaceImage::Cls() {
@@ -98,7 +166,7 @@ void SurfaceImage::Cls() {
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
   const int margin = penPixels_ + 1;
-  ClippedSegment line{x1 * scale_, y1 * scale_, x2 * scale_, y2 * scale_};
+  ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
   if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
   const QPoint a(static_cast<int>(std::floor(line.x1)), static_cast<int>(std::floor(line.y1)));
   const QPoint b(static_cast<int>(std::floor(line.x2)), static_cast<int>(std::floor(line.y2)));
@@ -111,7 +179,7 @@ void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {
   const int pen = penPixels_;
   const double outer = std::max(radius, 0.0) * scale_ + pen / 2.0;
-  const double px = x * scale_, py = y * scale_;
+  const double px = x * scale_, py = y * down_;
   // Written so that a coordinate that is no number leaves too.
   if (!(px >= -outer && py >= -outer && px <= image_.width() + outer && py <= image_.height() + outer)) return;
   QPainter& painter = Painter();
@@ -128,7 +196,7 @@ void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour
 }
 
 void SurfaceImage::Fill(double x, double y, double width, double height, std::int32_t colour) {
-  const QRectF box(x * scale_, y * scale_, width * scale_, height * scale_);
+  const QRectF box(x * scale_, y * down_, width * scale_, height * down_);
   if (!IsDrawable(box)) return;
   const QRect pixels = box.toRect();
   Painter().fillRect(pixels, ToQColor(colour));
@@ -136,7 +204,7 @@ void SurfaceImage::Fill(double x, double y, double width, double height, std::in
 }
 
 void SurfaceImage::Picture(double x, double y, double width, double height, const PictureRows& picture) {
-  const QRectF box(x * scale_, y * scale_, width * scale_, height * scale_);
+  const QRectF box(x * scale_, y * down_, width * scale_, height * down_);
   if (!IsDrawable(box)) return;
   const QRect pixels = box.toRect();
   Painter().drawImage(pixels, ImageOver(picture));
@@ -145,15 +213,14 @@ void SurfaceImage::Picture(double x, double y, double width, double height, cons
 
 void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t colour) {
   // Written so that a place that is no number leaves too; a QRect could not hold one far out.
-  if (!(std::abs(x) * scale_ < 2 * kMaxPixels && std::abs(y) * scale_ < 2 * kMaxPixels)) return;
+  if (!(std::abs(x) * scale_ < 2 * kMaxPixels && std::abs(y) * down_ < 2 * kMaxPixels)) return;
   const QString line = ToQt(text);
-  const QRectF box(x * scale_, y * scale_, metrics_.horizontalAdvance(line), metrics_.height());
+  const QRectF box(x * scale_, y * down_, metrics_.horizontalAdvance(line), metrics_.height());
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
   QPainter& painter = Painter();
   painter.setPen(ToQColor(colour));
-  const std::int32_t background = LegibleBackground(colour);
-  if (textCovers_ || background != colour::White) painter.fillRect(plate, ToQColor(background));
+  if (textCovers_) painter.fillRect(plate, Qt::white);
   painter.drawText(QPointF(box.left(), box.top() + metrics_.ascent()), line);
   MarkDirty(plate);
 }
@@ -163,7 +230,7 @@ double SurfaceImage::TextWidth(std::string_view text) const {
 }
 
 double SurfaceImage::TextHeight(std::string_view) const {
-  return metrics_.height() / scale_;
+  return metrics_.height() / down_;
 }
 
 void SurfaceImage::ScrollUp(int pixels) {
@@ -178,7 +245,7 @@ void SurfaceImage::ScrollUp(int pixels) {
 
 void SurfaceImage::CopyFrom(const RetainedSurface& other) {
   const auto& from = dynamic_cast<const SurfaceImage&>(other);
-  Resize(from.width_, from.height_, from.ratio_);
+  Resize(from.width_, from.height_, from.ratio_, from.down_ / from.scale_);
   UseFont(from.baseFont_);
   textCovers_ = from.textCovers_;
   std::memcpy(image_.bits(), from.image_.constBits(), static_cast<std::size_t>(from.image_.sizeInBytes()));

@@ -20,12 +20,18 @@ class SurfaceImage : public RetainedSurface {
   /// counts at ratio 1.
   SurfaceImage(double width, double height, double pixelRatio, const QFont& font);
 
-  /// Gives the surface another size; what was drawn stays in its upper left corner. Another ratio clears it.
-  void Resize(double width, double height, double pixelRatio);
+  /// Gives the surface another size; what was drawn stays in its upper left corner. Another ratio clears it. `stretch`
+  /// is how many times as many dots a twip takes down the page as across; texts, pens and circles are not stretched.
+  void Resize(double width, double height, double pixelRatio, double stretch = 1);
+  /// The same, and what was drawn goes along: the part left of `fixedLeft` twips in height only, the rest in both ways.
+  /// Lines that come together show the darkest of them.
+  void Rescale(double width, double height, double pixelRatio, double stretch, double fixedLeft);
   /// A font that was fitted: its pixel size counts at ratio 1.
   void UseFont(const QFont& font);
   /// From now on a text clears its own box: labels that meet can still be read.
   void SetTextCovers(bool covers) { textCovers_ = covers; }
+
+  double Stretch() const { return down_ / scale_; }
 
   double Width() const override { return width_; }
   double Height() const override { return height_; }
@@ -37,7 +43,6 @@ class SurfaceImage : public RetainedSurface {
   void Fill(double x, double y, double width, double height, std::int32_t colour) override;
   void Picture(double x, double y, double width, double height, const PictureRows& picture) override;
   void SetFont(const TextFont& font) override;
-  /// A pale text stands on a dark plate: nobody could read it on white.
   void Print(double x, double y, std::string_view text, std::int32_t colour) override;
   double TextWidth(std::string_view text) const override;
   double TextHeight(std::string_view text) const override;
@@ -50,6 +55,9 @@ class SurfaceImage : public RetainedSurface {
   QRect TakeDirty();
 
  private:
+  /// What the pixels of a size are to be.
+  bool TakeSize(double width, double height, double pixelRatio, double stretch, QSize& size);
+  void TakeImage(QImage image);
   QPainter& Painter();
   void EndPainting();
   void MarkDirty(const QRect& pixels);
@@ -58,7 +66,8 @@ class SurfaceImage : public RetainedSurface {
   double width_ = 0;
   double height_ = 0;
   double ratio_ = 1;
-  double scale_ = 1;  ///< device pixels per twip
+  double scale_ = 1;  ///< device pixels per twip across
+  double down_ = 1;   ///< device pixels per twip down
   double penWidth_ = 1;
   int penPixels_ = 1;  ///< the same in device pixels
   bool textCovers_ = false;
@@ -67,8 +76,11 @@ class SurfaceImage : public RetainedSurface {
   QFontMetricsF metrics_;
   QFont baseFont_;
   QRect dirty_;
-  PixelRows rows_;    ///< the image's memory, for lines
-  QPainter painter_;  ///< for texts and circles; stays open, since opening costs more than a text
+  QImage original_;          ///< before the last Rescale: sizes that follow each other are scaled from there
+  double originalLeft_ = 0;  ///< pixels of it that keep their width
+  bool isRescaled_ = false;  ///< and nothing was drawn since
+  PixelRows rows_;           ///< the image's memory, for lines
+  QPainter painter_;         ///< for texts and circles; stays open, since opening costs more than a text
 };
 
 }  // namespace velk

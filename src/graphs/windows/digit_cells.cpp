@@ -1,0 +1,87 @@
+#include "graphs/windows/digit_cells.h"
+
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace velk {
+
+namespace {
+
+/// Colours that take turns; what is beyond begins anew.
+constexpr std::size_t kMostPairs = 160;
+
+}  // namespace
+
+void DigitCells::Use(const QFont& font, double ratio) {
+  font_ = font;
+  font_.setPixelSize(std::max(1, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * ratio))));
+  pictures_.clear();
+  const QFontMetricsF metrics(font_);
+  height_ = static_cast<int>(std::ceil(metrics.height()));
+  ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
+  const auto width = [&](char character) {
+    return static_cast<int>(std::lround(metrics.horizontalAdvance(QLatin1Char(character))));
+  };
+  for (int c = kFirst; c <= kLast; ++c) widths_[static_cast<std::size_t>(c - kFirst)] = width(static_cast<char>(c));
+  int widest = 0;
+  for (char digit = '0'; digit <= '9'; ++digit) widest = std::max(widest, width(digit));
+  for (char digit = '0'; digit <= '9'; ++digit) widths_[static_cast<std::size_t>(digit - kFirst)] = widest;
+}
+
+int DigitCells::Width(std::string_view text) const {
+  int width = 0;
+  for (const char character : text) {
+    if (!Has(character)) return -1;
+    width += WidthOf(character);
+  }
+  return width;
+}
+
+bool DigitCells::InSamePlaces(std::string_view a, std::string_view b) const {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [this](char x, char y) { return Has(x) && Has(y) && WidthOf(x) == WidthOf(y); });
+}
+
+void DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink,
+                       QRgb ground) {
+  Pictures& pictures = In(ink, ground);
+  const auto stride = static_cast<std::size_t>(image.bytesPerLine());
+  uchar* const top = image.bits() + static_cast<std::size_t>(y) * stride;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const int width = WidthOf(text[i]);
+    if (i >= before.size() || before[i] != text[i]) {
+      const QImage& picture = Picture(pictures, text[i]);
+      for (int row = 0; row < height_; ++row)
+        std::memcpy(top + static_cast<std::size_t>(row) * stride + 4 * static_cast<std::size_t>(x),
+                    picture.constScanLine(row), 4 * static_cast<std::size_t>(width));
+    }
+    x += width;
+  }
+}
+
+DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
+  for (Pictures& pictures : pictures_)
+    if (pictures.ink == ink && pictures.ground == ground) return pictures;
+  if (pictures_.size() >= kMostPairs) pictures_.clear();
+  return pictures_.emplace_back(Pictures{ink, ground, {}});
+}
+
+const QImage& DigitCells::Picture(Pictures& pictures, char character) const {
+  const auto index = static_cast<std::size_t>(character - kFirst);
+  QImage& picture = pictures.of[index];
+  if (!picture.isNull()) return picture;
+  picture = QImage(std::max(widths_[index], 1), height_, QImage::Format_RGB32);
+  picture.fill(pictures.ground);
+  QPainter painter(&picture);
+  painter.setFont(font_);
+  painter.setPen(QColor(pictures.ink));
+  const double own = QFontMetricsF(font_).horizontalAdvance(QLatin1Char(character));
+  painter.drawText(QPointF((widths_[index] - own) / 2, ascent_), QString(QLatin1Char(character)));
+  return picture;
+}
+
+}  // namespace velk

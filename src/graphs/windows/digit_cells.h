@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QFont>
+#include <QImage>
+#include <array>
+#include <string_view>
+#include <vector>
+
+namespace velk {
+
+/// The characters of values as little pictures, each drawn once for a pair of colours: a value that changes with every
+/// sample is put together by copying them. All digits are equally wide, so that nothing moves when one changes.
+class DigitCells {
+ public:
+  /// The font counts at ratio 1, all places and sizes below in device pixels of this ratio. Forgets all pictures.
+  void Use(const QFont& font, double ratio);
+
+  int Height() const { return height_; }
+  /// Width of a text; -1 where it holds a character that has no picture.
+  int Width(std::string_view text) const;
+  /// Whether each character of two texts stands at the same place.
+  bool InSamePlaces(std::string_view a, std::string_view b) const;
+  /// Writes a text into an image of 32 bits a pixel, its upper left corner at (x, y); both have to lie in it. Where
+  /// `before`, in the same places, stands there already, only what differs is copied.
+  void Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
+
+ private:
+  static constexpr int kFirst = ' ', kLast = '~';
+  struct Pictures {
+    QRgb ink, ground;
+    std::array<QImage, kLast - kFirst + 1> of;
+  };
+
+  int WidthOf(char character) const { return widths_[static_cast<std::size_t>(character - kFirst)]; }
+  static bool Has(char character) { return character >= kFirst && character <= kLast; }
+  Pictures& In(QRgb ink, QRgb ground);
+  const QImage& Picture(Pictures& pictures, char character) const;
+
+  QFont font_;
+  int height_ = 0;
+  int ascent_ = 0;
+  std::array<int, kLast - kFirst + 1> widths_{};
+  std::vector<Pictures> pictures_;
+};
+
+}  // namespace velk
