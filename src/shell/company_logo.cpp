@@ -1,12 +1,10 @@
 #include "shell/company_logo.h"
 
-#include <QFileInfo>
 #include <QIcon>
-#include <QImageReader>
 #include <QToolButton>
 #include <algorithm>
 
-#include "base/text_qt.h"
+#include "imaging/read_picture.h"
 #include "platform/dialogs/dialogs.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
@@ -23,14 +21,7 @@ constexpr int kMaxScale = 4;    ///< pictures are kept sharp up to this scale of
 
 constexpr QSize kOwnPicture(96, 28);
 
-constexpr qint64 kMaxPixels = 64'000'000;
-constexpr int kMaxMegabytes = 256;  ///< 64 megapixels of four bytes
-
 constexpr const char* kPatterns = "|*.bmp;*.gif;*.jpg;*.jpeg;*.png;*.svg";
-
-bool IsTooLarge(QSize size) {
-  return qint64{size.width()} * size.height() > kMaxPixels;
-}
 
 QSize Within(QSize size, QSize bound) {
   const QSize scaled = size.scaled(bound, Qt::KeepAspectRatio);
@@ -38,24 +29,6 @@ QSize Within(QSize size, QSize bound) {
 }
 
 }  // namespace
-
-std::optional<QImage> ReadPicture(const std::string& path, QSize bound) {
-  // Reading a pipe would wait for its other end.
-  if (!QFileInfo(ToQt(path)).isFile()) return std::nullopt;
-  QImageReader::setAllocationLimit(kMaxMegabytes);
-  QImageReader reader(ToQt(path));
-  reader.setDecideFormatFromContent(true);
-  reader.setAutoTransform(true);
-  const QSize size = reader.size();
-  if (IsTooLarge(size)) return std::nullopt;
-  // A drawing of lines has no size of its own worth keeping: it is drawn at the size that is wanted.
-  if (!size.isEmpty() && reader.format() == "svg") reader.setScaledSize(Within(size, bound));
-  QImage image = reader.read();
-  if (image.isNull() || IsTooLarge(image.size())) return std::nullopt;
-  if (image.width() > bound.width() || image.height() > bound.height())
-    image = image.scaled(Within(image.size(), bound), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  return image;
-}
 
 CompanyLogo::CompanyLogo(Session& session, Platform& platform, QWidget* parent)
     : QToolBar(parent), session_(session), platform_(platform), picture_(new QToolButton(this)) {

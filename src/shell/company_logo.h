@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QImage>
 #include <QToolBar>
-#include <optional>
 #include <string>
 
 #include "model/session.h"
@@ -11,10 +9,6 @@
 class QToolButton;
 
 namespace velk {
-
-/// A picture file, scaled down to `bound` in pixels where it is larger. Nothing where the file is missing, is no
-/// picture, or holds more than 64 megapixels.
-std::optional<QImage> ReadPicture(const std::string& path, QSize bound);
 
 /// The company's picture at the right of the toolbar, scaled to the bar's height. A click on it chooses another one.
 class CompanyLogo : public QToolBar {

@@ -1,7 +1,6 @@
 #include "shell/company_logo.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <QPainter>
 #include <QToolButton>
@@ -11,8 +10,6 @@
 
 namespace velk {
 namespace {
-
-constexpr QSize kBound(900, 112);
 
 class Logo : public testing::Test {
  protected:
@@ -42,62 +39,6 @@ class Logo : public testing::Test {
 
   test::ShellRig rig;
 };
-
-// --- Reading a picture ---
-
-TEST_F(Logo, IsReadFromTheUsualFormatsWhateverTheFileIsCalled) {
-  for (const char* name : {"logo.png", "logo.bmp", "logo.jpg"})
-    EXPECT_EQ(ReadPicture(Picture(name, {90, 30}, Qt::red), kBound)->size(), QSize(90, 30)) << name;
-  const std::string png = Picture("logo.png", {90, 30}, Qt::red);
-  std::filesystem::rename(png, rig.folder.File("logo.jpg"));
-  EXPECT_TRUE(ReadPicture(rig.folder.File("logo.jpg"), kBound));
-}
-
-TEST_F(Logo, IsScaledDownInProportionAndNeverUp) {
-  EXPECT_EQ(ReadPicture(Picture("wide.png", {3600, 112}, Qt::red), kBound)->size(), QSize(900, 28));
-  EXPECT_EQ(ReadPicture(Picture("high.png", {100, 1120}, Qt::red), kBound)->size(), QSize(10, 112));
-  EXPECT_EQ(ReadPicture(Picture("line.png", {5000, 1}, Qt::red), kBound)->size(), QSize(900, 1));
-  EXPECT_EQ(ReadPicture(Picture("small.png", {9, 3}, Qt::red), kBound)->size(), QSize(9, 3));
-}
-
-TEST_F(Logo, IsDrawnSharplyFromAVectorFile) {
-  const std::string svg = Text(
-      "logo.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='3'><rect width='9' height='3'/></svg>");
-  EXPECT_EQ(ReadPicture(svg, kBound)->size(), QSize(336, 112));
-}
-
-TEST_F(Logo, IsNotReadFromWhatIsNoPicture) {
-  EXPECT_FALSE(ReadPicture("", kBound));
-  EXPECT_FALSE(ReadPicture(rig.folder.File("missing.png"), kBound));
-  EXPECT_FALSE(ReadPicture(rig.folder.File(""), kBound));
-  EXPECT_FALSE(ReadPicture(Text("empty.png", ""), kBound));
-  EXPECT_FALSE(ReadPicture(Text("text.png", "no picture"), kBound));
-  ASSERT_EQ(mkfifo(rig.folder.File("pipe.png").c_str(), 0600), 0);
-  EXPECT_FALSE(ReadPicture(rig.folder.File("pipe.png"), kBound)) << "and does not wait for it";
-}
-
-TEST_F(Logo, IsReadUpTo64Megapixels) {
-  QImage image(8000, 8000, QImage::Format_Mono);
-  image.fill(1);
-  ASSERT_TRUE(image.save(QString::fromStdString(rig.folder.File("largest.png"))));
-  EXPECT_TRUE(ReadPicture(rig.folder.File("largest.png"), kBound));
-  image = QImage(8001, 8000, QImage::Format_Mono);
-  image.fill(1);
-  ASSERT_TRUE(image.save(QString::fromStdString(rig.folder.File("larger.png"))));
-  EXPECT_FALSE(ReadPicture(rig.folder.File("larger.png"), kBound));
-}
-
-TEST_F(Logo, IsNotReadFromAFileCutAnywhere) {
-  const std::string whole = Picture("logo.png", {90, 30}, Qt::red);
-  std::ifstream file(whole, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  for (std::size_t length = 0; length < bytes.size() / 2; length += 5) {
-    std::ofstream(rig.folder.File("cut.png"), std::ios::binary) << bytes.substr(0, length);
-    EXPECT_FALSE(ReadPicture(rig.folder.File("cut.png"), kBound)) << length;
-  }
-}
-
-// --- In the window ---
 
 TEST_F(Logo, IsOursUntilOneIsChosen) {
   rig.Start();
