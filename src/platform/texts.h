@@ -35,4 +35,8 @@ inline constexpr MessageText NoRoomBefore{2543, "The disk has no room to open ["
 inline constexpr MessageText NoRoomMissing{2544, "]: "};
 inline constexpr MessageText NoRoomAfter{2545, " KB more are needed"};
 
+// A printer; its name stands between the parts
+inline constexpr MessageText PrinterGoneBefore{2642, "The printer ["};
+inline constexpr MessageText PrinterGoneAfter{2643, "] is not there or takes no documents. Nothing was printed."};
+
 }  // namespace velk::text

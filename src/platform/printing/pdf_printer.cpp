@@ -16,18 +16,16 @@ namespace velk {
 
 namespace {
 
-constexpr int kDotsPerInch = 1200;
-
 class PdfPrinter : public Printer {
  public:
-  explicit PdfPrinter(const std::string& path) : file_(QFile::decodeName(path.c_str())), writer_(&file_) {
-    writer_.setResolution(kDotsPerInch);
+  PdfPrinter(const std::string& path, int dotsPerInch) : file_(QFile::decodeName(path.c_str())), writer_(&file_) {
+    writer_.setResolution(dotsPerInch);
     writer_.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()));
     writer_.setCreator(QStringLiteral("VELK"));
   }
 
   Paper Sheet() const override { return {}; }
-  double DotsPerInch() const override { return kDotsPerInch; }
+  double DotsPerInch() const override { return writer_.resolution(); }
 
   Surface& Begin(const std::string& title, Unit unit) override {
     if (!file_.open(QIODevice::WriteOnly)) Refuse();
@@ -35,7 +33,7 @@ class PdfPrinter : public Printer {
     if (!painter_.begin(&writer_)) Refuse();
     const Paper sheet = Sheet();
     return page_.emplace(painter_, unit, Convert(sheet.width, Unit::Millimetre, unit),
-                         Convert(sheet.height, Unit::Millimetre, unit), kDotsPerInch);
+                         Convert(sheet.height, Unit::Millimetre, unit), DotsPerInch());
   }
   void NewPage() override {
     if (!writer_.newPage()) Refuse();
@@ -63,8 +61,8 @@ class PdfPrinter : public Printer {
 
 }  // namespace
 
-std::unique_ptr<Printer> MakePdfPrinter(const std::string& path) {
-  return std::make_unique<PdfPrinter>(path);
+std::unique_ptr<Printer> MakePdfPrinter(const std::string& path, int dotsPerInch) {
+  return std::make_unique<PdfPrinter>(path, dotsPerInch);
 }
 
 }  // namespace velk

@@ -8,7 +8,7 @@
 namespace velk {
 
 /// A printer whose documents become the PDF file `path`, which takes the place of one that stood there when it ends.
-/// Texts stay texts. The resolution is 1200 dots an inch, the paper A4 without margins.
-std::unique_ptr<Printer> MakePdfPrinter(const std::string& path);
+/// Texts stay texts. The paper is A4 without margins.
+std::unique_ptr<Printer> MakePdfPrinter(const std::string& path, int dotsPerInch = 1200);
 
 }  // namespace velk

@@ -1,0 +1,141 @@
+// Run by tests/support/private_cups, which makes the queues and removes them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "base/errors.h"
+#include "imaging/printer_choice.h"
+#include "platform/windows/qt_printers.h"
+
+namespace velk {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Names = std::vector<std::string>;
+
+/// What a command prints.
+std::string OutputOf(const std::string& command) {
+  std::string output;
+  FILE* pipe = popen(command.c_str(), "r");
+  for (int c = 0; pipe && (c = fgetc(pipe)) != EOF;) output += static_cast<char>(c);
+  if (pipe) pclose(pipe);
+  return output;
+}
+
+class Queues : public testing::Test {
+ protected:
+  Queues() {
+    for (const auto& left : fs::directory_iterator(folder_)) fs::remove(left);
+  }
+  static void Print(Printer& printer) {
+    Surface& page = printer.Begin("Job 17, Скважина", Unit::Millimetre);
+    page.SetFont({"DejaVu Sans", 12, false});
+    page.Print(20, 20, "First page", 0);
+    printer.NewPage();
+    page.Print(20, 20, "Вторая страница", 0);
+    printer.End();
+  }
+  /// The document that a queue has brought to its device, which works at a time of its own.
+  std::string Arrived() const {
+    for (int tries = 0; tries < 200; ++tries) {
+      for (const auto& file : fs::directory_iterator(folder_))
+        if (file.path().extension() == ".pdf") return file.path().string();
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return {};
+  }
+
+  const fs::path folder_ = std::getenv("VELK_PRINTED");
+  QtPrinters printers_;
+};
+
+TEST_F(Queues, AreListedWithTheDefaultOfTheSystem) {
+  Names names = printers_.Names();
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (Names{"One", "Raw", "Two"}));
+  EXPECT_EQ(printers_.Default(), "Raw");
+}
+
+TEST_F(Queues, GetAllPagesAsTexts) {
+  Print(*printers_.Make("One"));
+  const std::string document = Arrived();
+  ASSERT_NE(document, "");
+  const std::string words = OutputOf("pdftotext '" + document + "' -");
+  EXPECT_NE(words.find("First page"), std::string::npos) << words;
+  EXPECT_NE(words.find("Вторая страница"), std::string::npos) << words;
+  const std::string about = OutputOf("pdfinfo '" + document + "'");
+  EXPECT_NE(about.find("Pages:           2"), std::string::npos) << about;
+  EXPECT_NE(about.find("A4"), std::string::npos) << about;
+}
+
+TEST_F(Queues, TellTheirMarginsAndTheWholeSheet) {
+  const auto printer = printers_.Make("One");
+  const Paper sheet = printer->Sheet();
+  EXPECT_EQ(sheet.width, 210);
+  EXPECT_EQ(sheet.height, 297);
+  EXPECT_NEAR(sheet.left, 12 / 72.0 * 25.4, 0.1) << "of its description, in points";
+  EXPECT_NEAR(sheet.bottom, 24 / 72.0 * 25.4, 0.1);
+  EXPECT_NEAR(sheet.right, 12 / 72.0 * 25.4, 0.1);
+  EXPECT_NEAR(sheet.top, 24 / 72.0 * 25.4, 0.1);
+  EXPECT_NEAR(printer->Begin("", Unit::Millimetre).Width(), 210, 1e-9);
+}
+
+TEST_F(Queues, GetNothingOfADocumentThatIsGivenUp) {
+  {
+    const auto printer = printers_.Make("One");
+    printer->Begin("given up", Unit::Millimetre).Line(0, 0, 10, 10, 0);
+  }
+  Print(*printers_.Make("Raw"));
+  ASSERT_NE(Arrived(), "");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1) << "the later document alone";
+}
+
+TEST_F(Queues, ThatAreNotThereRefuseWithTheirName) {
+  try {
+    printers_.Make("Nobody")->Begin("", Unit::Millimetre);
+    FAIL() << "nothing was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::DeviceUnavailable);
+    EXPECT_NE(std::string(error.what()).find("[Nobody]"), std::string::npos) << error.what();
+  }
+}
+
+TEST_F(Queues, ThatAreRemovedInTheMiddleOfADocumentRefuseItsEnd) {
+  const auto printer = printers_.Make("Two");
+  printer->Begin("", Unit::Millimetre).Line(0, 0, 10, 10, 0);
+  ASSERT_EQ(std::system("lpadmin -x Two"), 0);
+  EXPECT_THROW(printer->End(), RuntimeError);
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
+TEST_F(Queues, ThatTakeNoDocumentsSayWhy) {
+  ASSERT_EQ(std::system("cupsreject -r 'Out of paper until Monday' One"), 0);
+  try {
+    Print(*printers_.Make("One"));
+    ADD_FAILURE() << "nothing was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_NE(std::string(error.what()).find("printer [One] is not there or takes no documents"), std::string::npos)
+        << error.what();
+  }
+  EXPECT_EQ(std::system("cupsaccept One"), 0);
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
+TEST_F(Queues, KeepTheSystemsDefaultWhateverTheProgramChooses) {
+  PrinterChoice choice(printers_);
+  EXPECT_EQ(choice.GetOriginalPrinter(), "Raw");
+  EXPECT_TRUE(choice.SetPrinterAsDefault("One"));
+  Print(*choice.MakePrinter(""));
+  EXPECT_NE(Arrived(), "");
+  EXPECT_EQ(OutputOf("lpstat -d"), "system default destination: Raw\n");
+}
+
+}  // namespace
+}  // namespace velk
