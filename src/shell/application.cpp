@@ -65,6 +65,7 @@ Application::~Application() {
   windows_.CloseAll();
   form_.onQueryUnload = nullptr;
   form_.onSpeedChange = nullptr;
+  form_.onPlaced = nullptr;
   graphs_.UnloadAll();
 }
 
@@ -73,6 +74,7 @@ void Application::BindCommands() {
   commands.isConnecting = [this] { return acquisition_.IsConnecting(); };
   BindAcquisition(commands, acquisition_, recorder_);
   BindPlayback(commands, playback_);
+  form_.onPlaced = [this](const std::string& place) { session_.MainWindowPlace = place; };
   form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
   frame_.Toggles().onChartLooks = [this] {

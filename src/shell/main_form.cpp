@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -13,6 +14,7 @@
 #include "base/text_qt.h"
 #include "model/texts.h"
 #include "shell/icons.h"
+#include "shell/main_place.h"
 #include "shell/path_label.h"
 #include "shell/speed_bar.h"
 #include "shell/texts.h"
@@ -303,6 +305,35 @@ void MainForm::Repaint() {
 
 void MainForm::Beep() {
   QApplication::beep();
+}
+
+void MainForm::PlaceOnScreen(const std::string& place) {
+  QList<QRect> rooms;
+  for (const QScreen* screen : QGuiApplication::screens()) rooms += screen->availableGeometry();
+  const MainPlace found = PlaceOnScreens(PlaceOf(place), size(), rooms);
+  setGeometry(found.normal);
+  if (found.isMaximised) setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+/// What the window has before it is shown is no place of the operator's.
+void MainForm::TellPlace() {
+  if (!onPlaced || !isVisible() || isMinimized()) return;
+  onPlaced(TextOf({isMaximized() ? normalGeometry() : geometry(), isMaximized()}));
+}
+
+void MainForm::moveEvent(QMoveEvent* event) {
+  QMainWindow::moveEvent(event);
+  TellPlace();
+}
+
+void MainForm::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  TellPlace();
+}
+
+void MainForm::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange) TellPlace();
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {

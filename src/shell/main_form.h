@@ -44,8 +44,13 @@ class MainForm : public QMainWindow, public MainView {
 
   /// Asked when the frame is about to close; false keeps it.
   std::function<bool()> onQueryUnload;
+  /// The window stands elsewhere, or has another size: told as a setting.
+  std::function<void(const std::string& place)> onPlaced;
   /// The operator has moved the speed bar.
   std::function<void(int speed)> onSpeedChange;
+
+  /// Puts the window where it was left, within the screens that there are.
+  void PlaceOnScreen(const std::string& place);
 
   void SetPanel(int panel, const OperatorText& text) override;
   void ShowData(const OperatorText& text, bool warns) override;
@@ -66,9 +71,12 @@ class MainForm : public QMainWindow, public MainView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  void TellPlace();
   void BuildToolbar();
   void ColourDataPanel();
   QAction* AddSpeedBar(const char* toolTip);

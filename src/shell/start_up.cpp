@@ -39,6 +39,7 @@ void StartUp::Run() {
     HideAcquireTimeButtons();
     parts_.form.ResetCaption();
   });
+  parts_.form.PlaceOnScreen(session.MainWindowPlace);
   parts_.form.show();
   // The window stands there before a slow port is opened or a question covers it.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);

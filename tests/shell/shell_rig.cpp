@@ -33,6 +33,10 @@ void ShellRig::Start() {
   services.programFolder = programFolder;
   application = std::make_unique<Application>(services);
   application->MDIForm_Load();
+  if (staysOnItsScreen) return;
+  // The screen of the offscreen platform has 800 x 800 pixels, which no desktop has.
+  Window().setWindowState(Qt::WindowNoState);
+  Window().setGeometry(0, 0, 1280, 800);
 }
 
 void ShellRig::ClearSettings(std::initializer_list<int> groups) {

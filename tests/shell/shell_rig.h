@@ -47,6 +47,7 @@ class ShellRig {
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs
   std::string programFolder;       ///< empty: that of the test program, where no translation files are
+  bool staysOnItsScreen = false;   ///< the main window is not given a desktop's size after its start
   std::unique_ptr<Application> application;
 
  private:
