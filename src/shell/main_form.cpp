@@ -185,11 +185,6 @@ void MainForm::ColourDataPanel() {
   panels_[kDataPanel]->setStyleSheet(dataWarns_ ? warning : QString());
 }
 
-void MainForm::changeEvent(QEvent* event) {
-  QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && dataWarns_) ColourDataPanel();
-}
-
 void MainForm::ShowRecording(const OperatorText& text, const OperatorText& toolTip) {
   ShowPanel(kRecordingPanel, text.IsEmpty() ? std::string() : kRecordingMark + language_.In(text));
   panels_[kRecordingPanel]->setToolTip(ToQt(language_.In(toolTip)));
@@ -333,6 +328,7 @@ void MainForm::resizeEvent(QResizeEvent* event) {
 
 void MainForm::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && dataWarns_) ColourDataPanel();
   if (event->type() == QEvent::WindowStateChange) TellPlace();
 }
 

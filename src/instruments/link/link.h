@@ -116,7 +116,7 @@ class Link {
   Timer& watchdog_;
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening
-  FollowedDevice device_;  ///< of both ports
+  FollowedDevice device_;         ///< of both ports
   std::int64_t linesSeen_ = 0;
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
   bool connected_ = false;       ///< as the plug shows it
