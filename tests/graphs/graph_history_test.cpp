@@ -5,6 +5,8 @@
 #include <QMdiSubWindow>
 #include <QScrollBar>
 #include <QTest>
+#include <set>
+#include <vector>
 
 #include "graphs/history_fixture.h"
 #include "graphs/windows/graph_form_new.h"
@@ -207,6 +209,36 @@ TEST(GraphHistory, ShowsEachWindowAtAPlaceOfItsOwn) {
   second->findChild<QScrollBar*>("VScroll1")->setValue(3);
   EXPECT_EQ(job.Bar().value(), 1);
   EXPECT_NE(job.Axis(), second->findChild<QWidget*>("Picture3")->grab().toImage());
+}
+
+TEST(GraphHistory, ShowsAsManyPlacesAsThereAreWindowsAndReturnsEachToItsPresent) {
+  LookedBack job(kMaxParameters);
+  for (int i = 1; i <= kMaxParameters; ++i) job.session.CurrentParameters[i].FormIndex = static_cast<std::int16_t>(i);
+  BuildGraphMap(job.session, kMaxParameters);
+  job.windows.CreateGraphWindows();
+  constexpr int kMinutes = kMaxParameters + 5;
+  job.Record(0, kMinutes * 60);
+  const auto bar = [&](int graph) { return job.windows.Form(graph)->findChild<QScrollBar*>("VScroll1"); };
+  const auto axis = [&](int graph) {
+    return job.windows.Form(graph)->findChild<QWidget*>("Picture3")->grab().toImage();
+  };
+  std::vector<QImage> live(1);
+  for (int graph = 1; graph <= kMaxParameters; ++graph) {
+    job.windows.Form(graph)->UpdateScroll(JobStart() + kMinutes * 60 * kSecond);
+    live.push_back(axis(graph));
+  }
+  std::set<QByteArray> pages;
+  for (int graph = 1; graph <= kMaxParameters; ++graph) {
+    bar(graph)->setValue(graph - 1);
+    const QImage page = axis(graph);
+    pages.insert(QByteArray(reinterpret_cast<const char*>(page.constBits()), static_cast<int>(page.sizeInBytes())));
+  }
+  EXPECT_EQ(pages.size(), 64u) << "each has other times beside it";
+  for (int graph = 1; graph <= kMaxParameters; ++graph) {
+    EXPECT_EQ(bar(graph)->value(), graph - 1);
+    bar(graph)->setValue(bar(graph)->maximum());
+    EXPECT_EQ(axis(graph), live[static_cast<std::size_t>(graph)]) << graph;
+  }
 }
 
 TEST(GraphHistory, LetsEventsRunBehindAPageWhoseLastRowStandsAtItsEnd) {
