@@ -19,8 +19,9 @@ SIMULATOR = os.environ["VELK_SIM_UNIT"]
 MESSAGES = pathlib.Path(os.environ["VELK_MESSAGES"])
 EPOCH = datetime.datetime(1899, 12, 30)
 
-# A page of history is 240 rows long: with this distance of rows it stands open with the first sample.
+# With this distance of rows the page of history stands open with the first sample.
 SAMPLING_SECONDS = 5
+ROWS_OF_A_PAGE = 240
 
 CHANNELS = [("Treating Pressure", "psi", 10000, 1), ("Slurry Rate", "bbl/min", 10, 2), ("Slurry Density", "lb/gal", 20, 2)]
 VALUES_OF_A_LINE = 22
@@ -154,9 +155,11 @@ class LookingBack(unittest.TestCase):
         time, value = next(row for row in rows if row[0] >= under)
         name = CHANNELS[0][0]
         self.seen.click("GraphFormNew:1/ReadValue")
-        left, top, width, _ = self.seen.place("GraphFormNew:1/Pic2")
-        self.seen.point(left + width // 2, top + y + 1)
-        self.seen.point(left + width // 2, top + y)
+        left, top, width, height = self.seen.place("GraphFormNew:1/Pic2")
+        # The middle of the row's place, however high the page is shown.
+        below = int((y + 0.5) * height / ROWS_OF_A_PAGE)
+        self.seen.point(left + width // 2, top + below + 1)
+        self.seen.point(left + width // 2, top + below)
         self.seen.wait_for("GraphFormNew:1", "windowTitle",
                            "%s%s%s : %.2f" % (name, self.said(" at "), time.strftime("%H:%M:%S"), value))
         self.picture("read_value")
@@ -165,6 +168,7 @@ class LookingBack(unittest.TestCase):
 
     def comment(self, log, *comments):
         """F7 on the one graph, the key on the other; both stand in the report."""
+        self.desktop.use_keyboard_layout("ru" if self.language == "Russian" else "us")
         self.seen.click("GraphFormNew:1/Pic2")
         self.desktop.press("F7")
         self.seen.place("GraphFormNew:1/Text1")
@@ -175,6 +179,7 @@ class LookingBack(unittest.TestCase):
         self.seen.place("GraphFormNew:2/Text1")
         self.desktop.write(comments[1])
         self.desktop.press("Return")
+        self.desktop.use_keyboard_layout("us")
         wait_for(lambda: [line[-1] for line in self.report(log)] == list(comments),
                  lambda: "the comments in %r" % self.report(log))
         values = ["%.3f" % value for _, value in self.rows(log)]
