@@ -170,8 +170,9 @@ class DraggedRecording {
     long early = 0, pages = 0;
     for (long row = 0; row < rows_; ++row) {
       const auto due = start + std::chrono::milliseconds(10 * row);
-      while (Time::now() < due) DrawPage(reader, pages++);
-      Append(kDay + 0.5 + static_cast<double>(row) * kSecond / 100);
+      while (Time::now() < due) longestPage_ = std::max(longestPage_, Took([&] { DrawPage(reader, pages++); }));
+      longestAppend_ =
+          std::max(longestAppend_, Took([&] { Append(kDay + 0.5 + static_cast<double>(row) * kSecond / 100); }));
       latest_ = std::max(latest_, SecondsSince(due));
       if (row == rows_ / 2) early = ResidentKilobytes();  // caches have filled by then
     }
@@ -180,10 +181,17 @@ class DraggedRecording {
     const auto held = LogReader(file_).Count();
     std::printf("%ld rows, %ld pages, latest row %.1f ms behind its time, %ld kB grown, %lld rows in the log\n", rows_,
                 pages, latest_ * 1e3, grown, static_cast<long long>(held));
+    std::printf("longest page %.1f ms, longest append %.1f ms\n", longestPage_ * 1e3, longestAppend_ * 1e3);
     return latest_ <= 0.05 && held == rows_ + 3600 && grown <= 1024 ? 0 : 1;
   }
 
  private:
+  template <class Work>
+  static double Took(const Work& work) {
+    const auto start = Time::now();
+    work();
+    return SecondsSince(start);
+  }
   void Append(double time) {
     recording_.log.AppendLogRow({time, std::vector<double>(kChannels, static_cast<double>(++appended_ % 500))});
   }
@@ -200,7 +208,7 @@ class DraggedRecording {
   const std::string file_ = folder_.File("dragged.mdb");
   std::array<std::unique_ptr<Chart>, 8> charts_;
   long appended_ = 0;
-  double latest_ = 0;
+  double latest_ = 0, longestPage_ = 0, longestAppend_ = 0;  ///< seconds
 };
 
 }  // namespace
