@@ -121,6 +121,35 @@ TEST_F(TableOfTheProgram, OutlivesARestart) {
   EXPECT_EQ(rig.State().Parameters[3].units, "m/s");
 }
 
+TEST_F(TableOfTheProgram, KeepsWhatWasEditedOfAComputedChannel) {
+  const auto connectAnew = [this] {
+    rig.State().AskOnExit = false;
+    rig.Window().close();
+    rig.Start();
+    rig.Connect();
+  };
+  rig.settings->Save("VELK2", "Formulae", "NumberOfFormulae", "1");
+  rig.settings->Save("VELK2", "Formula1", "Formula", "{parameter 1}*2");
+  rig.settings->Save("VELK2", "Formula1", "FormIndex", "4");
+  rig.settings->Save("VELK2", "Formula1", "max", "100");
+  rig.settings->Save("VELK2", "Formula1", "visible", "False");
+  rig.settings->Flush();
+  rig.Start();
+  rig.Connect();
+  ASSERT_EQ(rig.State().TotalParameters, 4);
+  InTable([](ParametersTable& table) {
+    Type(table, 3, TableColumn::Name, "Twice");
+    Type(table, 3, TableColumn::Units, "kW");
+    Type(table, 3, TableColumn::Maximum, "250");
+  });
+  connectAnew();
+  const Parameter& computed = rig.State().CurrentParameters[4];
+  EXPECT_EQ(computed.name, "Twice");
+  EXPECT_EQ(computed.units, "kW");
+  EXPECT_EQ(computed.max, 250);
+  EXPECT_FALSE(computed.GraphVisible) << "which are shown is chosen elsewhere";
+}
+
 TEST_F(TableOfTheProgram, KeepsTheWidthsOfItsColumnsOverARestart) {
   const auto columnOf = [](ParametersTable& table) { return table.Answer().PlaceOf(TableColumn::Offset); };
   InTable([&](ParametersTable& table) {
