@@ -45,8 +45,8 @@ struct PropertyFault {
 /// number that can be read in two ways, a minimum that isn't below the maximum.
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts);
 
-/// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set; smoothing, which only the
-/// unit's samples go through, for the unit's own channels.
+/// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set. Smoothing is edited for the
+/// unit's own channels: a played file goes through the same lengths, but they are the unit's set-up.
 CurveProperties PropertiesOf(const Session& session, int parameter);
 void StoreProperties(Session& session, int parameter, const CurveProperties& properties);
 

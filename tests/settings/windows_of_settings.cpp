@@ -39,7 +39,7 @@ std::shared_ptr<QWidget> OpenProperties(const std::string& language, bool acquir
   return Hosted<Properties>(job, PropertiesOf(job->session, 1));
 }
 
-/// A played file's: without what only the unit's samples go through.
+/// A played file's: without what is the unit's set-up.
 std::shared_ptr<QWidget> OpenPropertiesOfFile(const std::string& language) {
   const Job job = MakeJob(language);
   job->session.PlaybackParameterCount = job->session.NumberOfParameters;
