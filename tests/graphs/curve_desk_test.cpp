@@ -112,6 +112,26 @@ TEST_F(CurvesOnTheDesk, ChangeTheirScaleByAClick) {
   EXPECT_EQ(changes, 2);
 }
 
+TEST_F(CurvesOnTheDesk, StayAsTheyAreDrawnWhereTheirScaleChanges) {
+  Open({1});
+  const double begin = 46000, ahead = 30 * test::kSecond;
+  GraphFormNew& form = Form(1);
+  form.View().Chart().SetTimeOrigin(begin);
+  form.Picture2_Update(begin, begin + 2 * ahead);
+  const auto picture = [&] {
+    clock.Advance(40);
+    return form.View().PlotArea().grab().toImage();
+  };
+  const QImage empty = picture();
+  form.PlotValue(begin, begin + ahead, 20, 80, Curve(1).min, Curve(1).max, 0xFF, false);
+  const QImage drawn = picture();
+  EXPECT_NE(drawn, empty);
+  dialogs.ExpectInput("Enter new maximum value", "5000");
+  ClickHeader(1, 1, 0.9);
+  EXPECT_EQ(picture(), drawn);
+  EXPECT_EQ(Curve(1).max, 5000) << "for what comes next";
+}
+
 TEST_F(CurvesOnTheDesk, ChangeTheirColourByAClickInTheMiddle) {
   Open({1});
   dialogs.ExpectColour("Select a color for P1", 0x00FF00);

@@ -43,7 +43,7 @@ class Channel:
 
 # Both kinds of decimal signs, and two channels on one graph.
 CHANNELS = [
-    Channel("Pressure", "bar", "-10", "250,5", "#c8102e", "123456.1", "#0.0", "200", "1", "2,5", "-10"),
+    Channel("Pressure", "bar", "-10", "20000,5", "#c8102e", "123456.1", "#0.0", "15000", "1", "2,5", "-10"),
     Channel("Flow", "l/min", "0", "1000", "#0057b8", "12345678", "#0", "", "1", "0.1", "0,3"),
     Channel("Density", "kg/l", "0", "3", "#1b7f3b", "123.1234", "#0.0000", "", "7", "1", "0"),
     Channel("Total", "m3", "0", "5000", "#7b2d8e", "12345.12", "#0.00", "", "2", "1", "0.25"),
@@ -131,9 +131,10 @@ class Desk(unittest.TestCase):
 
     # --- By keys ---
 
-    def menu(self, bar, item):
-        self.desktop.open_menu(self.program, bar)
-        self.desktop.press(item)
+    def menu(self, bar, *item):
+        self.desktop.press(bar)
+        self.seen.find(**{"class": "QMenu"})
+        self.desktop.press(*item)
 
     def type_into_next_cells(self, *texts):
         for text in texts:
@@ -191,8 +192,7 @@ class Desk(unittest.TestCase):
         desktop.write(str(self.log))
         desktop.press("Return")
         desktop.wait_for_window(title)
-        desktop.open_menu(self.program, "alt+d")
-        desktop.press("Home", "Return")  # Start, whose caption changes and marks no letter
+        self.menu("alt+d", "Home", "Return")  # Start, whose caption changes and marks no letter
         desktop.wait_for_window("Include In Summary Report")
         desktop.press("Return")
         self.wait_for_status("Acquiring Data")
@@ -250,6 +250,7 @@ class Desk(unittest.TestCase):
         self.seen.choose("mnuEdit", "mnuEditSerialPort")
         self.choose_protocol()
         self.paste(str(len(self.channels)), window="HardwareSettings", name="txtNumberOfParameters")
+        self.seen.picture("serial-port")
         self.seen.click_on(window="HardwareSettings", name="cmdOK")
         self.seen.click("MainForm/Acquire")
         self.wait_for_status("Ready to Acquire")
@@ -258,20 +259,21 @@ class Desk(unittest.TestCase):
         self.paste_cells(0, 0, [[each.name, each.units, each.low, each.high] for each in self.channels])
         self.paste_cells(0, 8, [[each.graph, each.gain, each.offset] for each in self.channels])
         self.paste_cells(0, 7, [[each.alarm] for each in self.channels])
-        for row, channel in enumerate(self.channels[:2]):
+        for row, place in enumerate([(1, 0), (2, 1)]):
             self.seen.click_on(**self.cell(row, 4))
-            channel.colour = self.pick_colour("Select a color for " + channel.name, (2 + 3 * row, 1 + row))
+            self.channels[row].colour = self.pick_colour("Select a color for " + self.channels[row].name, place)
         # Two rows at once.
         begin, end = self.seen.middle_of(**self.cell(2, 4)), self.seen.middle_of(**self.cell(3, 4))
         self.desktop.drag(*begin, *end, STEPS_OF_A_DRAG)
         self.seen.click_on(3, **self.cell(3, 4))
         self.seen.click_on(name="mnuChange")
-        self.channels[2].colour = self.channels[3].colour = self.pick_colour("Select a color for Total", (6, 4))
+        self.channels[2].colour = self.channels[3].colour = self.pick_colour("Select a color for Total", (4, 0))
         for row, channel in enumerate(self.channels):
             self.seen.click_on(**self.cell(row, 5))
             self.seen.click_on(window="ListInputBox", name="List1", text=channel.sample)
             self.seen.click_on(window="ListInputBox", name="cmdOK")
             self.seen.find(text=channel.sample, **self.cell(row, 5))
+        self.seen.picture("table")
         self.seen.click_on(window="ParametersTable", name="cmdClose")
         self.seen.find(window="MainForm", name="mnuFile")
         self.assertEqual(len({each.colour for each in self.channels}), 3)
@@ -285,6 +287,7 @@ class Desk(unittest.TestCase):
         self.seen.click_on(window="frmIncParamInSum", name="cmdClose")
         self.wait_for_status("Acquiring Data")
         self.wait_for_rows()
+        self.seen.picture("job")
         self.seen.click("MainForm/Stop")
         self.wait_for_status("Ready")
         self.seen.click("MainForm/Exit")
