@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTableView>
 #include <string>
+#include <vector>
 
 #include "settings/column_widths.h"
 

@@ -37,6 +37,7 @@ bool IsLetter(const QKeyEvent& key) {
 
 std::vector<std::string> KeysOf(const ParameterTable& table) {
   std::vector<std::string> keys;
+  keys.reserve(static_cast<std::size_t>(table.ColumnCount()));
   for (int column = 0; column < table.ColumnCount(); ++column)
     keys.emplace_back(HeadingOf(table.Column(column)).english);
   return keys;
