@@ -71,6 +71,16 @@ TEST_F(Calculator, ShowsItsTexts) {
   EXPECT_TRUE(Box().hasFocus());
 }
 
+TEST_F(Calculator, AddsNoEmptyFormula) {
+  Open();
+  const auto* add = FindControl<QPushButton>(*window_, "Equals");
+  EXPECT_FALSE(add->isEnabled());
+  Box().setText("2");
+  EXPECT_TRUE(add->isEnabled());
+  Box().setText("  ");
+  EXPECT_FALSE(add->isEnabled());
+}
+
 TEST_F(Calculator, ListsEveryParameterButBlank) {
   Add("{depth}*2", "Hook load");
   Open();
@@ -271,6 +281,7 @@ TEST_F(Calculator, KeepsTheTextOfAFormulaThatFailed) {
 
 TEST_F(Calculator, ReachesEveryKeyByTab) {
   Open();
+  Box().setText("2");  // an empty formula can't be added
   QStringList reached;
   for (int i = 0; i < 40; ++i) {
     reached.append(QApplication::focusWidget()->objectName());

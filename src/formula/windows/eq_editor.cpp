@@ -41,12 +41,18 @@ EqEditor::EqEditor(WindowHost& host, Session& session, const FormulaReport& repo
   connect(ui_->cmdClear, &QPushButton::clicked, this, &EqEditor::cmdClear_Click);
   connect(ui_->Equals, &QPushButton::clicked, this, &EqEditor::Equals_Click);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->Text1, &QLineEdit::textChanged, this, &EqEditor::AllowAdding);
+  AllowAdding();
   ui_->Text1->setFocus();
   TranslateForm(*this, host.Words());
   ui_->List1->setAccessibleName(ui_->List1->toolTip());
 }
 
 EqEditor::~EqEditor() = default;
+
+void EqEditor::AllowAdding() {
+  ui_->Equals->setEnabled(!ui_->Text1->text().trimmed().isEmpty());
+}
 
 void EqEditor::ConnectKeypad() {
   for (QPushButton* button : findChildren<QPushButton*>()) {

@@ -27,6 +27,8 @@ class EqEditor : public QDialog {
   ~EqEditor() override;
 
  private:
+  /// An empty formula is none.
+  void AllowAdding();
   void ConnectKeypad();
   void ConnectList();
   void FillList();
