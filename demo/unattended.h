@@ -30,7 +30,7 @@ class UnattendedDialogs : public Dialogs {
 /// The first parameters that are shown go into the summary report.
 class UnattendedQuestions : public JobQuestions {
  public:
-  FileChoice AppendOrCreate(const std::string&, bool, bool) override { return FileChoice::None; }
+  FileChoice AppendOrCreate(const ExistingLog&) override { return FileChoice::None; }
   void IncludeInSummary(SummaryInclusion& inclusion) override {
     for (auto& entry : inclusion.parameters) entry.included = entry.parameter <= 5;
   }

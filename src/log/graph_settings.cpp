@@ -24,6 +24,9 @@ double NumberOr(const FieldValue& field, double least, double most, double other
   return number >= least && number <= most ? number : otherwise;
 }
 
+/// Of a row that tells none; 0 is a channel on no graph.
+constexpr std::int16_t kNoGraphNumber = -1;
+
 /// One row. Columns go by name: a file of another program may have them in another order.
 Parameter ReadRow(Recordset& settings) {
   const auto field = [&](const char* name) {
@@ -40,7 +43,7 @@ Parameter ReadRow(Recordset& settings) {
   // A scale without length can't be drawn on; it counts as one that was never set.
   if (parameter.min == parameter.max) parameter.min = parameter.max = 0;
   parameter.format = TextOr(field("NumberFormat"));
-  parameter.FormIndex = static_cast<std::int16_t>(NumberOr(field("GraphNumber"), 1, kMaxParameters, 0));
+  parameter.FormIndex = static_cast<std::int16_t>(NumberOr(field("GraphNumber"), 0, kMaxParameters, kNoGraphNumber));
   parameter.color = static_cast<std::int32_t>(NumberOr(field("CurveColor"), 0, kLargestColor, 0));
   parameter.GraphVisible = true;
   return parameter;
@@ -48,15 +51,17 @@ Parameter ReadRow(Recordset& settings) {
 
 }  // namespace
 
-void FillEmptyFields(Parameter& parameter, int number, const Language& language) {
+void FillEmptyTexts(Parameter& parameter, int number, const Language& language) {
   if (parameter.name.empty()) {
     parameter.name = language.In(text::DefaultParameterName) + std::to_string(number);
     parameter.GraphVisible = true;
   }
   if (parameter.units.empty()) parameter.units = language.In(text::DefaultUnits);
-  if (parameter.min == 0 && parameter.max == 0) parameter.max = 100;
   if (parameter.format.empty()) parameter.format = "#0.000";
-  if (parameter.FormIndex == 0) parameter.FormIndex = static_cast<std::int16_t>(number);
+}
+
+void FillEmptyScale(Parameter& parameter) {
+  if (parameter.min == 0 && parameter.max == 0) parameter.max = 100;
 }
 
 void WriteGraphSettings(const std::shared_ptr<Connection>& connection, std::span<Parameter> channels, bool update,
@@ -66,14 +71,16 @@ void WriteGraphSettings(const std::shared_ptr<Connection>& connection, std::span
   int number = 0;
   for (Parameter& parameter : channels) {
     if (!update) settings.AddNew();
-    FillEmptyFields(parameter, ++number, language);
-    settings.SetField(0, parameter.name);
-    settings.SetField(1, parameter.units);
-    settings.SetField(2, parameter.min);
-    settings.SetField(3, parameter.max);
-    settings.SetField(4, parameter.format);
-    settings.SetField(5, std::int64_t{parameter.FormIndex});
-    settings.SetField(6, std::int64_t{parameter.color});
+    FillEmptyTexts(parameter, ++number, language);
+    Parameter row = parameter;
+    FillEmptyScale(row);
+    settings.SetField(0, row.name);
+    settings.SetField(1, row.units);
+    settings.SetField(2, row.min);
+    settings.SetField(3, row.max);
+    settings.SetField(4, row.format);
+    settings.SetField(5, std::int64_t{row.FormIndex});
+    settings.SetField(6, std::int64_t{row.color});
     settings.Update();
     if (update) settings.MoveNext();
   }
@@ -86,7 +93,11 @@ std::optional<std::vector<Parameter>> ReadGraphSettings(const std::shared_ptr<Co
   std::vector<Parameter> channels;
   for (settings.MoveFirst(); !settings.EndOfFile() && channels.size() < kMaxParameters; settings.MoveNext()) {
     channels.push_back(ReadRow(settings));
-    FillEmptyFields(channels.back(), static_cast<int>(channels.size()), language);
+    Parameter& channel = channels.back();
+    const auto number = static_cast<std::int16_t>(channels.size());
+    FillEmptyTexts(channel, number, language);
+    FillEmptyScale(channel);
+    if (channel.FormIndex == kNoGraphNumber) channel.FormIndex = number;
   }
   return channels;
 }

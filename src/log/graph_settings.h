@@ -11,12 +11,15 @@
 
 namespace velk {
 
-/// Gives the empty fields of channel `number` what the log needs: name, units, number format, a graph of its own, and 0
-/// to 100 for a scale that was never set (both ends 0). A channel that had no name becomes visible.
-void FillEmptyFields(Parameter& parameter, int number, const Language& language);
+/// Gives the empty texts of channel `number` what the log needs: name, units, number format. A channel that had no name
+/// becomes visible.
+void FillEmptyTexts(Parameter& parameter, int number, const Language& language);
+/// 0 to 100 for a scale that was never set (both ends 0).
+void FillEmptyScale(Parameter& parameter);
 
 /// Writes name, units, scale, format, graph and colour of each channel into GraphSettings, to new rows or, with
-/// `update`, over the present ones. Empty fields of the channels get their defaults.
+/// `update`, over the present ones. Empty texts of the channels get their defaults; a scale that was never set gets its
+/// own in the row only, and a channel on no graph (0) stays on none.
 void WriteGraphSettings(const std::shared_ptr<Connection>& connection, std::span<Parameter> channels, bool update,
                         const Language& language);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "log/channels.h"
 #include "log/field_names.h"
@@ -29,16 +30,24 @@ std::optional<Table> LogTable(const std::string& path) {
 
 bool JobFiles::IsCompatibleLog(const std::string& path) {
   const std::optional<Table> table = LogTable(path);
-  if (!table) return false;
+  whyNot_ = {};
+  if (!table) return IsNot(text::NoLogInFile);
   for (int i = 1; i <= session_.NumberOfParameters; ++i) {
+    const std::string name = session_.CurrentParameters[static_cast<std::size_t>(i)].name;
     if (HasNameOfEarlierChannel(i)) {
-      if (!AskForOtherName(i)) return false;
+      if (!AskForOtherName(i)) return IsNot(text::SameNameTwice + name);
       i = 0;
     } else if (!TakesChannel(*table, ChannelNames(session_), i)) {
-      return false;
+      return IsNot(text::NoColumnForChannel + name);
     }
   }
-  return HasRoomFor(*table, session_.NumberOfParameters);
+  return HasRoomFor(*table, session_.NumberOfParameters) ||
+         IsNot(text::NoRoomForChannels + std::to_string(session_.NumberOfParameters));
+}
+
+bool JobFiles::IsNot(OperatorText compatible) {
+  whyNot_ = std::move(compatible);
+  return false;
 }
 
 /// Channels that are nothing but "BLANK", or nothing once cleaned, are told apart by their numbers.
@@ -65,10 +74,11 @@ bool JobFiles::HasSameColumnOrder(const std::string& path) {
   return table && HasOrderOf(*table, ChannelNames(session_));
 }
 
-FileChoice JobFiles::AppendOrCreate(const std::string& path) {
+FileChoice JobFiles::AppendOrCreate(const std::string& path, const std::string& newName) {
   CheckNotRecordedElsewhere(path);
   const bool compatible = IsCompatibleLog(path);
-  const FileChoice choice = questions_.AppendOrCreate(path, compatible, compatible && HasSameColumnOrder(path));
+  const FileChoice choice =
+      questions_.AppendOrCreate({path, newName, compatible, compatible && HasSameColumnOrder(path), whyNot_});
   if (choice != FileChoice::Append || IsWhole(path)) return choice;
   const Answer answer = platform_.dialogs.Message(
       {text::DamagedLogBefore + path + text::DamagedLogAfter, "", Buttons::YesNo, BoxIcon::Exclamation});

@@ -23,10 +23,10 @@ class JobFiles {
   bool IsCompatibleLog(const std::string& path);
   /// Whether the columns of a file stand in the order of the present channels.
   bool HasSameColumnOrder(const std::string& path);
-  /// Asks what to do with a file that is there. Raises FileAlreadyOpen where another program records to it.
-  /// One that is appended to is read first, as far as the operator lets it: where it is damaged he is offered a new
-  /// one, and none is chosen where he takes neither.
-  FileChoice AppendOrCreate(const std::string& path);
+  /// Asks what to do with a file that is there; `newName` is that of a new one. Raises FileAlreadyOpen where another
+  /// program records to it. One that is appended to is read first, as far as the operator lets it: where it is damaged
+  /// he is offered a new one, and none is chosen where he takes neither.
+  FileChoice AppendOrCreate(const std::string& path, const std::string& newName);
   /// Removes what broken-off programs left of files with this name, and tells of what can't be removed.
   void ClearParts(const std::string& path);
   /// Asks what the report of a new file gets, for the session to note. Raises first where such a file can't be made.
@@ -36,12 +36,15 @@ class JobFiles {
   bool HasNameOfEarlierChannel(int channel) const;
   bool AskForOtherName(int channel);
   bool IsWhole(const std::string& path);
+  /// Notes why a file is not compatible; gives false.
+  bool IsNot(OperatorText compatible);
 
   Session& session_;
   const Platform& platform_;
   JobQuestions& questions_;
   GraphWindows& graphs_;
   ToldOnce told_;
+  OperatorText whyNot_;  ///< the file that was looked at last is not compatible
 };
 
 }  // namespace velk

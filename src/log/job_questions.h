@@ -3,12 +3,23 @@
 #include <string>
 #include <vector>
 
+#include "base/operator_text.h"
+
 namespace velk {
 
 enum class FileChoice {
   None,  ///< the question was closed without an answer
   Append,
   CreateNew,
+};
+
+/// A log that is there already.
+struct ExistingLog {
+  std::string oldName;
+  std::string newName;       ///< of the file that is made beside it where the operator wants a new one
+  bool compatible = true;    ///< it has a column for each channel, else it can't be appended to
+  bool sameOrder = true;     ///< they stand in the order of the channels
+  OperatorText whyNot = {};  ///< it is not compatible
 };
 
 /// What a row of the summary report holds.
@@ -29,9 +40,7 @@ class JobQuestions {
  public:
   virtual ~JobQuestions() = default;
 
-  /// The chosen file is there already. `compatible`: it has a column for each channel, else it can't be appended to;
-  /// `sameOrder`: they stand in the order of the channels.
-  virtual FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) = 0;
+  virtual FileChoice AppendOrCreate(const ExistingLog& log) = 0;
   /// Takes the present choice and changes it to the one made; leaves it where the dialog is closed without an answer.
   virtual void IncludeInSummary(SummaryInclusion& inclusion) = 0;
 };

@@ -25,8 +25,10 @@ std::vector<Parameter> NamedAfter(const std::vector<std::string>& columns, const
     parameter.name = column;
     parameter.GraphVisible = true;
     parameter.Gain = 1;
+    parameter.FormIndex = static_cast<std::int16_t>(channels.size() + 1);
+    FillEmptyTexts(parameter, parameter.FormIndex, language);
+    FillEmptyScale(parameter);
     channels.push_back(parameter);
-    FillEmptyFields(channels.back(), static_cast<int>(channels.size()), language);
   }
   return channels;
 }

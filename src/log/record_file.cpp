@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
+#include "base/dates.h"
 #include "base/numbers.h"
 #include "log/texts.h"
 #include "model/status.h"
 #include "model/texts.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
+#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -30,7 +32,7 @@ long long CountFrom(const std::string& text) {
 
 /// The name that is to be recorded to; empty where the operator chose none.
 std::string AskAppendOrCreate(const RecordFileNames& names, JobFiles& files) {
-  switch (files.AppendOrCreate(names.oldName)) {
+  switch (files.AppendOrCreate(names.oldName, names.newName)) {
     case FileChoice::Append:
       return names.oldName;
     case FileChoice::CreateNew:
@@ -79,14 +81,16 @@ bool mnuFileRecord_Click(Session& session, const Platform& platform, MainView& v
   bool chosen = false;
   const Report report{platform.dialogs, "mnuFileRecord_Click", text::RecordToError};
   RunProcedure(report, [&](auto run) {
+    // No ":" in it: files go to disks of other systems.
+    const std::string name = FormatDate(platform.clock.Now(), "yyyy-mm-dd hh-nn") + kExtension;
     const auto picked =
-        platform.dialogs.SaveFile({text::RecordDataTo, text::DataFilesFilter, session.DefaultDirectory});
+        platform.dialogs.SaveFile({text::RecordDataTo, text::DataFilesFilter, session.DefaultDirectory, name});
     if (!picked || picked->empty()) return;
     const RecordFileNames names = NamesFor(*picked, FileExists);
-    const std::string name = names.oldExists ? run([&] { return AskAppendOrCreate(names, files); }) : names.oldName;
-    if (name.empty()) return;
-    files.ClearParts(name);
-    TakeFile(session, view, name);
+    const std::string file = names.oldExists ? run([&] { return AskAppendOrCreate(names, files); }) : names.oldName;
+    if (file.empty()) return;
+    files.ClearParts(file);
+    TakeFile(session, view, file);
     chosen = true;
   });
   return chosen;

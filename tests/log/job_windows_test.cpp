@@ -51,7 +51,7 @@ void AnswerWith(QWidget& window, Qt::Key letter) {
 }
 
 TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
-  frmFileExist window(EnglishHost(), "/jobs/run#7.mdb", true, true);
+  frmFileExist window(EnglishHost(), ExistingLog{"/jobs/run#7.mdb", "/jobs/run#8.mdb"});
   Show(window, "frmFileExist");
   EXPECT_EQ(window.objectName(), "frmFileExist");
   EXPECT_EQ(window.windowTitle(), "Pre-Existing File !!");
@@ -61,20 +61,23 @@ TEST(FrmFileExist, AsksWhatToDoWithTheFile) {
   EXPECT_EQ(Find<QPushButton>(window, "cmdCreate")->text(), "&Create New File");
   EXPECT_TRUE(Find<QPushButton>(window, "cmdAppend")->isEnabled());
   EXPECT_FALSE(Find<QLabel>(window, "lblNote")->isVisible());
+  EXPECT_EQ(Find<QLabel>(window, "lblNewFile")->text(), "The new file will be /jobs/run#8.mdb");
 }
 
 TEST(FrmFileExist, DoesNotAppendToAFileThatIsNotCompatible) {
-  frmFileExist window(EnglishHost(), "/jobs/run.mdb", false, false);
+  frmFileExist window(EnglishHost(), ExistingLog{"/jobs/run.mdb", "/jobs/run#1.mdb", false, false,
+                                                 "It has no column for the channel Rate"});
   Show(window, "frmFileExist-not-compatible");
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->text(),
             "The file [/jobs/run.mdb] is not compatible with current velk data");
   EXPECT_FALSE(Find<QPushButton>(window, "cmdAppend")->isEnabled());
   EXPECT_TRUE(Find<QPushButton>(window, "cmdCreate")->isDefault());
-  EXPECT_FALSE(Find<QLabel>(window, "lblNote")->isVisible());
+  EXPECT_EQ(Find<QLabel>(window, "lblNote")->text(), "It has no column for the channel Rate");
+  EXPECT_TRUE(Find<QLabel>(window, "lblNote")->isVisible());
 }
 
 TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
-  frmFileExist window(EnglishHost(), "/jobs/run.mdb", true, false);
+  frmFileExist window(EnglishHost(), ExistingLog{"/jobs/run.mdb", "/jobs/run#1.mdb", true, false});
   Show(window, "frmFileExist-other-order");
   EXPECT_TRUE(Find<QLabel>(window, "lblNote")->isVisible());
   EXPECT_NE(Find<QLabel>(window, "lblNote")->text().indexOf("stand in another order"), -1);
@@ -83,17 +86,17 @@ TEST(FrmFileExist, WarnsWhereColumnsStandInAnotherOrder) {
 }
 
 TEST(FrmFileExist, GivesWhatWasPressed) {
-  frmFileExist appending(EnglishHost(), "run.mdb", true, true);
+  frmFileExist appending(EnglishHost(), ExistingLog{"run.mdb", "run#1.mdb"});
   Show(appending, "appending");
   AnswerWith(appending, Qt::Key_A);
   EXPECT_EQ(appending.Answer(), FileChoice::Append);
 
-  frmFileExist creating(EnglishHost(), "run.mdb", true, true);
+  frmFileExist creating(EnglishHost(), ExistingLog{"run.mdb", "run#1.mdb"});
   Show(creating, "creating");
   AnswerWith(creating, Qt::Key_C);
   EXPECT_EQ(creating.Answer(), FileChoice::CreateNew);
 
-  frmFileExist closing(EnglishHost(), "run.mdb", true, true);
+  frmFileExist closing(EnglishHost(), ExistingLog{"run.mdb", "run#1.mdb"});
   Show(closing, "closing");
   QTest::keyClick(&closing, Qt::Key_Escape);
   EXPECT_EQ(closing.Answer(), FileChoice::None);
@@ -101,7 +104,7 @@ TEST(FrmFileExist, GivesWhatWasPressed) {
 }
 
 TEST(FrmFileExist, ShowsAPathAsPlainText) {
-  frmFileExist window(EnglishHost(), "/jobs/<b>&x</b>.mdb", true, true);
+  frmFileExist window(EnglishHost(), ExistingLog{"/jobs/<b>&x</b>.mdb", ""});
   EXPECT_EQ(Find<QLabel>(window, "lblFile")->textFormat(), Qt::PlainText);
 }
 
@@ -191,7 +194,7 @@ TEST_F(JobQuestionsOnScreen, LetSamplesGoOnWhileTheyStand) {
   host.SetParent(&parent);
   const GateState shut(gate, GateState::Shut);
   WhenShown<frmFileExist>([](frmFileExist& window) { Find<QPushButton>(window, "cmdAppend")->click(); });
-  EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::Append);
+  EXPECT_EQ(questions.AppendOrCreate({"run.mdb", "run#1.mdb"}), FileChoice::Append);
   EXPECT_TRUE(gateStoodOpen);
   EXPECT_FALSE(gate.IsOpen());
 }
@@ -211,8 +214,8 @@ TEST_F(JobQuestionsOnScreen, GiveTheInclusion) {
 TEST_F(JobQuestionsOnScreen, AreLeftWithoutAnAnswerAtTheEndOfTheProgram) {
   host.SetParent(&parent);
   WhenShown<frmFileExist>([this](frmFileExist&) { dialogs.SetEnding(); });
-  EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);
-  EXPECT_EQ(questions.AppendOrCreate("run.mdb", true, true), FileChoice::None);
+  EXPECT_EQ(questions.AppendOrCreate({"run.mdb", "run#1.mdb"}), FileChoice::None);
+  EXPECT_EQ(questions.AppendOrCreate({"run.mdb", "run#1.mdb"}), FileChoice::None);
 }
 
 }  // namespace

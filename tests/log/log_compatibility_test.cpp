@@ -118,6 +118,20 @@ TEST_F(LogCompatibility, ANewNameIsComparedWithTheChannelsBeforeIt) {
   EXPECT_EQ(session.CurrentParameters[3].name, "C");
 }
 
+TEST_F(LogCompatibility, TheQuestionSaysWhyAFileIsNotCompatibleAndNamesTheNewOne) {
+  MakeLogOf({"A", "B"});
+  NameChannels({"A", "Rate"});
+  files.AppendOrCreate(path, folder.File("run#1.mdb"));
+  EXPECT_EQ(questions.asked.back().whyNot, "It has no column for the channel Rate");
+  EXPECT_EQ(questions.asked.back().newName, folder.File("run#1.mdb"));
+  NameChannels({"A", "B"});
+  files.AppendOrCreate(path, "");
+  EXPECT_EQ(questions.asked.back().whyNot, "");
+  MakeDatabase(folder.File("other.mdb"), "CREATE TABLE something (ID INTEGER)");
+  files.AppendOrCreate(folder.File("other.mdb"), "");
+  EXPECT_EQ(questions.asked.back().whyNot, "It holds no rows of data.");
+}
+
 TEST_F(LogCompatibility, AnEmptyReplyOrCancelRefusesTheFile) {
   MakeLogOf({"A", "B"});
   dialogs.ExpectInput("(A)", "");

@@ -75,6 +75,14 @@ TEST_F(ParametersOfALog, HaveDefaultsForWhatIsNullMissingOrStrange) {
   EXPECT_EQ(parameters.channels[1].color, 0);
 }
 
+TEST_F(ParametersOfALog, StayOnNoGraphWhereTheLogSaysSo) {
+  MakeWithSettings(
+      "CREATE TABLE GraphSettings (ParameterName, GraphNumber); INSERT INTO GraphSettings VALUES ('A', 0), ('B', 2)");
+  const LogParameters parameters = Read();
+  EXPECT_EQ(parameters.channels[0].FormIndex, 0);
+  EXPECT_EQ(parameters.channels[1].FormIndex, 2);
+}
+
 TEST_F(ParametersOfALog, HaveTheScaleOfOneThatWasNeverSetWhereItsEndsAreEqual) {
   MakeWithSettings(
       "CREATE TABLE GraphSettings (ParameterName, Minimum, Maximum); INSERT INTO GraphSettings VALUES ('A', 5, 5)");

@@ -194,10 +194,11 @@ TEST_F(GraphSettings, GiveEmptyFieldsTheirDefaults) {
   NameChannels({"", ""});
   session.CurrentParameters[2].name = "Rate";
   CreateLog(path);
-  EXPECT_EQ(Stored(), (Rows{"Parameter1|Units|0.0|100.0|#0.000|1|0", "Rate|Units|0.0|100.0|#0.000|2|0"}));
+  EXPECT_EQ(Stored(), (Rows{"Parameter1|Units|0.0|100.0|#0.000|0|0", "Rate|Units|0.0|100.0|#0.000|0|0"}));
   EXPECT_EQ(session.CurrentParameters[1].name, "Parameter1");
   EXPECT_TRUE(session.CurrentParameters[1].GraphVisible);
-  EXPECT_EQ(session.CurrentParameters[1].FormIndex, 1);
+  EXPECT_EQ(session.CurrentParameters[1].FormIndex, 0) << "a channel on no graph stays on none";
+  EXPECT_EQ(session.CurrentParameters[1].max, 0) << "the default of a scale is the row's";
   EXPECT_EQ(Columns(path, "logData"), (Rows{"ID", "Date", "Time", "BLANK1", "Rate"}));
 }
 
@@ -205,7 +206,7 @@ TEST_F(GraphSettings, KeepAScaleThatEndsAtZero) {
   NameChannels({"Vacuum"});
   session.CurrentParameters[1].min = -100;
   CreateLog(path);
-  EXPECT_EQ(Stored(), (Rows{"Vacuum|Units|-100.0|0.0|#0.000|1|0"}));
+  EXPECT_EQ(Stored(), (Rows{"Vacuum|Units|-100.0|0.0|#0.000|0|0"}));
 }
 
 TEST_F(GraphSettings, AreWrittenOverOnUpdate) {
@@ -215,7 +216,7 @@ TEST_F(GraphSettings, AreWrittenOverOnUpdate) {
   session.CurrentParameters[2].max = 9;
   clock.Advance(61'000);
   log.WriteGraphSettings(true);
-  EXPECT_EQ(Stored(), (Rows{"Pressure|psi|0.0|100.0|#0.000|1|0", "Rate|Units|0.0|9.0|#0.000|2|0"}));
+  EXPECT_EQ(Stored(), (Rows{"Pressure|psi|0.0|100.0|#0.000|0|0", "Rate|Units|0.0|9.0|#0.000|0|0"}));
   EXPECT_EQ(settings.Get("CurrentVelk", "DBase", "LastUpdated", ""), "14-Mar-2026 09:31:01");
   log.WriteGraphSettings(false);
   EXPECT_EQ(Stored().size(), 4u);

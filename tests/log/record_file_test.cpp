@@ -91,6 +91,7 @@ TEST_F(RecordFile, IsAskedForInTheFolderOfTheLastOne) {
   ASSERT_EQ(dialogs.filesAsked.size(), 1u);
   EXPECT_EQ(dialogs.filesAsked[0].filter, "Data files (*.mdb)|*.mdb");
   EXPECT_EQ(dialogs.filesAsked[0].directory, "/before");
+  EXPECT_EQ(dialogs.filesAsked[0].name, "2026-03-14 09-30.mdb") << "the date and the time of the clock";
   ExpectNothingChosen();
 }
 

@@ -11,7 +11,8 @@ std::shared_ptr<QWidget> OpenFileExist(const std::string& language, bool compati
   const Job job = MakeJob(language);
   const std::string file =
       job->session.DefaultDirectory + job->Pick("/Well 1042 fracturing.mdb", "/Скважина 1042 гидроразрыв пласта.mdb");
-  return Hosted<frmFileExist>(job, file, compatible, sameOrder);
+  return Hosted<frmFileExist>(job, ExistingLog{file, "/jobs/well 7/new.mdb", compatible, sameOrder,
+                                               compatible ? OperatorText() : "It has no column for the channel Rate"});
 }
 
 std::shared_ptr<QWidget> OpenSummaryQuestion(const std::string& language, int channels) {
@@ -45,9 +46,9 @@ const WindowsOf kLog([] {
     return [=](const std::string& language) { return OpenReport(language, lines); };
   };
   return std::vector<ListedWindow>{
-      {"frmFileExist", "", topic::Recording, {"lblFile", "lblNote"}, file(true, true)},
-      {"frmFileExist", "other-order", topic::Recording, {"lblFile", "lblNote"}, file(true, false)},
-      {"frmFileExist", "not-compatible", topic::Recording, {"lblFile", "lblNote"}, file(false, false)},
+      {"frmFileExist", "", topic::Recording, {"lblFile", "lblNote", "lblNewFile"}, file(true, true)},
+      {"frmFileExist", "other-order", topic::Recording, {"lblFile", "lblNote", "lblNewFile"}, file(true, false)},
+      {"frmFileExist", "not-compatible", topic::Recording, {"lblFile", "lblNote", "lblNewFile"}, file(false, false)},
       {"frmIncParamInSum", "", topic::Recording, {"chk_*"}, summary(18)},
       {"frmIncParamInSum", "one", topic::Recording, {"chk_*"}, summary(1)},
       {"frmIncParamInSum", "64", topic::Recording, {"chk_*"}, summary(64)},

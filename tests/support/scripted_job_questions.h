@@ -15,10 +15,12 @@ class ScriptedJobQuestions : public JobQuestions {
     std::string oldName;
     bool compatible;
     bool sameOrder;
+    std::string newName;
+    std::string whyNot;
   };
 
-  FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override {
-    asked.push_back({oldName, compatible, sameOrder});
+  FileChoice AppendOrCreate(const ExistingLog& log) override {
+    asked.push_back({log.oldName, log.compatible, log.sameOrder, log.newName, log.whyNot.English()});
     return choice;
   }
 

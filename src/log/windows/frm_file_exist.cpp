@@ -14,17 +14,23 @@
 
 namespace velk {
 
-frmFileExist::frmFileExist(WindowHost& host, const std::string& oldName, bool compatible, bool sameOrder)
+frmFileExist::frmFileExist(WindowHost& host, const ExistingLog& log)
     : QDialog(host.Parent()), ui_(std::make_unique<Ui::frmFileExist>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Recording);
   const auto around = [&](const MessageText& before, const MessageText& after) {
-    return ToQt(host.Words().Translator.In(before + oldName + after));
+    return ToQt(host.Words().Translator.In(before + log.oldName + after));
   };
-  ui_->lblFile->setText(compatible ? QString::fromStdString(oldName)
+  const bool compatible = log.compatible;
+  const bool sameOrder = log.sameOrder;
+  ui_->lblFile->setText(compatible ? QString::fromStdString(log.oldName)
                                    : around(text::NotCompatibleBefore, text::NotCompatibleAfter));
-  ui_->lblNote->setVisible(compatible && !sameOrder);
-  ui_->lblNote->setText(around(text::OrderDiffersBefore, text::OrderDiffersAfter));
+  const QString note = compatible ? around(text::OrderDiffersBefore, text::OrderDiffersAfter)
+                                  : ToQt(host.Words().Translator.In(log.whyNot));
+  ui_->lblNote->setVisible(!sameOrder && !note.isEmpty());
+  ui_->lblNote->setText(note);
+  ui_->lblNewFile->setText(ToQt(host.Words().Translator.In(text::NewFileWillBe + log.newName)));
+  ui_->lblNewFile->setVisible(!log.newName.empty());
   ui_->cmdAppend->setEnabled(compatible);
   // Enter must not write values into the wrong columns, nor press a button that is off.
   QPushButton* first = compatible && sameOrder ? ui_->cmdAppend : ui_->cmdCreate;

@@ -18,7 +18,7 @@ class frmFileExist : public QDialog {
   Q_OBJECT
 
  public:
-  frmFileExist(WindowHost& host, const std::string& oldName, bool compatible, bool sameOrder);
+  frmFileExist(WindowHost& host, const ExistingLog& log);
   ~frmFileExist() override;
 
   FileChoice Answer() const { return choice_; }

@@ -5,8 +5,8 @@
 
 namespace velk {
 
-FileChoice JobQuestionsQt::AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) {
-  return host_.Ask<frmFileExist>(oldName, compatible, sameOrder).value_or(FileChoice::None);
+FileChoice JobQuestionsQt::AppendOrCreate(const ExistingLog& log) {
+  return host_.Ask<frmFileExist>(log).value_or(FileChoice::None);
 }
 
 void JobQuestionsQt::IncludeInSummary(SummaryInclusion& inclusion) {

@@ -10,7 +10,7 @@ class JobQuestionsQt : public JobQuestions {
  public:
   explicit JobQuestionsQt(WindowHost& host) : host_(host) {}
 
-  FileChoice AppendOrCreate(const std::string& oldName, bool compatible, bool sameOrder) override;
+  FileChoice AppendOrCreate(const ExistingLog& log) override;
   void IncludeInSummary(SummaryInclusion& inclusion) override;
 
  private:

@@ -60,7 +60,7 @@ std::optional<std::string> Dialogs::SaveFile(const FileQuestion& question) {
 }
 
 ShownFileQuestion Dialogs::Shown(const FileQuestion& question) const {
-  return {InLanguage(question.title), InLanguage(question.filter), question.directory};
+  return {InLanguage(question.title), InLanguage(question.filter), question.directory, question.name};
 }
 
 std::optional<std::string> Dialogs::Choose(const ListQuestion& question) {

@@ -34,6 +34,7 @@ struct FileQuestion {
   OperatorText title;
   OperatorText filter;    ///< "Data files (*.mdb)|*.mdb"
   std::string directory;  ///< where the dialog starts; the home folder where there is no such one
+  std::string name = {};  ///< of the file that is offered
 };
 
 /// A choice from a list.
@@ -70,6 +71,7 @@ struct ShownFileQuestion {
   std::string title;
   std::string filter;
   std::string directory;
+  std::string name = {};
 };
 
 /// A choice from a list in the operator's language.

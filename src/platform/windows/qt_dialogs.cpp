@@ -251,6 +251,7 @@ std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& file
   // The folder of the last time may have been on a medium that is gone; the program's own is no place for files.
   const QString directory = QString::fromStdString(question.directory);
   files->setDirectory(QFileInfo(directory).isDir() ? directory : QDir::homePath());
+  if (!question.name.empty()) files->selectFile(QString::fromStdString(question.name));
   files->setLabelText(QFileDialog::Accept, TextOf(text::ButtonOk));
   files->setLabelText(QFileDialog::Reject, TextOf(text::ButtonCancel));
   std::optional<std::string> path;
