@@ -96,6 +96,7 @@ void Acquisition::Connect(const Statements& run) {
   link_.ClosePlainPort();
   link_.ForgetDevice();
   session_.CurrentFile.clear();
+  view_.SetPanel(2, text::CurrentFile);
   graphs_.UnloadAll();
   ClearAlarms(session_, view_);
   LeaveFile(session_);
@@ -136,6 +137,7 @@ void Acquisition::ShowReadyToAcquire() {
   view_.SetButtonVisible("Pause", true);
   view_.SetButtonVisible("Stop", true);
   ChangeCurrentStatus(session_, view_, text::StatusReadyToAcquire);
+  if (onJob) onJob(true);
 }
 
 // --- Start, Pause, Resume ---
@@ -218,6 +220,7 @@ void Acquisition::StopJob(const Statements& run) {
   CaptionStartButton(view_, text::Start, image::PauseStopped);
   ChangeCurrentStatus(session_, view_, text::StatusReady);
   ClearAlarms(session_, view_);
+  if (onJob) onJob(false);
   graphs_.UnloadAll();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "core/playback/playback.h"
 #include "core/recorder.h"
 #include "core/sample_road.h"
@@ -26,6 +28,9 @@ class Acquisition {
   void PauseAfterTimeOut();
   /// The toolbar's recording button.
   void RecordToDB_Click();
+
+  /// A job stands from the end of Connect to Stop.
+  std::function<void(bool stands)> onJob;
 
   /// Connect is on the stack, perhaps waiting for the unit: nothing but Stop works.
   bool IsConnecting() const { return connecting_; }

@@ -26,7 +26,9 @@ void SamplePlotter::Draw(const Statements& run, const Plotting& plotting) {
 void SamplePlotter::ComputeOne(const Statements& run, int parameter) {
   const int index = parameter - session_.NumberOfParameters;
   if (index > session_.NumberOfFormulae || session_.Formula[index] == kLinkedParameter) return;
+  session_.Data.channel = parameter;
   run([&] { session_.CurrentValue[parameter] = ValueOf(session_, index); });
+  session_.Data.channel = 0;
 }
 
 void SamplePlotter::DrawParameter(int parameter, const Plotting& plotting) {

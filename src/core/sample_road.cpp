@@ -6,6 +6,7 @@
 #include "base/scope.h"
 #include "core/texts.h"
 #include "instruments/reading/decimal_fields.h"
+#include "instruments/reading/heard_lines.h"
 #include "instruments/reading/time_check.h"
 #include "instruments/table/protocols.h"
 #include "log/channels.h"
@@ -34,12 +35,6 @@ MessageText ReasonOf(LineFault fault) {
       return text::DateNotRead;
   }
   return {};
-}
-
-/// "4 values where 18 are expected"
-OperatorText CountFault(int sent, int expected) {
-  return std::to_string(sent) + (sent == 1 ? text::OneValueWhere : text::ValuesWhere) + std::to_string(expected) +
-         (expected == 1 ? text::IsExpected : text::AreExpected);
 }
 
 }  // namespace
@@ -79,6 +74,7 @@ SampleRoad::SampleRoad(Session& session, const Platform& platform, MainView& vie
       platform_(platform),
       view_(view),
       log_(log),
+      errors_(session, platform.clock),
       lineReport_(ReportOf("ProcessLine")),
       plotter_(session, view),
       decoders_(session, platform) {
@@ -92,8 +88,8 @@ void SampleRoad::ProcessLine(const std::string& line) {
   });
 }
 
-Report SampleRoad::ReportOf(const char* procedure) const {
-  return {platform_.dialogs, procedure, text::AcquiringDataError};
+Report SampleRoad::ReportOf(const char* procedure) {
+  return {platform_.dialogs, procedure, text::AcquiringDataError, &errors_};
 }
 
 void SampleRoad::Sample(const Report& report, const std::function<Values(const Statements& run)>& take) {
@@ -105,7 +101,9 @@ void SampleRoad::Sample(const Report& report, const std::function<Values(const S
   if (!PassesGuard()) return;
   ++depth_;
   const OnLeaving done([this] { Leave(); });
+  errors_.BeginSample();
   RunProcedure(report, [&](const Statements& run) { RunSample(run, take); });
+  errors_.EndSample();
 }
 
 bool SampleRoad::PassesGuard() {
@@ -123,6 +121,7 @@ void SampleRoad::Leave() {
 
 void SampleRoad::RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take) {
   session_.SampleTime = platform_.clock.Now();
+  session_.Data.channel = 0;
   const Values values = take(run);
   if (values == Values::Left) return;
   NoteLine(values);
@@ -194,14 +193,17 @@ void SampleRoad::CountRejected(LineFault fault, std::string_view line) {
   const bool wrongCount = dependsOnCount && sent > 0 && sent != expected;
   if (ShowsLengthOnly(fault, wrongCount)) ++data.firstLines;
   ++data.rejected;
-  data.lastReason = wrongCount ? CountFault(sent, expected) : ReasonOf(fault);
+  data.lastReason = wrongCount ? ValueCountFault(sent, expected) : ReasonOf(fault);
 }
 
 bool SampleRoad::IsSignificant(const Statements& run) {
   bool moved = false;
   for (int i = 1; i <= session_.NumberOfParameters; ++i)
-    if (session_.CurrentParameters[i].GraphVisible)
+    if (session_.CurrentParameters[i].GraphVisible) {
+      session_.Data.channel = i;
       if (run([&] { return HasMoved(session_, i); })) moved = true;
+    }
+  session_.Data.channel = 0;
   return moved || IsDue(session_);
 }
 

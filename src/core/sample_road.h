@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/sample_errors.h"
 #include "core/sample_log.h"
 #include "core/sample_plotter.h"
 #include "core/sample_values.h"
@@ -47,7 +48,7 @@ class SampleRoad {
   void CountRejected(LineFault fault, std::string_view line = {});
 
   /// Names a procedure in the box of a sample's error. Made once, not for each sample: its texts cost memory.
-  Report ReportOf(const char* procedure) const;
+  Report ReportOf(const char* procedure);
 
   /// The decoders of this session, with what they keep from line to line.
   Decoders& LineDecoders() { return decoders_; }
@@ -72,6 +73,7 @@ class SampleRoad {
   Platform platform_;
   MainView& view_;
   SampleLog& log_;
+  SampleErrors errors_;
   const Report lineReport_;
   SamplePlotter plotter_;
   Decoders decoders_;

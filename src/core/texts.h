@@ -71,9 +71,5 @@ inline constexpr MessageText FieldNotDecimal{2025, "a value is no decimal number
 inline constexpr MessageText ValueBeyondRange{2026, "a value is beyond the 32-bit range"};
 inline constexpr MessageText FieldMissing{2027, "the line ends ahead of its last value"};
 inline constexpr MessageText DateNotRead{2028, "the line does not begin with a date"};
-inline constexpr MessageText ValuesWhere{2567, " values where "};
-inline constexpr MessageText OneValueWhere{2568, " value where "};
-inline constexpr MessageText AreExpected{2569, " are expected"};
-inline constexpr MessageText IsExpected{2570, " is expected"};
 
 }  // namespace velk::text

@@ -49,6 +49,34 @@ inline constexpr MessageText PortParity{2408, "parity "};
 inline constexpr MessageText PortStopBits{2409, "stop bits "};
 inline constexpr MessageText PortModemLines{2420, "modem lines, which the hardware handshake needs"};
 
+// How many values a line has; the numbers stand in front
+inline constexpr MessageText ValuesWhere{2567, " values where "};
+inline constexpr MessageText OneValueWhere{2568, " value where "};
+inline constexpr MessageText AreExpected{2569, " are expected"};
+inline constexpr MessageText IsExpected{2570, " is expected"};
+inline constexpr MessageText ValuesOfLine{2609, " values"};
+inline constexpr MessageText OneValueOfLine{2610, " value"};
+
+// What stands behind a port in the list of ports
+inline constexpr MessageText DeviceInUse{2611, "in use by another program"};
+inline constexpr MessageText DeviceNoPermission{2612, "no permission: join the group ["};
+inline constexpr MessageText DeviceNoPermissionAfter{2613, "] and log in again"};
+inline constexpr MessageText DeviceOfPort{2614, "Device of Com Port "};
+inline constexpr MessageText ChooseDevice{2615, "Choose a device or enter its path"};
+inline constexpr MessageText DeviceOfList{2616, "As the list of ports has it: "};
+
+// Beneath a protocol that the list can't serve with
+inline constexpr MessageText LoadFormattedTemplate{
+    2617,
+    "Lines of this protocol deliver no values. Load the template \"Formatted lines (blank, CR)\" or \"Formatted lines "
+    "(comma, CR LF)\" by Edit Settings."};
+inline constexpr MessageText LoadAnyLinesTemplate{
+    2618, "This protocol can't be chosen here. Load the template \"Any serial lines\" by Edit Settings."};
+
+// Lines as they arrive
+inline constexpr MessageText ListensYet{2619, "Listening. Nothing has come yet."};
+inline constexpr MessageText HearsNoLineEnd{2620, "Bytes have come, but no end of a line."};
+
 // The plug; the device stands behind
 inline constexpr MessageText ConnectedTo{2571, "Connected: "};
 inline constexpr MessageText NoDataFrom{2572, "Connected, but no data come: "};

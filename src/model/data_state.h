@@ -18,6 +18,7 @@ struct DataState {
   OperatorText lastReason;      ///< why the last of them was rejected
   double heldSince = 0;         ///< time in days from which on the last values stand for rejected lines; 0: they do not
   double pausedSince = 0;       ///< time in days; 0: the job is not paused
+  int channel = 0;              ///< that a sample works on; 0: none by itself
   OperatorText failure;         ///< what goes wrong with each sample while no box tells of it
 
   // --- Recording ---

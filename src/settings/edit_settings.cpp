@@ -26,7 +26,6 @@ bool NamesOwnUnit(const Session& session) {
 
 bool IsSureToLoad(const EditSettings& edit) {
   return edit.platform.dialogs.Message({.text = LoadTemplateQuestion(edit.session),
-                                        .title = text::LoadTemplateTitle,
                                         .buttons = Buttons::YesNo,
                                         .icon = BoxIcon::Question,
                                         .safeDefault = true}) == Answer::Yes;

@@ -1,18 +1,23 @@
 #include "shell/application.h"
 
 #include <QCoreApplication>
+#include <QMdiArea>
 
 #include "base/text_qt.h"
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
 #include "instruments/link/link_lease.h"
+#include "instruments/link/port_listener.h"
 #include "instruments/table/protocols.h"
 #include "instruments/windows/calibrate_command.h"
 #include "instruments/windows/serial_port_command.h"
 #include "log/windows/summary_report_command.h"
 #include "platform/dialogs/procedure.h"
+#include "platform/ports/port_devices.h"
 #include "settings/settings_io.h"
 #include "settings/windows/edit_table_command.h"
+#include "shell/first_steps.h"
+#include "shell/simulated_unit.h"
 #include "shell/texts.h"
 
 namespace velk {
@@ -56,13 +61,15 @@ Application::Application(const Services& services)
       formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
-          ProgramFolder(services)) {
+          ProgramFolder(services)),
+      programFolder_(ProgramFolder(services)) {
   windows_.SetParent(&form_);
   BindCommands();
 }
 
 Application::~Application() {
   windows_.CloseAll();
+  acquisition_.onJob = nullptr;
   form_.onQueryUnload = nullptr;
   form_.onSpeedChange = nullptr;
   form_.onPlaced = nullptr;
@@ -91,13 +98,21 @@ void Application::BindCommands() {
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
   shutDown_.Bind(commands);
+  form_.Guide().portIsThere = [this] { return PortIsThere(PortDevice(platform_.settings, session_.PortNumber)); };
+  form_.Guide().onSimulatedUnit = [this] {
+    if (!StartWithSimulatedUnit(programFolder_))
+      platform_.dialogs.Message({text::NoSimulatedUnit, "", Buttons::Ok, BoxIcon::Exclamation});
+  };
+  acquisition_.onJob = [this](bool stands) { dataPanel_.Watch(stands); };
+  frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
 }
 
 /// No box of a page that is fetched comes over the dialog in which its address is being mended. The line driver stays
 /// as it is: some units restart where their port is opened, and Cancel leaves all as it was.
 void Application::EditSerialPort() {
   TimersAtRest timers(timers_);
-  mnuEditSerialPort_Click(windows_, session_, platform_, [&] {
+  PortListener listener(link_, timers_);
+  mnuEditSerialPort_Click(windows_, session_, platform_, &listener, [&] {
     timers.StayStill();
     linkSetUp_.SetUpAgain();
     if (WaitsForNewStart(session_)) OfferNewStart();
@@ -108,6 +123,13 @@ void Application::EditSerialPort() {
 void Application::EditTable() {
   const LinkLease lease(link_, timers_);
   mnuEditTable_Click(windows_, session_, platform_, graphs_);
+}
+
+/// In the middle of the area; its page begins where those of the others do.
+void Application::ReopenGraph(int graph) {
+  const QRect room = form_.GraphArea().viewport()->rect();
+  const QRect place = room.adjusted(room.width() / 6, room.height() / 6, -room.width() / 6, -room.height() / 6);
+  graphs_.Open(graph, place, session_.AcquireStarted ? session_.Times.GraphPageTime : 0);
 }
 
 void Application::KeepSettings() {

@@ -65,6 +65,7 @@ class Application {
   void EditTable();
   /// A change is on the disk at once: a power cut before the exit would take it.
   void KeepSettings();
+  void ReopenGraph(int graph);
   void OfferNewStart();
   /// Whatever shows a setting shows it anew.
   void SettingsHaveChanged();
@@ -97,6 +98,7 @@ class Application {
   EditSettingsCommands editSettings_;
   FormulaCommands formulas_;
   StartUp startUp_;
+  const std::string programFolder_;
   bool startsAnew_ = false;
 };
 

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/text_qt.h"
+#include "shell/texts.h"
+
 namespace velk {
 
 namespace {
@@ -19,8 +22,8 @@ QAction* ActionOf(const ActionsByName& actions, const char* name) {
 }  // namespace
 
 Commands::Commands(const ActionsByName& items, const ActionsByName& buttons, const Session& session,
-                   std::span<const CommandRow> table)
-    : session_(session), table_(table) {
+                   const Language& language, std::span<const CommandRow> table)
+    : session_(session), language_(language), table_(table) {
   for (const CommandRow& row : table_)
     commands_.push_back({&row, ActionOf(items, row.item), ActionOf(buttons, row.key), row.onAtStart});
   CheckItems(items);
@@ -70,6 +73,7 @@ bool Commands::HasWork(std::string_view name) const {
 
 void Commands::ShowStatus(const MessageText& status) {
   for (const auto& [name, allowed] : ForcedStates(table_, status, session_)) AllowItem(name, allowed);
+  for (const Command& command : commands_) Update(command);  // why an item is off names the status
 }
 
 void Commands::AllowItem(std::string_view item, bool allowed) {
@@ -106,8 +110,17 @@ void Commands::Run(const Command& command) const {
 void Commands::Update(const Command& command) const {
   const bool hasWork = command.work != nullptr;
   const bool on = hasWork && command.allowed && command.conditionHolds;
-  if (command.item) command.item->setEnabled(on);
+  if (command.item) {
+    command.item->setEnabled(on);
+    command.item->setStatusTip(ToQt(language_.In(WhyOff(command))));
+  }
   if (command.button) command.button->setEnabled(command.row->keyFollows ? on : hasWork && command.buttonAllowed);
+}
+
+OperatorText Commands::WhyOff(const Command& command) const {
+  if (!command.work) return text::NotInThisVersion;
+  if (!command.allowed) return text::NotInThisStatus + session_.CurrentStatus;
+  return command.conditionHolds ? OperatorText() : text::NothingForThis;
 }
 
 Commands::Command* Commands::Find(std::string_view name) {

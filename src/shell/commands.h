@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/language.h"
 #include "model/command_binder.h"
 #include "shell/command_table.h"
 
@@ -19,7 +20,7 @@ class Commands : public CommandBinder {
  public:
   /// `items` are the menu items with the menus themselves, `buttons` those of the toolbar by their keys. Raises
   /// std::logic_error for a row that names an item or a button which isn't there, and for an item without a row.
-  Commands(const ActionsByName& items, const ActionsByName& buttons, const Session& session,
+  Commands(const ActionsByName& items, const ActionsByName& buttons, const Session& session, const Language& language,
            std::span<const CommandRow> table = CommandTable());
 
   void Bind(std::string_view name, std::function<void()> work) override;
@@ -53,7 +54,10 @@ class Commands : public CommandBinder {
   void Update(const Command& command) const;
   Command* Find(std::string_view name);
 
+  OperatorText WhyOff(const Command& command) const;
+
   const Session& session_;
+  const Language& language_;
   const std::span<const CommandRow> table_;
   std::vector<Command> commands_;  ///< in the order of the table; never grows after construction
 };

@@ -10,7 +10,7 @@ Frame::Frame(MainForm& form, Session& session, Platform& platform, WindowHost& w
     : form_(form),
       logo_(new CompanyLogo(session, platform, &form)),
       viewToggles_(form, session, *logo_),
-      windowList_(form),
+      windowList_(form, session),
       toolbarMenus_(form),
       help_(windows) {
   form_.addToolBar(logo_);

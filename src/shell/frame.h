@@ -21,6 +21,8 @@ class Frame {
   void LoadCompanyLogo();
   ViewToggles& Toggles() { return viewToggles_; }
 
+  WindowList& Windows() { return windowList_; }
+
  private:
   MainForm& form_;
   CompanyLogo* logo_;

@@ -13,6 +13,7 @@
 
 #include "base/text_qt.h"
 #include "model/texts.h"
+#include "shell/first_steps.h"
 #include "shell/icons.h"
 #include "shell/main_place.h"
 #include "shell/path_label.h"
@@ -53,13 +54,23 @@ struct ToolbarButton {
 };
 
 // Never by colour alone.
-const std::string kWarningMark = "\u26a0 ";
-const std::string kRecordingMark = "\u25cf ";
+constexpr const char* kWarningMark = "\u26a0 ";
+constexpr const char* kRecordingMark = "\u25cf ";
 
 QLabel* MakePanel(int panel, QWidget* parent) {
   if (panel == kFilePanel) return new PathLabel(parent);
   if (panel == kDataPanel) return new PathLabel(parent, Qt::ElideRight);
   return new QLabel(parent);
+}
+
+/// A word that is a tool tip and a caption has no letter of its own to be chosen by; in a menu it gets one.
+OperatorText WithLetter(const OperatorText& caption) {
+  constexpr std::pair<MessageText, MessageText> kLetters[] = {
+      {text::Start, text::MenuStart}, {text::Pause, text::MenuPause}, {text::Resume, text::MenuResume}};
+  const std::string english = caption.English();
+  for (const auto& [word, withLetter] : kLetters)
+    if (english == word.english) return withLetter;
+  return caption;
 }
 
 constexpr std::string_view kSpeedBar = "ScrollBar";
@@ -114,9 +125,11 @@ MainForm::MainForm(const Language& language, const Session& session)
     if (IsMenuItem(*action)) menuItems_[FromQt(action->objectName())] = action;
   for (QMenu* menu : findChildren<QMenu*>())
     if (IsMenuItem(*menu)) menuItems_[FromQt(menu->objectName())] = menu->menuAction();
+  connect(this, &QWidget::windowTitleChanged, this, &MainForm::KeepCaption);
   BuildToolbar();
   BuildStatusBar();
-  commands_ = std::make_unique<Commands>(menuItems_, buttons_, session);
+  commands_ = std::make_unique<Commands>(menuItems_, buttons_, session, language_);
+  firstSteps_ = new FirstSteps(*this, session);
   panelRefresh_.setSingleShot(true);
   panelRefresh_.setInterval(kRefreshMs);
   connect(&panelRefresh_, &QTimer::timeout, this, &MainForm::ShowPending);
@@ -139,6 +152,8 @@ void MainForm::BuildToolbar() {
     buttons_[button.key] = action;
     images_[button.key] = button.image;
   }
+  for (const char* plug : {"connect", "disconnect"})
+    ui_->Toolbar1->widgetForAction(buttons_[plug])->setObjectName(QString::fromLatin1(plug));
   buttons_["ScrollBar"]->setVisible(false);
   QAction* indicator = buttons_["Command1"];
   indicator->setText(indicator->toolTip());
@@ -165,7 +180,11 @@ void MainForm::BuildStatusBar() {
     panels_[panel]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     panels_[panel]->setTextFormat(Qt::PlainText);
     panels_[panel]->setVisible(!ComesAndGoes(panel));
-    ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
+    // Status tips cover the others for a moment; what a job tells stays in view.
+    if (panel >= kDataPanel)
+      ui_->StatusBar1->addPermanentWidget(panels_[panel], kStretch[panel]);
+    else
+      ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
   }
   panels_[kRecordingPanel]->setStyleSheet(
       QStringLiteral("QLabel { color: white; background: #c8102e; font-weight: bold; padding: 0 6px; }"));
@@ -250,7 +269,7 @@ void MainForm::SetMenuEnabled(std::string_view item, bool enabled) {
 }
 
 void MainForm::SetMenuCaption(std::string_view item, const OperatorText& caption) {
-  Known(MenuItem(item), item).setText(ToQt(language_.In(caption)));
+  Known(MenuItem(item), item).setText(ToQt(language_.In(WithLetter(caption))));
 }
 
 void MainForm::SetButtonImage(std::string_view key, int image) {
@@ -282,7 +301,13 @@ void MainForm::ShowSpeed(int speed) {
 }
 
 void MainForm::ResetCaption() {
-  setWindowTitle(ToQt(language_.In(text::BaseTitle + " " VELK_VERSION)));
+  caption_ = ToQt(language_.In(text::BaseTitle + " " VELK_VERSION));
+  setWindowTitle(caption_);
+}
+
+/// The toolkit adds the title of a graph that fills the area.
+void MainForm::KeepCaption(const QString& title) {
+  if (!caption_.isEmpty() && title != caption_) setWindowTitle(caption_);
 }
 
 void MainForm::SetHourglass(bool on) {

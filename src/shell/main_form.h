@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/language.h"
+#include "base/text_qt.h"
 #include "model/main_view.h"
 #include "shell/commands.h"
 
@@ -21,6 +22,7 @@ class MainForm;
 
 namespace velk {
 
+class FirstSteps;
 class SpeedBar;
 
 /// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told; what
@@ -40,7 +42,10 @@ class MainForm : public QMainWindow, public MainView {
   QAction* Button(std::string_view key) const;
   QToolBar& Toolbar();
   Commands& Table() { return *commands_; }
+  FirstSteps& Guide() { return *firstSteps_; }
   QString Panel(int panel) const;
+  /// A text in the window's language.
+  QString Shown(const OperatorText& text) const { return ToQt(language_.In(text)); }
 
   /// Asked when the frame is about to close; false keeps it.
   std::function<bool()> onQueryUnload;
@@ -79,6 +84,7 @@ class MainForm : public QMainWindow, public MainView {
   void TellPlace();
   void BuildToolbar();
   void ColourDataPanel();
+  void KeepCaption(const QString& title);
   QAction* AddSpeedBar(const char* toolTip);
   void BuildStatusBar();
   void CaptionStart(const MessageText& caption);
@@ -92,11 +98,13 @@ class MainForm : public QMainWindow, public MainView {
   std::unique_ptr<Commands> commands_;
   std::map<std::string, int, std::less<>> images_;
   SpeedBar* speedBar_ = nullptr;
+  FirstSteps* firstSteps_ = nullptr;
   QLabel* panels_[9] = {};
   std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
   QTimer panelRefresh_;
   bool hourglass_ = false;
   bool dataWarns_ = false;
+  QString caption_;
 };
 
 }  // namespace velk

@@ -12,6 +12,16 @@ inline constexpr MessageText IsRecordingTo{2580, "A job is recorded to "};
 inline constexpr MessageText RowsSoFar{2581, "Rows so far: "};
 inline constexpr MessageText RecordingEnds{2582, ". The recording ends with VELK; the file is kept."};
 inline constexpr MessageText ContinueWithPort{2043, "Continue with current serial port settings?"};
+// Stop has the letter P already
+inline constexpr MessageText MenuStart{2621, "&Start"};
+inline constexpr MessageText MenuPause{2622, "Pa&use"};
+inline constexpr MessageText MenuResume{2623, "&Resume"};
+inline constexpr MessageText NoSimulatedUnit{2633,
+                                             "The simulated unit is not there: velk_sim_unit is missing beside VELK."};
+inline constexpr MessageText ReopenGraph{2629, "Open Again: "};
+inline constexpr MessageText NotInThisStatus{2630, "Not possible in the status "};
+inline constexpr MessageText NothingForThis{2631, "Not possible: there is nothing to do this with."};
+inline constexpr MessageText NotInThisVersion{2632, "Not part of this version."};
 inline constexpr MessageText PresentProtocol{2583, "Protocol: "};
 inline constexpr MessageText PresentDevice{2584, "Device: "};
 inline constexpr MessageText PresentSpeed{2585, "Speed: "};

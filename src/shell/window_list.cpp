@@ -6,7 +6,9 @@
 #include <QMenu>
 #include <QPointer>
 
+#include "base/text_qt.h"
 #include "shell/main_form.h"
+#include "shell/texts.h"
 #include "shell/window_places.h"
 
 namespace velk {
@@ -27,7 +29,8 @@ QString Caption(qsizetype number, QString title) {
 
 }  // namespace
 
-WindowList::WindowList(MainForm& form) : form_(form), list_(form.MenuItem("mnuWindow1")->menu()) {
+WindowList::WindowList(MainForm& form, const Session& session)
+    : form_(form), session_(session), list_(form.MenuItem("mnuWindow1")->menu()) {
   const auto bind = [this](const char* item, void (WindowList::*procedure)()) {
     form_.Table().Bind(item, [this, procedure] { (this->*procedure)(); });
   };
@@ -59,7 +62,21 @@ void WindowList::FillList() {
       if (window) BringToFront(*window);
     });
   }
-  list_->menuAction()->setEnabled(!open.isEmpty());
+  AddClosed();
+  list_->menuAction()->setEnabled(!list_->isEmpty());
+}
+
+/// By the name of the graph's first curve, which is the title of its window.
+void WindowList::AddClosed() {
+  for (int k = 1; k <= session_.GraphCount; ++k) {
+    const int graph = session_.GraphList[static_cast<std::size_t>(k)];
+    if (!onReopen || session_.GraphForms[static_cast<std::size_t>(graph)] != nullptr) continue;
+    const int first = session_.GraphSlots[1][static_cast<std::size_t>(graph)];
+    QString name = ToQt(session_.CurrentParameters[static_cast<std::size_t>(first)].name);
+    name.replace('&', QStringLiteral("&&"));
+    QAction* item = list_->addAction(form_.Shown(text::ReopenGraph) + name);
+    QObject::connect(item, &QAction::triggered, list_, [this, graph] { onReopen(graph); });
+  }
 }
 
 void WindowList::mnuWindowCascade_Click() {

@@ -2,6 +2,9 @@
 
 #include <QList>
 #include <QObject>
+#include <functional>
+
+#include "model/session.h"
 
 class QMdiSubWindow;
 class QMenu;
@@ -13,7 +16,11 @@ class MainForm;
 /// The menu Window: the list of the open graph windows, and their arrangement in the client area.
 class WindowList {
  public:
-  explicit WindowList(MainForm& form);
+  /// `session` tells which graphs there are; it outlives the list.
+  WindowList(MainForm& form, const Session& session);
+
+  /// Opens the window of a graph that was closed.
+  std::function<void(int graphNumber)> onReopen;
 
   void mnuWindowCascade_Click();
   /// Side by side.
@@ -25,11 +32,13 @@ class WindowList {
  private:
   QList<QMdiSubWindow*> Open() const;
   void FillList();
+  void AddClosed();
   void Tile(Qt::Orientation direction);
   /// Height that the icons of minimised windows take at the bottom.
   int ArrangeIcons();
 
   MainForm& form_;
+  const Session& session_;
   QMenu* list_;
 };
 

@@ -40,6 +40,7 @@ TEST_F(Job, ConnectCopiesParametersBuildsGraphsAndIsReadyToAcquire) {
   EXPECT_EQ(rig.session.GraphCount, 3);
   EXPECT_EQ(rig.graphs.creations, 1);
   EXPECT_EQ(rig.session.CurrentFile, "");
+  EXPECT_EQ(rig.view.panels[2], "Current File: ");
   EXPECT_FALSE(rig.session.SampleBusy);
   EXPECT_EQ(rig.session.SampleSkips, 0);
   EXPECT_FALSE(rig.session.StopRequested);

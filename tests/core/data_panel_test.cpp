@@ -11,9 +11,12 @@ using test::Rig;
 
 class Panel : public testing::Test {
  protected:
+  Panel() {
+    rig.acquisition.onJob = [this](bool stands) { panel.Watch(stands); };
+  }
   void Samples(int count) {
     for (int i = 0; i < count; ++i) rig.Sample(i, 2, 3);
-    rig.clock.Advance(250);
+    panel.Look();
   }
 
   Rig rig;
@@ -37,7 +40,7 @@ TEST_F(Panel, TellsWhichNumberOfValuesCameWhereAnotherIsExpected) {
     rig.clock.Advance(1000);
     rig.road.ProcessLine(FormatDate(rig.clock.Now(), "hh:mm:ss") + " 1 2 3 4\r\n");
   }
-  rig.clock.Advance(250);
+  panel.Look();
   EXPECT_NE(rig.view.data.find("3 rejected: 4 values where 3 are expected"), std::string::npos) << rig.view.data;
   EXPECT_EQ(rig.view.data.find("values held since "), 0u) << rig.view.data;
   EXPECT_TRUE(rig.view.dataWarns);
@@ -52,6 +55,7 @@ TEST_F(Panel, GreysTheValuesOfASilentUnitAndShowsItByThePlug) {
   EXPECT_EQ(rig.view.images["connect"], image::ConnectOn);
   rig.timers.Timer2->SetEnabled(false);  // the watchdog would open the port anew meanwhile
   rig.clock.Advance(12'000);
+  panel.Look();
   EXPECT_TRUE(rig.graphs.windows[1].stale);
   EXPECT_TRUE(rig.graphs.windows[2].stale);
   EXPECT_EQ(rig.view.data, "no data for 12 s \u00b7 not recording");
@@ -75,15 +79,16 @@ TEST_F(Panel, GreysTheValuesOfAPausedJobAndTellsSinceWhen) {
   EXPECT_TRUE(rig.graphs.windows[1].stale);
   EXPECT_EQ(rig.view.images["connect"], image::ConnectOn) << "nobody waits for data";
   rig.acquisition.mnuAcquireStart_Click();
-  rig.clock.Advance(250);
+  panel.Look();
   EXPECT_FALSE(rig.graphs.windows[1].stale) << "a pause is no silence of the unit";
 }
 
-TEST_F(Panel, GoesWithTheJob) {
+TEST_F(Panel, LooksOnceASecondWhileAJobStandsAndGoesWithIt) {
   rig.ConnectAndStart();
-  Samples(2);
+  rig.Sample(1, 2, 3);
+  rig.clock.Advance(1000);
+  EXPECT_NE(rig.view.data, "");
   rig.acquisition.mnuAcquireStop_Click();
-  rig.clock.Advance(250);
   EXPECT_EQ(rig.view.data, "");
   EXPECT_FALSE(rig.view.dataWarns);
 }
@@ -99,10 +104,10 @@ TEST_F(Panel, ShowsTheRecordingWithItsFileItsTimeAndItsRoom) {
   EXPECT_EQ(rig.view.recordingTip.find("Rows go to " + rig.Path("well.mdb") + "\nSize: "), 0u) << rig.view.recordingTip;
   EXPECT_NE(rig.view.recordingTip.find("\nFree on this disk: "), std::string::npos);
   rig.acquisition.mnuAcquireStart_Click();
-  rig.clock.Advance(250);
+  panel.Look();
   EXPECT_EQ(rig.view.recording, "REC well.mdb  paused");
   rig.acquisition.mnuAcquireStop_Click();
-  rig.clock.Advance(250);
+  panel.Look();
   EXPECT_EQ(rig.view.recording, "");
 }
 
@@ -130,12 +135,12 @@ TEST_F(Panel, SaysWhileTheReportsColumnsAreAskedForThatNothingIsRecorded) {
   rig.ChooseFile();
   std::string during;
   rig.questions.include = [&](SummaryInclusion&) {
-    rig.clock.Advance(500);
+    panel.Look();
     during = rig.view.data;
   };
   rig.acquisition.mnuAcquireStart_Click();
   EXPECT_EQ(during, "nothing is recorded until the question is answered");
-  rig.clock.Advance(250);
+  panel.Look();
   EXPECT_EQ(rig.view.data, "waiting for the first line \u00b7 0 rows");
 }
 

@@ -124,7 +124,7 @@ class EditSerialPort : public testing::Test {
   /// Chooses the menu item, which leads through these windows.
   void Choose(const std::vector<const char*>& names) {
     windows.Foresee(names);
-    mnuEditSerialPort_Click(host, session, platform, [this] {
+    mnuEditSerialPort_Click(host, session, platform, nullptr, [this] {
       ++links;
       serialDataAtLink = session.SerialData;
     });
@@ -152,7 +152,7 @@ TEST_F(EditSerialPort, OpensWithWhatTheSessionHolds) {
   EXPECT_EQ(windows.hardware.SerialData, "Any Serial Data");
   EXPECT_EQ(windows.hardware.NumberOfParameters, 6);
   EXPECT_EQ(windows.hardware.BaudRate, 4800);
-  EXPECT_EQ(HardwareQuestionOf(session, settings).formulae, 3);
+  EXPECT_EQ(HardwareQuestionOf(session, settings, nullptr).formulae, 3);
   EXPECT_EQ(windows.ports, 4);
 }
 
@@ -270,7 +270,7 @@ TEST_F(EditSerialPort, OffersToTryTheLinkAgain) {
   dialogs.Expect(" - mnuEditSerialPort_Click", Answer::Retry);
   int tries = 0;
   windows.Foresee({"HardwareSettings"});
-  mnuEditSerialPort_Click(host, session, platform, [&] {
+  mnuEditSerialPort_Click(host, session, platform, nullptr, [&] {
     if (++tries == 1) throw RuntimeError(ErrorNumber::DeviceUnavailable);
   });
   EXPECT_EQ(tries, 2);

@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "instruments/windows_fixture.h"
@@ -226,6 +227,175 @@ TEST_F(HardwareSettingsWindow, TellsWhatIsBehindEachPort) {
   EXPECT_EQ(Find<QLabel>(*window, "lblDevice_4").text(), "4: /dev/ttyUSB1 - not present");
 }
 
+TEST_F(HardwareSettingsWindow, TellsWhyADeviceCantBeOpened) {
+  HardwareQuestion question = Question();
+  question.ports[0].isInUse = true;
+  question.ports[3].exists = true;
+  question.ports[3].group = "dialout";
+  Open(question);
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").text(), "1: /dev/ttyS0 - in use by another program");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_4").text(),
+            "4: /dev/ttyUSB1 - no permission: join the group [dialout] and log in again");
+}
+
+TEST_F(HardwareSettingsWindow, OffersOtherDevicesForEachPortByTheirStableNames) {
+  HardwareQuestion question = Question();
+  question.ports[1].listed = "/dev/ttyS1";
+  question.devices = {{"/dev/serial/by-id/usb-pump", "Acme Pump Controller"}, {"/dev/ttyACM0", ""}};
+  Open(question);
+  dialogs.ExpectChoice("Device of Com Port 2", "/dev/serial/by-id/usb-pump  (Acme Pump Controller)");
+  Press("cmdDevice_2");
+  EXPECT_EQ(dialogs.listsAsked.back().entries,
+            (std::vector<std::string>{"As the list of ports has it: /dev/ttyS1",
+                                      "/dev/serial/by-id/usb-pump  (Acme Pump Controller)", "/dev/ttyACM0"}));
+  EXPECT_TRUE(dialogs.listsAsked.back().mayEnter) << "any path will do";
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_2").text(), "2: /dev/serial/by-id/usb-pump - not present");
+  EXPECT_EQ(List("cboPort").currentText(), "Com Port 2") << "who chooses a device means its port";
+  Press("cmdOK");
+  EXPECT_EQ(window->Answer().PortNumber, 2);
+  EXPECT_EQ(window->Answer().PortDevice, (std::map<int, std::string>{{2, "/dev/serial/by-id/usb-pump"}}));
+}
+
+TEST_F(HardwareSettingsWindow, TakesAnyPathForADeviceAndGoesBackToTheList) {
+  HardwareQuestion question = Question();
+  question.ports[0].listed = "/dev/ttyS0";
+  Open(question);
+  dialogs.ExpectChoice("Device of Com Port 1", "/dev/pts/77");
+  Press("cmdDevice_1");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").toolTip(), "/dev/pts/77");
+  dialogs.ExpectChoice("Device of Com Port 1", std::nullopt);
+  Press("cmdDevice_1");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").toolTip(), "/dev/pts/77") << "Cancel leaves it";
+  dialogs.ExpectChoice("Device of Com Port 1", "As the list of ports has it: /dev/ttyS0");
+  Press("cmdDevice_1");
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").toolTip(), "/dev/ttyS0");
+  Press("cmdOK");
+  EXPECT_EQ(window->Answer().PortDevice, (std::map<int, std::string>{{1, ""}}));
+}
+
+TEST_F(HardwareSettingsWindow, FillsInTheChannelsOfAnOwnUnitThatIsPicked) {
+  struct Entry {
+    int place;
+    const char* channels;
+  };
+  constexpr Entry kEntries[] = {{5, "18"}, {6, "18"}, {7, "22"}, {8, "4"}, {9, "10"}};
+  for (const Entry& entry : kEntries) {
+    HardwareQuestion question = Question();
+    question.choices.NumberOfParameters = 7;
+    Open(question);
+    EXPECT_EQ(Find<QLineEdit>(*window, "txtNumberOfParameters").text(), "7") << "what is stored is shown";
+    List("cboSerialData").setCurrentIndex(entry.place);
+    EXPECT_EQ(Find<QLineEdit>(*window, "txtNumberOfParameters").text(), entry.channels) << entry.place;
+    List("cboSerialData").setCurrentIndex(10);
+    EXPECT_EQ(Find<QLineEdit>(*window, "txtNumberOfParameters").text(), entry.channels) << "no unit of its own";
+  }
+}
+
+TEST_F(HardwareSettingsWindow, LeavesANumberOfChannelsThatWasTyped) {
+  Open(Question());
+  auto& box = Find<QLineEdit>(*window, "txtNumberOfParameters");
+  box.selectAll();
+  QTest::keyClicks(&box, "9");
+  List("cboSerialData").setCurrentIndex(7);
+  EXPECT_EQ(box.text(), "9");
+}
+
+TEST_F(HardwareSettingsWindow, SaysWhichTemplateServesWhereThePickedEntryDeliversNoValues) {
+  Open(Question());
+  window->show();
+  auto& note = Find<QLabel>(*window, "lblProtocolNote");
+  EXPECT_FALSE(note.isVisible());
+  for (const int place : {0, 1}) {
+    List("cboSerialData").setCurrentIndex(12);
+    EXPECT_FALSE(note.isVisible());
+    List("cboSerialData").setCurrentIndex(place);
+    EXPECT_TRUE(note.isVisible()) << place;
+    EXPECT_TRUE(note.text().contains("Formatted lines (blank, CR)")) << place;
+  }
+  List("cboSerialData").setCurrentIndex(12);
+  List("cboSerialData").setCurrentIndex(15);
+  EXPECT_TRUE(note.text().contains("Any serial lines"));
+}
+
+/// A port on which a test speaks.
+struct ScriptedListening : PortListening {
+  void Listen(const HardwareChoices& choices, const std::string& device,
+              std::function<void(const std::string&)> onBytes) override {
+    if (!failure.empty()) throw RuntimeError(ErrorNumber::DeviceUnavailable, failure);
+    listened.push_back(device + " " + std::to_string(choices.BaudRate));
+    receive = std::move(onBytes);
+    open = true;
+  }
+  void Stop() override { open = false; }
+
+  std::vector<std::string> listened;
+  std::function<void(const std::string&)> receive;
+  std::string failure;
+  bool open = false;
+};
+
+TEST_F(HardwareSettingsWindow, ShowsLinesAsTheyArriveAndCountsTheirValues) {
+  ScriptedListening port;
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  window->show();
+  Press("cmdListen");
+  EXPECT_EQ(port.listened, (std::vector<std::string>{"/dev/ttyS0 4800"}));
+  auto& verdict = Find<QLabel>(*window, "lblLines");
+  EXPECT_EQ(verdict.text(), "Listening. Nothing has come yet.");
+  port.receive("12:00:00 1 2");
+  EXPECT_EQ(verdict.text(), "Bytes have come, but no end of a line.");
+  port.receive(" 3 4\r\n");
+  EXPECT_EQ(Find<QPlainTextEdit>(*window, "txtLines").toPlainText(), "12:00:00 1 2 3 4");
+  EXPECT_EQ(verdict.text(), "4 values where 18 are expected");
+  Type("txtNumberOfParameters", "4");
+  EXPECT_EQ(verdict.text(), "4 values");
+  EXPECT_TRUE(Find<QPlainTextEdit>(*window, "txtLines").isReadOnly());
+  EXPECT_TRUE(port.open);
+  Press("cmdListen");
+  EXPECT_FALSE(port.open) << "pressed again it lets go";
+  Press("cmdListen");
+  EXPECT_TRUE(port.open);
+  window.reset();
+  EXPECT_FALSE(port.open) << "the port is given back on closing";
+}
+
+TEST_F(HardwareSettingsWindow, TellsWhyItCantListen) {
+  ScriptedListening port;
+  port.failure = "/dev/ttyS0: the serial device is in use";
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  Press("cmdListen");
+  EXPECT_EQ(Find<QLabel>(*window, "lblLines").text(), "/dev/ttyS0: the serial device is in use");
+  EXPECT_FALSE(Find<QPushButton>(*window, "cmdListen").isChecked());
+  window.reset();  // lets go of the port, which ends with this scope
+}
+
+TEST(HeardLines, AreCutAtAnyLineEndAndShowWhatCantBeShown) {
+  HeardLines heard;
+  heard.Append(
+      "a\rb\nc\r\n\x07"
+      "d\n");
+  EXPECT_EQ(heard.Shown(), (std::deque<std::string>{"a", "b", "c",
+                                                    "\\x07"
+                                                    "d"}));
+  heard.Append("e\nf\n");
+  EXPECT_EQ(heard.Shown().size(), HeardLines::kKept);
+  EXPECT_EQ(heard.Shown().front(), "b");
+}
+
+TEST(HeardLines, HoldNoMoreOfALineThatNeverEnds) {
+  HeardLines heard;
+  for (int i = 0; i < 1000; ++i) heard.Append(std::string(1000, 'x'));
+  EXPECT_TRUE(heard.HasBytes());
+  heard.Append("\r");
+  EXPECT_LE(heard.Shown().back().size(), 2000U);
+}
+
 TEST_F(HardwareSettingsWindow, StaysOpenUntilTheNumbersAreRight) {
   Open(Question());
   window->show();
@@ -274,9 +444,11 @@ TEST_F(HardwareSettingsWindow, IsReachedByKeyboardFromTopToBottom) {
   window->show();
   window->activateWindow();
   QApplication::processEvents();
-  EXPECT_EQ(TabOrder(*window),
-            "cboSerialData cboSampling cboSamplingUnits txtNumberOfParameters txtSensitivityCriterion cboPort "
-            "cboBaudRate cboParity cboDataBits cboStopBits cboHandshake cmdOK cmdCancel");
+  EXPECT_EQ(
+      TabOrder(*window),
+      "cboSerialData cboSampling cboSamplingUnits txtNumberOfParameters txtSensitivityCriterion cboPort "
+      "cmdDevice_1 cmdDevice_2 cmdDevice_3 cmdDevice_4 cboBaudRate cboParity cboDataBits cboStopBits cboHandshake "
+      "txtLines cmdOK cmdCancel");
 }
 
 TEST_F(HardwareSettingsWindow, SpeaksRussian) {

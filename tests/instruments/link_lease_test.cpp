@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "instruments/link/port_listener.h"
 #include "instruments/link_fixture.h"
 
 namespace velk {
@@ -117,6 +118,37 @@ TEST_F(LinkTest, ALeaseForAnotherInstrumentEndsWithTheLinkOfThatOne) {
   }
   EXPECT_FALSE(driver.open) << "the new one speaks on the plain port";
   EXPECT_FALSE(timers.Timer2->Enabled());
+}
+
+TEST_F(LinkTest, AListenerBorrowsThePlainPortAndGivesItBack) {
+  link.SetODataCom();
+  std::string heard;
+  {
+    PortListener listener(link, timers);
+    listener.Listen({.SerialData = "Data Taker a", .BaudRate = 4800}, "/dev/ttyOther",
+                    [&](const std::string& bytes) { heard += bytes; });
+    EXPECT_FALSE(driver.open);
+    ASSERT_TRUE(plain.open);
+    EXPECT_EQ(plain.openings.back().device, "/dev/ttyOther");
+    EXPECT_EQ(plain.openings.back().baudRate, 4800);
+    plain.Receive("1 2");
+    plain.Receive(" 3\r");
+    clock.Advance(10);
+    EXPECT_EQ(heard, "1 2 3\r");
+    listener.Stop();
+    EXPECT_FALSE(plain.open);
+    EXPECT_TRUE(driver.open) << "the link is as it was";
+  }
+  EXPECT_TRUE(timers.Timer2->Enabled());
+}
+
+TEST_F(LinkTest, AListenerGivesTheLinkBackWhereItsPortDoesNotOpen) {
+  link.SetODataCom();
+  plain.failOpen = [] { throw PortError(ErrorNumber::DeviceUnavailable, "/dev/ttyOther"); };
+  PortListener listener(link, timers);
+  EXPECT_THROW(listener.Listen({.SerialData = "KESTA version 4"}, "/dev/ttyOther", [](const std::string&) {}),
+               PortError);
+  EXPECT_TRUE(driver.open);
 }
 
 }  // namespace

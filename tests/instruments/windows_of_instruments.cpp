@@ -56,8 +56,16 @@ const WindowsOf kInstruments([] {
     return [=](const std::string& language) { return OpenCalibration(language, canRead); };
   };
   return std::vector<ListedWindow>{
-      {"HardwareSettings", "", topic::Connecting, {"lblDevice_*"}, hardware("Data Taker a")},
-      {"HardwareSettings", "own-unit", topic::Connecting, {"lblDevice_*"}, hardware("KESTA version 3")},
+      {"HardwareSettings",
+       "",
+       topic::Connecting,
+       {"lblDevice_*", "lblProtocolNote", "lblLines"},
+       hardware("Data Taker a")},
+      {"HardwareSettings",
+       "own-unit",
+       topic::Connecting,
+       {"lblDevice_*", "lblProtocolNote", "lblLines"},
+       hardware("KESTA version 3")},
       {"FormattedData", "", topic::Instruments, kSeparatorWindow, OpenSeparators<FormattedData>},
       {"Intermittent", "", topic::Instruments, kSeparatorWindow, OpenSeparators<Intermittent>},
       {"RequestedData", "", topic::Instruments, {"lblName_*", "chkCommand*", "chkReset*"}, OpenRequestedData},

@@ -246,6 +246,25 @@ TEST_F(Program, SavesATemplateAndFindsItInALaterRun) {
   EXPECT_TRUE(rig.dialogs.listsAsked.back().entries.empty());
 }
 
+TEST_F(Program, AGraphThatWasClosedIsOpenedAgainFromTheMenuAndDrawsOn) {
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(1, 2, 3);
+  const int graph = rig.State().GraphList[1];
+  rig.Window().GraphArea().subWindowList().first()->close();
+  rig.clock.RunPosted();
+  ASSERT_EQ(rig.State().GraphForms[graph], nullptr);
+  QMenu* list = rig.Window().MenuItem("mnuWindow1")->menu();
+  emit rig.Window().MenuItem("mnuWindow")->menu()->aboutToShow();
+  ASSERT_TRUE(list->actions().last()->text().startsWith("Open Again: "));
+  list->actions().last()->trigger();
+  ASSERT_NE(rig.State().GraphForms[graph], nullptr);
+  rig.Frame(1, 2, 3);
+  rig.Frame(1, 2, 3);
+  EXPECT_EQ(rig.State().GraphForms[graph]->TimeOrigin(), rig.State().Times.GraphPageTime);
+}
+
 TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
   rig.Start();
   rig.windows.Then("HardwareSettings", [](QDialog& window) {

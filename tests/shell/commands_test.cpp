@@ -112,7 +112,7 @@ class CommandsTest : public testing::Test {
 };
 
 TEST_F(CommandsTest, AreOffUntilTheirWorkIsThere) {
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   EXPECT_FALSE(items["mnuGo"]->isEnabled() || buttons["Go"]->isEnabled() || buttons["Free"]->isEnabled());
   commands.ShowStatus(text::StatusReady);
   EXPECT_FALSE(items["mnuGo"]->isEnabled()) << "the status offers nothing that isn't there";
@@ -124,7 +124,7 @@ TEST_F(CommandsTest, AreOffUntilTheirWorkIsThere) {
 }
 
 TEST_F(CommandsTest, AreOnAndOffWithTheStatusTogetherWithTheButtonThatFollows) {
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   commands.Bind("mnuGo", [this] { ++runs; });
   commands.ShowStatus(text::StatusReadyToAcquire);
   EXPECT_FALSE(items["mnuGo"]->isEnabled() || buttons["Go"]->isEnabled());
@@ -135,7 +135,7 @@ TEST_F(CommandsTest, AreOnAndOffWithTheStatusTogetherWithTheButtonThatFollows) {
 }
 
 TEST_F(CommandsTest, AskTheirConditionWhenTheirMenuOpens) {
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   commands.Bind("mnuAsk", [] {});
   session.AskOnExit = false;
   emit menu.aboutToShow();
@@ -146,7 +146,7 @@ TEST_F(CommandsTest, AskTheirConditionWhenTheirMenuOpens) {
 }
 
 TEST_F(CommandsTest, RunWithEachChangeOfAMark) {
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   commands.Bind("mnuMark", [this] { ++runs; });
   items["mnuMark"]->trigger();
   items["mnuMark"]->setChecked(false);
@@ -154,7 +154,7 @@ TEST_F(CommandsTest, RunWithEachChangeOfAMark) {
 }
 
 TEST_F(CommandsTest, DontWorkWhileConnectIsUnderWayUnlessTheyAreToldTo) {
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   commands.isConnecting = [] { return true; };
   for (const char* name : {"mnuGo", "mnuMark", "Free"}) commands.Bind(name, [this] { ++runs; });
   items["mnuGo"]->trigger();
@@ -167,7 +167,9 @@ TEST_F(CommandsTest, DontWorkWhileConnectIsUnderWayUnlessTheyAreToldTo) {
 // --- Names that nobody knows ---
 
 TEST_F(CommandsTest, FailAtTheStartForANameThatNobodyKnows) {
-  const auto make = [&](const std::vector<CommandRow>& rows) { Commands(items, buttons, session, rows); };
+  const auto make = [&](const std::vector<CommandRow>& rows) {
+    Commands(items, buttons, session, test::English(), rows);
+  };
   auto rows = table;
   rows.push_back({.item = "mnuNowhere"});
   EXPECT_THROW(make(rows), std::logic_error) << "a row without its menu item";
@@ -177,7 +179,7 @@ TEST_F(CommandsTest, FailAtTheStartForANameThatNobodyKnows) {
   EXPECT_NO_THROW(make(rows));
   rows.erase(rows.begin() + 1);
   EXPECT_THROW(make(rows), std::logic_error) << "a menu item without a row";
-  Commands commands(items, buttons, session, table);
+  Commands commands(items, buttons, session, test::English(), table);
   EXPECT_THROW(commands.Bind("mnuNowhere", [] {}), std::logic_error);
   commands.Bind("mnuGo", [] {});
   EXPECT_THROW(commands.Bind("mnuGo", [] {}), std::logic_error) << "bound twice";

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -151,11 +154,42 @@ TEST_F(MainFormTest, HidesConnectAndRenamesTheMenuOnlyInPlayback) {
 
 TEST_F(MainFormTest, NamesPauseAndResumeOnMenuAndButton) {
   ChangeCurrentStatus(session, form, text::StatusAcquiringData);
-  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "Pause");
+  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "Pa&use") << "Stop has the letter P";
   EXPECT_EQ(form.Button("Pause")->toolTip(), "Pause");
   ChangeCurrentStatus(session, form, text::StatusAcquiringPaused);
-  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "Resume");
+  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "&Resume");
   EXPECT_EQ(form.Button("Pause")->toolTip(), "Resume");
+}
+
+TEST_F(MainFormTest, KeepsALetterOnStartOnceItWasCaptionedAnew) {
+  form.SetMenuCaption("mnuAcquireStart", text::Start);
+  EXPECT_EQ(form.MenuItem("mnuAcquireStart")->text(), "&Start");
+}
+
+TEST_F(MainFormTest, KeepsItsTitleWhenAGraphFillsTheArea) {
+  form.ResetCaption();
+  form.show();
+  const QString title = form.windowTitle();
+  auto* graph = new QWidget;
+  graph->setWindowTitle("Pressure");
+  QMdiSubWindow* window = form.GraphArea().addSubWindow(graph);
+  window->showMaximized();
+  QApplication::processEvents();
+  EXPECT_EQ(form.windowTitle(), title);
+  window->showNormal();
+  EXPECT_EQ(form.windowTitle(), title);
+}
+
+TEST_F(MainFormTest, TellsWhyAnItemIsOff) {
+  form.Table().Bind("mnuEditTable", [] {});
+  form.Table().Bind("mnuToolsRemove", [] {});
+  ChangeCurrentStatus(session, form, text::StatusReady);
+  EXPECT_EQ(form.MenuItem("mnuEditTable")->statusTip(), "Not possible in the status Ready");
+  EXPECT_EQ(form.MenuItem("mnuFileImportCSV")->statusTip(), "Not part of this version.");
+  ChangeCurrentStatus(session, form, text::StatusReadyToAcquire);
+  EXPECT_EQ(form.MenuItem("mnuEditTable")->statusTip(), "");
+  emit form.MenuItem("mnuTools")->menu()->aboutToShow();
+  EXPECT_EQ(form.MenuItem("mnuToolsRemove")->statusTip(), "Not possible: there is nothing to do this with.");
 }
 
 TEST_F(MainFormTest, WritesItsTitleFromBaseTitleAndVersion) {

@@ -46,7 +46,7 @@ TEST_F(PlaybackInTheProgram, RunsFromTheMenuToItsEnd) {
   EXPECT_FALSE(window.MenuItem("mnuFilePlayback")->isEnabled());
   EXPECT_TRUE(window.MenuItem("mnuToolsDefine")->isEnabled());
   EXPECT_TRUE(window.MenuItem("mnuAcquireStart")->isEnabled() && window.MenuItem("mnuAcquireStop")->isEnabled());
-  EXPECT_EQ(window.MenuItem("mnuAcquireStart")->text(), "Start");
+  EXPECT_EQ(window.MenuItem("mnuAcquireStart")->text(), "&Start");
   EXPECT_TRUE(window.Button("ScrollBar")->isVisible());
   EXPECT_FALSE(window.Button("RecordToDB")->isVisible());
   EXPECT_EQ(rig.State().GraphCount, 3);
@@ -61,7 +61,7 @@ TEST_F(PlaybackInTheProgram, RunsFromTheMenuToItsEnd) {
   QTRY_VERIFY(window.findChild<QLabel*>("StatusBar1_6")->isVisibleTo(&window));
   rig.Choose("mnuAcquireStart");
   EXPECT_EQ(Status(), "Playing Back Paused");
-  EXPECT_EQ(window.MenuItem("mnuAcquireStart")->text(), "Resume");
+  EXPECT_EQ(window.MenuItem("mnuAcquireStart")->text(), "&Resume");
   EXPECT_TRUE(window.MenuItem("mnuFileExit")->isEnabled());
   rig.Choose("mnuAcquireStart");
   rig.dialogs.Expect("End of playback", Answer::Ok);

@@ -45,7 +45,7 @@ void ShellRig::ClearSettings(std::initializer_list<int> groups) {
       FindControl<QCheckBox>(window, ("Check1_" + std::to_string(group)).c_str())->setChecked(true);
     Click(window, "cmdOK");
   });
-  dialogs.Expect("These settings go back to what a new program has", Answer::Yes);
+  dialogs.Expect("\n    ", Answer::Yes);  // names the groups, in any language
   Choose("mnuEditClear");
 }
 

@@ -8,6 +8,7 @@
 #include <QMenu>
 
 #include "shell/main_form.h"
+#include "support/fake_graphs.h"
 #include "support/in_english.h"
 
 namespace velk {
@@ -44,7 +45,7 @@ class WindowListTest : public testing::Test {
 
   Session session;
   MainForm form{test::English(), session};
-  WindowList list{form};
+  WindowList list{form, session};
 };
 
 TEST_F(WindowListTest, NamesTheOpenWindowsAndMarksTheActiveOne) {
@@ -157,6 +158,23 @@ TEST_F(WindowListTest, ArrangesNothingWhereNothingIsOpen) {
        {"mnuWindowCascade", "mnuWindowTileVertically", "mnuWindowTileHorizontally", "mnuWindowArrange"})
     Choose(item);
   EXPECT_TRUE(form.GraphArea().subWindowList().isEmpty());
+}
+
+TEST_F(WindowListTest, OffersGraphsThatWereClosedAgain) {
+  test::FakeGraphWindow open;
+  session.GraphCount = 2;
+  session.GraphList[1] = 3;
+  session.GraphList[2] = 5;
+  session.GraphForms[3] = &open;
+  session.GraphSlots[1][5] = 7;
+  session.CurrentParameters[7].name = "Flow & rate";
+  std::vector<int> reopened;
+  EXPECT_TRUE(Entries().isEmpty()) << "nobody opens them";
+  list.onReopen = [&](int graph) { reopened.push_back(graph); };
+  Add("Pressure");
+  EXPECT_EQ(Entries(), (QStringList{"&1 Pressure", "Open Again: Flow && rate"}));
+  List()->actions()[1]->trigger();
+  EXPECT_EQ(reopened, std::vector<int>{5});
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ class Keyboard(unittest.TestCase):
         desktop.write(name)
         desktop.press("Return")
         desktop.wait_for_window(ENGLISH_TITLE)
-        self.wait_for_line("VELKTemplates.ini", "TheTemplateName1=" + name)
+        self.wait_for_line("VELKTemplates.ini", "TheTemplateName4=" + name)
 
     def change_to_russian(self, program):
         desktop = self.desktop
@@ -79,12 +79,14 @@ class Keyboard(unittest.TestCase):
         self.assertEqual(self.end_of(program), 0)
         self.wait_for_line("VELK2.ini", "Current_language=Russian")
 
-    def load_first_template_in_russian(self, program):
+    def load_last_template_in_russian(self, program):
         desktop = self.desktop
         desktop.open_menu(program, "alt+Cyrillic_en")
         desktop.press("Cyrillic_ze")
         desktop.wait_for_window("Загрузить шаблон настроек")
-        desktop.press("Down", "Return")
+        desktop.press("End", "Return")
+        desktop.wait_for_window("VELK")  # it replaces the present set-up; No is what Enter answers
+        desktop.press("Tab", "Return")
         desktop.wait_for_window(RUSSIAN_TITLE)
 
     def exit_in_russian(self, program):
@@ -92,7 +94,7 @@ class Keyboard(unittest.TestCase):
         desktop.open_menu(program, "alt+Cyrillic_ef")
         desktop.press("Cyrillic_yeru")
         desktop.wait_for_window("VELK")
-        desktop.press("Return")
+        desktop.press("Tab", "Return")
         self.assertEqual(self.end_of(program), 0)
 
     def test_a_template_outlives_a_change_of_language_and_a_restart(self):
@@ -111,14 +113,15 @@ class Keyboard(unittest.TestCase):
         desktop.use_keyboard_layout("ru")
         program = desktop.start(VELK)
         desktop.wait_for_window(RUSSIAN_TITLE)
-        self.load_first_template_in_russian(program)
+        self.load_last_template_in_russian(program)
         self.exit_in_russian(program)
 
         self.check_lines("VELKWell 7.ini", "NumberOfParameters=4", "SerialData=LUMO version A", "SensitivityCriterion=35")
         self.check_lines("VELK2.ini", "Current_language=Russian", "SerialData=LUMO version A", "SensitivityCriterion=35")
-        self.check_lines("VELKTemplates.ini", "NumberOfTemplates=1", "TheTemplateName1=Well 7")
+        self.check_lines("VELKTemplates.ini", "NumberOfTemplates=4", "TheTemplateName4=Well 7")
         self.assertEqual(sorted(path.name for path in self.settings.iterdir()),
-                         ["VELK2.ini", "VELKTemplates.ini", "VELKWell 7.ini"])
+                         ["VELK2.ini", "VELKAny serial lines.ini", "VELKFormatted lines (blank, CR).ini",
+                          "VELKFormatted lines (comma, CR LF).ini", "VELKTemplates.ini", "VELKWell 7.ini"])
 
 
 if __name__ == "__main__":

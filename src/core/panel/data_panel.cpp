@@ -13,7 +13,7 @@ namespace velk {
 
 namespace {
 
-constexpr int kLookMs = 250;
+constexpr int kLookMs = 1000;
 constexpr std::int64_t kToolTipMs = 5000;
 /// The rate is that of the last ten seconds; of five samples where they come slowly.
 constexpr std::int64_t kRateWindowMs = 10'000;
@@ -35,7 +35,11 @@ DataPanel::DataPanel(Session& session, const Platform& platform, MainView& view,
       timer_(platform.clock.MakeTimer()) {
   timer_->SetInterval(kLookMs);
   timer_->SetHandler([this] { Look(); });
-  timer_->SetEnabled(true);
+}
+
+void DataPanel::Watch(bool job) {
+  timer_->SetEnabled(job);
+  Look();
 }
 
 void DataPanel::Look() {

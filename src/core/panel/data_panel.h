@@ -15,13 +15,17 @@
 namespace velk {
 
 /// Tells how a job fares: what comes, what is recorded and what isn't, in the status bar, by the plug and by grey
-/// values. It looks for itself, four times a second, and costs a sample nothing.
+/// values. It looks for itself, once a second while a job stands, and costs a sample nothing.
 class DataPanel {
  public:
   DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link);
 
- private:
+  /// A job stands, from Connect on, or has ended: then nothing is told any more.
+  void Watch(bool job);
+  /// Tells what is to be told at this moment.
   void Look();
+
+ private:
   void ShowWords(const DataWords& words);
   void ShowRecording();
   std::optional<double> Rate() const { return rate_.PerSecond(); }

@@ -5,8 +5,13 @@
 
 namespace velk {
 
-HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings) {
-  return {HardwareChoicesOf(session), session.NumberOfFormulae, PortEntries(settings)};
+HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening) {
+  return {.choices = HardwareChoicesOf(session),
+          .formulae = session.NumberOfFormulae,
+          .ports = PortEntries(settings),
+          .devices = NamedDevices(),
+          .delimiter = session.Delimiter,
+          .listening = listening};
 }
 
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language) {
@@ -29,6 +34,8 @@ void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPort
     session.daqHTML = outcome.address->daqHTML;
   }
   StoreHardwareChoices(session, outcome.choices);
+  for (const auto& [number, device] : outcome.choices.PortDevice)
+    settings.Save("VELK2", "Protocol", "PortDevice" + std::to_string(number), device);
   settings.Save("VELK2", "Parameters", "NumberOfParameters", std::to_string(session.NumberOfParameters));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -7,14 +8,30 @@
 #include "instruments/setup/hardware_choices.h"
 #include "instruments/setup/parameter_commands.h"
 #include "instruments/setup/separators.h"
+#include "platform/ports/device_state.h"
 
 namespace velk {
+
+/// Hears what an instrument sends on a port while no job runs.
+class PortListening {
+ public:
+  virtual ~PortListening() = default;
+  /// Opens the port of these choices, `device` behind it, and hands over what comes. Raises PortError, or
+  /// InvalidArgument for settings that no port has; then nothing is open.
+  virtual void Listen(const HardwareChoices& choices, const std::string& device,
+                      std::function<void(const std::string& bytes)> onBytes) = 0;
+  /// Gives the port back.
+  virtual void Stop() = 0;
+};
 
 /// What HardwareSettings is opened with.
 struct HardwareQuestion {
   HardwareChoices choices;
   int formulae = 0;  ///< additional parameters, which take their share of the 64
   std::vector<PortEntry> ports;
+  std::vector<NamedDevice> devices = {};  ///< that may be chosen for a port
+  std::string delimiter = " ";            ///< between the values of a line that is no own unit's
+  PortListening* listening = nullptr;     ///< null where nobody can listen
 };
 
 /// Where the networked unit is; fields are named as the session's.
@@ -33,11 +50,11 @@ struct SerialPortOutcome {
 };
 
 /// What the dialogs begin with, and what they go on with once HardwareSettings was answered.
-HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings);
+HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening);
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language);
 
-/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters in the settings store, which
-/// no other save of the settings writes. Raises the store's file errors.
+/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters and the devices of ports in
+/// the settings store, which no other save of the settings writes. Raises the store's file errors.
 void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPortOutcome& outcome);
 
 }  // namespace velk

@@ -2,11 +2,13 @@
 
 #include <charconv>
 #include <limits>
+#include <utility>
 
 #include "base/text.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
 #include "model/texts.h"
+#include "platform/ports/device_state.h"
 #include "platform/ports/port_devices.h"
 
 namespace velk {
@@ -89,6 +91,19 @@ std::string PickedSerialData(int place, std::string_view stored) {
   return std::string(stored);
 }
 
+OperatorText ProtocolNote(int picked, std::string_view serialData) {
+  const std::span<const Protocol> protocols = Protocols();
+  const auto index = static_cast<std::size_t>(picked);
+  if (picked >= 0 && index < protocols.size() && protocols[index].picking == Picking::Nothing)
+    return text::LoadAnyLinesTemplate;
+  return ProtocolOf(serialData).deliversNoValues ? text::LoadFormattedTemplate : OperatorText();
+}
+
+std::optional<int> ChannelsOf(std::string_view serialData) {
+  const std::optional<UnitConstants>& unit = ProtocolOf(serialData).unit;
+  return unit ? std::optional<int>(unit->channels) : std::nullopt;
+}
+
 HardwareChoices WithFixedPort(HardwareChoices choices) {
   const std::optional<UnitConstants>& unit = ProtocolOf(choices.SerialData).unit;
   if (!unit) return choices;
@@ -103,10 +118,25 @@ HardwareChoices WithFixedPort(HardwareChoices choices) {
 std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory) {
   std::vector<PortEntry> entries;
   for (int number = 1; number <= kPortsOffered; ++number) {
-    const std::string device = PortDevice(settings, number, directory);
-    entries.push_back({number, device, PortIsThere(device, directory)});
+    PortEntry port{.number = number, .listed = ListedPortDevice(number, directory)};
+    entries.push_back(WithDevice(std::move(port), PortDevice(settings, number, directory), directory));
   }
   return entries;
+}
+
+PortEntry WithDevice(PortEntry port, const std::string& device, const std::string& directory) {
+  const DeviceState state = StateOfDevice(device, directory);
+  port.device = device;
+  port.exists = state.exists;
+  port.isInUse = state.isInUse;
+  port.group = state.group;
+  return port;
+}
+
+OperatorText PresenceText(const PortEntry& port) {
+  if (!port.exists) return text::DeviceMissing;
+  if (!port.group.empty()) return text::DeviceNoPermission + port.group + text::DeviceNoPermissionAfter;
+  return port.isInUse ? text::DeviceInUse : text::DevicePresent;
 }
 
 NumberRead ReadParameterCount(std::string_view typed, int formulae) {

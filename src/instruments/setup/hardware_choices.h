@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,8 @@ struct HardwareChoices {
   std::int16_t DataBits = 8;
   std::string StopBits = "1";
   std::int16_t Handshake = 0;
+  /// Other devices for numbers of the port list; an empty one goes back to what the list has.
+  std::map<int, std::string> PortDevice = {};
 };
 
 HardwareChoices HardwareChoicesOf(const Session& session);
@@ -59,6 +62,13 @@ int ProtocolPlace(std::string_view serialData);
 /// SerialData once an entry was picked: its own, that of the next entry or what is `stored`, as its row tells.
 std::string PickedSerialData(int place, std::string_view stored);
 
+/// What stands beneath the list once an entry was picked (-1: none was) and this is what would be stored: that no
+/// values will come, and which template to load; else nothing.
+OperatorText ProtocolNote(int picked, std::string_view serialData);
+
+/// The count of values in a line of an own unit; nothing for any other protocol.
+std::optional<int> ChannelsOf(std::string_view serialData);
+
 /// The choices with the port as an own unit fixes it; as they are for any other protocol.
 HardwareChoices WithFixedPort(HardwareChoices choices);
 
@@ -66,8 +76,17 @@ HardwareChoices WithFixedPort(HardwareChoices choices);
 struct PortEntry {
   int number = 1;
   std::string device;
-  bool exists = false;  ///< a device, not only a name
+  bool exists = false;      ///< a device, not only a name
+  bool isInUse = false;     ///< by another program
+  std::string group = {};   ///< to join, where this user may not open it
+  std::string listed = {};  ///< what the list has for this number, whatever was chosen
 };
+
+/// "present", or what would hinder its opening.
+OperatorText PresenceText(const PortEntry& port);
+
+/// The entry of a number with another device; `directory` as below.
+PortEntry WithDevice(PortEntry port, const std::string& device, const std::string& directory = "/dev");
 
 /// The entries of the port list; `directory` is where devices are looked for.
 std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory = "/dev");

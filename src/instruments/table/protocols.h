@@ -73,6 +73,7 @@ struct Protocol {
   bool learnsLineLength = false;    ///< ticks read the plain port until the length of a line is known
   bool readsBesideOwnUnit = false;  ///< its decoder reads for a tick though an own unit was chosen before
   bool frameBeginsAtEnd = false;    ///< the end of a frame is the beginning of the next one
+  bool deliversNoValues = false;    ///< its check rejects every line
   bool decimalFields = false;       ///< a value is decimal text and nothing else, so that any other is a damaged one
   bool hasCommands = false;         ///< each parameter has a command that asks for it and one that resets it
   PageTimer pageTimer = PageTimer::None;

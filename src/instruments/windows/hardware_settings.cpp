@@ -7,6 +7,7 @@
 #include "instruments/texts.h"
 #include "instruments/windows/choice_box.h"
 #include "model/help_topics.h"
+#include "platform/ports/serial.h"
 #include "ui_hardware_settings.h"
 
 namespace velk {
@@ -14,7 +15,9 @@ namespace velk {
 namespace {
 
 /// A path by which a device is told apart can be long; its two ends say most.
-constexpr int kDeviceWidth = 240;
+constexpr int kDeviceWidth = 200;
+/// The last of them, and as much again as their frame takes.
+constexpr int kLinesInView = 4;
 
 }  // namespace
 
@@ -24,6 +27,9 @@ HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& que
       host_(host),
       formulae_(question.formulae),
       ports_(question.ports),
+      devices_(question.devices),
+      delimiter_(question.delimiter),
+      listening_(question.listening),
       choices_(question.choices),
       sampling_(SamplingChoiceOf(question.choices.SamplingRate)) {
   ui_->setupUi(this);
@@ -33,13 +39,17 @@ HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& que
   ui_->txtSensitivityCriterion->setText(QString::number(choices_.SensitivityCriterion));
   ShowDevices();
   UpdateDisplay();
+  ShowNote(-1);
   ConnectLists();
+  ConnectPort();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &HardwareSettings::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &HardwareSettings::reject);
   TranslateForm(*this, host.Words());
 }
 
-HardwareSettings::~HardwareSettings() = default;
+HardwareSettings::~HardwareSettings() {
+  if (listening_) listening_->Stop();
+}
 
 void HardwareSettings::FillLists() {
   const auto text = [this](const MessageText& row) { return ToQt(host_.Words().Translator.In(row)); };
@@ -75,6 +85,19 @@ void HardwareSettings::ConnectLists() {
   onPick(ui_->cboHandshake, [this](std::size_t i) { choices_.Handshake = kHandshakes[i]; });
 }
 
+void HardwareSettings::ConnectPort() {
+  const auto buttons = std::to_array({ui_->cmdDevice_1, ui_->cmdDevice_2, ui_->cmdDevice_3, ui_->cmdDevice_4});
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    buttons[i]->setEnabled(i < ports_.size());
+    connect(buttons[i], &QPushButton::clicked, this, [this, i] { cmdDevice_Click(i); });
+  }
+  connect(ui_->txtNumberOfParameters, &QLineEdit::textEdited, this, [this] { channelsTyped_ = true; });
+  connect(ui_->txtNumberOfParameters, &QLineEdit::textChanged, this, &HardwareSettings::ShowLines);
+  ui_->txtLines->setFixedHeight(ui_->txtLines->fontMetrics().lineSpacing() * kLinesInView);
+  ui_->cmdListen->setEnabled(listening_ != nullptr);
+  connect(ui_->cmdListen, &QPushButton::clicked, this, &HardwareSettings::cmdListen_Click);
+}
+
 void HardwareSettings::UpdateDisplay() {
   const HardwareChoices shown = WithFixedPort(choices_);
   ShowChoice(*ui_->cboSerialData, ProtocolPlace(shown.SerialData), shown.SerialData);
@@ -100,11 +123,10 @@ void HardwareSettings::ShowDevices() {
   for (std::size_t i = 0; i < labels.size() && i < ports_.size(); ++i) {
     const PortEntry& port = ports_[i];
     const QString device = ToQt(port.device);
-    const MessageText presence = port.exists ? text::DevicePresent : text::DeviceMissing;
     labels[i]->setText(QStringLiteral("%1: %2 - %3")
                            .arg(QString::number(port.number),
                                 labels[i]->fontMetrics().elidedText(device, Qt::ElideMiddle, kDeviceWidth),
-                                ToQt(host_.Words().Translator.In(presence))));
+                                ToQt(host_.Words().Translator.In(PresenceText(port)))));
     labels[i]->setToolTip(device);
   }
 }
@@ -113,7 +135,74 @@ void HardwareSettings::ShowDevices() {
 void HardwareSettings::PickProtocol(int place) {
   if (place < 0) return;
   choices_.SerialData = PickedSerialData(place, choices_.SerialData);
+  FillInChannels();
   UpdateDisplay();
+  ShowNote(place);
+}
+
+void HardwareSettings::ShowNote(int picked) {
+  const OperatorText note = ProtocolNote(picked, choices_.SerialData);
+  ui_->lblProtocolNote->setText(ToQt(host_.Words().Translator.In(note)));
+  ui_->lblProtocolNote->setVisible(!note.IsEmpty());
+}
+
+void HardwareSettings::FillInChannels() {
+  const std::optional<int> channels = ChannelsOf(choices_.SerialData);
+  if (channels && !channelsTyped_) ui_->txtNumberOfParameters->setText(QString::number(*channels));
+}
+
+void HardwareSettings::cmdDevice_Click(std::size_t place) {
+  PortEntry& port = ports_[place];
+  const auto text = [this](const OperatorText& row) { return host_.Words().Translator.In(row); };
+  std::vector<std::string> entries{text(text::DeviceOfList + port.listed)};
+  for (const NamedDevice& device : devices_)
+    entries.push_back(device.maker.empty() ? device.path : device.path + "  (" + device.maker + ")");
+  const auto chosen = host_.Boxes().Choose({.title = text::DeviceOfPort + std::to_string(port.number),
+                                            .prompt = text::ChooseDevice,
+                                            .entries = entries,
+                                            .mayEnter = true,
+                                            .helpTopic = topic::Connecting});
+  if (!chosen) return;
+  std::string path = *chosen;
+  if (path == entries.front()) path.clear();
+  for (std::size_t i = 0; i < devices_.size(); ++i)
+    if (path == entries[i + 1]) path = devices_[i].path;
+  choices_.PortDevice[port.number] = path;
+  choices_.PortNumber = static_cast<std::int16_t>(port.number);
+  port = WithDevice(port, path.empty() ? port.listed : path);
+  ShowDevices();
+  UpdateDisplay();
+}
+
+/// A port that is not on the list is named by none: nobody can listen there.
+void HardwareSettings::cmdListen_Click(bool listen) {
+  listening_->Stop();
+  heard_ = {};
+  ShowLines();
+  const auto place = static_cast<std::size_t>(choices_.PortNumber - 1);
+  if (!listen || place >= ports_.size()) return ui_->cmdListen->setChecked(false);
+  try {
+    listening_->Listen(choices_, ports_[place].device, [this](const std::string& bytes) {
+      heard_.Append(bytes);
+      ShowLines();
+    });
+    ShowLines();
+  } catch (const RuntimeError& error) {
+    ui_->cmdListen->setChecked(false);
+    ui_->lblLines->setText(ToQt(host_.Words().Translator.In(error.Text())));
+  }
+}
+
+void HardwareSettings::ShowLines() {
+  QStringList lines;
+  for (const std::string& line : heard_.Shown()) lines << ToQt(line);
+  ui_->txtLines->setPlainText(lines.join('\n'));
+  ui_->txtLines->moveCursor(QTextCursor::End);
+  if (!ui_->cmdListen->isChecked()) return ui_->lblLines->clear();
+  const std::optional<UnitConstants>& unit = ProtocolOf(choices_.SerialData).unit;
+  const std::string delimiter = unit ? std::string(unit->delimiter) : delimiter_;
+  const OperatorText verdict = heard_.Verdict(delimiter, ui_->txtNumberOfParameters->text().toInt());
+  ui_->lblLines->setText(ToQt(host_.Words().Translator.In(verdict)));
 }
 
 void HardwareSettings::cmdOK_Click() {

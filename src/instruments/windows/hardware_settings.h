@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "i18n/windows/window_host.h"
+#include "instruments/reading/heard_lines.h"
 #include "instruments/setup/edit_serial_port.h"
 #include "instruments/setup/sampling_choice.h"
 
@@ -30,19 +31,31 @@ class HardwareSettings : public QDialog {
  private:
   void FillLists();
   void ConnectLists();
+  void ConnectPort();
   /// Shows the choices, the port as the protocol fixes it.
   void UpdateDisplay();
   void ShowDevices();
   void PickProtocol(int place);
   void cmdOK_Click();
+  void ShowNote(int picked);
+  /// An own unit sends so many values, unless the operator has typed another number.
+  void FillInChannels();
+  void cmdDevice_Click(std::size_t place);
+  void cmdListen_Click(bool listen);
+  void ShowLines();
   /// Takes over what a box gives; false where it has to be put right first.
   bool Take(QLineEdit& box, const NumberRead& read, std::int16_t& field);
 
   std::unique_ptr<Ui::HardwareSettings> ui_;
   WindowHost& host_;
   const int formulae_;
-  const std::vector<PortEntry> ports_;
+  std::vector<PortEntry> ports_;
+  const std::vector<NamedDevice> devices_;
+  const std::string delimiter_;
+  PortListening* const listening_;
   HardwareChoices choices_;
+  HeardLines heard_;
+  bool channelsTyped_ = false;
   SamplingChoice sampling_;
 };
 

@@ -33,8 +33,9 @@ bool AskForProtocol(WindowHost& host, const Session& session, SerialPortOutcome&
   return outcome.address.has_value();
 }
 
-std::optional<SerialPortOutcome> Ask(WindowHost& host, const Session& session, const Platform& platform) {
-  const auto choices = host.Ask<HardwareSettings>(HardwareQuestionOf(session, platform.settings));
+std::optional<SerialPortOutcome> Ask(WindowHost& host, const Session& session, const Platform& platform,
+                                     PortListening* listening) {
+  const auto choices = host.Ask<HardwareSettings>(HardwareQuestionOf(session, platform.settings, listening));
   if (!choices) return std::nullopt;
   SerialPortOutcome outcome = OutcomeOf(session, *choices, platform.language);
   if (!AskForProtocol(host, session, outcome)) return std::nullopt;
@@ -43,10 +44,10 @@ std::optional<SerialPortOutcome> Ask(WindowHost& host, const Session& session, c
 
 }  // namespace
 
-void mnuEditSerialPort_Click(WindowHost& host, Session& session, const Platform& platform,
+void mnuEditSerialPort_Click(WindowHost& host, Session& session, const Platform& platform, PortListening* listening,
                              const std::function<void()>& linkAgain) {
   RunProcedure({platform.dialogs, "mnuEditSerialPort_Click"}, [&](const Statements& run) {
-    const auto outcome = run([&] { return Ask(host, session, platform); });
+    const auto outcome = run([&] { return Ask(host, session, platform, listening); });
     if (!outcome) return;
     run([&] { StoreSerialPort(session, platform.settings, *outcome); });
     run([&] { linkAgain(); });

@@ -13,7 +13,7 @@ namespace velk {
 ///
 /// `linkAgain` is the shell's part, run once the outcome stands: the link leased (see LinkLease), the settings saved,
 /// and the link set up for the new choice. It runs again where the operator retries a failure.
-void mnuEditSerialPort_Click(WindowHost& host, Session& session, const Platform& platform,
+void mnuEditSerialPort_Click(WindowHost& host, Session& session, const Platform& platform, PortListening* listening,
                              const std::function<void()>& linkAgain);
 
 }  // namespace velk

@@ -8,9 +8,12 @@ Failure FailureOf(const std::exception& error) {
 }
 
 Answer ShowProcedureError(const Report& report, const Failure& failure, Buttons buttons) {
+  if (report.pause && report.pause->StaysAway(failure)) return Answer::Cancel;
   const OperatorText shown = failure.text + " - " + report.procedure;
-  return report.dialogs.ProcedureError(report.procedure,
-                                       {shown, report.title, buttons, BoxIcon::Exclamation, failure.number});
+  const Answer answer = report.dialogs.ProcedureError(
+      report.procedure, {shown, report.title, buttons, BoxIcon::Exclamation, failure.number});
+  if (report.pause) report.pause->WasAnswered(failure, answer);
+  return answer;
 }
 
 }  // namespace velk

@@ -9,21 +9,32 @@
 
 namespace velk {
 
-/// Who failed, for the error box of an event procedure.
-struct Report {
-  Dialogs& dialogs;
-  std::string procedure;    ///< "mnuFileExit_Click"; stands behind " - " in the box
-  OperatorText title = {};  ///< empty: the program's name
-};
-
-/// Thrown by Cancel; only RunProcedure catches it.
-struct LeaveProcedure {};
-
 /// What a statement has failed with.
 struct Failure {
   OperatorText text;
   ErrorNumber number = ErrorNumber::Internal;
 };
+
+/// Keeps the boxes of failures away that would come again and again.
+class BoxPause {
+ public:
+  virtual ~BoxPause() = default;
+  /// Whether the box of this failure stays away; its answer is then Cancel.
+  virtual bool StaysAway(const Failure& failure) = 0;
+  /// The box was answered.
+  virtual void WasAnswered(const Failure& failure, Answer answer) = 0;
+};
+
+/// Who failed, for the error box of an event procedure.
+struct Report {
+  Dialogs& dialogs;
+  std::string procedure;      ///< "mnuFileExit_Click"; stands behind " - " in the box
+  OperatorText title = {};    ///< empty: the program's name
+  BoxPause* pause = nullptr;  ///< null: each failure has its box
+};
+
+/// Thrown by Cancel; only RunProcedure catches it.
+struct LeaveProcedure {};
 
 Failure FailureOf(const std::exception& error);
 

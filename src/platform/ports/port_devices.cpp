@@ -41,7 +41,9 @@ std::vector<int> NumbersOf(const std::string& directory, std::string_view prefix
   return numbers;
 }
 
-std::string Listed(int portNumber, const std::string& directory) {
+}  // namespace
+
+std::string ListedPortDevice(int portNumber, const std::string& directory) {
   const std::vector<int> builtInNumbers = NumbersOf(directory, "ttyS");
   const int place = portNumber - (builtInNumbers.empty() ? 0 : builtInNumbers.back() + 1);
   const std::vector<std::string> adapters = AdapterPaths(directory);
@@ -49,12 +51,10 @@ std::string Listed(int portNumber, const std::string& directory) {
   return directory + "/ttyS" + std::to_string(portNumber - 1);
 }
 
-}  // namespace
-
 std::string PortDevice(SettingsStore& settings, int portNumber, const std::string& directory) {
   const std::string key = "PortDevice" + std::to_string(portNumber);
   const std::string set = settings.Get("VELK2", "Protocol", key, "");
-  return set.empty() ? Listed(portNumber, directory) : set;
+  return set.empty() ? ListedPortDevice(portNumber, directory) : set;
 }
 
 std::vector<std::string> AdapterPaths(const std::string& directory) {

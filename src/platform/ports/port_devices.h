@@ -16,6 +16,9 @@ class SettingsStore;
 /// another adapter never takes the place of one that was pulled out.
 std::string PortDevice(SettingsStore& settings, int portNumber, const std::string& directory = "/dev");
 
+/// What the list has for the number, whatever was set.
+std::string ListedPortDevice(int portNumber, const std::string& directory = "/dev");
+
 /// The paths of the adapters, in the order of that list.
 std::vector<std::string> AdapterPaths(const std::string& directory);
 

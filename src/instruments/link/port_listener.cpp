@@ -1,0 +1,35 @@
+#include "instruments/link/port_listener.h"
+
+#include <utility>
+
+namespace velk {
+
+void PortListener::Listen(const HardwareChoices& choices, const std::string& device,
+                          std::function<void(const std::string& bytes)> onBytes) {
+  Stop();
+  lease_.emplace(link_, timers_);
+  SerialPort& port = *link_.MSComm1;
+  port.onReadyRead = [&port, onBytes = std::move(onBytes)] {
+    while (port.BytesWaiting() > 0) onBytes(port.Read(port.BytesWaiting()));
+  };
+  const HardwareChoices fixed = WithFixedPort(choices);
+  try {
+    port.Open({.device = device,
+               .baudRate = fixed.BaudRate,
+               .parity = fixed.Parity,
+               .dataBits = fixed.DataBits,
+               .stopBits = fixed.StopBits,
+               .handshake = static_cast<Handshake>(fixed.Handshake)});
+  } catch (const RuntimeError&) {
+    Stop();
+    throw;
+  }
+}
+
+void PortListener::Stop() {
+  if (!lease_) return;
+  link_.ClosePlainPort();
+  lease_.reset();
+}
+
+}  // namespace velk

@@ -1,0 +1,100 @@
+#include "shell/first_steps.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+
+#include "shell/shell_rig.h"
+#include "shell/simulated_unit.h"
+
+namespace velk {
+namespace {
+
+class Guide : public testing::Test {
+ protected:
+  Guide() { rig.Start(); }
+  FirstSteps& Steps() { return rig.Window().Guide(); }
+  QPushButton& Button(const char* name) { return *Steps().findChild<QPushButton*>(name); }
+  bool IsDone(const char* name) {
+    Steps().Refresh();
+    return Button(name).property("done").toBool();
+  }
+
+  test::ShellRig rig;
+};
+
+TEST_F(Guide, StandsInAnEmptyWorkAreaAndGoesWhereGraphsStand) {
+  Steps().Refresh();
+  EXPECT_TRUE(Steps().isVisible());
+  rig.Connect();
+  QApplication::processEvents();
+  EXPECT_FALSE(rig.Window().GraphArea().subWindowList().isEmpty());
+  EXPECT_FALSE(Steps().isVisible());
+  rig.Press("Stop");
+  rig.clock.RunPosted();
+  QApplication::processEvents();
+  Steps().Refresh();
+  EXPECT_TRUE(Steps().isVisible());
+}
+
+TEST_F(Guide, RunsTheCommandsAndOffersOnlyWhatIsPossible) {
+  Steps().Refresh();
+  EXPECT_TRUE(Button("cmdStep_1").isEnabled());
+  EXPECT_TRUE(Button("cmdStep_2").isEnabled());
+  EXPECT_FALSE(Button("cmdStep_3").isEnabled()) << "the table of parameters waits for Connect";
+  EXPECT_FALSE(Button("cmdStep_5").isEnabled());
+  rig.windows.ThenClick("HardwareSettings", "cmdCancel");
+  Button("cmdStep_1").click();
+  EXPECT_TRUE(rig.windows.IsDone());
+}
+
+TEST_F(Guide, ShowsWhatIsDone) {
+  EXPECT_FALSE(IsDone("cmdStep_3"));
+  rig.State().Parameters[2].name = "Pressure";
+  EXPECT_TRUE(IsDone("cmdStep_3"));
+  EXPECT_FALSE(IsDone("cmdStep_4"));
+  rig.State().CurrentFile = "/jobs/a.mdb";
+  EXPECT_TRUE(IsDone("cmdStep_4"));
+}
+
+TEST_F(Guide, ShowsTheInstrumentAsChosenOnlyWhereItsDeviceIsThere) {
+  Steps().portIsThere = [] { return false; };
+  EXPECT_FALSE(IsDone("cmdStep_1"));
+  Steps().portIsThere = [] { return true; };
+  EXPECT_TRUE(IsDone("cmdStep_1"));
+  rig.State().SerialData.clear();
+  EXPECT_FALSE(IsDone("cmdStep_1"));
+}
+
+TEST_F(Guide, OffersASimulatedUnit) {
+  int started = 0;
+  Steps().onSimulatedUnit = [&] { ++started; };
+  Button("cmdSimulated").click();
+  EXPECT_EQ(started, 1);
+}
+
+TEST_F(Guide, SaysWhereTheSimulatedUnitIsMissing) {
+  rig.programFolder = rig.folder.Path().string();
+  rig.Start();
+  rig.dialogs.Expect("velk_sim_unit is missing", Answer::Ok);
+  Button("cmdSimulated").click();
+}
+
+TEST(SettingsForASimulatedUnit, AreThoseOfAUnitOfTwentyTwoChannelsOnTwoGraphs) {
+  const test::TemporaryFolder folder;
+  SettingsStore settings(folder.File("VELK"));
+  SetUpForSimulatedUnit(settings, "/tmp/unit");
+  SettingsStore written(folder.File("VELK"));
+  EXPECT_EQ(written.Get("VELK2", "Protocol", "SerialData", ""), "KESTA version 5");
+  EXPECT_EQ(written.Get("VELK2", "Protocol", "PortDevice1", ""), "/tmp/unit");
+  EXPECT_EQ(written.Get("VELK2", "Parameters", "NumberOfParameters", ""), "22");
+  EXPECT_EQ(written.Get("VELK2", "Parameter1", "FormIndex", ""), "1");
+  EXPECT_EQ(written.Get("VELK2", "Parameter5", "FormIndex", ""), "0");
+  EXPECT_EQ(written.Get("VELK2", "Parameter5", "GraphVisible", ""), "False");
+}
+
+}  // namespace
+}  // namespace velk
