@@ -99,43 +99,45 @@ class NoDialogs : public Dialogs {
   std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
 };
 
-/// One strip-chart window with eight curves, driven as the road of a sample drives it.
+/// Strip-chart windows that share so many curves, driven as the road of a sample drives them.
 class LiveChart {
  public:
-  LiveChart() {
+  explicit LiveChart(int curves = kCurves, int windows = 1, QSize area = {1100, 520}) : curves_(curves) {
     session_.Times.GraphTimeStep = kSecond;
-    session_.NumberOfParameters = kCurves;
-    for (int i = 1; i <= kCurves; ++i) {
+    session_.NumberOfParameters = static_cast<std::int16_t>(curves);
+    for (int i = 1; i <= curves; ++i) {
       Parameter& curve = session_.CurrentParameters[i];
       curve.name = "Curve " + std::to_string(i);
       curve.max = 100;
       curve.color = i * 0x1D3A57 & 0xFFFFFF;
       curve.format = "#0.000";
-      curve.FormIndex = 1;
+      curve.FormIndex = static_cast<std::int16_t>((i - 1) * windows / curves + 1);
       curve.GraphVisible = true;
     }
-    BuildGraphMap(session_, kCurves);
-    area_.resize(1100, 520);
+    BuildGraphMap(session_, curves);
+    area_.resize(area);
     area_.show();
     windows_.CreateGraphWindows();
-    window_ = session_.GraphForms[1];
     session_.Times.GraphPageTime = session_.Times.GraphEndTime = lastTime_ = start_;
-    window_->WriteDate(start_, start_ + BlockLength());
+    ForEachGraphWindow(session_, [&](GraphWindow& window) { window.WriteDate(start_, start_ + BlockLength()); });
   }
 
-  void Sample() {
+  /// `hasValues`: with the labels of the values.
+  void Sample(bool hasValues = true) {
     const double time = start_ + static_cast<double>(sample_) * kSecond;
     if (time >= session_.Times.GraphEndTime) {
-      window_->Picture2_Update(session_.Times.GraphEndTime, session_.Times.GraphEndTime + BlockLength());
-      session_.Times.GraphPageTime = window_->TimeOrigin();
+      const double start = session_.Times.GraphEndTime;
+      ForEachGraphWindow(session_, [&](GraphWindow& window) { window.Picture2_Update(start, start + BlockLength()); });
+      session_.Times.GraphPageTime = session_.GraphForms[1]->TimeOrigin();
       session_.Times.GraphEndTime += BlockLength();
     }
-    for (int i = 1; i <= kCurves; ++i) {
+    for (int i = 1; i <= curves_; ++i) {
       const Parameter& curve = session_.CurrentParameters[i];
+      GraphWindow& window = *session_.GraphForms[curve.FormIndex];
       const float value = job_.Value(i, sample_);
-      window_->WriteValuesToLabels(i, value);
-      window_->PlotValue(lastTime_, time, session_.PreviousValue[i], value, curve.min, curve.max, curve.color,
-                         curve.Wrapping);
+      if (hasValues) window.WriteValuesToLabels(i, value);
+      window.PlotValue(lastTime_, time, session_.PreviousValue[i], value, curve.min, curve.max, curve.color,
+                       curve.Wrapping);
       session_.PreviousValue[i] = value;
     }
     lastTime_ = time;
@@ -161,7 +163,7 @@ class LiveChart {
   Session session_;
   QMdiArea area_;
   GraphWindowsMdi windows_{session_, platform_, translation_, area_};
-  GraphWindow* window_ = nullptr;
+  const int curves_;
   Job job_;
   const double start_ = DateSerial(2026, 3, 14);
   double lastTime_ = 0;
@@ -232,6 +234,33 @@ void ReplottedSamples(benchmark::State& state) {
       state, [&] { chart.Sample(); }, [] {});
 }
 
+/// Each sample is brought to the screen: how it is at up to 30 samples a second.
+void EachSampleShown(benchmark::State& state, int curves, int windows, QSize area, bool hasValues) {
+  LiveChart chart(curves, windows, area);
+  for (auto unused : state) {
+    (void)unused;
+    chart.Sample(hasValues);
+    chart.Show();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+/// Nothing is shown: what a sample's segments cost.
+void SegmentsOnly(benchmark::State& state, int curves, int windows) {
+  LiveChart chart(curves, windows, {1280, 700});
+  for (auto unused : state) {
+    (void)unused;
+    chart.Sample(false);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues8, 8, 1, QSize(1100, 520), true);
+BENCHMARK_CAPTURE(EachSampleShown, Curves8, 8, 1, QSize(1100, 520), false);
+BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64, 64, 1, QSize(1100, 2600), true);
+BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64In8Windows, 64, 8, QSize(1280, 700), true);
+BENCHMARK_CAPTURE(SegmentsOnly, 8, 8, 1);
+BENCHMARK_CAPTURE(SegmentsOnly, 64, 64, 8);
 BENCHMARK(StripChartSamples)->MinTime(3);
 BENCHMARK(ReplottedSamples)->MinTime(3);
 

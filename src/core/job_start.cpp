@@ -7,6 +7,7 @@ namespace velk {
 
 void SetStartTimes(Session& session, double start, double step) {
   session.StartTime = session.LastPageTime = start;
+  session.PagesTurned = 0;
   session.Times.GraphTimeStep = step;
   session.Times.LastPlotTime = session.Times.GraphEndTime = session.Times.GraphPageTime = start;
 }

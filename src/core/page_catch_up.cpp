@@ -13,7 +13,7 @@ namespace velk {
 namespace {
 
 /// Wherever an origin starts from, behind so many blocks it stands where it would have come to anyway.
-constexpr double kMostCarried = 10'000;
+constexpr double kMostCarried = 500'000;
 constexpr double kMostDrawn = 1'000;
 
 /// The blocks of two pages: each scroll takes half a page away.
@@ -22,11 +22,18 @@ double BlocksToDraw(const ChartMeasures& measures) {
   return std::min(2 * std::ceil(onPage) + 2, kMostDrawn);
 }
 
-void CarryBlock(TimeBase& times, const ChartMeasures& measures, double length) {
+void TurnTo(Session& session, double pageTime) {
+  if (session.Times.GraphPageTime == pageTime) return;
+  session.Times.GraphPageTime = pageTime;
+  ++session.PagesTurned;
+}
+
+void CarryBlock(Session& session, const ChartMeasures& measures, double length) {
+  TimeBase& times = session.Times;
   const double blockEnd = times.GraphEndTime + length;
   const float bottom = TimeToY(blockEnd, times.GraphPageTime, measures.pixeldivide, times.GraphTimeStep);
   if (static_cast<double>(bottom) >= PlotHeight(measures))
-    times.GraphPageTime = OriginBehindScroll(times.GraphPageTime, times.GraphEndTime);
+    TurnTo(session, OriginBehindScroll(times.GraphPageTime, times.GraphEndTime));
   times.GraphEndTime = blockEnd;
 }
 
@@ -43,7 +50,7 @@ void FollowFirstPage(Session& session) {
   for (int k = 1; k <= session.GraphCount; ++k) {
     const GraphWindow* window = session.GraphForms[session.GraphList[k]];
     if (!window) continue;
-    if (window->TimeOrigin() != 0) session.Times.GraphPageTime = window->TimeOrigin();
+    if (window->TimeOrigin() != 0) TurnTo(session, window->TimeOrigin());
     return;
   }
 }
@@ -60,7 +67,7 @@ void CatchUpPage(Session& session, double samplingRate) {
     times.GraphEndTime = times.GraphPageTime = session.SampleTime - (drawn + kMostCarried) * length;
     behind = drawn + kMostCarried;
   }
-  for (; behind > drawn; --behind) CarryBlock(times, measures, length);
+  for (; behind > drawn; --behind) CarryBlock(session, measures, length);
   for (; drawn > 0 && session.SampleTime >= times.GraphEndTime + length; --drawn) DrawBlock(session, length);
 }
 

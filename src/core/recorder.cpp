@@ -1,6 +1,8 @@
 #include "core/recorder.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/scope.h"
@@ -116,7 +118,9 @@ void Recorder::AppendRowQuietly(const LogRow& row) {
 void Recorder::FollowPage(const Statements& run) {
   if (session_.Times.GraphPageTime == session_.LastPageTime) return;
   const std::string pagesBefore = PagesText(session_.PageCount);
-  if (session_.PageCount < std::numeric_limits<std::int16_t>::max()) ++session_.PageCount;
+  constexpr std::int32_t kMost = std::numeric_limits<std::int16_t>::max();
+  const std::int32_t turned = std::max(std::exchange(session_.PagesTurned, 0), 1);
+  session_.PageCount = static_cast<std::int16_t>(std::min(session_.PageCount + turned, kMost));
   session_.LastPageTime = session_.Times.GraphPageTime;
   // One question at a time: samples that overrun it only count the page.
   if (session_.CurrentFile.empty() && !asking_) AskForFile(run);

@@ -141,7 +141,10 @@ bool SampleRoad::DrawAndLog(const Statements& run, Values values, std::optional<
     // A rejected line has only its time: values that stand have not moved.
     const bool significant = values == Values::Held ? IsDue(session_) : IsSignificant(run);
     if (!significant) return false;
-    plotter_.Draw(run, {session_.SamplingRate, true, session_.RecordToDB});
+    plotter_.Draw(run, {.samplingRate = session_.SamplingRate,
+                        .watchesAlarms = true,
+                        .movesScrollBar = session_.RecordToDB,
+                        .catchesUp = true});
     plotter_.ReadPageStart();
     row.AppendRow(run);
     return true;

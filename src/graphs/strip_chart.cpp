@@ -61,11 +61,10 @@ void StripChart::SetBlockPairsPerPage() {
 void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                            std::int32_t colour, bool wrapping) {
   const double origin = timeOrigin_ != 0 ? timeOrigin_ : CutToMinute(previousTime);
-  const float y1 = Y(previousTime, origin), y2 = Y(time, origin);
-  if (std::isnan(y1) || std::isnan(y2)) return;
+  const Span& span = SpanOf(previousTime, time, origin);
+  if (std::isnan(span.y1) || std::isnan(span.y2)) return;
   const Scale scale = scales_.Limits(min, max);
   const double width = PlotTarget_->Width();
-  const bool gap = IsGap(previousTime, time);
 
   WrappingPasses passes(previousValue, value, scale, wrapping);
   for (WrappingPass pass; passes.Next(pass);) {
@@ -74,11 +73,20 @@ void StripChart::PlotValue(double previousTime, double time, float previousValue
     if (std::isnan(x1) || std::isnan(x2)) return;
     timeOrigin_ = origin;
     PlotTarget_->SetPenWidth(pass.penWidth);
-    if (gap)
-      PlotTarget_->Circle(x2, y2, kDotRadius, colour);
+    if (span.isGap)
+      PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
     else
-      PlotTarget_->Line(x1, y1, x2, y2, colour);
+      PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
   }
+}
+
+const StripChart::Span& StripChart::SpanOf(double previousTime, double time, double origin) {
+  const double step = times_.GraphTimeStep;
+  if (span_.from == previousTime && span_.to == time && span_.origin == origin && span_.step == step) return span_;
+  const float y1 = Y(previousTime, origin), y2 = Y(time, origin);
+  const bool isDrawn = !std::isnan(y1) && !std::isnan(y2);
+  span_ = {previousTime, time, origin, step, y1, y2, isDrawn && IsGap(previousTime, time)};
+  return span_;
 }
 
 StripChart::Block StripChart::Place(double blockStart, double blockEnd, double pageTime) const {
@@ -98,18 +106,20 @@ void StripChart::Picture2_Update(double blockStart, double blockEnd) {
   if (std::isnan(block.y1) || std::isnan(block.y2)) return;
   if (block.scrolls) times_.BlockPairsPerPage = BlockPairs();
 
+  // The page may have moved on without this chart, behind a gap.
+  const double before = timeOrigin_ != 0 ? timeOrigin_ : pageTime;
   times_.GraphPageTime = pageTime;
   timeOrigin_ = block.origin;
   PlotTarget_->SetPenWidth(1);
   AxisTarget_->SetPenWidth(1);
-  if (block.scrolls) Scroll(block, pageTime);
+  if (block.scrolls || block.origin != before) Scroll(block, before);
   DrawBlockFrame(block);
   if (std::floor(blockEnd) - std::floor(blockStart) > 0) PrintDate(blockEnd, block.y1, block.y2);
 }
 
 /// Each time keeps its place: what stands on the paper beside another time would be a wrong number.
-void StripChart::Scroll(const Block& block, double pageTime) {
-  const double moved = static_cast<double>(Y(block.origin, pageTime));
+void StripChart::Scroll(const Block& block, double originBefore) {
+  const double moved = static_cast<double>(Y(block.origin, originBefore));
   const double dots = std::round(moved * PlotTarget_->PixelHeight() / PlotTarget_->Height());
   if (dots >= 0)
     PlotTarget_->ScrollUp(static_cast<int>(std::min<double>(dots, PlotTarget_->PixelHeight())));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -92,9 +93,17 @@ class StripChart {
     bool hasTick;
   };
 
+  /// Where the two ends of a segment stand down the page; all curves of a sample share them.
+  struct Span {
+    double from = 0, to = 0, origin = 0, step = std::numeric_limits<double>::quiet_NaN();
+    float y1 = 0, y2 = 0;
+    bool isGap = false;
+  };
+
+  const Span& SpanOf(double previousTime, double time, double origin);
   float Y(double time, double origin) const;
   Block Place(double blockStart, double blockEnd, double pageTime) const;
-  void Scroll(const Block& block, double pageTime);
+  void Scroll(const Block& block, double originBefore);
   void DrawBlockFrame(const Block& block);
   void PrintTime(double time, double y, bool hasTick);
   void PrintDate(double date, float y1, float y2);
@@ -115,6 +124,7 @@ class StripChart {
   double timeOrigin_ = 0;
   bool gridRedrawn_ = false;  ///< a resize has drawn the row grid of the page; the blocks skip theirs until it scrolls
   ScaleCache scales_;
+  Span span_;
   std::vector<AxisMark> axisMarks_;
 };
 

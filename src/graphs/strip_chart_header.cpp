@@ -11,12 +11,22 @@ namespace velk {
 
 namespace {
 
-/// `text`, shortened until it is at most `room` wide: a name must not run over the numbers beside it.
+constexpr double kBesideTitle = 60;  ///< twips between a title and the numbers beside it
+
+/// `text`, shortened until it is at most `room` wide.
 std::string Shortened(const Surface& surface, const std::string& text, double room) {
   std::string shown = text;
   for (std::size_t kept = CharacterCount(text); surface.TextWidth(shown) > room && kept > 0;)
     shown = --kept > 0 ? Left(text, kept) + "\u2026" : std::string();
   return shown;
+}
+
+/// Name and units of a curve. Where they are wider than `room` the name is cut first: a value without its units is
+/// none.
+std::string TitleOf(const Surface& surface, const Parameter& curve, double room) {
+  const std::string units = " (" + curve.units + ")";
+  const std::string name = Shortened(surface, curve.name, room - surface.TextWidth(units));
+  return name.empty() && !curve.name.empty() ? Shortened(surface, curve.name, room) : name + units;
 }
 
 }  // namespace
@@ -37,14 +47,15 @@ void StripChart::DrawHeaderRow(int slot, double width) {
 
   const std::string min = NumberText(curve.min), max = NumberText(curve.max);
   const double minEnd = 10 + header.TextWidth(min), maxStart = width - kLeftMargin - 100 - header.TextWidth(max);
-  const double middle = (width - kLeftMargin) / 2;
-  const std::string title =
-      Shortened(header, curve.name + " (" + curve.units + ")", 2 * std::min(middle - minEnd, maxStart - middle));
+  const double first = minEnd + kBesideTitle, behind = maxStart - kBesideTitle;
+  const std::string title = TitleOf(header, curve, behind - first);
   header.Print(kLeftMargin + 10, bottom - header.TextHeight(min), min, curve.color);
   header.Print(width - header.TextWidth(max) - 100, bottom - header.TextHeight(max), max, curve.color);
   if (title.empty()) return;
-  header.Print((width - kLeftMargin - header.TextWidth(title)) / 2 + kLeftMargin, bottom - header.TextHeight(title),
-               title, curve.color);
+  // In the middle, unless that would run over a number.
+  const double titleWidth = header.TextWidth(title);
+  const double left = std::max(std::min((width - kLeftMargin - titleWidth) / 2, behind - titleWidth), first);
+  header.Print(kLeftMargin + left, bottom - header.TextHeight(title), title, curve.color);
 }
 
 void StripChart::DrawHeaderCorner(double width) {

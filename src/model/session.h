@@ -51,6 +51,7 @@ struct Session : StoredSettings {
   std::string LogFileInUse;  ///< file of the open log
   bool RecordToDB = false;
   std::int16_t PageCount = 0;                   ///< page changes since the file was chosen
+  std::int32_t PagesTurned = 0;                 ///< by the samples since PageCount was last brought up to date
   std::vector<std::string> SummaryExtraFields;  ///< columns of SummaryReport for manual entry
 
   // --- Playback ---

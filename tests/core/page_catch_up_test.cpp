@@ -58,7 +58,9 @@ struct CaughtJob {
   void Block() {
     const double end = session.Times.GraphEndTime + 120 * kOneSecond;
     window->Picture2_Update(session.Times.GraphEndTime, end);
+    const double page = session.Times.GraphPageTime;
     FollowFirstPage(session);
+    pages += session.Times.GraphPageTime != page;
     session.Times.GraphEndTime = end;
   }
   void CatchUpTo(double seconds) {
@@ -70,6 +72,7 @@ struct CaughtJob {
   const double start = DateSerial(2026, 3, 14) + TimeOfDay(9, 30, 0);
   Session session;
   std::unique_ptr<ChartWindow> window;
+  int pages = 0;  ///< turned by Block
 };
 
 TEST(CatchUpPage, LeavesTheBlockOfTheSampleToTheSample) {
@@ -94,6 +97,17 @@ TEST(CatchUpPage, StandsWhereSamplesWouldHaveBroughtIt) {
       EXPECT_EQ(caughtUp.session.Times.GraphEndTime, walked.session.Times.GraphEndTime) << height << " " << blocks;
       EXPECT_EQ(caughtUp.session.Times.GraphPageTime, walked.session.Times.GraphPageTime) << height << " " << blocks;
       EXPECT_EQ(caughtUp.window->TimeOrigin(), walked.window->TimeOrigin()) << height << " " << blocks;
+    }
+  }
+}
+
+TEST(CatchUpPage, CountsEachPageAsIfTheSamplesHadCome) {
+  for (const double height : {3600.0, 9001.0, 900.0}) {
+    for (const int blocks : {3, 20, 5040}) {  // the last one is a week
+      CaughtJob caughtUp(height), walked(height);
+      caughtUp.CatchUpTo(blocks * 120 + 60);
+      for (int block = 1; block < blocks; ++block) walked.Block();
+      EXPECT_EQ(caughtUp.session.PagesTurned, walked.pages) << height << " " << blocks;
     }
   }
 }

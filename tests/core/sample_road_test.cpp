@@ -354,6 +354,23 @@ TEST_F(Road, NamesTheFileByThePageCountAndKeepsTheLog) {
   EXPECT_EQ(rig.Rows(rig.Path("job.mdb")).size(), 4u);
 }
 
+TEST_F(Road, BringsASampleOntoThePageBehindAGapAndCountsThePagesOfTheGap) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.Sample(10, 20, 30);
+  const std::size_t blocks = graph1.blocks.size();
+  rig.clock.Advance(3'600'000);
+  rig.Sample(11, 20, 30);
+  EXPECT_LE(graph1.blocks.size(), blocks + 7) << "those that can stand on the page";
+  EXPECT_GT(rig.session.Times.GraphEndTime, rig.session.SampleTime);
+  EXPECT_LE(rig.session.Times.GraphEndTime, rig.session.SampleTime + 121 * kSecond);
+  // 30 blocks of two minutes, a page with each but the first; the last six are drawn by a window that has no page.
+  EXPECT_GE(rig.session.PageCount, 22);
+  EXPECT_LE(rig.session.PageCount, 30);
+  EXPECT_TRUE(rig.dialogs.shown.empty());
+}
+
 TEST_F(Road, ReplacesTheWholeSuffixOfAFileOfAThousandPages) {
   rig.Connect();
   rig.ChooseFile();

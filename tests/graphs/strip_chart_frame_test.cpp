@@ -104,6 +104,22 @@ TEST(StripChartFrame, KeepsEachTimeBesideItsPictureFromScrollToScroll) {
   EXPECT_EQ(c.pic2.calls.front(), "scroll 120");
 }
 
+TEST(StripChartFrame, TakesThePictureAwayWhereThePageHasMovedOnWithoutIt) {
+  RecordedChart c;
+  c.session.Times.GraphPageTime = JobStart();
+  c.DrawBlock(0);
+  c.Forget();
+  c.session.Times.GraphPageTime = JobStart() + 100 * kSecond;  // behind a gap
+  c.DrawBlock(120);
+  EXPECT_EQ(c.pic2.calls[0], "scroll 100");
+  EXPECT_EQ(c.pic2.calls[1], "line 966 300 966 2100 000000 w1");
+  EXPECT_EQ(c.picture3.calls[0], "cls");
+  c.Forget();
+  c.session.Times.GraphPageTime = JobStart() + 86400 * kSecond;
+  c.DrawBlock(86400);
+  EXPECT_EQ(c.pic2.calls[0], "scroll 240") << "the whole page";
+}
+
 TEST(StripChartFrame, MovesTheOriginHalfWayToTheBlockAtEachScroll) {
   RecordedChart c;
   c.session.Times.GraphPageTime = JobStart();
@@ -325,13 +341,17 @@ TEST(InitialHeader, HasARowOf250ForEachCurveInItsColour) {
                                      "line 966 0 966 600 000000 w1"}));
 }
 
-TEST(InitialHeader, ShortensANameThatWouldRunOverTheNumbersBesideIt) {
+TEST(InitialHeader, GivesATitleTheRoomBetweenTheNumbersBeforeItIsCutAndKeepsItsUnits) {
   RecordedChart c;
   c.pic2.Resize(2966, 3600);  // 2000 for the curves
   c.session.CurrentParameters[1].name = "Давление нагнетания";
   c.chart.InitialHeader();
-  // Centre at 1000; "0" ends at 110, "100" begins at 1600: 600 on either side at most.
-  EXPECT_EQ(c.picture1.calls[4], "print 1366 50 'Давление на…' 0000FF");
+  // "0" ends at 110, "100" begins at 1600: 1370 beside 60 on either side, 13 characters that end at 1540.
+  EXPECT_EQ(c.picture1.calls[4], "print 1206 50 'Давлен… (psi)' 0000FF");
+  c.session.CurrentParameters[1].name = "Давлени";
+  c.Forget();
+  c.chart.InitialHeader();
+  EXPECT_EQ(c.picture1.calls[4], "print 1206 50 'Давлени (psi)' 0000FF") << "whole, though not in the middle";
   c.pic2.Resize(1500, 3600);
   c.Forget();
   c.chart.InitialHeader();

@@ -1,5 +1,6 @@
 #include "graphs/windows/chart_view.h"
 
+#include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
 
@@ -34,6 +35,13 @@ QFont AxisFont(const QFont& font) {
   return FitFont(font, QStringLiteral("00-May-0000"), kLeftMargin / 1.05 / kTwipsPerPixel);
 }
 
+/// A row of the header has its height whatever the size of the letters.
+QFont HeaderFont(QFont font) {
+  while (QFontMetricsF(font).height() * kTwipsPerPixel > kHeaderRowHeight && font.pixelSize() > kSmallestLetters)
+    font.setPixelSize(font.pixelSize() - 1);
+  return font;
+}
+
 /// The picture of a plot that hasn't been drawn yet; a surface has at least a pixel.
 constexpr double kNothing = 1;
 
@@ -63,7 +71,7 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
       ui_(Loaded(*this)),
       headerWidth_(ui_->Picture1->width() * kTwipsPerPixel),
       plotWidth_(ui_->Pic2->width() * kTwipsPerPixel),
-      picture1_(headerWidth_, PlotHeight(), devicePixelRatioF(), font),
+      picture1_(headerWidth_, PlotHeight(), devicePixelRatioF(), HeaderFont(font)),
       pic2_(plotWidth_, PlotHeight(), devicePixelRatioF(), font),
       picture3_(kAxisWidth, PlotHeight(), devicePixelRatioF(), AxisFont(font)),
       chart_(std::make_unique<StripChart>(times, measures_, curves_, language,

@@ -1,6 +1,7 @@
 #include "platform/drawing/segment_raster.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 
 namespace velk {
@@ -20,9 +21,52 @@ void Fill(const PixelRows& surface, int left, int top, int right, int bottom, st
   }
 }
 
+/// A square of pixels that lies on the surface.
+template <int thickness>
+void Dot(std::uint32_t* corner, std::size_t stride, std::uint32_t colour) {
+  for (int row = 0; row < thickness; ++row, corner += stride)
+    for (int column = 0; column < thickness; ++column) corner[column] = colour;
+}
+
+/// Walks a segment whose pen stays on the surface.
+template <int thickness>
+void Walk(const PixelRows& surface, int x1, int y1, int x2, int y2, std::uint32_t colour) {
+  const int dx = std::abs(x2 - x1), dy = -std::abs(y2 - y1);
+  const std::ptrdiff_t stepX = x1 < x2 ? 1 : -1;
+  const auto stride = static_cast<std::ptrdiff_t>(surface.stride);
+  const std::ptrdiff_t stepY = y1 < y2 ? stride : -stride;
+  std::uint32_t* corner = surface.pixels + (y1 - thickness / 2) * stride + (x1 - thickness / 2);
+  std::uint32_t* const last = surface.pixels + (y2 - thickness / 2) * stride + (x2 - thickness / 2);
+  for (int error = dx + dy;;) {
+    Dot<thickness>(corner, surface.stride, colour);
+    if (corner == last) return;
+    const int twice = 2 * error;
+    if (twice >= dy) {
+      error += dy;
+      corner += stepX;
+    }
+    if (twice <= dx) {
+      error += dx;
+      corner += stepY;
+    }
+  }
+}
+
+/// Whether every pixel of the pen is on the surface.
+bool IsInside(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness) {
+  const int before = thickness / 2, behind = thickness - before;
+  return std::min(x1, x2) >= before && std::min(y1, y2) >= before && std::max(x1, x2) + behind <= surface.width &&
+         std::max(y1, y2) + behind <= surface.height;
+}
+
 }  // namespace
 
 void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
+  if (thickness <= 3 && IsInside(surface, x1, y1, x2, y2, thickness)) {
+    if (thickness == 1) return Walk<1>(surface, x1, y1, x2, y2, colour);
+    if (thickness == 2) return Walk<2>(surface, x1, y1, x2, y2, colour);
+    return Walk<3>(surface, x1, y1, x2, y2, colour);
+  }
   const int before = thickness / 2, behind = thickness - before;
   if (x1 == x2 || y1 == y2) {
     Fill(surface, std::min(x1, x2) - before, std::min(y1, y2) - before, std::max(x1, x2) + behind,

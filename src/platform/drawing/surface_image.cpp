@@ -147,12 +147,21 @@ void SurfaceImage::EndPainting() {
 }
 
 void SurfaceImage::SetPenWidth(double pixels) {
+  if (pixels == penWidth_ && penRatio_ == ratio_) return;
   penWidth_ = pixels;
+  penRatio_ = ratio_;
   penPixels_ = std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
 }
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
-  dirty_ |= pixels & Bounds();
+  if (!pixels.isEmpty()) MarkDirty(pixels.left(), pixels.top(), pixels.right(), pixels.bottom());
+}
+
+void SurfaceImage::MarkDirty(int left, int top, int right, int bottom) {
+  dirty_.left = std::min(dirty_.left, left);
+  dirty_.top = std::min(dirty_.top, top);
+  dirty_.right = std::max(dirty_.right, right);
+  dirty_.bottom = std::max(dirty_.bottom, bottom);
   if (!isRescaled_) return;
   isRescaled_ = false;
   original_ = {};
@@ -167,13 +176,26 @@ void SurfaceImage::Cls() {
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
   const int margin = penPixels_ + 1;
   ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
-  if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
-  const QPoint a(static_cast<int>(std::floor(line.x1)), static_cast<int>(std::floor(line.y1)));
-  const QPoint b(static_cast<int>(std::floor(line.x2)), static_cast<int>(std::floor(line.y2)));
-  RasterSegment(rows_, a.x(), a.y(), b.x(), b.y(), penPixels_, ToPixel(colour));
-  MarkDirty(QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
-                  QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())))
-                .adjusted(-margin, -margin, margin, margin));
+  int x1i, y1i, x2i, y2i;
+  if (HasInside(line, margin)) {
+    // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
+    x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
+    x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
+  } else {
+    if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
+    x1i = static_cast<int>(std::floor(line.x1)), y1i = static_cast<int>(std::floor(line.y1));
+    x2i = static_cast<int>(std::floor(line.x2)), y2i = static_cast<int>(std::floor(line.y2));
+  }
+  RasterSegment(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
+  MarkDirty(std::min(x1i, x2i) - margin, std::min(y1i, y2i) - margin, std::max(x1i, x2i) + margin,
+            std::max(y1i, y2i) + margin);
+}
+
+/// Whether a line lies on the surface with all of its pen. Written so that what is no number doesn't.
+bool SurfaceImage::HasInside(const ClippedSegment& line, int margin) const {
+  const double right = rows_.width - margin, bottom = rows_.height - margin;
+  return line.x1 >= margin && line.x2 >= margin && line.y1 >= margin && line.y2 >= margin && line.x1 <= right &&
+         line.x2 <= right && line.y1 <= bottom && line.y2 <= bottom;
 }
 
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {
@@ -261,9 +283,11 @@ QImage SurfaceImage::View() const {
 }
 
 QRect SurfaceImage::TakeDirty() {
-  if (dirty_.isEmpty()) return {};
-  const QRectF scaled(dirty_.x() / ratio_, dirty_.y() / ratio_, dirty_.width() / ratio_, dirty_.height() / ratio_);
+  const QRect dirty = QRect(QPoint(std::max(dirty_.left, 0), std::max(dirty_.top, 0)),
+                            QPoint(std::min(dirty_.right, rows_.width - 1), std::min(dirty_.bottom, rows_.height - 1)));
   dirty_ = {};
+  if (dirty.isEmpty()) return {};
+  const QRectF scaled(dirty.x() / ratio_, dirty.y() / ratio_, dirty.width() / ratio_, dirty.height() / ratio_);
   return scaled.toAlignedRect();
 }
 

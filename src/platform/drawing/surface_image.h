@@ -5,8 +5,10 @@
 #include <QImage>
 #include <QPainter>
 #include <QRect>
+#include <climits>
 
 #include "platform/drawing/retained_surface.h"
+#include "platform/drawing/segment_clip.h"
 #include "platform/drawing/segment_raster.h"
 #include "platform/drawing/units.h"
 
@@ -61,6 +63,8 @@ class SurfaceImage : public RetainedSurface {
   QPainter& Painter();
   void EndPainting();
   void MarkDirty(const QRect& pixels);
+  void MarkDirty(int left, int top, int right, int bottom);
+  bool HasInside(const ClippedSegment& line, int margin) const;
   QRect Bounds() const { return image_.rect(); }
 
   double width_ = 0;
@@ -69,13 +73,18 @@ class SurfaceImage : public RetainedSurface {
   double scale_ = 1;  ///< device pixels per twip across
   double down_ = 1;   ///< device pixels per twip down
   double penWidth_ = 1;
-  int penPixels_ = 1;  ///< the same in device pixels
+  double penRatio_ = 0;  ///< that penPixels_ was worked out for
+  int penPixels_ = 1;    ///< the same in device pixels
   bool textCovers_ = false;
   QImage image_;
   QFont font_;  ///< scaled to device pixels
   QFontMetricsF metrics_;
   QFont baseFont_;
-  QRect dirty_;
+  /// What has changed, from the first to the last pixel; right of it and below it where nothing has.
+  struct Changed {
+    int left = INT_MAX, top = INT_MAX, right = INT_MIN, bottom = INT_MIN;
+  };
+  Changed dirty_;
   QImage original_;          ///< before the last Rescale: sizes that follow each other are scaled from there
   double originalLeft_ = 0;  ///< pixels of it that keep their width
   bool isRescaled_ = false;  ///< and nothing was drawn since
