@@ -5,8 +5,11 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPointer>
+#include <QStyle>
+#include <algorithm>
 
 #include "base/text_qt.h"
+#include "graphs/windows/graph_form_new.h"
 #include "shell/main_form.h"
 #include "shell/texts.h"
 #include "shell/window_places.h"
@@ -80,7 +83,14 @@ void WindowList::AddClosed() {
 }
 
 void WindowList::mnuWindowCascade_Click() {
-  form_.GraphArea().cascadeSubWindows();
+  const QList<QMdiSubWindow*> windows = Arranged();
+  if (windows.isEmpty()) return;
+  const int title = windows.first()->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, windows.first());
+  QSize room = form_.GraphArea().viewport()->size();
+  room.rheight() -= ArrangeIcons();
+  Place(windows, CascadePlaces(room, static_cast<int>(windows.size()), title));
+  for (QMdiSubWindow* window : windows) window->raise();
+  form_.GraphArea().setActiveSubWindow(windows.last());
 }
 
 void WindowList::mnuWindowTileVertically_Click() {
@@ -98,9 +108,22 @@ void WindowList::mnuWindowArrange_Click() {
 void WindowList::Tile(Qt::Orientation direction) {
   QSize room = form_.GraphArea().viewport()->size();
   room.rheight() -= ArrangeIcons();
+  const QList<QMdiSubWindow*> windows = Arranged();
+  int least = 0;
+  for (const QMdiSubWindow* window : windows)
+    if (const auto* graph = qobject_cast<const GraphFormNew*>(window->widget()))
+      least = std::max(least, graph->LeastHeight());
+  Place(windows, TilePlaces(room, static_cast<int>(windows.size()), direction, least));
+}
+
+/// Those that are no icons.
+QList<QMdiSubWindow*> WindowList::Arranged() const {
   QList<QMdiSubWindow*> windows = Open();
   windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
-  const auto places = TilePlaces(room, static_cast<int>(windows.size()), direction);
+  return windows;
+}
+
+void WindowList::Place(const QList<QMdiSubWindow*>& windows, const std::vector<QRect>& places) {
   for (qsizetype i = 0; i < windows.size(); ++i) {
     if (windows[i]->isMaximized()) windows[i]->showNormal();
     windows[i]->setGeometry(places[static_cast<std::size_t>(i)]);

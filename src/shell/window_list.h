@@ -2,7 +2,9 @@
 
 #include <QList>
 #include <QObject>
+#include <QRect>
 #include <functional>
+#include <vector>
 
 #include "model/session.h"
 
@@ -31,6 +33,8 @@ class WindowList {
 
  private:
   QList<QMdiSubWindow*> Open() const;
+  QList<QMdiSubWindow*> Arranged() const;
+  static void Place(const QList<QMdiSubWindow*>& windows, const std::vector<QRect>& places);
   void FillList();
   void AddClosed();
   void Tile(Qt::Orientation direction);

@@ -115,6 +115,10 @@ TEST_F(WindowListTest, CascadesSoThatEveryTitleIsSeen) {
   Choose("mnuWindowCascade");
   EXPECT_NE(one->pos(), two->pos());
   EXPECT_TRUE(one->geometry().intersects(two->geometry()));
+  for (const QMdiSubWindow* window : {one, two}) {
+    EXPECT_GE(window->height(), Room().height() * 3 / 4) << "a title bar alone shows nothing";
+    EXPECT_TRUE(QRect({0, 0}, Room()).contains(window->geometry()));
+  }
 }
 
 TEST_F(WindowListTest, ArrangesIconsAlongTheBottomAndTilesAboveThem) {

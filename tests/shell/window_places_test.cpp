@@ -46,6 +46,35 @@ TEST(TilePlaces, OfARoomNarrowerThanAColumnAreOneStrip) {
   EXPECT_EQ(TilePlaces({200, 100}, 2, Qt::Vertical), (std::vector<QRect>{{0, 0, 200, 50}, {0, 50, 200, 50}}));
 }
 
+TEST(TilePlaces, LeaveEachWindowThePlotThatItNeedsBeyondTheBottomOfTheRoomIfNeedBe) {
+  // Two columns of 500 for four windows that need 340 each.
+  const auto places = TilePlaces({640, 400}, 4, Qt::Vertical, 340);
+  ASSERT_EQ(places.size(), 4U);
+  EXPECT_EQ(places[0], QRect(0, 0, 320, 340));
+  EXPECT_EQ(places[3], QRect(320, 340, 320, 340));
+  for (const QRect& place : TilePlaces({640, 1000}, 5, Qt::Horizontal, 340)) EXPECT_GE(place.height(), 340);
+  EXPECT_EQ(TilePlaces({640, 200}, 1, Qt::Horizontal, 340)[0], QRect(0, 0, 640, 340));
+}
+
+TEST(CascadePlaces, HaveAUsefulSizeAndShowEveryTitle) {
+  const auto places = CascadePlaces({1280, 690}, 5, 28);
+  ASSERT_EQ(places.size(), 5U);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    EXPECT_EQ(places[i].size(), QSize(960, 517));
+    EXPECT_EQ(places[i].topLeft(), QPoint(28 * static_cast<int>(i), 28 * static_cast<int>(i)));
+    EXPECT_TRUE(QRect(0, 0, 1280, 690).contains(places[i]));
+  }
+}
+
+TEST(CascadePlaces, StayInTheRoomHoweverManyThereAre) {
+  for (const QSize room : {QSize(1280, 690), QSize(500, 330), QSize(200, 100)})
+    for (const QRect& place : CascadePlaces(room, 64, 28)) {
+      EXPECT_TRUE(QRect(QPoint(0, 0), room).contains(place));
+      EXPECT_GE(place.width(), std::min(room.width(), 480));
+    }
+  EXPECT_TRUE(CascadePlaces({1280, 690}, 0, 28).empty());
+}
+
 TEST(IconPlaces, RunAlongTheBottomAndGoOnAbove) {
   EXPECT_EQ(IconPlaces({500, 400}, 3, {200, 30}),
             (std::vector<QRect>{{0, 370, 200, 30}, {200, 370, 200, 30}, {0, 340, 200, 30}}));
