@@ -65,6 +65,10 @@ inline constexpr MessageText NothingToPlayAfter{2077, "] has no rows or no chann
 inline constexpr MessageText RowBefore{2078, "Row "};
 inline constexpr MessageText RowOf{2079, " of "};
 
+// Large values
+inline constexpr MessageText NoLargeValues{
+    2720, "Channels stand here in large digits once the program is connected to the hardware."};
+
 // Why a line was rejected
 inline constexpr MessageText LineFailsCheck{2024, "the line does not pass its protocol's check"};
 inline constexpr MessageText FieldNotDecimal{2025, "a value is no decimal number"};

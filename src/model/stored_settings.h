@@ -56,6 +56,7 @@ struct StoredSettings {
   bool CompanyLogoVisible = true;
   bool FitGraphsToWindows = true;  ///< a chart takes as many dots down the page as its window has
   std::string MainWindowPlace;     ///< where the operator has left the main window
+  std::string LargeValues;         ///< numbers of the channels in the window of large values
   bool NightColours = false;       ///< charts on dark paper, on a light desktop too
 
   // --- Section PrintGraph ---

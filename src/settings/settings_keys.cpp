@@ -75,6 +75,7 @@ void VisitGeneral(KeyVisitor& visit, StoredSettings& session) {
   visit.Key("CompanyLogoVisible", session.CompanyLogoVisible, true, Held::LiveOnly);
   visit.Key("FitGraphsToWindows", session.FitGraphsToWindows, true, Held::LiveOnly);
   visit.Key("MainWindowPlace", session.MainWindowPlace, "", Held::LiveOnly);
+  visit.Key("LargeValues", session.LargeValues, "", Held::LiveOnly);
   visit.Key("NightColours", session.NightColours, false, Held::LiveOnly);
 }
 

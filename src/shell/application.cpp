@@ -6,6 +6,7 @@
 #include "base/text_qt.h"
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
+#include "core/windows/large_values_window.h"
 #include "instruments/link/link_lease.h"
 #include "instruments/link/port_listener.h"
 #include "instruments/table/protocols.h"
@@ -84,6 +85,7 @@ void Application::BindCommands() {
   form_.onPlaced = [this](const std::string& place) { session_.MainWindowPlace = place; };
   form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
+  BindLargeValues(commands, windows_, {session_, platform_.clock, [this] { KeepSettings(); }});
   frame_.Toggles().onChartLooks = [this] {
     graphs_.FollowLooks();
     KeepSettings();

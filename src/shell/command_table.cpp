@@ -41,6 +41,7 @@ constexpr CommandRow kTable[] = {
     {.item = "mnuViewCompany", .whileConnecting = true},
     {.item = "mnuViewFitGraphs", .whileConnecting = true},
     {.item = "mnuViewNightColours", .whileConnecting = true},
+    {.item = "mnuViewLargeValues", .whileConnecting = true},
     {.item = "mnuViewSummaryReport", .states = "?...1..", .condition = HasLog},
     // Data Acquisition
     {.item = "mnuAcquireConnect", .key = "Acquire", .states = "1000000", .whileConnecting = true},

@@ -1,4 +1,5 @@
 #include "core/windows/alarms_window.h"
+#include "core/windows/large_values_window.h"
 #include "model/help_topics.h"
 #include "windows/every_window.h"
 
@@ -10,8 +11,16 @@ std::shared_ptr<QWidget> OpenAlarms(const std::string& language) {
   return Hosted<Alarms>(job, job->session);
 }
 
+std::shared_ptr<QWidget> OpenLargeValues(const std::string& language) {
+  const Job job = MakeJob(language);
+  return Hosted<frmLargeValues>(job, LargeValuesAccess{job->session, job->clock, [] {}});
+}
+
 const WindowsOf kCore([] {
-  return std::vector<ListedWindow>{{"Alarms", "", topic::Alarms, {"Label1_*"}, OpenAlarms}};
+  return std::vector<ListedWindow>{
+      {"Alarms", "", topic::Alarms, {"Label1_*"}, OpenAlarms},
+      {"frmLargeValues", "", topic::StripChart, {}, OpenLargeValues},
+  };
 });
 
 }  // namespace

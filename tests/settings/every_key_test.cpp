@@ -27,7 +27,8 @@ using test::SettingsRows;
 const std::set<std::string> kLiveOnly = {
     "General/Current_language", "General/intFontSize",        "General/MaximumTime",        "General/pixelslength",
     "General/pixeldivide",      "PrintGraph/TextInserted",    "General/CompanyLogoVisible", "Protocol/daqIPAddress",
-    "Protocol/daqHTML",         "General/FitGraphsToWindows", "General/NightColours",       "General/MainWindowPlace"};
+    "Protocol/daqHTML",         "General/FitGraphsToWindows", "General/NightColours",       "General/MainWindowPlace",
+    "General/LargeValues"};
 
 /// Keys that SettingsRows leaves out: two counts, and a number that is only written.
 const std::string kParameters = "Parameters/NumberOfParameters";

@@ -27,7 +27,8 @@ using test::SettingsRows;
 const std::set<std::string> kLiveOnly = {
     "General/Current_language", "General/intFontSize",        "General/MaximumTime",        "General/pixelslength",
     "General/pixeldivide",      "PrintGraph/TextInserted",    "General/CompanyLogoVisible", "Protocol/daqIPAddress",
-    "Protocol/daqHTML",         "General/FitGraphsToWindows", "General/NightColours",       "General/MainWindowPlace"};
+    "Protocol/daqHTML",         "General/FitGraphsToWindows", "General/NightColours",       "General/MainWindowPlace",
+    "General/LargeValues"};
 
 bool IsHeld(const SettingsRow& row) {
   return kLiveOnly.count(row.Name()) == 0;

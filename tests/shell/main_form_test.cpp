@@ -41,6 +41,7 @@ constexpr Entry kCaptions[] = {
     {"mnuViewSummaryReport", "Summary &Report"},
     {"mnuViewFitGraphs", "&Fit Graphs to Windows"},
     {"mnuViewNightColours", "&Night Colours"},
+    {"mnuViewLargeValues", "&Large Values"},
     {"mnuAcquire", "&Data Acquisition"},
     {"mnuAcquireConnect", "&Connect to Hardware"},
     {"mnuAcquireStart", "&Start"},

@@ -46,6 +46,7 @@ void AddGeneral(Rows& rows) {
   rows.push_back({s, "CompanyLogoVisible", Kind::Boolean, "True", "False", Of(&Session::CompanyLogoVisible)});
   rows.push_back({s, "FitGraphsToWindows", Kind::Boolean, "True", "False", Of(&Session::FitGraphsToWindows)});
   rows.push_back({s, "NightColours", Kind::Boolean, "False", "True", Of(&Session::NightColours)});
+  rows.push_back({s, "LargeValues", Kind::Text, "", "3 7", Of(&Session::LargeValues)});
   rows.push_back({s, "MainWindowPlace", Kind::Text, "", "8 16 1280 800", Of(&Session::MainWindowPlace)});
 }
 

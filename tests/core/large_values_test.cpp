@@ -1,0 +1,129 @@
+#include "core/large_values.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QPushButton>
+
+#include "core/windows/large_values_window.h"
+#include "core/windows/value_tiles.h"
+#include "support/fake_clock.h"
+#include "support/host.h"
+#include "support/window_driving.h"
+
+namespace velk::test {
+namespace {
+
+class LargeValuesTest : public testing::Test {
+ protected:
+  LargeValuesTest() {
+    session.NumberOfParameters = session.TotalParameters = 6;
+    for (int i = 1; i <= 6; ++i) {
+      Parameter& channel = session.CurrentParameters[i];
+      channel.name = "P" + std::to_string(i);
+      channel.units = "bar";
+      channel.format = "#0.0";
+      channel.GraphVisible = i != 2;
+      session.CurrentValue[i] = static_cast<float>(i) + 0.25F;
+    }
+  }
+
+  Session session;
+};
+
+using Channels = std::vector<int>;
+
+TEST_F(LargeValuesTest, AreTheFirstFourShownChannelsWhereNoneWasChosen) {
+  EXPECT_EQ(LargeChannels(session), (Channels{1, 3, 4, 5}));
+  session.TotalParameters = 0;
+  EXPECT_TRUE(LargeChannels(session).empty());
+}
+
+TEST_F(LargeValuesTest, AreThoseThatWereChosenAsFarAsTheyAreThere) {
+  session.LargeValues = "6 3 2 77 -1";
+  EXPECT_EQ(LargeChannels(session), (Channels{6, 3})) << "2 is not shown";
+  EXPECT_EQ(LargeChannelsText({6, 3}), "6 3");
+  session.LargeValues = "77 x 1";
+  EXPECT_EQ(LargeChannels(session), (Channels{1, 3, 4, 5}));
+}
+
+class LargeValuesWindow : public LargeValuesTest {
+ protected:
+  LargeValuesWindow() {
+    window.show();
+    QApplication::processEvents();
+  }
+  const std::vector<ValueTiles::Tile>& Tiles() { return FindControl<ValueTiles>(window, "Tiles")->Tiles(); }
+  QList<QAction*> Entries() {
+    QMenu* menu = FindControl<QPushButton>(window, "cmdChannels")->menu();
+    emit menu->aboutToShow();
+    return menu->actions();
+  }
+
+  Host host;
+  Gate gate;
+  FakeClock clock{gate};
+  int kept = 0;
+  frmLargeValues window{host, {session, clock, [this] { ++kept; }}};
+};
+
+TEST_F(LargeValuesWindow, FollowsTheValuesFourTimesASecond) {
+  ASSERT_EQ(Tiles().size(), 4u);
+  EXPECT_EQ(Tiles()[1].name, "P3");
+  EXPECT_EQ(Tiles()[1].value, "3.3");
+  EXPECT_EQ(Tiles()[1].units, "bar");
+  session.CurrentValue[3] = 99;
+  clock.Advance(200);
+  EXPECT_EQ(Tiles()[1].value, "3.3");
+  clock.Advance(100);
+  EXPECT_EQ(Tiles()[1].value, "99.0");
+}
+
+TEST_F(LargeValuesWindow, MarksAlarmsByTheirSide) {
+  session.CurrentParameters[1].upperalarm = "1";
+  session.CurrentParameters[3].loweralarm = "5";
+  session.AlarmTriggered[1] = session.AlarmTriggered[3] = true;
+  clock.Advance(300);
+  EXPECT_EQ(Tiles()[0].side, AlarmSide::High);
+  EXPECT_EQ(Tiles()[1].side, AlarmSide::Low);
+  EXPECT_EQ(Tiles()[2].side, AlarmSide::None);
+}
+
+TEST_F(LargeValuesWindow, OffersTheShownChannelsAndKeepsTheChoice) {
+  ASSERT_EQ(Entries().size(), 5);
+  EXPECT_FALSE(Entries()[4]->isChecked());
+  Entries()[4]->setChecked(true);
+  EXPECT_EQ(session.LargeValues, "1 3 4 5 6");
+  Entries()[0]->setChecked(false);
+  EXPECT_EQ(session.LargeValues, "3 4 5 6");
+  EXPECT_EQ(Tiles().size(), 4u);
+  EXPECT_EQ(kept, 2);
+}
+
+TEST_F(LargeValuesWindow, HasDigitsThatAreReadAcrossTheCabin) {
+  ShowWindow(window, "large-values");
+  const QImage picture = FindControl<ValueTiles>(window, "Tiles")->grab().toImage();
+  // The tallest run of ink in the lower part of the first tile: 20 mm are 75 dots.
+  const QRect tile(16, picture.height() / 8, picture.width() / 2 - 32, picture.height() * 3 / 8 - 12);
+  int first = -1, last = -1;
+  for (int y = tile.top(); y <= tile.bottom(); ++y)
+    for (int x = tile.left(); x <= tile.right(); ++x)
+      if (qGray(picture.pixel(x, y)) < 100) first = first < 0 ? y : first, last = y;
+  EXPECT_GE(last - first, 60);
+}
+
+TEST_F(LargeValuesWindow, RestsWhileItIsClosedAndSaysWhatToDoWithoutAJob) {
+  window.close();
+  session.CurrentValue[3] = 42;
+  clock.Advance(1000);
+  EXPECT_EQ(Tiles()[1].value, "3.3");
+  session.TotalParameters = 0;
+  window.show();
+  EXPECT_TRUE(Tiles().empty());
+  EXPECT_FALSE(FindControl<QPushButton>(window, "cmdChannels")->isEnabled());
+}
+
+}  // namespace
+}  // namespace velk::test
