@@ -24,6 +24,17 @@ TEST(LowWindow, KeepsValuesReadableBesideTheScrollBarOfItsLabels) {
   EXPECT_LT(desk.Box("Label3_0").right(), test::LabelsOf(desk.Form()).width());
 }
 
+TEST(BrokenLines, GoOnBetweenWordsWithinALongWordAndNoFurtherThanAsked) {
+  const QFont font = ChartFont("DejaVu Sans", 10);
+  const double four = QFontMetricsF(font).horizontalAdvance("0000");
+  EXPECT_EQ(BrokenLines(font, "0000", four, 1), QStringList{"0000"}) << "as wide as the line";
+  EXPECT_EQ(BrokenLines(font, "00 0000", four, 2), (QStringList{"00", "0000"}));
+  EXPECT_EQ(BrokenLines(font, "0000000", four, 2), (QStringList{"0000", "000"}));
+  EXPECT_TRUE(BrokenLines(font, "00000000000", four, 2)[1].endsWith(QChar(0x2026)));
+  EXPECT_TRUE(BrokenLines(font, "000000", four, 1)[0].endsWith(QChar(0x2026)));
+  EXPECT_TRUE(BrokenLines(font, "", four, 2).isEmpty());
+}
+
 TEST(LowWindow, TakesEverySizeThatAWindowCanBeGiven) {
   test::GraphDesk desk(3);
   desk.Create();

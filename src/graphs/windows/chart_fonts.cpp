@@ -11,6 +11,7 @@ namespace velk {
 
 namespace {
 
+constexpr double kSlack = 0.5;  ///< pixels that nobody sees
 constexpr int kNarrowest = 70;  ///< percent of the normal width; narrower letters run together
 
 }  // namespace
@@ -57,7 +58,15 @@ QStringList BrokenLines(const QFont& font, const QString& text, double width, in
     else
       lines += word;
   }
-  for (QString& line : lines) line = metrics.elidedText(line, Qt::ElideRight, width);
+  // A word without a break goes on in the next line where there is one.
+  if (lines.size() == 1 && most > 1 && metrics.horizontalAdvance(lines[0]) > width + kSlack) {
+    qsizetype first = lines[0].size();
+    while (first > 1 && metrics.horizontalAdvance(lines[0].left(first)) > width) --first;
+    lines += lines[0].mid(first);
+    lines[0].truncate(first);
+  }
+  for (QString& line : lines)
+    if (metrics.horizontalAdvance(line) > width + kSlack) line = metrics.elidedText(line, Qt::ElideRight, width);
   return lines;
 }
 
