@@ -1,0 +1,34 @@
+#include "paper/page_layout.h"
+
+#include <algorithm>
+
+namespace velk {
+
+namespace {
+
+constexpr double kAboveFrame = 10;
+constexpr double kAbovePlot = 2;
+constexpr double kLowestPlotTop = 180;
+/// What stands above the frame may lie anywhere on the sheet; the frame doesn't follow it beyond this.
+constexpr double kLowestTop = 100;
+constexpr double kPreviewBottom = 277;
+constexpr double kPaperBottom = 257;
+
+}  // namespace
+
+double PageLayout::Points(double wanted) const {
+  return std::min(wanted, wanted * rowHeight / kRowHeight);
+}
+
+PageLayout LayOut(int curves, const PageBox& logo, const PageBox& text, PageTarget target) {
+  PageLayout layout;
+  if (logo.isThere || text.isThere)
+    layout.top = kAboveFrame + std::max(logo.isThere ? logo.Bottom() : 0, text.isThere ? text.Bottom() : 0);
+  layout.top = std::clamp(layout.top, kAboveFrame, kLowestTop);
+  layout.bottom = target == PageTarget::Paper ? kPaperBottom : kPreviewBottom;
+  if (curves > 0) layout.rowHeight = std::min(kRowHeight, (kLowestPlotTop - kAbovePlot - layout.top) / curves);
+  layout.plotTop = layout.top + curves * layout.rowHeight + kAbovePlot;
+  return layout;
+}
+
+}  // namespace velk
