@@ -172,6 +172,7 @@ TEST_F(CurvesOnTheDesk, ChangeTheirUnits) {
 
 TEST_F(CurvesOnTheDesk, ShowTheirValueInAnotherFormat) {
   Open({1});
+  session.Data.hasValues = true;
   session.CurrentValue[1] = 12.3456F;
   dialogs.ExpectChoice("Number Format", "123456.1");
   ClickLabel(1, "Label2_0");
