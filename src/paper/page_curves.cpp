@@ -40,7 +40,7 @@ void PageCurves::PlotLine(int slot, double firstTime, double secondTime, float f
   const double range = static_cast<double>(curve.scale.max) - static_cast<double>(curve.scale.min);
   if (range == 0) return;
   const double perUnit = (kFrameRight - kCurveLeft) / range;
-  const auto x = [&](float value) { return kCurveLeft + (static_cast<double>(value) - curve.scale.min) * perUnit; };
+  const auto x = [&](double value) { return kCurveLeft + (value - curve.scale.min) * perUnit; };
   const auto y = [&](double time) { return layout_.plotTop + (time - times_.start) * perDay_; };
   const bool joined = std::abs(secondTime - firstTime) < kGap;
   if (!std::isfinite(secondValue) || (joined && !std::isfinite(firstValue))) return;

@@ -150,7 +150,7 @@ void DrawEachRecord(Surface& surface, const PageLayout& layout, const Parameter&
     const bool joined = time2 - time1 < 100 * kSecond;
     WrappingPasses passes(joined ? value1 : value2, value2, scale, curve.Wrapping);
     for (WrappingPass pass; passes.Next(pass);) {
-      const auto x = [&](float value) { return 40 + (value - scale.min) * 150.0 / (scale.max - scale.min); };
+      const auto x = [&](double value) { return 40 + (value - scale.min) * 150.0 / (scale.max - scale.min); };
       const auto y = [&](double time) {
         return layout.plotTop +
                (time - kTimes.start) * (layout.bottom - layout.plotTop) / (kTimes.End() - kTimes.start);
