@@ -4,6 +4,7 @@ log is played back, and the next job follows in the same process."""
 import contextlib
 import csv
 import datetime
+import math
 import os
 import pathlib
 import re
@@ -156,8 +157,8 @@ class LookingBack(unittest.TestCase):
         name = CHANNELS[0][0]
         self.seen.click("GraphFormNew:1/ReadValue")
         left, top, width, height = self.seen.place("GraphFormNew:1/Pic2")
-        # The middle of the row's place, however high the page is shown.
-        below = int((y + 0.5) * height / ROWS_OF_A_PAGE)
+        # The first dot of the row, however high the page is shown.
+        below = math.ceil(y * height / ROWS_OF_A_PAGE)
         self.seen.point(left + width // 2, top + below + 1)
         self.seen.point(left + width // 2, top + below)
         self.seen.wait_for("GraphFormNew:1", "windowTitle",
@@ -246,8 +247,8 @@ class LookingBack(unittest.TestCase):
 
     def leave(self):
         self.seen.choose("mnuFile", "mnuFileExit")
-        self.seen.place("QMessageBox")
-        self.desktop.press("Return")
+        self.desktop.wait_for_window("VELK")
+        self.desktop.press("Tab", "Return")  # the box begins on the safe answer
         wait_for(lambda: self.seen.process.poll() is not None, "the program's end")
         self.assertEqual(self.seen.process.returncode, 0)
 
