@@ -44,7 +44,8 @@ class Look {
   void AddWidget(QWidget& widget) {
     const auto* button = qobject_cast<QToolButton*>(&widget);
     const QAction* command = button != nullptr ? button->defaultAction() : nullptr;
-    Add(widget, command != nullptr ? command->objectName() : widget.objectName(), TextOf(widget), widget.rect());
+    Add(widget, command != nullptr ? command->objectName() : widget.objectName(), TextOf(widget), widget.rect(),
+        {{"focus", widget.hasFocus()}});
     if (auto* menu = qobject_cast<QMenu*>(&widget)) AddItems(*menu);
     if (auto* bar = qobject_cast<QMenuBar*>(&widget)) AddItems(*bar);
     if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) AddCells(*view);
