@@ -92,6 +92,25 @@ TEST_F(TableOfTheProgram, LeavesTheWindowsWhereTheyAreWhereNoCurveHasMoved) {
   EXPECT_EQ(dynamic_cast<const QWidget*>(before)->windowTitle(), "Pump");
 }
 
+TEST_F(TableOfTheProgram, LeavesTheOtherWindowsWhereACurveMovesBetweenTwo) {
+  const auto placeOf = [this](int graph) {
+    return dynamic_cast<const QWidget*>(rig.State().GraphForms[graph])->parentWidget()->geometry();
+  };
+  const GraphWindow* other = rig.State().GraphForms[3];
+  const QRect place(40, 30, 500, 300);
+  dynamic_cast<QWidget*>(rig.State().GraphForms[1])->parentWidget()->setGeometry(place);
+  TypeAndClose(1, TableColumn::Graph, "1");
+  EXPECT_EQ(rig.State().GraphForms[3], other);
+  EXPECT_EQ(rig.State().GraphForms[2], nullptr) << "without curves";
+  ASSERT_NE(rig.State().GraphForms[1], nullptr);
+  EXPECT_EQ(rig.State().GraphCurveCount[1], 2);
+  EXPECT_EQ(placeOf(1), place);
+  rig.Press("Pause");
+  rig.Frame(30, 20, 90);  // may have been under way when the link came back
+  rig.Frame(40, 25, 90);
+  EXPECT_EQ(rig.State().CurrentValue[2], 25);
+}
+
 TEST_F(TableOfTheProgram, BringsBackAWindowThatWasClosed) {
   dynamic_cast<QWidget*>(rig.State().GraphForms[2])->parentWidget()->close();
   ASSERT_EQ(rig.State().GraphForms[2], nullptr);

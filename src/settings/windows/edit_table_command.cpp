@@ -1,5 +1,7 @@
 #include "settings/windows/edit_table_command.h"
 
+#include <algorithm>
+
 #include "model/graph_map.h"
 #include "model/graph_window.h"
 #include "platform/dialogs/procedure.h"
@@ -17,13 +19,28 @@ bool AllWindowsAreOpen(const Session& session) {
   return true;
 }
 
-/// The windows anew; where each is open and has the curves that it had, it stays where the operator has put it, and
-/// shows them as they are now.
+using CurvesOfGraphs = decltype(Session::GraphSlots);
+
+bool HasSameCurves(const CurvesOfGraphs& a, const CurvesOfGraphs& b, int graph) {
+  const auto place = static_cast<std::size_t>(graph);
+  return std::equal(a.begin(), a.end(), b.begin(),
+                    [place](const auto& slotOfA, const auto& slotOfB) { return slotOfA[place] == slotOfB[place]; });
+}
+
+/// The windows anew where a graph is shown that wasn't. Else each stays where the operator has put it: with the curves
+/// that it had it shows them as they are now; made anew with others; closed without any.
 void ShowEdited(Session& session, GraphWindows& graphs) {
-  const auto curvesBefore = session.GraphSlots;
+  const CurvesOfGraphs before = session.GraphSlots;
   BuildGraphMap(session, session.TotalParameters);
-  if (curvesBefore != session.GraphSlots || !AllWindowsAreOpen(session)) return graphs.CreateGraphWindows();
-  ForEachGraphWindow(session, [](GraphWindow& window) { window.RefreshForm(); });
+  if (!AllWindowsAreOpen(session)) return graphs.CreateGraphWindows();
+  for (int graph = 1; graph <= kMaxParameters; ++graph) {
+    GraphWindow* const window = session.GraphForms[graph];
+    if (window == nullptr) continue;
+    if (HasSameCurves(before, session.GraphSlots, graph))
+      window->RefreshForm();
+    else
+      graphs.Rebuild(graph);
+  }
 }
 
 }  // namespace
