@@ -215,10 +215,11 @@ class Desk(unittest.TestCase):
     def paste(self, text, **field):
         """In place of what stands in a field, by the menu of the right button."""
         self.desktop.copy(os.environ["VELK_CLIPBOARD_OWNER"], text)
-        if self.seen.find(**field)["text"]:
-            self.seen.click_on(3, **field)
-            self.seen.click_on(text="Select All\tCtrl+A")
         self.seen.click_on(3, **field)
+        self.seen.find(text="Paste\tCtrl+V")
+        if self.seen.listed(text="Select All\tCtrl+A"):  # off where nothing stands there, or all of it is selected
+            self.seen.click_on(text="Select All\tCtrl+A")
+            self.seen.click_on(3, **field)
         self.seen.click_on(text="Paste\tCtrl+V")
         self.seen.find(text=text, **field)
 
