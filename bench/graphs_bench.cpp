@@ -103,6 +103,7 @@ class NoDialogs : public Dialogs {
 class LiveChart {
  public:
   explicit LiveChart(int curves = kCurves, int windows = 1, QSize area = {1100, 520}) : curves_(curves) {
+    session_.FitGraphsToWindows = false;  // 900 x 240 dots, as the other chart has
     session_.Times.GraphTimeStep = kSecond;
     session_.NumberOfParameters = static_cast<std::int16_t>(curves);
     for (int i = 1; i <= curves; ++i) {

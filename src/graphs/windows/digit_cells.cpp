@@ -55,9 +55,11 @@ void DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::
     const int width = WidthOf(text[i]);
     if (i >= before.size() || before[i] != text[i]) {
       const QImage& picture = Picture(pictures, text[i]);
-      for (int row = 0; row < height_; ++row)
-        std::memcpy(top + static_cast<std::size_t>(row) * stride + 4 * static_cast<std::size_t>(x),
-                    picture.constScanLine(row), 4 * static_cast<std::size_t>(width));
+      const uchar* from = picture.constBits();
+      const auto fromStride = static_cast<std::size_t>(picture.bytesPerLine());
+      uchar* to = top + 4 * static_cast<std::size_t>(x);
+      for (int row = 0; row < height_; ++row, from += fromStride, to += stride)
+        std::memcpy(to, from, 4 * static_cast<std::size_t>(width));
     }
     x += width;
   }

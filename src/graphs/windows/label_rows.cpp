@@ -73,6 +73,7 @@ void LabelRows::FillRow(Row& row, const Parameter& curve) {
   row.units = ToQt(curve.units);
   row.picture = curve.format;
   row.colour = curve.color;
+  row.ink = Readable(row.colour, QColor(looks_.plate));
   const auto isSet = [](const std::string& limit) { return !limit.empty() && limit != kNoAlarm; };
   row.canAlarm = isSet(curve.loweralarm) || isSet(curve.upperalarm);
   row.reserved = 0;
@@ -130,7 +131,8 @@ void LabelRows::DrawColumn() {
   const int height = rows_.empty() ? 1 : rows_.back().top + rows_.back().height + 1;
   column_ = QImage(std::max(1, static_cast<int>(std::lround(shares_.value * ratio_))),
                    static_cast<int>(std::ceil(height * ratio_)), QImage::Format_RGB32);
-  column_.fill(Ground());
+  FollowPalette();
+  column_.fill(looks_.ground);
   for (Row& row : rows_) {
     row.drawn.reset();
     DrawValue(row, {});
@@ -183,6 +185,7 @@ void LabelRows::FormatValue(const Row& row, std::string& text) const {
 }
 
 void LabelRows::ShowChanges() {
+  FollowPalette();
   QRect dirty;
   bool widens = false;
   for (Row& row : rows_) {
@@ -203,19 +206,28 @@ void LabelRows::ShowChanges() {
 }
 
 LabelRows::Plate LabelRows::PlateOf(const Row& row) const {
-  const QColor button = PlateGround();
-  Plate plate;
-  plate.side = row.side;
-  plate.mark = ToQColor(IsDark(button) ? colour::NightAlarm : colour::Alarm).rgb();
-  if (stale_) {
-    plate.ground = Ground().rgb();
-    plate.ink = Readable(IsDark(Ground()) ? colour::NightMuted : colour::Muted, Ground());
-    return plate;
-  }
-  const QColor ground = row.flash == Flash::White ? QColor(Qt::white) : button;
-  plate.ground = ground.rgb();
-  plate.ink = Readable(row.flash == Flash::None ? row.colour : colour::Black, ground);
-  return plate;
+  if (stale_) return {looks_.stale, looks_.ground, looks_.mark, row.side};
+  if (row.flash == Flash::None) return {row.ink, looks_.plate, looks_.mark, row.side};
+  const bool isWhite = row.flash == Flash::White;
+  return {isWhite ? looks_.onWhite : looks_.onPlate, isWhite ? QColor(Qt::white).rgb() : looks_.plate, looks_.mark,
+          row.side};
+}
+
+/// Of the application: a palette reaches a widget some events later.
+void LabelRows::FollowPalette() {
+  const QPalette palette = QGuiApplication::palette();
+  const QColor window = palette.color(QPalette::Window);
+  const bool isOwn = night_ && !IsDark(window);
+  const QColor ground = isOwn ? ToQColor(colour::NightPaper) : window;
+  const QColor plate = isOwn ? ToQColor(colour::NightPlate) : palette.color(QPalette::Button);
+  if (looks_.ground == ground.rgb() && looks_.plate == plate.rgb()) return;
+  looks_.ground = ground.rgb();
+  looks_.plate = plate.rgb();
+  looks_.stale = Readable(IsDark(ground) ? colour::NightMuted : colour::Muted, ground);
+  looks_.mark = ToQColor(IsDark(plate) ? colour::NightAlarm : colour::Alarm).rgb();
+  looks_.onWhite = Readable(colour::Black, Qt::white);
+  looks_.onPlate = Readable(colour::Black, plate);
+  for (Row& row : rows_) row.ink = Readable(row.colour, plate);
 }
 
 /// In the column, in device pixels.
@@ -312,18 +324,8 @@ QString LabelRows::Text(const Place& place) const {
 
 // --- Painting ---
 
-QColor LabelRows::Ground() const {
-  const QColor window = QGuiApplication::palette().color(QPalette::Window);
-  return night_ && !IsDark(window) ? ToQColor(colour::NightPaper) : window;
-}
-
-QColor LabelRows::PlateGround() const {
-  const bool isOwn = night_ && !IsDark(QGuiApplication::palette().color(QPalette::Window));
-  return isOwn ? ToQColor(colour::NightPlate) : QGuiApplication::palette().color(QPalette::Button);
-}
-
 void LabelRows::PaintTexts(QPainter& painter, const Row& row) const {
-  painter.setPen(QColor(Readable(row.colour, Ground())));
+  painter.setPen(QColor(Readable(row.colour, QColor(looks_.ground))));
   painter.setFont(row.nameFont);
   const double line = QFontMetricsF(row.nameFont).height();
   double y = row.top + (row.height - line * static_cast<double>(row.nameLines.size())) / 2;
@@ -341,7 +343,7 @@ void LabelRows::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const QRect rect = event->rect();
   if (!QRect(ValueLeft(), 0, shares_.value, column_.height()).contains(rect)) {
-    painter.fillRect(rect, Ground());
+    painter.fillRect(rect, QColor(looks_.ground));
     for (const Row& row : rows_)
       if (row.top < rect.bottom() + 1 && row.top + row.height > rect.top()) PaintTexts(painter, row);
   }

@@ -80,6 +80,7 @@ class LabelRows : public QWidget {
     QString units;
     std::string picture;
     std::int32_t colour = 0;
+    QRgb ink = 0;           ///< of the value on the colour of buttons
     double reserved = 0;    ///< pixels for the value from the start, by the limits of its scale
     bool canAlarm = false;  ///< has room for the mark from the start
     std::optional<double> value;
@@ -96,6 +97,17 @@ class LabelRows : public QWidget {
     QString shownUnits;
   };
 
+  /// The colours of the panel, worked out once a palette: how well one can be read takes longer than drawing it.
+  struct Looks {
+    QRgb ground = 0;
+    QRgb plate = 0;
+    QRgb stale = 0;  ///< ink on the ground
+    QRgb mark = 0;
+    QRgb onWhite = 0;
+    QRgb onPlate = 0;
+  };
+
+  void FollowPalette();
   void FillRow(Row& row, const Parameter& curve);
   void LayOut();
   void FitTexts(Row& row) const;
@@ -110,13 +122,12 @@ class LabelRows : public QWidget {
   QRect PlateBox(const Row& row) const;
   int ValueLeft() const;
   void PaintTexts(QPainter& painter, const Row& row) const;
-  QColor Ground() const;
-  QColor PlateGround() const;
 
   std::vector<Row> rows_;
   QFont font_;
   DigitCells cells_;
   double ratio_ = 0;  ///< of the cells and the column
+  Looks looks_;
   LabelNeeds needs_;
   LabelShares shares_;
   QImage column_;          ///< the values of all rows, in device pixels

@@ -67,6 +67,13 @@ Share ShareOf(const Distance& colour, const Distance& ink) {
                     square(colour.blue - part * ink.blue)};
 }
 
+/// Whether eight pixels are all alike.
+bool IsAll(const std::uint32_t* pixels, std::uint32_t pixel) {
+  std::uint32_t differences = 0;
+  for (int i = 0; i < 8; ++i) differences |= pixels[i] ^ pixel;
+  return differences == 0;
+}
+
 std::int32_t Mixed(std::int32_t paper, std::int32_t ink, double part) {
   const auto channel = [part](int from, int to) { return static_cast<int>(std::lround(from + part * (to - from))); };
   return Rgb(channel(Red(paper), Red(ink)), channel(Green(paper), Green(ink)), channel(Blue(paper), Blue(ink)));
@@ -74,7 +81,7 @@ std::int32_t Mixed(std::int32_t paper, std::int32_t ink, double part) {
 
 }  // namespace
 
-ColourMap::ColourMap() : inks_{colour::Black, colour::Grid} {
+ColourMap::ColourMap() : inks_{{colour::Black, colour::Black}, {colour::Grid, colour::Grid}} {
   Forget();
 }
 
@@ -86,10 +93,11 @@ void ColourMap::SetNight(bool night) {
 
 bool ColourMap::AddInk(std::int32_t colour) {
   colour &= 0xFFFFFF;
-  if (colour == colour::White || std::find(inks_.begin(), inks_.end(), colour) != inks_.end()) return false;
+  const auto isThis = [colour](const Ink& ink) { return ink.drawn == colour; };
+  if (colour == colour::White || std::any_of(inks_.begin(), inks_.end(), isThis)) return false;
   // The first two are always there; of the others the oldest has had its time.
   if (inks_.size() >= kMostInks) inks_.erase(inks_.begin() + 2);
-  inks_.push_back(colour);
+  inks_.push_back({colour, colour});
   if (Contrast(colour, colour::White) < kReadable) hasPaleInk_ = true;
   Forget();
   return true;
@@ -105,30 +113,33 @@ std::int32_t ColourMap::Shown(std::int32_t colour) const {
 void ColourMap::Forget() {
   const std::int32_t paper = night_ ? colour::NightPaper : colour::White;
   paper_ = PixelOf(paper);
+  for (Ink& ink : inks_) ink.shown = Shown(ink.drawn);
   entries_.fill({PixelOf(colour::White), paper_});
 }
 
 std::uint32_t ColourMap::Of(std::uint32_t pixel) const {
   const std::int32_t colour = ColourOf(pixel);
-  if (std::find(inks_.begin(), inks_.end(), colour) != inks_.end()) return PixelOf(Shown(colour));
   const Distance distance(colour);
   std::int32_t best = colour::Black;
   Share least{0, INFINITY};
-  for (const std::int32_t ink : inks_) {
-    const Share share = ShareOf(distance, Distance(ink));
-    if (share.error < least.error) best = ink, least = share;
+  for (const Ink& ink : inks_) {
+    if (ink.drawn == colour) return PixelOf(ink.shown);
+    const Share share = ShareOf(distance, Distance(ink.drawn));
+    if (share.error < least.error) best = ink.shown, least = share;
   }
-  return PixelOf(Mixed(ColourOf(paper_), Shown(best), least.part));
+  return PixelOf(Mixed(ColourOf(paper_), best, least.part));
 }
 
 void ColourMap::Map(const std::uint32_t* from, std::uint32_t* to, std::size_t count) {
   const std::uint32_t white = PixelOf(colour::White);
   for (std::size_t i = 0; i < count; ++i) {
-    const std::uint32_t pixel = from[i];
-    if (pixel == white) {
-      to[i] = paper_;
-      continue;
+    // Most of a picture is paper: eight pixels at a time, as far as it goes.
+    while (i + 8 <= count && IsAll(from + i, white)) {
+      std::fill_n(to + i, 8, paper_);
+      i += 8;
     }
+    if (i == count) return;
+    const std::uint32_t pixel = from[i];
     Entry& entry = entries_[pixel * 2654435761U >> 22];
     if (entry.from != pixel) entry = {pixel, Of(pixel)};
     to[i] = entry.to;

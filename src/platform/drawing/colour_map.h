@@ -38,7 +38,10 @@ class ColourMap {
   std::uint32_t Of(std::uint32_t pixel) const;
   void Forget();
 
-  std::vector<std::int32_t> inks_;
+  struct Ink {
+    std::int32_t drawn, shown;
+  };
+  std::vector<Ink> inks_;
   bool night_ = false;
   bool hasPaleInk_ = false;
   std::uint32_t paper_ = 0;
