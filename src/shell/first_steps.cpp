@@ -19,6 +19,9 @@ namespace velk {
 namespace {
 
 constexpr int kFollowMs = 500;
+// In English; the window is translated with the main window's other captions.
+constexpr const char* kHeading = "The way to a recorded job";
+constexpr const char* kSimulatedUnit = "Try with a simulated unit";
 
 bool HasNamedChannel(const Session& session) {
   for (int i = 1; i <= session.NumberOfParameters; ++i) {
@@ -38,7 +41,7 @@ FirstSteps::FirstSteps(MainForm& form, const Session& session)
   setAutoFillBackground(true);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(16, 16, 16, 16);
-  auto* heading = new QLabel(QStringLiteral("The way to a recorded job"), this);
+  auto* heading = new QLabel(QString::fromLatin1(kHeading), this);
   heading->setObjectName(QStringLiteral("lblFirstSteps"));
   QFont bold = heading->font();
   bold.setBold(true);
@@ -54,7 +57,7 @@ FirstSteps::FirstSteps(MainForm& form, const Session& session)
           [this] { return !session_.CurrentFile.empty(); });
   AddStep("cmdStep_5", "Start", "mnuAcquireStart", [this] { return session_.AcquireStarted; });
   layout->addSpacing(8);
-  auto* simulated = new QPushButton(QStringLiteral("Try with a simulated unit"), this);
+  auto* simulated = new QPushButton(QString::fromLatin1(kSimulatedUnit), this);
   simulated->setObjectName(QStringLiteral("cmdSimulated"));
   connect(simulated, &QPushButton::clicked, this, [this] {
     if (onSimulatedUnit) onSimulatedUnit();
