@@ -198,6 +198,7 @@ void HardwareSettings::ShowLines() {
   for (const std::string& line : heard_.Shown()) lines << ToQt(line);
   ui_->txtLines->setPlainText(lines.join('\n'));
   ui_->txtLines->moveCursor(QTextCursor::End);
+  ui_->txtLines->moveCursor(QTextCursor::StartOfLine);
   if (!ui_->cmdListen->isChecked()) return ui_->lblLines->clear();
   const std::optional<UnitConstants>& unit = ProtocolOf(choices_.SerialData).unit;
   const std::string delimiter = unit ? std::string(unit->delimiter) : delimiter_;
