@@ -9,4 +9,10 @@ namespace velk::text {
 inline constexpr MessageText PictureNotSaved{2640, "The picture can't be saved to "};
 inline constexpr MessageText JpegNotSaved{2641, "Failed to save to JPG "};
 
+// The choice of a printer; its name stands in front
+inline constexpr MessageText PrintToFile{2644, "Print to File (PDF)"};
+inline constexpr MessageText HasBeenSelected{2645, " has been selected"};
+inline constexpr MessageText FailedToBeSet{2646, " has failed to be set as the default printer."};
+inline constexpr MessageText SelectAPrinter{2647, "Please select a printer from the list."};
+
 }  // namespace velk::text

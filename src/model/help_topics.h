@@ -18,5 +18,6 @@ inline constexpr int Licences = 520;
 inline constexpr int Recording = 572;
 inline constexpr int Playback = 580;
 inline constexpr int StripChart = 1500;
+inline constexpr int Printing = 1510;
 
 }  // namespace velk::topic

@@ -40,4 +40,7 @@ inline constexpr MessageText FileIsThereAfter{2675, "] is there already. Replace
 inline constexpr MessageText MarginsHide{
     2676, "The printer leaves a margin in which something of the page lies: it will be cut off there."};
 
+inline constexpr MessageText EndNotBehindStart{2677, "The end has to be later than the start."};
+inline constexpr MessageText PrintingTo{2678, "Printer: "};
+
 }  // namespace velk::text

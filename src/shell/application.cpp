@@ -60,6 +60,7 @@ Application::Application(const Services& services)
                      [this] { OfferNewStart(); }},
                     [this] { SettingsHaveChanged(); }),
       formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
+      printGraph_(windows_, session_, platform_, printers_, [this] { KeepSettings(); }),
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
           ProgramFolder(services)),
@@ -99,6 +100,7 @@ void Application::BindCommands() {
   });
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
+  curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
   form_.Guide().portIsThere = [this] { return PortIsThere(PortDevice(platform_.settings, session_.PortNumber)); };
   form_.Guide().onSimulatedUnit = [this] {

@@ -19,7 +19,9 @@
 #include "log/open_log.h"
 #include "log/windows/job_questions_qt.h"
 #include "model/main_timers.h"
+#include "paper/windows/print_graph_command.h"
 #include "platform/ports/serial.h"
+#include "platform/windows/qt_printers.h"
 #include "settings/windows/edit_settings_commands.h"
 #include "shell/frame.h"
 #include "shell/link_set_up.h"
@@ -97,6 +99,8 @@ class Application {
   ShutDown shutDown_;
   EditSettingsCommands editSettings_;
   FormulaCommands formulas_;
+  QtPrinters printers_;
+  PrintGraph printGraph_;
   StartUp startUp_;
   const std::string programFolder_;
   bool startsAnew_ = false;

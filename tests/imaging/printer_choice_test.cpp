@@ -6,6 +6,7 @@
 
 #include "platform/drawing/units.h"
 #include "platform/printing/pdf_printer.h"
+#include "support/fake_printers.h"
 #include "support/temporary_folder.h"
 
 namespace velk {
@@ -25,20 +26,6 @@ class BareSheet : public Printer {
 
  private:
   double dotsPerInch_;
-};
-
-class FakePrinters : public SystemPrinters {
- public:
-  List Names() const override { return names; }
-  std::string Default() const override { return preset; }
-  std::unique_ptr<Printer> Make(const std::string& name) const override {
-    made.push_back(name);
-    return std::make_unique<BareSheet>(600);
-  }
-
-  List names{"Office", "Cabin"};
-  std::string preset = "Cabin";
-  mutable List made;
 };
 
 TEST(PrinterChoiceTest, BeginsWithTheSystemsDefault) {
@@ -64,7 +51,8 @@ TEST(PrinterChoiceTest, PrintsToTheChosenPrinter) {
   EXPECT_EQ(choice.PrinterName(), "Office");
   EXPECT_EQ(choice.GetOriginalPrinter(), "Cabin");
   choice.MakePrinter("unused.pdf");
-  EXPECT_EQ(system.made, (List{"Office"}));
+  ASSERT_EQ(system.documents.size(), 1u);
+  EXPECT_EQ(system.documents[0]->printer, "Office");
 }
 
 TEST(PrinterChoiceTest, RefusesANameThatIsNotInTheListAndKeepsWhatStood) {
@@ -95,7 +83,7 @@ TEST(PrinterChoiceTest, PrintsToAFileOnAMachineWithoutPrinters) {
   printer->Begin("", Unit::Millimetre);
   printer->End();
   EXPECT_TRUE(std::filesystem::exists(folder.File("page.pdf")));
-  EXPECT_TRUE(system.made.empty());
+  EXPECT_TRUE(system.documents.empty());
 }
 
 /// 210 mm are 8.268 inches: 4960.6 pixels at 600 dots an inch, by 8.

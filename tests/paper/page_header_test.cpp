@@ -5,21 +5,16 @@
 #include <algorithm>
 
 #include "base/dates.h"
+#include "support/fake_printers.h"
 #include "support/in_english.h"
-#include "support/surface_recording.h"
 
 namespace velk {
 namespace {
 
 using Calls = std::vector<std::string>;
 
-/// A sheet whose letters are 1 mm wide and 2 mm high.
-class Sheet : public SurfaceRecording {
+class Sheet : public SheetRecording {
  public:
-  Sheet() : SurfaceRecording(210, 297) {}
-  double TextWidth(std::string_view text) const override { return SurfaceRecording::TextWidth(text) / 100; }
-  double TextHeight(std::string_view) const override { return 2; }
-
   bool Has(const std::string& call) const { return std::find(calls.begin(), calls.end(), call) != calls.end(); }
   Calls With(const std::string& part) const {
     Calls found;

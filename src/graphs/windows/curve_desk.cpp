@@ -53,8 +53,11 @@ void CurveDesk::UpdateToolbars() {
     if (GraphFormNew* form = graphs_.Form(graph)) UpdateToolbar(*form);
 }
 
-void CurveDesk::Print(int) {
-  if (session_.LogFileInUse.empty()) platform_.dialogs.Message({text::FileNameFirst, text::GraphsTitle});
+void CurveDesk::Print(int graph) {
+  if (session_.LogFileInUse.empty())
+    platform_.dialogs.Message({text::FileNameFirst, text::GraphsTitle});
+  else if (onPrint)
+    onPrint(graph);
 }
 
 void CurveDesk::Copy(int graph) {

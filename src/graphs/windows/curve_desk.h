@@ -18,6 +18,9 @@ class CurveDesk {
   CurveDesk(const CurveDesk&) = delete;
   CurveDesk& operator=(const CurveDesk&) = delete;
 
+  /// Opens the page of a graph, for a log that has a name.
+  std::function<void(int graph)> onPrint;
+
  private:
   /// Gives a new window its work.
   void Attach(GraphFormNew& form);

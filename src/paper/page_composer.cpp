@@ -1,0 +1,162 @@
+#include "paper/page_composer.h"
+
+#include <algorithm>
+
+#include "base/errors.h"
+#include "imaging/read_picture.h"
+#include "log/log_reader.h"
+#include "paper/texts.h"
+#include "platform/database/catalog.h"
+#include "platform/loop/clock.h"
+#include "platform/settings/settings.h"
+
+namespace velk {
+
+namespace {
+
+constexpr const char* kStore = "VELK2";
+constexpr const char* kSection = "PrintGraph";
+constexpr const char* kKeys[] = {"Client", "Field", "Well", "Job"};
+constexpr MessageText kPrefixes[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
+
+constexpr QSize kLargestLogo(2400, 2400);
+constexpr double kLogoLeft = 20, kLogoTop = 10, kLogoHeight = 20, kLogoWidest = 80;
+constexpr double kTextLeft = 110, kTextTop = 10;
+
+double Within(double place, double size, double sheet) {
+  return std::clamp(place, 0.0, std::max(0.0, sheet - size));
+}
+
+}  // namespace
+
+PageComposer::PageComposer(Session& session, const Platform& platform, int graph, std::string log)
+    : session_(session), platform_(platform), curves_(session, graph), log_(std::move(log)), lines_(StoredLines()) {
+  LoadLogo();
+}
+
+bool PageComposer::FilesAndTime(bool autoScale) {
+  LogReader log(log_);
+  log.Choose({});
+  const auto first = log.First(), last = log.Last();
+  last_ = last ? last->time : 0;
+  times_ = first && last ? TimesOf(first->time, last->time, autoScale) : PageTimes();
+  return times_.IsSound();
+}
+
+void PageComposer::SetTimes(double start, double end) {
+  times_ = TimesOf(start, end, false);
+}
+
+bool PageComposer::LoadLogo() {
+  const auto picture = ReadPicture(session_.CompanyLogoFile, kLargestLogo);
+  logo_ = picture ? picture->convertToFormat(QImage::Format_ARGB32) : QImage();
+  return !logo_.isNull();
+}
+
+std::array<std::string, 4> PageComposer::StoredLines() const {
+  std::array<std::string, 4> lines;
+  for (std::size_t i = 0; i < lines.size(); ++i) lines[i] = platform_.settings.Get(kStore, kSection, kKeys[i], "");
+  return lines;
+}
+
+void PageComposer::StoreLines(const std::array<std::string, 4>& lines) {
+  lines_ = lines;
+  for (std::size_t i = 0; i < lines.size(); ++i) platform_.settings.Save(kStore, kSection, kKeys[i], lines[i]);
+}
+
+TextBlock PageComposer::Lines() const {
+  TextBlock shown;
+  for (std::size_t i = 0; i < shown.size(); ++i) shown[i] = platform_.language.In(kPrefixes[i]) + lines_[i];
+  return shown;
+}
+
+PageBox PageComposer::LogoBox() const {
+  PageBox box;
+  box.isThere = session_.LogoInserted && !logo_.isNull();
+  if (logo_.isNull()) return box;
+  const bool isPlaced = session_.PrintGraphImageW > 0 && session_.PrintGraphImageH > 0;
+  const double natural = std::min(kLogoWidest, kLogoHeight * logo_.width() / logo_.height());
+  box.width = isPlaced ? std::min<double>(session_.PrintGraphImageW, kSheetWidth) : natural;
+  box.height =
+      isPlaced ? std::min<double>(session_.PrintGraphImageH, kSheetHeight) : natural * logo_.height() / logo_.width();
+  box.left = Within(isPlaced ? session_.PrintGraphImageX : kLogoLeft, box.width, kSheetWidth);
+  box.top = Within(isPlaced ? session_.PrintGraphImageY : kLogoTop, box.height, kSheetHeight);
+  return box;
+}
+
+PageBox PageComposer::TextBox() const {
+  PageBox box = textSize_;
+  const bool isPlaced = session_.PrintGraphText1X > 0 || session_.PrintGraphText1Y > 0;
+  box.isThere = session_.TextInserted;
+  box.left = Within(isPlaced ? session_.PrintGraphText1X : kTextLeft, box.width, kSheetWidth);
+  box.top = Within(isPlaced ? session_.PrintGraphText1Y : kTextTop, box.height, kSheetHeight);
+  return box;
+}
+
+void PageComposer::MoveLogo(double left, double top) {
+  const PageBox box = LogoBox();
+  session_.PrintGraphImageX = static_cast<float>(Within(left, box.width, kSheetWidth));
+  session_.PrintGraphImageY = static_cast<float>(Within(top, box.height, kSheetHeight));
+  session_.PrintGraphImageW = static_cast<float>(box.width);
+  session_.PrintGraphImageH = static_cast<float>(box.height);
+}
+
+void PageComposer::MoveText(double left, double top) {
+  // 0, 0 stands for a block that was never placed.
+  session_.PrintGraphText1X = static_cast<float>(std::max(0.1, Within(left, textSize_.width, kSheetWidth)));
+  session_.PrintGraphText1Y = static_cast<float>(Within(top, textSize_.height, kSheetHeight));
+}
+
+PageLayout PageComposer::Layout(PageTarget target) const {
+  return LayOut(curves_.Count(), LogoBox(), TextBox(), target);
+}
+
+const PageCurves& PageComposer::Curves(PageTarget target, double dotsPerInch) {
+  const PageLayout layout = Layout(target);
+  const Key key{target, dotsPerInch, times_.start, times_.step, layout.plotTop};
+  if (drawn_ && drawnFor_ == key) return *drawn_;
+  drawn_.reset();
+  PageCurves curves(curves_, layout, times_, dotsPerInch);
+  LongTask task(platform_.dialogs, platform_.clock, text::PageTitle);
+  task.Doing(text::DrawingPage);
+  LogReader log(log_);
+  DrawCurves(curves, log, session_, curves_, times_, task);
+  drawnFor_ = key;
+  return drawn_.emplace(std::move(curves));
+}
+
+std::vector<ReportComment> PageComposer::Comments() const {
+  const auto connection = Connection::Open(log_, OpenMode::ReadOnly);
+  if (!Catalog(*connection).Find("SummaryReport")) throw RuntimeError(ErrorNumber::NoSuchTable, text::NoReportForPage);
+  return ReadComments(*connection, {times_.start, times_.End(), RowFilter::Compare::Sum});
+}
+
+void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, const PageFont& font, Parts parts) {
+  textSize_ = SizeOf(page, Lines(), font);
+  const PageLayout layout = Layout(target);
+  const PageCurves* curves = parts.curves ? &Curves(target, dotsPerInch) : nullptr;
+  const std::vector<ReportComment> comments = parts.comments ? Comments() : std::vector<ReportComment>();
+  DrawHeader(page, curves_, layout, times_, font, platform_.language);
+  if (curves) curves->Draw(page, PenOf(target));
+  InsertReportComments(page, layout, times_, comments, font);
+  DrawFoot(page, layout, times_, log_, platform_.clock.Now(), font, platform_.language);
+  if (const PageBox box = LogoBox(); box.isThere)
+    page.Picture(box.left, box.top, box.width, box.height,
+                 {reinterpret_cast<const std::uint32_t*>(logo_.constBits()),
+                  static_cast<std::size_t>(logo_.bytesPerLine()) / 4, logo_.width(), logo_.height()});
+  if (const PageBox box = TextBox(); box.isThere) DrawTextBlock(page, box, Lines(), font);
+}
+
+bool PageComposer::LiesInMargins(const Paper& sheet) const {
+  const auto cut = [&](double left, double top, double right, double bottom) {
+    return left < sheet.left || top < sheet.top || right > sheet.width - sheet.right ||
+           bottom > sheet.height - sheet.bottom;
+  };
+  const PageLayout layout = Layout(PageTarget::Paper);
+  if (cut(kFrameLeft, layout.top, kFrameRight, layout.bottom)) return true;
+  const PageBox logo = LogoBox(), words = TextBox();
+  return (logo.isThere && cut(logo.left, logo.top, logo.left + logo.width, logo.Bottom())) ||
+         (words.isThere && cut(words.left, words.top, words.left + words.width, words.Bottom()));
+}
+
+}  // namespace velk

@@ -1,0 +1,293 @@
+#include "paper/windows/frm_print_graph.h"
+
+#include <QFileInfo>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "base/dates.h"
+#include "base/text_qt.h"
+#include "i18n/windows/translate_form.h"
+#include "imaging/picture_file.h"
+#include "imaging/texts.h"
+#include "imaging/windows/frm_printer_select.h"
+#include "model/help_topics.h"
+#include "paper/texts.h"
+#include "paper/windows/page_view.h"
+#include "platform/drawing/painted_surface.h"
+#include "platform/files/file_errors.h"
+#include "ui_frm_print_graph.h"
+
+namespace velk {
+
+namespace {
+
+constexpr double kOfParent = 0.85;  ///< height of the sheet at 50 %, of the main window's
+constexpr double kLeastHeight = 300;
+constexpr int kPictureDots = 150;  ///< an inch: of the preview's curves and of a saved picture
+constexpr int kPdfDots = 300;
+constexpr int kJpegQuality = 90;
+constexpr double kPaperPoints = 10;
+constexpr const char* kMoment = "dd-mmm-yyyy hh:mm:ss";
+
+}  // namespace
+
+frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageComposer& composer)
+    : QDialog(host.Parent()),
+      ui_(std::make_unique<Ui::frmPrintGraph>()),
+      host_(host),
+      access_(access),
+      composer_(composer),
+      view_(new PageView(this)) {
+  ui_->setupUi(this);
+  setProperty("helpTopic", topic::Printing);
+  ui_->Scroll->setWidget(view_);
+  for (const char* percent : {"100 %", "75 %", "50 %"}) ui_->Zoom->addItem(QString::fromLatin1(percent));
+  ui_->Zoom->setCurrentIndex(2);
+  view_->logo = [this] { return composer_.LogoBox(); };
+  view_->words = [this] { return composer_.TextBox(); };
+  const auto dropped = [this](void (PageComposer::*move)(double, double)) {
+    return [this, move](double left, double top) {
+      (composer_.*move)(left, top);
+      access_.keepSettings();
+      RefreshPicture1();
+    };
+  };
+  view_->onLogoDropped = dropped(&PageComposer::MoveLogo);
+  view_->onWordsDropped = dropped(&PageComposer::MoveText);
+  view_->onMouse = [this](double y) { ShowTime(y); };
+  Bind(ui_->Print, &frmPrintGraph::Print_Click);
+  Bind(ui_->Printer, &frmPrintGraph::Printer_Click);
+  Bind(ui_->SaveToFile, &frmPrintGraph::SaveToFile_Click);
+  Bind(ui_->DrawCurves, &frmPrintGraph::DrawCurves_Click);
+  Bind(ui_->Comments, &frmPrintGraph::Comments_Click);
+  Bind(ui_->Logo, &frmPrintGraph::Logo_Click);
+  Bind(ui_->InsertText, &frmPrintGraph::InsertText_Click);
+  Bind(ui_->AutoScale, &frmPrintGraph::AutoScale_Click);
+  Bind(ui_->FullView, &frmPrintGraph::FullView_Click);
+  connect(ui_->Zoom, &QComboBox::currentIndexChanged, this, [this] { RefreshPicture1(); });
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  TranslateForm(*this, host.Words());
+  RefreshPicture1();
+  const int bar = 4 * ui_->Scroll->frameWidth();
+  ui_->Scroll->setMinimumSize(view_->size().boundedTo(QSize(700, 640)) + QSize(bar, bar));
+}
+
+frmPrintGraph::~frmPrintGraph() = default;
+
+void frmPrintGraph::Bind(QAbstractButton* key, void (frmPrintGraph::*work)(Run)) {
+  connect(key, &QAbstractButton::clicked, this, [this, work] {
+    // A long task lets events run: nothing is begun a second time meanwhile.
+    if (!drawing_) {
+      drawing_ = true;
+      RunProcedure({access_.platform.dialogs, "Toolbar1_ButtonClick", text::PageTitle},
+                   [&](Run run) { (this->*work)(run); });
+      drawing_ = false;
+    }
+    UpdateKeys();
+  });
+}
+
+double frmPrintGraph::ZoomPercent() const {
+  return ui_->Zoom->currentText().section(QLatin1Char(' '), 0, 0).toDouble();
+}
+
+std::string frmPrintGraph::Family() const {
+  const std::string& family = access_.session.CurrentFont;
+  return family.empty() ? "MS Sans Serif" : family;
+}
+
+/// The sheet as a picture so many pixels high; `points` count on the screen.
+QImage frmPrintGraph::DrawSheet(double height, double ratio, double points) {
+  const QSizeF size(height * kSheetWidth / kSheetHeight, height);
+  QImage image((size * ratio).toSize(), QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double dotsPerInch = height * ratio / kSheetHeight * PerInch(Unit::Millimetre);
+  PaintedSurface sheet(painter, Unit::Millimetre, kSheetWidth, kSheetHeight, dotsPerInch);
+  // A small sheet gets no larger letters than paper has.
+  const double pagePoints = std::min(kPaperPoints, points * PerInch(Unit::Pixel) * ratio / dotsPerInch);
+  composer_.Paint(sheet, PageTarget::Preview, kPictureDots, {Family(), pagePoints}, {curvesDrawn_, commentsDrawn_});
+  painter.end();
+  image.setDevicePixelRatio(ratio);
+  return image;
+}
+
+void frmPrintGraph::RefreshPicture1() {
+  RunProcedure({access_.platform.dialogs, "RefreshPicture1", text::PageTitle}, [&](Run run) { RedrawOrLeave(run); });
+  UpdateKeys();
+}
+
+/// What can't be drawn is left out, and its key released, so that the page stands as it was.
+void frmPrintGraph::RedrawOrLeave(Run run) {
+  const QWidget* parent = parentWidget();
+  const double fit = std::max(kLeastHeight, kOfParent * (parent ? parent->height() : kLeastHeight));
+  const double points = std::max(1.0, std::floor(5 * ZoomPercent() / 50));
+  const auto draw = [&] { view_->Show(DrawSheet(fit * ZoomPercent() / 50, devicePixelRatioF(), points)); };
+  try {
+    run(draw);
+  } catch (const LeaveProcedure&) {
+    curvesDrawn_ = commentsDrawn_ = false;
+    draw();
+    throw;
+  }
+}
+
+void frmPrintGraph::UpdateKeys() {
+  const Language& language = access_.platform.language;
+  const auto show = [&](QAbstractButton* key, bool on, const MessageText& ifOn, const MessageText& ifOff) {
+    key->setChecked(on);
+    key->setToolTip(ToQt(language.In(on ? ifOn : ifOff)));
+  };
+  ui_->DrawCurves->setChecked(curvesDrawn_);
+  ui_->Comments->setChecked(commentsDrawn_);
+  show(ui_->Logo, access_.session.LogoInserted, text::RemoveLogo, text::InsertLogo);
+  show(ui_->InsertText, access_.session.TextInserted, text::RemoveHeader, text::InsertHeader);
+  show(ui_->AutoScale, access_.autoScaleTime, text::AutoScaling, text::ManualScaling);
+  ui_->Logo->setEnabled(composer_.HasLogoFile());
+  const bool endsEarly = access_.autoScaleTime && EndsBefore(composer_.Times(), composer_.Last());
+  ui_->lblNote->setText(endsEarly ? ToQt(language.In(text::PageEndsEarlier)) : QString());
+  const PrinterChoice& printer = access_.printer;
+  ui_->lblPrinter->setText(ToQt(language.In(text::PrintingTo) +
+                                (printer.PrintsToFile() ? language.In(text::PrintToFile) : printer.PrinterName())));
+}
+
+void frmPrintGraph::ShowTime(double y) {
+  const PageLayout layout = composer_.Layout(PageTarget::Preview);
+  if (!(y >= layout.plotTop && y <= layout.bottom)) return ui_->Label1->clear();
+  const PageTimes& times = composer_.Times();
+  const double time = times.start + (y - layout.plotTop) * 4 * times.step / (layout.bottom - layout.plotTop);
+  ui_->Label1->setText(ToQt(FormatDate(time, "dd/mm/yy hh:mm:ss")));
+}
+
+void frmPrintGraph::DrawCurves_Click(Run run) {
+  curvesDrawn_ = !curvesDrawn_;
+  RedrawOrLeave(run);
+}
+
+void frmPrintGraph::Comments_Click(Run run) {
+  commentsDrawn_ = !commentsDrawn_;
+  RedrawOrLeave(run);
+}
+
+void frmPrintGraph::Logo_Click(Run run) {
+  bool& inserted = access_.session.LogoInserted;
+  if (!inserted && !composer_.LoadLogo()) {
+    access_.platform.dialogs.Message(
+        {text::LogoUnreadable + access_.session.CompanyLogoFile, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  inserted = !inserted;
+  access_.keepSettings();
+  RedrawOrLeave(run);
+}
+
+void frmPrintGraph::InsertText_Click(Run run) {
+  bool& inserted = access_.session.TextInserted;
+  if (!inserted) {
+    auto lines = composer_.StoredLines();
+    constexpr MessageText kPrompts[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const auto entered = access_.platform.dialogs.Input(kPrompts[i], text::PageTitle, lines[i]);
+      if (!entered) return;
+      lines[i] = *entered;
+    }
+    composer_.StoreLines(lines);
+  }
+  inserted = !inserted;
+  access_.keepSettings();
+  RedrawOrLeave(run);
+}
+
+std::optional<double> frmPrintGraph::AskForTime(const MessageText& prompt, double present) {
+  const auto entered = access_.platform.dialogs.Input(prompt, text::StartTitle, FormatDate(present, kMoment));
+  if (!entered) return std::nullopt;
+  try {
+    return CDate(*entered);
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
+}
+
+/// Takes the entries that are times; the present ones stay for others. False where the page would have no length.
+bool frmPrintGraph::AskForTimes() {
+  const PageTimes before = composer_.Times();
+  const double start = AskForTime(text::EnterStart, before.start).value_or(before.start);
+  const double end = AskForTime(text::EnterEnd, before.End()).value_or(before.End());
+  composer_.SetTimes(start, end);
+  if (composer_.Times().IsSound()) return true;
+  composer_.SetTimes(before.start, before.End());
+  access_.platform.dialogs.Message({text::EndNotBehindStart, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
+  return false;
+}
+
+void frmPrintGraph::AutoScale_Click(Run run) {
+  if (access_.autoScaleTime)
+    AskForTimes();
+  else
+    run([&] { composer_.FilesAndTime(true); });
+  access_.autoScaleTime = !access_.autoScaleTime;
+  RedrawOrLeave(run);
+}
+
+void frmPrintGraph::FullView_Click(Run run) {
+  run([&] { composer_.FilesAndTime(false); });
+  access_.autoScaleTime = false;
+  RedrawOrLeave(run);
+}
+
+std::optional<std::string> frmPrintGraph::AskForFile(const MessageText& title, const MessageText& filter,
+                                                     const std::string& ending) {
+  Dialogs& dialogs = access_.platform.dialogs;
+  auto path = dialogs.SaveFile({title, filter, access_.session.DefaultDirectory});
+  if (!path) return std::nullopt;
+  if (QFileInfo(ToQt(*path)).suffix().isEmpty()) *path += ending;
+  access_.session.DefaultDirectory = FolderOf(*path);
+  if (FileExists(*path) && dialogs.Message({text::FileIsThereBefore + *path + text::FileIsThereAfter, title,
+                                            Buttons::YesNo, BoxIcon::Question}) != Answer::Yes)
+    return std::nullopt;
+  return path;
+}
+
+void frmPrintGraph::SaveToFile_Click(Run run) {
+  const auto path = AskForFile(text::SavePictureTitle, text::PictureFilter, ".jpg");
+  if (!path) return;
+  run([&] {
+    const double height = kSheetHeight / PerInch(Unit::Millimetre) * kPictureDots;
+    const QImage sheet = DrawSheet(height, 1, kPaperPoints * kPictureDots / PerInch(Unit::Pixel));
+    Bitmap image;
+    image.CreateFromPicture({reinterpret_cast<const std::uint32_t*>(sheet.constBits()),
+                             static_cast<std::size_t>(sheet.bytesPerLine()) / 4, sheet.width(), sheet.height()});
+    if (QFileInfo(ToQt(*path)).suffix().toLower() == "bmp")
+      SaveBMP(image, *path, kPictureDots);
+    else
+      SaveJPG(image, *path, kJpegQuality, kPictureDots);
+  });
+}
+
+void frmPrintGraph::Printer_Click(Run) {
+  host_.Ask<frmPrinterSelect>(access_.printer);
+}
+
+void frmPrintGraph::Print_Click(Run run) {
+  if (!host_.Ask<frmPrinterSelect>(access_.printer)) return;
+  std::string file;
+  if (access_.printer.PrintsToFile()) {
+    const auto path = AskForFile(text::SavePdfTitle, text::PdfFilter, ".pdf");
+    if (!path) return;
+    file = *path;
+  }
+  run([&] { PrintOn(*access_.printer.MakePrinter(file)); });
+}
+
+void frmPrintGraph::PrintOn(Printer& printer) {
+  if (composer_.LiesInMargins(printer.Sheet()))
+    access_.platform.dialogs.Message({text::MarginsHide, text::PageTitle, Buttons::Ok, BoxIcon::Information});
+  const double dots = access_.printer.PrintsToFile() ? kPdfDots : printer.DotsPerInch();
+  Surface& page = printer.Begin(composer_.Log().substr(composer_.Log().rfind('/') + 1), Unit::Millimetre);
+  composer_.Paint(page, PageTarget::Paper, dots, {Family(), kPaperPoints}, {true, commentsDrawn_});
+  printer.End();
+}
+
+}  // namespace velk

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QDialog>
+#include <QImage>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "i18n/windows/window_host.h"
+#include "imaging/printer_choice.h"
+#include "paper/page_composer.h"
+#include "platform/dialogs/procedure.h"
+
+class QAbstractButton;
+
+namespace Ui {
+class frmPrintGraph;
+}
+
+namespace velk {
+
+class PageView;
+
+/// What the window of a page works with; all outlives it.
+struct PageAccess {
+  Session& session;
+  const Platform& platform;
+  PrinterChoice& printer;
+  bool& autoScaleTime;                 ///< AutoScaleTime, which stays for the next page
+  std::function<void()> keepSettings;  ///< what was placed or entered goes to the disk
+};
+
+/// The page of one graph: previewed, printed, saved as a picture.
+class frmPrintGraph : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// The log's times were found in `composer`, and are sound.
+  frmPrintGraph(WindowHost& host, const PageAccess& access, PageComposer& composer);
+  ~frmPrintGraph() override;
+
+ private:
+  using Run = const Statements&;
+  void Bind(QAbstractButton* key, void (frmPrintGraph::*work)(Run));
+  void RefreshPicture1();
+  QImage DrawSheet(double height, double ratio, double points);
+  void RedrawOrLeave(Run run);
+  void UpdateKeys();
+  void ShowTime(double y);
+  double ZoomPercent() const;
+
+  void Print_Click(Run run);
+  void Printer_Click(Run run);
+  void SaveToFile_Click(Run run);
+  void DrawCurves_Click(Run run);
+  void Comments_Click(Run run);
+  void Logo_Click(Run run);
+  void InsertText_Click(Run run);
+  void AutoScale_Click(Run run);
+  void FullView_Click(Run run);
+  bool AskForTimes();
+  std::optional<double> AskForTime(const MessageText& prompt, double present);
+  /// Where to save to, the ending put behind a name without one; nothing where the operator leaves it.
+  std::optional<std::string> AskForFile(const MessageText& title, const MessageText& filter, const std::string& ending);
+  void PrintOn(Printer& printer);
+  std::string Family() const;
+
+  std::unique_ptr<Ui::frmPrintGraph> ui_;
+  WindowHost& host_;
+  const PageAccess access_;
+  PageComposer& composer_;
+  PageView* view_;
+  bool curvesDrawn_ = false;
+  bool commentsDrawn_ = false;
+  bool drawing_ = false;
+};
+
+}  // namespace velk

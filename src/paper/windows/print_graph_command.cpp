@@ -1,0 +1,26 @@
+#include "paper/windows/print_graph_command.h"
+
+#include "paper/texts.h"
+#include "paper/windows/frm_print_graph.h"
+#include "platform/dialogs/procedure.h"
+
+namespace velk {
+
+PrintGraph::PrintGraph(WindowHost& host, Session& session, const Platform& platform, const SystemPrinters& printers,
+                       std::function<void()> keepSettings)
+    : host_(host), session_(session), platform_(platform), printers_(printers), keepSettings_(std::move(keepSettings)) {
+}
+
+void PrintGraph::Print(int graph) {
+  RunProcedure({platform_.dialogs, "FilesAndTime", text::PageTitle}, [&](const Statements& run) {
+    PageComposer composer(session_, platform_, graph, session_.LogFileInUse);
+    if (!run([&] { return composer.FilesAndTime(autoScaleTime_); })) {
+      platform_.dialogs.Message({text::NoSpan, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
+      return;
+    }
+    if (!choice_) choice_.emplace(printers_);
+    host_.Show<frmPrintGraph>(PageAccess{session_, platform_, *choice_, autoScaleTime_, keepSettings_}, composer);
+  });
+}
+
+}  // namespace velk

@@ -1,0 +1,282 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+
+#include "paper/page_fixture.h"
+
+namespace velk {
+namespace {
+
+constexpr double kDay = 86400;
+
+class PrintGraphWindow : public test::PageFixture {
+ protected:
+  PrintGraphWindow() { job.session.CurrentParameters[1].color = 0x0000FF; }
+  std::string File(const char* name) { return job.folder.File(name); }
+  bool Drawn(const std::string& call) const {
+    const auto& calls = printers.documents.back()->page.calls;
+    return std::find(calls.begin(), calls.end(), call) != calls.end();
+  }
+  int LinesOf(const std::string& colour) const {
+    int count = 0;
+    for (const std::string& call : printers.documents.back()->page.calls)
+      count += call.starts_with("line") && call.find(colour) != std::string::npos;
+    return count;
+  }
+};
+
+TEST_F(PrintGraphWindow, ShowsTheSheetAtHalfItsSizeWithoutCurvesAtFirst) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog& window) {
+    EXPECT_EQ(window.windowTitle(), "Graph Print Preview");
+    EXPECT_EQ(Find<QComboBox>("Zoom").currentText(), "50 %");
+    EXPECT_FALSE(IsPressed("DrawCurves"));
+    EXPECT_FALSE(IsPressed("Comments"));
+    EXPECT_TRUE(IsPressed("AutoScale"));
+    EXPECT_FALSE(Find<QAbstractButton>("Logo").isEnabled()) << "no company logo is chosen";
+    EXPECT_NEAR(Sheet().height(), Sheet().width() * 297.0 / 210, 2);
+    EXPECT_EQ(RedDots(), 0);
+  });
+}
+
+TEST_F(PrintGraphWindow, TellsWhereTheLogHasNothingToShow) {
+  job.dialogs.Expect("no page to show", Answer::Ok);
+  print.Print(test::kGraphOfJob);
+  job.Append(0, {1});
+  job.dialogs.Expect("no page to show", Answer::Ok);
+  print.Print(test::kGraphOfJob);
+}
+
+TEST_F(PrintGraphWindow, DrawsTheCurvesAndTakesThemAway) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    Press("DrawCurves");
+    EXPECT_GT(RedDots(), 300);
+    Press("DrawCurves");
+    EXPECT_EQ(RedDots(), 0);
+  });
+}
+
+TEST_F(PrintGraphWindow, GrowsWithTheZoom) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    const int half = Sheet().height();
+    Find<QComboBox>("Zoom").setCurrentIndex(0);
+    EXPECT_NEAR(Sheet().height(), 2 * half, 2);
+    Find<QComboBox>("Zoom").setCurrentIndex(1);
+    EXPECT_NEAR(Sheet().height(), 1.5 * half, 2);
+  });
+}
+
+TEST_F(PrintGraphWindow, PrintsFrameAndCurvesOnTheChosenPrinter) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    ThenChoosePrinter(0);
+    Press("Print");
+    EXPECT_EQ(Text("lblPrinter"), "Printer: Office");
+  });
+  ASSERT_EQ(printers.documents.size(), 1u);
+  EXPECT_EQ(printers.documents[0]->printer, "Office");
+  EXPECT_EQ(printers.documents[0]->title, "run.mdb");
+  EXPECT_TRUE(printers.documents[0]->ended);
+  EXPECT_TRUE(Drawn("line 190 257 20 257 000000 w0.944882"));
+  EXPECT_GT(LinesOf("0000FF"), 100) << "without Draw curves on the preview too";
+}
+
+TEST_F(PrintGraphWindow, PrintsNothingWhereNoPrinterIsAccepted) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    script.Then("frmPrinterSelect", [](QDialog& dialog) { dialog.reject(); });
+    Press("Print");
+  });
+  EXPECT_TRUE(printers.documents.empty());
+}
+
+TEST_F(PrintGraphWindow, PrintsToAFile) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    ThenChoosePrinter(2);
+    job.dialogs.ExpectSaveFile(File("page"));
+    Press("Print");
+    EXPECT_EQ(Text("lblPrinter"), "Printer: Print to File (PDF)");
+  });
+  std::ifstream file(File("page.pdf"), std::ios::binary);
+  std::string beginning(5, ' ');
+  file.read(beginning.data(), 5);
+  EXPECT_EQ(beginning, "%PDF-");
+}
+
+TEST_F(PrintGraphWindow, AsksBeforeItReplacesAFile) {
+  job.Record(0, 240);
+  std::ofstream(File("page.jpg")) << "before";
+  OpenPage([&](QDialog&) {
+    job.dialogs.ExpectSaveFile(File("page.jpg"));
+    job.dialogs.Expect("is there already", Answer::No);
+    Press("SaveToFile");
+  });
+  EXPECT_EQ(std::filesystem::file_size(File("page.jpg")), 6u);
+}
+
+TEST_F(PrintGraphWindow, TellsOfAPrinterThatFailsAndStays) {
+  job.Record(0, 240);
+  printers.fails = true;
+  OpenPage([&](QDialog& window) {
+    ThenChoosePrinter(0);
+    job.dialogs.Expect(" - Toolbar1_ButtonClick", Answer::Cancel);
+    Press("Print");
+    EXPECT_TRUE(window.isVisible());
+  });
+  EXPECT_FALSE(printers.documents[0]->ended);
+}
+
+TEST_F(PrintGraphWindow, TellsOfMarginsInWhichSomethingLies) {
+  job.Record(0, 240);
+  printers.sheet.left = 25;
+  OpenPage([&](QDialog&) {
+    ThenChoosePrinter(0);
+    job.dialogs.Expect("leaves a margin", Answer::Ok);
+    Press("Print");
+  });
+  EXPECT_TRUE(printers.documents[0]->ended);
+}
+
+TEST_F(PrintGraphWindow, SavesTheWholeSheetAt150DotsAnInchWhateverTheZoom) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    Find<QComboBox>("Zoom").setCurrentIndex(1);
+    for (const char* name : {"page.jpg", "page.bmp"}) {
+      job.dialogs.ExpectSaveFile(File(name));
+      Press("SaveToFile");
+      EXPECT_EQ(QImage(QString::fromStdString(File(name))).size(), QSize(1240, 1754)) << name;
+    }
+  });
+}
+
+TEST_F(PrintGraphWindow, SaysThatTheRoundTimesLeaveRecordsOutUntilFullView) {
+  job.Append(0, {1});
+  job.Append(2 * kDay, {2});
+  OpenPage([&](QDialog&) {
+    EXPECT_TRUE(Text("lblNote").starts_with("The page ends before the log does."));
+    Press("FullView");
+    EXPECT_EQ(Text("lblNote"), "");
+    EXPECT_FALSE(IsPressed("AutoScale"));
+  });
+}
+
+TEST_F(PrintGraphWindow, TakesTimesByHandAndKeepsThePresentOnesForWhatIsNoTime) {
+  job.Record(0, 240);
+  job.session.CurrentParameters[1].color = 0x0000FF;
+  OpenPage([&](QDialog&) {
+    job.dialogs.ExpectInput("Enter start date and time", "no time");
+    job.dialogs.ExpectInput("Enter end date and time",
+                            FormatDate(test::JobStart() + 60 / kDay, "dd-mmm-yyyy hh:mm:ss"));
+    Press("AutoScale");
+    EXPECT_FALSE(IsPressed("AutoScale"));
+    // The middle of the plot, 34 to 277 mm of 297 with one curve: half a minute behind the start.
+    QWidget& sheet = Find<QWidget>("Picture1");
+    QTest::mouseMove(&sheet, QPoint(sheet.width() / 2, static_cast<int>(sheet.height() * 152.5 / 297)));
+    EXPECT_TRUE(Text("Label1").starts_with(FormatDate(test::JobStart(), "dd/mm/yy hh:mm:"))) << Text("Label1");
+  });
+}
+
+TEST_F(PrintGraphWindow, RefusesAnEndThatIsNotBehindTheStart) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    job.dialogs.ExpectInput("Enter start date and time", "14-Mar-2030 00:00:00");
+    job.dialogs.ExpectInput("Enter end date and time", "14-Mar-2029 00:00:00");
+    job.dialogs.Expect("The end has to be later", Answer::Ok);
+    Press("AutoScale");
+    EXPECT_FALSE(Sheet().isNull());
+  });
+}
+
+TEST_F(PrintGraphWindow, AsksForTheLinesAboveTheFrameAndRemembersThem) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    for (const char* line : {" Client : ", " Field  : ", " Well   : ", " Job    : "})
+      job.dialogs.ExpectInput(line, std::string("My") + line);
+    EXPECT_EQ(Find<QAbstractButton>("InsertText").toolTip(), "Insert Header Information");
+    Press("InsertText");
+    EXPECT_EQ(Find<QAbstractButton>("InsertText").toolTip(), "Remove Header Information");
+    EXPECT_TRUE(job.session.TextInserted);
+    EXPECT_EQ(job.settings.Get("VELK2", "PrintGraph", "Well", ""), "My Well   : ");
+    Press("InsertText");
+    EXPECT_FALSE(job.session.TextInserted);
+  });
+  EXPECT_EQ(kept, 2) << "each change goes to the disk";
+}
+
+TEST_F(PrintGraphWindow, LeavesTheHeaderOutWhereALineIsCancelled) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    job.dialogs.ExpectInput(" Client : ", std::nullopt);
+    Press("InsertText");
+    EXPECT_FALSE(IsPressed("InsertText"));
+  });
+}
+
+TEST_F(PrintGraphWindow, PutsTheLogoWhereItIsDropped) {
+  job.Record(0, 240);
+  QImage logo(60, 40, QImage::Format_RGB32);
+  logo.fill(Qt::green);
+  ASSERT_TRUE(logo.save(QString::fromStdString(File("logo.png"))));
+  job.session.CompanyLogoFile = File("logo.png");
+  OpenPage([&](QDialog&) {
+    Press("Logo");
+    EXPECT_TRUE(job.session.LogoInserted);
+    QWidget& sheet = Find<QWidget>("Picture1");
+    const auto at = [&](double x, double y) {
+      return QPoint(static_cast<int>(x * sheet.width() / 210), static_cast<int>(y * sheet.height() / 297));
+    };
+    EXPECT_EQ(Sheet().pixelColor(at(30, 20)), QColor(Qt::green)) << "20, 10 to 50, 30 at first";
+    QTest::mousePress(&sheet, Qt::LeftButton, {}, at(30, 20));
+    QTest::mouseMove(&sheet, at(130, 50));
+    QTest::mouseRelease(&sheet, Qt::LeftButton, {}, at(130, 50));
+    EXPECT_NEAR(job.session.PrintGraphImageX, 120, 1);
+    EXPECT_NEAR(job.session.PrintGraphImageY, 40, 1);
+    EXPECT_NEAR(job.session.PrintGraphImageW, 30, 0.1);
+    EXPECT_EQ(Sheet().pixelColor(at(130, 50)), QColor(Qt::green));
+    EXPECT_NE(Sheet().pixelColor(at(30, 20)), QColor(Qt::green));
+  });
+}
+
+TEST_F(PrintGraphWindow, TellsOfALogoThatCannotBeRead) {
+  job.Record(0, 240);
+  job.session.CompanyLogoFile = File("missing.png");
+  OpenPage([&](QDialog&) {
+    job.dialogs.Expect("The company logo can't be read: ", Answer::Ok);
+    Press("Logo");
+    EXPECT_FALSE(job.session.LogoInserted);
+  });
+}
+
+TEST_F(PrintGraphWindow, ShowsComments) {
+  job.Record(0, 240);
+  job.Comment(100, "Pump 2 started");
+  OpenPage([&](QDialog&) {
+    const QImage before = Sheet();
+    Press("Comments");
+    EXPECT_NE(Sheet(), before);
+    ThenChoosePrinter(0);
+    Press("Print");
+  });
+  int comments = 0;
+  for (const std::string& call : printers.documents.back()->page.calls)
+    comments += call.find("'Pump 2 started'") != std::string::npos;
+  EXPECT_EQ(comments, 1);
+}
+
+TEST_F(PrintGraphWindow, SaysWhereTheLogHasNoReport) {
+  job.Record(0, 240);
+  job.log.Writing()->Execute("DROP TABLE SummaryReport");
+  OpenPage([&](QDialog&) {
+    job.dialogs.Expect("Summary Report does not exist", Answer::Cancel);
+    Press("Comments");
+    EXPECT_FALSE(IsPressed("Comments"));
+  });
+}
+
+}  // namespace
+}  // namespace velk
