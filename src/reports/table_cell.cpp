@@ -1,0 +1,23 @@
+#include "reports/table_cell.h"
+
+#include <cmath>
+
+#include "base/numbers.h"
+#include "base/text.h"
+
+namespace velk {
+
+std::string FormatByMagnitude(double value) {
+  const double size = std::abs(value);
+  if (size <= 10) return Format(value, "#0.000");
+  if (size <= 100) return Format(value, "#0.00");
+  if (size <= 1000) return Format(value, "#0.0");
+  return Format(value, "#0,000");
+}
+
+std::string PrintedNumber(const std::string& shown) {
+  const std::string plain = ReplaceAll(shown, ",", "");
+  return IsNumeric(plain) ? FormatByMagnitude(Val(plain)) : shown;
+}
+
+}  // namespace velk

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/drawing/surface.h"
+
+namespace velk {
+
+enum class CellKind { Date, Time, Number, Text };
+
+/// A column of a table that is printed.
+struct TableColumn {
+  std::string heading;
+  CellKind kind = CellKind::Number;
+};
+
+/// Where the columns of a table stand on its pages.
+struct TableLayout {
+  struct Column {
+    int index;  ///< in the table
+    double left, width;
+    std::vector<std::string> lines;  ///< of its heading
+  };
+  /// The columns that share a page; those that don't fit beside each other follow in further groups, behind the date
+  /// and the time of each row.
+  std::vector<std::vector<Column>> groups;
+  int points = 10;  ///< size of the letters
+  std::size_t headingLines = 0;
+};
+
+/// The largest letters from 10 down to 6 points with which all columns fit in 0.92 of the surface's width, less
+/// `margin` at the left; at 6 the columns are divided among pages.
+TableLayout LayOutTable(Surface& page, const std::vector<TableColumn>& columns, const std::string& family,
+                        double margin);
+
+}  // namespace velk
