@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include "paper/clip_line.h"
@@ -30,7 +31,9 @@ class DotCurve {
   };
   struct Step {
     int x1, y1, x2, y2;
-    auto operator<=>(const Step&) const = default;
+    auto Ends() const { return std::tie(x1, y1, x2, y2); }
+    bool operator==(const Step& other) const { return Ends() == other.Ends(); }
+    bool operator<(const Step& other) const { return Ends() < other.Ends(); }
   };
   void AddRun(std::vector<Run>& row, Run run);
   void AddStep(const Step& step);

@@ -38,9 +38,9 @@ double Quarter(int units, SpanUnit unit) {
     case SpanUnit::Second:
       return TimeOfDay(0, 0, whole);
     case SpanUnit::Minute:
-      return TimeOfDay(0, whole, rest * 60 / 4);
+      return TimeOfDay(0, whole, rest * 15);
     case SpanUnit::Hour:
-      return TimeOfDay(whole, rest * 60 / 4, 0);
+      return TimeOfDay(whole, rest * 15, 0);
     case SpanUnit::Day:
       break;
   }
