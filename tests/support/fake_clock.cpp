@@ -1,6 +1,7 @@
 #include "support/fake_clock.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace velk::test {
@@ -22,6 +23,7 @@ class FakeClock::FakeTimer : public Timer {
   }
   bool Enabled() const override { return enabled_; }
 
+  std::int64_t Due() const { return due_; }
   bool IsDue() const { return enabled_ && clock_.milliseconds_ >= due_; }
   void Fire() {
     due_ = clock_.milliseconds_ + interval_;
@@ -79,10 +81,17 @@ std::unique_ptr<Timer> FakeClock::MakeTimer() {
 
 void FakeClock::Advance(std::int64_t milliseconds) {
   for (const std::int64_t end = milliseconds_ + milliseconds; milliseconds_ < end;) {
-    ++milliseconds_;
+    milliseconds_ = posted_.empty() ? std::min(end, NextDue()) : milliseconds_ + 1;
     FireTimers();
     RunPosted();
   }
+}
+
+std::int64_t FakeClock::NextDue() const {
+  std::int64_t next = std::numeric_limits<std::int64_t>::max();
+  for (const FakeTimer* timer : timers_)
+    if (timer->Enabled()) next = std::min(next, timer->Due());
+  return std::max(next, milliseconds_ + 1);
 }
 
 void FakeClock::RunPosted() {

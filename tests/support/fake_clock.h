@@ -25,7 +25,7 @@ class FakeClock : public Clock {
 
   /// The wall clock jumps; timers don't notice.
   void SetNow(double now);
-  /// Time passes millisecond by millisecond; timers fire and posted tasks run as it does.
+  /// Time passes; timers fire at the millisecond when they are due, and posted tasks run a millisecond later at most.
   void Advance(std::int64_t milliseconds);
   void RunPosted();
 
@@ -36,6 +36,8 @@ class FakeClock : public Clock {
  private:
   class FakeTimer;
   void FireTimers();
+  /// The next millisecond at which a timer fires.
+  std::int64_t NextDue() const;
 
   Gate& gate_;
   double dayZero_ = DateSerial(2026, 3, 14) + TimeOfDay(9, 30, 0);
