@@ -118,7 +118,9 @@ HardwareChoices WithFixedPort(HardwareChoices choices) {
 std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory) {
   std::vector<PortEntry> entries;
   for (int number = 1; number <= kPortsOffered; ++number) {
-    PortEntry port{.number = number, .listed = ListedPortDevice(number, directory)};
+    PortEntry port;
+    port.number = number;
+    port.listed = ListedPortDevice(number, directory);
     entries.push_back(WithDevice(std::move(port), PortDevice(settings, number, directory), directory));
   }
   return entries;

@@ -46,9 +46,9 @@ frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageCom
   ui_->Zoom->setCurrentIndex(2);
   view_->logo = [this] { return composer_.LogoBox(); };
   view_->words = [this] { return composer_.TextBox(); };
-  const auto dropped = [this](void (PageComposer::*move)(double, double)) {
-    return [this, move](double left, double top) {
-      (composer_.*move)(left, top);
+  const auto dropped = [this](void (PageComposer::*place)(double, double)) {
+    return [this, place](double left, double top) {
+      (composer_.*place)(left, top);
       access_.keepSettings();
       RefreshPicture1();
     };
