@@ -5,8 +5,11 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPainter>
+#include <QPixmap>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOption>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -18,7 +21,9 @@ namespace velk {
 
 namespace {
 
-constexpr int kFollowMs = 500;
+/// What a step asks of the machine (is the device there?) and of the session is told by nobody.
+constexpr int kFollowMs = 1000;
+constexpr int kMarkSize = 16;
 // In English; the window is translated with the main window's other captions.
 constexpr const char* kHeading = "The way to a recorded job";
 constexpr const char* kSimulatedUnit = "Try with a simulated unit";
@@ -30,6 +35,21 @@ bool HasNamedChannel(const Session& session) {
     if (!name.empty() && !name.ends_with(" " + std::to_string(i))) return true;
   }
   return false;
+}
+
+/// A mark of the style's own: those of its icon theme are looked for in many folders.
+QIcon Mark(const QWidget& widget, QStyle::PrimitiveElement element) {
+  const qreal scale = widget.devicePixelRatioF();
+  QPixmap picture(QSize(kMarkSize, kMarkSize) * scale);
+  picture.setDevicePixelRatio(scale);
+  picture.fill(Qt::transparent);
+  QStyleOption option;
+  option.initFrom(&widget);
+  option.rect = QRect(0, 0, kMarkSize, kMarkSize);
+  option.state |= QStyle::State_Enabled | QStyle::State_On;
+  QPainter painter(&picture);
+  widget.style()->drawPrimitive(element, &option, &painter, &widget);
+  return QIcon(picture);
 }
 
 }  // namespace
@@ -66,7 +86,6 @@ FirstSteps::FirstSteps(MainForm& form, const Session& session)
   area_.viewport()->installEventFilter(this);
   follow_.setInterval(kFollowMs);
   connect(&follow_, &QTimer::timeout, this, &FirstSteps::Refresh);
-  follow_.start();
   Refresh();
 }
 
@@ -85,14 +104,28 @@ void FirstSteps::AddStep(const char* name, const char* caption, const char* item
 void FirstSteps::Refresh() {
   const bool graphsStand = !area_.subWindowList().isEmpty();
   setVisible(!graphsStand);
-  if (graphsStand) return;
+  if (graphsStand) {
+    follow_.stop();
+    return;
+  }
+  if (!follow_.isActive()) follow_.start();
   for (const Step& step : steps_) {
-    const bool done = step.isDone();
     step.button->setEnabled(form_.MenuItem(step.item)->isEnabled());
-    step.button->setIcon(style()->standardIcon(done ? QStyle::SP_DialogApplyButton : QStyle::SP_ArrowRight));
-    step.button->setProperty("done", done);
+    const QVariant done = step.isDone();
+    if (done != step.button->property("done")) ShowDone(*step.button, done.toBool());
   }
   Place();
+}
+
+void FirstSteps::ShowDone(QPushButton& button, bool done) {
+  button.setProperty("done", done);
+  button.setIcon(Mark(button, done ? QStyle::PE_IndicatorMenuCheckMark : QStyle::PE_IndicatorArrowRight));
+}
+
+void FirstSteps::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange && event->type() != QEvent::StyleChange) return;
+  for (const Step& step : steps_) ShowDone(*step.button, step.button->property("done").toBool());
 }
 
 void FirstSteps::Place() {

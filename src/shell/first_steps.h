@@ -32,6 +32,8 @@ class FirstSteps : public QFrame {
   void Refresh();
 
  protected:
+  /// The marks have the colours of the desktop.
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -42,6 +44,7 @@ class FirstSteps : public QFrame {
   };
 
   void AddStep(const char* name, const char* caption, const char* item, std::function<bool()> isDone);
+  void ShowDone(QPushButton& button, bool done);
   void Place();
 
   MainForm& form_;

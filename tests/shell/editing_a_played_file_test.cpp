@@ -25,12 +25,7 @@ class EditingAPlayedFile : public testing::Test {
   /// A job of five rows of three channels, opened for playback.
   void SetUp() override {
     rig.Start();
-    rig.Connect();
-    rig.dialogs.ExpectSaveFile(File());
-    rig.Press("Record");
-    rig.Press("Pause");
-    for (int row = 1; row <= 5; ++row) rig.Frame(row, 2 * row, 3 * row);
-    rig.Press("Stop");
+    rig.RecordFiveRows(File());
     configured = rig.State().Parameters;
     recorded = BytesOfFile();
     rig.dialogs.ExpectOpenFile(File());

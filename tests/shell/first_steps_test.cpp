@@ -60,6 +60,24 @@ TEST_F(Guide, ShowsWhatIsDone) {
   EXPECT_TRUE(IsDone("cmdStep_4"));
 }
 
+TEST_F(Guide, PaintsAMarkAnewOnlyWhereItsStepChanged) {
+  Steps().Refresh();
+  const auto shown = [this](const char* name) {
+    return Button(name).icon().pixmap(16).toImage().convertToFormat(QImage::Format_ARGB32);
+  };
+  const QImage undone = shown("cmdStep_4");
+  const qint64 key = Button("cmdStep_4").icon().cacheKey();
+  Steps().Refresh();
+  EXPECT_EQ(Button("cmdStep_4").icon().cacheKey(), key);
+  rig.State().CurrentFile = "/jobs/a.mdb";
+  Steps().Refresh();
+  EXPECT_NE(Button("cmdStep_4").icon().cacheKey(), key);
+  EXPECT_NE(shown("cmdStep_4"), undone) << "a check in place of an arrow";
+  QImage nothing(16, 16, QImage::Format_ARGB32);
+  nothing.fill(Qt::transparent);
+  EXPECT_NE(undone, nothing);
+}
+
 TEST_F(Guide, ShowsTheInstrumentAsChosenOnlyWhereItsDeviceIsThere) {
   Steps().portIsThere = [] { return false; };
   EXPECT_FALSE(IsDone("cmdStep_1"));

@@ -19,12 +19,7 @@ class PlaybackInTheProgram : public testing::Test {
   /// A job of five rows in job.mdb, behind us.
   void SetUp() override {
     rig.Start();
-    rig.Connect();
-    rig.dialogs.ExpectSaveFile(File());
-    rig.Press("Record");
-    rig.Press("Pause");
-    for (int row = 1; row <= 5; ++row) rig.Frame(row, 2 * row, 3 * row);
-    rig.Press("Stop");
+    rig.RecordFiveRows(File());
   }
   std::string File() const { return rig.folder.File("job.mdb"); }
   void Open() {

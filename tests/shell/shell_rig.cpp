@@ -64,6 +64,15 @@ void ShellRig::Frame(double a, double b, double c) {
   clock.RunPosted();
 }
 
+void ShellRig::RecordFiveRows(const std::string& file) {
+  Connect();
+  dialogs.ExpectSaveFile(file);
+  Press("Record");
+  Press("Pause");
+  for (int row = 1; row <= 5; ++row) Frame(row, 2 * row, 3 * row);
+  Press("Stop");
+}
+
 void ShellRig::Receive(double a, double b, double c) {
   char values[64];
   std::snprintf(values, sizeof values, " %09.3f %09.3f %09.3f\r\n", a, b, c);

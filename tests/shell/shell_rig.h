@@ -35,6 +35,8 @@ class ShellRig {
   void Connect();
   /// A frame of the unit comes in a second after the last one.
   void Frame(double a, double b, double c);
+  /// Connect, then a job of five rows (i, 2 i, 3 i) in that file, and Stop.
+  void RecordFiveRows(const std::string& file);
 
   TemporaryFolder folder;
   Gate gate;
