@@ -21,7 +21,8 @@ struct Front {
   std::size_t comma = std::string_view::npos;
   int commas = 0;
   int points = 0;
-  bool standsApart = false;  ///< more digits follow behind a blank
+  bool standsApart = false;   ///< more digits follow behind a blank
+  bool isInThousands = true;  ///< three digits stand between all points, and behind the last
 };
 
 std::size_t GroupBlankAt(std::string_view text, std::size_t place) {
@@ -36,10 +37,16 @@ Front ReadFront(std::string_view text) {
   if (i == std::string_view::npos) return front;
   if (text[i] == '-' || text[i] == '+') ++i;
   const std::size_t begin = i;
+  std::size_t group = 0;  // digits behind the last point
   for (; i < text.size() && (IsDecimalDigit(text[i]) || text[i] == '.' || text[i] == ','); ++i) {
-    if (text[i] == '.') ++front.points;
+    if (IsDecimalDigit(text[i])) ++group;
+    if (text[i] == '.') {
+      front.isInThousands &= front.points++ == 0 || group == 3;
+      group = 0;
+    }
     if (text[i] == ',' && front.commas++ == 0) front.comma = i;
   }
+  front.isInThousands &= group == 3;
   front.end = i;
   const std::size_t blank = GroupBlankAt(text, i);
   const bool isNumber = i > begin && IsDecimalDigit(text[i - 1]);
@@ -51,7 +58,8 @@ Front ReadFront(std::string_view text) {
 
 bool IsUnclearNumber(std::string_view text) {
   const Front front = ReadFront(text);
-  return front.standsApart || (front.commas > 0 && front.commas + front.points > 1);
+  return front.standsApart || (front.commas > 0 && front.commas + front.points > 1) ||
+         (front.points > 1 && front.isInThousands);
 }
 
 std::string WithDecimalPoint(std::string_view text) {

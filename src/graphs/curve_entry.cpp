@@ -2,6 +2,7 @@
 
 #include "base/number_entry.h"
 #include "base/numbers.h"
+#include "base/text.h"
 #include "graphs/texts.h"
 #include "model/parameter_questions.h"
 #include "model/texts.h"
@@ -10,14 +11,14 @@ namespace velk {
 
 namespace {
 
-/// A number that can be read in two ways is asked for again, as it was typed.
+/// A number that can be read in two ways, or that is too large, is asked for again, as it was typed.
 std::optional<double> AskScale(Dialogs& dialogs, const MessageText& prompt, double present) {
   std::string preset = NumberText(present);
   for (;;) {
     const auto answer = dialogs.Input(prompt, text::GraphScales, preset);
-    if (!answer || answer->empty()) return std::nullopt;
+    if (!answer || Trim(*answer).empty()) return std::nullopt;
     if (const auto number = EnteredNumber(*answer)) return number;
-    dialogs.Message({text::NumberUnclear, text::GraphScales, Buttons::Ok, BoxIcon::Exclamation});
+    dialogs.Message({FaultOfNumber(*answer), text::GraphScales, Buttons::Ok, BoxIcon::Exclamation});
     preset = *answer;
   }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "base/number_entry.h"
 #include "model/number_formats.h"
 #include "model/texts.h"
 
@@ -16,6 +17,10 @@ std::optional<std::string> AskNumberFormat(Dialogs& dialogs) {
   const auto sample = dialogs.Choose({text::NumberFormatTitle, text::NumberFormatPrompt, NumberFormatSamples()});
   if (!sample) return std::nullopt;
   return FormatOfSample(*sample);
+}
+
+const MessageText& FaultOfNumber(std::string_view text) {
+  return IsUnclearNumber(text) ? text::NumberUnclear : text::NumberTooLarge;
 }
 
 std::vector<std::string> TellApart(std::vector<std::string> names) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/dialogs/dialogs.h"
@@ -14,6 +15,9 @@ std::optional<std::int32_t> AskColour(Dialogs& dialogs, const std::string& name,
 
 /// Asks for a number picture by its sample; nothing on Cancel.
 std::optional<std::string> AskNumberFormat(Dialogs& dialogs);
+
+/// Why EnteredNumber takes no number from a text.
+const MessageText& FaultOfNumber(std::string_view text);
 
 /// Names as the entries of a list: with their numbers in front where two are the same or one is empty.
 std::vector<std::string> TellApart(std::vector<std::string> names);

@@ -36,6 +36,7 @@ inline constexpr MessageText SelectColour{2282, "Select a color for "};
 inline constexpr MessageText MinimumNotBelow{2283, "Minimum scale must be less than maximum scale"};
 inline constexpr MessageText NumberUnclear{
     2284, "This number can be read in two ways. Write one decimal point or comma, and nothing between the thousands."};
+inline constexpr MessageText NumberTooLarge{2299, "This number is too large."};
 
 // Formulas
 inline constexpr MessageText DefaultUnits{140, "Units"};

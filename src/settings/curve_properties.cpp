@@ -2,6 +2,7 @@
 
 #include "base/number_entry.h"
 #include "base/numbers.h"
+#include "model/parameter_questions.h"
 #include "model/texts.h"
 
 namespace velk {
@@ -22,7 +23,7 @@ PropertyTexts TextsOf(const CurveProperties& properties) {
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts) {
   for (auto field :
        {&PropertyTexts::minimum, &PropertyTexts::maximum, &PropertyTexts::loweralarm, &PropertyTexts::upperalarm})
-    if (!EnteredNumber(texts.*field)) return PropertyFault{field, text::NumberUnclear};
+    if (!EnteredNumber(texts.*field)) return PropertyFault{field, FaultOfNumber(texts.*field)};
   const PropertyTexts before = TextsOf(properties);
   // A number that nobody has touched keeps the digits that its text doesn't show.
   if (texts.minimum != before.minimum) properties.min = *EnteredNumber(texts.minimum);

@@ -13,24 +13,24 @@ std::string Quoted(const std::string& cell) {
   return '"' + ReplaceAll(cell, "\"", "\"\"") + '"';
 }
 
-/// Takes one cell off the front. A quote inside a cell that doesn't begin with one is a character like any other.
+/// The length of a cell that begins with a quote and is closed by one, both included; 0 where it isn't closed, or more
+/// stands behind it: such a quote is a character like any other (the inches of a pipe).
+std::size_t QuotedLength(std::string_view text) {
+  if (!text.starts_with('"')) return 0;
+  std::size_t i = 1;
+  while (i < text.size() && (text[i] != '"' || text.substr(i + 1).starts_with('"'))) i += text[i] == '"' ? 2 : 1;
+  if (i >= text.size()) return 0;
+  const bool endsCell = i + 1 == text.size() || std::string_view("\t\r\n").find(text[i + 1]) != std::string_view::npos;
+  return endsCell ? i + 1 : 0;
+}
+
+/// Takes one cell off the front.
 std::string TakeCell(std::string_view& text) {
-  std::string cell;
-  if (text.starts_with('"')) {
-    text.remove_prefix(1);
-    while (!text.empty()) {
-      const bool isQuote = text.front() == '"';
-      if (isQuote) text.remove_prefix(1);
-      if (isQuote && !text.starts_with('"')) break;
-      if (text.empty()) break;
-      cell += text.front();
-      text.remove_prefix(1);
-    }
-  }
-  const std::size_t end = std::min(text.find_first_of("\t\r\n"), text.size());
-  cell += text.substr(0, end);
+  const std::size_t quoted = QuotedLength(text);
+  const std::size_t end = quoted > 0 ? quoted : std::min(text.find_first_of("\t\r\n"), text.size());
+  const std::string_view cell = text.substr(0, end);
   text.remove_prefix(end);
-  return cell;
+  return quoted > 0 ? ReplaceAll(std::string(cell.substr(1, quoted - 2)), "\"\"", "\"") : std::string(cell);
 }
 
 }  // namespace

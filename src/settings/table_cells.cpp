@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "model/number_formats.h"
+#include "model/parameter_questions.h"
 #include "model/texts.h"
 #include "settings/texts.h"
 
@@ -96,7 +97,7 @@ std::optional<MessageText> FaultOfCell(TableColumn column, std::string_view text
     case TableColumn::Offset:
       break;
   }
-  if (!EnteredNumber(text)) return text::NumberUnclear;
+  if (!EnteredNumber(text)) return FaultOfNumber(text);
   return std::nullopt;
 }
 

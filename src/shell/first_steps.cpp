@@ -6,10 +6,10 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
+#include <QPen>
 #include <QPixmap>
+#include <QPolygonF>
 #include <QPushButton>
-#include <QStyle>
-#include <QStyleOption>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -37,19 +37,24 @@ bool HasNamedChannel(const Session& session) {
   return false;
 }
 
-/// A mark of the style's own: those of its icon theme are looked for in many folders.
-QIcon Mark(const QWidget& widget, QStyle::PrimitiveElement element) {
+/// A check or an arrow, as plain on a disabled button: a step that is done may not be offered again. (Those of an icon
+/// theme are looked for in many folders.)
+QIcon Mark(const QWidget& widget, bool isDone) {
   const qreal scale = widget.devicePixelRatioF();
   QPixmap picture(QSize(kMarkSize, kMarkSize) * scale);
   picture.setDevicePixelRatio(scale);
   picture.fill(Qt::transparent);
-  QStyleOption option;
-  option.initFrom(&widget);
-  option.rect = QRect(0, 0, kMarkSize, kMarkSize);
-  option.state |= QStyle::State_Enabled | QStyle::State_On;
   QPainter painter(&picture);
-  widget.style()->drawPrimitive(element, &option, &painter, &widget);
-  return QIcon(picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(widget.palette().color(QPalette::Active, QPalette::ButtonText), 2));
+  if (isDone)
+    painter.drawPolyline(QPolygonF({{3, 8}, {6.5, 11.5}, {13, 4.5}}));
+  else
+    painter.drawPolyline(QPolygonF({{6, 4}, {10, 8}, {6, 12}}));
+  painter.end();
+  QIcon mark(picture);
+  mark.addPixmap(picture, QIcon::Disabled);
+  return mark;
 }
 
 }  // namespace
@@ -119,7 +124,7 @@ void FirstSteps::Refresh() {
 
 void FirstSteps::ShowDone(QPushButton& button, bool done) {
   button.setProperty("done", done);
-  button.setIcon(Mark(button, done ? QStyle::PE_IndicatorMenuCheckMark : QStyle::PE_IndicatorArrowRight));
+  button.setIcon(Mark(button, done));
 }
 
 void FirstSteps::changeEvent(QEvent* event) {

@@ -27,7 +27,8 @@ TEST(EnteredNumber, TakesTheDecimalCommaForThePoint) {
 }
 
 TEST(EnteredNumber, IsNoneWhereTwoCouldBeMeant) {
-  for (const char* text : {"1,234.5", "1.234,5", "1,234,567", "1 234", "1 234,5", "1\u00A0234,5", "1\u202F234", "1,,5"})
+  for (const char* text : {"1,234.5", "1.234,5", "1,234,567", "1.234.567", "-12.345.678", "1 234", "1 234,5",
+                           "1\u00A0234,5", "1\u202F234", "1,,5"})
     EXPECT_EQ(EnteredNumber(text), std::nullopt) << text;
 }
 

@@ -218,6 +218,48 @@ TEST_F(CurvesOnTheDesk, OfferPasteInEveryOtherWindow) {
   EXPECT_TRUE(Key(3, "Paste").isEnabled());
 }
 
+TEST_F(CurvesOnTheDesk, OfferPasteNowhereOnceTheCopiedWindowHasNoCurves) {
+  Open({1, 2, 3});
+  Press(2, "Copy");
+  Curve(2).FormIndex = 3;
+  BuildGraphMap(session, session.TotalParameters);
+  windows.Close(2);
+  windows.Close(1);
+  windows.Open(1, {0, 0, 400, 300}, 0);
+  EXPECT_EQ(session.CopySource, 0);
+  for (const int graph : {1, 3}) EXPECT_FALSE(Key(graph, "Paste").isEnabled()) << graph;
+}
+
+TEST_F(CurvesOnTheDesk, ArePastedFromAWindowThatTheOperatorHasClosed) {
+  Open({1, 2});
+  Press(1, "Copy");
+  windows.Close(1);
+  Press(2, "Paste");
+  EXPECT_EQ(Curve(1).FormIndex, 2);
+  EXPECT_EQ(session.GraphCurveCount[2], 2);
+}
+
+TEST_F(CurvesOnTheDesk, HaveTheirKeysInAWindowThatIsMadeDuringTheJob) {
+  session.AcquireStarted = true;
+  Open({1, 1, 2});
+  Press(2, "Copy");
+  Press(1, "Remove");
+  ASSERT_TRUE(IsOpen(3)) << "2 is taken, 1 keeps a curve";
+  for (const char* key : {"AddComment", "Print", "Copy", "Paste"}) EXPECT_TRUE(Key(3, key).isEnabled()) << key;
+  EXPECT_EQ(Key(3, "ReadValue").isEnabled(), Key(1, "ReadValue").isEnabled());
+  EXPECT_FALSE(Key(3, "Remove").isEnabled()) << "its only curve";
+}
+
+TEST_F(CurvesOnTheDesk, TakeTheTimeOfTheirPageToTheirNewWindow) {
+  Open({1, 1});
+  session.AcquireStarted = true;
+  const double origin = 45000 + 9.5 / 24;
+  Form(1).Picture2_Update(origin, origin + 120 * test::kSecond);
+  ASSERT_NE(Form(1).TimeOrigin(), 0);
+  Press(1, "Remove");
+  EXPECT_EQ(Form(2).TimeOrigin(), Form(1).TimeOrigin());
+}
+
 TEST_F(CurvesOnTheDesk, MoveBehindTheOthersAndCloseAWindowThatIsEmpty) {
   Open({1, 2, 3});
   Press(1, "Copy");
@@ -309,6 +351,24 @@ TEST_F(CurvesOnTheDesk, GoWithTheWindowsThatStandOpenAtTheEnd) {
 }
 
 // --- Print ---
+
+TEST_F(CurvesOnTheDesk, OfferOnlyPrintAheadOfAJob) {
+  Open({1, 1});
+  windows.UnloadAll();
+  windows.CreateGraphWindows();
+  EXPECT_TRUE(Key(1, "Print").isEnabled());
+  for (const char* key : {"AddComment", "Copy", "Paste", "Remove", "ReadValue"})
+    EXPECT_FALSE(Key(1, key).isEnabled()) << key;
+}
+
+TEST_F(CurvesOnTheDesk, ArePrintedFromTheirOwnWindow) {
+  Open({1, 2});
+  session.LogFileInUse = "/jobs/a.mdb";
+  int printed = 0;
+  desk.onPrint = [&](int graph) { printed = graph; };
+  Press(2, "Print");
+  EXPECT_EQ(printed, 2);
+}
 
 TEST_F(CurvesOnTheDesk, SayThatPrintingWantsAFile) {
   Open({1});

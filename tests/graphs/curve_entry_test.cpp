@@ -52,6 +52,18 @@ TEST_F(CurveEntry, RefusesAMaximumThatIsNotAboveTheMinimum) {
   }
 }
 
+TEST_F(CurveEntry, SaysWhereANumberIsTooLarge) {
+  dialogs.ExpectInput("Enter new maximum value", "1e999");
+  dialogs.Expect("This number is too large.", Answer::Ok);
+  dialogs.ExpectInput("Enter new maximum value", std::nullopt);
+  EXPECT_FALSE(AskMaximum(dialogs, curve));
+}
+
+TEST_F(CurveEntry, LeavesAScaleForWhichOnlyBlanksWereTyped) {
+  dialogs.ExpectInput("Enter new minimum value", "  ");
+  EXPECT_FALSE(AskMinimum(dialogs, curve));
+}
+
 TEST_F(CurveEntry, AsksAgainForANumberThatCanBeReadInTwoWays) {
   dialogs.ExpectInput("Enter new maximum value", "1,234.5");
   dialogs.Expect("This number can be read in two ways", Answer::Ok);

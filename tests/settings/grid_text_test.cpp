@@ -21,7 +21,10 @@ TEST(GridText, QuotesACellThatHoldsATabALineEndOrAQuote) {
 
 TEST(GridText, LeavesAQuoteInTheMiddleAndAnUnclosedOneAsTheyAre) {
   EXPECT_EQ(SplitCells("3\" pipe\tx"), (CellTexts{{"3\" pipe", "x"}}));
-  EXPECT_EQ(SplitCells("\"open\tx"), (CellTexts{{"open\tx"}}));
+  EXPECT_EQ(SplitCells("\"open\tx"), (CellTexts{{"\"open", "x"}}));
+  EXPECT_EQ(SplitCells("Depth\t\"\t0\nFlow\tl\t1\n"), (CellTexts{{"Depth", "\"", "0"}, {"Flow", "l", "1"}}));
+  EXPECT_EQ(SplitCells("\"3\" pipe\tx"), (CellTexts{{"\"3\" pipe", "x"}}));
+  EXPECT_EQ(SplitCells("\"\"\"\"\t\"\""), (CellTexts{{"\"", ""}}));
 }
 
 }  // namespace

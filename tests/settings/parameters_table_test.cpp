@@ -356,6 +356,40 @@ TEST_F(ParametersTableWindow, StoresAnOpenEditorWhenItIsClosed) {
   EXPECT_EQ(Cell(0, TableColumn::Name), "Pump");
 }
 
+TEST_F(ParametersTableWindow, StoresAnOpenEditorWhereTheProgramEnds) {
+  Open();
+  Type("Pump");
+  host.dialogs.SetEnding();
+  window->close();
+  EXPECT_EQ(Cell(0, TableColumn::Name), "Pump");
+}
+
+TEST_F(ParametersTableWindow, HasNothingForTheKeysToDoWithoutChannels) {
+  Open(0);
+  QApplication::clipboard()->setText("before");
+  Press(Qt::Key_C, Qt::ControlModifier);
+  Press(Qt::Key_X, Qt::ControlModifier);
+  Press(Qt::Key_V, Qt::ControlModifier);
+  Press(Qt::Key_Delete);
+  EXPECT_EQ(QApplication::clipboard()->text(), "before");
+  window->close();
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(ParametersTableWindow, SaysWhatIsWrongWithANumber) {
+  Open();
+  GoTo(0, TableColumn::Gain);
+  Type("1e999");
+  Press(Qt::Key_Return);
+  GoTo(0, TableColumn::Gain);
+  EXPECT_EQ(Remark(), "This number is too large.");
+  GoTo(1, TableColumn::Gain);
+  Type("1.234.567");
+  Press(Qt::Key_Return);
+  GoTo(1, TableColumn::Gain);
+  EXPECT_EQ(Remark().substr(0, 37), "This number can be read in two ways. ");
+}
+
 TEST_F(ParametersTableWindow, ShowsInPlaceWhatCannotStand) {
   Open();
   GoTo(2, TableColumn::Graph);

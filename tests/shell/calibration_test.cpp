@@ -80,6 +80,11 @@ TEST_F(CalibrationInTheProgram, HoldsForTheNextJobAndTheNextStart) {
   EXPECT_EQ(rig.State().CurrentValue[1], 50) << "half way between the references";
 }
 
+TEST_F(CalibrationInTheProgram, LeavesTheProgramReadyToAcquireWhateverCameInBetween) {
+  Calibrate([this](QDialog&) { rig.State().CurrentStatus = text::StatusReady; });
+  EXPECT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
+}
+
 TEST_F(CalibrationInTheProgram, ListsTheChannelsThatAreRead) {
   Calibrate([](QDialog& window) { EXPECT_EQ(FindControl<QListWidget>(window, "List1")->count(), 2); });
 }

@@ -33,7 +33,8 @@ void CurveDesk::Attach(GraphFormNew& form) {
   Bind(form, "Remove", &CurveDesk::Remove);
   // A map that was made anew may mean others by the number.
   if (session_.GraphCurveCount[session_.CopySource] == 0) session_.CopySource = 0;
-  UpdateToolbar(form);
+  UpdateToolbars();
+  UpdateToolbar(form);  // which isn't among the others yet
 }
 
 void CurveDesk::Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(int graph)) {

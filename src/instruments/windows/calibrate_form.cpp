@@ -9,6 +9,7 @@
 #include "i18n/windows/translate_form.h"
 #include "instruments/texts.h"
 #include "model/help_topics.h"
+#include "model/parameter_questions.h"
 #include "model/texts.h"
 #include "ui_calibrate_form.h"
 
@@ -75,7 +76,7 @@ void CalibrateForm::DoReference(int number) {
   const std::string typed = FromQt(references_[static_cast<std::size_t>(number)]->text());
   if (Trim(typed).empty()) return ShowFault(number, text::ReferenceMissing);
   const auto reference = EnteredNumber(typed);
-  if (!reference) return ShowFault(number, text::NumberUnclear);
+  if (!reference) return ShowFault(number, FaultOfNumber(typed));
   ShowHint();
   Read(number, *reference);
 }

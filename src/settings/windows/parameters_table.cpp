@@ -101,13 +101,18 @@ void ParametersTable::FitToScreen() {
 
 /// The end of the program asks nobody.
 void ParametersTable::done(int result) {
+  StoreOpenEditor();
   if (host_.Boxes().IsEnding()) return QDialog::done(Accepted);
   const QPointer<ParametersTable> alive(this);
   if (Form_QueryUnload() && alive) QDialog::done(result);
 }
 
+/// An editor that loses the keyboard stores what stands in it.
+void ParametersTable::StoreOpenEditor() {
+  ui_->Grid1->setFocus();
+}
+
 bool ParametersTable::Form_QueryUnload() {
-  ui_->Grid1->setFocus();  // what stands in an open editor is stored
   const auto fault = table_.FirstFault();
   if (!fault) return true;
   ui_->Grid1->setCurrentIndex(model_.index(fault->row, fault->column));
@@ -188,6 +193,7 @@ CellRange ParametersTable::Selected() const {
 }
 
 void ParametersTable::Clear(const CellRange& range) {
+  if (!HasCells()) return;
   std::vector<ParameterTable::Edit> edits;
   for (int row = range.top; row <= range.bottom; ++row)
     for (int column = range.left; column <= range.right; ++column)
@@ -251,6 +257,7 @@ void ParametersTable::Choose(const QModelIndex& cell) {
 }
 
 void ParametersTable::mnuCopy_Click() {
+  if (!HasCells()) return;
   QGuiApplication::clipboard()->setText(ToQt(table_.Copy(Selected())));
 }
 
@@ -260,6 +267,7 @@ void ParametersTable::mnuCut_Click() {
 }
 
 void ParametersTable::mnuPaste_Click() {
+  if (!HasCells()) return;
   const auto [cells, isWhole] = table_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
   Changed();
   ui_->Grid1->selectionModel()->select(

@@ -37,6 +37,7 @@ class ParametersTable : public QDialog {
  private:
   void ConnectMenu();
   void FitToScreen();
+  void StoreOpenEditor();
   bool Form_QueryUnload();
   bool GridKey(const QKeyEvent& key);
   bool LeavesGrid(const QKeyEvent& key);
@@ -48,6 +49,7 @@ class ParametersTable : public QDialog {
   void mnuPaste_Click();
   void mnuUndo_Click();
 
+  bool HasCells() const { return table_.RowCount() > 0; }
   CellRange Selected() const;
   void Clear(const CellRange& range);
   /// Into the cell, and into the same column of all selected rows where those are chosen together.
