@@ -31,12 +31,6 @@ bool IsSureToLoad(const EditSettings& edit) {
                                         .safeDefault = true}) == Answer::Yes;
 }
 
-/// Shows that the program ends, and ends it.
-void End(const EditSettings& edit) {
-  edit.platform.dialogs.Message({text::MustEnd, "", Buttons::Ok, BoxIcon::Information});
-  edit.saveAndEnd();
-}
-
 }  // namespace
 
 void mnuEditSaveTemplate_Click(const EditSettings& edit) {
@@ -46,7 +40,7 @@ void mnuEditSaveTemplate_Click(const EditSettings& edit) {
     if (!name) return;
     run([&] { SaveTemplate(session, edit.platform.settings, *name); });
     if (!HasTemplate(session, *name)) session.TemplateNames.push_back(*name);
-    run([&] { SaveSettings(session, edit.platform.settings); });
+    run([&] { KeepSettings(session, edit.platform.settings); });
     if (session.NumberOfFormulae > 0)
       edit.platform.dialogs.Message({text::SavedButNotLoadable, "", Buttons::Ok, BoxIcon::Information});
   });
@@ -85,7 +79,7 @@ void mnuEditLanguage_Click(const EditSettings& edit) {
       edit.platform.settings.Flush();
     });
     edit.session.Current_language = *language;
-    End(edit);
+    EndForChange(edit);
   });
 }
 
@@ -94,12 +88,9 @@ void ShowProblems(const EditSettings& edit, const std::vector<OperatorText>& pro
   if (!text.IsEmpty()) edit.platform.dialogs.Message({text, "", Buttons::Ok, BoxIcon::Exclamation});
 }
 
-void TakeUserOptions(const EditSettings& edit, const UserOptions& options) {
-  edit.session.pixelslength = options.pixelslength;
-  edit.session.pixeldivide = options.pixeldivide;
-  edit.session.MaximumTime = options.MaximumTime;
-  edit.session.intFontSize = options.intFontSize;
-  End(edit);
+void EndForChange(const EditSettings& edit) {
+  edit.platform.dialogs.Message({text::MustEnd, "", Buttons::Ok, BoxIcon::Information});
+  edit.saveAndEnd();
 }
 
 }  // namespace velk

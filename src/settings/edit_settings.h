@@ -6,7 +6,6 @@
 #include "base/operator_text.h"
 #include "model/session.h"
 #include "platform/platform.h"
-#include "settings/user_options.h"
 
 namespace velk {
 
@@ -27,7 +26,7 @@ void mnuEditLanguage_Click(const EditSettings& edit);
 
 /// Tells what could not be read when the settings were loaded again.
 void ShowProblems(const EditSettings& edit, const std::vector<OperatorText>& problems);
-/// Takes the options over, shows that the program ends for them, and ends it.
-void TakeUserOptions(const EditSettings& edit, const UserOptions& options);
+/// Shows that the program ends for a change, which is on the disk by then, and ends it.
+void EndForChange(const EditSettings& edit);
 
 }  // namespace velk

@@ -28,8 +28,7 @@ std::vector<OperatorText> LoadSettings(Session& session, SettingsStore& store, c
   ReadSettings(live, session);
   if (std::find(live.badKeys.begin(), live.badKeys.end(), "Parameters/NumberOfParameters") != live.badKeys.end()) {
     // Not written at exit: without this it would be told at every start.
-    SettingsWriter writer(store, kLiveSettings);
-    VisitParameterCount(writer, session);
+    StoreParameterCount(session, store);
   }
   const std::vector<OperatorText> listProblems = LoadTemplateList(session, store, language);
 
@@ -54,6 +53,20 @@ void SaveSettings(Session& session, SettingsStore& store) {
   SettingsWriter live(store, kLiveSettings);
   WriteSettings(live, session);
   SaveTemplateList(session, store);
+}
+
+void KeepSettings(Session& session, SettingsStore& store) {
+  StoreParameterCount(session, store);
+  SaveSettings(session, store);
+}
+
+void KeepSettings(const Report& report, Session& session, SettingsStore& store) {
+  RunProcedure(report, [&](const Statements& run) { run([&] { KeepSettings(session, store); }); });
+}
+
+void StoreParameterCount(Session& session, SettingsStore& store) {
+  SettingsWriter writer(store, kLiveSettings);
+  VisitParameterCount(writer, session);
 }
 
 }  // namespace velk

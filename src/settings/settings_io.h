@@ -5,6 +5,7 @@
 
 #include "base/language.h"
 #include "model/session.h"
+#include "platform/dialogs/procedure.h"
 #include "platform/settings/settings.h"
 
 namespace velk {
@@ -21,7 +22,19 @@ std::vector<OperatorText> LoadSettings(Session& session, SettingsStore& store, c
 /// none.
 OperatorText ProblemText(const std::vector<OperatorText>& problems);
 
-/// Writes all of it back, NumberOfParameters aside, and puts it on the disk. Raises the store's file errors.
+/// The save at the exit: writes all of it back, NumberOfParameters aside, and puts it on the disk. Raises the store's
+/// file errors.
 void SaveSettings(Session& session, SettingsStore& store);
+
+/// Whenever the operator has changed something: writes all of it with NumberOfParameters, without which the channels
+/// of a template that was only loaded would stand under the count of others after a power cut. Raises the store's file
+/// errors.
+void KeepSettings(Session& session, SettingsStore& store);
+
+/// The same as a procedure: Cancel in its error's box leaves the save only.
+void KeepSettings(const Report& report, Session& session, SettingsStore& store);
+
+/// Writes NumberOfParameters, which comes to the disk with the next save.
+void StoreParameterCount(Session& session, SettingsStore& store);
 
 }  // namespace velk

@@ -38,4 +38,11 @@ std::variant<UserOptions, MessageText> CheckUserOptions(const UserOptionTexts& t
   return options;
 }
 
+void TakeUserOptions(Session& session, const UserOptions& options) {
+  session.pixelslength = options.pixelslength;
+  session.pixeldivide = options.pixeldivide;
+  session.MaximumTime = options.MaximumTime;
+  session.intFontSize = options.intFontSize;
+}
+
 }  // namespace velk

@@ -29,4 +29,7 @@ UserOptionTexts TextsOfUserOptions(const Session& session);
 /// numbers the whole part counts. The number of curves is looked at and otherwise left alone.
 std::variant<UserOptions, MessageText> CheckUserOptions(const UserOptionTexts& texts);
 
+/// Takes the options over into the session.
+void TakeUserOptions(Session& session, const UserOptions& options);
+
 }  // namespace velk

@@ -87,10 +87,8 @@ void Application::BindCommands() {
   form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
   BindLargeValues(commands, windows_, {session_, platform_.clock, [this] { KeepSettings(); }});
-  frame_.Toggles().onChartLooks = [this] {
-    graphs_.FollowLooks();
-    KeepSettings();
-  };
+  frame_.Toggles().onChartLooks = [this] { graphs_.FollowLooks(); };
+  frame_.Toggles().onStored = [this] { KeepSettings(); };
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
@@ -137,12 +135,13 @@ void Application::ReopenGraph(int graph) {
 }
 
 void Application::KeepSettings() {
-  RunProcedure({platform_.dialogs, "SaveSettings"},
-               [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+  velk::KeepSettings({platform_.dialogs, "SaveSettings"}, session_, platform_.settings);
 }
 
 void Application::OfferNewStart() {
   if (platform_.dialogs.Message({text::OfferNewStart, "", Buttons::YesNo, BoxIcon::Question}) != Answer::Yes) return;
+  // The save at the end leaves it out, and the new start would have another number of channels.
+  StoreParameterCount(session_, platform_.settings);
   startsAnew_ = true;
   shutDown_.SaveAndEnd();
 }

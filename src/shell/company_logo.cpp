@@ -8,6 +8,7 @@
 #include "platform/dialogs/dialogs.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
+#include "settings/settings_io.h"
 #include "shell/icons.h"
 #include "shell/texts.h"
 
@@ -73,6 +74,7 @@ void CompanyLogo::CompanyLogo_Click() {
       if (!Show(*path)) throw RuntimeError(ErrorNumber::InvalidArgument, text::PictureCannotBeRead + *path);
     });
     session_.CompanyLogoFile = *path;
+    run([&] { KeepSettings(session_, platform_.settings); });
   });
 }
 

@@ -15,8 +15,7 @@ void LinkSetUp::SetUpAgain() {
     LinkLease lease(link_, timers_);
     lease.SetUpAnew();
     // The chosen protocol gets its link all the same: Cancel leaves the save only.
-    RunProcedure({platform_.dialogs, "mnuEditSerialPort_Click"},
-                 [&](const Statements& run) { run([&] { SaveSettings(session_, platform_.settings); }); });
+    KeepSettings({platform_.dialogs, "mnuEditSerialPort_Click"}, session_, platform_.settings);
   }
   sources_.FollowProtocol();
 }

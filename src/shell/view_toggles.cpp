@@ -22,6 +22,7 @@ ViewToggles::ViewToggles(MainForm& form, Session& session, QWidget& companyLogo)
     bind(item, [this, look](bool on) {
       session_.*look = on;
       if (onChartLooks) onChartLooks();
+      if (onStored) onStored();
     });
   };
   bindLooks("mnuViewFitGraphs", &Session::FitGraphsToWindows);
@@ -31,6 +32,7 @@ ViewToggles::ViewToggles(MainForm& form, Session& session, QWidget& companyLogo)
 void ViewToggles::mnuViewCompany_Click(bool visible) {
   session_.CompanyLogoVisible = visible;
   companyLogo_.setVisible(visible);
+  if (onStored) onStored();
 }
 
 void ViewToggles::Apply() {

@@ -21,6 +21,8 @@ class ViewToggles {
   void Apply();
   /// FitGraphsToWindows or NightColours was switched.
   std::function<void()> onChartLooks;
+  /// What the settings keep was switched; behind onChartLooks.
+  std::function<void()> onStored;
 
  private:
   void mnuViewCompany_Click(bool visible);

@@ -12,6 +12,7 @@
 #include "platform/settings/settings.h"
 #include "settings/settings_io.h"
 #include "settings/templates.h"
+#include "settings/user_options.h"
 #include "settings/windows/edit_settings_commands.h"
 #include "support/fake_clock.h"
 #include "support/file_size_limit.h"
@@ -410,6 +411,8 @@ TEST_F(EditSettingsTest, TakesUserOptionsOverAndEnds) {
   });
   dialogs_.Expect("VELK MUST NOW END for this change to take effect", Answer::Ok, [this] {
     EXPECT_EQ(session_.pixelslength, 60);
+    EXPECT_EQ(OnDisk("VELK2", "General", "pixelslength"), "60") << "before the box, which may stand for hours";
+    EXPECT_EQ(OnDisk("VELK2", "General", "intFontSize"), "12");
     EXPECT_EQ(ends_, 0);
   });
   commands_.mnuEditUserOptions_Click();

@@ -281,6 +281,17 @@ TEST_F(SettingsIoTest, ReadsTheNumberOfParametersButDoesNotWriteIt) {
   EXPECT_EQ(Stored("Parameters", "NumberOfParameters"), "18");
 }
 
+TEST_F(SettingsIoTest, HoldsTheNumberOfParametersWithEachChangeOfTheOperators) {
+  LoadWith("Parameters", "NumberOfParameters", "18");
+  session_.NumberOfParameters = 5;
+  KeepSettings(session_, store_);
+  EXPECT_EQ(SettingsStore(folder_.Path()).Get("VELK2", "Parameters", "NumberOfParameters", ""), "5");
+  session_.NumberOfParameters = 7;  // the channels of a file that is shown
+  session_.UnitParameters = 5;
+  KeepSettings(session_, store_);
+  EXPECT_EQ(SettingsStore(folder_.Path()).Get("VELK2", "Parameters", "NumberOfParameters", ""), "5");
+}
+
 TEST_F(SettingsIoTest, WritesTheLimitOfParametersAndNeverReadsIt) {
   EXPECT_TRUE(LoadWith("General", "intMaxNoParamsInForm", "nonsense").empty());
   SaveSettings(session_, store_);

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QImage>
 #include <QLineEdit>
+#include <QToolButton>
+#include <utility>
 
 #include "settings/settings_io.h"
 #include "settings/templates.h"
@@ -35,6 +38,20 @@ class KeptSettings : public testing::Test {
       Click(window, "cmdClose");
     });
     rig.Choose("mnuToolsDefine");
+  }
+
+  /// Saves a template with other channels, and loads it.
+  void LoadTemplateOf(const std::string& serialData, std::int16_t channels) {
+    Session& session = rig.State();
+    const std::string before = std::exchange(session.SerialData, serialData);
+    const std::int16_t channelsBefore = std::exchange(session.NumberOfParameters, channels);
+    SaveTemplate(session, *rig.settings, "Job");
+    session.TemplateNames = {"", "Job"};
+    session.SerialData = before;
+    session.NumberOfParameters = channelsBefore;
+    rig.dialogs.ExpectChoice("", "Job");
+    rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
+    rig.Choose("mnuEditLoadTemplate");
   }
 
   test::ShellRig rig;
@@ -89,6 +106,37 @@ TEST_F(KeptSettings, DoNotHoldATemplateThatWasOnlyLoaded) {
   rig.Choose("mnuEditLoadTemplate");
   EXPECT_EQ(rig.State().TheTimeOut, 9);
   EXPECT_EQ(OnDisk("General", "TheTimeOut"), "5");
+}
+
+TEST_F(KeptSettings, HoldTheNumberOfChannelsOfALoadedTemplateWithTheNextChange) {
+  rig.Press("Stop");
+  LoadTemplateOf("KESTA version 3", 2);
+  EXPECT_EQ(OnDisk("Parameters", "NumberOfParameters"), "3");
+  rig.Choose("mnuViewNightColours");
+  EXPECT_EQ(OnDisk("Parameters", "NumberOfParameters"), "2");
+}
+
+TEST_F(KeptSettings, HoldTheWholeTemplateThatTheProgramStartsAnewFor) {
+  rig.Press("Stop");
+  rig.dialogs.Expect("takes full effect after a new start", Answer::Yes);
+  LoadTemplateOf("Any Serial Data", 2);
+  EXPECT_TRUE(rig.application->StartsAnew());
+  EXPECT_EQ(OnDisk("Protocol", "SerialData"), "Any Serial Data");
+  EXPECT_EQ(OnDisk("Parameters", "NumberOfParameters"), "2");
+}
+
+TEST_F(KeptSettings, HoldTheLogoAndWhetherItIsShown) {
+  QImage picture(60, 60, QImage::Format_RGB32);
+  picture.fill(Qt::green);
+  const std::string file = rig.folder.File("logo.png");
+  ASSERT_TRUE(picture.save(QString::fromStdString(file)));
+  rig.dialogs.ExpectOpenFile(file);
+  rig.Window().findChild<QToolButton*>("CompanyLogo")->click();
+  EXPECT_EQ(OnDisk("General", "CompanyLogoFile"), file);
+  rig.Choose("mnuViewCompany");
+  EXPECT_EQ(OnDisk("General", "CompanyLogoVisible"), "False");
+  rig.Choose("mnuViewFitGraphs");
+  EXPECT_EQ(OnDisk("General", "FitGraphsToWindows"), rig.State().FitGraphsToWindows ? "True" : "False");
 }
 
 TEST_F(KeptSettings, TellThatTheyCannotBeWrittenAndKeepTheFormula) {

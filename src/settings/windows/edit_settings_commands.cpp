@@ -37,7 +37,7 @@ void EditSettingsCommands::mnuEditClear_Click() {
     }
     if (!IsEmpty(choice->groups)) {
       if (!IsSureToClear(choice->groups)) return;
-      run([&] { SaveSettings(edit_.session, platform.settings); });
+      run([&] { KeepSettings(edit_.session, platform.settings); });
       beforeClearing_ = platform.settings.TextOf(kLiveSettings);
     }
     ShowProblems(
@@ -54,8 +54,12 @@ bool EditSettingsCommands::IsSureToClear(const GroupChoice& groups) const {
 
 void EditSettingsCommands::mnuEditUserOptions_Click() {
   RunProcedure({edit_.platform.dialogs, "mnuEditUserOptions_Click"}, [&](const Statements&) {
-    if (const auto options = host_.Ask<frmUserOptions>(TextsOfUserOptions(edit_.session)))
-      TakeUserOptions(edit_, *options);
+    const auto options = host_.Ask<frmUserOptions>(TextsOfUserOptions(edit_.session));
+    if (!options) return;
+    TakeUserOptions(edit_.session, *options);
+    // Ahead of the box, which may stand for hours.
+    KeepSettings({edit_.platform.dialogs, "mnuEditUserOptions_Click"}, edit_.session, edit_.platform.settings);
+    EndForChange(edit_);
   });
 }
 

@@ -54,12 +54,13 @@ void mnuEditTable_Click(WindowHost& host, Session& session, const Platform& plat
     if (!table) return;
     const bool raised = StoreTable(session, *table);
     CarryTableBack(session);
+    // Ahead of every box, which may stand for hours; graphs follow even where the save is cancelled.
+    KeepSettings({platform.dialogs, "mnuEditTable_Click"}, session, platform.settings);
     // The end of the program closes the table too; its graphs are gone by then, and nobody is asked.
     if (!session.ProgramEnding) {
       if (raised) platform.dialogs.Message({text::MaximumNotAbove, {}, Buttons::Ok, BoxIcon::Critical});
       run([&] { ShowEdited(session, graphs); });
     }
-    run([&] { SaveSettings(session, platform.settings); });
   });
 }
 
