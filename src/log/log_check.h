@@ -8,7 +8,7 @@
 
 namespace velk {
 
-/// Told how far a check is: `done` of `of`. It may throw to end the check.
+/// Told how far a check is: `done` of `of`, which is 0 as long as nobody knows. It may throw to end the check.
 using CheckStep = std::function<void(double done, double of)>;
 
 /// Whether a log is whole: all that it holds can be read. Large files are read row by row, a step each; what a small
