@@ -46,7 +46,7 @@ LogWriter::LogWriter(Session& session, const Platform& platform)
 
 LogWriter::~LogWriter() {
   try {
-    Finalise();
+    Release();
   } catch (const std::exception&) {
   }
 }
@@ -79,14 +79,16 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   // A file that was replaced under its name has the lock already.
   auto lock = lock_ && lock_->Guards(path) ? std::move(lock_) : LockForRecording(path);
   connection->BeginRecording();
+  std::vector<std::string> left;
   try {
-    Finalise();
+    left = Release();
   } catch (const RuntimeError&) {
     // Another program reads the log before. It keeps its write-ahead log; the new recording does not wait for that.
   }
   connection_ = std::move(connection);
   lock_ = std::move(lock);
   job_ = RowsBehind(*connection_, *table);
+  TellLeft(left);
 }
 
 void LogWriter::OpenLogRecordset() {
@@ -140,12 +142,25 @@ void LogWriter::ReadSummaryInclusion() {
 }
 
 void LogWriter::Finalise() {
+  TellLeft(Release());
+}
+
+std::vector<std::string> LogWriter::Release() {
   CloseLogRecordset();
-  if (!connection_) return;
-  connection_->Finalise();
+  if (!connection_) return {};
+  std::vector<std::string> left = connection_->Finalise();
   connection_.reset();
+  if (lock_ && !lock_->Release()) left.push_back(lock_->Name());
   lock_.reset();
   job_ = {};
+  return left;
+}
+
+void LogWriter::TellLeft(const std::vector<std::string>& files) {
+  if (files.empty()) return;
+  std::string names = files.front();
+  for (std::size_t i = 1; i < files.size(); ++i) names += ", " + files[i];
+  told_.Tell(text::SideFileStays, names);
 }
 
 Connection& LogWriter::Connected() const {

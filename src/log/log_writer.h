@@ -62,11 +62,15 @@ class LogWriter {
   void ReadSummaryInclusion();
 
   /// The end of a recording: leaves one self-contained file and lets go of it. Where it raises (another program reads
-  /// the file), the log stays connected and Finalise may be called again.
+  /// the file), the log stays connected and Finalise may be called again. Files beside it that can't be removed are
+  /// told once.
   void Finalise();
 
  private:
   Connection& Connected() const;
+  /// Finalise without a box; gives the files that stay.
+  std::vector<std::string> Release();
+  void TellLeft(const std::vector<std::string>& files);
 
   Session& session_;
   const Platform& platform_;

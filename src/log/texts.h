@@ -49,6 +49,8 @@ inline constexpr MessageText FolderNotFlushed{
     "folder: "};
 inline constexpr MessageText LeftFileStays{
     2228, "What a broken-off program left of a file with this name could not be removed: "};
+inline constexpr MessageText SideFileStays{
+    2730, "The recording is whole. What belonged to it while it ran could not be removed, and holds nothing: "};
 // The summary report
 inline constexpr MessageText SummaryReportError{2230, "Summary report ... error"};
 inline constexpr MessageText NoReport{2231, "The log has no summary report"};

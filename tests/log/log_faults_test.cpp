@@ -15,6 +15,8 @@ namespace {
 using Rows = std::vector<std::string>;
 namespace fs = std::filesystem;
 
+constexpr uid_t kNobody = 65534;
+
 std::string Content(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
@@ -436,6 +438,38 @@ TEST_F(LogFaults, AFolderThatCannotBeFlushedIsToldOnce) {
   EXPECT_EQ(access(path.c_str(), F_OK), 0) << "it is whole all the same";
   CreateLog(folder.File("second.mdb"));
 }
+
+/// Who may make files here and remove none but his own; which needs a root who makes the others.
+class LogAmongFilesOfOthers : public LogFaults, public testing::WithParamInterface<const char*> {};
+
+TEST_P(LogAmongFilesOfOthers, IsWholeAndToldWhereAFileBesideItCannotBeRemoved) {
+  StartLog(path);
+  AppendRow(1);
+  constexpr auto kEverybody = static_cast<fs::perms>(0777);
+  for (const char* suffix : {"", "-wal", "-shm", "-lock"}) {
+    fs::permissions(path + suffix, kEverybody);
+    if (*suffix != 0 && std::string(suffix) != GetParam())
+      ASSERT_EQ(chown((path + suffix).c_str(), kNobody, kNobody), 0);
+  }
+  fs::permissions(folder.Path(), kEverybody | fs::perms::sticky_bit);
+  {
+    const test::Unprivileged nobody;
+    dialogs.Expect(
+        "The recording is whole. What belonged to it while it ran could not be removed, and holds nothing: " + path +
+            GetParam(),
+        Answer::Ok);
+    log.Finalise();
+  }
+  EXPECT_FALSE(log.IsConnected());
+  EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb", "run.mdb" + std::string(GetParam())}));
+  EXPECT_EQ(Pressures(path), (Rows{"1.0"}));
+}
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(LogAmongFilesOfOthers);
+INSTANTIATE_TEST_SUITE_P(Stays, LogAmongFilesOfOthers,
+                         testing::ValuesIn(geteuid() == 0 ? std::vector<const char*>{"-wal", "-shm", "-lock"}
+                                                          : std::vector<const char*>{}),
+                         [](const auto& file) { return std::string(file.param).substr(1); });
 
 TEST_F(LogFaults, APartThatAKilledProgramLeftDoesNotStandInTheWay) {
   std::ofstream(path + ".part1") << "half";

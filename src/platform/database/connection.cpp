@@ -79,12 +79,16 @@ bool WantsRecovery(const RuntimeError& error) {
   return error.Number() == ErrorNumber::PermissionDenied || error.Number() == ErrorNumber::FileNotFound;
 }
 
-/// The engine does not tell when it could not remove the log that it has folded in.
-void RemoveEmptyLog(const std::string& log) {
+/// The engine does not tell when it could not remove the log that it has folded in, and its index. An empty log does no
+/// harm; rows in one would be played into the file. Gives those that stay.
+std::vector<std::string> RemoveSideFiles(const std::string& path) {
+  const std::string log = path + "-wal";
   struct stat status {};
-  if (stat(log.c_str(), &status) != 0) return;
-  if (status.st_size != 0) RaiseFileError(EEXIST, log);
-  if (unlink(log.c_str()) != 0) RaiseFileError(errno, log);
+  if (stat(log.c_str(), &status) == 0 && status.st_size != 0) RaiseFileError(EEXIST, log);
+  std::vector<std::string> left;
+  for (const std::string& file : {log, path + "-shm"})
+    if (unlink(file.c_str()) != 0 && errno != ENOENT) left.push_back(file);
+  return left;
 }
 
 /// One of a database's two files (SQLITE_FCNTL_FILE_POINTER, SQLITE_FCNTL_JOURNAL_POINTER); null where it is not open.
@@ -213,7 +217,7 @@ void Connection::BeginRecording() {
   Execute(SetJournalMode("WAL") == "wal" ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=EXTRA");
 }
 
-void Connection::Finalise() {
+std::vector<std::string> Connection::Finalise() {
   // A read first: it takes back what an earlier try left half done.
   Execute(kReadHeader);
   const int code = sqlite3_wal_checkpoint_v2(handle_, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
@@ -224,7 +228,7 @@ void Connection::Finalise() {
     if (std::chrono::steady_clock::now() >= end) Raise(SQLITE_BUSY);
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
-  RemoveEmptyLog(path_ + "-wal");
+  return RemoveSideFiles(path_);
 }
 
 bool Connection::LeaveWriteAheadLog() {

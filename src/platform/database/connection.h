@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 
@@ -46,8 +47,8 @@ class Connection {
   bool IsRecordedTo() const;
   /// Folds the write-ahead log into the file and leaves one self-contained file. Waits up to a second for a program
   /// that reads a page of it; raises DatabaseLocked while one reads on. Nothing is lost then, and Finalise may be tried
-  /// again.
-  void Finalise();
+  /// again. Gives the files beside it that could not be removed; they hold nothing.
+  std::vector<std::string> Finalise();
   /// Raises FileNotFound when the file was moved, removed or replaced since it was opened: rows would go nowhere.
   void CheckInPlace() const;
 

@@ -87,9 +87,15 @@ std::unique_ptr<FileLock> FileLock::Take(const std::string& path) {
 }
 
 FileLock::~FileLock() {
-  if (descriptor_ < 0) return;
-  if (IsInPlace(descriptor_, beside_)) unlink(beside_.c_str());
+  Release();
+}
+
+bool FileLock::Release() {
+  if (descriptor_ < 0) return true;
+  const bool stays = IsInPlace(descriptor_, beside_) && unlink(beside_.c_str()) != 0;
   close(descriptor_);
+  descriptor_ = -1;
+  return !stays;
 }
 
 bool FileLock::Guards(const std::string& path) const {

@@ -21,10 +21,14 @@ class FileLock {
   /// Null where somebody holds the lock already, this program included. Where the file system knows no locks, or the
   /// file beside can't be made, a lock that nobody sees.
   static std::unique_ptr<FileLock> Take(const std::string& path);
-  /// Lets go of the lock and removes the file beside.
   ~FileLock();
   FileLock(const FileLock&) = delete;
   FileLock& operator=(const FileLock&) = delete;
+
+  /// Lets go of the lock and removes the file beside, as the end of this object does; false where the file stays.
+  bool Release();
+  /// The file beside.
+  const std::string& Name() const { return beside_; }
 
   /// Whether it is this very lock that keeps others from `path`.
   bool Guards(const std::string& path) const;
