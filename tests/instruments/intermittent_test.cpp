@@ -240,7 +240,11 @@ TEST(BufferedLine, WithADateOfNoKnownFormIsNotAccepted) {
                            "14.0\x07.2026",
                            "114.03.2026",
                            "14.003.2026",
-                           "14.03.20260"}) {
+                           "14.03.20260",
+                           "2026-03-14T09:30:15Z",
+                           "2026-03-14T09:30:15+03:00",
+                           "2026-03-14T09:30:15-0300",
+                           "2026-03-14 09:30:15 Z"}) {
     EXPECT_EQ(ReadBufferedLine(session, std::string(date) + ",1,2\r").fault, LineFault::NoDate) << date;
     EXPECT_EQ(session.CurrentValue[1], 77.0F) << date;
   }
