@@ -176,6 +176,23 @@ TEST_F(Polled, LinesThatComeWhileABoxStandsAreTakenWhenItIsLeft) {
   EXPECT_EQ(rig.session.CurrentValue[3], 9.0f);
 }
 
+TEST_F(Polled, ABufferingInstrumentThatReturnsWhileABoxStandsOnALineIsReadOnBehindIt) {
+  Use(protocol::Intermittent, ",", "\n");
+  rig.session.Parameters[2].Gain = 1e300;
+  ConnectAndStart();
+  rig.dialogs.Expect(" - IntermittentDataAnalysis", Answer::Retry, [this] {
+    rig.plainPort.Receive("12-Mar-2026 06:07:31,1,2,3\n12-Mar-2026 06:0");
+    rig.plainPort.HangUp();
+    rig.clock.Advance(5000);
+    ASSERT_TRUE(rig.plainPort.open) << "a box may stand for the night";
+    rig.plainPort.Receive("7:32,9,9,9\n12-Mar-2026 06:07:33,7,8,9\n");
+    rig.session.Parameters[2].Gain = 1;
+  });
+  rig.plainPort.Receive("12-Mar-2026 06:07:30,1,2,3\n");
+  EXPECT_EQ(graph2.plots.size(), 3u) << "the line that was cut is dropped, what came whole on either side of it is not";
+  EXPECT_EQ(rig.session.CurrentValue[3], 9.0f);
+}
+
 TEST_F(Polled, ADeviceThatVanishesAgainAfterDataIsToldAgain) {
   Use(protocol::Intermittent, ",", "\n");
   ConnectAndStart();

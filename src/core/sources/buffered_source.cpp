@@ -35,11 +35,11 @@ void BufferedSource::End() {
   link_.ClosePlainPort();
 }
 
-/// A buffering instrument speaks when it likes. Its port is opened again where its device went away, and what was cut
-/// off is forgotten.
+/// A buffering instrument speaks when it likes. Its port is opened again where its device went away, behind a box that
+/// stands on a line too, and what was cut off is forgotten.
 void BufferedSource::Timer1_Timer() {
-  if (link_.MSComm1->IsOpen() || analysing_) return;
-  lines_.Reset(session_.Terminator);
+  if (link_.MSComm1->IsOpen()) return;
+  lines_.DropUnfinished();
   link_.KeepPlainPortOpen();
 }
 

@@ -16,7 +16,7 @@ class IntermittentLines {
   std::vector<std::string> BufferedLines{1};  ///< 1 to BufferedLineCount, each with its terminator
   int BufferedLineCount = 0;
 
-  /// Forgets everything; for when the port is opened.
+  /// Forgets everything; for when a job opens the port.
   void Reset(std::string_view terminator);
 
   /// Takes what waits in the port and makes BufferedLines the lines that are whole by now; the rest of a line is kept
@@ -27,6 +27,9 @@ class IntermittentLines {
   /// Takes what waits in the port and leaves BufferedLines as they are: a call of Receive finds it later. Holds 1 MiB;
   /// further bytes stay in the port.
   void Hold(SerialPort& port);
+
+  /// Drops the line that is not whole yet: its device went away.
+  void DropUnfinished() { framing_.DropUnfinished(); }
 
  private:
   static constexpr std::size_t kMostHeld = 1024 * 1024;
