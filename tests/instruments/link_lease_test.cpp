@@ -99,6 +99,42 @@ TEST_F(LinkTest, ADeviceThatIsGoneAtTheEndOfALeaseIsToldOnceAndTriedOn) {
   EXPECT_EQ(dialogs.shown.size(), 1U);
 }
 
+TEST_F(LinkTest, ALossThatWasUntoldWhenALeaseWasTakenIsToldBehindIt) {
+  for (const bool isBack : {false, true}) {
+    driver.ComeBack();
+    link.SetODataCom();
+    ReceiveFor(1);
+    {
+      const GateState shut(gate, GateState::Shut);
+      driver.Vanish();
+      driver.HangUp();
+      const LinkLease lease(link, timers);
+      const GateState open(gate, GateState::Open);
+      clock.Advance(5000);
+      EXPECT_EQ(dialogs.shown.size(), isBack ? 1U : 0U) << "not over what stands meanwhile";
+      if (isBack) driver.ComeBack();
+    }
+    dialogs.Expect("the serial device is gone", Answer::Ok);
+    clock.Advance(3000);
+    EXPECT_EQ(dialogs.shown.size(), isBack ? 2U : 1U);
+    EXPECT_EQ(driver.open, isBack);
+  }
+}
+
+TEST_F(LinkTest, ALossOfThePlainPortThatWasToldIsNotToldAgainBehindALease) {
+  session.IsOwnUnit = false;
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
+  plain.Vanish();
+  plain.HangUp();
+  dialogs.Expect("there is no such serial device", Answer::Ok);
+  EXPECT_FALSE(link.KeepPlainPortOpen());
+  clock.Advance(2000);
+  { const LinkLease lease(link, timers); }
+  EXPECT_FALSE(link.KeepPlainPortOpen());
+  clock.Advance(2000);
+  EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
 TEST_F(LinkTest, ALeaseForAnotherInstrumentEndsWithTheLinkOfThatOne) {
   link.SetODataCom();
   timers.Timer5->SetEnabled(true);

@@ -224,6 +224,24 @@ TEST_F(LinkTest, WhileItsBoxStandsFurtherLossesAreCountedInItAndNoOtherBoxComes)
   EXPECT_EQ(dialogs.shown.size(), 1U);
 }
 
+TEST_F(LinkTest, ALossOfAnotherDayIsToldWithItsDate) {
+  clock.SetNow(DateSerial(2026, 3, 14) + TimeOfDay(23, 59, 0));
+  link.SetODataCom();
+  dialogs.Expect("the serial device is gone", Answer::Ok, [&] {
+    clock.Advance(20'000);
+    ReceiveFor(1);
+    clock.Advance(100'000);
+    ReceiveFor(1);
+    driver.HangUp();
+  });
+  driver.HangUp();
+  clock.Advance(1);
+  std::vector<std::string> told;
+  for (const ShownMessage& each : dialogs.retold) told.push_back(each.text.substr(each.text.find('\n') + 1));
+  EXPECT_EQ(told,
+            (std::vector<std::string>{"Lost at 23:59, back since 23:59:20.", "2 times since 14-Mar-2026 23:59."}));
+}
+
 TEST_F(LinkTest, ALossBehindAnAnsweredBoxIsToldInABoxThatCountsAnew) {
   link.SetODataCom();
   for (int i = 0; i < 2; ++i) {

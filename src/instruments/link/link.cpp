@@ -163,7 +163,13 @@ void Link::ClosePlainPort() {
 }
 
 Link::State Link::Release() {
-  const State state{watchdog_.Enabled(), ODataCom1.IsOpen(), MSComm1->IsOpen(), plain_, device_};
+  const State state{.watched = watchdog_.Enabled(),
+                    .driverOpen = ODataCom1.IsOpen(),
+                    .plainOpen = MSComm1->IsOpen(),
+                    .failureTold = failureTold_,
+                    .lossWaits = lossWaits_,
+                    .plain = plain_,
+                    .device = device_};
   CloseODataCom();
   ClosePlainPort();
   return state;
@@ -172,14 +178,16 @@ Link::State Link::Release() {
 void Link::Restore(const State& state) {
   Release();
   device_ = state.device;
+  failureTold_ = state.failureTold && !state.driverOpen && !state.plainOpen;
+  lossWaits_ = state.lossWaits;
   if (state.watched) {
-    failureTold_ = !state.driverOpen;
     CycleODataCom();
     session_.LastDataTime = platform_.clock.Now();
     watchdog_.SetEnabled(true);
   }
   plain_ = state.plain;
   if (state.plainOpen) KeepPlainPortOpen();
+  ShowUntold();
 }
 
 bool Link::OpenPlainPort(Handshake handshake) {
@@ -291,7 +299,7 @@ void Link::DataCame() {
 }
 
 void Link::RetellLoss() {
-  if (lossStands_) platform_.dialogs.Retell(kLossBox, aboveLoss_ + loss_.Text());
+  if (lossStands_) platform_.dialogs.Retell(kLossBox, aboveLoss_ + loss_.Text(platform_.clock.Now()));
 }
 
 /// A box on top of a running sample would hold it up, and the samples behind it with it. So it waits for the gate.
@@ -314,8 +322,10 @@ void Link::ShowBox() {
   aboveLoss_ = text.IsEmpty() ? text : text + "\n";
   lossStands_ = true;
   const std::weak_ptr<char> alive = alive_;
-  platform_.dialogs.Message(
-      {.text = aboveLoss_ + loss_.Text(), .buttons = Buttons::Ok, .icon = BoxIcon::Exclamation, .subject = kLossBox});
+  platform_.dialogs.Message({.text = aboveLoss_ + loss_.Text(platform_.clock.Now()),
+                             .buttons = Buttons::Ok,
+                             .icon = BoxIcon::Exclamation,
+                             .subject = kLossBox});
   if (!alive.expired()) lossStands_ = false;
 }
 

@@ -52,6 +52,8 @@ class Link {
     bool watched = false;  ///< the driver was set up, though its device may be gone
     bool driverOpen = false;
     bool plainOpen = false;
+    bool failureTold = false;
+    bool lossWaits = false;  ///< it is told when the link is given back
     SerialSettings plain;
     FollowedDevice device;
   };

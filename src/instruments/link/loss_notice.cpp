@@ -7,8 +7,8 @@ namespace velk {
 
 namespace {
 
-std::string HourAndMinute(double time) {
-  return FormatDate(time, "hh:mm");
+std::string TimeAsOf(double now, double time, const std::string& picture) {
+  return FormatDate(time, DatePart(time) == DatePart(now) ? picture : "dd-mmm-yyyy " + picture);
 }
 
 }  // namespace
@@ -34,13 +34,13 @@ bool LossNotice::Back(double now) {
   return true;
 }
 
-OperatorText LossNotice::Text() const {
+OperatorText LossNotice::Text(double now) const {
   OperatorText text = what_;
   if (losses_ == 1 && gone_) return text;
   text += "\n";
   text += losses_ == 1 ? text::LostAt : std::to_string(losses_) + text::TimesSince;
-  text += HourAndMinute(since_);
-  if (!gone_) text += text::BackSince + FormatDate(backSince_, "hh:mm:ss");
+  text += TimeAsOf(now, since_, "hh:mm");
+  if (!gone_) text += text::BackSince + TimeAsOf(now, backSince_, "hh:mm:ss");
   return text + ".";
 }
 

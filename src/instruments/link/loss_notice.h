@@ -14,8 +14,9 @@ class LossNotice {
   /// Data have come. False where that is nothing new.
   bool Back(double now);
 
-  /// What was lost, and once there is more to tell than that: how often, since when, and since when it is back.
-  OperatorText Text() const;
+  /// What was lost, and once there is more to tell than that: how often, since when, and since when it is back. A time
+  /// of another day than `now` has its date.
+  OperatorText Text(double now) const;
 
  private:
   OperatorText what_;
