@@ -18,6 +18,8 @@ class Line {
   /// Takes the device away, as when a cable is pulled.
   void Unplug();
   const std::string& Device() const { return device_; }
+  /// The link of the devices to come.
+  void SetLink(const std::string& link) { link_ = link; }
 
   /// Waits until the reader has taken all that was sent, at most two seconds: what is on the line when the device goes
   /// away still arrives.

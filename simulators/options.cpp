@@ -11,7 +11,7 @@ namespace sim {
 
 namespace {
 
-constexpr const char* kHelp =
+constexpr const char* kHelpAhead =
     R"(velk_sim_unit: a pseudo-terminal that speaks as a KESTA or LUMO unit in run mode.
 
   --unit NAME            "KESTA version 3" (default), 4, 5, "LUMO version A", B; short: kesta3 ... lumob
@@ -26,8 +26,9 @@ constexpr const char* kHelp =
   --damage SHARE         damages this share of the frames, 0 to 1
   --change-length-after N  values carry one digit more behind N frames
   --pause-after N        sends nothing for --pause S seconds (default 5) behind N frames
-  --hangup-after N       takes the device away behind N frames, back --return-after S seconds (default 3) later
-  --flood                frame after frame, as fast as the reader takes them
+)";
+constexpr const char* kHelpBehind =
+    R"(  --flood                frame after frame, as fast as the reader takes them
 
 The first line printed is the path of the device. While nobody has the device open nothing is sent.
 Ends on SIGTERM and SIGINT, and with the program that started it.
@@ -83,17 +84,18 @@ Options ReadOptions(int argc, char** argv) {
       {"--change-length-after", number("--change-length-after", options.lengthChangeAfter)},
       {"--pause-after", number("--pause-after", options.pauseAfter)},
       {"--pause", number("--pause", options.pause)},
-      {"--hangup-after", number("--hangup-after", options.hangUpAfter)},
-      {"--return-after", number("--return-after", options.returnAfter)},
+      {"--hangup-after", number("--hangup-after", options.hangUp.after)},
+      {"--return-after", number("--return-after", options.hangUp.away)},
+      {"--return-as", text(options.hangUp.returnsAs)},
   };
   for (int i = 1; i < argc; ++i) {
     const std::string_view name = argv[i];
     if (name == "--help") {
-      std::fputs(kHelp, stdout);
+      std::printf("%s%s%s", kHelpAhead, SIM_HANG_UP_HELP, kHelpBehind);
       std::exit(0);
     }
-    if (name == "--flood") {
-      options.flood = true;
+    if (name == "--flood" || name == "--hangup-within") {
+      (name == "--flood" ? options.flood : options.hangUp.withinFrame) = true;
       continue;
     }
     const auto taker = takers.find(name);

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "hang_up.h"
+
 namespace sim {
 
 /// What the simulated unit was told to do. Times are seconds, counts are frames; a count of 0 means never.
@@ -20,8 +22,7 @@ struct Options {
   long lengthChangeAfter = 0;  ///< values carry one digit more from there on
   long pauseAfter = 0;
   double pause = 5;
-  long hangUpAfter = 0;
-  double returnAfter = 3;
+  HangUp hangUp;
   bool flood = false;
 };
 

@@ -8,6 +8,8 @@ namespace {
 constexpr const char* kHelp =
     "velk_sim_formatted: a pseudo-terminal that sends formatted lines at regular intervals.\n\n"
     "  --end cr|lf|crlf|lfcr  end of each line (default crlf)\n"
+    "  --other-end NAME       another end: of the frames behind the first --other-end-after N (default 0) ...\n"
+    "  --other-end-frames N   ... and of so many\n"
     "  --delimiter TEXT       between the fields (default a blank; \\t is the tab)\n"
     "  --width N              characters of a value, filled with zeros in front (default 9; 13 is the PLC's form)\n"
     "  --zeros                puts characters of code 0 ahead of each line, as idle lines do\n" SIM_STREAM_HELP;
@@ -24,12 +26,16 @@ bool ReadEnd(std::string_view name, std::string& end) {
 
 int main(int argc, char** argv) {
   sim::StreamOptions options;
-  std::string end = "\r\n", delimiter = " ";
+  std::string end = "\r\n", otherEnd, delimiter = " ";
+  long otherEndAfter = 0, otherEndFrames = 0, built = 0;
   int width = 9;
   bool zeros = false;
   sim::CommandLine commandLine("velk_sim_formatted", kHelp);
   options.AddTo(commandLine);
   commandLine.Take("--end", [&](std::string_view name) { return ReadEnd(name, end); });
+  commandLine.Take("--other-end", [&](std::string_view name) { return ReadEnd(name, otherEnd); });
+  commandLine.Number("--other-end-after", otherEndAfter);
+  commandLine.Number("--other-end-frames", otherEndFrames);
   commandLine.Text("--delimiter", delimiter);
   commandLine.Number("--width", width);
   commandLine.Flag("--zeros", zeros);
@@ -43,6 +49,7 @@ int main(int argc, char** argv) {
       const std::size_t room = static_cast<std::size_t>(width) > value.size() ? width - value.size() : 0;
       line += delimiter + std::string(room, '0') + value;
     }
-    return line + end;
+    const bool other = ++built > otherEndAfter && built <= otherEndAfter + otherEndFrames;
+    return line + (other ? otherEnd : end);
   });
 }

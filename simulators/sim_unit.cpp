@@ -7,30 +7,22 @@
 // journal, so that a test can compare it with what was read.
 
 #include <algorithm>
-#include <cstdio>
 
 #include "frame.h"
+#include "hang_up.h"
 #include "journal.h"
 #include "line.h"
 #include "options.h"
 
 namespace {
 
-void PlugIn(sim::Line& line) {
-  line.Plug();
-  std::printf("%s\n", line.Device().c_str());
-  std::fflush(stdout);
-}
-
 /// What is due behind this many frames. False if the program is to end.
-bool Interrupt(const sim::Options& options, sim::Line& line, long sent) {
+bool Interrupt(const sim::Options& options, sim::FrameBuilder& frames, sim::Line& line, sim::Journal& journal,
+               long sent) {
   if (sent == options.pauseAfter && !sim::RestUntil(sim::Seconds() + options.pause)) return false;
-  if (sent != options.hangUpAfter) return true;
-  line.Drain();
-  line.Unplug();
-  if (!sim::RestUntil(sim::Seconds() + options.returnAfter)) return false;
-  PlugIn(line);
-  return true;
+  if (sent != options.hangUp.after) return true;
+  const std::string next = options.hangUp.withinFrame ? frames.Next(options.interval, false) : std::string();
+  return sim::HangUpAndReturn(options.hangUp, next, line, journal);
 }
 
 }  // namespace
@@ -42,7 +34,7 @@ int main(int argc, char** argv) {
   sim::FrameBuilder frames(options);
   sim::Journal journal(options.journal);
   sim::Line line(options.link, options.baud);
-  PlugIn(line);
+  sim::PlugIn(line);
 
   double due = sim::Seconds();
   double last = due;
@@ -63,7 +55,7 @@ int main(int argc, char** argv) {
     const bool whole = line.Send(frame);
     journal.Write(!whole ? "cut" : damaged ? "damaged" : "sound", frame);
     ++sent;
-    if (!Interrupt(options, line, sent)) break;
+    if (!Interrupt(options, frames, line, journal, sent)) break;
     due = std::max(due + options.interval, sim::Seconds() - options.interval);
   }
   line.Drain();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdio>
 
 #include "journal.h"
 
@@ -24,13 +23,11 @@ void StreamOptions::AddTo(CommandLine& commandLine) {
   commandLine.Number("--silence-after", silenceAfter);
   commandLine.Number("--silence", silence);
   commandLine.Number("--dribble", dribble);
+  commandLine.Number("--hangup-after", hangUp.after);
+  commandLine.Number("--return-after", hangUp.away);
+  commandLine.Text("--return-as", hangUp.returnsAs);
+  commandLine.Flag("--hangup-within", hangUp.withinFrame);
   commandLine.Flag("--step", step);
-}
-
-void PlugIn(Line& line) {
-  line.Plug();
-  std::printf("%s\n", line.Device().c_str());
-  std::fflush(stdout);
 }
 
 bool WaitForReader(const Line& line) {
@@ -113,6 +110,10 @@ int RunStream(const StreamOptions& options, const std::function<std::string(Samp
     journal.Write(!whole ? "cut" : damaged ? "damaged" : "sound", frame);
     if (count == options.silenceAfter && !RestUntil(Seconds() + options.silence)) break;
     samples.Advance(options.interval);
+    if (count == options.hangUp.after) {
+      const std::string next = options.hangUp.withinFrame ? build(samples, options.channels) : std::string();
+      if (!HangUpAndReturn(options.hangUp, next, line, journal)) break;
+    }
     due = std::max(due + options.interval, Seconds() - options.interval);
   }
   // What the reader has not taken goes with the device.

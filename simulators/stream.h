@@ -4,6 +4,7 @@
 #include <string>
 
 #include "command_line.h"
+#include "hang_up.h"
 #include "line.h"
 #include "samples.h"
 
@@ -25,7 +26,8 @@ struct StreamOptions {
   long silenceAfter = 0;     ///< behind so many frames nothing is sent ...
   double silence = 5;        ///< ... for so long
   double dribble = 0;        ///< rest ahead of each byte
-  bool step = false;         ///< a frame for each SIGUSR1
+  HangUp hangUp;
+  bool step = false;  ///< a frame for each SIGUSR1
 
   void AddTo(CommandLine& commandLine);
 };
@@ -45,16 +47,13 @@ struct StreamOptions {
   "  --wrong-count-every N  puts a value too many into every N-th frame\n"                                  \
   "  --noise-every N        changes, loses or adds a byte in every N-th frame\n"                            \
   "  --silence-after N      sends nothing for --silence S seconds (default 5) behind N frames\n"            \
-  "  --dribble S            rests S seconds ahead of each byte\n"                                           \
+  "  --dribble S            rests S seconds ahead of each byte\n" SIM_HANG_UP_HELP                          \
   "  --step                 sends a frame for each SIGUSR1, --interval only moves the clock\n"              \
   "\nThe first line printed is the path of the device. While nobody has the device open nothing is sent.\n" \
   "Ends on SIGTERM and SIGINT, and with the program that started it.\n"
 
 /// Sends frames until the end that was asked for. `build` makes a frame of the samples with so many values.
 int RunStream(const StreamOptions& options, const std::function<std::string(Samples&, int channels)>& build);
-
-/// Makes the device and prints its path.
-void PlugIn(Line& line);
 
 /// Rests until somebody has the device open. False if the program is to end.
 bool WaitForReader(const Line& line);

@@ -159,6 +159,29 @@ TEST(SimUnit, HangsUpAndReturnsBehindTheSameLink) {
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(link)));
 }
 
+TEST(SimUnit, HangsUpWithinAFrameAndReturnsBehindAnotherLink) {
+  const test::TemporaryFolder folder;
+  const std::string before = folder.File("one"), behind = folder.File("two");
+  Simulator simulator(Fast({"--link", before, "--return-as", behind, "--hangup-within", "--hangup-after", "5",
+                            "--return-after", "0.2", "--frames", "8", "--journal", folder.File("sent")}));
+  simulator.NextDevice();
+  simulator.Open(before);
+  const std::string text = simulator.ReadToTheEnd();
+  simulator.Close();
+  const std::string device = simulator.NextDevice();
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(before)));
+  EXPECT_EQ(std::filesystem::read_symlink(behind), device);
+  simulator.Open(behind);
+  EXPECT_EQ(Frames(simulator.ReadToTheEnd()).size(), 3U);
+  EXPECT_EQ(simulator.End(0), 0);
+  const auto journal = test::ReadJournal(folder.File("sent"));
+  ASSERT_EQ(journal.size(), 10U);
+  EXPECT_EQ(journal[5].kind, "cut");
+  EXPECT_EQ(journal[6].kind, "gone");
+  EXPECT_EQ(journal[5].text.size(), journal[4].text.size() / 2);
+  EXPECT_TRUE(text.ends_with("\r\n" + journal[5].text)) << text;
+}
+
 TEST(SimUnit, KeepsThePaceOfTheLine) {
   // 18 values of 10 characters, 8 of time and 2 at the end, but 5 counters of 8: 180 bytes, 94 ms at 19200 baud.
   const auto start = SteadyClock::now();

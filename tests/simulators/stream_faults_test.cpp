@@ -53,6 +53,14 @@ Sent RunOf(const Instrument& instrument, const Arguments& fault) {
   return sent;
 }
 
+TEST(FormattedStream, ChangesItsLineEndForSomeFramesWhereAskedFor) {
+  const Sent sent = RunOf({"formatted", {"--end", "crlf"}, ' ', 1},
+                          {"--other-end", "lf", "--other-end-after", "2", "--other-end-frames", "3"});
+  ASSERT_EQ(sent.frames.size(), 6U);
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(sent.frames[i].text.ends_with("\r\n"), i < 2 || i == 5) << i;
+  for (const test::SentFrame& frame : sent.frames) EXPECT_TRUE(frame.text.ends_with("\n"));
+}
+
 class StreamFaults : public testing::TestWithParam<Instrument> {
  protected:
   Sent RunWith(const Arguments& fault) { return RunOf(GetParam(), fault); }

@@ -24,6 +24,11 @@ class AdapterTree {
   };
   /// The adapter comes as `name`; what opens that opens `device`.
   void Plug(const std::string& name, const Adapter& adapter, const std::string& device = "/dev/null") const {
+    Know(name, adapter);
+    std::filesystem::create_symlink(device, Path(name));
+  }
+  /// What the system knows of the adapter under `name`, where somebody else makes Path(name).
+  void Know(const std::string& name, const Adapter& adapter) const {
     const std::string unit = "sys/devices/usb1/" + adapter.place;
     Write(unit + "/idVendor", "0403");
     Write(unit + "/idProduct", adapter.model);
@@ -34,7 +39,6 @@ class AdapterTree {
     std::filesystem::create_directories(root_.File("sys/class/tty/" + name));
     std::filesystem::create_symlink(root_.File(interface + "/" + name),
                                     root_.File("sys/class/tty/" + name + "/device"));
-    std::filesystem::create_symlink(device, Path(name));
   }
 
   void Unplug(const std::string& name) const {

@@ -10,13 +10,16 @@ template <class Ends>
 std::vector<SentLine> CutWhere(const Ends& ends, const std::vector<SentFrame>& journal) {
   std::vector<SentLine> lines;
   std::string line;
-  for (const SentFrame& frame : journal)
+  for (const SentFrame& frame : journal) {
+    // What was cut off is not continued.
+    if (frame.kind == "gone") line.clear();
     for (const char byte : frame.text) {
       line += byte;
       if (!ends(line)) continue;
       lines.push_back({line, frame.sentAt});
       line.clear();
     }
+  }
   return lines;
 }
 
