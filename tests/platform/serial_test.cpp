@@ -9,8 +9,12 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <chrono>
+#include <filesystem>
 #include <fstream>
 
+#include "base/text.h"
+#include "platform/ports/dead_lock_file.h"
 #include "support/pty.h"
 #include "support/temporary_folder.h"
 
@@ -355,6 +359,12 @@ std::string LockFileOf(const std::string& device) {
   return {};
 }
 
+/// As if the lock had been written a day ago.
+void MakeOld(const std::string& lockFile) {
+  const auto now = std::filesystem::last_write_time(lockFile);
+  std::filesystem::last_write_time(lockFile, now - std::chrono::hours(24));
+}
+
 TEST(SerialPort, ALockWhoseHolderWasKilledOrNeverHadTheDeviceIsNoneToWaitFor) {
   for (const bool killed : {true, false}) {
     OpenPort open;
@@ -367,8 +377,36 @@ TEST(SerialPort, ALockWhoseHolderWasKilledOrNeverHadTheDeviceIsNoneToWaitFor) {
     open.port->Close();
     const IdleProgram former(killed);
     std::ofstream(lockFile) << former.Number() << "\n" << rest;
+    if (!killed) MakeOld(lockFile);  // the number was given to a younger program
     EXPECT_NO_THROW(open.port->Open(SettingsFor(open.pty.Device()))) << (killed ? "killed" : "another program");
   }
+}
+
+/// A lock file of a file that stands for a device, as other programs write it.
+struct ForeignLock {
+  explicit ForeignLock(pid_t holder) { std::ofstream(file) << holder << "\n"; }
+  ~ForeignLock() { unlink(file.c_str()); }
+
+  const TemporaryFolder folder;
+  const std::string device = folder.Touch("unit");
+  const std::string file = "/tmp/LCK.." + ReplaceAll(device, "/", "_");
+};
+
+TEST(SerialPort, ALivingHoldersLockStaysWhileItDoesNotHaveTheDeviceOpen) {
+  const IdleProgram holder(false);
+  const ForeignLock lock(holder.Number());
+  EXPECT_FALSE(RemoveDeadLockFile(lock.device)) << "it may be about to open it";
+  MakeOld(lock.file);
+  EXPECT_TRUE(RemoveDeadLockFile(lock.device)) << "it is younger than the lock, which was another one's";
+  EXPECT_NE(access(lock.file.c_str(), F_OK), 0);
+}
+
+TEST(SerialPort, AHoldersLockStaysThoughItsDeviceWasUnplugged) {
+  const ForeignLock lock(getpid());
+  MakeOld(lock.file);
+  const std::ifstream open(lock.device);
+  unlink(lock.device.c_str());
+  EXPECT_FALSE(RemoveDeadLockFile(lock.device));
 }
 
 /// The user nobody, when the tests run as root.

@@ -1,12 +1,19 @@
 #include "platform/ports/dead_lock_file.h"
 
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <sstream>
+#include <vector>
+
+#include "base/numbers.h"
 
 namespace velk {
 
@@ -26,32 +33,64 @@ std::string LockFileName(const std::string& device) {
   return "LCK.." + name;
 }
 
-/// Ended, but nobody has asked how yet: it keeps its number and nothing else.
-bool HasEnded(const std::string& process) {
+/// What the system tells of a process behind its name, which stands in brackets and may hold some itself: from its
+/// state on.
+std::vector<std::string> FieldsOf(const std::string& process) {
   std::ifstream stream(process + "/stat");
   std::string text;
   std::getline(stream, text);
-  // The state stands behind the program's name, which is in brackets and may hold some itself.
   const std::size_t name = text.rfind(") ");
-  return name != std::string::npos && name + 2 < text.size() && (text[name + 2] == 'Z' || text[name + 2] == 'X');
+  if (name == std::string::npos) return {};
+  std::istringstream fields(text.substr(name + 2));
+  return {std::istream_iterator<std::string>(fields), {}};
 }
 
-/// True where nobody can tell.
+/// Ended, but nobody has asked how yet: it keeps its number and nothing else.
+bool HasEnded(const std::vector<std::string>& fields) {
+  return !fields.empty() && (fields[0] == "Z" || fields[0] == "X");
+}
+
+double SecondsOf(const timespec& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+double SecondsOf(clockid_t clock) {
+  timespec now{};
+  clock_gettime(clock, &now);
+  return SecondsOf(now);
+}
+
+/// Whether the process is younger than the lock, which another one has written that had its number before.
+bool StartedBehind(const std::vector<std::string>& fields, const std::string& lockFile) {
+  constexpr std::size_t kStart = 19;  // in ticks since the machine's start
+  constexpr double kSameMoment = 1;   // seconds
+  struct stat status {};
+  if (fields.size() <= kStart || stat(lockFile.c_str(), &status) != 0) return false;
+  const double start = Val(fields[kStart]) / static_cast<double>(sysconf(_SC_CLK_TCK));
+  const double age = SecondsOf(CLOCK_BOOTTIME) - start;
+  return age + kSameMoment < SecondsOf(CLOCK_REALTIME) - SecondsOf(status.st_mtim);
+}
+
+/// Whether it has the device open, or one of that name that was unplugged meanwhile. True where nobody can tell.
 bool MayHold(const std::string& process, const std::string& device) {
   std::error_code error;
   for (fs::directory_iterator entry(process + "/fd", error), end; !error && entry != end; entry.increment(error)) {
     std::error_code gone;
-    if (fs::read_symlink(entry->path(), gone) == device) return true;
+    const fs::path open = fs::read_symlink(entry->path(), gone);
+    if (open == device || open == device + " (deleted)") return true;
   }
   return static_cast<bool>(error);
 }
 
+/// A living holder may be about to open the device, or between two tries: then only its age tells whether the lock is
+/// its own.
 bool IsDead(const std::string& lockFile, const std::string& device) {
   long number = 0;
   if (!(std::ifstream(lockFile) >> number) || number <= 0) return false;
   if (kill(static_cast<pid_t>(number), 0) != 0 && errno == ESRCH) return true;
   const std::string process = "/proc/" + std::to_string(number);
-  return HasEnded(process) || !MayHold(process, device);
+  const std::vector<std::string> fields = FieldsOf(process);
+  return HasEnded(fields) || (StartedBehind(fields, lockFile) && !MayHold(process, device));
 }
 
 }  // namespace
