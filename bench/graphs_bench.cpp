@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QMdiArea>
+#include <QTemporaryDir>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -158,7 +159,8 @@ class LiveChart {
   BenchClock clock_;
   Language language_;
   NoDialogs dialogs_{gate_, language_};
-  SettingsStore settings_{""};
+  QTemporaryDir folder_;
+  SettingsStore settings_{folder_.path().toStdString()};
   Platform platform_{clock_, gate_, dialogs_, settings_, language_};
   Translation translation_;
   Session session_;

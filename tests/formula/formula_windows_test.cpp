@@ -16,6 +16,7 @@
 #include "platform/windows/qt_dialogs.h"
 #include "support/fake_clock.h"
 #include "support/host.h"
+#include "support/memory_folder.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -168,7 +169,8 @@ class WindowsOfComputedChannels : public testing::Test, protected test::Computed
 
   QWidget parent;
   test::FakeClock clock{gate};
-  SettingsStore settings{""};
+  test::MemoryFolder settingsFolder;
+  SettingsStore settings{settingsFolder.Path()};
   Platform platform{clock, gate, dialogs, settings, test::English()};
   WindowHost host{dialogs, test::EnglishWindows()};
   FormulaCommands windows{host, state, platform, view, graphs};

@@ -11,6 +11,7 @@
 
 #include "graphs/graph_form_fixture.h"
 #include "model/texts.h"
+#include "support/memory_folder.h"
 #include "support/window_script.h"
 
 namespace velk {
@@ -75,7 +76,8 @@ class CurvesOnTheDesk : public testing::Test {
   Gate gate;
   test::FakeClock clock{gate};
   test::ScriptedDialogs dialogs{gate};
-  SettingsStore settings{""};
+  test::MemoryFolder settingsFolder;
+  SettingsStore settings{settingsFolder.Path()};
   Platform platform{clock, gate, dialogs, settings, test::English()};
   WindowHost host{dialogs, test::EnglishWindows()};
   test::WindowScript script;

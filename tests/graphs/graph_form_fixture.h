@@ -11,6 +11,7 @@
 #include "model/status.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
+#include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
 
 namespace velk::test {
@@ -40,7 +41,8 @@ struct GraphDesk {
   Gate gate;
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
-  SettingsStore settings{""};
+  MemoryFolder settingsFolder;
+  SettingsStore settings{settingsFolder.Path()};
   Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   int headersStored = 0;

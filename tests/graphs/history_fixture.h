@@ -11,6 +11,7 @@
 #include "log/open_log.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
+#include "support/memory_folder.h"
 #include "support/scripted_dialogs.h"
 #include "support/temporary_folder.h"
 
@@ -65,7 +66,8 @@ struct RecordedJob {
   Gate gate;
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate};
-  SettingsStore settings{""};
+  MemoryFolder settingsFolder;
+  SettingsStore settings{settingsFolder.Path()};
   Platform platform{clock, gate, dialogs, settings, English()};
   Session session;
   LogWriter log{session, platform};

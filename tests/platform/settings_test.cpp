@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -37,6 +38,10 @@ std::string RealFile() {
            "C");
   file.Set("Parameter1", "max", "1000");
   return file.Text();
+}
+
+TEST(SettingsStore, WithoutAFolderIsADefectAndNoFileInTheRoot) {
+  EXPECT_THROW(SettingsStore(""), std::logic_error);
 }
 
 TEST(SettingsStore, GivesThePresetFromAnEmptyStoreAndWritesNothing) {

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "support/memory_folder.h"
+
 namespace velk {
 namespace {
 
 TEST(ColumnWidths, ComeBackAsTheyWereSaved) {
-  SettingsStore settings("");
+  const test::MemoryFolder folder;
+  SettingsStore settings(folder.Path());
   EXPECT_TRUE(ReadColumnWidths(settings).empty());
   SaveColumnWidths(settings, {{"Name", 200}, {"Lower Alarm", 90}});
   EXPECT_EQ(ReadColumnWidths(settings), (ColumnWidths{{"Name", 200}, {"Lower Alarm", 90}}));
@@ -15,7 +18,8 @@ TEST(ColumnWidths, ComeBackAsTheyWereSaved) {
 }
 
 TEST(ColumnWidths, ArePassedOverWhereTheyCanBeNone) {
-  SettingsStore settings("");
+  const test::MemoryFolder folder;
+  SettingsStore settings(folder.Path());
   for (const char* width : {"", "15", "2001", "-40", "wide", "120 px", "99999999999999999999"}) {
     settings.Save("VELK2", "ParametersTable", "Gain", width);
     EXPECT_TRUE(ReadColumnWidths(settings).empty()) << width;

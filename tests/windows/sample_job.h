@@ -9,6 +9,7 @@
 #include "model/session.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
+#include "support/memory_folder.h"
 #include "support/recording_graphs.h"
 #include "support/scripted_dialogs.h"
 #include "support/temporary_folder.h"
@@ -36,7 +37,8 @@ struct SampleJob {
   FakeClock clock{gate};
   ScriptedDialogs dialogs{gate, translation.Translator};
   WindowHost host{dialogs, translation};
-  SettingsStore settings{""};
+  MemoryFolder settingsFolder;
+  SettingsStore settings{settingsFolder.Path()};
   Platform platform{clock, gate, dialogs, settings, translation.Translator};
   RecordingGraphs graphs;
   Session session;

@@ -3,6 +3,7 @@
 #include <QStandardPaths>
 #include <exception>
 #include <map>
+#include <stdexcept>
 #include <utility>
 
 #include "base/errors.h"
@@ -52,6 +53,7 @@ struct SettingsStore::Impl {
 };
 
 SettingsStore::SettingsStore(std::string directory) : impl_(std::make_unique<Impl>()) {
+  if (directory.empty()) throw std::logic_error("A settings store without a folder would write into the root");
   impl_->directory = std::move(directory);
 }
 

@@ -20,7 +20,7 @@ namespace velk {
 /// ...) at the latest before it is first written over.
 class SettingsStore {
  public:
-  /// `directory` is made when something is first written.
+  /// `directory`, which must have a name, is made when something is first written.
   explicit SettingsStore(std::string directory);
   ~SettingsStore();
   SettingsStore(const SettingsStore&) = delete;
