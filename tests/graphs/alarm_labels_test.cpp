@@ -148,6 +148,20 @@ TEST_F(AlarmLabels, FlashPlainlyWhereButtonsAreWhiteOrDark) {
   }
 }
 
+TEST_F(AlarmLabels, FollowAChangeOfThemeAtRestAndInAlarm) {
+  Sample(true);
+  const QColor button(0x22, 0x26, 0x2B);
+  const UnderPalette palette(button);
+  QCoreApplication::processEvents();
+  for (const int row : {0, 2}) {
+    EXPECT_EQ(Background(Value(row)), button) << "at rest, without a sample: " << row;
+    EXPECT_EQ(Edge(Value(row)), button) << row;
+  }
+  EXPECT_EQ(Background(Value(1)), QColor(Qt::white));
+  Sample(false);
+  EXPECT_EQ(Background(Value(1)), button);
+}
+
 TEST_F(AlarmLabels, AreThoseOfTheAlarmedParameterOnly) {
   const QColor before = Background(Value(0));
   Sample(true);

@@ -295,8 +295,11 @@ TEST_F(SerialPortMenu, EndsTheFetchingOfPagesForAnyOtherProtocol) {
   EXPECT_EQ(rig.pages->asked.size(), 4u);
 }
 
-TEST_F(SerialPortMenu, RestsTheFetchingOfPagesWhileItsDialogsStandAndNoBoxOfOneUnderWayComes) {
-  Start("HPT - Honeywell eZtrend");
+/// A recorder's page, for Timer4, and an own unit's, for Timer5.
+class EachNetworkedUnit : public SerialPortMenu, public testing::WithParamInterface<const char*> {};
+
+TEST_P(EachNetworkedUnit, RestsItsFetchingWhileTheDialogsStandAndNoBoxOfAPageUnderWayComes) {
+  Start(GetParam());
   rig.pages->fault = PageFault::NoConnection;
   std::size_t askedMeanwhile = 0;
   rig.pages->meanwhile = [&] {
@@ -317,6 +320,9 @@ TEST_F(SerialPortMenu, RestsTheFetchingOfPagesWhileItsDialogsStandAndNoBoxOfOneU
   rig.clock.Advance(1000);
   EXPECT_EQ(rig.pages->asked.size(), 3u) << "Cancel lets the timer run on";
 }
+
+INSTANTIATE_TEST_SUITE_P(, EachNetworkedUnit, testing::Values("HPT - Honeywell eZtrend", "ORBEN LUMO through HMI"),
+                         [](const auto& unit) { return std::string(unit.param).substr(0, 3); });
 
 TEST_F(SerialPortMenu, SetsTheLinkUpThoughTheSettingsCannotBeSaved) {
   rig.Start();
