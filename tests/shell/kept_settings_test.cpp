@@ -40,8 +40,9 @@ class KeptSettings : public testing::Test {
     rig.Choose("mnuToolsDefine");
   }
 
-  /// Saves a template with other channels, and loads it.
-  void LoadTemplateOf(const std::string& serialData, std::int16_t channels) {
+  /// Saves a template with other channels, and loads it; `foresee` is what comes behind that.
+  void LoadTemplateOf(
+      const std::string& serialData, std::int16_t channels, const std::function<void()>& foresee = [] {}) {
     Session& session = rig.State();
     const std::string before = std::exchange(session.SerialData, serialData);
     const std::int16_t channelsBefore = std::exchange(session.NumberOfParameters, channels);
@@ -51,6 +52,7 @@ class KeptSettings : public testing::Test {
     session.NumberOfParameters = channelsBefore;
     rig.dialogs.ExpectChoice("", "Job");
     rig.dialogs.Expect("Loading this template replaces:", Answer::Yes);
+    foresee();
     rig.Choose("mnuEditLoadTemplate");
   }
 
@@ -118,8 +120,8 @@ TEST_F(KeptSettings, HoldTheNumberOfChannelsOfALoadedTemplateWithTheNextChange) 
 
 TEST_F(KeptSettings, HoldTheWholeTemplateThatTheProgramStartsAnewFor) {
   rig.Press("Stop");
-  rig.dialogs.Expect("takes full effect after a new start", Answer::Yes);
-  LoadTemplateOf("Any Serial Data", 2);
+  LoadTemplateOf("Any Serial Data", 2,
+                 [this] { rig.dialogs.Expect("takes full effect after a new start", Answer::Yes); });
   EXPECT_TRUE(rig.application->StartsAnew());
   EXPECT_EQ(OnDisk("Protocol", "SerialData"), "Any Serial Data");
   EXPECT_EQ(OnDisk("Parameters", "NumberOfParameters"), "2");
