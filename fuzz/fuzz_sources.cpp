@@ -99,7 +99,7 @@ struct Rig {
     session.StopRequested = false;
     session.CurrentValue.fill(kUntouched);
     session.CurrentStatus = acquiring;
-    road.ForgetValues();
+    session.Data = {};
     dialogs.boxes = 0;
     dialogs.onBox = nullptr;
     clock.onYield = nullptr;
