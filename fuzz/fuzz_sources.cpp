@@ -100,6 +100,7 @@ struct Rig {
     session.CurrentValue.fill(kUntouched);
     session.CurrentStatus = acquiring;
     session.Data = {};
+    session.CurrentFile = "fuzzed.mdb";  // a page that is turned asks for one otherwise
     dialogs.boxes = 0;
     dialogs.onBox = nullptr;
     clock.onYield = nullptr;
