@@ -66,7 +66,7 @@ bool ReadsAllRows(const std::string& path, const CheckStep& step) {
   const std::int64_t counted = IndexedRows(path, step);
   LogReader reader(path);
   reader.Choose({});
-  const auto of = static_cast<double>(std::max(counted, reader.Tally(0)));
+  const auto of = static_cast<double>(std::max(counted, reader.Tally(1)));
   const auto rows = reader.Rows();
   std::int64_t read = 0;
   for (bool there = rows->First(); there; there = rows->Next()) step(static_cast<double>(++read), of);

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "log/log_fixture.h"
+#include "log/log_schema.h"
 #include "log/record_file.h"
 #include "model/status.h"
 #include "model/texts.h"
@@ -93,6 +94,14 @@ TEST_F(LogCheck, ReadsALargeLogStepByStep) {
   EXPECT_EQ(countingSteps, 3) << "4096 rows at a time";
   Damage();
   EXPECT_FALSE(IsWhole());
+}
+
+TEST_F(LogCheck, TellsHowFarItIsInALargeLogWithoutAnIndexToo) {
+  MakeLog(9000, 2000);
+  Connection::Open(path, OpenMode::ReadWrite)->Execute(std::string("DROP INDEX ") + kLogDataTimes);
+  EXPECT_TRUE(IsWhole());
+  EXPECT_EQ(steps, 9000);
+  EXPECT_EQ(countingSteps, 0);
 }
 
 TEST_F(LogCheck, MissesARowOfALargeLogThatOnlyTheIndexStillKnows) {
