@@ -37,24 +37,39 @@ class LogReader::Access {
 };
 
 LogReader::LogReader(std::string path)
-    : path_(std::move(path)), layout_(ReadLogLayout(Access(*this))), finder_(layout_) {
-  std::vector<int> all(layout_.channels.size());
+    : path_(std::move(path)), layout_(ReadLogLayout(Access(*this))), finder_(layout_), channels_(layout_.channels) {
+  ChooseAll();
+}
+
+void LogReader::Arrange(const std::vector<int>& columns) {
+  std::vector<std::string> arranged;
+  for (const int column : columns) {
+    if (column < 0 || column >= static_cast<int>(layout_.channels.size()))
+      throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    arranged.push_back(layout_.channels[static_cast<std::size_t>(column)]);
+  }
+  channels_ = std::move(arranged);
+  ChooseAll();
+}
+
+void LogReader::ChooseAll() {
+  std::vector<int> all(channels_.size());
   std::iota(all.begin(), all.end(), 0);
   Choose(std::move(all));
 }
 
 int LogReader::ChannelOf(const std::string& name) const {
-  const auto found = std::find_if(layout_.channels.begin(), layout_.channels.end(),
+  const auto found = std::find_if(channels_.begin(), channels_.end(),
                                   [&](const std::string& channel) { return SameName(channel, name); });
-  return found == layout_.channels.end() ? -1 : static_cast<int>(found - layout_.channels.begin());
+  return found == channels_.end() ? -1 : static_cast<int>(found - channels_.begin());
 }
 
 void LogReader::Choose(std::vector<int> channels) {
   columns_ = layout_.key + ", Date, Time";
   for (const int channel : channels) {
-    if (channel < 0 || channel >= static_cast<int>(layout_.channels.size()))
+    if (channel < 0 || channel >= static_cast<int>(channels_.size()))
       throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    columns_ += ", " + QuoteName(layout_.channels[static_cast<std::size_t>(channel)]);
+    columns_ += ", " + QuoteName(channels_[static_cast<std::size_t>(channel)]);
   }
   chosen_ = std::move(channels);
 }

@@ -30,11 +30,15 @@ class LogReader {
   explicit LogReader(std::string path);
 
   const std::string& Path() const { return path_; }
-  /// Names of the columns that hold channels, in order: those besides ID, Date and Time.
-  const std::vector<std::string>& Channels() const { return layout_.channels; }
+  /// Names of the columns that hold channels, in order: those besides ID, Date and Time, until Arrange tells others.
+  const std::vector<std::string>& Channels() const { return channels_; }
   /// A channel by the name of its column, in any case (ASCII), counted from 0; -1 where there is none.
   int ChannelOf(const std::string& name) const;
   bool HasId() const { return layout_.hasId; }
+
+  /// From here on the channels are these columns, counted from 0 among those that hold channels, in this order. Rows
+  /// have the values of all of them. Raises SubscriptOutOfRange.
+  void Arrange(const std::vector<int>& columns);
 
   /// The channels that rows have values of from here on, counted from 0, in this order; all of them at first. Few are
   /// read much faster than 64.
@@ -78,6 +82,7 @@ class LogReader {
 
   std::optional<LogRow> One(const std::string& condition, std::int64_t key);
   LogRow RowOf(const Command& command) const;
+  void ChooseAll();
 
   std::string path_;
   std::shared_ptr<Connection> connection_;  ///< kept between calls only while nobody records to the file
@@ -85,6 +90,7 @@ class LogReader {
   RowFinder finder_;
   RowPositions positions_;
   RowTally tally_;
+  std::vector<std::string> channels_;
   std::vector<int> chosen_;
   std::string columns_;  ///< key, date, time and the chosen channels, as they stand in a statement
 };

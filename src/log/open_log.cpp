@@ -1,6 +1,7 @@
 #include "log/open_log.h"
 
 #include "base/errors.h"
+#include "log/playback_file.h"
 #include "log/recording_lock.h"
 #include "log/texts.h"
 #include "model/status.h"
@@ -26,7 +27,10 @@ std::string OpenLog::Path() const {
 LogReader& OpenLog::Reader() {
   const std::string path = Path();
   if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
-  if (!reader_ || reader_->Path() != path) reader_.emplace(path);
+  const bool plays = writer_.Writing() == nullptr;
+  if (reader_ && reader_->Path() == path && readerPlays_ == plays) return *reader_;
+  reader_.emplace(plays ? ReaderOfPlayed(path, platform_.language) : LogReader(path));
+  readerPlays_ = plays;
   return *reader_;
 }
 

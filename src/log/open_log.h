@@ -26,8 +26,9 @@ class OpenLog {
   std::string Path() const;
   bool IsOpen() const { return !Path().empty(); }
 
-  /// The reader of the open log, shared by all charts: whoever reads chooses its channels first. Raises Database
-  /// where none is open, and what LogReader raises.
+  /// The reader of the open log, shared by all charts: whoever reads chooses its channels first. They are those of the
+  /// session: by their places in the log that is recorded to, by their names in the one that plays. Raises Database
+  /// where none is open, and what the opening of the file raises.
   LogReader& Reader();
   /// Lets go of the file, until it is read again: the charts are gone.
   void Release() { reader_.reset(); }
@@ -53,6 +54,7 @@ class OpenLog {
   Platform platform_;
   const LogWriter& writer_;
   std::optional<LogReader> reader_;
+  bool readerPlays_ = false;  ///< it is that of a file that plays
 };
 
 }  // namespace velk

@@ -15,10 +15,16 @@ constexpr int kRowsAtTheBeginning = 2;
 
 PlaybackFile OpenForPlayback(const std::string& path, const Language& language) {
   PlaybackFile file{ReadLogParameters(path, language), std::make_unique<LogReader>(path), {}};
-  file.reader->Choose(ColumnsOfChannels(file.parameters, path));
+  file.reader->Arrange(ColumnsOfChannels(file.parameters, path));
   file.beginning = file.reader->Page({}, kRowsAtTheBeginning);
   for (const LogRow& row : file.beginning) CheckHasTime(row, path);
   return file;
+}
+
+LogReader ReaderOfPlayed(const std::string& path, const Language& language) {
+  LogReader reader(path);
+  reader.Arrange(ColumnsOfChannels(ReadLogParameters(path, language), path));
+  return reader;
 }
 
 void CheckHasTime(const LogRow& row, const std::string& path) {

@@ -22,6 +22,9 @@ struct PlaybackFile {
 /// TypeMismatch for a beginning without time, and what the opening of the file raises.
 PlaybackFile OpenForPlayback(const std::string& path, const Language& language);
 
+/// A reader whose channels are those that a playback of the file shows: by the names of its columns. Raises as above.
+LogReader ReaderOfPlayed(const std::string& path, const Language& language);
+
 /// Raises TypeMismatch for a row that has no date and time, with its key and the file.
 void CheckHasTime(const LogRow& row, const std::string& path);
 

@@ -5,6 +5,7 @@
 #include "base/errors.h"
 #include "imaging/read_picture.h"
 #include "log/log_reader.h"
+#include "log/playback_file.h"
 #include "paper/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/loop/clock.h"
@@ -119,7 +120,7 @@ const PageCurves& PageComposer::Curves(PageTarget target, double dotsPerInch) {
   PageCurves curves(curves_, layout, times_, dotsPerInch);
   LongTask task(platform_.dialogs, platform_.clock, text::PageTitle);
   task.Doing(text::DrawingPage);
-  LogReader log(log_);
+  LogReader log = ShowsFile(session_) ? ReaderOfPlayed(log_, platform_.language) : LogReader(log_);
   DrawCurves(curves, log, session_, curves_, times_, task);
   drawnFor_ = key;
   return drawn_.emplace(std::move(curves));

@@ -9,6 +9,8 @@
 #include "log/channels.h"
 #include "log/log_writer.h"
 #include "log/open_log.h"
+#include "model/texts.h"
+#include "platform/database/connection.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/memory_folder.h"
@@ -60,6 +62,19 @@ struct RecordedJob {
     session.CurrentParameters[parameter] = session.CurrentParameters[1];
     session.CurrentParameters[parameter].name = "Computed " + std::to_string(session.NumberOfFormulae);
     BuildGraphMap(session, parameter);
+  }
+
+  /// The file of two curves plays, with its columns under each other's names.
+  void PlayWithColumnsTurned() {
+    log.Finalise();
+    Connection::Open(path, OpenMode::ReadWrite)
+        ->Execute(
+            "ALTER TABLE logData RENAME COLUMN \"Pressure 1\" TO turned;"
+            "ALTER TABLE logData RENAME COLUMN \"Pressure 2\" TO \"Pressure 1\";"
+            "ALTER TABLE logData RENAME COLUMN turned TO \"Pressure 2\"");
+    session.AcquireStarted = session.AcquisitionMode = session.RecordToDB = false;
+    for (int i = 1; i <= session.NumberOfParameters; ++i) session.CurrentParameters[i].Gain = 1;
+    session.CurrentStatus = text::StatusPlayingBack;
   }
 
   TemporaryFolder folder;

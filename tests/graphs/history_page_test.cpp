@@ -163,6 +163,15 @@ TEST(HistoryCurves, HaveGainAndOffsetOnceMoreInPlayback) {
   EXPECT_EQ(job.pic2.calls, Calls{"line 3466 0 3466 15 0000FF w2"});  // 10 x 2 + 5
 }
 
+TEST(HistoryCurves, OfAPlayedFileAreFoundByTheNamesOfItsColumns) {
+  PageOfJob job(2);
+  job.Append(0, {10, 60});
+  job.Append(1, {20, 70});
+  job.PlayWithColumnsTurned();
+  job.Plot(0, 240);
+  EXPECT_EQ(job.pic2.calls, (Calls{"line 6966 0 7966 15 0000FF w2", "line 1966 0 2966 15 0000FF w2"}));
+}
+
 TEST(HistoryCurves, OfAWindowAreItsOwn) {
   PageOfJob job(3);
   job.session.CurrentParameters[2].FormIndex = 1;

@@ -54,6 +54,26 @@ TEST(ReadValue, ComputesAChannelFromTheRow) {
   EXPECT_EQ(job.session.AdditionalParameters[1].AverageCount, 3);
 }
 
+TEST(ReadValue, OfAPlayedFileGoesByTheNamesOfItsColumns) {
+  ReadJob job(2);
+  job.Append(5, {10, 20});
+  job.PlayWithColumnsTurned();
+  EXPECT_EQ(job.At(5, 1)->value, 20);
+  EXPECT_EQ(job.At(5, 2)->value, 10);
+}
+
+TEST(ReadValue, InPlaybackHasGainAndOffsetOnceMore) {
+  ReadJob job;
+  job.session.CurrentParameters[1].Gain = 2;
+  job.session.CurrentParameters[1].Offset = 5;
+  job.Append(5, {10});
+  EXPECT_EQ(job.At(5)->value, 10);
+  job.log.Finalise();
+  job.session.AcquisitionMode = false;
+  job.session.CurrentStatus = text::StatusPlayingBack;
+  EXPECT_EQ(job.At(5)->value, 25);
+}
+
 TEST(ReadValue, CaptionsNameTimeAndValueByThePictureOfTheCurve) {
   Parameter curve;
   curve.name = "Treating Pressure";
