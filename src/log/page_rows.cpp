@@ -26,7 +26,10 @@ std::unique_ptr<RowSource> RowsFrom(LogReader& log, double from, double to) {
   auto span = log.Find(filter);
   if (!span) return nullptr;
   const auto upTo = log.Find({CutToMinute(from), to, RowFilter::Compare::Sum});
-  span->last = upTo ? std::max(upTo->last + 1, span->first) : span->first;
+  if (!upTo)
+    span->last = span->first;
+  else if (upTo->last < span->last)  // else the rows stand in no order, and each may be one of the page
+    span->last = std::max(upTo->last + 1, span->first);
   return FromFirst(log.Rows(filter, *span));
 }
 

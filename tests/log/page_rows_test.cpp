@@ -67,6 +67,15 @@ TEST_F(PageRows, OfAnEmptyLogAreNone) {
   EXPECT_EQ(RowsOfPage(reader, At(14, 9, 30), At(14, 9, 35)), nullptr);
 }
 
+TEST_F(PageRows, InNoOrderAndWithoutAnIndexAreFoundAllTheSame) {
+  Record({At(14, 9, 40), At(14, 9, 30), At(14, 9, 31), At(14, 9, 33)});
+  log.Finalise();
+  Connection::Open(path, OpenMode::ReadWrite)->Execute("DROP INDEX logDataTimes");
+  LogReader reader(path);
+  EXPECT_EQ(Of(RowsFrom(reader, At(14, 9, 31), At(14, 9, 35))), (Texts{"14 09:40:00", "14 09:31:00", "14 09:33:00"}));
+  EXPECT_EQ(Of(RowsOfPage(reader, At(14, 9, 31), At(14, 9, 35))), (Texts{"14 09:31:00", "14 09:33:00"}));
+}
+
 TEST_F(PageRows, AreTheSameInAFileWithoutAnIndex) {
   Record({At(14, 9, 30), At(14, 9, 31), At(14, 9, 32), At(14, 9, 40)});
   log.Finalise();
