@@ -65,14 +65,16 @@ void FillEmptyScale(Parameter& parameter) {
 }
 
 void WriteGraphSettings(const std::shared_ptr<Connection>& connection, std::span<Parameter> channels, bool update,
-                        const Language& language) {
+                        const Language& language, const std::vector<std::string>& names) {
   Recordset settings(connection, kGraphSettings);
   if (update) settings.MoveFirst();
-  int number = 0;
+  std::size_t number = 0;
   for (Parameter& parameter : channels) {
     if (!update) settings.AddNew();
-    FillEmptyTexts(parameter, ++number, language);
+    FillEmptyTexts(parameter, static_cast<int>(++number), language);
     Parameter row = parameter;
+    if (number <= names.size()) row.name = names[number - 1];
+    FillEmptyTexts(row, static_cast<int>(number), language);
     FillEmptyScale(row);
     settings.SetField(0, row.name);
     settings.SetField(1, row.units);

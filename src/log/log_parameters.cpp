@@ -40,6 +40,25 @@ int PlaceOf(const std::vector<std::string>& columns, const std::string& name) {
   return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
 }
 
+/// Where channels of these column names stand.
+struct Placing {
+  Placing(const std::vector<std::string>& names, const std::vector<std::string>& columns) {
+    std::set<int> taken;
+    for (const std::string& name : names) {
+      places.push_back(PlaceOf(columns, name));
+      taken.insert(places.back());
+    }
+    for (std::size_t i = 0; i < places.size() && !without; ++i) {
+      if (places[i] >= 0) continue;
+      places[i] = static_cast<int>(i);
+      if (i >= columns.size() || !taken.insert(places[i]).second) without = names[i];
+    }
+  }
+
+  std::vector<int> places;
+  std::optional<std::string> without;  ///< the first one that stands nowhere
+};
+
 }  // namespace
 
 LogParameters ReadLogParameters(const std::string& path, const Language& language) {
@@ -66,20 +85,17 @@ bool LogHasGraphSettings(const LogParameters& file, Dialogs& dialogs) {
 std::vector<int> ColumnsOfChannels(const LogParameters& parameters, const std::string& path) {
   std::vector<std::string> names;
   for (const Parameter& channel : parameters.channels) names.push_back(channel.name);
-  names = LogColumnNames(names);
-  std::vector<int> found;
-  std::set<int> taken;
-  for (const std::string& name : names) {
-    found.push_back(PlaceOf(parameters.columns, name));
-    taken.insert(found.back());
-  }
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    if (found[i] >= 0) continue;
-    found[i] = static_cast<int>(i);
-    if (i >= parameters.columns.size() || !taken.insert(found[i]).second)
-      throw RuntimeError(ErrorNumber::Database, text::NoColumn + (names[i] + (": " + path)));
-  }
-  return found;
+  Placing placing(LogColumnNames(names), parameters.columns);
+  if (placing.without)
+    throw RuntimeError(ErrorNumber::Database, text::NoColumn + (*placing.without + (": " + path)));
+  return std::move(placing.places);
+}
+
+std::optional<std::vector<int>> PlacesOfChannels(const std::vector<std::string>& names,
+                                                 const std::vector<std::string>& columns) {
+  Placing placing(LogColumnNames(names), columns);
+  if (placing.without) return std::nullopt;
+  return std::move(placing.places);
 }
 
 }  // namespace velk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,11 @@ LogParameters ReadLogParameters(const std::string& path, const Language& languag
 
 /// Whether the file tells its graph settings; tells the operator where it doesn't.
 bool LogHasGraphSettings(const LogParameters& file, Dialogs& dialogs);
+
+/// The column of each channel of these names, counted from 0 among `columns`: as ColumnsOfChannels finds them. Nothing
+/// where a channel has none.
+std::optional<std::vector<int>> PlacesOfChannels(const std::vector<std::string>& names,
+                                                 const std::vector<std::string>& columns);
 
 /// The column of each channel, counted from 0 among `columns`: the one that carries its name, or else the one that
 /// stands in its place and carries nobody's. Raises Database, with the name and the path, where there is neither.

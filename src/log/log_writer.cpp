@@ -1,10 +1,13 @@
 #include "log/log_writer.h"
 
+#include <algorithm>
 #include <span>
 
 #include "base/dates.h"
 #include "log/channels.h"
 #include "log/graph_settings.h"
+#include "log/log_layout.h"
+#include "log/log_parameters.h"
 #include "log/log_schema.h"
 #include "log/recording_lock.h"
 #include "log/summary_report.h"
@@ -70,7 +73,7 @@ void LogWriter::CreateLogFile(const std::string& path) {
 }
 
 void LogWriter::ConnectLogFile(const std::string& path) {
-  if (connection_ && connection_->IsSameFile(path)) return;
+  if (connection_ && connection_->IsSameFile(path)) return KeepChannels();
   auto connection = Connection::Open(path, OpenMode::ReadWrite);
   // A stranger's file is left as it is.
   const auto table = Catalog(*connection).Find(kLogData);
@@ -88,7 +91,15 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   connection_ = std::move(connection);
   lock_ = std::move(lock);
   job_ = RowsBehind(*connection_, *table);
+  KeepChannels();
   TellLeft(left);
+}
+
+void LogWriter::KeepChannels() {
+  channels_ = ChannelNames(session_);
+  const auto held = ReadGraphSettings(connection_, platform_.language);
+  holdsChannels_ = held && std::equal(held->begin(), held->end(), channels_.begin(), channels_.end(),
+                                      [](const Parameter& channel, const auto& name) { return channel.name == name; });
 }
 
 void LogWriter::OpenLogRecordset() {
@@ -121,19 +132,18 @@ void LogWriter::AppendLogRow(const LogRow& row) {
 
 void LogWriter::WriteGraphSettings(bool update) {
   Connected();
+  const std::vector<std::string> present = ChannelNames(session_);
   Transaction transaction(*connection_);
-  velk::WriteGraphSettings(connection_, Channels(session_), update, platform_.language);
+  velk::WriteGraphSettings(connection_, Channels(session_), update, platform_.language, NamesToStore(present));
   transaction.Commit();
   lastUpdated_.Stamp();
 }
 
-bool LogWriter::HoldsPresentChannels() {
-  if (!connection_) return false;
-  const auto held = ReadGraphSettings(connection_, platform_.language);
-  if (!held) return false;
-  std::vector<std::string> names;
-  for (const Parameter& channel : *held) names.push_back(channel.name);
-  return names == ChannelNames(session_);
+const std::vector<std::string>& LogWriter::NamesToStore(const std::vector<std::string>& present) const {
+  if (present.size() != channels_.size() || present == channels_) return present;
+  const std::vector<std::string> columns = ReadLogLayout(*connection_).channels;
+  const auto places = PlacesOfChannels(channels_, columns);
+  return places && PlacesOfChannels(present, columns) == places ? present : channels_;
 }
 
 void LogWriter::ReadSummaryInclusion() {
@@ -153,6 +163,8 @@ std::vector<std::string> LogWriter::Release() {
   if (lock_ && !lock_->Release()) left.push_back(lock_->Name());
   lock_.reset();
   job_ = {};
+  channels_.clear();
+  holdsChannels_ = false;
   return left;
 }
 

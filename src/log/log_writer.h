@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "log/current_velk.h"
 #include "log/log_check.h"
@@ -52,12 +53,15 @@ class LogWriter {
   const JobRows& RowsOfJob() const { return job_; }
 
   /// Writes name, units, scale, format, graph and colour of each channel, to new rows or, with `update`, over the
-  /// present ones. All or nothing.
+  /// present ones. All or nothing. Channels that were renamed keep the names of their columns where by the others a
+  /// playback would find the values of another channel, or none.
   void WriteGraphSettings(bool update);
 
-  /// Whether the connected log's graph settings are those of the present channels, in order. A log that was appended to
-  /// may have others: those stay.
-  bool HoldsPresentChannels();
+  /// Whether the connected log's graph settings were those of the session's channels, in order, when it was connected.
+  /// A log that was appended to may have others: those stay.
+  bool HoldsPresentChannels() const { return holdsChannels_; }
+  /// The names of the channels when the log was connected: its columns are theirs, whatever they are called later.
+  const std::vector<std::string>& ChannelsOfLog() const { return channels_; }
   /// Sets IncludeInSummary of each channel to whether the connected log's report has a column for it.
   void ReadSummaryInclusion();
 
@@ -71,6 +75,8 @@ class LogWriter {
   /// Finalise without a box; gives the files that stay.
   std::vector<std::string> Release();
   void TellLeft(const std::vector<std::string>& files);
+  void KeepChannels();
+  const std::vector<std::string>& NamesToStore(const std::vector<std::string>& present) const;
 
   Session& session_;
   const Platform& platform_;
@@ -79,6 +85,8 @@ class LogWriter {
   std::unique_ptr<FileLock> lock_;  ///< of the connected log
   std::shared_ptr<Connection> connection_;
   std::optional<Recordset> recordset_;
+  std::vector<std::string> channels_;
+  bool holdsChannels_ = false;
   JobRows job_;
 };
 

@@ -42,7 +42,15 @@ void OpenLog::AddSummaryRow(const std::string& comment) {
   if (comment.empty()) return;
   const std::string path = Path();
   if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
-  Write(path, [&](const auto& log) { AppendSummaryRow(log, session_, platform_.clock.Now(), comment); });
+  const std::vector<std::string> channels = writer_.Writing() ? writer_.ChannelsOfLog() : NamesOfPlayed(path);
+  Write(path, [&](const auto& log) { AppendSummaryRow(log, session_, channels, platform_.clock.Now(), comment); });
+}
+
+/// What a played file calls its channels; the session's may have been renamed.
+std::vector<std::string> OpenLog::NamesOfPlayed(const std::string& path) const {
+  std::vector<std::string> names;
+  for (const Parameter& channel : ReadLogParameters(path, platform_.language).channels) names.push_back(channel.name);
+  return names;
 }
 
 SummaryLines OpenLog::Report(const std::string& path) {

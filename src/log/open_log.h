@@ -48,6 +48,7 @@ class OpenLog {
                          std::optional<double> value) const;
 
  private:
+  std::vector<std::string> NamesOfPlayed(const std::string& path) const;
   void Write(const std::string& path, const std::function<void(const std::shared_ptr<Connection>& log)>& write) const;
 
   const Session& session_;

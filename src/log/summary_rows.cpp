@@ -7,7 +7,6 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "log/channels.h"
 #include "log/field_names.h"
 #include "log/log_layout.h"
 #include "log/log_schema.h"
@@ -46,6 +45,15 @@ int FieldOf(const Recordset& report, const std::string& name) {
   return field;
 }
 
+/// The present values of the channels whose columns the report has.
+void SetValues(Recordset& report, const Session& session, const std::vector<std::string>& columns) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const auto value = static_cast<double>(session.CurrentValue.at(i + 1));
+    const int field = report.FieldIndex(columns[i]);
+    if (field >= 0 && std::isfinite(value)) report.SetField(field, ToDouble(Format(value, kSummaryPicture)));
+  }
+}
+
 }  // namespace
 
 SummaryLines ReadSummaryReport(Connection& connection) {
@@ -67,20 +75,15 @@ SummaryLines ReadSummaryReport(Connection& connection) {
   return report;
 }
 
-void AppendSummaryRow(const std::shared_ptr<Connection>& log, const Session& session, double time,
-                      const std::string& comment) {
+void AppendSummaryRow(const std::shared_ptr<Connection>& log, const Session& session,
+                      const std::vector<std::string>& channels, double time, const std::string& comment) {
   const std::string comments = CommentsColumn(*log);
   Recordset report(log, kSummaryReport);
   const DateParts parts = Split(time);
   report.AddNew();
   report.SetField(FieldOf(report, "Date"), DatePart(time));
   report.SetField(FieldOf(report, "Time"), TimeOfDay(parts.hour, parts.minute, parts.second));
-  int channel = 0;
-  for (const std::string& name : ValueColumns(ChannelNames(session), comments)) {
-    const auto value = static_cast<double>(session.CurrentValue[static_cast<std::size_t>(++channel)]);
-    const int field = report.FieldIndex(name);
-    if (field >= 0 && std::isfinite(value)) report.SetField(field, ToDouble(Format(value, kSummaryPicture)));
-  }
+  if (session.Data.hasValues) SetValues(report, session, ValueColumns(channels, comments));
   report.SetField(FieldOf(report, comments), comment);
   report.Update();
 }

@@ -47,10 +47,11 @@ inline constexpr const char* kSummaryPicture = "#0.000";
 SummaryLines ReadSummaryReport(Connection& connection);
 
 /// Appends a line: date and time, cut to the second; the present value of each channel that the report has a column
-/// for, with three places; the comment, whole. Additional fields stay empty, and so does a value that is no number.
+/// for, with three places; the comment, whole. `channels` are the names that the channels have in this log, in order.
+/// Additional fields stay empty; so does a value that is no number, and each one before the first sample of the job.
 /// Raises NoSuchTable without a report.
-void AppendSummaryRow(const std::shared_ptr<Connection>& log, const Session& session, double time,
-                      const std::string& comment);
+void AppendSummaryRow(const std::shared_ptr<Connection>& log, const Session& session,
+                      const std::vector<std::string>& channels, double time, const std::string& comment);
 
 /// Sets an additional field of a line, or empties it. Raises NoCurrentRecord where the line is gone.
 void EnterSummaryField(const std::shared_ptr<Connection>& log, std::int64_t key, const std::string& column,

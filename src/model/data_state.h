@@ -9,7 +9,7 @@ namespace velk {
 /// What has become of the lines of an instrument since Connect, for the operator. Ticks are milliseconds of the clock
 /// that only runs forward.
 struct DataState {
-  bool hasValues = false;       ///< CurrentValue holds values of this job, not those of an earlier one
+  bool hasValues = false;       ///< CurrentValue holds values of this job or playback, not those of an earlier one
   long long samples = 0;        ///< whose values were taken
   std::int64_t lastSample = 0;  ///< ticks at the last of them
   std::int64_t lastLine = 0;    ///< ticks at the last line of any kind, or at Start and Resume

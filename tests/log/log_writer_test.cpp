@@ -4,6 +4,8 @@
 
 #include "base/dates.h"
 #include "log/log_fixture.h"
+#include "log/log_parameters.h"
+#include "support/in_english.h"
 #include "support/unprivileged.h"
 
 namespace velk {
@@ -175,6 +177,8 @@ class GraphSettings : public test::LogFixture {
     parameter.format = format;
     parameter.FormIndex = graph;
   }
+  /// The columns that a playback of the log would take.
+  std::vector<int> PlayedColumns() const { return ColumnsOfChannels(ReadLogParameters(path, test::English()), path); }
   Rows Stored() {
     return Query(path,
                  "SELECT ParameterName, units, Minimum, Maximum, NumberFormat, GraphNumber, CurveColor FROM "
@@ -231,6 +235,42 @@ TEST_F(GraphSettings, AreUpdatedWholeOrNotAtAll) {
   NameChannels({"Other"});
   log.WriteGraphSettings(true);
   EXPECT_EQ(Query(path, "SELECT ParameterName FROM GraphSettings"), (Rows{"Other"}));
+}
+
+TEST_F(GraphSettings, FollowAChannelThatIsRenamedWhileTheJobIsRecorded) {
+  NameChannels({"Pressure", "Rate"});
+  StartLog(path);
+  session.CurrentParameters[1].name = "Treating Pressure";
+  EXPECT_TRUE(log.HoldsPresentChannels()) << "those that it was connected with";
+  log.WriteGraphSettings(true);
+  EXPECT_EQ(Query(path, "SELECT ParameterName FROM GraphSettings"), (Rows{"Treating Pressure", "Rate"}));
+  EXPECT_EQ(PlayedColumns(), (std::vector<int>{0, 1}));
+}
+
+TEST_F(GraphSettings, KeepTheNamesOfTheirColumnsWhereOthersWouldPlayTheValuesOfAnotherChannel) {
+  NameChannels({"Pressure", "Rate"});
+  StartLog(path);
+  session.CurrentParameters[1].units = "psi";
+  for (const char* second : {"Pressure", "Rate"}) {
+    session.CurrentParameters[1].name = "Rate";
+    session.CurrentParameters[2].name = second;
+    log.WriteGraphSettings(true);
+    EXPECT_EQ(Stored(), (Rows{"Pressure|psi|0.0|100.0|#0.000|0|0", "Rate|Units|0.0|100.0|#0.000|0|0"})) << second;
+    EXPECT_EQ(PlayedColumns(), (std::vector<int>{0, 1})) << second;
+    EXPECT_EQ(session.CurrentParameters[1].name, "Rate") << "the session keeps what was typed";
+  }
+}
+
+TEST_F(GraphSettings, AreThoseOfTheChannelsThatTheLogWasConnectedWith) {
+  NameChannels({"Pressure", "Rate"});
+  StartLog(path);
+  log.Finalise();
+  EXPECT_FALSE(log.HoldsPresentChannels()) << "no log is open";
+  NameChannels({"Rate", "Pressure"});
+  log.ConnectLogFile(path);
+  EXPECT_FALSE(log.HoldsPresentChannels());
+  NameChannels({"Pressure", "Rate"});
+  EXPECT_FALSE(log.HoldsPresentChannels()) << "renamed meanwhile";
 }
 
 class SummaryInclusionOfALog : public test::LogFixture {};

@@ -19,6 +19,7 @@ class RTSumRep : public test::LogFixture {
     session.CurrentParameters[1].IncludeInSummary = true;
     session.SummaryExtraFields = {"Water"};
     session.CurrentValue[1] = 1204.5F;
+    session.Data.hasValues = true;
     open.onReportChanged = [this] {
       if (auto* window = host.Opened<frmRTSumRep>()) window->RefreshGrid();
     };

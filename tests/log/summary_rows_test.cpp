@@ -22,6 +22,7 @@ class SummaryRows : public test::LogFixture {
     session.SummaryExtraFields = {"Crew", "Water"};
     session.CurrentValue[1] = 1204.5F;
     session.CurrentValue[3] = 8.3456F;
+    session.Data.hasValues = true;
   }
 
   Rows Lines(const std::string& columns = "*") { return Query(path, "SELECT " + columns + " FROM SummaryReport"); }
@@ -94,6 +95,32 @@ TEST_F(SummaryRows, LeaveAValueThatIsNoNumberEmpty) {
   session.CurrentValue[1] = std::nanf("");
   open.AddSummaryRow("x");
   EXPECT_EQ(Lines("Pressure IS NULL, Density"), Rows{"1|8.346"});
+}
+
+TEST_F(SummaryRows, HaveNoValuesBeforeTheFirstSampleOfTheJob) {
+  StartLog(path);
+  session.Data.hasValues = false;  // CurrentValue is an earlier job's
+  open.AddSummaryRow("Ready");
+  EXPECT_EQ(Lines("Pressure IS NULL, Density IS NULL, Comments"), Rows{"1|1|Ready"});
+}
+
+TEST_F(SummaryRows, KeepTheirColumnsWhenAChannelIsRenamedWhileTheJobIsRecorded) {
+  StartLog(path);
+  session.CurrentParameters[1].name = "Treating Pressure";
+  open.AddSummaryRow("renamed");
+  std::swap(session.CurrentParameters[1].name, session.CurrentParameters[3].name);
+  open.AddSummaryRow("swapped");
+  EXPECT_EQ(Lines("Pressure, Density, Comments"), (Rows{"1204.5|8.346|renamed", "1204.5|8.346|swapped"}));
+}
+
+TEST_F(SummaryRows, KeepTheirColumnsWhenAChannelOfThePlayedFileIsRenamed) {
+  StartLog(path);
+  Play();
+  session.CurrentParameters[1].name = "Treating Pressure";
+  open.AddSummaryRow("renamed");
+  std::swap(session.CurrentParameters[1].name, session.CurrentParameters[3].name);
+  open.AddSummaryRow("swapped");
+  EXPECT_EQ(Lines("Pressure, Density, Comments"), (Rows{"1204.5|8.346|renamed", "1204.5|8.346|swapped"}));
 }
 
 TEST_F(SummaryRows, StandBesideTheRowsOfTheRecordingAndSurviveItsEnd) {

@@ -107,6 +107,7 @@ void Playback::InitialisePlayback(const Statements& run, const PlaybackFile& fil
   session_.PlaybackParameterCount = static_cast<std::int16_t>(file.parameters.channels.size());
   session_.TotalParameters = session_.NumberOfParameters = session_.PlaybackParameterCount;
   session_.CurrentValue.fill(0);
+  session_.Data = {};  // those of the unit's last job are none of the file's
   session_.AlarmTriggered.fill(false);
   HideAlarmsIfNone(session_, view_);
   HideBlank(session_, session_.TotalParameters);
@@ -143,6 +144,7 @@ void Playback::Start(const Statements& run) {
   });
   if (!atEnd_) run([&] { CheckHasTime(rows_->Row(), reader_->Path()); });
   unit_.KeepValues(session_);
+  session_.Data.hasValues = false;
   const double start = atEnd_ ? session_.StartTime : CutToMinute(rows_->Row().time);
   SetStartTimes(session_, start, session_.PlaybackSamplingRate);
   WriteTimeAxes(session_);
@@ -222,6 +224,7 @@ void Playback::PlayRow(const Statements& run) {
   session_.PlaybackRow = row.key;
   session_.SampleTime = row.time;
   run([&] { TakeValues(row); });
+  session_.Data.hasValues = true;
   DrawRow(run);
   if (!rows_) return;  // a box of a window stood, and the program ends
   run([&] { view_.SetPanel(6, place_.Text(*reader_, platform_.clock.Ticks())); });
