@@ -11,4 +11,12 @@ void CopyDefinition(const Parameter& from, Parameter& to) {
   to.RunningMaximum = before.RunningMaximum;
 }
 
+void CopyDefinitionInFile(const Parameter& from, Parameter& to) {
+  const bool shown = to.GraphVisible;
+  const std::int16_t graph = to.FormIndex;
+  CopyDefinition(from, to);
+  to.GraphVisible = shown;
+  to.FormIndex = graph;
+}
+
 }  // namespace velk

@@ -44,5 +44,8 @@ struct Parameter {
 /// Copies what a parameter is, and leaves the running statistics of `to`: those of a computed channel live in
 /// AdditionalParameters only and go on over edits, stops and starts.
 void CopyDefinition(const Parameter& from, Parameter& to);
+/// The same of a computed channel behind those of a played file: whether it is shown there, and on which graph, says
+/// nothing of `to`.
+void CopyDefinitionInFile(const Parameter& from, Parameter& to);
 
 }  // namespace velk

@@ -79,4 +79,9 @@ inline bool ShowsFile(const Session& session) {
   return session.PlaybackParameterCount != 0;
 }
 
+/// Whether the counts of the session are the file's too: until its playback ends.
+inline bool FileHasItsPlace(const Session& session) {
+  return session.UnitParameters.has_value();
+}
+
 }  // namespace velk

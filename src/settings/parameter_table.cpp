@@ -195,11 +195,23 @@ bool StoreTable(Session& session, const ParameterTable& table) {
   return raised;
 }
 
-void CarryTableBack(Session& session) {
-  if (!session.AcquisitionMode) {
-    for (int i = 1; i <= session.TotalParameters; ++i) session.PlaybackParameters[i] = session.CurrentParameters[i];
-    return;
+namespace {
+
+void CarryFileBack(Session& session) {
+  for (int i = 1; i <= session.TotalParameters; ++i) {
+    const Parameter& shown = session.CurrentParameters[i];
+    const auto formula = static_cast<std::size_t>(std::max(i - session.PlaybackParameterCount, 0));
+    if (formula == 0)
+      session.PlaybackParameters[i] = shown;
+    else if (FileHasItsPlace(session) && formula < session.AdditionalParameters.size())
+      CopyDefinitionInFile(shown, session.AdditionalParameters[formula]);
   }
+}
+
+}  // namespace
+
+void CarryTableBack(Session& session) {
+  if (!session.AcquisitionMode) return CarryFileBack(session);
   ShowNonBlank(session, session.NumberOfParameters);
   for (int i = 1; i <= session.NumberOfParameters; ++i) session.Parameters[i] = session.CurrentParameters[i];
   for (int i = 1; i <= session.TotalParameters - session.NumberOfParameters; ++i) {

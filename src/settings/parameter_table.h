@@ -88,7 +88,7 @@ bool StoreTable(Session& session, const ParameterTable& table);
 
 /// Takes edited CurrentParameters over into what they came from. While AcquisitionMode is set that is the unit's
 /// configuration: who has a name is shown, but of the computed channels those that were included. Else it is what
-/// plays.
+/// plays, and of computed channels the unit's configuration, but for whether and where they are shown.
 void CarryTableBack(Session& session);
 
 }  // namespace velk

@@ -4,6 +4,7 @@
 #include "formula/additional_parameters.h"
 #include "formula/formula_entry.h"
 #include "formula/include_in_graphs.h"
+#include "graphs/parameter_curves.h"
 #include "model/graph_map.h"
 
 namespace velk {
@@ -76,6 +77,23 @@ TEST_F(PlaybackFormulas, ThatAreLeftOutAreHiddenForTheFileOnly) {
   EXPECT_EQ(rig.graphs.windows.count(6), 0u);
   rig.ConnectAndStart();
   EXPECT_TRUE(rig.session.CurrentParameters[4].GraphVisible);
+}
+
+TEST_F(PlaybackFormulas, LeaveNothingInThePlacesOfTheNextFilesChannels) {
+  Add("{a}*2");
+  rig.session.AdditionalParameters[1].Gain = 0;
+  rig.session.AdditionalParameters[1].Wrapping = true;
+  rig.session.AdditionalParameters[1].upperalarm = "1";
+  Choose(Make("one.mdb", Rows("A DOUBLE", {{0, "1"}, {1, "2"}}) + "CREATE TABLE GraphSettings (ParameterName);"
+                                                                  "INSERT INTO GraphSettings VALUES ('A')"));
+  Include({true});
+  for (const int graph : {1, 2}) CarryBack(rig.session, ParameterCurves(rig.session, graph));
+  PlayAll();
+  Choose(FiveChannels());
+  EXPECT_FALSE(rig.session.CurrentParameters[2].Wrapping);
+  EXPECT_EQ(rig.session.CurrentParameters[2].upperalarm, "None");
+  PlayAll();
+  EXPECT_EQ(rig.graphs.windows[2].labels[2], 20.0f) << "as it stands in the file";
 }
 
 TEST_F(PlaybackFormulas, ADefinedOneComesBehindThoseThatAreThere) {

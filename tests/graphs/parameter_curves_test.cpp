@@ -34,15 +34,44 @@ TEST(CarryBack, LeavesTheCurvesOfOtherGraphs) {
 
 TEST(CarryBack, PutsCurvesOfAFileToThoseThatAreSavedForPlayback) {
   Session session;
-  GiveCurves(session, 3);
-  session.NumberOfParameters = 2;
+  GiveCurves(session, 2);
   session.PlaybackParameterCount = 2;
-  session.AdditionalParameters.resize(2);
-  for (int i = 1; i <= 3; ++i) session.CurrentParameters[i].max = 1000 + i;
+  session.UnitParameters = 1;
+  for (int i = 1; i <= 2; ++i) session.CurrentParameters[i].max = 1000 + i;
   CarryBack(session, ParameterCurves(session, 3));
-  for (int i = 1; i <= 3; ++i) EXPECT_EQ(session.PlaybackParameters[i].max, 1000 + i);
+  for (int i = 1; i <= 2; ++i) EXPECT_EQ(session.PlaybackParameters[i].max, 1000 + i);
   EXPECT_EQ(session.Parameters[1].max, 0) << "the unit's set-up is left";
-  EXPECT_EQ(session.AdditionalParameters[1].max, 0);
+}
+
+TEST(CarryBack, PutsComputedChannelsBehindAFileToTheirConfigurationButForTheirGraph) {
+  Session session;
+  GiveCurves(session, 3);
+  session.NumberOfParameters = session.PlaybackParameterCount = 2;
+  session.UnitParameters = 5;
+  session.AdditionalParameters.resize(2);
+  session.AdditionalParameters[1].FormIndex = 6;
+  session.AdditionalParameters[1].AverageCount = 7;
+  session.CurrentParameters[3].max = 1003;
+  session.CurrentParameters[3].Wrapping = true;
+  CarryBack(session, ParameterCurves(session, 3));
+  EXPECT_EQ(session.AdditionalParameters[1].max, 1003);
+  EXPECT_EQ(session.AdditionalParameters[1].FormIndex, 6) << "beside the channels of the unit";
+  EXPECT_FALSE(session.AdditionalParameters[1].GraphVisible);
+  EXPECT_EQ(session.AdditionalParameters[1].AverageCount, 7);
+  EXPECT_FALSE(session.PlaybackParameters[3].Wrapping) << "the place of a channel of the next file";
+  EXPECT_EQ(session.Parameters[3].max, 0);
+}
+
+TEST(CarryBack, LeavesComputedChannelsOnceTheFileHasGivenItsPlaceBack) {
+  Session session;
+  GiveCurves(session, 3);
+  session.PlaybackParameterCount = 2;
+  session.NumberOfParameters = 1;  // of the unit
+  session.AdditionalParameters.resize(2);
+  session.CurrentParameters[3].max = 1003;
+  CarryBack(session, ParameterCurves(session, 3));
+  EXPECT_EQ(session.AdditionalParameters[1].max, 0) << "another template may have been loaded";
+  EXPECT_EQ(session.PlaybackParameters[3].max, 0);
 }
 
 TEST(CarryBack, PassesOverAComputedChannelThatIsGone) {

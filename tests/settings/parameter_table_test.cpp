@@ -285,13 +285,21 @@ TEST_F(ParameterTableTest, KeepsTheStatisticsOfComputedChannels) {
 
 TEST_F(ParameterTableTest, LeavesTheUnitAloneWhileAFileIsPlayed) {
   session.AcquisitionMode = false;
+  session.PlaybackParameterCount = session.NumberOfParameters;
+  session.UnitParameters = 7;
+  session.AdditionalParameters[1].GraphVisible = false;
+  session.AdditionalParameters[1].FormIndex = 9;
   Typed(0, TableColumn::Name, "From the file");
   Typed(2, TableColumn::Name, "Computed");
+  Typed(2, TableColumn::Graph, "4");
   CarryTableBack(session);
   EXPECT_EQ(session.Parameters[1].name, "Pressure");
-  EXPECT_EQ(session.AdditionalParameters[1].name, "Power");
   EXPECT_EQ(session.PlaybackParameters[1].name, "From the file");
-  EXPECT_EQ(session.PlaybackParameters[3].name, "Computed");
+  EXPECT_EQ(session.PlaybackParameters[3].name, "") << "the place of a channel of the next file";
+  EXPECT_EQ(session.AdditionalParameters[1].name, "Computed") << "computed channels are nobody's file";
+  EXPECT_FALSE(session.AdditionalParameters[1].GraphVisible);
+  EXPECT_EQ(session.AdditionalParameters[1].FormIndex, 9) << "beside the channels of the unit";
+  EXPECT_EQ(session.CurrentParameters[3].FormIndex, 4);
 }
 
 }  // namespace
