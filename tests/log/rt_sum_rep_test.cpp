@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
@@ -131,6 +132,46 @@ TEST_F(RTSumRep, RefusesWhatIsNoNumberWhereItStands) {
   EXPECT_EQ(Cell(0, 3), "");
   EXPECT_FALSE(test::FindControl<QLabel>(window, "lblNote")->isVisible());
   EXPECT_EQ(Water(), std::vector<std::string>{""});
+}
+
+TEST_F(RTSumRep, RefusesWhatIsNoNumberWhateverTakesTheFocus) {
+  StartLog(path);
+  Comment("x");
+  Comment("y");
+  QWidget& window = Open();
+  QApplication::setActiveWindow(&window);
+  const auto expectRefused = [&](const char* by) {
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_NE(Entry(), nullptr) << by;
+    EXPECT_EQ(Entry()->text(), "four") << by;
+    EXPECT_FALSE(Entry()->styleSheet().isEmpty()) << by;
+    EXPECT_TRUE(test::FindControl<QLabel>(window, "lblNote")->isVisible()) << by;
+    EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(0, 3)) << by;
+  };
+  const auto cell = [&](int row, int column) { return Grid().visualRect(Grid().model()->index(row, column)).center(); };
+  Type(0, "four");
+  QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, cell(1, 4));
+  expectRefused("another cell");
+  EXPECT_TRUE(Entry()->hasFocus());
+  QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {}, cell(1, 3));
+  expectRefused("an entry in another line");
+  QTest::keyClick(&Grid(), Qt::Key_Down);
+  expectRefused("a key of the grid");
+  test::FindControl<QPushButton>(window, "cmdClose")->setFocus();
+  expectRefused("a button");
+  window.hide();
+  host.Opened<frmRTSumRep>()->RefreshGrid();
+  window.show();
+  expectRefused("the window itself");
+
+  Entry()->setFocus();
+  Entry()->selectAll();
+  QTest::keyClicks(Entry(), "4");
+  EXPECT_FALSE(test::FindControl<QLabel>(window, "lblNote")->isVisible());
+  QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, cell(1, 4));
+  EXPECT_EQ(Water(), (std::vector<std::string>{"4.0", ""}));
+  EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(1, 4));
 }
 
 TEST_F(RTSumRep, LetsOnlyAdditionalFieldsBeEntered) {

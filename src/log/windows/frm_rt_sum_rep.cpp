@@ -35,7 +35,7 @@ frmRTSumRep::frmRTSumRep(WindowHost& host, const ReportAccess& access)
   };
   connect(delegate_, &EntryDelegate::Refused, this, &frmRTSumRep::ShowNote);
   ui_->DataGrid1->setModel(model_);
-  ui_->DataGrid1->setItemDelegate(delegate_);
+  delegate_->Guard(*ui_->DataGrid1);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QWidget::close);
   TranslateForm(*this, host.Words());
   ui_->DataGrid1->setAccessibleName(windowTitle());
@@ -61,7 +61,7 @@ void frmRTSumRep::ReadReport() {
   ui_->lblFile->setToolTip(ToQt(path));
   model_->Show(std::move(report));
   if (isOther) FitColumns();
-  ShowNote(false);
+  ShowNote(delegate_->Refuses());
   if (IsEntering() || model_->rowCount() == 0) return;
   ui_->DataGrid1->setCurrentIndex(model_->index(model_->rowCount() - 1, 0));
   ui_->DataGrid1->scrollToBottom();
