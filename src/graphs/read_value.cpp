@@ -11,6 +11,9 @@ namespace velk {
 
 namespace {
 
+/// A channel's name is whatever the operator calls it; only a language that goes by the English text may know it.
+constexpr int kNoMessage = 0;
+
 /// Rows stand at whole seconds.
 double CutToSecond(double time) {
   const DateParts parts = Split(time);
@@ -32,8 +35,8 @@ std::optional<ReadPoint> ReadValueAt(const Session& session, const ParameterCurv
 }
 
 std::string ReadValueCaption(const Parameter& curve, const ReadPoint& point, const Language& language) {
-  return curve.name + language.In(text::ReadAt) + FormatDate(point.time, "hh:mm:ss") + " : " +
-         Format(point.value, curve.format);
+  return language.Translate(curve.name, kNoMessage) + language.In(text::ReadAt) + FormatDate(point.time, "hh:mm:ss") +
+         " : " + Format(point.value, curve.format);
 }
 
 }  // namespace velk

@@ -80,6 +80,8 @@ TEST(ReadValue, CaptionsNameTimeAndValueByThePictureOfTheCurve) {
   curve.format = "#0.0";
   EXPECT_EQ(ReadValueCaption(curve, {JobStart() + 65 * kSecond, 1204.56F}, English()),
             "Treating Pressure at 09:31:05 : 1204.6");
+  EXPECT_EQ(ReadValueCaption(curve, {JobStart() + 65 * kSecond, 1204.56F}, InBrackets()),
+            "<Treating Pressure>< at >09:31:05 : 1204.6");
 }
 
 }  // namespace velk::test

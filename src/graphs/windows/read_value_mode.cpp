@@ -1,12 +1,13 @@
 #include "graphs/windows/read_value_mode.h"
 
 #include <QMouseEvent>
-#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "graphs/read_value.h"
 #include "graphs/texts.h"
-#include "platform/dialogs/dialogs.h"
+#include "model/help_topics.h"
+#include "model/parameter_questions.h"
 
 namespace velk {
 
@@ -42,12 +43,13 @@ void ReadValueMode::End() {
 /// 0 where none was chosen.
 int ReadValueMode::ChooseCurve() const {
   if (curves_.Count() <= 1) return curves_.Count();
-  ListQuestion question{.title = text::ReadValueTitle, .prompt = text::SelectParameterToRead, .entries = {}};
-  for (int slot = 1; slot <= curves_.Count(); ++slot) question.entries.push_back(curves_.Curve(slot).name);
-  const auto chosen = platform_.dialogs.Choose(question);
-  if (!chosen) return 0;
-  const auto found = std::find(question.entries.begin(), question.entries.end(), *chosen);
-  return found == question.entries.end() ? 0 : static_cast<int>(found - question.entries.begin()) + 1;
+  const int count = curves_.Count();
+  std::vector<std::string> names;
+  for (int slot = 1; slot <= count; ++slot) names.push_back(curves_.Curve(slot).name);
+  const auto slot =
+      AskWhich(platform_.dialogs, text::ReadValueTitle, text::SelectParameterToRead, names, topic::StripChart);
+  // Events have run: the window may have other curves by now.
+  return slot && curves_.Count() == count ? *slot : 0;
 }
 
 bool ReadValueMode::eventFilter(QObject* watched, QEvent* event) {
