@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <memory>
+
 #include "graphs/parameter_curves.h"
 #include "graphs/row_values.h"
 #include "graphs/strip_chart.h"
@@ -20,17 +23,30 @@ class HistoryPage {
   /// Draws the empty frame of the page that begins at `from`; its origin is the minute of that until rows tell another.
   void Picture2_Update2(double from);
   /// Draws the curves of the rows from `from` to `to`. y 0 is the minute of the first row. Gives whether a row stood
-  /// right at `to`. Raises what reading the log raises.
+  /// right at `to`. Raises what reading the log raises; a curve that can't be drawn is left out.
   bool PlotOldData(LogReader& log, double from, double to);
-  /// Draws the curves of the live page, whose y 0 is `origin`, again.
+  /// Draws the curves of the live page, whose y 0 is `origin`, again. Raises as above.
   void ReplotFromLog(LogReader& log, double from, double to, double origin);
+
+  /// The slot of a curve that the last of these has left out; 0 where there is no other.
+  int TakeLeftOut();
+  /// Draws a curve that was left out. Raises what hinders that.
+  void PlotValue2(LogReader& log, int slot);
 
   /// The chart of the page: its TimeOrigin is PageOrigin, the time at y 0.
   StripChart& Chart() { return chart_; }
 
  private:
+  /// What was drawn last.
+  struct Page {
+    double from = 0, to = 0;
+    bool isLive = false;
+  };
+
   void FollowTimes();
-  bool PlotRows(RowSource& rows, RowValues& values, double to);
+  std::unique_ptr<RowSource> RowsOf(LogReader& log, const RowValues& values) const;
+  bool PlotRows(RowSource& rows, RowValues& values, int only);
+  void PlotSegment(int slot, double time, double next, float previous, float value);
   void SayWhatMidnightHides(double from, double to);
 
   const Session& session_;
@@ -39,6 +55,8 @@ class HistoryPage {
   ChartSurfaces surfaces_;
   TimeBase times_;  ///< the length of a row and of the page, as the session has them at each drawing
   StripChart chart_;
+  Page page_;
+  std::array<bool, kSlots> fails_{};  ///< the curves of the page that can't be drawn
 };
 
 }  // namespace velk

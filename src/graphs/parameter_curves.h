@@ -21,8 +21,8 @@ class ParameterCurves : public CurveSource {
 };
 
 /// Copies curves that were edited in CurrentParameters back to where they were configured: Parameters, or
-/// AdditionalParameters behind those. Those of a file that is played back go to PlaybackParameters; computed ones behind
-/// them are the unit's, but for the graph that they stand on, until the unit has its place back.
+/// AdditionalParameters behind those. Those of a file that is played back go to PlaybackParameters; computed ones
+/// behind them are the unit's, but for the graph that they stand on, until the unit has its place back.
 void CarryBack(Session& session, const ParameterCurves& curves);
 
 }  // namespace velk

@@ -55,7 +55,7 @@ float StripChart::Y(double time, double origin) const {
 }
 
 void StripChart::SetBlockPairsPerPage() {
-  if (times_.BlockPairsPerPage == 0) times_.BlockPairsPerPage = BlockPairs();
+  times_.BlockPairsPerPage = BlockPairs();
 }
 
 void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,

@@ -64,7 +64,7 @@ class StripChart {
   /// Draws the frame of a whole page that begins at `from`, on the visible surfaces, both cleared. Its labels stand two
   /// minutes apart, whatever the length of a row. Needs BlockPairsPerPage.
   void Picture2_Update2(double from);
-  /// Works out TimeBase::BlockPairsPerPage if nobody has yet.
+  /// Works out TimeBase::BlockPairsPerPage: another template may have brought other measures.
   void SetBlockPairsPerPage();
 
   /// Time at y = 0; 0 until something was drawn.

@@ -86,8 +86,7 @@ std::vector<int> ColumnsOfChannels(const LogParameters& parameters, const std::s
   std::vector<std::string> names;
   for (const Parameter& channel : parameters.channels) names.push_back(channel.name);
   Placing placing(LogColumnNames(names), parameters.columns);
-  if (placing.without)
-    throw RuntimeError(ErrorNumber::Database, text::NoColumn + (*placing.without + (": " + path)));
+  if (placing.without) throw RuntimeError(ErrorNumber::Database, text::NoColumn + (*placing.without + (": " + path)));
   return std::move(placing.places);
 }
 

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTest>
 #include <set>
@@ -18,7 +19,7 @@ namespace velk::test {
 
 namespace {
 
-constexpr QRgb kRed = 0xFF0000, kBlack = 0;
+constexpr QRgb kRed = 0xFF0000, kGreen = 0x00FF00, kBlack = 0;
 
 /// Whether a picture has a colour at a value of a scale from 0 to 100, give or take a pixel.
 bool HasAt(const QImage& plot, double value, int y, QRgb colour) {
@@ -261,9 +262,57 @@ TEST(GraphHistory, LetsEventsRunBehindAPageWhoseLastRowStandsAtItsEnd) {
 TEST(GraphHistory, TellsWhatHindersAPage) {
   LookedBack job;
   job.Sample(0, 600);
-  job.session.CurrentParameters[1].min = job.session.CurrentParameters[1].max = 7;
-  job.dialogs.Expect("Division by zero - PlotOldData", Answer::Cancel);
+  Connection::Open(job.path, OpenMode::ReadWrite)->Execute("ALTER TABLE logData RENAME TO gone");
+  job.dialogs.Expect(" - PlotOldData", Answer::Cancel);
   job.Bar().setValue(1);
+}
+
+TEST(GraphHistory, LeavesOutACurveThatCannotBeDrawnAndDrawsTheOthers) {
+  LookedBack job(2);
+  job.session.CurrentParameters[2].color = 0x00FF00;
+  job.Sample(0, 600);
+  job.session.CurrentParameters[1].min = job.session.CurrentParameters[1].max = 7;
+  job.dialogs.Expect("Division by zero - PlotValue2", Answer::Cancel);
+  job.Bar().setValue(1);
+  EXPECT_EQ(job.CountOf(kRed), 0);
+  EXPECT_GT(job.CountOf(kGreen), 200);
+}
+
+TEST(GraphHistory, DrawsACurveThatCouldNotBeDrawnOnRetry) {
+  LookedBack well, mended;
+  for (LookedBack* job : {&well, &mended}) job->Sample(0, 600);
+  Parameter& curve = mended.session.CurrentParameters[1];
+  curve.min = curve.max = 7;
+  mended.dialogs.Expect("Division by zero - PlotValue2", Answer::Retry, [&] {
+    curve.min = 0;
+    curve.max = 100;
+  });
+  for (LookedBack* job : {&well, &mended}) job->Bar().setValue(1);
+  EXPECT_EQ(mended.Plot(), well.Plot());
+}
+
+TEST(GraphHistory, StaysAliveWhereItsWindowIsClosedBehindAPage) {
+  LookedBack job;
+  job.Sample(0, 600);
+  const QPointer<GraphFormNew> form(&job.Form());
+  job.clock.onYield = [&] {
+    if (!form->parentWidget()->isVisible()) return;
+    form->parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(form.isNull()) << "its page is on the stack";
+  };
+  job.Bar().setValue(2);  // the page from 09:32 to 09:36, where a row stands
+  job.clock.onYield = nullptr;
+  EXPECT_EQ(job.session.GraphForms[3], nullptr);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(form.isNull());
+}
+
+TEST(GraphHistory, HasPagesOfTheLengthThatItsNewWindowsHave) {
+  LookedBack job;
+  job.session.MaximumTime = 7200;  // as another template has it
+  job.windows.CreateGraphWindows();
+  EXPECT_EQ(job.session.Times.BlockPairsPerPage, 2);
 }
 
 // --- Repainting ---
@@ -361,6 +410,19 @@ TEST(GraphReadValue, AsksWhichCurveWhereThereAreSeveral) {
   EXPECT_EQ(job.Caption(), "Pressure 3 at 09:30:50 : 50.000");
 }
 
+TEST(GraphReadValue, TellsCurvesOfOneNameApart) {
+  LookedBack job(2);
+  for (int i = 1; i <= 2; ++i) job.session.CurrentParameters[i].name = "Pressure";
+  job.Append(0, {10, 20});
+  job.session.SampleTime = job.session.Times.LastPlotTime = JobStart() + 5 * kSecond;
+  job.Form().Picture2_Update(JobStart(), JobStart() + 120 * kSecond);
+  job.dialogs.ExpectChoice("Read Value from Graph", "2: Pressure");
+  job.Key("ReadValue").trigger();
+  EXPECT_EQ(job.dialogs.listsAsked.back().entries, (Calls{"1: Pressure", "2: Pressure"}));
+  job.MoveMouse(0);
+  EXPECT_EQ(job.Caption(), "Pressure at 09:30:00 : 20.000");
+}
+
 TEST(GraphReadValue, IsOfferedOnlyWhileALogIsOpen) {
   LookedBack job;
   EXPECT_TRUE(job.Key("ReadValue").isEnabled());
@@ -403,6 +465,23 @@ TEST(GraphComment, IsLeftWithEscAndLeavesNothing) {
   EXPECT_EQ(job.Find<QLineEdit>("Text1")->text(), "");
   job.TypeComment("");
   EXPECT_TRUE(job.open.Comments({}).empty());
+}
+
+TEST(GraphComment, KeepsItsWindowAliveWhereThatIsClosedBehindIt) {
+  LookedBack job;
+  job.Sample(0, 100);
+  const QPointer<GraphFormNew> form(&job.Form());
+  job.Key("AddComment").trigger();
+  job.clock.onYield = [&] {
+    form->parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(form.isNull()) << "its box is on the stack";
+  };
+  job.TypeComment("Pump on");
+  job.clock.onYield = nullptr;
+  EXPECT_EQ(job.open.Comments({}).size(), 1U);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(form.isNull());
 }
 
 TEST(GraphComment, NeedsAFile) {

@@ -23,6 +23,7 @@ void GraphFormNew::BindToolbar() {
   toolbar_->Bind("AddComment", [this] { AddComment(); });
   toolbar_->Bind("ReadValue", [this] { ReadValue(); });
   commentBox_->onDone = [this](const QString& comment) {
+    const Stay stay(*this);
     setFocus();
     AddTheComment(FromQt(comment));
     if (log_ != nullptr && log_->onReportChanged) log_->onReportChanged();
@@ -52,6 +53,7 @@ void GraphFormNew::keyPressEvent(QKeyEvent* event) {
 }
 
 void GraphFormNew::ReadValue() {
+  const Stay stay(*this);
   readValue_->Press();
   toolbar_->SetPressed("ReadValue", readValue_->IsOn());
 }

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "base/scope.h"
 #include "graphs/windows/chart_fonts.h"
 #include "i18n/windows/translate_form.h"
 #include "model/graph_map.h"
@@ -22,8 +21,7 @@ constexpr int kResizeSettled = 500;  ///< ms
 }  // namespace
 
 /// Runs one statement that has changed nothing when it fails. A success costs nothing: the box, and what it needs, come
-/// with the failure. Gives whether it succeeded. The window stays alive while its box stands: events run behind it, and
-/// one may close the window.
+/// with the failure. Gives whether it succeeded.
 template <class Statement>
 bool GraphFormNew::Operation(const char* procedure, Statement&& statement, const OperatorText& title) {
   try {
@@ -31,15 +29,13 @@ bool GraphFormNew::Operation(const char* procedure, Statement&& statement, const
     return true;
   } catch (const std::exception&) {  // runs again below, where its text is shown
   }
-  ++standing_;
-  const OnLeaving left([this] {
-    if (--standing_ == 0 && deleteWhenDone_) DeleteWindow();
-  });
+  const Stay stay(*this);
   return RunProcedure({platform_.dialogs, procedure, title}, [&](auto run) { run(statement); });
 }
 
 bool GraphFormNew::RunStatement(const char* procedure, const std::function<void()>& statement,
                                 const OperatorText& title) {
+  const Stay stay(*this);
   return Operation(procedure, statement, title);
 }
 

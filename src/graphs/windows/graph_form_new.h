@@ -77,6 +77,20 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  /// Keeps the window alive to the end of a scope in which events run: one may close it.
+  class Stay {
+   public:
+    explicit Stay(GraphFormNew& form) : form_(form) { ++form_.standing_; }
+    ~Stay() {
+      if (--form_.standing_ == 0 && form_.deleteWhenDone_) form_.DeleteWindow();
+    }
+    Stay(const Stay&) = delete;
+    Stay& operator=(const Stay&) = delete;
+
+   private:
+    GraphFormNew& form_;
+  };
+
   template <class Statement>
   bool Operation(const char* procedure, Statement&& statement, const OperatorText& title = {});
   bool RunStatement(const char* procedure, const std::function<void()>& statement, const OperatorText& title = {});
@@ -109,7 +123,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   std::unique_ptr<Timer> storeHeader_;  ///< a resize has settled
   bool LayoutDone_ = false;             ///< the layout of the first load is finished
   bool loaded_ = false;
-  int standing_ = 0;  ///< error boxes of this window that stand
+  int standing_ = 0;  ///< what is on the stack of this window, with events below it
   bool deleteWhenDone_ = false;
 };
 

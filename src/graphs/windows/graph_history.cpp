@@ -85,7 +85,15 @@ void GraphHistory::PlotScrolledGraph() {
   if (!run_("PlotScrolledGraph", [&] { StepBack(); }) || !DrawPage() || yielding_) return;
   yielding_ = true;
   const OnLeaving left([this] { yielding_ = false; });
-  platform_.clock.Yield();
+  run_("PlotScrolledGraph", [&] { platform_.clock.Yield(); });
+}
+
+/// A segment that can't be drawn costs its own curve only.
+void GraphHistory::PlotLeftOut() {
+  while (const int slot = page_.TakeLeftOut())
+    run_("PlotValue2", [&] {
+      if (OpenLog* log = Log()) page_.PlotValue2(log->Reader(), slot);
+    });
 }
 
 bool GraphHistory::DrawPage() {
@@ -94,6 +102,7 @@ bool GraphHistory::DrawPage() {
   run_("Picture2_Update2", [&] { page_.Picture2_Update2(scrollStart_); });
   if (OpenLog* log = Log()) {
     run_("PlotOldData", [&] { reachesEnd = page_.PlotOldData(log->Reader(), scrollStart_, scrollEnd_); });
+    PlotLeftOut();
     run_("InsertComments", [&] {
       const auto comments = log->Comments(CommentsOfPage(page_.Chart().TimeOrigin(), scrollEnd_));
       InsertComments(view_.Surfaces().Pic2, page_.Chart(), comments, scrollEnd_);
@@ -128,6 +137,7 @@ void GraphHistory::RepaintLivePage() {
   const double from = session_.Times.GraphPageTime;
   if (log == nullptr || from == 0 || chart.TimeOrigin() == 0) return;
   run_("PlotOldData", [&] { page_.ReplotFromLog(log->Reader(), from, session_.SampleTime, chart.TimeOrigin()); });
+  PlotLeftOut();
   run_("InsertComments",
        [&] { InsertComments(view_.Surfaces().Pic2, chart, log->Comments(CommentsFrom(from)), session_.SampleTime); });
   view_.ScheduleRefresh();

@@ -17,7 +17,8 @@ namespace velk {
 ///   history, bar below its maximum    the chart draws on Picture2 and Pic3_Hidden; the page comes from the log
 class GraphHistory {
  public:
-  /// Runs a statement of a procedure of that name, and tells of its failure; gives whether it succeeded.
+  /// Runs a statement of a procedure of that name, and tells of its failure; gives whether it succeeded. Events may run
+  /// in it: what stands around the window outlives it.
   using Run = std::function<bool(const char* procedure, const std::function<void()>& statement)>;
 
   /// All that is given by reference outlives it. Where there is no log, nothing can be drawn again.
@@ -47,6 +48,7 @@ class GraphHistory {
   void StepBack();
   void ReturnToPresent();
   bool DrawPage();
+  void PlotLeftOut();
   void RepaintLivePage();
 
   const Session& session_;
