@@ -15,13 +15,6 @@ inline constexpr MessageText AcquiringDataError{2021, "Acquiring data ... error"
 inline constexpr MessageText RowsMissing{2022, "Rows not recorded: "};
 inline constexpr MessageText NoDriver{2023, "This protocol has no driver: no values will come."};
 
-// What a wait for lines has heard, beneath the text of its time-out
-inline constexpr MessageText HeardNothing{2604, "Nothing was heard. Is the unit switched on, and is this its cable?"};
-inline constexpr MessageText HeardBytes{2605, "Bytes heard: "};
-inline constexpr MessageText HeardNoLineEnd{2606, ", but no end of a line. Are the speed and the line end right?"};
-inline constexpr MessageText HeardOneLineEnd{2607, ", but no second end of a line. Is the unit sending on?"};
-inline constexpr MessageText HeardRejected{2608, "The last line was rejected: "};
-
 // The data panel; a number or a time stands between
 inline constexpr MessageText SamplesPerSecond{2574, " samples/s"};
 inline constexpr MessageText SamplesPerMinute{2575, " samples/min"};

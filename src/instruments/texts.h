@@ -17,6 +17,17 @@ inline constexpr MessageText InvalidHandshake{7, "Invalid hand shaking is suppli
 inline constexpr MessageText TimeOutCheckSettings{74, "Time Out Error, check hardware settings"};
 inline constexpr MessageText TimeOutTitle{75, "Time Out Error"};
 
+// What a wait for lines or answers has heard, beneath the text of its time-out; the name of a channel stands behind
+inline constexpr MessageText HeardNothing{2604, "Nothing was heard. Is the unit switched on, and is this its cable?"};
+inline constexpr MessageText HeardBytes{2605, "Bytes heard: "};
+inline constexpr MessageText HeardNoLineEnd{2606, ", but no end of a line. Are the speed and the line end right?"};
+inline constexpr MessageText HeardOneLineEnd{2607, ", but no second end of a line. Is the unit sending on?"};
+inline constexpr MessageText HeardRejected{2608, "The last line was rejected: "};
+inline constexpr MessageText HeardNoSoundLine{2760, ", but no line that passes the check of its protocol."};
+inline constexpr MessageText NoAnswerFor{2761, "No answer for the channel "};
+inline constexpr MessageText NoCommandFor{2762,
+                                          "No command is entered in Edit Settings, Serial Port, for the channel "};
+
 // Calibration, and the reset of an instrument's value
 inline constexpr MessageText CalibrationDivision{70, "Division by zero"};
 inline constexpr MessageText ResetValueTitle{2430, "Reset Parameter Value"};

@@ -58,8 +58,14 @@ TEST_F(Polled, AnInstrumentThatDoesNotAnswerIsToldAndPausedAndResumeIsEnough) {
   Use(protocol::SentWhenRequested);
   rig.session.TheTimeOut = 2;
   ConnectAndStart();
+  rig.session.Parameters[1].name = "Pressure";
+  rig.session.Parameters[1].CommandString = "P?\r";
   rig.dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
   rig.clock.Advance(4000);
+  EXPECT_EQ(rig.dialogs.shown.back().text,
+            "Time Out Error, check hardware settings\n\nCom Port 1: " + PortDevice(rig.settings, 1) +
+                "\nNothing was heard. Is the unit switched on, and is this its cable?\n"
+                "No answer for the channel Pressure");
   EXPECT_EQ(rig.session.CurrentStatus.english, "Acquiring Paused");
   EXPECT_FALSE(rig.session.StopRequested);
   EXPECT_FALSE(rig.timers.Timer1->Enabled());

@@ -29,6 +29,9 @@ TEST(ScaleOf, IsNoneForEqualReadings) {
   EXPECT_FALSE(ScaleOf({{{0, 4}, {100, 4}}}));
 }
 
+const std::string kTimeOut =
+    std::string("Time Out Error, check hardware settings\n\nCom Port 1: ") + test::kDevice + "\n";
+
 /// A link to an instrument that a calibration reads.
 class ReadingReferences : public test::LinkTest {
  protected:
@@ -131,14 +134,44 @@ TEST_F(ReadingReferences, TellATimeOut) {
   EXPECT_EQ(Read(1), std::nullopt);
   EXPECT_NEAR(static_cast<double>(clock.Ticks() - begun), 5000, 50);
   EXPECT_EQ(dialogs.shown.back().title, "Time Out Error");
+  EXPECT_EQ(dialogs.shown.back().text, kTimeOut + "Nothing was heard. Is the unit switched on, and is this its cable?");
   EXPECT_FALSE(session.StopRequested);
+}
+
+TEST_F(ReadingReferences, TellWhatWasHeardAheadOfATimeOut) {
+  session.SerialData = "formatted and at regular intervals";
+  clock.onYield = [this] {
+    if (plain.open && lineNumber++ == 0) plain.Receive("12:00:00,1");
+  };
+  dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  EXPECT_EQ(Read(1), std::nullopt);
+  EXPECT_EQ(dialogs.shown.back().text,
+            kTimeOut + "Bytes heard: 10, but no end of a line. Are the speed and the line end right?");
+}
+
+TEST_F(ReadingReferences, TellThatNoLinePassedTheCheckOfItsProtocol) {
+  Formatted();
+  session.NumberOfParameters = 3;  // a line has two values
+  dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  EXPECT_EQ(Read(1), std::nullopt);
+  EXPECT_TRUE(dialogs.shown.back().text.starts_with(kTimeOut + "Bytes heard: "));
+  EXPECT_TRUE(dialogs.shown.back().text.ends_with(", but no line that passes the check of its protocol."));
 }
 
 TEST_F(ReadingReferences, TellATimeOutOfAnInstrumentThatIsAsked) {
   session.SerialData = "sent when requested";
   session.Parameters[1].CommandString = "A?\r";
+  session.Parameters[1].name = "Pressure";
+  const std::string silence = kTimeOut + "Nothing was heard. Is the unit switched on, and is this its cable?\n";
   dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
   EXPECT_EQ(Read(1), std::nullopt);
+  EXPECT_EQ(dialogs.shown.back().text, silence + "No answer for the channel Pressure");
+
+  session.Parameters[1].CommandString.clear();
+  dialogs.Expect("Time Out Error, check hardware settings", Answer::Ok);
+  EXPECT_EQ(Read(1), std::nullopt);
+  EXPECT_EQ(dialogs.shown.back().text,
+            silence + "No command is entered in Edit Settings, Serial Port, for the channel Pressure");
 }
 
 TEST_F(ReadingReferences, OpenThePortWithTheSettingsAndGiveItBack) {

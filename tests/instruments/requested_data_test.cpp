@@ -70,6 +70,8 @@ TEST_F(RequestedData, RunsOutOfTimeBehindTheTimeOutOfTheParameter) {
   const RequestedLine requested = Ask();
   EXPECT_EQ(requested.line, "");
   EXPECT_TRUE(requested.timedOut);
+  EXPECT_EQ(requested.parameter, 2);
+  EXPECT_EQ(requested.heard.bytes, 6) << "of its answer, without those of the one before";
   EXPECT_TRUE(session.StopRequested);
   // Five seconds from the beginning of the second parameter, which began at 210 and the few yields of the first.
   EXPECT_EQ(clock.Ticks(), 210 + 5001);

@@ -1,8 +1,8 @@
 #include "core/sources/line_source.h"
 
-#include "core/sources/heard.h"
 #include "core/sources/port_check.h"
 #include "core/texts.h"
+#include "instruments/reading/heard.h"
 #include "instruments/reading/line_length.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
@@ -51,8 +51,8 @@ Values LineSource::Learn(const Statements& run, PortTurn& port) {
   if (outcome != LineLength::TimedOutCheckHardware && outcome != LineLength::TimedOutCheckSettings) return Values::Left;
   const bool lineEnd = outcome == LineLength::TimedOutCheckSettings;
   const MessageText text = lineEnd ? text::TimeOutCheckSettings : text::TimeOutCheckHardware;
-  platform_.dialogs.Message({TimeOutText(text, session_, link_, {reader.BytesRead(), lineEnd}), text::TimeOutTitle,
-                             Buttons::Ok, BoxIcon::Critical});
+  platform_.dialogs.Message({TimeOutText(text, link_.PortInUse(), session_, {reader.BytesRead(), lineEnd}),
+                             text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
   return Values::Left;
 }
 

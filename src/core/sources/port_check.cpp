@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/sources/heard.h"
 #include "core/texts.h"
+#include "instruments/reading/heard.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
 #include "platform/dialogs/dialogs.h"
@@ -37,8 +37,9 @@ void CheckPort(Session& session, const Platform& platform, Link& link) {
   link.ClosePlainPort();
   link.SetODataCom();
   if (link.ODataCom1.IsOpen() && !WaitForLine(session, platform.clock, link) && !session.StopRequested)
-    platform.dialogs.Message({TimeOutText(text::TimeOutCheckHardware, session, link, {link.ODataCom1.BytesHeard()}),
-                              text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+    platform.dialogs.Message(
+        {TimeOutText(text::TimeOutCheckHardware, link.PortInUse(), session, {link.ODataCom1.BytesHeard()}),
+         text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
 }
 
 }  // namespace velk

@@ -32,7 +32,7 @@ Values TickedSource::Poll(const Statements& run, PortTurn& port) {
 /// Where the end of a frame may begin the next one, the end that was left in the port may stand ahead of a beginning of
 /// the frame's own: between the two is no frame.
 std::string TickedSource::ReadLine(PortTurn& port) {
-  if (!ProtocolOf(session_).frameBeginsAtEnd) return road_.LineDecoders().ReadPolled(port);
+  if (!ProtocolOf(session_).frameBeginsAtEnd) return road_.LineDecoders().ReadPolled(port, link_.PortInUse());
   while (link_.MSComm1->Peek().starts_with("\r\r")) link_.MSComm1->Read(1);
   std::string line = road_.LineDecoders().ReadPolled(port);
   if (line.size() > 1 && line.front() == '\r') line.erase(0, 1);

@@ -17,15 +17,15 @@ namespace {
 /// Reads frames of one instrument. An empty frame ends the reading.
 class FrameReader {
  public:
-  FrameReader(Session& session, const Platform& platform, SerialPort& port)
-      : session_(session), platform_(platform), reader_(port, platform.clock, session) {}
+  FrameReader(Session& session, const Platform& platform, const Link& link)
+      : session_(session), platform_(platform), link_(link), reader_(*link.MSComm1, platform.clock, session) {}
 
   std::string Next() { return ProtocolOf(session_).hasCommands ? AskedFrame() : SentLine(); }
 
  private:
   std::string AskedFrame() {
     const RequestedLine answered = Requested_data(reader_.Port(), platform_.clock, session_);
-    if (answered.timedOut) TellTimeOut();
+    if (answered.timedOut) Tell(RequestTimeOutText(link_.PortInUse(), session_, answered));
     return answered.line;
   }
 
@@ -33,13 +33,16 @@ class FrameReader {
   std::string SentLine() {
     const TimeLimit limit(platform_.clock, session_);
     if (session_.FormattedLineLength == 0 && !LearnLength(limit)) return {};
-    for (;;) {
+    Heard heard;
+    const std::int64_t heardBefore = reader_.BytesRead();
+    for (;; heard.rejected = true) {
       std::string line;
       const auto ends = [&](const std::string& text) {
         return !session_.Terminator.empty() && text.ends_with(session_.Terminator);
       };
       const Reading reading = reader_.ReadUntil(line, ends, [&] { return limit.IsExceeded(); });
-      if (reading == Reading::GivenUp) TellTimeOut();
+      heard.bytes = reader_.BytesRead() - heardBefore;
+      if (reading == Reading::GivenUp) TellTimeOut(heard);
       if (reading != Reading::Whole) return {};
       NationalOilWell(line = CleanUp(std::move(line)), session_);
       if (!line.starts_with(session_.Terminator)) return line;
@@ -48,18 +51,23 @@ class FrameReader {
 
   bool LearnLength(const TimeLimit& limit) {
     const LineLength learned = LearnLineLength(reader_, session_, limit);
-    const bool timedOut = learned == LineLength::TimedOutCheckHardware || learned == LineLength::TimedOutCheckSettings;
-    if (timedOut) TellTimeOut();
+    const bool lineEnd = learned == LineLength::TimedOutCheckSettings;
+    if (lineEnd || learned == LineLength::TimedOutCheckHardware) TellTimeOut({reader_.BytesRead(), lineEnd});
     return learned == LineLength::Learned;
   }
 
-  void TellTimeOut() {
+  void TellTimeOut(const Heard& heard) {
+    Tell(TimeOutText(text::TimeOutCheckSettings, link_.PortInUse(), session_, heard));
+  }
+
+  void Tell(const OperatorText& shown) {
     session_.StopRequested = true;
-    platform_.dialogs.Message({text::TimeOutCheckSettings, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+    platform_.dialogs.Message({shown, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
   }
 
   Session& session_;
   const Platform& platform_;
+  const Link& link_;
   PortReader reader_;
 };
 
@@ -89,7 +97,7 @@ std::optional<double> ReadReference(Session& session, const Platform& platform, 
   if (!link.OpenPlainPort(static_cast<Handshake>(session.Handshake))) return std::nullopt;
   std::optional<double> last;
   RunProcedure({platform.dialogs, "Timer1_Timer"}, [&](const Statements&) {
-    FrameReader frames(session, platform, *link.MSComm1);
+    FrameReader frames(session, platform, link);
     for (int round = 0; round < kReferenceReadings && !session.StopRequested; ++round) {
       const std::string frame = frames.Next();
       if (frame.empty()) return;

@@ -17,6 +17,7 @@ struct Decoding {
   Clock& clock;
   Dialogs& dialogs;
   OwnUnitDecoder& ownUnit;
+  OperatorText portInUse = {};  ///< with its device, for what is told of a wait that was in vain
 };
 
 /// A procedure that brings what an instrument sends into the common form: a time, then the delimiter and a value a

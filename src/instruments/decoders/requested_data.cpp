@@ -32,13 +32,15 @@ RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session) {
     port.ClearInput();
     port.Write(session.Parameters[i].CommandString);
     std::string answer;
+    const std::int64_t heardBefore = reader.BytesRead();
     const auto ends = [&](std::string& text) {
       KeepShort(text);
       return text.ends_with('\n');
     };
     const Reading reading = reader.ReadUntil(answer, ends, [&] { return limit.IsExceeded(); });
     if (reading == Reading::GivenUp) session.StopRequested = true;
-    if (reading != Reading::Whole) return {{}, reading == Reading::GivenUp};
+    if (reading != Reading::Whole)
+      return {{}, reading == Reading::GivenUp, i, {.bytes = reader.BytesRead() - heardBefore}};
     TakeOffLineEnds(answer);
     line.append(session.Delimiter).append(answer);
   }
@@ -47,12 +49,20 @@ RequestedLine Requested_data(SerialPort& port, Clock& clock, Session& session) {
   return {line + session.Terminator};
 }
 
+OperatorText RequestTimeOutText(const OperatorText& port, const Session& session, const RequestedLine& requested) {
+  const Parameter& asked = session.Parameters[static_cast<std::size_t>(requested.parameter)];
+  const MessageText& wanting = asked.CommandString.empty() ? text::NoCommandFor : text::NoAnswerFor;
+  return TimeOutText(text::TimeOutCheckSettings, port, session, requested.heard) + "\n" + wanting +
+         (asked.name.empty() ? std::to_string(requested.parameter) : asked.name);
+}
+
 namespace {
 
 std::string ReadRequested(PortReader& reader, const Decoding& with) {
   const RequestedLine requested = Requested_data(reader.Port(), with.clock, with.session);
   if (requested.timedOut)
-    with.dialogs.Message({text::TimeOutCheckSettings, text::TimeOutTitle, Buttons::Ok, BoxIcon::Critical});
+    with.dialogs.Message({RequestTimeOutText(with.portInUse, with.session, requested), text::TimeOutTitle, Buttons::Ok,
+                          BoxIcon::Critical});
   return requested.line;
 }
 

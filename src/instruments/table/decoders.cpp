@@ -15,10 +15,11 @@ void Decoders::DecodeDelivered(std::string& line) {
   if (decoder.check) decoder.check(line, with_);
 }
 
-std::string Decoders::ReadPolled(SerialPort& port) {
+std::string Decoders::ReadPolled(SerialPort& port, const OperatorText& portInUse) {
   const Decoder& decoder = PolledDecoder(session_);
   std::string line;
   if (!decoder.read) return line;
+  with_.portInUse = portInUse;
   PortReader reader(port, platform_.clock, session_);
   RunProcedure({platform_.dialogs, std::string(decoder.procedure)},
                [&](const Statements& run) { line = run([&] { return decoder.read(reader, with_); }); });

@@ -23,14 +23,14 @@ class Decoders {
 
   /// Reads one sample from the plain port; empty where there is none. Waits for the instrument, letting events run,
   /// until it is there, out of time, or StopRequested. SampleTime is set already. Shows its own boxes: the time-out,
-  /// and faults of the port under the decoder's name.
-  std::string ReadPolled(SerialPort& port);
+  /// and faults of the port under the decoder's name. `portInUse` is told with a time-out.
+  std::string ReadPolled(SerialPort& port, const OperatorText& portInUse = {});
 
  private:
   Session& session_;
   Platform platform_;
   OwnUnitDecoder ownUnit_;
-  Decoding with_{session_, platform_.clock, platform_.dialogs, ownUnit_};
+  Decoding with_{session_, platform_.clock, platform_.dialogs, ownUnit_, {}};
 };
 
 }  // namespace velk
