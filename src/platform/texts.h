@@ -29,6 +29,7 @@ inline constexpr MessageText BadLinesAfter{2539, " can't be read"};
 inline constexpr MessageText SectionChanged{2540, " is not as it was written"};
 inline constexpr MessageText SectionsChanged{2541, " are not as they were written"};
 inline constexpr MessageText SectionsMissing{2542, "sections missing: "};
+inline constexpr MessageText FileLastLineOpen{2763, "the last line has no end; the values are used"};
 
 // A full disk; between the parts the path and a number
 inline constexpr MessageText NoRoomBefore{2543, "The disk has no room to open ["};

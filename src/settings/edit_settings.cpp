@@ -52,6 +52,7 @@ void mnuEditLoadTemplate_Click(const EditSettings& edit) {
     if (!name) return;
     if (!IsSureToLoad(edit)) return;
     run([&] { LoadTemplate(edit.session, edit.platform.settings, edit.platform.language, *name); });
+    ShowProblems(edit, edit.platform.settings.TakeProblems());
     if (NamesOwnUnit(edit.session)) edit.resetConnection();
     if (WaitsForNewStart(edit.session)) edit.offerNewStart();
   });

@@ -215,11 +215,36 @@ TEST(IniFile, GivesKeysAheadOfTheFirstHeaderToNoSection) {
   EXPECT_EQ(file.Find("", "k"), nullptr);
 }
 
-TEST(IniFile, DoesNotTrustALastLineWithoutAnEnd) {
-  const IniFile file("[A]\nmin=1\nmax=10");  // was 1000 before the file was cut off
+TEST(IniFile, DoesNotTrustALastLineWithoutAnEndWhereTheEndOfTheFileIsMissing) {
+  const IniFile file(kFirst + "[A]\nmin=1\nmax=10");  // was 1000 before the file was cut off
   EXPECT_EQ(file.Find("A", "max"), nullptr);
   EXPECT_EQ(ValueOf(file, "A", "min"), "1");
+  EXPECT_EQ(file.BadLines(), std::vector<int>{4});
+  EXPECT_FALSE(file.IsLastLineOpen());
+}
+
+TEST(IniFile, UsesALastLineThatAnEditorLeftWithoutAnEndAndTellsIt) {
+  const std::string section = "[A]\nmin=1\n";
+  const std::string closing = kLast.substr(0, kLast.size() - 1);
+  for (const std::string& text : {section + "max=10", kFirst + section + kLast + "max=10"}) {
+    const IniFile file(text);
+    EXPECT_EQ(ValueOf(file, "A", "max"), "10") << text;
+    EXPECT_EQ(ValueOf(file, "A", "min"), "1") << text;
+    EXPECT_TRUE(file.IsLastLineOpen()) << text;
+    EXPECT_TRUE(file.BadLines().empty()) << text;
+    EXPECT_FALSE(file.IsCutOff()) << text;
+  }
+  const IniFile withoutChecks(kFirst + section + closing);
+  EXPECT_EQ(ValueOf(withoutChecks, "A", "min"), "1");
+  EXPECT_TRUE(withoutChecks.IsLastLineOpen());
+  EXPECT_TRUE(withoutChecks.BadLines().empty());
+  EXPECT_FALSE(IniFile(kFirst + section + kLast).IsLastLineOpen());
+}
+
+TEST(IniFile, TellsALastLineWithoutAnEndThatItCannotReadAsItTellsAnyOther) {
+  const IniFile file("[A]\nmin=1\nnonsense");
   EXPECT_EQ(file.BadLines(), std::vector<int>{3});
+  EXPECT_FALSE(file.IsLastLineOpen());
 }
 
 TEST(IniFile, TellsAFileThatWasCutOffBetweenLines) {
@@ -232,7 +257,8 @@ TEST(IniFile, TellsAFileThatWasCutOffBetweenLines) {
   EXPECT_TRUE(IniFile(text).BadLines().empty());
   for (std::size_t length = 1; length < text.size() - 1; ++length) {
     const IniFile cut(text.substr(0, length));
-    EXPECT_TRUE(cut.IsCutOff() || !cut.BadLines().empty() || !cut.ChangedSections().empty()) << length;
+    const bool isTold = cut.IsCutOff() || !cut.BadLines().empty() || !cut.ChangedSections().empty();
+    EXPECT_TRUE(isTold || cut.IsLastLineOpen()) << length;
     for (const auto& [key, value] : {std::pair("min", "1"), std::pair("max", "1000")}) {
       const std::string* found = cut.Find("A", key);
       EXPECT_TRUE(!found || *found == value) << length;

@@ -174,6 +174,24 @@ TEST(SettingsStore, TellsAnUnreadableLineAndUsesTheOthers) {
   EXPECT_TRUE(store.TakeProblems().empty());
 }
 
+TEST(SettingsStore, UsesAFileThatWasEditedByHandAndHasNoEndInItsLastLineAndSaysSo) {
+  const MemoryFolder folder;
+  const std::string byHand = "[General]\nTheTimeOut=7\n[Protocol]\nBaudRate=19200";
+  folder.Write("VELK2.ini", byHand);
+  SettingsStore store(folder.Path());
+  EXPECT_EQ(store.Get("VELK2", "Protocol", "BaudRate", "9600"), "19200");
+  const std::vector<std::string> told = {folder.Path("VELK2.ini") + ": the last line has no end; the values are used"};
+  EXPECT_EQ(InEnglish(store.TakeProblems()), told);
+  store.RequireWhole("VELK2");
+  EXPECT_EQ(InEnglish(store.TakeProblems()), told) << "also where all of it is required, as of a template";
+  store.Save("VELK2", "General", "TheTimeOut", "8");
+  store.Flush();
+  EXPECT_EQ(folder.Read("VELK2.ini.damaged"), byHand);
+  SettingsStore again(folder.Path());
+  EXPECT_EQ(again.Get("VELK2", "Protocol", "BaudRate", "9600"), "19200");
+  EXPECT_TRUE(again.TakeProblems().empty());
+}
+
 TEST(SettingsStore, CopiesADamagedFileAsideBeforeWritingOverIt) {
   const MemoryFolder folder;
   const std::string damaged = std::string("[General]\nTheTimeOut=7\n\0\xFF", 24) + "\n";

@@ -231,6 +231,16 @@ TEST_F(EditSettingsTest, NamesWhatATemplateReplacesAndKeepsItOnNo) {
   EXPECT_EQ(session_.NumberOfParameters, 18);
 }
 
+TEST_F(EditSettingsTest, LoadsATemplateThatAnEditorLeftWithoutAnEndInItsLastLineAndSaysSo) {
+  session_.TemplateNames = {"", "Job"};
+  folder_.Write("VELKJob.ini", "[General]\nTheTimeOut=9");
+  Choose("Job");
+  dialogs_.Expect(kReplaces, Answer::Yes);
+  dialogs_.Expect("VELKJob.ini: the last line has no end; the values are used", Answer::Ok);
+  mnuEditLoadTemplate_Click(edit_);
+  EXPECT_EQ(session_.TheTimeOut, 9);
+}
+
 TEST_F(EditSettingsTest, SaysThatATemplateWithAdditionalParametersIsNotForLoading) {
   session_.NumberOfFormulae = 1;
   session_.AdditionalParameters.resize(2);

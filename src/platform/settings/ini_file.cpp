@@ -97,8 +97,7 @@ IniFile::IniFile(std::string_view bytes) {
     const std::size_t length = bytes.find('\n');
     const std::string_view line = bytes.substr(0, length);
     if (length == std::string_view::npos) {
-      // A last line without an end may be half a value.
-      if (!ReadEndLine(line, reading) || !reading.checks) badLines_.push_back(reading.lineNumber);
+      ReadOpenLine(line, reading);
       break;
     }
     ReadLine(line, reading);
@@ -106,6 +105,21 @@ IniFile::IniFile(std::string_view bytes) {
   }
   cutOff_ = reading.ours && !reading.ended;
   CompareChecks(reading);
+}
+
+void IniFile::ReadOpenLine(std::string_view line, Reading& reading) {
+  if (ReadEndLine(line, reading)) {
+    lastLineOpen_ = !reading.checks;
+    return;
+  }
+  const bool beginsOurs = reading.lineNumber == 1 && kFirstLine.starts_with(line);
+  if (beginsOurs || (reading.ours && !reading.ended)) {
+    badLines_.push_back(reading.lineNumber);
+    return;
+  }
+  const std::size_t badBefore = badLines_.size();
+  ReadLine(line, reading);
+  lastLineOpen_ = badLines_.size() == badBefore;
 }
 
 void IniFile::CompareChecks(const Reading& reading) {

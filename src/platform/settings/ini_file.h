@@ -42,6 +42,9 @@ class IniFile {
   /// No section and no line is left.
   bool IsEmpty() const;
 
+  /// The last line has no end, as editors leave it, and was used. Where it may be half a value, since the end of the
+  /// file is missing too, it is a bad line.
+  bool IsLastLineOpen() const { return lastLineOpen_; }
   /// Numbers of the lines that could not be read, counted from 1.
   const std::vector<int>& BadLines() const { return badLines_; }
   /// The file was written by this program and its end is missing.
@@ -65,6 +68,7 @@ class IniFile {
   struct Reading;
 
   void ReadLine(std::string_view raw, Reading& reading);
+  void ReadOpenLine(std::string_view line, Reading& reading);
   /// Gives whether the line is the closing one.
   static bool ReadEndLine(std::string_view line, Reading& reading);
   void CompareChecks(const Reading& reading);
@@ -78,6 +82,7 @@ class IniFile {
   std::vector<Section> sections_;
   std::map<std::string, std::size_t, std::less<>> indexOf_;
   std::vector<int> badLines_;
+  bool lastLineOpen_ = false;
   bool cutOff_ = false;
   std::vector<std::string> changedSections_;
   int missingSections_ = 0;

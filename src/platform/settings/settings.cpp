@@ -74,10 +74,11 @@ void SettingsStore::RequireWhole(std::string_view application) {
     known = impl_->applications.end();
   }
   const SettingsFile& opened = known == impl_->applications.end() ? impl_->ReadFile(application) : known->second;
-  if (!opened.lost.IsEmpty()) throw RuntimeError(ErrorNumber::DeviceIOError, opened.lost);
+  if (!opened.whole) throw RuntimeError(ErrorNumber::DeviceIOError, opened.lost);
   if (opened.ini.IsEmpty()) {
     throw RuntimeError(ErrorNumber::FileNotFound, opened.path + ": " + ErrorText(ErrorNumber::FileNotFound));
   }
+  if (!opened.lost.IsEmpty()) impl_->problems.push_back(opened.lost);
 }
 
 const std::string& SettingsStore::Directory() const {

@@ -35,7 +35,8 @@ class SettingsStore {
   static bool CanHold(std::string_view application);
 
   /// Reads the application's file again, unless changes of it wait for Flush. Raises FileNotFound where there is none,
-  /// DeviceIOError, with what is wrong, where it can't be read as a whole.
+  /// DeviceIOError, with what is wrong, where it can't be read as a whole. What puts no value in doubt is told by
+  /// TakeProblems.
   void RequireWhole(std::string_view application);
 
   std::optional<std::string> Find(std::string_view application, std::string_view section, std::string_view key);
@@ -63,7 +64,7 @@ class SettingsStore {
   /// writes over the file.
   std::string PutAside(std::string_view application);
 
-  /// What could not be read, one text a file, and empties the list.
+  /// What could not be read or is not as it should be, one text a file, and empties the list.
   std::vector<OperatorText> TakeProblems();
 
  private:

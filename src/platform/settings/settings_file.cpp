@@ -111,8 +111,8 @@ OperatorText BadLinesText(const std::vector<int>& lines) {
   return text::BadLinesBefore + Ranges(lines) + text::BadLinesAfter;
 }
 
-/// What is wrong with a file that could be read; empty where nothing is.
-OperatorText Damage(const IniFile& ini, const std::string& bytes) {
+/// What puts values of a file that could be read in doubt.
+std::vector<OperatorText> Damages(const IniFile& ini, const std::string& bytes) {
   std::vector<OperatorText> parts;
   if (bytes.empty()) parts.emplace_back(text::FileEmpty);
   if (!ini.BadLines().empty()) parts.push_back(BadLinesText(ini.BadLines()));
@@ -124,6 +124,10 @@ OperatorText Damage(const IniFile& ini, const std::string& bytes) {
   if (const int missing = ini.MissingSections(); missing > 0) {
     parts.push_back(text::SectionsMissing + std::to_string(missing));
   }
+  return parts;
+}
+
+OperatorText Joined(const std::vector<OperatorText>& parts) {
   OperatorText text;
   for (const OperatorText& part : parts) text += OperatorText(text.IsEmpty() ? "" : ", ") + part;
   return text;
@@ -212,10 +216,13 @@ SettingsFile ReadSettingsFile(const std::string& path) {
   SettingsFile file;
   file.path = path;
   OperatorText lost = ReadBytes(path, file.bytes, file.exists);
-  file.readable = lost.IsEmpty();
+  file.readable = file.whole = lost.IsEmpty();
   if (file.exists && file.readable) {
     file.ini = IniFile(file.bytes);
-    lost = Damage(file.ini, file.bytes);
+    std::vector<OperatorText> damages = Damages(file.ini, file.bytes);
+    file.whole = damages.empty();
+    if (file.ini.IsLastLineOpen()) damages.emplace_back(text::FileLastLineOpen);
+    lost = Joined(damages);
   }
   if (!lost.IsEmpty()) file.lost = path + ": " + lost;
   return file;
@@ -248,6 +255,7 @@ void WriteSettingsFile(SettingsFile& file) {
   file.readable = true;
   file.keep = false;
   file.lost = {};
+  file.whole = true;
   file.bytes = text;
   file.aside.clear();
 }

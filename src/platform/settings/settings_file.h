@@ -15,6 +15,7 @@ struct SettingsFile {
   bool changed = false;  ///< since it was read or written
   bool readable = true;  ///< its bytes could be had
   OperatorText lost;     ///< what is wrong with it, for the operator; empty where nothing is
+  bool whole = true;     ///< whatever is wrong, no value is in doubt
   bool keep = false;     ///< to be put aside before anything is written over it, as a damaged one is in any case
   std::string bytes;     ///< as they were read
   std::string aside;     ///< where it was put aside
