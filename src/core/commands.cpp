@@ -7,7 +7,7 @@ void BindAcquisition(CommandBinder& commands, Acquisition& acquisition, Recorder
   commands.Bind("mnuAcquireConnect", [&] { acquisition.mnuAcquireConnect_Click(); });
   commands.Bind("mnuAcquireStart", [&] { acquisition.mnuAcquireStart_Click(); });
   commands.Bind("mnuAcquireStop", [&] { acquisition.mnuAcquireStop_Click(); });
-  commands.Bind("RecordToDB", [&] { acquisition.RecordToDB_Click(); });
+  commands.Bind("mnuAcquireRecord", [&] { acquisition.RecordToDB_Click(); });
 }
 
 void BindPlayback(CommandBinder& commands, Playback& playback) {

@@ -6,7 +6,7 @@
 namespace velk {
 
 /// Where a room hands in the work behind its commands. A command goes by the name of its menu item ("mnuFileRecord"),
-/// or by the key of its toolbar button ("RecordToDB") where no menu has it. What else there is to a command, such as in
+/// or by the key of its toolbar button ("Command1") where no menu has it. What else there is to a command, such as in
 /// which status it is offered, stands in the one table of commands (shell/command_table.cpp).
 class CommandBinder {
  public:

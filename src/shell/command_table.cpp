@@ -39,14 +39,19 @@ constexpr CommandRow kTable[] = {
     {.item = "mnuViewToolBar", .whileConnecting = true},
     {.item = "mnuViewStatusBar", .whileConnecting = true},
     {.item = "mnuViewCompany", .whileConnecting = true},
+    {.item = "mnuViewGoToToolBar", .shortcut = "F6", .whileConnecting = true},
     {.item = "mnuViewFitGraphs", .whileConnecting = true},
     {.item = "mnuViewNightColours", .whileConnecting = true},
     {.item = "mnuViewLargeValues", .whileConnecting = true},
     {.item = "mnuViewSummaryReport", .states = "?...1..", .condition = HasLog},
+    {.item = "mnuViewAlarms", .key = "Alarms", .shortcut = "F8", .itemFollows = true, .whileConnecting = true},
     // Data Acquisition
     {.item = "mnuAcquireConnect", .key = "Acquire", .states = "1000000", .whileConnecting = true},
     {.item = "mnuAcquireStart", .key = "Pause", .states = "....111", .onAtStart = false},
     {.item = "mnuAcquireStop", .key = "Stop", .states = "....111", .onAtStart = false, .whileConnecting = true},
+    // A chord: a key that was hit by accident must not end a recording.
+    {.item = "mnuAcquireRecord", .key = "RecordToDB", .shortcut = "Ctrl+R", .states = "0111000", .itemFollows = true},
+    {.item = "mnuAcquireComment", .shortcut = "F7", .windowHasKey = true, .states = "0111111"},
     // Edit Settings
     {.item = "mnuEditAutoDetect", .states = "1000000", .onEveryChange = '0'},
     {.item = "mnuEditSerialPort", .states = "1000000"},
@@ -75,15 +80,13 @@ constexpr CommandRow kTable[] = {
     {.item = "mnuWindowTileVertically", .whileConnecting = true},
     {.item = "mnuWindowTileHorizontally", .whileConnecting = true},
     {.item = "mnuWindowArrange", .whileConnecting = true},
+    {.item = "mnuWindowNext", .shortcut = "Ctrl+Tab", .windowHasKey = true, .whileConnecting = true},
     // Help
-    {.item = "mnuHelpContents", .key = "Help", .whileConnecting = true},
+    {.item = "mnuHelpContents", .key = "Help", .shortcut = "F1", .windowHasKey = true, .whileConnecting = true},
     {.item = "mnuHelpAbout", .whileConnecting = true},
     // Toolbar
     {.key = "Edit", .whileConnecting = true},
     {.key = "Tools", .whileConnecting = true},
-    // A chord: a key that was hit by accident must not end a recording.
-    {.key = "RecordToDB", .shortcut = "Ctrl+R"},
-    {.key = "Alarms", .shortcut = "F8", .whileConnecting = true},
     {.key = "Command1", .whileConnecting = true},
 };
 

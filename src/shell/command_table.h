@@ -15,7 +15,8 @@ namespace velk {
 struct CommandRow {
   const char* item = nullptr;      ///< menu item; null where no menu has the command
   const char* key = nullptr;       ///< toolbar button; null where the toolbar hasn't it
-  const char* shortcut = nullptr;  ///< of the button, for a command that no menu has
+  const char* shortcut = nullptr;  ///< of the item, or of the button where no menu has the command
+  bool windowHasKey = false;       ///< the shortcut is worked elsewhere, the menu only shows it
   /// What each status forces: '1' on, '0' off, '?' as the condition says, '.' untouched. In the order Ready, Ready to
   /// Acquire, Acquiring Data, Acquiring Paused, Ready to Playback, Playing Back, its pause.
   std::string_view states = ".......";
@@ -24,6 +25,7 @@ struct CommandRow {
   bool (*condition)(const Session&) = nullptr;
   bool onAtStart = true;
   bool keyFollows = false;       ///< the button is on while the menu item is; others tell by a box why they can't
+  bool itemFollows = false;      ///< the item has the button's picture, and is off while that is hidden or off
   bool whileConnecting = false;  ///< works while Connect is under way, as Stop does and whatever touches no job
 
   /// What the work is bound by.

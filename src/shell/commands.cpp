@@ -50,12 +50,18 @@ void Commands::Connect(Command& command) {
     QObject::connect(command.item, &QAction::toggled, command.item, run);
   else if (command.item)
     QObject::connect(command.item, &QAction::triggered, command.item, run);
+  if (command.row->shortcut) {
+    QAction* owner = command.item ? command.item : command.button;
+    owner->setShortcut(QKeySequence(QString::fromLatin1(command.row->shortcut)));
+    if (command.row->windowHasKey) owner->setShortcutContext(Qt::WidgetShortcut);
+  }
   if (!command.button) return;
+  if (command.row->itemFollows)
+    QObject::connect(command.button, &QAction::changed, command.item, [this, &command] { Update(command); });
   if (command.row->keyFollows)
     QObject::connect(command.button, &QAction::triggered, command.item, &QAction::trigger);
   else
     QObject::connect(command.button, &QAction::triggered, command.button, run);
-  if (command.row->shortcut) command.button->setShortcut(QKeySequence(QString::fromLatin1(command.row->shortcut)));
 }
 
 void Commands::Bind(std::string_view name, std::function<void()> work) {
@@ -109,18 +115,24 @@ void Commands::Run(const Command& command) const {
 
 void Commands::Update(const Command& command) const {
   const bool hasWork = command.work != nullptr;
-  const bool on = hasWork && command.allowed && command.conditionHolds;
+  const bool on = hasWork && command.allowed && HasObject(command);
   if (command.item) {
     command.item->setEnabled(on);
     command.item->setStatusTip(ToQt(language_.In(WhyOff(command))));
   }
+  if (command.row->itemFollows) command.item->setIcon(command.button->icon());
   if (command.button) command.button->setEnabled(command.row->keyFollows ? on : hasWork && command.buttonAllowed);
+}
+
+bool Commands::HasObject(const Command& command) {
+  const bool isOffered = !command.row->itemFollows || (command.button->isVisible() && command.buttonAllowed);
+  return command.conditionHolds && isOffered;
 }
 
 OperatorText Commands::WhyOff(const Command& command) const {
   if (!command.work) return text::NotInThisVersion;
   if (!command.allowed) return text::NotInThisStatus + session_.CurrentStatus;
-  return command.conditionHolds ? OperatorText() : text::NothingForThis;
+  return HasObject(command) ? OperatorText() : text::NothingForThis;
 }
 
 Commands::Command* Commands::Find(std::string_view name) {

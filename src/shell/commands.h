@@ -55,6 +55,8 @@ class Commands : public CommandBinder {
   Command* Find(std::string_view name);
 
   OperatorText WhyOff(const Command& command) const;
+  /// There is something that the command can be done with.
+  static bool HasObject(const Command& command);
 
   const Session& session_;
   const Language& language_;

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QMdiArea>
 #include <QMenu>
-#include <QShortcut>
 #include <QToolBar>
 
 #include "shell/main_form.h"
@@ -30,11 +29,7 @@ void ToolbarMenus::MakeReachableByKeyboard() {
     if (!indicates && !action->isSeparator()) form_.Toolbar().widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
   }
   // Graph windows keep the tabulator to themselves.
-  auto* shortcut = new QShortcut(Qt::Key_F6, &form_);
-  QObject::connect(shortcut, &QShortcut::activated, &form_, [this] { SwitchFocus(); });
-  // Their keys work in all of the window, also while the toolbar is hidden.
-  for (const CommandRow& row : CommandTable())
-    if (row.shortcut) form_.addAction(form_.Button(row.key));
+  form_.Table().Bind("mnuViewGoToToolBar", [this] { SwitchFocus(); });
 }
 
 void ToolbarMenus::SwitchFocus() {

@@ -41,6 +41,8 @@ WindowList::WindowList(MainForm& form, const Session& session)
   bind("mnuWindowTileVertically", &WindowList::mnuWindowTileVertically_Click);
   bind("mnuWindowTileHorizontally", &WindowList::mnuWindowTileHorizontally_Click);
   bind("mnuWindowArrange", &WindowList::mnuWindowArrange_Click);
+  bind("mnuWindowNext", &WindowList::mnuWindowNext_Click);
+  bind("mnuAcquireComment", &WindowList::mnuAcquireComment_Click);
   QObject::connect(form_.MenuItem("mnuWindow")->menu(), &QMenu::aboutToShow, &form_, [this] { FillList(); });
   FillList();
 }
@@ -103,6 +105,15 @@ void WindowList::mnuWindowTileHorizontally_Click() {
 
 void WindowList::mnuWindowArrange_Click() {
   ArrangeIcons();
+}
+
+void WindowList::mnuWindowNext_Click() {
+  form_.GraphArea().activateNextSubWindow();
+}
+
+void WindowList::mnuAcquireComment_Click() {
+  const QMdiSubWindow* active = form_.GraphArea().activeSubWindow();
+  if (auto* graph = active ? qobject_cast<GraphFormNew*>(active->widget()) : nullptr) graph->AddComment();
 }
 
 void WindowList::Tile(Qt::Orientation direction) {

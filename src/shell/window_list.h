@@ -30,6 +30,9 @@ class WindowList {
   /// One below the other.
   void mnuWindowTileHorizontally_Click();
   void mnuWindowArrange_Click();
+  void mnuWindowNext_Click();
+  /// Over the graph in front.
+  void mnuAcquireComment_Click();
 
  private:
   QList<QMdiSubWindow*> Open() const;

@@ -27,7 +27,7 @@ constexpr Expectation kTable[] = {
     {"mnuEditSaveTemplate", "1101101"}, {"mnuEditDeleteTemplate", "1101101"}, {"mnuEditUserOptions", "1000000"},
     {"mnuEditLanguage", "1000000"},     {"mnuEditAutoDetect", "1000000"},     {"mnuEditClear", "1000000"},
     {"mnuImprtLiveData", "1......"},    {"mnuAcquireConnect", "1000000"},     {"mnuAcquireStart", "....111"},
-    {"mnuAcquireStop", "....111"},
+    {"mnuAcquireStop", "....111"},      {"mnuAcquireRecord", "0111000"},      {"mnuAcquireComment", "0111111"},
 };
 
 constexpr MessageText kStatuses[] = {
@@ -190,6 +190,7 @@ TEST_F(CommandsTest, FailAtTheStartForANameThatNobodyKnows) {
 TEST(CommandsOfTheProgram, FollowTheStatusWhereTheyHaveTheirWork) {
   test::ShellRig rig;
   rig.Start();
+  rig.Window().SetButtonVisible("RecordToDB", true);  // its item is off where the button is hidden
   for (std::size_t column = 0; column < std::size(kStatuses); ++column) {
     rig.Window().ShowStatus(kStatuses[column]);
     for (const Expectation& row : kTable) {

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
+#include <map>
 
 #include "model/status.h"
 #include "model/texts.h"
@@ -38,7 +39,9 @@ constexpr Entry kCaptions[] = {
     {"mnuViewToolBar", "&Tool Bar"},
     {"mnuViewStatusBar", "&Status Bar"},
     {"mnuViewCompany", "&Company Logo"},
+    {"mnuViewGoToToolBar", "&Go to Tool Bar and Back"},
     {"mnuViewSummaryReport", "Summary &Report"},
+    {"mnuViewAlarms", "&Alarms Triggered"},
     {"mnuViewFitGraphs", "&Fit Graphs to Windows"},
     {"mnuViewNightColours", "&Night Colours"},
     {"mnuViewLargeValues", "&Large Values"},
@@ -46,6 +49,8 @@ constexpr Entry kCaptions[] = {
     {"mnuAcquireConnect", "&Connect to Hardware"},
     {"mnuAcquireStart", "&Start"},
     {"mnuAcquireStop", "Sto&p"},
+    {"mnuAcquireRecord", "Record To &Database"},
+    {"mnuAcquireComment", "Co&mment on the Graph"},
     {"mnuEdit", "&Edit Settings"},
     {"mnuEditAutoDetect", "&Auto Detect Hardware"},
     {"mnuEditSerialPort", "&Serial Port"},
@@ -74,6 +79,7 @@ constexpr Entry kCaptions[] = {
     {"mnuWindowTileVertically", "Tile &Vertically"},
     {"mnuWindowTileHorizontally", "Tile &Horizontally"},
     {"mnuWindowArrange", "&Arrange Icons"},
+    {"mnuWindowNext", "&Next Graph"},
     {"mnuHelp", "&Help"},
     {"mnuHelpContents", "VELK Help &Contents"},
     {"mnuHelpAbout", "&About VELK"},
@@ -191,6 +197,38 @@ TEST_F(MainFormTest, TellsWhyAnItemIsOff) {
   EXPECT_EQ(form.MenuItem("mnuEditTable")->statusTip(), "");
   emit form.MenuItem("mnuTools")->menu()->aboutToShow();
   EXPECT_EQ(form.MenuItem("mnuToolsRemove")->statusTip(), "Not possible: there is nothing to do this with.");
+}
+
+TEST_F(MainFormTest, ShowsTheKeysBesideTheItemsOfTheMenus) {
+  const std::map<QString, QString> keys = {{"mnuViewGoToToolBar", "F6"}, {"mnuAcquireComment", "F7"},
+                                           {"mnuViewAlarms", "F8"},      {"mnuAcquireRecord", "Ctrl+R"},
+                                           {"mnuHelpContents", "F1"},    {"mnuWindowNext", "Ctrl+Tab"}};
+  std::map<QString, QString> shown;
+  for (const QAction* menu : form.menuBar()->actions())
+    for (const QAction* item : menu->menu()->actions())
+      if (!item->shortcut().isEmpty()) shown[item->objectName()] = item->shortcut().toString();
+  EXPECT_EQ(shown, keys);
+}
+
+TEST_F(MainFormTest, OffersAlarmsAndRecordingInTheMenuWhileTheirButtonsStand) {
+  form.Table().Bind("mnuViewAlarms", [] {});
+  form.Table().Bind("mnuAcquireRecord", [] {});
+  QAction& alarms = *form.MenuItem("mnuViewAlarms");
+  QAction& record = *form.MenuItem("mnuAcquireRecord");
+  for (const char* key : {"Alarms", "RecordToDB"}) form.SetButtonVisible(key, false);
+  ChangeCurrentStatus(session, form, text::StatusReady);
+  EXPECT_FALSE(alarms.isEnabled() || record.isEnabled());
+  EXPECT_EQ(alarms.statusTip(), "Not possible: there is nothing to do this with.");
+  EXPECT_EQ(record.statusTip(), "Not possible in the status Ready");
+
+  for (const char* key : {"Alarms", "RecordToDB"}) form.SetButtonVisible(key, true);
+  ChangeCurrentStatus(session, form, text::StatusAcquiringData);
+  EXPECT_TRUE(alarms.isEnabled() && record.isEnabled());
+  EXPECT_EQ(alarms.statusTip(), "");
+  form.SetButtonImage("RecordToDB", image::RecordOn);
+  EXPECT_EQ(record.icon().cacheKey(), form.Button("RecordToDB")->icon().cacheKey()) << "whether it records";
+  form.SetButtonEnabled("RecordToDB", false);
+  EXPECT_FALSE(record.isEnabled());
 }
 
 TEST_F(MainFormTest, WritesItsTitleFromBaseTitleAndVersion) {

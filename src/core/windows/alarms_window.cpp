@@ -58,7 +58,7 @@ void Alarms::FitToLabels() {
 }
 
 void BindAlarms(CommandBinder& commands, WindowHost& host, const Session& session) {
-  for (const char* button : {"Alarms", "Command1"}) commands.Bind(button, [&] { host.Show<Alarms>(session); });
+  for (const char* command : {"mnuViewAlarms", "Command1"}) commands.Bind(command, [&] { host.Show<Alarms>(session); });
 }
 
 }  // namespace velk
