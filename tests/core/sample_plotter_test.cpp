@@ -73,6 +73,21 @@ TEST_F(Plotter, ComputesAndDrawsEveryVisibleCurve) {
   EXPECT_FALSE(session.FirstPoint);
 }
 
+TEST_F(Plotter, DrawsNothingOfAChannelThatStandsOnNoGraph) {
+  session.CurrentParameters[2].FormIndex = 0;
+  BuildGraphMap(session, 3);
+  graphs.CreateGraphWindows();
+  session.CurrentValue[1] = 2;
+  session.CurrentValue[2] = 3;
+  Draw({.samplingRate = kSecond});
+  for (int number = 1; number <= kMaxParameters; ++number) {
+    const test::FakeGraphWindow& window = graphs.windows[number];
+    EXPECT_EQ(window.plots.size(), number == 1 ? 2U : 0U) << "the other two channels, on graph 1; here " << number;
+    EXPECT_FALSE(window.labels.contains(2)) << number;
+  }
+  EXPECT_EQ(session.PreviousValue[2], 3.0F) << "it is measured all the same";
+}
+
 TEST_F(Plotter, CutsBlocksByTheRateThatItIsGiven) {
   Draw({.samplingRate = 10 * kSecond});
   ASSERT_EQ(graph.blocks.size(), 1U);

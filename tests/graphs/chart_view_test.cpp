@@ -35,7 +35,7 @@ class ForeignFields : public CurveSource {
 
 /// A chart view in a window of its own, 900 x 400 pixels.
 struct ForeignChart {
-  ForeignChart() {
+  explicit ForeignChart(int points = 10) : letters(points) {
     times.GraphTimeStep = kSecond;
     fields.Add("Torque", "kNm");
     fields.Add("Depth", "m");
@@ -57,13 +57,14 @@ struct ForeignChart {
     return count;
   }
 
+  const int letters;
   Gate gate;
   FakeClock clock{gate};
   Language language;
   TimeBase times;
   ForeignFields fields;
   QWidget window;
-  ChartView view{times, {}, fields, ChartFont("DejaVu Sans", 10), language, clock, &window};
+  ChartView view{times, {}, fields, ChartFont("DejaVu Sans", letters), language, clock, &window};
 };
 
 }  // namespace
@@ -74,6 +75,26 @@ TEST(ChartView, ShowsCurvesThatStandInNoSession) {
   EXPECT_EQ(foreign.Text("Label1_1"), "Depth");
   EXPECT_EQ(foreign.Text("Label3_1"), "m");
   EXPECT_GT(foreign.RedOn("Picture1"), 0);
+}
+
+TEST(ChartView, KeepsTheLettersOfAHeaderRowWithinItWhateverTheirSize) {
+  constexpr int kRow = 250 / 15;  // twips a row, 15 a dot
+  for (const int points : {6, 8, 10, 14, 20, 48}) {
+    ForeignChart foreign(points);
+    foreign.fields.fields[0].color = 0xFF0000;  // blue above red
+    foreign.fields.fields[1].name = "\u00c9j\u00c5";
+    foreign.view.DrawHeader();
+    const QImage header = foreign.Find("Picture1").grab().toImage();
+    int redAbove = 0, redInRow = 0;
+    for (int y = 0; y < 2 * kRow; ++y) {
+      for (int x = 0; x < header.width(); ++x) {
+        const QColor dot = header.pixelColor(x, y);
+        if (dot.red() > 200 && dot.blue() < 200) ++(y < kRow ? redAbove : redInRow);
+      }
+    }
+    EXPECT_EQ(redAbove, 0) << points;
+    EXPECT_GT(redInRow, 40) << points;
+  }
 }
 
 TEST(ChartView, DrawsByTheTimeBaseThatItIsGiven) {

@@ -289,6 +289,19 @@ TEST(GraphFormNew, RewritesItsLabelsWhenCurvesWereEdited) {
   EXPECT_EQ(desk.Form().windowTitle(), "Density");
 }
 
+TEST(GraphFormNew, ShowsNoValueOfAnEarlierJobBeforeTheFirstSample) {
+  GraphDesk desk;
+  desk.session.AcquisitionMode = true;
+  desk.session.CurrentValue[1] = 42;
+  desk.session.CurrentParameters[1].format = "#0.0";
+  desk.Create();
+  desk.Refresh();
+  EXPECT_EQ(desk.Text("Label2_0"), "\u2013");
+  desk.Form().WriteValuesToLabels(1, 43);
+  desk.Refresh();
+  EXPECT_EQ(desk.Text("Label2_0"), "43.0");
+}
+
 TEST(GraphFormNew, KeepsTheDateWithinTheAxisStripForAllFontSizes) {
   for (const int points : {6, 8, 10, 14, 20}) {
     GraphDesk desk;

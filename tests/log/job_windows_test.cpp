@@ -139,6 +139,21 @@ TEST(FrmIncParamInSum, GivesTheChecksAndTheFieldsThatAreNotEmptyInOrder) {
   EXPECT_EQ(result.extraFields, (std::vector<std::string>{"Уровень", "Crew"}));
 }
 
+TEST(FrmIncParamInSum, SaysWhatItIsForAndTakesEnterForCloseWhereverTheFocusIs) {
+  for (const char* focus : {"chk_1", "Text1_2"}) {
+    frmIncParamInSum window(EnglishHost(), Inclusion(2));
+    Show(window, "purpose");
+    EXPECT_EQ(Find<QLabel>(window, "lblPurpose")->text(),
+              "Each comment of the job is written to its summary report with the values that are checked here.");
+    Find<QCheckBox>(window, "chk_1")->click();
+    auto* field = Find<QWidget>(window, focus);
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(window.result(), QDialog::Accepted) << focus;
+    EXPECT_TRUE(window.Answer().parameters[0].included) << focus;
+  }
+}
+
 TEST(FrmIncParamInSum, ShowsTheFieldsOfBefore) {
   SummaryInclusion inclusion = Inclusion(1);
   inclusion.extraFields = {"One", "Two", "Three", "Four"};
