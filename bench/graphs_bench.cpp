@@ -100,11 +100,20 @@ class NoDialogs : public Dialogs {
   std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
 };
 
+/// How charts come to the screen.
+enum class Look {
+  Plain,  ///< 900 x 240 dots, as the other chart has
+  Night,  ///< the same on dark paper
+  Filled  ///< as high as the window has room
+};
+
 /// Strip-chart windows that share so many curves, driven as the road of a sample drives them.
 class LiveChart {
  public:
-  explicit LiveChart(int curves = kCurves, int windows = 1, QSize area = {1100, 520}) : curves_(curves) {
-    session_.FitGraphsToWindows = false;  // 900 x 240 dots, as the other chart has
+  explicit LiveChart(int curves = kCurves, int windows = 1, QSize area = {1100, 520}, Look look = Look::Plain)
+      : curves_(curves) {
+    session_.FitGraphsToWindows = look == Look::Filled;
+    session_.NightColours = look == Look::Night;
     session_.Times.GraphTimeStep = kSecond;
     session_.NumberOfParameters = static_cast<std::int16_t>(curves);
     for (int i = 1; i <= curves; ++i) {
@@ -238,8 +247,9 @@ void ReplottedSamples(benchmark::State& state) {
 }
 
 /// Each sample is brought to the screen: how it is at up to 30 samples a second.
-void EachSampleShown(benchmark::State& state, int curves, int windows, QSize area, bool hasValues) {
-  LiveChart chart(curves, windows, area);
+void EachSampleShown(benchmark::State& state, int curves, int windows, QSize area, bool hasValues,
+                     Look look = Look::Plain) {
+  LiveChart chart(curves, windows, area, look);
   for (auto unused : state) {
     (void)unused;
     chart.Sample(hasValues);
@@ -262,6 +272,9 @@ BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues8, 8, 1, QSize(1100, 520), tru
 BENCHMARK_CAPTURE(EachSampleShown, Curves8, 8, 1, QSize(1100, 520), false);
 BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64, 64, 1, QSize(1100, 2600), true);
 BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64In8Windows, 64, 8, QSize(1280, 700), true);
+// Beside CurvesAndValues64In8Windows: what the night and what stretched charts add.
+BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64In8WindowsAtNight, 64, 8, QSize(1280, 700), true, Look::Night);
+BENCHMARK_CAPTURE(EachSampleShown, CurvesAndValues64In8WindowsFilled, 64, 8, QSize(1280, 700), true, Look::Filled);
 BENCHMARK_CAPTURE(SegmentsOnly, 8, 8, 1);
 BENCHMARK_CAPTURE(SegmentsOnly, 64, 64, 8);
 BENCHMARK(StripChartSamples)->MinTime(3);

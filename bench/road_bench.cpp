@@ -1,5 +1,6 @@
 // What a sample costs: the whole road through the real main window, offscreen, 64 channels on 8 graphs of 900x240, each
-// sample significant; with and without a log; and the part from the line to the values alone.
+// sample significant; with and without a log; behind a gap of a week; and the part from the line to the values alone.
+// Beside it what the panel of the data costs each time that it tells something else.
 //
 //   bench/road_bench          the folder of the log is the present one, or VELK_BENCH_FOLDER
 
@@ -16,10 +17,12 @@
 #include <vector>
 
 #include "base/dates.h"
+#include "core/panel/data_words.h"
 #include "core/sample_values.h"
 #include "demo/unattended.h"
 #include "instruments/decoders/own_unit.h"
 #include "instruments/table/protocols.h"
+#include "model/texts.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
 #include "shell/application.h"
@@ -123,6 +126,9 @@ class Job {
     QCoreApplication::processEvents();
   }
 
+  void Rest(long long seconds) { clock_.seconds += seconds; }
+  MainForm& Window() { return application_->Window(); }
+
   long long Rows() const { return application_->RowsRecorded(); }
   const Session& State() const { return application_->State(); }
 
@@ -170,6 +176,41 @@ void WholeSampleRecorded(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(WholeSampleRecorded)->UseRealTime();
+
+/// Each sample behind a gap of a week: its charts and their pages are caught up.
+void SampleBehindAWeek(benchmark::State& state) {
+  constexpr long long kWeek = 7 * 86400;
+  Job job("");
+  job.Sample();
+  for (auto _ : state) {
+    job.Rest(kWeek);
+    job.Sample();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(SampleBehindAWeek)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/// Once a second of a job: other words in the panel of the data, and the panel painted.
+void DataPanelTells(benchmark::State& state) {
+  Job job("");
+  job.Sample();
+  std::vector<OperatorText> words;
+  for (int rows = 0; rows < 100; ++rows) {
+    Session session;
+    session.CurrentStatus = text::StatusAcquiringData;
+    session.RecordToDB = true;
+    session.Data.rows = 1000 + rows;
+    words.push_back(WordsOfData(session, 0, 1.0).text);
+  }
+  std::size_t next = 0;
+  for (auto _ : state) {
+    job.Window().ShowData(words[next], false);
+    next = (next + 1) % words.size();
+    QCoreApplication::processEvents();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(DataPanelTells)->UseRealTime();
 
 /// Decoding, splitting, scaling, averaging and thinning of 18 channels: no events, no drawing, no log.
 void LineToValues(benchmark::State& state) {
