@@ -131,17 +131,6 @@ class Desk(unittest.TestCase):
 
     # --- By keys ---
 
-    def menu(self, bar, *item):
-        self.desktop.press(bar)
-        self.seen.find(**{"class": "QMenu"})
-        self.desktop.press(*item)
-
-    def answer(self, text):
-        """Leads the focus to this button of a box: which one it begins on depends on what is the safe answer."""
-        while not self.seen.find(window="QMessageBox", text=text)["focus"]:
-            self.desktop.press("Tab")
-        self.desktop.press("Return")
-
     def type_into_next_cells(self, *texts):
         for text in texts:
             self.desktop.write(text)
@@ -165,19 +154,19 @@ class Desk(unittest.TestCase):
 
     def test_by_keys_alone(self):
         desktop = self.desktop
-        self.answer("Yes")
+        self.seen.answer("Yes")
         title = TITLE + os.environ["VELK_VERSION"]
         desktop.wait_for_window(title)
-        self.menu("alt+e", "s")
+        self.seen.menu("alt+e", "s")
         desktop.wait_for_window("Edit Hardware Settings")
         desktop.press("l", "alt+n", "ctrl+a")
         desktop.write(str(len(self.channels)))
         desktop.press("Return")
         desktop.wait_for_window(title)
-        self.menu("alt+d", "c")
+        self.seen.menu("alt+d", "c")
         self.wait_for_status("Ready to Acquire")
 
-        self.menu("alt+e", "t")
+        self.seen.menu("alt+e", "t")
         desktop.wait_for_window("Parameters Table")
         for channel in self.channels:
             self.type_into_next_cells(channel.name, channel.units, channel.low, channel.high)
@@ -193,35 +182,24 @@ class Desk(unittest.TestCase):
         self.wait_for_settings(self.channels)
         self.check_charts()
 
-        self.menu("alt+f", "r")
+        self.seen.menu("alt+f", "r")
         desktop.wait_for_window("Record Data To...")
         desktop.write(str(self.log))
         desktop.press("Return")
         desktop.wait_for_window(title)
-        self.menu("alt+d", "Home", "Return")  # Start, whose caption changes and marks no letter
+        self.seen.menu("alt+d", "Home", "Return")  # Start, whose caption changes and marks no letter
         desktop.wait_for_window("Include In Summary Report")
         desktop.press("Return")
         self.wait_for_status("Acquiring Data")
         self.wait_for_rows()
-        self.menu("alt+d", "p")
+        self.seen.menu("alt+d", "p")
         self.wait_for_status("Ready")
-        self.menu("alt+f", "x")
+        self.seen.menu("alt+f", "x")
         desktop.wait_for_window("VELK")
-        self.answer("Yes")
+        self.seen.answer("Yes")
         self.check_end(self.channels)
 
     # --- By the mouse ---
-
-    def paste(self, text, **field):
-        """In place of what stands in a field, by the menu of the right button."""
-        self.desktop.copy(os.environ["VELK_CLIPBOARD_OWNER"], text)
-        self.seen.click_on(3, **field)
-        self.seen.find(text="Paste\tCtrl+V")
-        if self.seen.listed(text="Select All\tCtrl+A"):  # off where nothing stands there, or all of it is selected
-            self.seen.click_on(text="Select All\tCtrl+A")
-            self.seen.click_on(3, **field)
-        self.seen.click_on(text="Paste\tCtrl+V")
-        self.seen.find(text=text, **field)
 
     def cell(self, row, column):
         return {"window": "ParametersTable", "name": "Grid1", "row": row, "column": column}
@@ -245,18 +223,11 @@ class Desk(unittest.TestCase):
         self.seen.find(window="ParametersTable", name="cmdClose")
         return told[0]
 
-    def choose_protocol(self):
-        self.seen.click_on(window="HardwareSettings", name="cboSerialData")
-        self.seen.find(text="KESTA version 3", **{"class": "QWidget", "column": 0})
-        while not self.seen.listed(text=UNIT, row=8):
-            self.seen.click_on(5, text="KESTA version 4", row=6)  # a turn of the wheel
-        self.seen.click_on(text=UNIT, row=8)
-
     def test_by_the_mouse_alone(self):
         self.seen.click_on(window="QMessageBox", text="Yes")
         self.seen.choose("mnuEdit", "mnuEditSerialPort")
-        self.choose_protocol()
-        self.paste(str(len(self.channels)), window="HardwareSettings", name="txtNumberOfParameters")
+        self.seen.choose_lumo_a()
+        self.seen.paste(str(len(self.channels)), window="HardwareSettings", name="txtNumberOfParameters")
         self.seen.picture("serial-port")
         self.seen.click_on(window="HardwareSettings", name="cmdOK")
         self.seen.click("MainForm/Acquire")
@@ -288,7 +259,7 @@ class Desk(unittest.TestCase):
         self.check_charts()
 
         self.seen.choose("mnuFile", "mnuFileRecord")
-        self.paste(str(self.log), name="fileNameEdit")
+        self.seen.paste(str(self.log), name="fileNameEdit")
         self.seen.click_on(text="OK")
         self.seen.click("MainForm/Pause")
         self.seen.click_on(window="frmIncParamInSum", name="cmdClose")

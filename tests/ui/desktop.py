@@ -67,6 +67,10 @@ class Desktop:
         """The title of the window that key presses go to."""
         return self._x("getwindowfocus", "-f", "getwindowname")
 
+    def keyboard_program(self):
+        """The id of the process that has that window."""
+        return int(self._x("getwindowfocus", "getwindowpid") or 0)
+
     def windows_of(self, process):
         return len(self._x("search", "--onlyvisible", "--pid", str(process.pid)).split())
 

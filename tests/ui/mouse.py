@@ -100,6 +100,43 @@ class Seen:
         else:
             self.desktop.drag(from_x, from_y, x + wide // 2 + int((width - wide) * share), from_y, STEPS_OF_A_DRAG)
 
+    # --- Walks ---
+
+    def lead_to(self, **wanted):
+        """The tabulator key until this control has the focus."""
+        while not self.find(**wanted)["focus"]:
+            self.desktop.press("Tab")
+
+    def answer(self, text):
+        """A box by keys: which button it begins on depends on what is the safe answer."""
+        self.lead_to(window="QMessageBox", text=text)
+        self.desktop.press("Return")
+
+    def menu(self, bar, *item):
+        """An item of a menu by keys."""
+        self.desktop.press(bar)
+        self.find(**{"class": "QMenu"})
+        self.desktop.press(*item)
+
+    def paste(self, text, **field):
+        """In place of what stands in a field, by the menu of the right button."""
+        self.desktop.copy(os.environ["VELK_CLIPBOARD_OWNER"], text)
+        self.click_on(3, **field)
+        self.find(text="Paste\tCtrl+V")
+        if self.listed(text="Select All\tCtrl+A"):  # off where nothing stands there, or all of it is selected
+            self.click_on(text="Select All\tCtrl+A")
+            self.click_on(3, **field)
+        self.click_on(text="Paste\tCtrl+V")
+        self.find(text=text, **field)
+
+    def choose_lumo_a(self):
+        """A protocol in the list of the serial port's dialog that has to be scrolled to."""
+        self.click_on(window="HardwareSettings", name="cboSerialData")
+        self.find(text="KESTA version 3", **{"class": "QWidget", "column": 0})
+        while not self.listed(text="LUMO version A", row=8):
+            self.click_on(5, text="KESTA version 4", row=6)  # a turn of the wheel
+        self.click_on(text="LUMO version A", row=8)
+
     # --- By what is shown: buttons of boxes, entries of lists and cells have no names ---
 
     def listing(self):

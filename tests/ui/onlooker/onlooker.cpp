@@ -152,6 +152,7 @@ QString Answer(const QStringList& words) {
 }
 
 void Listen() {
+  qunsetenv("LD_PRELOAD");  // programs that this one starts have no questions of their own
   auto* questions = new QSocketNotifier(0, QSocketNotifier::Read, QCoreApplication::instance());
   QObject::connect(questions, &QSocketNotifier::activated, questions, [questions] {
     std::string line;
