@@ -38,6 +38,16 @@ inline constexpr MessageText NumberUnclear{
     2284, "This number can be read in two ways. Write one decimal point or comma, and nothing between the thousands."};
 inline constexpr MessageText NumberTooLarge{2299, "This number is too large."};
 
+// The choice of a file
+inline constexpr MessageText NoExtensionBefore{2903, "Filename -  "};
+inline constexpr MessageText NoExtensionAfter{2904, "  has no extension"};
+inline constexpr MessageText FileNameIncompleteBefore{2905, "File name -  "};
+inline constexpr MessageText FileNameIncompleteAfter{2906, "  incomplete"};
+inline constexpr MessageText NoSuchFileBefore{2907, "File -  "};
+inline constexpr MessageText NoSuchFileAfter{2908, "  does not exist"};
+inline constexpr MessageText ReplaceFileBefore{2909, "["};
+inline constexpr MessageText ReplaceFileAfter{2939, "] is there already. Replace it?"};
+
 // Formulas
 inline constexpr MessageText DefaultUnits{140, "Units"};
 
