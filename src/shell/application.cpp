@@ -20,6 +20,7 @@
 #include "shell/first_steps.h"
 #include "shell/simulated_unit.h"
 #include "shell/texts.h"
+#include "wells/windows/survey_command.h"
 
 namespace velk {
 
@@ -98,6 +99,9 @@ void Application::BindCommands() {
   });
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
+  commands.Bind("mnuToolsSurvey", [this] {
+    mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, [this] { form_.Beep(); });
+  });
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
   form_.Guide().portIsThere = [this] { return PortIsThere(PortDevice(platform_.settings, session_.PortNumber)); };

@@ -28,6 +28,7 @@
 #include "shell/main_form.h"
 #include "shell/shut_down.h"
 #include "shell/start_up.h"
+#include "wells/well.h"
 
 namespace velk {
 
@@ -101,6 +102,7 @@ class Application {
   FormulaCommands formulas_;
   QtPrinters printers_;
   PrintGraph printGraph_;
+  Well well_;
   StartUp startUp_;
   const std::string programFolder_;
   bool startsAnew_ = false;

@@ -5,6 +5,14 @@
 /// What the well tools say. Each with its number in the message database, which never changes its meaning.
 namespace velk::text {
 
+// Units
+inline constexpr MessageText UnitFeet{612, "feet"};
+inline constexpr MessageText UnitDegrees{613, "degrees"};
+inline constexpr MessageText UnitMetres{614, "m"};
+inline constexpr MessageText UnitsApiEnglish{2900, "API-English"};
+inline constexpr MessageText UnitsMetric{2901, "Metric"};
+inline constexpr MessageText UnitsUserDefined{2902, "User Defined"};
+
 // Survey files
 inline constexpr MessageText SurveyFileEmpty{2910,
                                              "The file holds no survey. Its first line has to be the number of rows."};
@@ -17,5 +25,60 @@ inline constexpr MessageText SurveyUnitUnknown{
     "right?"};
 inline constexpr MessageText WellSectionsLeftOut{
     2915, "The well has more than 20 sections. Those below the 20th are left out."};
+
+// The rows of a survey
+inline constexpr MessageText HeadingDepth{2920, "Depth"};
+inline constexpr MessageText HeadingInclination{2921, "Inclination"};
+inline constexpr MessageText HeadingAzimuth{2922, "Azimuth"};
+inline constexpr MessageText CellIsNoNumber{2923, "This is no number. What it begins with counts, or 0."};
+inline constexpr MessageText DepthNotBelow{2924, "A depth has to be below the one above it."};
+inline constexpr MessageText RowIsLeftOut{2925,
+                                          "The survey ends at the first row without a depth: this one is left out."};
+
+// The editor of the survey
+inline constexpr MessageText SurveyTitle{2930, "Well Survey: "};
+inline constexpr MessageText NewSurveyTitle{2931, "Well Survey"};
+inline constexpr MessageText OpenSurveyTitle{2932, "Open a Survey"};
+inline constexpr MessageText SaveSurveyTitle{2933, "Save the Survey"};
+inline constexpr MessageText SurveyFilesToOpen{
+    2934, "Survey Files (*.d15) |*.d15|Well Files (*.dt5) |*.dt5|All Files (*.*) |*.*"};
+inline constexpr MessageText SurveyFilesToSave{2935, "Survey Files (*.d15) |*.d15"};
+inline constexpr MessageText SurveyFileMissing{2936, " does not exist, please check path and file name"};
+inline constexpr MessageText LeaveSurvey{2937, "Leave the survey without what you have changed?"};
+inline constexpr MessageText FaultInRow{2938, "Row "};
+inline constexpr MessageText SurveyHint{
+    2940, "Type or paste depth, inclination and azimuth. An empty angle is that of the row above."};
+
+// Conversion of units: these with the present system between them
+inline constexpr MessageText ConvertUnitsFrom{2941, "Convert Units from "};
+inline constexpr MessageText ConvertUnitsTo{2942, " to"};
+inline constexpr MessageText UserLengthNotAbove{2943, "The length has to be a number above 0."};
+
+
+// The table of the computed stations
+inline constexpr MessageText ProfileTvd{2950, "True Vertical Depth"};
+inline constexpr MessageText ProfileNorth{2951, "Horizon. Distance North"};
+inline constexpr MessageText ProfileEast{2952, "Horizon. Distance East"};
+inline constexpr MessageText ProfileDogLeg{2953, "Dog leg"};
+inline constexpr MessageText ProfileDogLegUnit{2954, "deg/100 "};
+inline constexpr MessageText ClientName{2955, "Client Name:"};
+inline constexpr MessageText WellName{2956, "Well Name:"};
+inline constexpr MessageText JobDescription{2957, "Job Description:"};
+
+// Its pages; the foot has the date, and the number of the page and how many there are
+inline constexpr MessageText ProjectBefore{2958, "Project - "};
+inline constexpr MessageText ReportInput{2959, "Input Data"};
+inline constexpr MessageText ReportResults{2960, "Well Profile Results"};
+inline constexpr MessageText ReportPage{2961, "Page "};
+inline constexpr MessageText ReportPageOf{2962, " of "};
+inline constexpr MessageText ReportPrinted{2963, "Printed "};
+
+// Its window
+inline constexpr MessageText SaveProfileTitle{2964, "Print to File"};
+inline constexpr MessageText OutputFiles{2965, "Output Files (*.out) |*.out"};
+inline constexpr MessageText ProfilePdfFiles{2966, "PDF Files (*.pdf)|*.pdf"};
+inline constexpr MessageText PrintPreview{2967, "Print Preview"};
+inline constexpr MessageText ClosePreview{2968, "Close"};
+inline constexpr MessageText NoPathYet{2969, "There is no path yet: enter or open a survey under Tools, Survey Data, and press OK."};
 
 }  // namespace velk::text

@@ -211,7 +211,7 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   EXPECT_EQ(without, (std::set<std::string_view>{"mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV",
                                                  "mnuFileExportMDBtoXML", "mnuEditAutoDetect", "mnuEditOPCServer",
                                                  "mnuImprtLiveData", "mnuToolsOrbenHardware", "mnuToolsLiveSurvey",
-                                                 "mnuToolsSurvey", "mnuTools3DWell", "mnuToolsWellProfileTable"}));
+                                                 "mnuTools3DWell", "mnuToolsWellProfileTable"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

@@ -1,0 +1,380 @@
+#include "wells/windows/edit_sur.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QRadioButton>
+#include <algorithm>
+#include <array>
+
+#include "base/text.h"
+#include "base/text_qt.h"
+#include "i18n/windows/translate_form.h"
+#include "model/help_topics.h"
+#include "model/select_file.h"
+#include "platform/dialogs/procedure.h"
+#include "platform/files/file_errors.h"
+#include "platform/files/whole_file.h"
+#include "settings/windows/cell_delegate.h"
+#include "settings/windows/parameter_table_model.h"
+#include "ui_edit_sur.h"
+#include "wells/texts.h"
+#include "wells/windows/units_convert.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kShownRows = 14;
+
+/// The rows that were loaded or accepted last: a live survey may have added to them.
+SurveyGrid GridOf(const Well& well) {
+  std::span<const SurveyStation> rows(well.Survey);
+  if (well.SavedSurveyCount > 0) rows = rows.first(std::min<std::size_t>(rows.size(), well.SavedSurveyCount));
+  return {rows, well.SurveyFileUnits};
+}
+
+}  // namespace
+
+EditSur::EditSur(WindowHost& host, Well well, SurveyAccess access)
+    : QDialog(host.Parent()),
+      host_(host),
+      ui_(std::make_unique<Ui::EditSur>()),
+      well_(std::move(well)),
+      access_(std::move(access)),
+      grid_(GridOf(well_)),
+      model_(grid_, well_.Units, host.Words(), [this](const QModelIndex& cell, const QString& typed) {
+        grid_.Enter(cell.row(), cell.column(), FromQt(typed));
+        Changed();
+      }) {
+  ui_->setupUi(this);
+  setProperty("helpTopic", topic::Wells);
+  auto* delegate = new CellDelegate(this);
+  ui_->Grid1->setItemDelegate(delegate);
+  ui_->Grid1->setModel(&model_);
+  ui_->Grid1->installEventFilter(this);
+  connect(delegate, &CellDelegate::MovesOn, this, &EditSur::Move);
+  connect(ui_->Grid1->selectionModel(), &QItemSelectionModel::currentChanged, this, &EditSur::ShowRemark);
+  ConnectButtons();
+  ConnectMenu();
+  TranslateForm(*this, host.Words());
+  ui_->Grid1->setAccessibleName(windowTitle());
+  ui_->Grid1->setMinimumHeight(ui_->Grid1->horizontalHeader()->sizeHint().height() +
+                               kShownRows * ui_->Grid1->verticalHeader()->defaultSectionSize());
+  if (!well_.SurveyFileName.empty()) ShowTitle(well_.SurveyFileName);
+  ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
+  ui_->Grid1->setCurrentIndex(model_.index(0, 0));
+  ui_->Grid1->setFocus();
+  ShowUnits();
+  ShowRemark();
+}
+
+EditSur::~EditSur() = default;
+
+void EditSur::ConnectButtons() {
+  const auto on = [this](QPushButton* button, void (EditSur::*work)()) {
+    connect(button, &QPushButton::clicked, this, work);
+  };
+  on(ui_->cmdNew, &EditSur::cmdNew_Click);
+  on(ui_->cmdOpen, &EditSur::cmdOpen_Click);
+  on(ui_->cmdSave, &EditSur::cmdSave_Click);
+  on(ui_->cmdSaveAs, &EditSur::cmdSaveAs_Click);
+  on(ui_->cmdConvert, &EditSur::cmdConvert_Click);
+  on(ui_->cmdInsertRow, &EditSur::cmdInsertRow_Click);
+  on(ui_->cmdDeleteRow, &EditSur::cmdDeleteRow_Click);
+  on(ui_->cmdOK, &EditSur::cmdOK_Click);
+  on(ui_->cmdNext, &EditSur::cmdOK_Click);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->Option1_0, &QRadioButton::clicked, this, [this] { Option1_Click(kApiEnglish); });
+  connect(ui_->Option1_1, &QRadioButton::clicked, this, [this] { Option1_Click(kMetric); });
+  connect(ui_->Option1_2, &QRadioButton::clicked, this, [this] { Option1_Click(kUserDefined); });
+}
+
+void EditSur::ConnectMenu() {
+  connect(ui_->Grid1, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+    ui_->mnuUndo->setEnabled(grid_.CanUndo());
+    ui_->mnuGrid->popup(ui_->Grid1->viewport()->mapToGlobal(place));
+  });
+  connect(ui_->GridInsertRow, &QAction::triggered, this, &EditSur::cmdInsertRow_Click);
+  connect(ui_->GridDeleteRow, &QAction::triggered, this, &EditSur::cmdDeleteRow_Click);
+  connect(ui_->mnuUndo, &QAction::triggered, this, &EditSur::mnuUndo_Click);
+  connect(ui_->mnuCopy, &QAction::triggered, this, &EditSur::mnuCopy_Click);
+  connect(ui_->mnuPaste, &QAction::triggered, this, &EditSur::mnuPaste_Click);
+}
+
+QString EditSur::Text(const OperatorText& text) const {
+  return ToQt(host_.Words().Translator.In(text));
+}
+
+std::string EditSur::Directory() const {
+  for (const std::string& path : {well_.SurveyFileName, well_.WellFileName})
+    if (!path.empty()) return FolderOf(path);
+  return access_.directory;
+}
+
+// --- Leaving ---
+
+void EditSur::done(int result) {
+  if (result == Accepted || host_.Boxes().IsEnding() || !grid_.IsChanged()) return QDialog::done(result);
+  const QPointer<EditSur> alive(this);
+  const auto answer = host_.Boxes().Message({text::LeaveSurvey, {}, Buttons::YesNo, BoxIcon::Question, {}, {}, true});
+  if (alive && answer == velk::Answer::Yes) QDialog::done(result);
+}
+
+void EditSur::cmdOK_Click() {
+  ui_->Grid1->setFocus();  // what stands in an open editor is stored
+  if (TellFault()) return;
+  const QPointer<EditSur> alive(this);
+  const bool computed = RunProcedure({host_.Boxes(), "cmdOK_Click"}, [&](const Statements& run) {
+    run([&] {
+      const std::vector<SurveyStation> survey = grid_.ReadBack();
+      WellPath path;
+      if (!survey.empty()) path = CalculateTrajectory(survey, well_.CalculationInterval);
+      well_.Path = std::move(path);
+      well_.Survey = survey;
+    });
+  });
+  if (!alive || !computed) return;
+  well_.SurveyFileUnits = grid_.Units();
+  well_.SavedSurveyCount = static_cast<std::int16_t>(well_.Survey.size());
+  well_.SurveyAccepted = true;
+  accept();
+}
+
+/// Tells of the first row that keeps the survey from being taken, and goes there.
+bool EditSur::TellFault() {
+  const auto row = grid_.FirstFault();
+  if (!row) return false;
+  ui_->Grid1->setCurrentIndex(model_.index(*row, 0));
+  host_.Boxes().Message(
+      {text::FaultInRow + std::to_string(*row + 1) + ": " + text::DepthNotBelow, {}, Buttons::Ok, BoxIcon::Critical});
+  return true;
+}
+
+// --- Files ---
+
+void EditSur::cmdNew_Click() {
+  grid_.Fill({}, well_.WellFileUnits);
+  well_.SurveyFileName.clear();
+  ui_->cmdSave->setEnabled(false);
+  setWindowTitle(Text(text::NewSurveyTitle));
+  Changed();
+}
+
+void EditSur::cmdOpen_Click() {
+  constexpr std::array<std::string_view, 3> kExtensions = {"d15", "dt5", "*"};
+  const QPointer<EditSur> alive(this);
+  const auto path = SelectFile(host_.Boxes(), {text::OpenSurveyTitle, text::SurveyFilesToOpen, Directory()},
+                               kExtensions, FileUse::Open, access_.beep);
+  if (path && alive) Open(*path);
+}
+
+void EditSur::Open(const std::string& path) {
+  const QPointer<EditSur> alive(this);
+  if (!FileExists(path)) {
+    host_.Boxes().Message({path + OperatorText(text::SurveyFileMissing), {}, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  SurveyFile file;
+  const bool isRead = RunProcedure({host_.Boxes(), "cmdOpen_Click"}, [&](const Statements& run) {
+    file = run([&] { return ReadSurveyFile(path, std::max(kWellFileRows, well_.Survey.size())); });
+  });
+  if (!isRead || !alive) return;
+  if (!file.rows.empty()) TakeFile(file, path);
+  if (!file.fault.IsEmpty()) host_.Boxes().Message({path + "\n" + file.fault, {}, Buttons::Ok, BoxIcon::Exclamation});
+}
+
+void EditSur::TakeFile(const SurveyFile& file, const std::string& path) {
+  grid_.Fill(file.rows, file.units.value_or(grid_.Units()));
+  if (IsWellFile(path)) {
+    well_.WellFileName = path;
+    well_.WellFileUnits = grid_.Units();
+    well_.Sections = file.sections;
+    well_.SurveyFileName.clear();
+  } else {
+    well_.SurveyFileName = path;
+  }
+  ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
+  ui_->Grid1->setCurrentIndex(model_.index(0, 0));
+  ShowTitle(path);
+  Changed();
+}
+
+void EditSur::cmdSave_Click() {
+  ui_->Grid1->setFocus();  // what stands in an open editor is stored
+  if (!well_.SurveyFileName.empty()) Save();
+}
+
+void EditSur::cmdSaveAs_Click() {
+  constexpr std::array<std::string_view, 1> kExtensions = {"d15"};
+  ui_->Grid1->setFocus();
+  const QPointer<EditSur> alive(this);
+  const auto path = SelectFile(host_.Boxes(), {text::SaveSurveyTitle, text::SurveyFilesToSave, Directory()},
+                               kExtensions, FileUse::Save, access_.beep);
+  if (!path || !alive) return;
+  well_.SurveyFileName = *path;
+  Save();
+}
+
+void EditSur::Save() {
+  const QPointer<EditSur> alive(this);
+  const bool saved = RunProcedure({host_.Boxes(), "cmdSave_Click"}, [&](const Statements& run) {
+    const std::vector<SurveyStation> survey = run([&] { return grid_.ReadBack(); });
+    run([&] { WriteWholeFile(well_.SurveyFileName, SurveyText(survey, grid_.Units())); });
+    // The surface was added.
+    if (!survey.empty() && grid_.Cell(0, 0) != "0") grid_.Fill(survey, grid_.Units());
+  });
+  if (!alive || !saved) return;
+  ui_->cmdSave->setEnabled(true);
+  ShowTitle(well_.SurveyFileName);
+  Changed();
+  grid_.Kept();
+}
+
+void EditSur::ShowTitle(const std::string& path) {
+  setWindowTitle(Text(text::SurveyTitle + UpperCase(path)));
+}
+
+// --- Units ---
+
+void EditSur::Option1_Click(std::int16_t system) {
+  grid_.SetUnits(system);
+  Changed();
+}
+
+void EditSur::cmdConvert_Click() {
+  ui_->Grid1->setFocus();
+  const QPointer<EditSur> alive(this);
+  const std::int16_t from = grid_.Units();
+  const auto choice = host_.Ask<UnitsConvert>(from, well_.Units.user);
+  if (!alive) return;
+  if (choice) {
+    well_.Units.SetUser(choice->user);
+    access_.keepUnits(choice->user);
+  }
+  if (!alive) return;
+  well_.Units.Convert(from, choice ? choice->to : from);
+  if (choice) grid_.Convert(well_.Units.UnitFactor[kLengthSlot], choice->to);
+  Changed();
+}
+
+void EditSur::ShowUnits() {
+  const std::array<QRadioButton*, 3> options = {ui_->Option1_0, ui_->Option1_1, ui_->Option1_2};
+  options[static_cast<std::size_t>(grid_.Units())]->setChecked(true);
+}
+
+// --- The grid ---
+
+bool EditSur::eventFilter(QObject* watched, QEvent* event) {
+  const bool isKey = watched == ui_->Grid1 && event->type() == QEvent::KeyPress;
+  if (isKey && GridKey(*static_cast<QKeyEvent*>(event))) return true;
+  return QDialog::eventFilter(watched, event);
+}
+
+bool EditSur::GridKey(const QKeyEvent& key) {
+  auto& pressed = const_cast<QKeyEvent&>(key);  // matches() changes nothing, and is not const
+  if (pressed.matches(QKeySequence::Copy)) return mnuCopy_Click(), true;
+  if (pressed.matches(QKeySequence::Paste)) return mnuPaste_Click(), true;
+  if (pressed.matches(QKeySequence::Undo)) return mnuUndo_Click(), true;
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      Move(1, 0);
+      return true;
+    case Qt::Key_Insert:
+      cmdInsertRow_Click();
+      return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      grid_.Clear(Selected());
+      Changed();
+      return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      return LeavesGrid(key);
+    default:
+      return false;
+  }
+}
+
+/// Behind the last cell, and ahead of the first one, the tabulator leads out of the grid.
+bool EditSur::LeavesGrid(const QKeyEvent& key) {
+  const QModelIndex cell = ui_->Grid1->currentIndex();
+  const bool isFirst = cell.row() <= 0 && cell.column() <= 0;
+  const bool isLast = cell.row() == grid_.RowCount() - 1 && cell.column() == kSurveyColumns - 1;
+  const bool isForward = key.key() == Qt::Key_Tab;
+  if (cell.isValid() && !(isForward ? isLast : isFirst)) return false;
+  if (isForward)
+    ui_->cmdNew->setFocus(Qt::TabFocusReason);
+  else
+    ui_->cmdCancel->setFocus(Qt::BacktabFocusReason);
+  return true;
+}
+
+/// Sideways it goes on in the next row, as the grid does where no editor is open.
+void EditSur::Move(int rows, int columns) {
+  const QModelIndex cell = ui_->Grid1->currentIndex();
+  const int place = cell.row() * kSurveyColumns + cell.column() + columns;
+  if (!cell.isValid() || place < 0) return;
+  const QModelIndex next = model_.index(place / kSurveyColumns + rows, place % kSurveyColumns);
+  if (next.isValid()) ui_->Grid1->setCurrentIndex(next);
+}
+
+SurveyCells EditSur::Selected() const {
+  const QItemSelection selection = ui_->Grid1->selectionModel()->selection();
+  const QModelIndex cell = ui_->Grid1->currentIndex();
+  if (selection.isEmpty()) return {cell.row(), cell.column(), cell.row(), cell.column()};
+  const QItemSelectionRange& range = selection.first();
+  return {range.top(), range.left(), range.bottom(), range.right()};
+}
+
+void EditSur::cmdInsertRow_Click() {
+  grid_.InsertRow(std::max(0, ui_->Grid1->currentIndex().row()));
+  Changed();
+}
+
+/// All selected rows.
+void EditSur::cmdDeleteRow_Click() {
+  const SurveyCells cells = Selected();
+  if (cells.top < 0) return;
+  grid_.DeleteRows(cells.top, cells.bottom);
+  Changed();
+  ui_->Grid1->setCurrentIndex(model_.index(std::min(cells.top, grid_.RowCount() - 1), std::max(0, cells.left)));
+}
+
+void EditSur::mnuCopy_Click() {
+  QGuiApplication::clipboard()->setText(ToQt(grid_.Copy(Selected())));
+}
+
+void EditSur::mnuPaste_Click() {
+  const SurveyCells cells = grid_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
+  Changed();
+  ui_->Grid1->selectionModel()->select(
+      QItemSelection(model_.index(cells.top, cells.left), model_.index(cells.bottom, cells.right)),
+      QItemSelectionModel::ClearAndSelect);
+}
+
+void EditSur::mnuUndo_Click() {
+  grid_.Undo();
+  Changed();
+}
+
+void EditSur::Changed() {
+  model_.ShowAnew();
+  ShowUnits();
+  ShowRemark();
+}
+
+void EditSur::ShowRemark() {
+  const QModelIndex cell = ui_->Grid1->currentIndex();
+  const QString remark = model_.RemarkOn(cell);
+  const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+  const QString colour = isDark ? QStringLiteral("#FF8A8E") : QStringLiteral("#B00020");
+  const bool isFault = cell.isValid() && cell.data(FaultRole).toBool();
+  ui_->lblFault->setStyleSheet(isFault ? QStringLiteral("QLabel { color: %1; }").arg(colour) : QString());
+  ui_->lblFault->setText(remark.isEmpty() ? Text(text::SurveyHint) : remark);
+}
+
+}  // namespace velk

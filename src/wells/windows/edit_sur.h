@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "i18n/windows/window_host.h"
+#include "wells/survey_grid.h"
+#include "wells/well.h"
+#include "wells/windows/survey_model.h"
+
+namespace Ui {
+class EditSur;
+}
+
+namespace velk {
+
+/// What the survey's editor needs besides the well.
+struct SurveyAccess {
+  std::string directory;  ///< where the choice of a file begins
+  std::function<void()> beep;
+  std::function<void(const UserUnits&)> keepUnits;  ///< the operator's own units were changed
+};
+
+/// The editor of the survey. It works on a well of its own: Answer() is that well once OK has computed its path.
+class EditSur : public QDialog {
+  Q_OBJECT
+
+ public:
+  EditSur(WindowHost& host, Well well, SurveyAccess access);
+  ~EditSur() override;
+
+  const Well& Answer() const { return well_; }
+
+  void done(int result) override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void ConnectButtons();
+  void ConnectMenu();
+  bool GridKey(const QKeyEvent& key);
+  bool LeavesGrid(const QKeyEvent& key);
+  void Move(int rows, int columns);
+
+  void cmdNew_Click();
+  void cmdOpen_Click();
+  void cmdSave_Click();
+  void cmdSaveAs_Click();
+  void cmdConvert_Click();
+  void cmdInsertRow_Click();
+  void cmdDeleteRow_Click();
+  void cmdOK_Click();
+  void Option1_Click(std::int16_t system);
+  void mnuCopy_Click();
+  void mnuPaste_Click();
+  void mnuUndo_Click();
+
+  void Open(const std::string& path);
+  void TakeFile(const SurveyFile& file, const std::string& path);
+  void Save();
+  bool TellFault();
+  void Changed();
+  void ShowRemark();
+  void ShowUnits();
+  void ShowTitle(const std::string& path);
+  SurveyCells Selected() const;
+  QString Text(const OperatorText& text) const;
+  std::string Directory() const;
+
+  WindowHost& host_;
+  std::unique_ptr<Ui::EditSur> ui_;
+  Well well_;
+  const SurveyAccess access_;
+  SurveyGrid grid_;
+  SurveyModel model_;
+};
+
+}  // namespace velk
