@@ -185,6 +185,7 @@ TEST_F(TableOfTheProgram, KeepsTheWidthsOfItsColumnsOverARestart) {
 
 TEST_F(TableOfTheProgram, EditsWhatPlays) {
   rig.State().AcquisitionMode = false;
+  rig.State().PlaybackParameterCount = rig.State().TotalParameters;
   ChangeCurrentStatus(rig.State(), rig.Window(), text::StatusReadyToPlayback);
   InTable([](ParametersTable& table) {
     EXPECT_FALSE(table.Answer().HasAlarms());

@@ -34,6 +34,7 @@ class PlaybackInTheProgram : public testing::Test {
 
 TEST_F(PlaybackInTheProgram, RunsFromTheMenuToItsEnd) {
   MainForm& window = rig.Window();
+  const long long rows = rig.application->RowsRecorded();
   Open();
   EXPECT_EQ(Status(), "Ready to Playback");
   EXPECT_EQ(window.MenuItem("mnuAcquire")->text(), "Playback");
@@ -51,7 +52,7 @@ TEST_F(PlaybackInTheProgram, RunsFromTheMenuToItsEnd) {
   EXPECT_FALSE(window.MenuItem("mnuFileExit")->isEnabled());
   rig.clock.Advance(2000);
   EXPECT_EQ(window.Panel(3), "14-Mar-2026");
-  EXPECT_EQ(window.Panel(6), QString("Row 2 of %1").arg(rig.application->RowsRecorded()));
+  EXPECT_EQ(window.Panel(6), QString("Row 2 of %1").arg(rows));
   // The screen follows within 33 ms of the machine's own clock.
   QTRY_VERIFY(window.findChild<QLabel*>("StatusBar1_6")->isVisibleTo(&window));
   rig.Choose("mnuAcquireStart");
