@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "core/acquisition.h"
+#include "core/job_start.h"
 #include "instruments/table/protocols.h"
 #include "model/texts.h"
 #include "platform/settings/settings.h"
@@ -100,6 +101,7 @@ struct Rig {
     session.CurrentValue.fill(kUntouched);
     session.CurrentStatus = acquiring;
     session.Data = {};
+    SetStartTimes(session, clock.Now(), session.SamplingRate);
     session.CurrentFile = "fuzzed.mdb";  // a page that is turned asks for one otherwise
     dialogs.boxes = 0;
     dialogs.onBox = nullptr;
