@@ -107,7 +107,7 @@ void Playback::InitialisePlayback(const Statements& run, const PlaybackFile& fil
   session_.PlaybackParameterCount = static_cast<std::int16_t>(file.parameters.channels.size());
   session_.TotalParameters = session_.NumberOfParameters = session_.PlaybackParameterCount;
   session_.CurrentValue.fill(0);
-  session_.Data = {};  // those of the unit's last job are none of the file's
+  session_.Data.hasValues = false;
   session_.AlarmTriggered.fill(false);
   HideAlarmsIfNone(session_, view_);
   HideBlank(session_, session_.TotalParameters);
