@@ -186,6 +186,23 @@ TEST_F(PlaybackFiles, WithGapsAmongTheirRowsTellTheRowsThatAreThere) {
   EXPECT_EQ(rig.session.PlaybackRow, 4);
 }
 
+TEST_F(PlaybackFiles, CatchUpWithAGapOfTheirTimesAndTakeTheBarsAlong) {
+  Choose(Make("gap.mdb", Rows("A DOUBLE, B DOUBLE", {{0, "1, 1"}, {1, "2, 2"}, {3650, "3, 3"}}) + kSettingsOfAAndB));
+  Press();
+  const auto& window = rig.graphs.windows[4];
+  for (int row = 0; row < 2; ++row) Tick();
+  EXPECT_EQ(window.blocks.size(), 1u);
+  Tick();
+  // Blocks of 120 s: the row stands in that from 3600 to 3720 s, and the one ahead of it was drawn on the way.
+  const auto end = [&](std::size_t fromBack) { return window.blocks[window.blocks.size() - fromBack].second; };
+  EXPECT_NEAR(end(1), start + 3720 * kSecond, kSecond / 1000);
+  EXPECT_NEAR(end(2), start + 3600 * kSecond, kSecond / 1000);
+  EXPECT_NEAR(rig.session.Times.GraphEndTime, start + 3720 * kSecond, kSecond / 1000);
+  ASSERT_EQ(window.scrolls.size(), 2u);
+  EXPECT_NEAR(window.scrolls[0], start + 120 * kSecond, kSecond / 1000);
+  EXPECT_NEAR(window.scrolls[1], start + 3720 * kSecond, kSecond / 1000);
+}
+
 TEST_F(PlaybackFiles, ARowWithoutATimeIsToldByItsNumber) {
   Choose(Make("hole.mdb", Rows("A DOUBLE, B DOUBLE", {{0, "1, 1"}, {1, "2, 2"}}) +
                               "INSERT INTO logData VALUES (NULL, NULL, NULL, 3, 3);" + kSettingsOfAAndB));

@@ -196,6 +196,23 @@ TEST_F(WindowsOfComputedChannels, BeepAtAWrongFormula) {
   EXPECT_EQ(view.beeps, 1);
 }
 
+TEST_F(WindowsOfComputedChannels, AreIncludedBehindAFileAsLongAsThereIsRoomForAll) {
+  state.NumberOfParameters = state.TotalParameters = state.PlaybackParameterCount = 63;
+  dialogs.Expect("There is room for 64 parameters in all", Answer::Ok);
+  QTimer::singleShot(0, &parent, [this] {
+    for (QDialog* window : parent.findChildren<QDialog*>()) window->reject();
+  });
+  windows.mnuToolsInclude_Click();
+  QApplication::processEvents();
+  EXPECT_EQ(state.TotalParameters, 63);
+
+  state.NumberOfParameters = state.TotalParameters = state.PlaybackParameterCount = 62;
+  WhenShown<ComputedParameters>([](ComputedParameters& window) { Click(window, "cmdClose"); });
+  windows.mnuToolsInclude_Click();
+  EXPECT_EQ(state.TotalParameters, 64);
+  EXPECT_EQ(state.CurrentParameters[64].name, "Two");
+}
+
 TEST_F(WindowsOfComputedChannels, SwitchAChannelOffWhenTheBoxesAreClosed) {
   WhenShown<ComputedParameters>([](ComputedParameters& window) {
     Box(window, 1).click();

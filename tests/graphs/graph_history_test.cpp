@@ -29,6 +29,15 @@ bool HasAt(const QImage& plot, double value, int y, QRgb colour) {
   return false;
 }
 
+/// The rectangle in which two pictures of one size differ.
+QRect ChangedBetween(const QImage& a, const QImage& b) {
+  QRect changed;
+  for (int y = 0; y < a.height(); ++y)
+    for (int x = 0; x < a.width(); ++x)
+      if (a.pixel(x, y) != b.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+  return changed;
+}
+
 /// The window of a recorded job, ten minutes in, as the sample's road has driven it.
 struct LookedBack : RecordedJob {
   explicit LookedBack(int curveCount = 1) : RecordedJob(curveCount) {
@@ -533,13 +542,24 @@ TEST(GraphComment, OfTheFileStandsInEachBlockThatIsDrawn) {
   with.Comment(60, "Pump on");
   with.Comment(300, "Pump off");  // of a later block
   for (LookedBack* job : {&with, &without}) job->Form().Picture2_Update(JobStart(), JobStart() + 120 * kSecond);
-  const QImage marked = with.Plot(), plain = without.Plot();
-  QRect changed;
-  for (int y = 0; y < marked.height(); ++y)
-    for (int x = 0; x < marked.width(); ++x)
-      if (marked.pixel(x, y) != plain.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+  const QRect changed = ChangedBetween(with.Plot(), without.Plot());
   EXPECT_FALSE(changed.isEmpty());
-  EXPECT_TRUE(QRect(marked.width() - 120, 48, 120, 24).contains(changed)) << changed.left() << " " << changed.top();
+  EXPECT_TRUE(QRect(with.Plot().width() - 120, 48, 120, 24).contains(changed))
+      << changed.left() << " " << changed.top();
+}
+
+TEST(GraphComment, OfABlockStandsAtItsPlaceOnAPageThatBeginsAtAnotherTime) {
+  LookedBack with, without;
+  with.Comment(180, "Pump off");
+  for (LookedBack* job : {&with, &without})
+    for (const int begin : {0, 120})
+      job->Form().Picture2_Update(JobStart() + begin * kSecond, JobStart() + (begin + 120) * kSecond);
+  // The second block moves the page up by half: 09:31 stands at its top, the comment two minutes below.
+  EXPECT_DOUBLE_EQ(with.Form().TimeOrigin(), JobStart() + 60 * kSecond);
+  const QRect changed = ChangedBetween(with.Plot(), without.Plot());
+  EXPECT_FALSE(changed.isEmpty());
+  EXPECT_TRUE(QRect(with.Plot().width() - 120, 108, 120, 24).contains(changed))
+      << changed.top() << " " << changed.bottom();
 }
 
 TEST(GraphComment, OfTheFileStandsOnThePagesOfHistory) {
@@ -552,10 +572,7 @@ TEST(GraphComment, OfTheFileStandsOnThePagesOfHistory) {
   job.Bar().setValue(1);
   const QImage with = job.Plot();
   // 60 s down the page, at the right edge, and nothing else has changed.
-  QRect changed;
-  for (int y = 0; y < with.height(); ++y)
-    for (int x = 0; x < with.width(); ++x)
-      if (with.pixel(x, y) != without.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+  const QRect changed = ChangedBetween(with, without);
   EXPECT_FALSE(changed.isEmpty());
   EXPECT_TRUE(QRect(with.width() - 120, 48, 120, 24).contains(changed)) << changed.left() << " " << changed.top();
 }

@@ -78,6 +78,20 @@ TEST(HistoryFrame, OfAPageOfFourBlockPairsHasEightLabels) {
   EXPECT_EQ(labels[7], "print 341 14265 '09:46' 000000");
 }
 
+TEST(HistoryFrame, OfAPageOfHalfABlockPairHasOneLabelAndThreeRows) {
+  PageOfJob job(1, 1800);
+  job.session.Times.BlockPairsPerPage = 0.5;
+  job.Page().Picture2_Update2(JobStart());
+  // The one label stands at the lower edge, 1765; the date half way, 35 + 865 - 100.
+  EXPECT_EQ(job.picture3.calls, (Calls{"cls", "print 341 1665 '09:32' 000000", "print -192 800 '14-Mar-2026' 000000"}));
+  const Calls lines = CallsWith(job.pic2.calls, "line");
+  ASSERT_EQ(lines.size(), 2U + 9 + 4);
+  EXPECT_EQ(lines[0], "line 966 35 966 1800 000000 w1");
+  EXPECT_EQ(lines[1], "line 866 900 966 900 000000 w1");
+  EXPECT_EQ(lines[12], "line 966 623.333 10966 623.333 C0C0C0 w1");  // 1765 / 3 apart
+  EXPECT_EQ(lines[14], "line 966 1800 10966 1800 000000 w1");
+}
+
 TEST(HistoryFrame, LeavesTheTimesOfTheLiveChart) {
   PageOfJob job;
   job.session.Times.GraphPageTime = JobStart() + 600 * kSecond;
@@ -109,6 +123,43 @@ TEST(HistoryCurves, OfASlowerJobStandAsManyRowsDown) {
   ASSERT_EQ(lines.size(), 240U);
   EXPECT_EQ(lines[0], "line 5966 0 5966 15 0000FF w2");
   EXPECT_EQ(lines[239], "line 5966 3585 5966 3600 0000FF w2");
+}
+
+TEST(HistoryCurves, OfFasterJobsStandAtTheirSeconds) {
+  struct Case {
+    double step;       ///< seconds
+    const char* next;  ///< 15 twips a step: where the second behind the first one stands
+    const char* last;  ///< the tenth
+  };
+  for (const Case& job : {Case{0.1, "150", "1500"}, Case{0.2, "75", "750"}, Case{1, "15", "150"}, Case{5, "3", "30"}}) {
+    PageOfJob page(1, 36000);
+    page.session.Times.GraphTimeStep = job.step * kSecond;
+    for (const int second : {0, 1, 10}) page.Append(second, {10.0 + second});
+    page.Plot(0, 60);
+    EXPECT_EQ(page.pic2.calls, (Calls{std::string("line 1966 0 2066 ") + job.next + " 0000FF w2",
+                                      std::string("line 2066 ") + job.next + " 2966 " + job.last + " 0000FF w2"}))
+        << job.step;
+  }
+}
+
+TEST(HistoryCurves, OfManyRowsASecondAreSteps) {
+  PageOfJob job(1, 36000);
+  job.session.Times.GraphTimeStep = 0.2 * kSecond;
+  for (const double value : {10.0, 20.0, 30.0}) job.Append(0, {value});
+  job.Append(1, {40});
+  job.Plot(0, 60);
+  EXPECT_EQ(job.pic2.calls,
+            (Calls{"line 1966 0 2966 0 0000FF w2", "line 2966 0 3966 0 0000FF w2", "line 3966 0 4966 75 0000FF w2"}));
+}
+
+TEST(HistoryCurves, OfAPageOfTwiceTheHeightReachTwiceAsFar) {
+  PageOfJob job(1, 7200);
+  job.Record(0, 600);
+  EXPECT_TRUE(job.Plot(60, 540));
+  const Calls lines = CallsWith(job.pic2.calls, "line");
+  ASSERT_EQ(lines.size(), 480U);
+  EXPECT_EQ(lines.front(), "line 6966 0 7066 15 0000FF w2");
+  EXPECT_EQ(lines.back(), "line 4866 7185 4966 7200 0000FF w2");  // 539 and 540 s: 39 and 40 of 100
 }
 
 TEST(HistoryCurves, AreMeasuredFromTheMinuteOfTheFirstRowAndNotFromThePage) {
@@ -293,6 +344,19 @@ TEST(RepaintedCurves, StandWhereTheyWereDrawnLive) {
   // From 09:32:00 on, and one row beyond the last sample: 120 to 191 s.
   ASSERT_EQ(lines.size(), 71U);
   EXPECT_EQ(lines[8], "line 3766 7.5 3866 22.5 0000FF w2");  // 128 s to 129 s: half a row down the page
+}
+
+TEST(RepaintedCurves, OverMidnightEndWithTheDayAndThePageSaysSo) {
+  PageOfJob job;
+  const double begin = DateSerial(2026, 3, 14) + TimeOfDay(23, 58, 0);
+  for (int second = 0; second <= 240; ++second) job.log.AppendLogRow({begin + second * kSecond, {50}});
+  // A minute of the page stands above its first row.
+  job.Page().ReplotFromLog(job.open.Reader(), begin, begin + 200 * kSecond, begin - 60 * kSecond);
+  const Calls lines = CallsWith(job.pic2.calls, "line");
+  ASSERT_EQ(lines.size(), 119U);
+  EXPECT_EQ(lines.front(), "line 5966 900 5966 915 0000FF w2");
+  EXPECT_EQ(lines.back(), "line 5966 2670 5966 2685 0000FF w2");
+  EXPECT_EQ(job.pic2.calls.back(), "print 1116 2700 'What comes behind midnight is on the next page.' 70665B");
 }
 
 // --- Comments ---

@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <filesystem>
 
+#include "graphs/label_reading.h"
 #include "graphs/windows/graph_form_new.h"
 #include "platform/database/command.h"
 #include "shell/shell_rig.h"
@@ -99,6 +102,87 @@ TEST_F(LookingBack, ShowsCommentsInTheReportAsTheyAreWritten) {
             (std::vector<std::string>{"Насос 2 включён", "Pressure steady"}));
   rig.Choose("mnuViewSummaryReport");
   EXPECT_EQ(Report()->model()->rowCount(), 2) << "the report of the last log can still be read";
+}
+
+TEST_F(LookingBack, GoesThroughAFileThatPlaysAndShowsItAsItWasRecorded) {
+  StartRecording();
+  Run(701);
+  Bar(1).setValue(1);
+  const QImage recorded = Plot(1);
+  rig.Press("Stop");
+  rig.dialogs.ExpectOpenFile(path);
+  rig.Choose("mnuFilePlayback");
+  rig.Choose("mnuAcquireStart");
+  EXPECT_FALSE(Bar(1).isEnabled());
+  rig.clock.Advance(601'000);
+  // The row of the 600th second begins the sixth block of two minutes; the last five minutes are the live page.
+  ASSERT_TRUE(Bar(1).isEnabled());
+  EXPECT_EQ(Bar(1).maximum(), 12 - 5);
+  EXPECT_EQ(Bar(1).value(), Bar(1).maximum());
+  const QImage live = Plot(1);
+  Bar(1).setValue(1);
+  EXPECT_EQ(Plot(1), recorded);
+  rig.clock.Advance(20'000);
+  EXPECT_EQ(Plot(1), recorded) << "the rows go on unseen";
+  Bar(1).setValue(Bar(1).maximum());
+  EXPECT_NE(Plot(1), recorded);
+  EXPECT_NE(Plot(1), live);
+}
+
+TEST_F(LookingBack, ReadsScaledValuesOfAFileThatPlays) {
+  StartRecording();
+  Run(120);
+  rig.Press("Stop");
+  for (Parameter& saved : rig.State().PlaybackParameters) saved.Gain = 2, saved.Offset = 0.5;
+  rig.dialogs.ExpectOpenFile(path);
+  rig.Choose("mnuFilePlayback");
+  rig.Choose("mnuAcquireStart");
+  rig.clock.Advance(100'000);
+  Form(2).findChild<QAction*>("ReadValue")->trigger();
+  auto* plot = Form(2).findChild<QWidget*>("Pic2");
+  QMouseEvent move(QEvent::MouseMove, QPointF(300, 60), plot->mapToGlobal(QPointF(300, 60)), Qt::NoButton, {}, {});
+  QApplication::sendEvent(plot, &move);
+  EXPECT_TRUE(Form(2).windowTitle().endsWith(" : 40.5000")) << Form(2).windowTitle().toStdString();
+}
+
+TEST_F(LookingBack, WritesNoValuesOfAnotherJobBesideAComment) {
+  rig.questions.include = [](SummaryInclusion& inclusion) {
+    for (auto& entry : inclusion.parameters) entry.included = entry.parameter == 1;
+  };
+  StartRecording();
+  Comment(1, "before the first line");
+  Run(2);
+  Comment(1, "behind it");
+  rig.Press("Stop");
+  rig.dialogs.ExpectOpenFile(path);
+  rig.Choose("mnuFilePlayback");
+  Comment(1, "ready to play");
+  rig.Choose("mnuAcquireStart");
+  rig.clock.Advance(1000);
+  Comment(1, "at the first row");
+  EXPECT_EQ(Texts("SELECT coalesce(\"Parameter 1\", 'nothing') || ' ' || Comments FROM SummaryReport ORDER BY rowid"),
+            (std::vector<std::string>{"nothing before the first line", "1.0 behind it", "nothing ready to play",
+                                      "1.0 at the first row"}));
+}
+
+TEST_F(LookingBack, FindsTheEditsOfARecordedJobOnItsCharts) {
+  StartRecording();
+  Run(3);
+  rig.dialogs.ExpectInput("Enter parameter name", "Treating Pressure");
+  ClickLabel(Form(1), "Label1_0");
+  rig.dialogs.ExpectInput("Enter parameter units", "bar");
+  ClickLabel(Form(1), "Label3_0");
+  EXPECT_EQ(Texts("SELECT ParameterName || ' ' || units FROM GraphSettings LIMIT 1"),
+            std::vector<std::string>{"Treating Pressure bar"});
+  Run(3);
+  Comment(1, "renamed");
+  rig.Press("Stop");
+  rig.dialogs.ExpectOpenFile(path);
+  rig.Choose("mnuFilePlayback");
+  EXPECT_EQ(rig.State().CurrentParameters[1].name, "Treating Pressure");
+  rig.Choose("mnuAcquireStart");
+  rig.clock.Advance(1000);
+  EXPECT_EQ(rig.State().CurrentValue[1], 1.0F) << "its column has the name that the file was made with";
 }
 
 TEST_F(LookingBack, HasNoCommentsWithoutAFile) {
