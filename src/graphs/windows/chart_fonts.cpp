@@ -24,14 +24,18 @@ QFont ChartFont(const std::string& family, int points) {
 }
 
 QFont FitFont(QFont font, const QString& text, double width, int smallest) {
+  const auto advance = [&] { return QFontMetricsF(font).horizontalAdvance(text); };
   for (;;) {
     font.setStretch(100);
-    const double natural = QFontMetricsF(font).horizontalAdvance(text);
+    const double natural = advance();
     if (natural <= width) return font;
-    // A little narrower than worked out: letters are set to whole pixels.
-    const int stretch = static_cast<int>(std::floor(97 * width / natural));
-    font.setStretch(std::max(stretch, kNarrowest));
-    if (stretch >= kNarrowest || font.pixelSize() <= smallest) return font;
+    // Letters are set to parts of pixels, so that the one that is worked out may be a little too wide.
+    for (int stretch = static_cast<int>(std::floor(97 * width / natural)); stretch >= kNarrowest; --stretch) {
+      font.setStretch(stretch);
+      if (advance() <= width) return font;
+    }
+    font.setStretch(kNarrowest);
+    if (font.pixelSize() <= smallest) return font;
     font.setPixelSize(font.pixelSize() - 1);
   }
 }
