@@ -66,6 +66,18 @@ TEST_F(CalibrateFormWindow, FindsGainAndOffsetOnceBothReferencesAreDone) {
   EXPECT_EQ(Box("Text1_3").text(), "-25");
 }
 
+TEST_F(CalibrateFormWindow, ShowsGainAndOffsetToTheirLastDigitAndTheirSign) {
+  Open();
+  Reference(0, "0", 4689.704);
+  Reference(1, "5000", 5194.751);
+  for (const char* name : {"Text1_2", "Text1_3"}) {
+    const QLineEdit& box = Box(name);
+    EXPECT_GE(box.text().size(), 15) << name;
+    constexpr int kInside = 4;  // pixels between frame and text, on either side
+    EXPECT_LE(box.fontMetrics().horizontalAdvance(box.text()), box.width() - 2 * kInside) << name;
+  }
+}
+
 TEST_F(CalibrateFormWindow, ShowsTheRunningReadingAndOffersStopMeanwhile) {
   Open();
   EXPECT_FALSE(FindControl<QPushButton>(*window, "cmdStop")->isEnabled());
