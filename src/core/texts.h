@@ -63,7 +63,7 @@ inline constexpr MessageText NoLargeValues{
     2720, "Channels stand here in large digits once the program is connected to the hardware."};
 
 // Why a line was rejected
-inline constexpr MessageText LineFailsCheck{2024, "the line does not pass its protocol's check"};
+inline constexpr MessageText LineFailsCheck{2024, "the line fails its protocol's check"};
 inline constexpr MessageText FieldNotDecimal{2025, "a value is no decimal number"};
 inline constexpr MessageText ValueBeyondRange{2026, "a value is beyond the 32-bit range"};
 inline constexpr MessageText FieldMissing{2027, "the line ends ahead of its last value"};

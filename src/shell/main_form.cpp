@@ -173,7 +173,7 @@ QAction* MainForm::AddSpeedBar(const char* toolTip) {
 }
 
 void MainForm::BuildStatusBar() {
-  constexpr int kStretch[] = {0, 3, 6, 2, 2, 3, 3, 11, 0};
+  constexpr int kStretch[] = {0, 3, 6, 1, 2, 3, 3, 12, 0};
   for (int panel = 1; panel <= kRecordingPanel; ++panel) {
     panels_[panel] = MakePanel(panel, this);
     panels_[panel]->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));

@@ -69,7 +69,7 @@ TEST_F(DataPanelWords, LeaveOutTheFirstLineOfAnOwnUnitWhichShowsALengthOnly) {
   EXPECT_EQ(Now(), "1.0 samples/s \u00b7 not recording");
   session.Data.rejected = 2;
   session.Data.lastReason = text::LineFailsCheck;
-  EXPECT_EQ(Now(), "1.0 samples/s \u00b7 not recording \u00b7 1 rejected: the line does not pass its protocol's check");
+  EXPECT_EQ(Now(), "1.0 samples/s \u00b7 not recording \u00b7 1 rejected: the line fails its protocol's check");
 }
 
 TEST_F(DataPanelWords, WarnWhenEveryLineIsRejected) {

@@ -142,7 +142,7 @@ TEST_F(Road, CountsRejectedLinesSinceConnectAndTellsSinceWhenValuesAreHeld) {
   rig.road.ProcessLine("garbage\r\n");
   EXPECT_EQ(rig.session.Data.rejected, 1);
   EXPECT_EQ(rig.session.Data.heldSince, 0.0) << "no values were there to hold";
-  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line does not pass its protocol's check");
+  EXPECT_EQ(rig.session.Data.lastReason.English(), "the line fails its protocol's check");
   rig.Sample(10, 20, 30);  // its length differs from the line before
   rig.Sample(10, 20, 30);
   EXPECT_EQ(rig.session.Data.rejected, 2);
