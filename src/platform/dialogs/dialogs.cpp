@@ -89,9 +89,12 @@ void Dialogs::Modal(const std::function<void()>& show) {
 // --- Progress ---
 
 Dialogs::Progress::Progress(Dialogs& dialogs, const OperatorText& title)
-    : dialogs_(dialogs), open_(dialogs.gate_, GateState::Open) {
+    : Progress(dialogs, dialogs.ending_ ? nullptr : dialogs.MakeProgress(dialogs.InLanguage(title))) {
+}
+
+Dialogs::Progress::Progress(Dialogs& dialogs, std::unique_ptr<ProgressBox> box)
+    : dialogs_(dialogs), open_(dialogs.gate_, GateState::Open), box_(std::move(box)) {
   if (const auto first = std::exchange(dialogs_.beforeBox, nullptr)) first();
-  if (!dialogs_.ending_) box_ = dialogs_.MakeProgress(dialogs_.InLanguage(title));
   if (box_) ++dialogs_.boxes_;
   ++dialogs_.longTasks_;
 }

@@ -130,6 +130,8 @@ class Dialogs {
   class Progress {
    public:
     Progress(Dialogs& dialogs, const OperatorText& title);
+    /// Shown by a window of the caller's.
+    Progress(Dialogs& dialogs, std::unique_ptr<ProgressBox> box);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

@@ -16,6 +16,10 @@ LongTask::LongTask(Dialogs& dialogs, Clock& clock, const OperatorText& title)
     : clock_(clock), box_(dialogs, title), began_(clock.Ticks()), yielded_(began_) {
 }
 
+LongTask::LongTask(Dialogs& dialogs, Clock& clock, std::unique_ptr<ProgressBox> shown)
+    : clock_(clock), box_(dialogs, std::move(shown)), began_(clock.Ticks()), yielded_(began_) {
+}
+
 void LongTask::Step(double done, double of) {
   const std::int64_t now = clock_.Ticks();
   if (now - yielded_ < kYieldEveryMs) return;

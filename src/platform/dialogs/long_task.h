@@ -22,6 +22,8 @@ class LongTask {
  public:
   /// `title` stands on the box.
   LongTask(Dialogs& dialogs, Clock& clock, const OperatorText& title);
+  /// A window that begins the task shows by itself how far it is, and takes nothing but the end of it meanwhile.
+  LongTask(Dialogs& dialogs, Clock& clock, std::unique_ptr<ProgressBox> shown);
 
   /// What is being done from here on, above the bar.
   void Doing(const OperatorText& text) { doing_ = text; }
