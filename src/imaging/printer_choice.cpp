@@ -23,8 +23,9 @@ std::string PrinterAtStart(const SystemPrinters& system) {
 
 }  // namespace
 
-PrinterChoice::PrinterChoice(const SystemPrinters& system)
-    : system_(system), OriginalPrinter(PrinterAtStart(system)), name_(OriginalPrinter) {
+const std::string& PrinterChoice::GetOriginalPrinter() const {
+  if (!OriginalPrinter) OriginalPrinter = PrinterAtStart(system_);
+  return *OriginalPrinter;
 }
 
 std::vector<std::string> PrinterChoice::Names() const {
@@ -40,7 +41,7 @@ bool PrinterChoice::SetPrinterAsDefault(const std::string& name) {
 }
 
 std::unique_ptr<Printer> PrinterChoice::MakePrinter(const std::string& file) const {
-  return PrintsToFile() ? MakePdfPrinter(file) : system_.Make(name_);
+  return PrintsToFile() ? MakePdfPrinter(file) : system_.Make(PrinterName());
 }
 
 float PrinterScaleFactor(const Printer& printer) {

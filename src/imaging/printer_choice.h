@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,18 +14,19 @@ namespace velk {
 inline constexpr const char* kPrintToFile = "Print to File (PDF)";
 
 /// The printer that the program prints to: a choice of the process, which changes nothing of the system, so that there
-/// is nothing to put back at the end. It begins with the system's default; where there is none, with the file.
+/// is nothing to put back at the end. It begins with the system's default; where there is none, with the file. The
+/// system is asked when the choice is: a print service that doesn't answer would hold up the start.
 class PrinterChoice {
  public:
   /// The system's printers outlive the choice.
-  explicit PrinterChoice(const SystemPrinters& system);
+  explicit PrinterChoice(const SystemPrinters& system) : system_(system) {}
 
   /// The system's printers, and kPrintToFile as the last.
   std::vector<std::string> Names() const;
   /// What the choice began with.
-  const std::string& GetOriginalPrinter() const { return OriginalPrinter; }
-  const std::string& PrinterName() const { return name_; }
-  bool PrintsToFile() const { return name_ == kPrintToFile; }
+  const std::string& GetOriginalPrinter() const;
+  const std::string& PrinterName() const { return name_ ? *name_ : GetOriginalPrinter(); }
+  bool PrintsToFile() const { return PrinterName() == kPrintToFile; }
 
   /// False, and nothing changes, for an empty name and for one that is not in the list.
   bool SetPrinterAsDefault(const std::string& name);
@@ -36,8 +38,8 @@ class PrinterChoice {
 
  private:
   const SystemPrinters& system_;
-  const std::string OriginalPrinter;
-  std::string name_;
+  mutable std::optional<std::string> OriginalPrinter;
+  std::optional<std::string> name_;
 };
 
 /// PrinterPixelsPerUnit: pixels for each inch of a width that is rounded to whole inches. A sheet of A4 counts as 8

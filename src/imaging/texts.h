@@ -15,4 +15,10 @@ inline constexpr MessageText HasBeenSelected{2645, " has been selected"};
 inline constexpr MessageText FailedToBeSet{2646, " has failed to be set as the default printer."};
 inline constexpr MessageText SelectAPrinter{2647, "Please select a printer from the list."};
 
+// A file to save to; the path stands between the last two
+inline constexpr MessageText SavePdfTitle{2671, "Print to File"};
+inline constexpr MessageText PdfFilter{2672, "PDF Files (*.pdf)|*.pdf"};
+inline constexpr MessageText FileIsThereBefore{2674, "The file ["};
+inline constexpr MessageText FileIsThereAfter{2675, "] is there already. Replace it?"};
+
 }  // namespace velk::text

@@ -32,11 +32,7 @@ inline constexpr MessageText AutoScaling{2667, "Auto Scaling"};
 inline constexpr MessageText ManualScaling{2668, "Manual Scaling"};
 inline constexpr MessageText SavePictureTitle{2669, "Save Picture"};
 inline constexpr MessageText PictureFilter{2670, "JPEG Files (*.jpg) |*.jpg|Bitmaps (*.bmp)|*.bmp"};
-inline constexpr MessageText SavePdfTitle{2671, "Print to File"};
-inline constexpr MessageText PdfFilter{2672, "PDF Files (*.pdf)|*.pdf"};
 inline constexpr MessageText LogoUnreadable{2673, "The company logo can't be read: "};
-inline constexpr MessageText FileIsThereBefore{2674, "The file ["};
-inline constexpr MessageText FileIsThereAfter{2675, "] is there already. Replace it?"};
 inline constexpr MessageText MarginsHide{
     2676, "The printer leaves a margin in which something of the page lies: it will be cut off there."};
 

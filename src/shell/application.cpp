@@ -61,7 +61,7 @@ Application::Application(const Services& services)
                      [this] { OfferNewStart(); }},
                     [this] { SettingsHaveChanged(); }),
       formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
-      printGraph_(windows_, session_, platform_, printers_, [this] { KeepSettings(); }),
+      printGraph_(windows_, session_, platform_, printerChoice_, [this] { KeepSettings(); }),
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
           ProgramFolder(services)),

@@ -101,6 +101,7 @@ class Application {
   EditSettingsCommands editSettings_;
   FormulaCommands formulas_;
   QtPrinters printers_;
+  PrinterChoice printerChoice_{printers_};
   PrintGraph printGraph_;
   Well well_;
   StartUp startUp_;

@@ -74,6 +74,7 @@ TEST_F(PrinterSelect, SaysWhereAPrinterIsGoneAndKeepsTheChoice) {
 }
 
 TEST_F(PrinterSelect, AsksForAPrinterWhereThePresentOneIsNotInTheList) {
+  ASSERT_EQ(choice.PrinterName(), "Cabin");
   system.names = {"Office"};
   Ask([&](QDialog& dialog) {
     EXPECT_EQ(List(dialog).currentRow(), -1);

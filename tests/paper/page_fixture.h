@@ -63,7 +63,8 @@ class PageFixture : public testing::Test {
   WindowHost host{job.dialogs, EnglishWindows()};
   FakePrinters printers;
   int kept = 0;
-  PrintGraph print{host, job.session, job.platform, printers, [this] { ++kept; }};
+  PrinterChoice choice{printers};
+  PrintGraph print{host, job.session, job.platform, choice, [this] { ++kept; }};
 
  private:
   QDialog* window_ = nullptr;

@@ -11,11 +11,11 @@
 #include "imaging/picture_file.h"
 #include "imaging/texts.h"
 #include "imaging/windows/frm_printer_select.h"
+#include "imaging/windows/print_target.h"
 #include "model/help_topics.h"
 #include "paper/texts.h"
 #include "paper/windows/page_view.h"
 #include "platform/drawing/painted_surface.h"
-#include "platform/files/file_errors.h"
 #include "ui_frm_print_graph.h"
 
 namespace velk {
@@ -237,21 +237,9 @@ void frmPrintGraph::FullView_Click(Run run) {
   RedrawOrLeave(run);
 }
 
-std::optional<std::string> frmPrintGraph::AskForFile(const MessageText& title, const MessageText& filter,
-                                                     const std::string& ending) {
-  Dialogs& dialogs = access_.platform.dialogs;
-  auto path = dialogs.SaveFile({title, filter, access_.session.DefaultDirectory});
-  if (!path) return std::nullopt;
-  if (QFileInfo(ToQt(*path)).suffix().isEmpty()) *path += ending;
-  access_.session.DefaultDirectory = FolderOf(*path);
-  if (FileExists(*path) && dialogs.Message({text::FileIsThereBefore + *path + text::FileIsThereAfter, title,
-                                            Buttons::YesNo, BoxIcon::Question}) != Answer::Yes)
-    return std::nullopt;
-  return path;
-}
-
 void frmPrintGraph::SaveToFile_Click(Run run) {
-  const auto path = AskForFile(text::SavePictureTitle, text::PictureFilter, ".jpg");
+  const auto path = AskForFile(access_.platform.dialogs, access_.session.DefaultDirectory, text::SavePictureTitle,
+                               text::PictureFilter, ".jpg");
   if (!path) return;
   run([&] {
     const double height = kSheetHeight / PerInch(Unit::Millimetre) * kPictureDots;
@@ -271,14 +259,8 @@ void frmPrintGraph::Printer_Click(Run) {
 }
 
 void frmPrintGraph::Print_Click(Run run) {
-  if (!host_.Ask<frmPrinterSelect>(access_.printer)) return;
-  std::string file;
-  if (access_.printer.PrintsToFile()) {
-    const auto path = AskForFile(text::SavePdfTitle, text::PdfFilter, ".pdf");
-    if (!path) return;
-    file = *path;
-  }
-  run([&] { PrintOn(*access_.printer.MakePrinter(file)); });
+  const auto file = AskForPrinter(host_, access_.printer, access_.session.DefaultDirectory);
+  if (file) run([&] { PrintOn(*access_.printer.MakePrinter(*file)); });
 }
 
 void frmPrintGraph::PrintOn(Printer& printer) {

@@ -61,8 +61,6 @@ class frmPrintGraph : public QDialog {
   void FullView_Click(Run run);
   bool AskForTimes();
   std::optional<double> AskForTime(const MessageText& prompt, double present);
-  /// Where to save to, the ending put behind a name without one; nothing where the operator leaves it.
-  std::optional<std::string> AskForFile(const MessageText& title, const MessageText& filter, const std::string& ending);
   void PrintOn(Printer& printer);
   std::string Family() const;
 

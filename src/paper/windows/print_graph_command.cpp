@@ -6,9 +6,9 @@
 
 namespace velk {
 
-PrintGraph::PrintGraph(WindowHost& host, Session& session, const Platform& platform, const SystemPrinters& printers,
+PrintGraph::PrintGraph(WindowHost& host, Session& session, const Platform& platform, PrinterChoice& printer,
                        std::function<void()> keepSettings)
-    : host_(host), session_(session), platform_(platform), printers_(printers), keepSettings_(std::move(keepSettings)) {
+    : host_(host), session_(session), platform_(platform), printer_(printer), keepSettings_(std::move(keepSettings)) {
 }
 
 void PrintGraph::Print(int graph) {
@@ -18,8 +18,7 @@ void PrintGraph::Print(int graph) {
       platform_.dialogs.Message({text::NoSpan, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
       return;
     }
-    if (!choice_) choice_.emplace(printers_);
-    host_.Show<frmPrintGraph>(PageAccess{session_, platform_, *choice_, autoScaleTime_, keepSettings_}, composer);
+    host_.Show<frmPrintGraph>(PageAccess{session_, platform_, printer_, autoScaleTime_, keepSettings_}, composer);
   });
 }
 

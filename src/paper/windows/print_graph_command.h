@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 
 #include "i18n/windows/window_host.h"
 #include "imaging/printer_choice.h"
@@ -14,7 +13,7 @@ namespace velk {
 class PrintGraph {
  public:
   /// All outlive this. `keepSettings` brings what is placed or entered to the disk.
-  PrintGraph(WindowHost& host, Session& session, const Platform& platform, const SystemPrinters& printers,
+  PrintGraph(WindowHost& host, Session& session, const Platform& platform, PrinterChoice& printer,
              std::function<void()> keepSettings);
 
   /// Opens the page of a graph; tells where the log has none to show.
@@ -24,10 +23,8 @@ class PrintGraph {
   WindowHost& host_;
   Session& session_;
   Platform platform_;
-  const SystemPrinters& printers_;
+  PrinterChoice& printer_;
   const std::function<void()> keepSettings_;
-  /// Made at the first page: a print service that doesn't answer would hold up the start.
-  std::optional<PrinterChoice> choice_;
   bool autoScaleTime_ = true;
 };
 
