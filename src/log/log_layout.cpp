@@ -33,6 +33,7 @@ LogLayout ReadLogLayout(Connection& connection) {
   const std::string index = catalog.IndexOver(table->name, {"Date", "Time"});
   if (!index.empty()) layout.index = QuoteName(index);
   layout.hasId = HasColumn(*table, "ID");
+  for (const Column& column : table->columns) layout.columns.push_back(column.name);
   for (const Column& column : table->columns)
     if (!SameName(column.name, "ID") && !SameName(column.name, "Date") && !SameName(column.name, "Time"))
       layout.channels.push_back(column.name);

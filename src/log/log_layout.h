@@ -12,6 +12,7 @@ struct LogLayout {
   std::string key;    ///< what rows are ordered and found by, as it stands in a statement: ID, or the engine's own
   std::string index;  ///< the index over Date and Time, as it stands in a statement; empty where there is none
   bool hasId = false;
+  std::vector<std::string> columns;   ///< all of them, in order
   std::vector<std::string> channels;  ///< the columns besides ID, Date and Time, in order
 };
 

@@ -1,6 +1,7 @@
 #include "log/log_reader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <numeric>
 
@@ -14,6 +15,7 @@ namespace velk {
 namespace {
 
 constexpr int kFieldsBeforeValues = 3;
+constexpr std::size_t kRowsAStep = 1024;
 
 }  // namespace
 
@@ -25,7 +27,7 @@ class LogReader::Access {
     if (!connection_) connection_ = Connection::Open(reader.path_, OpenMode::ReadOnly);
   }
   ~Access() {
-    if (connection_->IsRecordedTo()) connection_.reset();
+    if (connection_ && connection_->IsRecordedTo()) connection_.reset();
   }
   Access(const Access&) = delete;
   Access& operator=(const Access&) = delete;
@@ -152,6 +154,62 @@ std::int64_t LogReader::PositionOf(std::int64_t key) {
 
 std::int64_t LogReader::Tally(int most) {
   return tally_.Follow(Access(*this), layout_.key, most);
+}
+
+std::vector<std::vector<FieldValue>> LogReader::Fields(const std::vector<std::int64_t>& keys) {
+  const Access file(*this);
+  Command command(file, "SELECT * FROM logData NOT INDEXED WHERE " + layout_.key + " = ?");
+  std::vector<std::vector<FieldValue>> rows(keys.size());
+  for (std::size_t row = 0; row < keys.size(); ++row) {
+    command.Bind(1, keys[row]);
+    if (!command.Next()) continue;
+    rows[row].reserve(layout_.columns.size());
+    for (int i = 0; i < command.ColumnCount(); ++i) rows[row].push_back(command.Field(i));
+    command.Reset();
+  }
+  return rows;
+}
+
+// The walks below keep the file open by a pointer of their own: what runs in between may read other rows of it.
+
+std::vector<std::int64_t> LogReader::KeysByTime(const std::function<void(std::int64_t read)>& step) {
+  if (layout_.index.empty()) return KeysSortedByTime(step);
+  const Access file(*this);
+  const std::shared_ptr<Connection> held = connection_;
+  Command rows(*held, "SELECT " + layout_.key + " FROM logData INDEXED BY " + layout_.index + " ORDER BY Date, Time, " +
+                          layout_.key);
+  std::vector<std::int64_t> keys;
+  while (rows.Next()) {
+    keys.push_back(rows.Integer(0));
+    if (keys.size() % kRowsAStep == 0) step(static_cast<std::int64_t>(keys.size()));
+  }
+  return keys;
+}
+
+/// Without an index. Rows without a time come first.
+std::vector<std::int64_t> LogReader::KeysSortedByTime(const std::function<void(std::int64_t read)>& step) {
+  const Access file(*this);
+  const std::shared_ptr<Connection> held = connection_;
+  Command rows(*held, "SELECT " + layout_.key + ", Date, Time FROM logData ORDER BY " + layout_.key);
+  std::vector<std::pair<double, std::int64_t>> times;
+  while (rows.Next()) {
+    const double time = RowTime(rows.Field(1), rows.Field(2));
+    times.emplace_back(std::isnan(time) ? -std::numeric_limits<double>::infinity() : time, rows.Integer(0));
+    if (times.size() % kRowsAStep == 0) step(static_cast<std::int64_t>(times.size()));
+  }
+  if (!std::is_sorted(times.begin(), times.end())) std::sort(times.begin(), times.end());
+  std::vector<std::int64_t> keys;
+  keys.reserve(times.size());
+  for (const auto& row : times) keys.push_back(row.second);
+  return keys;
+}
+
+void LogReader::ReadColumn(int column, const std::function<void(std::int64_t key, const FieldValue& value)>& visit) {
+  const Access file(*this);
+  const std::shared_ptr<Connection> held = connection_;
+  Command rows(*held, "SELECT " + layout_.key + ", " + QuoteName(layout_.columns.at(static_cast<std::size_t>(column))) +
+                          " FROM logData NOT INDEXED ORDER BY " + layout_.key);
+  while (rows.Next()) visit(rows.Integer(0), rows.Field(1));
 }
 
 std::vector<ReportComment> LogReader::Comments(const RowFilter& filter) {

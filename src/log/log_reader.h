@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,6 +36,8 @@ class LogReader {
   /// A channel by the name of its column, in any case (ASCII), counted from 0; -1 where there is none.
   int ChannelOf(const std::string& name) const;
   bool HasId() const { return layout_.hasId; }
+  /// Names of all columns, in order.
+  const std::vector<std::string>& Columns() const { return layout_.columns; }
 
   /// From here on the channels are these columns, counted from 0 among those that hold channels, in this order. Rows
   /// have the values of all of them. Raises SubscriptOutOfRange.
@@ -69,6 +72,14 @@ class LogReader {
   /// until the last one is reached the distance of keys stands for the others.
   std::int64_t Tally(int most);
 
+  /// All fields of the rows of these keys, as they stand in the file; none for a row that is not there.
+  std::vector<std::vector<FieldValue>> Fields(const std::vector<std::int64_t>& keys);
+  /// The keys of all rows in order of time, those of the same time in the order of their keys. `step` is told every
+  /// thousand rows how many were read; it may let events run, and throw to leave it.
+  std::vector<std::int64_t> KeysByTime(const std::function<void(std::int64_t read)>& step);
+  /// Walks through one column, counted from 0 among all, in the order of keys.
+  void ReadColumn(int column, const std::function<void(std::int64_t key, const FieldValue& value)>& visit);
+
   /// The comments of the report beside the rows, as ReadComments gives them.
   std::vector<ReportComment> Comments(const RowFilter& filter);
 
@@ -80,6 +91,7 @@ class LogReader {
  private:
   class Access;
 
+  std::vector<std::int64_t> KeysSortedByTime(const std::function<void(std::int64_t read)>& step);
   std::optional<LogRow> One(const std::string& condition, std::int64_t key);
   LogRow RowOf(const Command& command) const;
   void ChooseAll();

@@ -72,6 +72,10 @@ void LogWriter::CreateLogFile(const std::string& path) {
   if (!flushed) told_.Tell(text::FolderNotFlushed, FolderOf(path));
 }
 
+void LogWriter::FollowRow(std::int64_t key, bool isThere) {
+  if (key > job_.after) job_.count += isThere ? 1 : -1;
+}
+
 void LogWriter::ConnectLogFile(const std::string& path) {
   if (connection_ && connection_->IsSameFile(path)) return KeepChannels();
   auto connection = Connection::Open(path, OpenMode::ReadWrite);

@@ -51,6 +51,8 @@ class LogWriter {
 
   /// The rows that were appended to the connected log since it was connected.
   const JobRows& RowsOfJob() const { return job_; }
+  /// A row of the connected log was deleted, or is back: the job's are counted.
+  void FollowRow(std::int64_t key, bool isThere);
 
   /// Writes name, units, scale, format, graph and colour of each channel, to new rows or, with `update`, over the
   /// present ones. All or nothing. Channels that were renamed keep the names of their columns where by the others a

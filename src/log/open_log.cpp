@@ -1,8 +1,10 @@
 #include "log/open_log.h"
 
 #include "base/errors.h"
+#include "log/log_schema.h"
 #include "log/playback_file.h"
 #include "log/recording_lock.h"
+#include "log/summary_report.h"
 #include "log/texts.h"
 #include "model/status.h"
 #include "model/texts.h"
@@ -43,7 +45,7 @@ void OpenLog::AddSummaryRow(const std::string& comment) {
   const std::string path = Path();
   if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
   const std::vector<std::string> channels = writer_.Writing() ? writer_.ChannelsOfLog() : NamesOfPlayed(path);
-  Write(path, [&](const auto& log) { AppendSummaryRow(log, session_, channels, platform_.clock.Now(), comment); });
+  Edit(path, [&](const auto& log) { AppendSummaryRow(log, session_, channels, platform_.clock.Now(), comment); });
 }
 
 /// What a played file calls its channels; the session's may have been renamed.
@@ -57,22 +59,34 @@ SummaryLines OpenLog::Report(const std::string& path) {
   return ReadSummaryReport(*Connection::Open(path, OpenMode::ReadOnly));
 }
 
-void OpenLog::EnterSummaryField(const std::string& path, std::int64_t key, const std::string& column,
-                                std::optional<double> value) const {
-  Write(path, [&](const auto& log) { velk::EnterSummaryField(log, key, column, value); });
+void OpenLog::EnsureReport(const std::string& path) const {
+  const auto held = [](Connection& log) { return Catalog(log).Find(kSummaryReport).has_value(); };
+  if (held(*Connection::Open(path, OpenMode::ReadOnly))) return;
+  Edit(path, [&](const auto& log) { MakeReport(*log, session_, platform_.language); });
 }
 
-void OpenLog::Write(const std::string& path,
-                    const std::function<void(const std::shared_ptr<Connection>& log)>& write) const {
+void OpenLog::EnterSummaryField(const std::string& path, std::int64_t key, const std::string& column,
+                                std::optional<double> value) const {
+  Edit(path, [&](const auto& log) { velk::EnterSummaryField(log, key, column, value); });
+}
+
+void OpenLog::FollowRow(const std::string& path, std::int64_t key, bool isThere) {
+  const auto writing = writer_.Writing();
+  if (writing && writing->IsSameFile(path)) writer_.FollowRow(key, isThere);
+  if (reader_) reader_->Refresh();
+}
+
+void OpenLog::Edit(const std::string& path,
+                   const std::function<void(const std::shared_ptr<Connection>& log)>& change) const {
   const auto writing = writer_.Writing();
   if (writing && writing->IsSameFile(path)) {
     writing->CheckInPlace();
-    return write(writing);
+    return change(writing);
   }
   // Opened first: beside a lock it would pass for a log whose recording has its room already.
   const auto log = Connection::Open(path, OpenMode::ReadWrite);
   const auto lock = LockForRecording(path);
-  write(log);
+  change(log);
 }
 
 }  // namespace velk

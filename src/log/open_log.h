@@ -19,7 +19,7 @@ namespace velk {
 /// to, through the one that writes the rows.
 class OpenLog {
  public:
-  OpenLog(const Session& session, const Platform& platform, const LogWriter& writer)
+  OpenLog(const Session& session, const Platform& platform, LogWriter& writer)
       : session_(session), platform_(platform), writer_(writer) {}
 
   /// Empty where no log is open.
@@ -43,17 +43,24 @@ class OpenLog {
 
   /// The report of a file, open or not.
   static SummaryLines Report(const std::string& path);
+  /// Gives a log without a report an empty one: of its channels those that the session includes, and the session's
+  /// additional fields. Raises as Edit does; what has a report is not touched.
+  void EnsureReport(const std::string& path) const;
+  /// Runs `change` over the connection that writes to a file: that of the recording, or else one that is open for this
+  /// moment, under the lock of a recording. Raises FileAlreadyOpen where another program records to it.
+  void Edit(const std::string& path, const std::function<void(const std::shared_ptr<Connection>& log)>& change) const;
+  /// A row of logData was deleted or has come back: what was read of its file is not kept.
+  void FollowRow(const std::string& path, std::int64_t key, bool isThere);
   /// Sets an additional field of a line of its report. Raises FileAlreadyOpen where another program records to it.
   void EnterSummaryField(const std::string& path, std::int64_t key, const std::string& column,
                          std::optional<double> value) const;
 
  private:
   std::vector<std::string> NamesOfPlayed(const std::string& path) const;
-  void Write(const std::string& path, const std::function<void(const std::shared_ptr<Connection>& log)>& write) const;
 
   const Session& session_;
   Platform platform_;
-  const LogWriter& writer_;
+  LogWriter& writer_;
   std::optional<LogReader> reader_;
   bool readerPlays_ = false;  ///< it is that of a file that plays
 };

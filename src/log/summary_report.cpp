@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "log/channels.h"
+#include "log/log_layout.h"
 #include "log/log_schema.h"
 #include "log/texts.h"
 #include "platform/database/catalog.h"
@@ -35,6 +36,19 @@ void AskSummaryInclusion(Session& session, JobQuestions& questions) {
 
 SummaryColumns SummaryColumnsOf(const Session& session, const Language& language) {
   return SummaryColumnNames(ChannelNames(session), session.SummaryExtraFields, language.In(text::Comments));
+}
+
+void MakeReport(Connection& connection, const Session& session, const Language& language) {
+  const std::vector<std::string> own = LogColumnNames(ChannelNames(session));
+  const std::vector<std::string> channels = ReadLogLayout(connection).channels;
+  std::vector<bool> included;
+  for (const std::string& channel : channels) {
+    const auto found = std::find_if(own.begin(), own.end(), [&](const auto& name) { return SameName(name, channel); });
+    const auto number = static_cast<std::size_t>(found - own.begin()) + 1;
+    included.push_back(found != own.end() && session.CurrentParameters[number].IncludeInSummary);
+  }
+  const SummaryColumns columns = SummaryColumnNames(channels, session.SummaryExtraFields, language.In(text::Comments));
+  Catalog(connection).Append(SummaryReportTable(columns, included));
 }
 
 std::vector<bool> ChannelsInSummary(Connection& connection, const std::vector<std::string>& channels,

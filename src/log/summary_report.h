@@ -18,6 +18,10 @@ void AskSummaryInclusion(Session& session, JobQuestions& questions);
 /// The columns of the report of the session's channels and additional fields.
 SummaryColumns SummaryColumnsOf(const Session& session, const Language& language);
 
+/// Makes the report of a log that has none: of its channels those of the session's that are included, and the session's
+/// additional fields. Raises NoSuchTable for a file without a log.
+void MakeReport(Connection& connection, const Session& session, const Language& language);
+
 /// Of each channel of these names, whether the report of a file has a column for it. False for all without a report.
 std::vector<bool> ChannelsInSummary(Connection& connection, const std::vector<std::string>& channels,
                                     const Language& language);
