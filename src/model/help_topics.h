@@ -19,6 +19,7 @@ inline constexpr int Recording = 572;
 inline constexpr int Playback = 580;
 inline constexpr int StripChart = 1500;
 inline constexpr int Printing = 1510;
+inline constexpr int Viewer = 1520;
 inline constexpr int Wells = 1600;
 
 }  // namespace velk::topic

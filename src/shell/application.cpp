@@ -12,9 +12,10 @@
 #include "instruments/table/protocols.h"
 #include "instruments/windows/calibrate_command.h"
 #include "instruments/windows/serial_port_command.h"
-#include "log/windows/summary_report_command.h"
+#include "log/windows/real_time_report.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/ports/port_devices.h"
+#include "reports/windows/summary_report_command.h"
 #include "settings/settings_io.h"
 #include "settings/windows/edit_table_command.h"
 #include "shell/first_steps.h"
@@ -90,7 +91,8 @@ void Application::BindCommands() {
   BindLargeValues(commands, windows_, {session_, platform_.clock, [this] { KeepSettings(); }});
   frame_.Toggles().onChartLooks = [this] { graphs_.FollowLooks(); };
   frame_.Toggles().onStored = [this] { KeepSettings(); };
-  BindSummaryReport(commands, windows_, {session_, platform_, openLog_});
+  BindSummaryReport(commands, windows_, {session_, platform_, openLog_, printerChoice_});
+  FollowComments(windows_, openLog_);
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
   commands.Bind("mnuEditTable", [this] { EditTable(); });

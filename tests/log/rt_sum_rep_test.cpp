@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include "log/log_fixture.h"
-#include "log/windows/summary_report_command.h"
+#include "log/windows/real_time_report.h"
 #include "support/host.h"
 #include "support/window_driving.h"
 
@@ -33,7 +33,7 @@ class RTSumRep : public test::LogFixture {
     open.onReportChanged();
   }
   frmRTSumRep& Open() {
-    mnuViewSummaryReport_Click(host, access);
+    ShowRealTimeReport(host, access);
     auto* window = host.Opened<frmRTSumRep>();
     EXPECT_NE(window, nullptr);
     QApplication::processEvents();
@@ -208,7 +208,7 @@ TEST_F(RTSumRep, ShowsTheReportOfTheLastLogWhileNoneIsOpen) {
 TEST_F(RTSumRep, TellsWhereNoReportIsFound) {
   session.LogFileInUse = folder.File("gone.mdb");
   dialogs.Expect("Unable to locate / create the summary report", Answer::Ok);
-  mnuViewSummaryReport_Click(host, access);
+  ShowRealTimeReport(host, access);
   EXPECT_EQ(host.Opened<frmRTSumRep>(), nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
@@ -100,8 +101,31 @@ TEST_F(LookingBack, ShowsCommentsInTheReportAsTheyAreWritten) {
   rig.Press("Stop");
   EXPECT_EQ(Texts("SELECT Comments FROM SummaryReport"),
             (std::vector<std::string>{"Насос 2 включён", "Pressure steady"}));
+  rig.windows.Then("frmSummaryReport", [](QDialog& viewer) {
+    EXPECT_EQ(viewer.findChild<QTableView*>("summaryGrid")->model()->rowCount(), 2)
+        << "the report of the last log can still be read";
+    viewer.reject();
+  });
   rig.Choose("mnuViewSummaryReport");
-  EXPECT_EQ(Report()->model()->rowCount(), 2) << "the report of the last log can still be read";
+}
+
+TEST_F(LookingBack, DeletesARowOfAPausedJobWithoutCostingItAnother) {
+  StartRecording();
+  Run(20);
+  rig.Press("Pause");
+  rig.windows.Then("frmSummaryReport", [](QDialog& viewer) {
+    auto& grid = *viewer.findChild<QTableView*>("logDataGrid");
+    grid.setCurrentIndex(grid.model()->index(4, 0));
+    viewer.findChild<QAbstractButton*>("cmdDelete")->click();
+    viewer.reject();
+  });
+  rig.Choose("mnuViewSummaryReport");
+  rig.Press("Pause");
+  Run(10);
+  const long long rows = rig.application->RowsRecorded();
+  rig.Press("Stop");
+  EXPECT_EQ(Texts("SELECT count(*) FROM logData"), std::vector<std::string>{std::to_string(rows - 1)});
+  EXPECT_EQ(Texts("SELECT count(*) FROM logData WHERE ID = 5"), std::vector<std::string>{"0"});
 }
 
 TEST_F(LookingBack, GoesThroughAFileThatPlaysAndShowsItAsItWasRecorded) {

@@ -21,10 +21,10 @@ std::optional<double> NumberOf(const FieldValue& field) {
   return number == nullptr ? std::nullopt : std::optional(*number);
 }
 
-std::string NumberAs(const FieldValue& field, Kind kind) {
+std::string NumberAs(const FieldValue& field, Kind kind, const char* picture) {
   const auto number = NumberOf(field);
   if (!number) return {};
-  return kind == Kind::Value ? Format(*number, kSummaryPicture) : NumberText(*number);
+  return kind == Kind::Value ? Format(*number, picture) : NumberText(*number);
 }
 
 /// A date of one field, a time of day of another: whichever it is, it stands for both.
@@ -82,7 +82,7 @@ QString SummaryModel::TextOf(const QModelIndex& index) const {
   if (kind == Kind::Date) return ToQt(MomentAs(field, "dd-mmm-yyyy"));
   if (kind == Kind::Time) return ToQt(MomentAs(field, "hh:mm:ss"));
   if (const auto* text = std::get_if<std::string>(&field)) return ToQt(*text);
-  return ToQt(NumberAs(field, kind));
+  return ToQt(NumberAs(field, kind, picture_));
 }
 
 QVariant SummaryModel::data(const QModelIndex& index, int role) const {

@@ -14,13 +14,16 @@ class SummaryModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  SummaryModel(const Language& language, QObject* parent) : QAbstractTableModel(parent), language_(language) {}
+  /// `picture` is how values of channels are shown.
+  SummaryModel(const Language& language, QObject* parent, const char* picture = kSummaryPicture)
+      : QAbstractTableModel(parent), language_(language), picture_(picture) {}
 
   /// Writes an additional field of a line; false where it could not be written.
   std::function<bool(std::int64_t key, const std::string& column, std::optional<double> value)> onEntered;
 
   /// Shows a report. Lines that have come behind those that are shown leave these, and what is being entered, in place.
   void Show(SummaryLines report);
+  const SummaryLines& Report() const { return report_; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -36,6 +39,7 @@ class SummaryModel : public QAbstractTableModel {
   QString TextOf(const QModelIndex& index) const;
 
   const Language& language_;
+  const char* picture_;
   SummaryLines report_;
 };
 

@@ -1,26 +1,31 @@
-#include "log/windows/summary_report_command.h"
+#include "log/windows/real_time_report.h"
 
 #include "base/errors.h"
+#include "log/summary_report.h"
 #include "log/texts.h"
 
 namespace velk {
 
-void BindSummaryReport(CommandBinder& commands, WindowHost& host, const ReportAccess& access) {
-  commands.Bind("mnuViewSummaryReport", [&host, access] { mnuViewSummaryReport_Click(host, access); });
-  access.log.onReportChanged = [&host] {
+void FollowComments(WindowHost& host, OpenLog& log) {
+  log.onReportChanged = [&host] {
     if (auto* window = host.Opened<frmRTSumRep>(); window && window->isVisible()) window->RefreshGrid();
   };
 }
 
-void mnuViewSummaryReport_Click(WindowHost& host, const ReportAccess& access) {
+bool HasReport(const ReportAccess& access) {
   try {
+    access.log.EnsureReport(access.Path());
     OpenLog::Report(access.Path());
+    return true;
   } catch (const RuntimeError& error) {
     access.platform.dialogs.Message(
         {text::UnableToLocateReport + "\n\n" + TextOf(error), {}, Buttons::Ok, BoxIcon::Exclamation, error.Number()});
-    return;
+    return false;
   }
-  host.Open<frmRTSumRep>(access).RefreshGrid();
+}
+
+void ShowRealTimeReport(WindowHost& host, const ReportAccess& access) {
+  if (HasReport(access)) host.Open<frmRTSumRep>(access).RefreshGrid();
 }
 
 }  // namespace velk

@@ -1,0 +1,136 @@
+// What the viewer of logs costs over VELK_BENCH_ROWS (2.6 million, 1.8 GB) with 64 channels: its opening with the grid,
+// a page of it, the search for an event, ranges, sorts. The folder has to have room for the log: the present one, or
+// VELK_BENCH_FOLDER.
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTableView>
+#include <limits>
+#include <numeric>
+
+#include "bench/long_log.h"
+#include "reports/log_view.h"
+#include "reports/windows/log_grid_model.h"
+
+namespace velk::bench {
+
+namespace {
+
+constexpr int kRowsOfPage = 40;
+constexpr int kFirstChannel = 3;
+
+/// The long log, made once.
+struct Job {
+  Job() {
+    recording.log.CreateLogFile(file);
+    FillLog(file);
+  }
+  static Job& Made() {
+    static Job job;
+    return job;
+  }
+  LongTask Task() { return {recording.dialogs, recording.clock, "Bench"}; }
+  LogView& View() {
+    if (!view) {
+      LongTask task = Task();
+      view = std::make_unique<LogView>(file, task);
+    }
+    return *view;
+  }
+
+  Folder folder;
+  Recording recording{folder};
+  const std::string file = folder.File("log.mdb");
+  std::unique_ptr<LogView> view;
+};
+
+void OpenWithItsGrid(benchmark::State& state) {
+  Job& job = Job::Made();
+  for (auto _ : state) {
+    LongTask task = job.Task();
+    LogView view(job.file, task);
+    LogGridModel model(view, job.recording.english, nullptr);
+    QTableView grid;
+    grid.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    grid.setModel(&model);
+    grid.resize(1000, 600);
+    benchmark::DoNotOptimize(grid.grab());
+  }
+}
+
+void ShowAPage(benchmark::State& state) {
+  LogView& view = Job::Made().View();
+  int row = 0;
+  for (auto _ : state) {
+    row = (row + 999'983) % (view.Count() - kRowsOfPage);
+    for (int i = 0; i < kRowsOfPage; ++i)
+      for (int column = 0; column < static_cast<int>(view.Columns().size()); ++column)
+        benchmark::DoNotOptimize(view.Text(row + i, column));
+  }
+}
+
+void SearchAllColumns(benchmark::State& state) {
+  Job& job = Job::Made();
+  LogView& view = job.View();
+  std::vector<int> watched(kChannels);
+  std::iota(watched.begin(), watched.end(), 0);
+  for (auto _ : state) {
+    LongTask task = job.Task();
+    int reached = 0;
+    benchmark::DoNotOptimize(
+        view.FindEvent(0, EventSearch(std::numeric_limits<double>::infinity()), watched, task, reached));
+  }
+  state.counters["rows/s"] =
+      benchmark::Counter(static_cast<double>(view.Count()), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void SetARange(benchmark::State& state) {
+  LogView& view = Job::Made().View();
+  const double first = *view.FirstTime(), last = *view.LastTime();
+  for (auto _ : state) {
+    view.SetRange(first + 0.01, last - 0.01);
+    benchmark::DoNotOptimize(view.Text(0, 2));
+    benchmark::DoNotOptimize(view.Text(view.Count() - 1, 2));
+  }
+  view.SetRange(first, last);
+}
+
+void SortForTheFirstTime(benchmark::State& state) {
+  Job& job = Job::Made();
+  int column = kFirstChannel;
+  for (auto _ : state) {
+    LongTask task = job.Task();
+    job.View().SortBy(column++, false, task);
+  }
+}
+
+void SortAgain(benchmark::State& state) {
+  Job& job = Job::Made();
+  bool descending = true;
+  for (auto _ : state) {
+    LongTask task = job.Task();
+    job.View().SortBy(kFirstChannel, descending, task);
+    descending = !descending;
+  }
+}
+
+BENCHMARK(OpenWithItsGrid)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(ShowAPage)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SearchAllColumns)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(SetARange)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SortForTheFirstTime)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(SortAgain)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+}  // namespace velk::bench
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}

@@ -1,0 +1,227 @@
+#include "reports/log_view.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "base/dates.h"
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "log/row_time.h"
+#include "platform/database/catalog.h"
+#include "reports/texts.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kBlockRows = 64;
+constexpr std::size_t kBlocksKept = 32;
+constexpr int kRowsOfWalk = 256;
+constexpr std::size_t kOrdersKept = 8;  ///< 10 MB each for a log of 2.6 million rows
+constexpr double kReadingShare = 0.7;   ///< of a sort
+
+}  // namespace
+
+std::string CellText(const FieldValue& field, CellKind kind, bool isIdentity) {
+  if (const auto* text = std::get_if<std::string>(&field); text && kind != CellKind::Date && kind != CellKind::Time)
+    return *text;
+  if (std::holds_alternative<std::monostate>(field)) return {};
+  if (kind == CellKind::Date || kind == CellKind::Time) {
+    const double moment = RowTime(field, field);
+    if (IsDateTime(moment)) return FormatDate(moment, kind == CellKind::Date ? "dd-mmm-yyyy" : "hh:mm:ss");
+    const auto* text = std::get_if<std::string>(&field);
+    return text ? *text : std::string();
+  }
+  const auto* whole = std::get_if<std::int64_t>(&field);
+  if (whole && isIdentity) return std::to_string(*whole);
+  return Format(whole ? static_cast<double>(*whole) : std::get<double>(field), "#,##0.000");
+}
+
+LogView::LogView(const std::string& path, LongTask& task) : reader_(path) {
+  task.Doing(text::ReadingLog);
+  order_ = RowOrder(reader_.KeysByTime([&](std::int64_t read) { task.Step(static_cast<double>(read), 0); }));
+  if (order_.Count() == 0) return;
+  first_ = TimeAt(0);
+  last_ = TimeAt(static_cast<Place>(order_.Count() - 1));
+}
+
+CellKind LogView::KindOf(int column) const {
+  const std::string& name = Columns()[static_cast<std::size_t>(column)];
+  if (SameName(name, "Date")) return CellKind::Date;
+  if (SameName(name, "Time")) return CellKind::Time;
+  return CellKind::Number;
+}
+
+bool LogView::IsIdentity(int column) const {
+  return SameName(Columns()[static_cast<std::size_t>(column)], "ID");
+}
+
+const std::vector<FieldValue>& LogView::Fields(int row) {
+  const int block = row / kBlockRows;
+  auto found = blocks_.find(block);
+  if (found == blocks_.end()) {
+    std::vector<std::int64_t> keys;
+    const int end = std::min(order_.Count(), (block + 1) * kBlockRows);
+    for (int i = block * kBlockRows; i < end; ++i) keys.push_back(order_.KeyAt(i));
+    if (blocks_.size() >= kBlocksKept) blocks_.clear();
+    found = blocks_.emplace(block, reader_.Fields(keys)).first;
+  }
+  return found->second[static_cast<std::size_t>(row % kBlockRows)];
+}
+
+FieldValue LogView::FieldOf(int row, const std::string& column) {
+  const auto named =
+      std::find_if(Columns().begin(), Columns().end(), [&](const std::string& name) { return SameName(name, column); });
+  const std::vector<FieldValue>& fields = Fields(row);
+  const auto index = static_cast<std::size_t>(named - Columns().begin());
+  return index < fields.size() ? fields[index] : FieldValue();
+}
+
+std::string LogView::Text(int row, int column) {
+  const std::vector<FieldValue>& fields = Fields(row);
+  if (fields.empty()) return {};
+  return CellText(fields[static_cast<std::size_t>(column)], KindOf(column), IsIdentity(column));
+}
+
+double LogView::TimeAt(Place place) {
+  reader_.Choose({});
+  const auto row = reader_.ByKey(order_.Keys()[place]);
+  return row ? row->time : std::nan("");
+}
+
+double LogView::TimeOf(int row) {
+  return TimeAt(order_.PlaceAt(row));
+}
+
+// --- Range and order ---
+
+/// The first place at a time or later (behind: later). Rows without a time stand first.
+Place LogView::FirstPlace(double time, bool behind) {
+  Place low = 0, high = static_cast<Place>(order_.Keys().size());
+  while (low < high) {
+    const Place middle = low + (high - low) / 2;
+    Place there = middle;
+    while (there > low && order_.IsGone(there)) --there;
+    const double at = order_.IsGone(there) ? std::nan("") : TimeAt(there);
+    if (behind ? at > time : at >= time)
+      high = there;
+    else
+      low = middle + 1;
+  }
+  return low;
+}
+
+void LogView::SetRange(double from, double to) {
+  const Place first = FirstPlace(from, false);
+  order_.SetRange(first, std::max(first, FirstPlace(to, true)));
+  blocks_.clear();
+}
+
+void LogView::SortBy(int column, bool descending, LongTask& task) {
+  if (!sorted_.contains(column)) {
+    auto sorted = std::make_unique<SortedPlaces>(ReadSorted(column, task));
+    if (sorted_.size() >= kOrdersKept) {
+      order_.SortBy(nullptr, false);
+      sorted_.clear();
+    }
+    sorted_[column] = std::move(sorted);
+  }
+  order_.SortBy(sorted_[column].get(), descending);
+  blocks_.clear();
+}
+
+SortedPlaces LogView::ReadSorted(int column, LongTask& task) {
+  task.Doing(text::SortingLog + Columns()[static_cast<std::size_t>(column)]);
+  const std::vector<std::int64_t>& keys = order_.Keys();
+  std::vector<Place> byKey;  // empty where the order of time is that of the keys
+  if (!std::is_sorted(keys.begin(), keys.end())) {
+    byKey.resize(keys.size());
+    std::iota(byKey.begin(), byKey.end(), Place{0});
+    std::sort(byKey.begin(), byKey.end(), [&](Place a, Place b) { return keys[a] < keys[b]; });
+  }
+  const auto placeOf = [&](std::size_t i) { return byKey.empty() ? static_cast<Place>(i) : byKey[i]; };
+  ColumnSort sort(keys.size());
+  const auto count = static_cast<double>(keys.size());
+  std::size_t next = 0;
+  reader_.ReadColumn(column, [&](std::int64_t key, const FieldValue& value) {
+    while (next < keys.size() && keys[placeOf(next)] < key) ++next;  // deleted since
+    if (next < keys.size() && keys[placeOf(next)] == key) sort.Take(placeOf(next), value);
+    if (next % kRowsOfWalk == 0) task.Step(kReadingShare * static_cast<double>(next), count);
+  });
+  return sort.Sort([&](double done, double of) { task.Step(kReadingShare + (1 - kReadingShare) * done / of, 1); });
+}
+
+// --- Walks ---
+
+/// Rows that are shown, from `row` on; one read for all where their keys follow each other.
+std::vector<LogRow> LogView::ReadRows(int row, int count) {
+  count = std::min(count, order_.Count() - row);
+  if (count <= 0) return {};
+  const std::int64_t first = order_.KeyAt(row), last = order_.KeyAt(row + count - 1);
+  bool follow = last - first == count - 1;
+  for (int i = 1; i < count && follow; ++i) follow = order_.KeyAt(row + i) == first + i;
+  if (follow) {
+    std::vector<LogRow> rows = reader_.Page({}, KeySpan{first, last}, count);
+    if (static_cast<int>(rows.size()) == count) return rows;
+  }
+  std::vector<LogRow> rows;
+  for (int i = 0; i < count; ++i) {
+    const std::int64_t key = order_.KeyAt(row + i);
+    const auto found = reader_.ByKey(key);
+    rows.push_back(found ? *found : LogRow{std::nan(""), {}, key});
+  }
+  return rows;
+}
+
+int LogView::RowAtTime(int row, double time, LongTask& task) {
+  const bool back = time < TimeOf(row);
+  if (order_.IsByTime()) {
+    int low = 0, high = order_.Count();
+    while (low < high) {
+      const int middle = low + (high - low) / 2;
+      const double at = TimeOf(middle);
+      if (back ? at > time : at >= time)
+        high = middle;
+      else
+        low = middle + 1;
+    }
+    return back ? std::max(0, low - 1) : std::clamp(low, row, order_.Count() - 1);
+  }
+  const int step = back ? -1 : 1;
+  for (int i = row + step;; i += step) {
+    if (i < 0 || i >= order_.Count()) return i - step;
+    task.Step(std::abs(i - row), order_.Count());
+    const double at = TimeOf(i);
+    if (back ? at <= time : at >= time) return i;
+  }
+}
+
+std::optional<int> LogView::FindEvent(int row, EventSearch search, const std::vector<int>& watched, LongTask& task,
+                                      int& reached) {
+  reader_.Choose(watched);
+  for (int block = row; block < order_.Count(); block += kRowsOfWalk) {
+    const std::vector<LogRow> rows = ReadRows(block, kRowsOfWalk);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      reached = block + static_cast<int>(i);
+      if (!rows[i].values.empty() && search.Push(rows[i].values)) return reached;
+      task.Step(reached - row, order_.Count() - row);
+    }
+    reader_.Choose(watched);  // events have run
+  }
+  return std::nullopt;
+}
+
+// --- Rows that go and come back ---
+
+void LogView::Remove(Place place) {
+  order_.Remove(place);
+  blocks_.clear();
+}
+
+void LogView::Restore(Place place) {
+  order_.Restore(place);
+  blocks_.clear();
+}
+
+}  // namespace velk
