@@ -22,6 +22,7 @@ constexpr MessageText kPrefixes[] = {text::ClientLine, text::FieldLine, text::We
 
 constexpr QSize kLargestLogo(2400, 2400);
 constexpr double kLogoLeft = 20, kLogoTop = 10, kLogoHeight = 20, kLogoWidest = 80;
+constexpr double kLeastSide = 1;
 constexpr double kTextLeft = 110, kTextTop = 10;
 
 double Within(double place, double size, double sheet) {
@@ -102,6 +103,14 @@ void PageComposer::MoveLogo(double left, double top) {
   session_.PrintGraphImageH = static_cast<float>(box.height);
 }
 
+void PageComposer::SizeLogo(double width, double height) {
+  const PageBox box = LogoBox();
+  session_.PrintGraphImageX = static_cast<float>(box.left);
+  session_.PrintGraphImageY = static_cast<float>(box.top);
+  session_.PrintGraphImageW = static_cast<float>(std::clamp(width, kLeastSide, kSheetWidth));
+  session_.PrintGraphImageH = static_cast<float>(std::clamp(height, kLeastSide, kSheetHeight));
+}
+
 void PageComposer::MoveText(double left, double top) {
   // 0, 0 stands for a block that was never placed.
   session_.PrintGraphText1X = static_cast<float>(std::max(0.1, Within(left, textSize_.width, kSheetWidth)));
@@ -135,9 +144,12 @@ std::vector<ReportComment> PageComposer::Comments() const {
 void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, const PageFont& font, Parts parts) {
   textSize_ = SizeOf(page, Lines(), font);
   const PageLayout layout = Layout(target);
-  const PageCurves* curves = parts.curves ? &Curves(target, dotsPerInch) : nullptr;
-  const std::vector<ReportComment> comments = parts.comments ? Comments() : std::vector<ReportComment>();
-  DrawHeader(page, curves_, layout, times_, font, platform_.language);
+  const PageCurves* curves = nullptr;
+  std::vector<ReportComment> comments;
+  if (parts.curves) RunStep("DrawCurves", [&] { curves = &Curves(target, dotsPerInch); });
+  if (parts.comments) RunStep("InsertReportComments", [&] { comments = Comments(); });
+  RunStep(target == PageTarget::Paper ? "PrintHeader" : "DrawHeader",
+          [&] { DrawHeader(page, curves_, layout, times_, font, platform_.language); });
   if (curves) curves->Draw(page, PenOf(target));
   InsertReportComments(page, layout, times_, comments, font);
   DrawFoot(page, layout, times_, log_, platform_.clock.Now(), font, platform_.language);
@@ -146,6 +158,13 @@ void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, c
                  {reinterpret_cast<const std::uint32_t*>(logo_.constBits()),
                   static_cast<std::size_t>(logo_.bytesPerLine()) / 4, logo_.width(), logo_.height()});
   if (const PageBox box = TextBox(); box.isThere) DrawTextBlock(page, box, Lines(), font);
+}
+
+void PageComposer::RunStep(const char* procedure, const std::function<void()>& step) const {
+  if (runStep)
+    runStep(procedure, step);
+  else
+    step();
 }
 
 bool PageComposer::LiesInMargins(const Paper& sheet) const {

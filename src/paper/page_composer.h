@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,8 +45,12 @@ class PageComposer {
   /// Places on the page; not there where it isn't inserted or has no picture.
   PageBox LogoBox() const;
   PageBox TextBox() const;
+  /// The company's picture; null where there is none.
+  const QImage& Logo() const { return logo_; }
   /// Moves one so that its corner is there, within the sheet, and remembers it.
   void MoveLogo(double left, double top);
+  /// Gives the picture another size, of at least 1 mm, and remembers it.
+  void SizeLogo(double width, double height);
   void MoveText(double left, double top);
 
   /// Where the frame lies.
@@ -55,6 +60,8 @@ class PageComposer {
     bool curves = false;
     bool comments = false;
   };
+  /// Runs a step of the drawing that has a name of its own; by itself where nothing is said.
+  std::function<void(const char* procedure, const std::function<void()>& step)> runStep;
   /// Draws the page on a surface in millimetres. Curves are drawn for a device of so many dots an inch. Raises
   /// NoSuchTable for comments of a log without a report, what reading the log raises, and TaskCancelled.
   void Paint(Surface& page, PageTarget target, double dotsPerInch, const PageFont& font, Parts parts);
@@ -63,6 +70,7 @@ class PageComposer {
 
  private:
   TextBlock Lines() const;
+  void RunStep(const char* procedure, const std::function<void()>& step) const;
   const PageCurves& Curves(PageTarget target, double dotsPerInch);
   std::vector<ReportComment> Comments() const;
 

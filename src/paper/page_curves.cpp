@@ -54,7 +54,7 @@ void PageCurves::PlotLine(int slot, double firstTime, double secondTime, float f
 void PageCurves::Draw(Surface& surface, double pen) const {
   surface.SetPenWidth(pen);
   for (std::size_t i = 0; i < plotted_.size(); ++i)
-    plotted_[i].dots.Draw(surface, curves_.Curve(static_cast<int>(i) + 1).color);
+    plotted_[i].dots.Draw(surface, InkOf(curves_.Curve(static_cast<int>(i) + 1).color));
 }
 
 std::size_t PageCurves::LineCount() const {

@@ -64,7 +64,7 @@ void DrawTimes(Surface& page, const PageLayout& layout, const PageTimes& times) 
 }
 
 void DrawCurveRow(Surface& page, const Parameter& curve, double bottom) {
-  page.Line(kCurveLeft, bottom, kFrameRight, bottom, curve.color);
+  page.Line(kCurveLeft, bottom, kFrameRight, bottom, InkOf(curve.color));
   const std::string min = NumberText(curve.min), max = NumberText(curve.max);
   const double minEnd = kCurveLeft + kBeside + page.TextWidth(min);
   const double maxStart = kFrameRight - kBeside - page.TextWidth(max);
@@ -72,9 +72,9 @@ void DrawCurveRow(Surface& page, const Parameter& curve, double bottom) {
   const std::string title = Fitted(page, curve.name + " (" + curve.units + ")",
                                    2 * std::min(middle - minEnd, maxStart - middle) - 2 * kBeside);
   const double y = bottom - page.TextHeight(min);
-  page.Print(kCurveLeft + kBeside, y, min, curve.color);
-  page.Print(maxStart, y, max, curve.color);
-  if (!title.empty()) page.Print(middle - page.TextWidth(title) / 2, y, title, curve.color);
+  page.Print(kCurveLeft + kBeside, y, min, InkOf(curve.color));
+  page.Print(maxStart, y, max, InkOf(curve.color));
+  if (!title.empty()) page.Print(middle - page.TextWidth(title) / 2, y, title, InkOf(curve.color));
 }
 
 std::string OnOneLine(const std::string& text) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/colour.h"
+
 namespace velk {
 
 namespace {
@@ -13,8 +15,13 @@ constexpr double kLowestPlotTop = 180;
 constexpr double kLowestTop = 100;
 constexpr double kPreviewBottom = 277;
 constexpr double kPaperBottom = 257;
+constexpr double kReadable = 3;  ///< contrast
 
 }  // namespace
+
+std::int32_t InkOf(std::int32_t colour) {
+  return ReadableOn(colour & 0xFFFFFF, colour::White, kReadable);
+}
 
 double PageLayout::Points(double wanted) const {
   return std::min(wanted, wanted * rowHeight / kRowHeight);

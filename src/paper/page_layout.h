@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace velk {
 
 // Places on a page, in millimetres of a sheet of A4.
@@ -32,6 +34,9 @@ struct PageLayout {
   /// Points of a text that has `wanted` where rows have their full height.
   double Points(double wanted) const;
 };
+
+/// A curve's colour on paper, which is white by day and night: a pale one gets darker until it can be read.
+std::int32_t InkOf(std::int32_t colour);
 
 /// The frame begins 10 mm below the lower of what stands above it, and leaves a third of the sheet for the plot: header
 /// rows of many curves get lower than kRowHeight.

@@ -37,6 +37,8 @@ inline constexpr MessageText MarginsHide{
     2676, "The printer leaves a margin in which something of the page lies: it will be cut off there."};
 
 inline constexpr MessageText EndNotBehindStart{2677, "The end has to be later than the start."};
+inline constexpr MessageText NotToClipboard{
+    2679, "I don't know how to put a DIB on the clipboard! Copy as bitmap instead!!!"};
 inline constexpr MessageText PrintingTo{2678, "Printer: "};
 
 }  // namespace velk::text

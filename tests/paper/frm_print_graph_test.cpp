@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QDoubleSpinBox>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
 
 #include "paper/page_fixture.h"
+#include "support/small_disk.h"
 
 namespace velk {
 namespace {
@@ -14,6 +17,14 @@ constexpr double kDay = 86400;
 class PrintGraphWindow : public test::PageFixture {
  protected:
   PrintGraphWindow() { job.session.CurrentParameters[1].color = 0x0000FF; }
+  /// A green logo of 60 by 40 pixels, on the page.
+  void WithLogo() {
+    QImage logo(60, 40, QImage::Format_RGB32);
+    logo.fill(Qt::green);
+    ASSERT_TRUE(logo.save(QString::fromStdString(File("logo.png"))));
+    job.session.CompanyLogoFile = File("logo.png");
+    job.session.LogoInserted = true;
+  }
   std::string File(const char* name) { return job.folder.File(name); }
   bool Drawn(const std::string& call) const {
     const auto& calls = printers.documents.back()->page.calls;
@@ -219,10 +230,8 @@ TEST_F(PrintGraphWindow, LeavesTheHeaderOutWhereALineIsCancelled) {
 
 TEST_F(PrintGraphWindow, PutsTheLogoWhereItIsDropped) {
   job.Record(0, 240);
-  QImage logo(60, 40, QImage::Format_RGB32);
-  logo.fill(Qt::green);
-  ASSERT_TRUE(logo.save(QString::fromStdString(File("logo.png"))));
-  job.session.CompanyLogoFile = File("logo.png");
+  WithLogo();
+  job.session.LogoInserted = false;
   OpenPage([&](QDialog&) {
     Press("Logo");
     EXPECT_TRUE(job.session.LogoInserted);
@@ -250,6 +259,113 @@ TEST_F(PrintGraphWindow, TellsOfALogoThatCannotBeRead) {
     Press("Logo");
     EXPECT_FALSE(job.session.LogoInserted);
   });
+}
+
+TEST_F(PrintGraphWindow, PlacesLogoAndHeaderByNumbers) {
+  job.Record(0, 240);
+  WithLogo();
+  job.session.TextInserted = true;
+  OpenPage([&](QDialog&) {
+    EXPECT_EQ(Find<QDoubleSpinBox>("LogoLeft").value(), 20);
+    EXPECT_EQ(Find<QDoubleSpinBox>("LogoTop").value(), 10);
+    EXPECT_EQ(Find<QDoubleSpinBox>("LogoHeight").value(), 20);
+    EXPECT_EQ(Find<QDoubleSpinBox>("LogoWidth").value(), 30) << "60 by 40 pixels";
+    Find<QDoubleSpinBox>("LogoLeft").setValue(100);
+    Find<QDoubleSpinBox>("LogoWidth").setValue(60);
+    Find<QDoubleSpinBox>("HeaderTop").setValue(40);
+    EXPECT_EQ(job.session.PrintGraphImageX, 100);
+    EXPECT_EQ(job.session.PrintGraphImageY, 10);
+    EXPECT_EQ(job.session.PrintGraphImageW, 60);
+    EXPECT_EQ(job.session.PrintGraphImageH, 20) << "each side by itself";
+    EXPECT_EQ(job.session.PrintGraphText1Y, 40);
+    EXPECT_EQ(kept, 3);
+    Press("Logo");
+    EXPECT_FALSE(Find<QDoubleSpinBox>("LogoLeft").isEnabled());
+    EXPECT_FALSE(Find<QAbstractButton>("Resize").isEnabled());
+  });
+}
+
+TEST_F(PrintGraphWindow, GivesTheLogoTheSizeOfItsWindow) {
+  job.Record(0, 240);
+  WithLogo();
+  OpenPage([&](QDialog&) {
+    script.Then("frmImage", [&](QDialog& window) {
+      auto& picture = *window.findChild<QLabel*>("Picture");
+      const double before = picture.width();
+      ASSERT_GT(before, 0);
+      EXPECT_EQ(job.session.PrintGraphImageW, 0) << "as it is until the window is sized";
+      window.resize(window.width() + static_cast<int>(before), window.height());
+      EXPECT_NEAR(job.session.PrintGraphImageW, 60, 1) << "twice as wide";
+      window.reject();
+    });
+    // A right click on it, 35 by 20 mm from the corner of the sheet.
+    QWidget& sheet = Find<QWidget>("Picture1");
+    QTest::mouseClick(&sheet, Qt::RightButton, {}, QPoint(35 * sheet.width() / 210, 20 * sheet.height() / 297));
+    EXPECT_NEAR(Find<QDoubleSpinBox>("LogoWidth").value(), 60, 1);
+  });
+}
+
+TEST_F(PrintGraphWindow, PrintsInTheFontThatIsChosen) {
+  job.Record(0, 240);
+  job.session.CurrentFont = "";
+  OpenPage([&](QDialog&) {
+    job.dialogs.ExpectFont(FontChoice{.family = "DejaVu Serif"});
+    Press("ChangeFont");
+    EXPECT_EQ(job.session.CurrentFont, "DejaVu Serif");
+    EXPECT_EQ(kept, 1);
+    job.dialogs.ExpectFont(std::nullopt);
+    Press("ChangeFont");
+    EXPECT_EQ(job.session.CurrentFont, "DejaVu Serif");
+  });
+}
+
+TEST_F(PrintGraphWindow, PutsTheSheetOnTheClipboard) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    Press("Copy");
+    EXPECT_EQ(QApplication::clipboard()->image().size(), QSize(1240, 1754));
+  });
+}
+
+TEST_F(PrintGraphWindow, DrawsAPaleCurveDarkerThanItIsOnTheScreen) {
+  job.Record(0, 240);
+  job.session.CurrentParameters[1].color = 0x00FFFF;  // yellow
+  OpenPage([&](QDialog&) {
+    ThenChoosePrinter(0);
+    Press("Print");
+  });
+  EXPECT_EQ(LinesOf(" 00FFFF"), 0);
+}
+
+TEST_F(PrintGraphWindow, NamesTheStepThatFailed) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog&) {
+    job.log.Writing()->Execute("DROP TABLE logData");
+    job.dialogs.Expect(" - DrawCurves", Answer::Cancel);
+    Press("DrawCurves");
+    EXPECT_FALSE(IsPressed("DrawCurves"));
+    job.dialogs.Expect(" - FilesAndTime", Answer::Cancel);
+    Press("FullView");
+    job.log.Writing()->Execute("DROP TABLE SummaryReport");
+    job.dialogs.Expect(" - InsertReportComments", Answer::Cancel);
+    Press("Comments");
+    EXPECT_FALSE(IsPressed("Comments"));
+  });
+}
+
+TEST_F(PrintGraphWindow, TellsOfADiskThatIsFullForItsPdf) {
+  const test::SmallDisk disk("tmpfs");
+  if (!disk.IsMounted()) GTEST_SKIP() << "only who may mount a disk can fill one";
+  job.Record(0, 240);
+  disk.Fill();
+  OpenPage([&](QDialog& window) {
+    ThenChoosePrinter(2);
+    job.dialogs.ExpectSaveFile(disk.File("page.pdf"));
+    job.dialogs.Expect(" - Toolbar1_ButtonClick", Answer::Cancel);
+    Press("Print");
+    EXPECT_TRUE(window.isVisible());
+  });
+  EXPECT_FALSE(std::filesystem::exists(disk.File("page.pdf")));
 }
 
 TEST_F(PrintGraphWindow, ShowsComments) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/colour.h"
+
 namespace velk {
 namespace {
 
@@ -43,6 +45,15 @@ TEST(PageLayoutTest, PrintsSmallerInLowerRows) {
   const PageLayout many = LayOut(64, kNone, kNone, PageTarget::Paper);
   EXPECT_NEAR(many.rowHeight, 158.0 / 64, 1e-9);
   EXPECT_NEAR(many.Points(10), 10 * 158.0 / 64 / 6, 1e-9);
+}
+
+TEST(PageLayoutTest, DarkensPaleInksUntilTheyCanBeReadOnPaper) {
+  EXPECT_EQ(InkOf(Rgb(0xC8, 0x10, 0x2E)), Rgb(0xC8, 0x10, 0x2E)) << "5.9 to 1";
+  const std::int32_t yellow = InkOf(Rgb(255, 255, 0));
+  EXPECT_GE(Contrast(yellow, colour::White), 3);
+  EXPECT_EQ(Red(yellow), Green(yellow)) << "its hue stays";
+  EXPECT_EQ(Blue(yellow), 0);
+  EXPECT_GE(Contrast(InkOf(colour::White), colour::White), 3);
 }
 
 }  // namespace

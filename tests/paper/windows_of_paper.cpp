@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/help_topics.h"
+#include "paper/windows/frm_image.h"
 #include "paper/windows/frm_print_graph.h"
 #include "support/fake_printers.h"
 #include "windows/every_window.h"
@@ -45,9 +46,20 @@ std::shared_ptr<QWidget> OpenPage(const std::string& language) {
   return {page, &*page->window};
 }
 
+std::shared_ptr<QWidget> OpenLogo(const std::string& language) {
+  QImage picture(120, 60, QImage::Format_RGB32);
+  picture.fill(QColor(0, 87, 184));
+  return Hosted<frmImage>(MakeJob(language), picture, QSize(240, 120), [](double, double) {});
+}
+
 const WindowsOf kPaper([] {
   return std::vector<ListedWindow>{
-      {"frmPrintGraph", "", topic::Printing, {"lblPrinter", "lblNote", "Label1", "Zoom"}, OpenPage},
+      {"frmPrintGraph",
+       "",
+       topic::Printing,
+       {"lblPrinter", "lblNote", "Label1", "Zoom", "Logo*", "Header*", "qt_*"},
+       OpenPage},
+      {"frmImage", "", topic::Printing, {}, OpenLogo},
   };
 });
 

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
 
@@ -10,10 +11,12 @@
 #include "i18n/windows/translate_form.h"
 #include "imaging/picture_file.h"
 #include "imaging/texts.h"
+#include "imaging/windows/copy_to_clipboard.h"
 #include "imaging/windows/frm_printer_select.h"
 #include "imaging/windows/print_target.h"
 #include "model/help_topics.h"
 #include "paper/texts.h"
+#include "paper/windows/frm_image.h"
 #include "paper/windows/page_view.h"
 #include "platform/drawing/painted_surface.h"
 #include "ui_frm_print_graph.h"
@@ -28,6 +31,7 @@ constexpr int kPictureDots = 150;  ///< an inch: of the preview's curves and of 
 constexpr int kPdfDots = 300;
 constexpr int kJpegQuality = 90;
 constexpr double kPaperPoints = 10;
+constexpr double kLeastLogoPixels = 200;  ///< wide, in its own window
 constexpr const char* kMoment = "dd-mmm-yyyy hh:mm:ss";
 
 }  // namespace
@@ -46,15 +50,16 @@ frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageCom
   ui_->Zoom->setCurrentIndex(2);
   view_->logo = [this] { return composer_.LogoBox(); };
   view_->words = [this] { return composer_.TextBox(); };
+  composer_.runStep = [this](const char* procedure, const auto& step) { RunStep(procedure, step); };
   const auto dropped = [this](void (PageComposer::*place)(double, double)) {
     return [this, place](double left, double top) {
       (composer_.*place)(left, top);
-      access_.keepSettings();
-      RefreshPicture1();
+      Placed();
     };
   };
   view_->onLogoDropped = dropped(&PageComposer::MoveLogo);
   view_->onWordsDropped = dropped(&PageComposer::MoveText);
+  view_->onLogoResized = [this] { ui_->Resize->click(); };
   view_->onMouse = [this](double y) { ShowTime(y); };
   Bind(ui_->Print, &frmPrintGraph::Print_Click);
   Bind(ui_->Printer, &frmPrintGraph::Printer_Click);
@@ -63,17 +68,23 @@ frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageCom
   Bind(ui_->Comments, &frmPrintGraph::Comments_Click);
   Bind(ui_->Logo, &frmPrintGraph::Logo_Click);
   Bind(ui_->InsertText, &frmPrintGraph::InsertText_Click);
+  Bind(ui_->Resize, &frmPrintGraph::Resize_Click);
+  Bind(ui_->ChangeFont, &frmPrintGraph::ChangeFont_Click);
+  Bind(ui_->Copy, &frmPrintGraph::Copy_Click);
   Bind(ui_->AutoScale, &frmPrintGraph::AutoScale_Click);
   Bind(ui_->FullView, &frmPrintGraph::FullView_Click);
   connect(ui_->Zoom, &QComboBox::currentIndexChanged, this, [this] { RefreshPicture1(); });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  ConnectPlaces();
   TranslateForm(*this, host.Words());
   RefreshPicture1();
   const int bar = 4 * ui_->Scroll->frameWidth();
   ui_->Scroll->setMinimumSize(view_->size().boundedTo(QSize(700, 640)) + QSize(bar, bar));
 }
 
-frmPrintGraph::~frmPrintGraph() = default;
+frmPrintGraph::~frmPrintGraph() {
+  composer_.runStep = nullptr;
+}
 
 void frmPrintGraph::Bind(QAbstractButton* key, void (frmPrintGraph::*work)(Run)) {
   connect(key, &QAbstractButton::clicked, this, [this, work] {
@@ -146,6 +157,7 @@ void frmPrintGraph::UpdateKeys() {
   show(ui_->InsertText, access_.session.TextInserted, text::RemoveHeader, text::InsertHeader);
   show(ui_->AutoScale, access_.autoScaleTime, text::AutoScaling, text::ManualScaling);
   ui_->Logo->setEnabled(composer_.HasLogoFile());
+  ShowPlaces();
   const bool endsEarly = access_.autoScaleTime && EndsBefore(composer_.Times(), composer_.Last());
   ui_->lblNote->setText(endsEarly ? ToQt(language.In(text::PageEndsEarlier)) : QString());
   const PrinterChoice& printer = access_.printer;
@@ -159,6 +171,12 @@ void frmPrintGraph::ShowTime(double y) {
   const PageTimes& times = composer_.Times();
   const double time = times.start + (y - layout.plotTop) * 4 * times.step / (layout.bottom - layout.plotTop);
   ui_->Label1->setText(ToQt(FormatDate(time, "dd/mm/yy hh:mm:ss")));
+}
+
+/// A step under its own name: what fails is shown with it, and Cancel leaves the page as Cancel there does.
+void frmPrintGraph::RunStep(const char* procedure, const std::function<void()>& step) {
+  if (!RunProcedure({access_.platform.dialogs, procedure, text::PageTitle}, [&](Run run) { run(step); }))
+    throw LeaveProcedure{};
 }
 
 void frmPrintGraph::DrawCurves_Click(Run run) {
@@ -226,15 +244,24 @@ void frmPrintGraph::AutoScale_Click(Run run) {
   if (access_.autoScaleTime)
     AskForTimes();
   else
-    run([&] { composer_.FilesAndTime(true); });
+    RunStep("FilesAndTime", [&] { composer_.FilesAndTime(true); });
   access_.autoScaleTime = !access_.autoScaleTime;
   RedrawOrLeave(run);
 }
 
 void frmPrintGraph::FullView_Click(Run run) {
-  run([&] { composer_.FilesAndTime(false); });
+  RunStep("FilesAndTime", [&] { composer_.FilesAndTime(false); });
   access_.autoScaleTime = false;
   RedrawOrLeave(run);
+}
+
+Bitmap frmPrintGraph::SheetAsPicture() {
+  const double height = kSheetHeight / PerInch(Unit::Millimetre) * kPictureDots;
+  const QImage sheet = DrawSheet(height, 1, kPaperPoints * kPictureDots / PerInch(Unit::Pixel));
+  Bitmap image;
+  image.CreateFromPicture({reinterpret_cast<const std::uint32_t*>(sheet.constBits()),
+                           static_cast<std::size_t>(sheet.bytesPerLine()) / 4, sheet.width(), sheet.height()});
+  return image;
 }
 
 void frmPrintGraph::SaveToFile_Click(Run run) {
@@ -242,16 +269,17 @@ void frmPrintGraph::SaveToFile_Click(Run run) {
                                text::PictureFilter, ".jpg");
   if (!path) return;
   run([&] {
-    const double height = kSheetHeight / PerInch(Unit::Millimetre) * kPictureDots;
-    const QImage sheet = DrawSheet(height, 1, kPaperPoints * kPictureDots / PerInch(Unit::Pixel));
-    Bitmap image;
-    image.CreateFromPicture({reinterpret_cast<const std::uint32_t*>(sheet.constBits()),
-                             static_cast<std::size_t>(sheet.bytesPerLine()) / 4, sheet.width(), sheet.height()});
+    const Bitmap image = SheetAsPicture();
     if (QFileInfo(ToQt(*path)).suffix().toLower() == "bmp")
       SaveBMP(image, *path, kPictureDots);
     else
       SaveJPG(image, *path, kJpegQuality, kPictureDots);
   });
+}
+
+void frmPrintGraph::Copy_Click(Run run) {
+  if (!run([&] { return CopyToClipboard(SheetAsPicture()); }))
+    access_.platform.dialogs.Message({text::NotToClipboard, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
 }
 
 void frmPrintGraph::Printer_Click(Run) {
@@ -270,6 +298,65 @@ void frmPrintGraph::PrintOn(Printer& printer) {
   Surface& page = printer.Begin(composer_.Log().substr(composer_.Log().rfind('/') + 1), Unit::Millimetre);
   composer_.Paint(page, PageTarget::Paper, dots, {Family(), kPaperPoints}, {true, commentsDrawn_});
   printer.End();
+}
+
+// --- Places and looks of what stands above the frame ---
+
+void frmPrintGraph::ConnectPlaces() {
+  const auto follow = [this](QDoubleSpinBox* entry, const std::function<void(double)>& place) {
+    connect(entry, &QDoubleSpinBox::valueChanged, this, [this, place](double value) {
+      place(value);
+      Placed();
+    });
+  };
+  follow(ui_->LogoLeft, [this](double left) { composer_.MoveLogo(left, composer_.LogoBox().top); });
+  follow(ui_->LogoTop, [this](double top) { composer_.MoveLogo(composer_.LogoBox().left, top); });
+  follow(ui_->LogoWidth, [this](double width) { composer_.SizeLogo(width, composer_.LogoBox().height); });
+  follow(ui_->LogoHeight, [this](double height) { composer_.SizeLogo(composer_.LogoBox().width, height); });
+  follow(ui_->HeaderLeft, [this](double left) { composer_.MoveText(left, composer_.TextBox().top); });
+  follow(ui_->HeaderTop, [this](double top) { composer_.MoveText(composer_.TextBox().left, top); });
+}
+
+void frmPrintGraph::Placed() {
+  access_.keepSettings();
+  RefreshPicture1();
+}
+
+void frmPrintGraph::ShowPlaces() {
+  const auto show = [](QDoubleSpinBox* entry, double value, double most, bool on) {
+    const QSignalBlocker quiet(entry);
+    entry->setMaximum(most);
+    entry->setValue(value);
+    entry->setEnabled(on);
+  };
+  const PageBox logo = composer_.LogoBox(), words = composer_.TextBox();
+  show(ui_->LogoLeft, logo.left, kSheetWidth, logo.isThere);
+  show(ui_->LogoTop, logo.top, kSheetHeight, logo.isThere);
+  show(ui_->LogoWidth, logo.width, kSheetWidth, logo.isThere);
+  show(ui_->LogoHeight, logo.height, kSheetHeight, logo.isThere);
+  show(ui_->HeaderLeft, words.left, kSheetWidth, words.isThere);
+  show(ui_->HeaderTop, words.top, kSheetHeight, words.isThere);
+  ui_->Resize->setEnabled(logo.isThere);
+}
+
+/// The picture in a window of its own, as large as on the page at 100 %: its size follows that of the window.
+void frmPrintGraph::Resize_Click(Run) {
+  const PageBox box = composer_.LogoBox();
+  const double pixels = std::max(100 / (ZoomPercent() * view_->MillimetresPerPixel()),  // a millimetre
+                                 kLeastLogoPixels / box.width);
+  host_.Show<frmImage>(composer_.Logo(), QSizeF(box.width * pixels, box.height * pixels).toSize(),
+                       [&](double wide, double high) {
+                         composer_.SizeLogo(box.width * wide, box.height * high);
+                         Placed();
+                       });
+}
+
+void frmPrintGraph::ChangeFont_Click(Run run) {
+  const auto chosen = access_.platform.dialogs.Font({.family = Family()});
+  if (!chosen) return;
+  access_.session.CurrentFont = chosen->family;
+  access_.keepSettings();
+  RedrawOrLeave(run);
 }
 
 }  // namespace velk

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "i18n/windows/window_host.h"
+#include "imaging/bitmap.h"
 #include "imaging/printer_choice.h"
 #include "paper/page_composer.h"
 #include "platform/dialogs/procedure.h"
@@ -61,7 +62,15 @@ class frmPrintGraph : public QDialog {
   void FullView_Click(Run run);
   bool AskForTimes();
   std::optional<double> AskForTime(const MessageText& prompt, double present);
+  void Resize_Click(Run run);
+  void ChangeFont_Click(Run run);
+  void Copy_Click(Run run);
   void PrintOn(Printer& printer);
+  void RunStep(const char* procedure, const std::function<void()>& step);
+  Bitmap SheetAsPicture();
+  void ConnectPlaces();
+  void ShowPlaces();
+  void Placed();
   std::string Family() const;
 
   std::unique_ptr<Ui::frmPrintGraph> ui_;

@@ -35,6 +35,8 @@ void PageView::paintEvent(QPaintEvent*) {
 }
 
 void PageView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::RightButton && logo().isThere && OnScreen(logo()).contains(event->position()))
+    return onLogoResized();
   if (event->button() != Qt::LeftButton) return;
   for (const Dragged what : {Dragged::Words, Dragged::Logo}) {
     const PageBox box = what == Dragged::Logo ? logo() : words();

@@ -23,6 +23,8 @@ class PageView : public QWidget {
   /// The boxes that can be dragged.
   std::function<PageBox()> logo, words;
   std::function<void(double left, double top)> onLogoDropped, onWordsDropped;
+  /// The right button was pressed on the company's picture.
+  std::function<void()> onLogoResized;
   /// The mouse moves over the sheet at this height; NaN where it has left it.
   std::function<void(double y)> onMouse;
 
