@@ -99,11 +99,16 @@ void LogWriter::ConnectLogFile(const std::string& path) {
   TellLeft(left);
 }
 
+/// Graph settings that can't be read keep no row out of the log.
 void LogWriter::KeepChannels() {
   channels_ = ChannelNames(session_);
-  const auto held = ReadGraphSettings(connection_, platform_.language);
-  holdsChannels_ = held && std::equal(held->begin(), held->end(), channels_.begin(), channels_.end(),
-                                      [](const Parameter& channel, const auto& name) { return channel.name == name; });
+  holdsChannels_ = false;
+  try {
+    const auto held = ReadGraphSettings(connection_, platform_.language);
+    const auto isCalled = [](const Parameter& channel, const std::string& name) { return channel.name == name; };
+    holdsChannels_ = held && std::equal(held->begin(), held->end(), channels_.begin(), channels_.end(), isCalled);
+  } catch (const RuntimeError&) {
+  }
 }
 
 void LogWriter::OpenLogRecordset() {

@@ -273,6 +273,21 @@ TEST_F(GraphSettings, AreThoseOfTheChannelsThatTheLogWasConnectedWith) {
   EXPECT_FALSE(log.HoldsPresentChannels()) << "renamed meanwhile";
 }
 
+TEST_F(GraphSettings, ThatCannotBeReadKeepNoRowOutOfTheLog) {
+  NameChannels({"Pressure"});
+  StartLog(path);
+  log.Finalise();
+  Connection::Open(path, OpenMode::ReadWrite)
+      ->Execute(
+          "DROP TABLE GraphSettings;"
+          "CREATE TABLE GraphSettings (ParameterName TEXT PRIMARY KEY) WITHOUT ROWID");
+  log.ConnectLogFile(path);
+  EXPECT_FALSE(log.HoldsPresentChannels());
+  log.OpenLogRecordset();
+  AppendLogRow();
+  EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), Rows{"1"});
+}
+
 class SummaryInclusionOfALog : public test::LogFixture {};
 
 TEST_F(SummaryInclusionOfALog, IsReadFromTheReportsColumns) {
