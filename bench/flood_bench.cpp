@@ -6,6 +6,10 @@
 // the window kept an event waiting, and the memory. A line that is lost between two stretches fails the benchmark.
 //
 //   bench/flood_bench         the folder of the log is the present one, or VELK_BENCH_FOLDER
+//   bench/flood_bench --drag SECONDS
+//                             a hundred lines a second are recorded behind an hour of rows, while the bars of the 8
+//                             graphs are dragged in turn without a pause; fails where a row was more than 50 ms behind
+//                             its line, is missing, or memory has grown
 
 #include <benchmark/benchmark.h>
 #include <unistd.h>
@@ -13,13 +17,16 @@
 #include <QApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdlib>
 #include <fstream>
 
+#include "base/dates.h"
 #include "bench/flood_unit.h"
 #include "demo/unattended.h"
+#include "log/log_writer.h"
 #include "platform/database/command.h"
 #include "platform/database/connection.h"
 #include "platform/loop/system_clock.h"
@@ -39,6 +46,8 @@ constexpr int kGraphs = 8;
 constexpr int kFloodMs = 10'000;
 constexpr int kHeartbeatMs = 10;
 constexpr int kLongestWaitMs = 60'000;
+constexpr int kHour = 3600;  ///< rows
+constexpr int kMouseMs = 8;  ///< between two moves that a mouse tells
 
 double Milliseconds(Time::duration time) {
   return std::chrono::duration<double, std::milli>(time).count();
@@ -173,6 +182,39 @@ class Job {
     readAtPause_ = read_;
   }
 
+  // --- An hour of the job behind it ---
+
+  /// As above, into a log that holds an hour of rows already: the bars go back through it.
+  struct AnHourOn {};
+  Job(const std::string& log, AnHourOn) : Job(std::string()) {
+    log_ = log;
+    Session& session = application_->State();
+    LogWriter(session, {clock_, gate_, dialogs_, settings_, translation_.Translator}).CreateLogFile(log);
+    FillHour();
+    Press("Stop");
+    Press("Acquire");
+    for (QMdiSubWindow* graph : Window().GraphArea().subWindowList()) graph->resize(900, 240);
+    session.CurrentFile = log;
+    session.RecordToDB = true;
+    Press("Pause");
+    session.StartTime -= 1.0 / 24;
+  }
+  MainForm& Window() { return application_->Window(); }
+  std::vector<QScrollBar*> Bars() {
+    std::vector<QScrollBar*> bars;
+    for (QMdiSubWindow* graph : Window().GraphArea().subWindowList())
+      bars.push_back(graph->findChild<QScrollBar*>(QStringLiteral("VScroll1")));
+    return bars;
+  }
+  Time::time_point SentAt(long long number) const { return unit_.SentAt(number); }
+  /// The rows of the log.
+  long long Held() const {
+    const auto connection = Connection::Open(log_, OpenMode::ReadOnly);
+    Command rows(*connection, "SELECT count(*) FROM logData");
+    rows.Next();
+    return rows.Integer(0);
+  }
+
   /// The number of the line that made the last sample.
   long long Number() const { return static_cast<long long>(application_->State().CurrentValue[1]); }
   long long Sent() const { return unit_.Sent(); }
@@ -181,6 +223,7 @@ class Job {
   int Boxes() const { return dialogs_.boxes; }
   void SetPace(Pace pace) { unit_.SetPace(pace); }
 
+  void End() { Press("Stop"); }
   /// Ends the job; gives the numbers in the log that are missing between its first and its last row, or come twice.
   long long Stop() {
     application_->Window().Button("Stop")->trigger();
@@ -197,6 +240,22 @@ class Job {
   }
 
  private:
+  void Press(const char* button) { Window().Button(button)->trigger(); }
+  void FillHour() {
+    const auto connection = Connection::Open(log_, OpenMode::ReadWrite);
+    Transaction transaction(*connection);
+    std::string marks;
+    for (int i = 0; i < kChannels + 2; ++i) marks += ",?";
+    Command insert(*connection, "INSERT INTO logData VALUES (NULL" + marks + ")");
+    const double first = clock_.Now() - 1.0 / 24;
+    for (int row = 0; row < kHour; ++row) {
+      const double time = first + row / 86400.0;
+      insert.Bind(1, DatePart(time)).Bind(2, TimePart(time));
+      for (int i = 0; i < kChannels; ++i) insert.Bind(i + 3, static_cast<double>(row * (i + 3) % 1000) / 10);
+      insert.Execute();
+    }
+    transaction.Commit();
+  }
   void SaveSettings() {
     const auto save = [this](const std::string& section, const char* key, const std::string& value) {
       settings_.Save("VELK2", section, key, value);
@@ -274,6 +333,76 @@ void FloodAtFullSpeedPaused(benchmark::State& state) {
 }
 BENCHMARK(FloodAtFullSpeedPaused)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
+/// Drags the bars of all graphs, a second each, and looks between the pages for the rows that have come.
+class Dragging {
+ public:
+  Dragging(Job& job, int seconds) : job_(job), bars_(job.Bars()), rows_(job.Rows()), number_(job.Number()) {
+    QTimer step;
+    step.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&step, &QTimer::timeout, [this] { Step(); });
+    job_.SetPace(Pace::Even);
+    step.start(kMouseMs);
+    RunEvents(seconds * 500);
+    const double early = ResidentMegabytes();  // caches have filled by then
+    RunEvents(seconds * 500);
+    grown_ = ResidentMegabytes() - early;
+    job_.SetPace(Pace::Silent);
+  }
+
+  double Latest() const { return latest_; }
+  double Grown() const { return grown_; }
+  long Pages() const { return pages_; }
+
+ private:
+  void Step() {
+    NoteRows();
+    QScrollBar& bar = *bars_[present_];
+    if (Milliseconds(Time::now() - begun_) > 1000) {
+      bar.setSliderDown(false);
+      bar.setValue(bar.maximum());
+      present_ = (present_ + 1) % bars_.size();
+      begun_ = Time::now();
+      return;
+    }
+    bar.setSliderDown(true);
+    bar.setSliderPosition(static_cast<int>(++pages_ * 7 % std::max(bar.maximum(), 1)));
+    NoteRows();
+  }
+
+  void NoteRows() {
+    for (const auto now = Time::now(); rows_ < job_.Rows(); ++rows_)
+      latest_ = std::max(latest_, Milliseconds(now - job_.SentAt(++number_)));
+  }
+
+  Job& job_;
+  const std::vector<QScrollBar*> bars_;
+  long long rows_, number_;
+  std::size_t present_ = 0;
+  Time::time_point begun_ = Time::now();
+  long pages_ = 0;
+  double latest_ = 0;  ///< ms
+  double grown_ = 0;   ///< MB
+};
+
+int Drag(int seconds) {
+  const char* place = std::getenv("VELK_BENCH_FOLDER");
+  const QTemporaryDir folder(QString::fromLocal8Bit(place ? place : ".") + QStringLiteral("/flood_bench-XXXXXX"));
+  Job job(folder.filePath(QStringLiteral("dragged.mdb")).toStdString(), Job::AnHourOn());
+  if (!job.Settle()) return 1;
+  const long long sent = job.Sent(), rows = job.Rows();
+  const Watch watch;
+  const Dragging drag(job, seconds);
+  const bool drained = job.Drained();
+  const long long came = job.Rows() - rows, due = job.Sent() - sent;
+  std::printf("%lld lines, %lld rows, %ld pages, latest row %.1f ms behind its line, %.1f MB grown\n", due, came,
+              drag.Pages(), drag.Latest(), drag.Grown());
+  std::printf("largest gap between two beats of a timer %.1f ms, longest wait of an event %.1f ms\n",
+              watch.LargestGap(), watch.LongestWait());
+  job.End();
+  const bool whole = drained && came == due && job.Held() == kHour + job.Rows() && job.Boxes() == 0;
+  return whole && drag.Latest() <= 50 && drag.Grown() <= 1 ? 0 : 1;
+}
+
 }  // namespace
 
 }  // namespace velk
@@ -281,6 +410,7 @@ BENCHMARK(FloodAtFullSpeedPaused)->Iterations(1)->UseRealTime()->Unit(benchmark:
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication qt(argc, argv);
+  if (argc == 3 && std::string(argv[1]) == "--drag") return velk::Drag(std::atoi(argv[2]));
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

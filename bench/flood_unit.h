@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -17,6 +18,7 @@ class FloodUnit {
     Slow,    ///< a line every 50 ms
     Silent,  ///< nothing
     Burst,   ///< a hundred lines at once, once a second
+    Even,    ///< a hundred lines a second, one every 10 ms
     Full     ///< line after line, as fast as the terminal takes them
   };
 
@@ -33,13 +35,33 @@ class FloodUnit {
   void SetPace(Pace pace) { pace_ = pace; }
   /// Whole lines that the terminal took.
   long long Sent() const { return sent_; }
+  /// When a line was handed to the terminal: one of the last few thousand.
+  std::chrono::steady_clock::time_point SentAt(long long number) const {
+    return std::chrono::steady_clock::time_point(std::chrono::nanoseconds(sentAt_[PlaceOf(number)]));
+  }
 
  private:
   static constexpr int kBurst = 100;
+  static constexpr std::size_t kRemembered = 8192;
+
+  static std::size_t PlaceOf(long long number) { return static_cast<std::size_t>(number) % kRemembered; }
+
+  /// By the time at which each is due, whatever the one before has cost.
+  void SendEvenly() {
+    auto due = std::chrono::steady_clock::now();
+    while (pace_ == Pace::Even && !ending_) {
+      SendWhole(Line(sent_ + 1));
+      std::this_thread::sleep_until(due += std::chrono::milliseconds(1000 / kBurst));
+    }
+  }
 
   void Run() {
     while (!ending_) {
       const Pace pace = pace_;
+      if (pace == Pace::Even) {
+        SendEvenly();
+        continue;
+      }
       const int lines = pace == Pace::Silent ? 0 : pace == Pace::Slow ? 1 : kBurst;
       for (int i = 0; i < lines && pace_ == pace && !ending_; ++i) SendWhole(Line(sent_ + 1));
       if (pace != Pace::Full) Rest(std::chrono::milliseconds(pace == Pace::Burst ? 1000 : 50));
@@ -54,6 +76,7 @@ class FloodUnit {
   }
 
   void SendWhole(const std::string& line) {
+    sentAt_[PlaceOf(sent_ + 1)] = std::chrono::steady_clock::now().time_since_epoch().count();
     for (std::size_t at = 0; at < line.size();) {
       if (ending_) return;
       const std::size_t taken = pty_.Send(std::string_view(line).substr(at));
@@ -85,6 +108,7 @@ class FloodUnit {
   std::atomic<Pace> pace_ = Pace::Slow;
   std::atomic<bool> ending_ = false;
   std::atomic<long long> sent_ = 0;
+  std::array<std::atomic<long long>, kRemembered> sentAt_{};  ///< nanoseconds of the steady clock
   std::thread thread_;
 };
 

@@ -2,19 +2,13 @@
 // channels, at a random minute of the job: found and read, drawn on a plot of 900x240, and the live page drawn again
 // behind a resize. Figures are medians; the file is in the page cache. The folder has to have room for the log: the
 // present one, or VELK_BENCH_FOLDER.
-//
-//   bench/history_bench --drag SECONDS     records 100 rows a second while pages of 8 charts are drawn without a pause;
-//                                          fails where a row was more than 50 ms late, is missing, or memory has grown
+// The bars of whole windows are dragged by flood_bench --drag.
 
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
-#include <fstream>
-#include <memory>
 #include <random>
 #include <vector>
 
@@ -144,85 +138,13 @@ BENCHMARK(FindAndReadAPage)->Unit(benchmark::kMicrosecond)->Iterations(500);
 BENCHMARK(StepOfTheBar)->Unit(benchmark::kMicrosecond)->Iterations(500);
 BENCHMARK(RepaintOfTheLivePage)->Unit(benchmark::kMicrosecond)->Iterations(500);
 
-long ResidentKilobytes() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);)
-    if (line.rfind("VmRSS:", 0) == 0) return std::atol(line.c_str() + 6);
-  return 0;
-}
-
-/// A recording with an hour behind it, looked back into by the pages of 8 charts in turn.
-class DraggedRecording {
- public:
-  explicit DraggedRecording(int seconds) : rows_(seconds * 100L) {
-    recording_.log.CreateLogFile(file_);
-    recording_.log.ConnectLogFile(file_);
-    recording_.log.OpenLogRecordset();
-    Transaction before(*recording_.log.Writing());
-    for (int second = 0; second < 3600; ++second) Append(kDay + second * kSecond);
-    before.Commit();
-    for (auto& chart : charts_) chart = std::make_unique<Chart>();
-  }
-
-  int Run() {
-    LogReader reader(file_);
-    const auto start = Time::now();
-    long early = 0, pages = 0;
-    for (long row = 0; row < rows_; ++row) {
-      const auto due = start + std::chrono::milliseconds(10 * row);
-      while (Time::now() < due) longestPage_ = std::max(longestPage_, Took([&] { DrawPage(reader, pages++); }));
-      longestAppend_ =
-          std::max(longestAppend_, Took([&] { Append(kDay + 0.5 + static_cast<double>(row) * kSecond / 100); }));
-      latest_ = std::max(latest_, SecondsSince(due));
-      if (row == rows_ / 2) early = ResidentKilobytes();  // caches have filled by then
-    }
-    const long grown = ResidentKilobytes() - early;
-    recording_.log.Finalise();
-    const auto held = LogReader(file_).Count();
-    std::printf("%ld rows, %ld pages, latest row %.1f ms behind its time, %ld kB grown, %lld rows in the log\n", rows_,
-                pages, latest_ * 1e3, grown, static_cast<long long>(held));
-    std::printf("longest page %.1f ms, longest append %.1f ms\n", longestPage_ * 1e3, longestAppend_ * 1e3);
-    return latest_ <= 0.05 && held == rows_ + 3600 && grown <= 1024 ? 0 : 1;
-  }
-
- private:
-  template <class Work>
-  static double Took(const Work& work) {
-    const auto start = Time::now();
-    work();
-    return SecondsSince(start);
-  }
-  void Append(double time) {
-    recording_.log.AppendLogRow({time, std::vector<double>(kChannels, static_cast<double>(++appended_ % 500))});
-  }
-  void DrawPage(LogReader& reader, long page) {
-    const double from = kDay + static_cast<double>(page % 55) * 60 * kSecond;
-    HistoryPage& chart = charts_[static_cast<std::size_t>(page) % charts_.size()]->page;
-    chart.Picture2_Update2(from);
-    chart.PlotOldData(reader, from, from + 240 * kSecond);
-  }
-
-  const long rows_;
-  Folder folder_;
-  Recording recording_{folder_};
-  const std::string file_ = folder_.File("dragged.mdb");
-  std::array<std::unique_ptr<Chart>, 8> charts_;
-  long appended_ = 0;
-  double latest_ = 0, longestPage_ = 0, longestAppend_ = 0;  ///< seconds
-};
-
 }  // namespace
-
-int Drag(int seconds) {
-  return DraggedRecording(seconds).Run();
-}
 
 }  // namespace velk::bench
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
-  if (argc == 3 && std::string(argv[1]) == "--drag") return velk::bench::Drag(std::atoi(argv[2]));
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();
