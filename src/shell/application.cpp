@@ -17,6 +17,7 @@
 #include "platform/ports/port_devices.h"
 #include "reports/windows/summary_report_command.h"
 #include "settings/settings_io.h"
+#include "settings/settings_keys.h"
 #include "settings/windows/edit_table_command.h"
 #include "shell/first_steps.h"
 #include "shell/simulated_unit.h"
@@ -106,7 +107,11 @@ void Application::BindCommands() {
   });
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
-  form_.Guide().portIsThere = [this] { return PortIsThere(PortDevice(platform_.settings, session_.PortNumber)); };
+  form_.Guide().portIsThere = [this] {
+    // On a first start the protocol is a preset that nobody has chosen.
+    return platform_.settings.Find(kLiveSettings, "Protocol", "SerialData") &&
+           PortIsThere(PortDevice(platform_.settings, session_.PortNumber));
+  };
   form_.Guide().onSimulatedUnit = [this] {
     if (!StartWithSimulatedUnit(programFolder_))
       platform_.dialogs.Message({text::NoSimulatedUnit, "", Buttons::Ok, BoxIcon::Exclamation});

@@ -9,6 +9,7 @@
 
 #include "shell/shell_rig.h"
 #include "shell/simulated_unit.h"
+#include "support/pty.h"
 
 namespace velk {
 namespace {
@@ -84,6 +85,15 @@ TEST_F(Guide, ShowsTheInstrumentAsChosenOnlyWhereItsDeviceIsThere) {
   Steps().portIsThere = [] { return true; };
   EXPECT_TRUE(IsDone("cmdStep_1"));
   rig.State().SerialData.clear();
+  EXPECT_FALSE(IsDone("cmdStep_1"));
+}
+
+TEST_F(Guide, ShowsNoInstrumentAsChosenOnAFirstStartThoughThePortOfThePresetsIsThere) {
+  const test::Pty unit;
+  rig.settings->Save("VELK2", "Protocol", "PortDevice1", unit.Device());
+  EXPECT_TRUE(IsDone("cmdStep_1"));
+  rig.settings->Delete("VELK2", "Protocol");
+  rig.settings->Save("VELK2", "Protocol", "PortDevice1", unit.Device());
   EXPECT_FALSE(IsDone("cmdStep_1"));
 }
 
