@@ -18,6 +18,7 @@
 #include "shell/main_place.h"
 #include "shell/path_label.h"
 #include "shell/speed_bar.h"
+#include "shell/status_panel.h"
 #include "shell/texts.h"
 #include "shell/ui_main_form.h"
 
@@ -175,10 +176,11 @@ QAction* MainForm::AddSpeedBar(const char* toolTip) {
 void MainForm::BuildStatusBar() {
   constexpr int kStretch[] = {0, 3, 6, 1, 2, 3, 3, 12, 0};
   for (int panel = 1; panel <= kRecordingPanel; ++panel) {
-    panels_[panel] = MakePanel(panel, this);
-    panels_[panel]->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
-    panels_[panel]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    panels_[panel]->setTextFormat(Qt::PlainText);
+    QLabel* label = MakePanel(panel, this);
+    label->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setTextFormat(Qt::PlainText);
+    panels_[panel] = new StatusPanel(label);
     panels_[panel]->setVisible(!ComesAndGoes(panel));
     // Status tips cover the others for a moment; what a job tells stays in view.
     if (panel >= kDataPanel)
@@ -186,14 +188,14 @@ void MainForm::BuildStatusBar() {
     else
       ui_->StatusBar1->addWidget(panels_[panel], kStretch[panel]);
   }
-  panels_[kRecordingPanel]->setStyleSheet(
+  panels_[kRecordingPanel]->Label().setStyleSheet(
       QStringLiteral("QLabel { color: white; background: #c8102e; font-weight: bold; padding: 0 6px; }"));
 }
 
 void MainForm::ShowData(const OperatorText& shown, bool warns) {
   const std::string text = language_.In(shown);
   ShowPanel(kDataPanel, warns ? kWarningMark + text : text);
-  panels_[kDataPanel]->setToolTip(ToQt(text));
+  panels_[kDataPanel]->Label().setToolTip(ToQt(text));
   if (std::exchange(dataWarns_, warns) != warns) ColourDataPanel();
 }
 
@@ -201,12 +203,12 @@ void MainForm::ColourDataPanel() {
   const bool dark = palette().color(QPalette::Window).lightness() < 128;
   const QString warning = dark ? QStringLiteral("QLabel { color: #ffc857; background: #3a2e10; font-weight: bold; }")
                                : QStringLiteral("QLabel { color: #8a5a00; background: #fff4d6; font-weight: bold; }");
-  panels_[kDataPanel]->setStyleSheet(dataWarns_ ? warning : QString());
+  panels_[kDataPanel]->Label().setStyleSheet(dataWarns_ ? warning : QString());
 }
 
 void MainForm::ShowRecording(const OperatorText& text, const OperatorText& toolTip) {
   ShowPanel(kRecordingPanel, text.IsEmpty() ? std::string() : kRecordingMark + language_.In(text));
-  panels_[kRecordingPanel]->setToolTip(ToQt(language_.In(toolTip)));
+  panels_[kRecordingPanel]->Label().setToolTip(ToQt(language_.In(toolTip)));
 }
 
 QMdiArea& MainForm::GraphArea() {
@@ -227,7 +229,7 @@ QAction* MainForm::Button(std::string_view key) const {
 
 QString MainForm::Panel(int panel) const {
   const auto pending = pending_.find(panel);
-  return pending == pending_.end() ? panels_[panel]->text() : ToQt(pending->second);
+  return pending == pending_.end() ? panels_[panel]->Label().text() : ToQt(pending->second);
 }
 
 void MainForm::SetPanel(int panel, const OperatorText& shown) {
@@ -241,8 +243,8 @@ void MainForm::SetPanel(int panel, const OperatorText& shown) {
 }
 
 void MainForm::ShowPanel(int panel, const std::string& text) {
-  panels_[panel]->setText(ToQt(text));
-  if (panel == kFilePanel) panels_[panel]->setToolTip(ToQt(text));
+  panels_[panel]->ShowText(ToQt(text));
+  if (panel == kFilePanel) panels_[panel]->Label().setToolTip(ToQt(text));
   if (ComesAndGoes(panel)) panels_[panel]->setVisible(!text.empty());
 }
 

@@ -24,6 +24,7 @@ namespace velk {
 
 class FirstSteps;
 class SpeedBar;
+class StatusPanel;
 
 /// The main window: menus, toolbar, status bar and the area of the graph windows. It shows what it is told; what
 /// a choice runs is bound to its commands by the rooms that have the work.
@@ -99,7 +100,7 @@ class MainForm : public QMainWindow, public MainView {
   std::map<std::string, int, std::less<>> images_;
   SpeedBar* speedBar_ = nullptr;
   FirstSteps* firstSteps_ = nullptr;
-  QLabel* panels_[9] = {};
+  StatusPanel* panels_[9] = {};
   std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
   QTimer panelRefresh_;
   bool hourglass_ = false;

@@ -266,6 +266,31 @@ TEST_F(MainFormTest, ShowsThePanelOfTheDataWhileItHasTextAndMarksAWarning) {
   EXPECT_EQ(data->styleSheet(), calm);
 }
 
+TEST_F(MainFormTest, TellsWhatNeedsNoOtherRoomWithoutLayingItselfOutAnew) {
+  class Counter : public QObject {
+   public:
+    int layouts = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::LayoutRequest) ++layouts;
+      return false;
+    }
+  };
+  form.show();
+  form.ShowData(std::string("1.0 samples/s \u00b7 1,203 rows"), false);
+  form.ShowRecording(std::string("REC job.mdb 0:00:24"), {});
+  QApplication::processEvents();
+  Counter counter;
+  form.installEventFilter(&counter);
+  form.findChild<QStatusBar*>()->installEventFilter(&counter);
+  form.ShowData(std::string("1.0 samples/s \u00b7 1,204 rows \u00b7 3 rejected"), false);
+  form.ShowRecording(std::string("REC job.mdb 0:00:25"), {});
+  QApplication::processEvents();
+  EXPECT_EQ(counter.layouts, 0);
+  form.ShowRecording(std::string("REC job.mdb 10:00:00"), {});
+  QApplication::processEvents();
+  EXPECT_GT(counter.layouts, 0) << "it has to grow";
+}
+
 TEST_F(MainFormTest, ShowsTheSignOfARecordingWhileItHasText) {
   form.show();
   const auto* sign = form.findChild<QLabel*>("StatusBar1_8");

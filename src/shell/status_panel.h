@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QLabel>
+#include <QWidget>
+
+namespace velk {
+
+/// A panel of the status bar around its label. A text that takes as much room as the one before moves nothing else: a
+/// label that stands in the bar by itself has the whole window laid out anew with each sample.
+class StatusPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Takes the label over.
+  explicit StatusPanel(QLabel* label);
+
+  QLabel& Label() const { return *label_; }
+  void ShowText(const QString& text);
+
+  QSize sizeHint() const override { return room_; }
+  QSize minimumSizeHint() const override { return least_; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void FollowLabel();
+
+  QLabel* label_;
+  QSize room_;
+  QSize least_;
+};
+
+}  // namespace velk
