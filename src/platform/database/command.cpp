@@ -84,9 +84,11 @@ std::string Command::Text(int column) const {
 }
 
 double Command::Number(int column) const {
-  const int type = sqlite3_column_type(statement_, column);
+  // One look into the row for type and value: searches read 64 of them a row.
+  sqlite3_value* value = sqlite3_column_value(statement_, column);
+  const int type = sqlite3_value_type(value);
   if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) return std::numeric_limits<double>::quiet_NaN();
-  return sqlite3_column_double(statement_, column);
+  return sqlite3_value_double(value);
 }
 
 }  // namespace velk
