@@ -102,6 +102,8 @@ void Recorder::AppendRow(const LogRow& row, bool firstTry) {
   }
   failing_ = false;
   ++session_.Data.rows;
+  lastRow_ = row;
+  lastRow_.key = session_.Data.rows;
   session_.Data.lastRow = platform_.clock.Ticks();
   if (!firstTry) --missingRows_;
   if (!firstTry) ShowMissingRows();

@@ -31,6 +31,8 @@ class Recorder : public SampleLog {
   void AppendRow(const LogRow& row, bool firstTry) override;
   void AppendRowQuietly(const LogRow& row) override;
 
+  /// The last row of the present recording that is on the disk, with its number as its key; null where there is none.
+  const LogRow* LastRow() const { return IsRecording() && session_.Data.rows > 0 ? &lastRow_ : nullptr; }
   /// Rows of the present recording that are on the disk.
   long long RowsRecorded() const { return session_.Data.rows; }
 
@@ -57,6 +59,7 @@ class Recorder : public SampleLog {
   bool failing_ = false;
   bool asking_ = false;
   long long missingRows_ = 0;
+  LogRow lastRow_;
 };
 
 }  // namespace velk

@@ -125,6 +125,7 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
   const Values values = take(run);
   if (values == Values::Left) return;
   NoteLine(values);
+  if (values != Values::Held && onValues) onValues();
   std::optional<double> rowTime;
   if (values == Values::TakenWithOwnTime) rowTime = session_.SampleTime;
   if (session_.Data.hasValues && DrawAndLog(run, values, rowTime)) {

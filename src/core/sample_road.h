@@ -53,6 +53,9 @@ class SampleRoad {
   /// The decoders of this session, with what they keep from line to line.
   Decoders& LineDecoders() { return decoders_; }
 
+  /// Called in each sample that has brought values, ahead of its row.
+  std::function<void()> onValues;
+
   /// A sample is under way, perhaps with a box on top of it.
   bool IsRunning() const { return depth_ > 0; }
 

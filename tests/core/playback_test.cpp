@@ -103,6 +103,14 @@ TEST_F(PlaybackTest, PlaysARowATickAndShowsWhereItIs) {
   EXPECT_EQ(rig.view.panels[6], "Row 2 of 3");
 }
 
+TEST_F(PlaybackTest, CallsWhoFollowsItWithEachRow) {
+  std::vector<std::pair<std::int64_t, double>> seen;
+  rig.playback.onRow = [&](const LogRow& row) { seen.emplace_back(row.key, row.values[1]); };
+  Choose(Record(3));
+  PlayAll();
+  EXPECT_EQ(seen, (std::vector<std::pair<std::int64_t, double>>{{1, 10}, {2, 20}, {3, 30}}));
+}
+
 TEST_F(PlaybackTest, EndsBehindTheLastRowWithABoxAndGivesTheUnitItsPlaceBack) {
   const std::string file = Record(2);
   rig.session.SampleSeconds = 7;

@@ -334,6 +334,26 @@ TEST_F(Road, AppendsARowForEverySignificantSample) {
   EXPECT_EQ(rows[1].b, 21.0);
 }
 
+TEST_F(Road, CallsWhoFollowsItsValuesAheadOfItsRow) {
+  rig.Connect();
+  rig.ChooseFile();
+  rig.acquisition.mnuAcquireStart_Click();
+  std::vector<std::pair<std::int64_t, double>> seen;
+  rig.road.onValues = [&] {
+    const LogRow* const last = rig.recorder.LastRow();
+    seen.emplace_back(last ? last->key : 0, last ? last->values[0] : 0);
+  };
+  rig.Sample(10, 20, 30);
+  rig.Sample(11, 21, 31);
+  rig.clock.Advance(1000);
+  rig.road.ProcessLine("garbage\r\n");
+  rig.Sample(12, 22, 32);
+  rig.Sample(13, 23, 33);
+  // A rejected line brings no values, though it has its row: the third, and the fourth of the one that is as long as
+  // none.
+  EXPECT_EQ(seen, (std::vector<std::pair<std::int64_t, double>>{{0, 0}, {1, 10}, {4, 11}}));
+}
+
 TEST_F(Road, NamesTheFileByThePageCountAndKeepsTheLog) {
   rig.Connect();
   rig.ChooseFile();

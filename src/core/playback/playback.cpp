@@ -229,6 +229,7 @@ void Playback::PlayRow(const Statements& run) {
   if (!rows_) return;  // a box of a window stood, and the program ends
   run([&] { view_.SetPanel(6, place_.Text(*reader_, platform_.clock.Ticks())); });
   platform_.clock.Yield();
+  if (rows_ && onRow) onRow(row);
   if (rows_) atEnd_ = !run([&] { return rows_->Next(); });
 }
 

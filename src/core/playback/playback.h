@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -46,6 +47,8 @@ class Playback {
   /// At the end of the program: no row follows. Nothing is said, and the status stays.
   void Close();
   bool IsOpen() const { return reader_ != nullptr; }
+  /// Called with each row that was played.
+  std::function<void(const LogRow& row)> onRow;
   /// A row or the look at a file is on the stack, perhaps with a box on top of it.
   bool IsRunning() const { return running_ > 0; }
 
