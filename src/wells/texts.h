@@ -54,7 +54,6 @@ inline constexpr MessageText ConvertUnitsFrom{2941, "Convert Units from "};
 inline constexpr MessageText ConvertUnitsTo{2942, " to"};
 inline constexpr MessageText UserLengthNotAbove{2943, "The length has to be a number above 0."};
 
-
 // The table of the computed stations
 inline constexpr MessageText ProfileTvd{2950, "True Vertical Depth"};
 inline constexpr MessageText ProfileNorth{2951, "Horizon. Distance North"};
@@ -79,6 +78,31 @@ inline constexpr MessageText OutputFiles{2965, "Output Files (*.out) |*.out"};
 inline constexpr MessageText ProfilePdfFiles{2966, "PDF Files (*.pdf)|*.pdf"};
 inline constexpr MessageText PrintPreview{2967, "Print Preview"};
 inline constexpr MessageText ClosePreview{2968, "Close"};
-inline constexpr MessageText NoPathYet{2969, "There is no path yet: enter or open a survey under Tools, Survey Data, and press OK."};
+inline constexpr MessageText NoPathYet{
+    2969, "There is no path yet: enter or open a survey under Tools, Survey Data, and press OK."};
+
+// The view in three dimensions
+inline constexpr MessageText SceneWindowTitle{2970, "3D Well Profile: "};
+inline constexpr MessageText SceneTitle{2971, "3D Well Profile"};
+inline constexpr MessageText SceneDate{2972, "Date:"};
+inline constexpr MessageText DepthUnitsAre{2973, "Depth units are "};
+inline constexpr MessageText SpinNot{2974, "AutoScroll Off"};
+inline constexpr MessageText SpinBoth{2975, "AutoScroll Both"};
+inline constexpr MessageText SpinDown{2976, "AutoScroll Vertically"};
+inline constexpr MessageText SpinAcross{2977, "AutoScroll Horizontally"};
+inline constexpr MessageText SceneHint{
+    2978, "Drag with the left button to turn, with the right one to move; the wheel goes nearer."};
+
+// The live survey
+inline constexpr MessageText QuantitySpeed{2980, "Speed"};
+inline constexpr MessageText QuantityDate{2981, "Date"};
+inline constexpr MessageText QuantityTime{2982, "Time"};
+inline constexpr MessageText QuantityDeviation{2983, "Deviation"};
+inline constexpr MessageText QuantityRpm{2984, "RPM"};
+inline constexpr MessageText NothingToImport{2985, "No parameters to import"};
+inline constexpr MessageText IntervalOutOfRange{2986, "The calculation interval has to be from 1 to 32767."};
+inline constexpr MessageText LiveSurveyEnded{2988, "The live survey has ended; the recording goes on. "};
+inline constexpr MessageText SurveyWouldGo{
+    2987, "The survey holds rows that are in no file. A live survey takes their place. Begin it?"};
 
 }  // namespace velk::text

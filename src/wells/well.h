@@ -24,6 +24,7 @@ struct Well {
   std::int16_t SurveyFileUnits = kApiEnglish;  ///< of the survey
   std::int16_t WellFileUnits = kApiEnglish;    ///< of the last .dt5 file; a new survey begins with it
   bool SurveyAccepted = false;                 ///< by the editor
+  bool SurveyIsKept = true;                    ///< its rows are in a file
   WellUnits Units;
 };
 

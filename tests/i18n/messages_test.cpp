@@ -34,6 +34,9 @@ const std::map<int, std::string> kKnownNumbers = {
     {230, "Error in formula, string "},
     {231, " is not valid string"},
     {252, "Acquiring Data"},
+    {612, "feet"},
+    {613, "degrees"},
+    {614, "m"},
 };
 
 constexpr int kFirstOwnNumber = 2000;

@@ -4,6 +4,7 @@
 
 #include "support/raises.h"
 #include "wells/texts.h"
+#include "wells/well_units.h"
 
 namespace velk {
 namespace {

@@ -1,0 +1,283 @@
+#include "wells/well_scene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "base/numbers.h"
+#include "platform/drawing/segment_clip.h"
+
+namespace velk {
+
+namespace {
+
+/// World units are thousands of depth units.
+constexpr double kThousand = 1000;
+constexpr int kSurfacePoints = kFramePoints / kWellSurfaces;
+constexpr int kCorners = 4;
+/// The viewing window is 30 to either side at a distance of 60.
+constexpr double kWindowScale = 60.0 / 30;
+constexpr double kDefaultRadius = 3.5;
+constexpr double kCasingUnit = 0.015;
+
+Point4 PointOf(const PathStation& station) {
+  return {station.east / kThousand, station.north / kThousand, -station.tvd / kThousand};
+}
+
+/// How much shorter than a tenth of the frame's depth a mark is, by how much of that depth the well takes.
+double TickShare(double depth, double frameDepth) {
+  constexpr double kBands[] = {0, 0.2, 0.4, 0.6, 0.8};
+  for (std::size_t i = 1; i < std::size(kBands); ++i)
+    if (depth > kBands[i - 1] * frameDepth && depth < kBands[i] * frameDepth) return kBands[i];
+  return 1;
+}
+
+/// Half the size of the hole where a station lies.
+double RadiusAt(double depth, std::span<const WellSection> sections) {
+  for (const WellSection& section : sections)
+    if (depth <= section.end) return section.firstSize / 2;
+  return sections.empty() ? kDefaultRadius : sections.back().firstSize / 2;
+}
+
+/// Draws in the units of a scene, cut to its square.
+class ScenePen {
+ public:
+  ScenePen(Surface& surface, const ScenePlace& place)
+      : surface_(surface), place_(place), scale_(place.side / kHalfWidth) {}
+
+  double X(const ScreenPoint& point) const { return place_.left + point.x * scale_; }
+  double Y(const ScreenPoint& point) const { return place_.top + point.y * scale_; }
+  /// Whether two points lie on the same dot, or on neighbours.
+  bool IsOneDot(const ScreenPoint& a, const ScreenPoint& b) const {
+    return std::fabs(a.x - b.x) * scale_ < place_.dot && std::fabs(a.y - b.y) * scale_ < place_.dot;
+  }
+  void Line(const ScreenPoint& a, const ScreenPoint& b, std::int32_t colour) {
+    ClippedSegment line{X(a), Y(a), X(b), Y(b)};
+    if (ClipSegment(line, place_.left, place_.top, place_.left + place_.side, place_.top + place_.side))
+      surface_.Line(line.x1, line.y1, line.x2, line.y2, colour);
+  }
+
+ private:
+  Surface& surface_;
+  const ScenePlace& place_;
+  const double scale_;
+};
+
+struct LabelBox {
+  double left, top, right, bottom;
+  bool Meets(const LabelBox& other) const {
+    return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+  }
+};
+
+}  // namespace
+
+Matrix4 ViewMatrix(const WellView& view) {
+  const double b = WellRadians(view.tilt) - kWellPi / 2;
+  const double a = -WellRadians(view.azimuth);
+  const double distance = view.distance / kThousand;
+  return Matrix4::Translate(-view.focalEast / kThousand, view.focalNorth / kThousand, view.focalDepth / kThousand) *
+         Matrix4::Translate(distance * std::cos(b) * std::sin(a), distance * std::cos(b) * std::cos(a),
+                            -distance * std::sin(b)) *
+         Matrix4::SwapAxes() * Matrix4::RotateY(a + kWellPi) * Matrix4::RotateX(b) * Matrix4::MirrorZ() *
+         Matrix4::ScaleXY(kWindowScale, kWindowScale);
+}
+
+ScreenPoint OnScreen(const Point4& view) {
+  if (view.z == 0) return {};
+  return {kHalfWidth * view.x / -view.z + kHalfWidth / 2, kHalfWidth * view.y / -view.z + kHalfWidth / 2};
+}
+
+FrameSize FrameOf(std::span<const PathStation> stations) {
+  double across = 0, deepest = 0;
+  for (const PathStation& station : stations) {
+    across = std::max({across, std::fabs(station.east), std::fabs(station.north)});
+    deepest = std::max(deepest, std::fabs(station.tvd));
+  }
+  const double depth = std::floor(deepest / kThousand) + 1;
+  // The next power of ten above it.
+  const double frameDepth = std::pow(10, std::floor(std::log10(depth)) + 1);
+  return {std::floor(across / kThousand) + 1, frameDepth, frameDepth / 10 * TickShare(depth, frameDepth)};
+}
+
+// --- Points ---
+
+void WellScene::Build(std::span<const PathStation> stations, std::span<const WellSection> sections,
+                      const WellView& view) {
+  view_ = view;
+  frame_ = FrameOf(stations);
+  scenePoints_.clear();
+  labels_.clear();
+  AddHorizontal();
+  AddVertical(WellSurface::DepthNorth);
+  AddVertical(WellSurface::DepthEast);
+  scenePoints_.reserve(kFramePoints + stations.size());
+  for (const PathStation& station : stations) scenePoints_.push_back(PointOf(station));
+  tubePoints_.clear();
+  if (view.casing) BuildTube(stations, sections);
+  Project();
+}
+
+/// A line of the grid from its far edge across the near one, where it ends in a mark and a label.
+void WellScene::AddLine(WellSurface surface, const Point4& far, const Point4& tip, const char* prefix, double value) {
+  scenePoints_.push_back(far);
+  labels_.push_back({static_cast<int>(scenePoints_.size()), surface, prefix, value * kThousand});
+  scenePoints_.push_back(tip);
+}
+
+/// Three lines in each direction, and one that points to the north.
+void WellScene::AddHorizontal() {
+  constexpr WellSurface kSurface = WellSurface::NorthEast;
+  const double width = frame_.width, z = -view_.shift[0] / kThousand, end = width + frame_.tick;
+  for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
+    scenePoints_.push_back({x * width, y * width, z});
+  for (const int side : {-1, 0, 1}) {
+    AddLine(kSurface, {side * width, width, z}, {side * width, -end, z}, side < 0 ? "W  " : "E  ",
+            std::abs(side) * width);
+    AddLine(kSurface, {-width, side * width, z}, {end, side * width, z}, side < 0 ? "S  " : "N  ",
+            std::abs(side) * width);
+  }
+  scenePoints_.push_back({0, width, z});
+  scenePoints_.push_back({0, end, z});
+}
+
+/// Five depths, and the two ends of the other axis.
+void WellScene::AddVertical(WellSurface surface) {
+  const bool isNorth = surface == WellSurface::DepthNorth;
+  const double width = frame_.width, depth = frame_.depth;
+  const double shift = view_.shift[static_cast<std::size_t>(surface)] / kThousand;
+  const auto at = [&](double along, double z) { return isNorth ? Point4{shift, along, z} : Point4{along, shift, z}; };
+  for (const auto& [along, down] : {std::pair{-1, 0}, {1, 0}, {1, -1}, {-1, -1}})
+    scenePoints_.push_back(at(along * width, down * depth));
+  for (int quarter = 0; quarter <= 4; ++quarter) {
+    const double z = -depth * quarter / 4;
+    AddLine(surface, at(-width, z), at(width + frame_.tick, z), "TVD ", -z);
+  }
+  AddLine(surface, at(-width, 0), at(-width, -depth - frame_.tick), isNorth ? "S  " : "W  ", width);
+  AddLine(surface, at(width, 0), at(width, -depth - frame_.tick), isNorth ? "N  " : "E  ", width);
+}
+
+void WellScene::BuildTube(std::span<const PathStation> stations, std::span<const WellSection> sections) {
+  const double scale = (view_.casingSize + 1) * kCasingUnit;
+  tubePoints_.reserve(stations.size() * kTubeSides);
+  for (const PathStation& station : stations) {
+    const Point4 centre = PointOf(station);
+    const double radius = RadiusAt(station.depth, sections) * scale;
+    const double sineA = std::sin(station.azimuth), cosineA = std::cos(station.azimuth);
+    const double sineI = std::sin(station.inclination), cosineI = std::cos(station.inclination);
+    for (int k = 0; k < kTubeSides; ++k) {
+      const double angle = k * kWellTwoPi / kTubeSides;
+      const double side = radius * std::cos(angle), high = radius * std::sin(angle);
+      // One axis of the circle is level, the other one lies in the plane of the vertical and the hole.
+      tubePoints_.push_back({centre.x + side * cosineA + high * cosineI * sineA,
+                             centre.y - side * sineA + high * cosineI * cosineA, centre.z + high * sineI});
+    }
+  }
+}
+
+void WellScene::Project() {
+  const Matrix4 matrix = ViewMatrix(view_);
+  const auto project = [&](const std::vector<Point4>& from, std::vector<Point4>& views,
+                           std::vector<ScreenPoint>& screen) {
+    views.clear();
+    screen.clear();
+    views.reserve(from.size());
+    screen.reserve(from.size());
+    for (const Point4& point : from) {
+      views.push_back(matrix(point));
+      screen.push_back(OnScreen(views.back()));
+    }
+  };
+  project(scenePoints_, viewPoints_, screenPoints_);
+  project(tubePoints_, tubeViewPoints_, tubeScreenPoints_);
+}
+
+// --- Drawing ---
+
+void WellScene::Draw(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+  surface.SetPenWidth(1);
+  DrawFrame(surface, place, colours);
+  DrawTube(surface, place, colours.path);
+  DrawPath(surface, place, colours.path);
+  DrawLabels(surface, place, colours);
+}
+
+bool WellScene::IsInFront(std::size_t point) const {
+  return viewPoints_[point].z > 0;
+}
+
+void WellScene::DrawFrame(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+  ScenePen pen(surface, place);
+  for (std::size_t i = 0; i < kWellSurfaces; ++i) {
+    if (view_.hidden[i]) continue;
+    const std::size_t first = i * kSurfacePoints;
+    const auto line = [&](std::size_t a, std::size_t b) {
+      if (IsInFront(first + a) && IsInFront(first + b))
+        pen.Line(screenPoints_[first + a], screenPoints_[first + b], colours.surfaces[i]);
+    };
+    for (std::size_t corner = 0; corner < kCorners; ++corner) line(corner, (corner + 1) % kCorners);
+    for (std::size_t point = kCorners; point < kSurfacePoints; point += 2) line(point, point + 1);
+  }
+}
+
+void WellScene::DrawPath(Surface& surface, const ScenePlace& place, std::int32_t colour) const {
+  ScenePen pen(surface, place);
+  std::size_t from = kFramePoints;
+  for (std::size_t to = from + 1; to < scenePoints_.size(); ++to) {
+    const bool isLast = to + 1 == scenePoints_.size();
+    if (!isLast && IsInFront(from) && pen.IsOneDot(screenPoints_[from], screenPoints_[to])) continue;
+    if (IsInFront(from) && IsInFront(to)) pen.Line(screenPoints_[from], screenPoints_[to], colour);
+    from = to;
+  }
+}
+
+/// A ring around each station that lies on other dots than the last one drawn, and lines from ring to ring.
+void WellScene::DrawTube(Surface& surface, const ScenePlace& place, std::int32_t colour) const {
+  ScenePen pen(surface, place);
+  const std::size_t rings = tubePoints_.size() / kTubeSides;
+  const auto isInFront = [&](std::size_t ring) {
+    const auto first = tubeViewPoints_.begin() + static_cast<std::ptrdiff_t>(ring * kTubeSides);
+    return std::all_of(first, first + kTubeSides, [](const Point4& point) { return point.z > 0; });
+  };
+  const auto isOneDot = [&](std::size_t a, std::size_t b) {
+    for (std::size_t k = 0; k < kTubeSides; ++k)
+      if (!pen.IsOneDot(tubeScreenPoints_[a * kTubeSides + k], tubeScreenPoints_[b * kTubeSides + k])) return false;
+    return true;
+  };
+  std::size_t drawn = rings;
+  for (std::size_t ring = 0; ring < rings; ++ring) {
+    if (drawn < rings && ring + 1 < rings && isOneDot(drawn, ring)) continue;
+    if (!isInFront(ring)) {
+      drawn = rings;
+      continue;
+    }
+    for (std::size_t k = 0; k < kTubeSides; ++k) {
+      const ScreenPoint& point = tubeScreenPoints_[ring * kTubeSides + k];
+      pen.Line(point, tubeScreenPoints_[ring * kTubeSides + (k + 1) % kTubeSides], colour);
+      if (drawn < rings) pen.Line(tubeScreenPoints_[drawn * kTubeSides + k], point, colour);
+    }
+    drawn = ring;
+  }
+}
+
+/// Each at the end of its mark; one that would stand on another is left out.
+void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+  ScenePen pen(surface, place);
+  std::vector<LabelBox> drawn;
+  for (const SceneLabel& label : labels_) {
+    const auto at = static_cast<std::size_t>(label.surface), point = static_cast<std::size_t>(label.point);
+    if (view_.hidden[at] || !IsInFront(point)) continue;
+    const std::string text = label.prefix + Format(label.value, "#####0");
+    const double width = surface.TextWidth(text), height = surface.TextHeight(text);
+    const double x = pen.X(screenPoints_[point]) - width / 2, y = pen.Y(screenPoints_[point]) - height / 2;
+    const LabelBox box{x, y, x + width, y + height};
+    const bool isInside = box.left >= place.left && box.top >= place.top && box.right <= place.left + place.side &&
+                          box.bottom <= place.top + place.side;
+    const auto meets = [&](const LabelBox& other) { return box.Meets(other); };
+    if (!isInside || std::any_of(drawn.begin(), drawn.end(), meets)) continue;
+    surface.Print(x, y, text, colours.surfaces[at]);
+    drawn.push_back(box);
+  }
+}
+
+}  // namespace velk
