@@ -30,7 +30,55 @@ TEST_F(LinkTest, SilenceOfFiveIntervalsIsNotYetTooLongAndAMomentMoreIs) {
   EXPECT_EQ(driver.openings.size(), 2U);
 }
 
-TEST_F(LinkTest, ASilentUnitIsCycledAtEveryTickWithoutABox) {
+TEST_F(LinkTest, WhatComesManyTimesASecondIsLeftASecondOfSilence) {
+  session.SamplingRate = 0.02 / 86400;
+  link.SetODataCom();
+  clock.Advance(990);  // 49 intervals, ahead of the first tick
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 1U);
+  clock.Advance(20);
+  link.Timer2_Timer();
+  EXPECT_EQ(driver.openings.size(), 2U);
+}
+
+TEST_F(LinkTest, WithoutAJobASilentUnitIsLeftAloneForLongerAfterEachTry) {
+  link.SetODataCom();
+  // Tries at 6, 12, 24, 48 and 96 seconds, then each minute.
+  const std::pair<int, std::size_t> tries[] = {{6, 1}, {12, 2}, {24, 3}, {48, 4}, {96, 5}, {156, 6}, {576, 13}};
+  int now = 0;
+  for (const auto& [seconds, count] : tries) {
+    clock.Advance(1000 * (seconds - now) - 500);
+    EXPECT_EQ(driver.openings.size(), count) << "ahead of second " << seconds;
+    clock.Advance(500);
+    now = seconds;
+    EXPECT_EQ(driver.openings.size(), 1 + count) << "at second " << seconds;
+  }
+  ExpectImages(true);
+}
+
+TEST_F(LinkTest, ALineOrAJobSetsTheWatchdogBackToItsFullPace) {
+  link.SetODataCom();
+  clock.Advance(100'000);
+  EXPECT_EQ(timers.Timer2->Interval(), 60'000);
+  driver.Receive(kLine);
+  clock.RunPosted();
+  EXPECT_EQ(timers.Timer2->Interval(), 3000);
+  clock.Advance(100'000);
+  EXPECT_EQ(timers.Timer2->Interval(), 60'000);
+  link.WatchClosely();
+  EXPECT_EQ(timers.Timer2->Interval(), 3000);
+}
+
+TEST_F(LinkTest, AUnitOfSlowSamplesIsTriedNoLessOftenThanItsSamplesAllow) {
+  session.SamplingRate = 60.0 / 86400;
+  link.SetODataCom();
+  clock.Advance(3'600'000);  // ticks each 180 seconds, the first too early
+  EXPECT_EQ(timers.Timer2->Interval(), 180'000);
+  EXPECT_EQ(driver.openings.size(), 20U);
+}
+
+TEST_F(LinkTest, ASilentUnitOfAJobIsCycledAtEveryTickWithoutABox) {
+  Become(text::StatusAcquiringData);
   link.SetODataCom();
   clock.Advance(6000);  // ticks at 3 and 6 seconds
   EXPECT_EQ(driver.openings.size(), 2U);

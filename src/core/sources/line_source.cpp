@@ -27,6 +27,7 @@ bool LineSource::Open() {
 }
 
 void LineSource::Start() {
+  link_.WatchClosely();
   if (LearnsLength()) ticks_.Start();
 }
 

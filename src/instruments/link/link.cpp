@@ -19,12 +19,19 @@ namespace {
 
 constexpr double kSecondsADay = 86400;
 constexpr const char* kLossBox = "Link";  ///< the subject of its box
+/// Some units restart whenever their port is opened, and each try wakes the machine.
+constexpr int kLongestRestMs = 60'000;
 
 /// Three sampling intervals, at least a second.
 int WatchdogMilliseconds(double samplingRate) {
   const double milliseconds = samplingRate * kSecondsADay * 3000;
   if (!(milliseconds > 1000)) return 1000;
   return static_cast<int>(std::min(std::round(milliseconds), 2e9));
+}
+
+/// Seconds without data after which a link may be dead. What comes faster than five times a second may come in bursts.
+double LongestSilence(double samplingRate) {
+  return std::max(samplingRate * kSecondsADay * 5, 1.0);
 }
 
 }  // namespace
@@ -118,11 +125,23 @@ void Link::OpenDriver(const std::string& toldAlready) {
 
 void Link::StartWatching() {
   session_.LastDataTime = platform_.clock.Now();
-  watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
+  WatchClosely();
   watchdog_.SetEnabled(true);
   retry_->SetInterval(ODataCom1.Settings().retryMilliseconds);
   retry_->SetEnabled(!ODataCom1.IsOpen());
   failureTold_ = !ODataCom1.IsOpen();
+}
+
+void Link::WatchClosely() {
+  watchRests_ = false;
+  watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
+}
+
+void Link::RestLonger() {
+  const int rest = watchdog_.Interval();
+  if (rest >= kLongestRestMs) return;
+  watchRests_ = true;
+  watchdog_.SetInterval(std::min(2 * rest, kLongestRestMs));
 }
 
 bool Link::EnablePort() {
@@ -251,9 +270,11 @@ bool Link::Reopen() {
 void Link::Timer2_Timer() {
   // Lines that wait are data: the program is behind, not the unit.
   if (ODataCom1.LineWaits()) return;
-  const double age = platform_.clock.Now() - session_.LastDataTime;
+  const double age = (platform_.clock.Now() - session_.LastDataTime) * kSecondsADay;
   const bool clockSetBack = age < 0;
-  if (clockSetBack || age * kSecondsADay > session_.SamplingRate * kSecondsADay * 5) CycleODataCom();
+  if (!clockSetBack && age <= LongestSilence(session_.SamplingRate)) return;
+  CycleODataCom();
+  if (!StatusIs(session_, text::StatusAcquiringData)) RestLonger();
 }
 
 void Link::DriverHungUp() {
@@ -266,6 +287,7 @@ void Link::ODataCom1_DataReady(const std::string& line) {
   ++linesSeen_;
   // A line that had waited when the device went away is no sign of its return.
   if (ODataCom1.IsOpen()) DataCame();
+  if (watchRests_) WatchClosely();
   if (StatusIs(session_, text::StatusAcquiringData) && onLine)
     RunProcedure(lineReport_, [&](const Statements&) { onLine(line); });
   session_.LastDataTime = platform_.clock.Now();

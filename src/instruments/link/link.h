@@ -74,8 +74,11 @@ class Link {
   /// Closes and reopens the driver. A failure is told in a box, once until data come again.
   void CycleODataCom();
 
-  /// The watchdog: cycles the link when the last data are more than five sampling intervals old.
+  /// The watchdog: cycles the link when the last data are more than five sampling intervals old, and a second. While
+  /// nothing is acquired a unit that stays silent is left alone for longer after each try, up to a minute.
   void Timer2_Timer();
+  /// The watchdog looks at its full pace again: a job runs from now on.
+  void WatchClosely();
 
   /// One received line: to the sample's road while acquiring; its arrival is stored in any status. The road shows its
   /// own errors; one that escapes it is a defect, and nothing is done twice for it.
@@ -100,6 +103,7 @@ class Link {
   void OpenDriver(const std::string& toldAlready);
   bool Reopen();
   void StartWatching();
+  void RestLonger();
   void DriverHungUp();
   void TellUnsupported(const SerialSettings& settings, const std::vector<PortSetting>& unsupported);
   void TellLoss(const OperatorText& text);
@@ -120,6 +124,7 @@ class Link {
   SerialSettings plain_;          ///< of the plain port's last opening
   FollowedDevice device_;         ///< of both ports
   std::int64_t linesSeen_ = 0;
+  bool watchRests_ = false;      ///< the watchdog looks less often than it would in a job
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
   bool connected_ = false;       ///< as the plug shows it
   bool silent_ = false;
