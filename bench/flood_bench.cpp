@@ -78,8 +78,8 @@ bool RunEventsUntil(Condition condition) {
 class CountingPort : public SerialPort {
  public:
   explicit CountingPort(long long& lines) : lines_(lines) {
-    port_->onReadyRead = [this] {
-      if (onReadyRead) onReadyRead();
+    port_->onBytes = [this] {
+      if (onBytes) onBytes();
     };
     port_->onHangUp = [this] {
       if (onHangUp) onHangUp();

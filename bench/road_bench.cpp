@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/dates.h"
+#include "bench/long_log.h"
 #include "core/panel/data_words.h"
 #include "core/sample_values.h"
 #include "demo/unattended.h"
@@ -31,8 +32,9 @@ namespace velk {
 
 namespace {
 
-constexpr int kChannels = 64;
+using bench::kChannels;
 constexpr int kGraphs = 8;
+constexpr int kRowsAPage = 240;
 
 /// The real event loop, on a wall clock that goes on by a second a sample.
 class SecondsClock : public SystemClock {
@@ -58,7 +60,7 @@ class BenchPort : public SerialPort {
   void ClearInput() override { waiting_.clear(); }
   void Receive(const std::string& line) {
     waiting_ += line;
-    if (onReadyRead) onReadyRead();
+    if (onBytes) onBytes();
   }
 
  private:
@@ -84,9 +86,10 @@ std::vector<std::string> Lines(int channels) {
 
 class Job {
  public:
-  /// The last `formulas` of the 64 channels are computed.
-  explicit Job(const std::string& log, int formulas = 0) : lines_(Lines(kChannels - formulas)) {
+  /// The last `formulas` of the 64 channels are computed. The log holds `rows` already, one a second.
+  explicit Job(const std::string& log, int formulas = 0, long long rows = 0) : lines_(Lines(kChannels - formulas)) {
     const int inputs = kChannels - formulas;
+    clock_.seconds = rows;
     for (int i = 1; i <= formulas; ++i) {
       const std::string section = "Formula" + std::to_string(i);
       settings_.Save("VELK2", section, "Formula", "({parameter 1}-{parameter 2})*2.5+log({parameter 3})");
@@ -116,6 +119,7 @@ class Job {
     if (!log.empty()) {
       application_->State().CurrentFile = log;
       application_->State().RecordToDB = true;
+      application_->State().PageCount = static_cast<std::int16_t>(rows / kRowsAPage);
     }
     window.Button("Pause")->trigger();
   }
@@ -165,15 +169,18 @@ void WholeSampleHalfOfItComputed(benchmark::State& state) {
 }
 BENCHMARK(WholeSampleHalfOfItComputed)->UseRealTime();
 
-void WholeSampleRecorded(benchmark::State& state) {
-  const char* place = std::getenv("VELK_BENCH_FOLDER");
-  const QTemporaryDir folder(QString::fromLocal8Bit(place ? place : ".") + QStringLiteral("/road_bench-XXXXXX"));
-  Job job(folder.filePath(QStringLiteral("bench.mdb")).toStdString());
+void RunRecorded(benchmark::State& state, Job& job) {
   job.Sample();
   const long long before = job.Rows();
   for (auto _ : state) job.Sample();
   if (job.Rows() - before != state.iterations()) state.SkipWithError("not every sample was recorded");
   state.SetItemsProcessed(state.iterations());
+}
+
+void WholeSampleRecorded(benchmark::State& state) {
+  const bench::Folder folder;
+  Job job(folder.File("bench.mdb"));
+  RunRecorded(state, job);
 }
 BENCHMARK(WholeSampleRecorded)->UseRealTime();
 
@@ -211,6 +218,17 @@ void DataPanelTells(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(DataPanelTells)->UseRealTime();
+
+/// At the end of a log of a month.
+void WholeSampleRecordedBehindAMonth(benchmark::State& state) {
+  const bench::Folder folder;
+  const std::string log = folder.File("bench.mdb");
+  bench::Recording(folder).log.CreateLogFile(log);
+  bench::FillLog(log);
+  Job job(log, 0, bench::RowsToRead());
+  RunRecorded(state, job);
+}
+BENCHMARK(WholeSampleRecordedBehindAMonth)->UseRealTime();
 
 /// Decoding, splitting, scaling, averaging and thinning of 18 channels: no events, no drawing, no log.
 void LineToValues(benchmark::State& state) {

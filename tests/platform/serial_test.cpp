@@ -187,6 +187,20 @@ TEST(SerialPort, AHandlerThatRunsEventsDoesNotMuteThePort) {
   EXPECT_TRUE(open.Gets("firstsecondthird"));
 }
 
+TEST(SerialPort, AHandlerThatOnlyReadsStandsInForTheOther) {
+  OpenPort open;
+  std::string read;
+  int announced = 0;
+  open.port->onReadyRead = [&] { ++announced; };
+  open.port->onBytes = [&] { read += open.port->Read(100'000); };
+  open.pty.Send("first");
+  ASSERT_TRUE(RunUntil([&] { return read == "first"; }));
+  open.pty.Send("second");
+  ASSERT_TRUE(RunUntil([&] { return read == "firstsecond"; }));
+  RunWhatIsPending();
+  EXPECT_EQ(announced, 0);
+}
+
 TEST(SerialPort, BytesBeyondTheReadBufferWaitInTheSystemAndNoneIsLost) {
   Pty pty;
   const auto port = MakeSerialPort();

@@ -23,7 +23,10 @@ struct FakeDevice {
   void Receive(std::string_view bytes) {
     if (!open) return;
     waiting += bytes;
-    if (port->onReadyRead) port->onReadyRead();
+    if (port->onBytes)
+      port->onBytes();
+    else if (port->onReadyRead)
+      port->onReadyRead();
   }
 
   void HangUp() {

@@ -10,7 +10,7 @@ constexpr std::size_t kReadAtOnce = 4096;
 
 LineDriver::LineDriver(Clock& clock, Gate& gate, std::unique_ptr<SerialPort> port)
     : clock_(clock), gate_(gate), port_(std::move(port)) {
-  port_->onReadyRead = [this] { Fill(); };
+  port_->onBytes = [this] { Fill(); };
   port_->onHangUp = [this] {
     framing_.DropUnfinished();
     if (onHangUp) onHangUp();
@@ -18,7 +18,7 @@ LineDriver::LineDriver(Clock& clock, Gate& gate, std::unique_ptr<SerialPort> por
 }
 
 LineDriver::~LineDriver() {
-  port_->onReadyRead = nullptr;
+  port_->onBytes = nullptr;
   port_->onHangUp = nullptr;
 }
 
@@ -46,16 +46,20 @@ void LineDriver::Close() {
   framing_.Reset(settings_.terminator);
 }
 
+void LineDriver::Fill() {
+  Read();
+  PostDelivery();
+}
+
 /// Reads what there is room for. Called again whenever a line has left, so that bytes that the port announced while the
 /// queue was full are fetched.
-void LineDriver::Fill() {
+void LineDriver::Read() {
   while (framing_.Size() < kQueueBytes && port_->BytesWaiting() > 0) {
     const std::string bytes = port_->Read(kReadAtOnce);
     if (bytes.empty()) break;
     bytesHeard_ += static_cast<std::int64_t>(bytes.size());
     framing_.Append(bytes);
   }
-  PostDelivery();
 }
 
 void LineDriver::PostDelivery() {
@@ -72,7 +76,7 @@ void LineDriver::Deliver() {
   // Meanwhile the gate may have been shut or the queue emptied.
   if (!gate_.IsOpen() || !framing_.HasLine()) return;
   const std::string line = framing_.TakeLine();
-  Fill();
+  Read();
   const std::weak_ptr<char> alive = alive_;
   {
     const GateState shut(gate_, GateState::Shut);

@@ -66,6 +66,7 @@ class LineDriver {
 
  private:
   void Fill();
+  void Read();
   void PostDelivery();
   void Deliver();
 

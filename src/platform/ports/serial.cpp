@@ -129,6 +129,7 @@ class DevicePort : public SerialPort {
   void Watch();
   void PostWhileOpen(std::function<void()> task);
   void Announce();
+  void TellBytes();
   void HangUp();
 
   std::unique_ptr<QSerialPort> port_;
@@ -162,6 +163,7 @@ void DevicePort::Watch() {
   whileOpen_ = std::make_shared<char>();
   QSerialPort* const port = port_.get();
   QObject::connect(port, &QSerialPort::readyRead, port, [this] {
+    if (onBytes) return onBytes();
     if (announced_) return;
     announced_ = true;
     PostWhileOpen([this] { Announce(); });
@@ -185,12 +187,19 @@ void DevicePort::PostWhileOpen(std::function<void()> task) {
 
 void DevicePort::Announce() {
   announced_ = false;
-  if (onReadyRead) onReadyRead();
+  TellBytes();
+}
+
+void DevicePort::TellBytes() {
+  if (onBytes)
+    onBytes();
+  else if (onReadyRead)
+    onReadyRead();
 }
 
 void DevicePort::HangUp() {
   const std::weak_ptr<char> open = whileOpen_;
-  if (BytesWaiting() > 0 && onReadyRead) onReadyRead();
+  if (BytesWaiting() > 0) TellBytes();
   if (open.expired()) return;  // closed or opened anew by the handler
   Close();
   if (onHangUp) onHangUp();

@@ -64,6 +64,8 @@ class SerialPort {
   /// Bytes have come. Called from the event loop, never from inside the port's own work, so a handler may run events:
   /// what comes meanwhile is announced again.
   std::function<void()> onReadyRead;
+  /// The same for a handler that only reads and runs no events: it is called at once, in place of onReadyRead.
+  std::function<void()> onBytes;
   /// The device is gone. What it had sent was announced before; the port is closed already. Called once, from the
   /// event loop.
   std::function<void()> onHangUp;
