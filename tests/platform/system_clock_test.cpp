@@ -166,6 +166,21 @@ TEST_F(SystemClockTest, TicksWhileEnabledAndStopsWhenDisabled) {
   EXPECT_EQ(ticks, before);
 }
 
+TEST_F(SystemClockTest, AQuickTimerTicksWhileEnabledAndItsHandlerMayStopIt) {
+  const auto timer = clock_.MakeQuickTimer();
+  int ticks = 0;
+  timer->SetHandler([&] {
+    if (++ticks == 3) timer->SetEnabled(false);
+  });
+  timer->SetInterval(1);
+  clock_.WaitMilliseconds(10);
+  EXPECT_EQ(ticks, 0);
+  timer->SetEnabled(true);
+  EXPECT_TRUE(RunUntil(clock_, [&] { return !timer->Enabled(); }));
+  clock_.WaitMilliseconds(20);
+  EXPECT_EQ(ticks, 3);
+}
+
 TEST_F(SystemClockTest, DoesNotTickFasterThanTheInterval) {
   const auto timer = clock_.MakeTimer();
   int ticks = 0;

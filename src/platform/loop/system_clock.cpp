@@ -14,13 +14,20 @@ namespace velk {
 namespace {
 
 /// The slot of a QTimer is not entered again while it runs, so a handler that shows a box would stop its own timer.
-/// The slot therefore only posts a tick and returns.
+/// The slot therefore only posts a tick and returns, unless the handler is known to be short.
 class EventLoopTimer : public Timer {
  public:
-  EventLoopTimer() {
+  enum class Ticks { Posted, AtOnce };
+
+  explicit EventLoopTimer(Ticks ticks) {
     source_.setTimerType(Qt::PreciseTimer);
     source_.setInterval(1000);
-    QObject::connect(&source_, &QTimer::timeout, &context_, [this] { PostTick(); });
+    QObject::connect(&source_, &QTimer::timeout, &context_, [this, ticks] {
+      if (ticks == Ticks::Posted)
+        PostTick();
+      else
+        Tick(period_);
+    });
   }
 
   void SetHandler(std::function<void()> handler) override { handler_ = std::move(handler); }
@@ -86,7 +93,14 @@ double SystemClock::ToDays(const QDateTime& local) {
 }
 
 double SystemClock::Now() const {
-  return ToDays(QDateTime::currentDateTime());
+  // Asking for it makes the system look at the time zone's file. It changes at whole minutes of UTC only.
+  constexpr qint64 kMinuteMs = 60'000;
+  const qint64 now = QDateTime::currentMSecsSinceEpoch();
+  if (now / kMinuteMs != offsetMinute_) {
+    offsetMinute_ = now / kMinuteMs;
+    offsetSeconds_ = QDateTime::fromMSecsSinceEpoch(now).offsetFromUtc();
+  }
+  return ToDays(QDateTime::fromMSecsSinceEpoch(now, Qt::OffsetFromUTC, offsetSeconds_));
 }
 
 std::int64_t SystemClock::Ticks() const {
@@ -115,7 +129,11 @@ void SystemClock::Post(std::function<void()> task) {
 }
 
 std::unique_ptr<Timer> SystemClock::MakeTimer() {
-  return std::make_unique<EventLoopTimer>();
+  return std::make_unique<EventLoopTimer>(EventLoopTimer::Ticks::Posted);
+}
+
+std::unique_ptr<Timer> SystemClock::MakeQuickTimer() {
+  return std::make_unique<EventLoopTimer>(EventLoopTimer::Ticks::AtOnce);
 }
 
 }  // namespace velk

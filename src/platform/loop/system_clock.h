@@ -25,6 +25,7 @@ class SystemClock : public Clock {
   void WaitMilliseconds(int milliseconds) override;
   void Post(std::function<void()> task) override;
   std::unique_ptr<Timer> MakeTimer() override;
+  std::unique_ptr<Timer> MakeQuickTimer() override;
 
   /// From the end of the program on, waits no longer rest: a wait under way ends with its present round.
   void SetEnding() { ending_ = true; }
@@ -36,6 +37,8 @@ class SystemClock : public Clock {
   Gate& gate_;
   QObject context_;  ///< posted tasks end with it
   QElapsedTimer running_;
+  mutable std::int64_t offsetMinute_ = -1;  ///< minutes since 1970 UTC in which the offset was asked for
+  mutable int offsetSeconds_ = 0;           ///< of local time
   bool ending_ = false;
 };
 
