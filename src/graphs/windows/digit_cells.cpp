@@ -46,44 +46,57 @@ bool DigitCells::InSamePlaces(std::string_view a, std::string_view b) const {
                     [this](char x, char y) { return Has(x) && Has(y) && WidthOf(x) == WidthOf(y); });
 }
 
-void DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink,
-                       QRgb ground) {
+DigitCells::Columns DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before,
+                                      QRgb ink, QRgb ground) {
   Pictures& pictures = In(ink, ground);
+  Columns written;
   const auto stride = static_cast<std::size_t>(image.bytesPerLine());
   uchar* const top = image.bits() + static_cast<std::size_t>(y) * stride;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int width = WidthOf(text[i]);
     if (i >= before.size() || before[i] != text[i]) {
-      const QImage& picture = Picture(pictures, text[i]);
-      const uchar* from = picture.constBits();
-      const auto fromStride = static_cast<std::size_t>(picture.bytesPerLine());
+      const QRgb* from = Picture(pictures, text[i]);
       uchar* to = top + 4 * static_cast<std::size_t>(x);
-      for (int row = 0; row < height_; ++row, from += fromStride, to += stride)
+      for (int row = 0; row < height_; ++row, from += width, to += stride)
         std::memcpy(to, from, 4 * static_cast<std::size_t>(width));
+      written = {written.first == written.last ? x : written.first, x + width};
     }
     x += width;
   }
+  return written;
 }
 
 DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
-  for (Pictures& pictures : pictures_)
-    if (pictures.ink == ink && pictures.ground == ground) return pictures;
+  for (std::size_t tried = 0; tried < pictures_.size(); ++tried, ++next_) {
+    if (next_ >= pictures_.size()) next_ = 0;
+    Pictures& pictures = pictures_[next_];
+    if (pictures.ink != ink || pictures.ground != ground) continue;
+    ++next_;
+    return pictures;
+  }
   if (pictures_.size() >= kMostPairs) pictures_.clear();
-  return pictures_.emplace_back(Pictures{ink, ground, {}});
+  return pictures_.emplace_back(Pictures{ink, ground, {}, {}});
 }
 
-const QImage& DigitCells::Picture(Pictures& pictures, char character) const {
+const QRgb* DigitCells::Picture(Pictures& pictures, char character) const {
   const auto index = static_cast<std::size_t>(character - kFirst);
-  QImage& picture = pictures.of[index];
-  if (!picture.isNull()) return picture;
-  picture = QImage(std::max(widths_[index], 1), height_, QImage::Format_RGB32);
+  std::size_t& begin = pictures.begins[index];
+  if (begin > 0) return pictures.dots.data() + begin - 1;
+  const int width = widths_[index];
+  QImage picture(std::max(width, 1), height_, QImage::Format_RGB32);
   picture.fill(pictures.ground);
   QPainter painter(&picture);
   painter.setFont(font_);
   painter.setPen(QColor(pictures.ink));
   const double own = QFontMetricsF(font_).horizontalAdvance(QLatin1Char(character));
-  painter.drawText(QPointF((widths_[index] - own) / 2, ascent_), QString(QLatin1Char(character)));
-  return picture;
+  painter.drawText(QPointF((width - own) / 2, ascent_), QString(QLatin1Char(character)));
+  painter.end();
+  begin = pictures.dots.size() + 1;
+  for (int row = 0; row < height_; ++row) {
+    const auto* const from = reinterpret_cast<const QRgb*>(picture.constScanLine(row));
+    pictures.dots.insert(pictures.dots.end(), from, from + width);
+  }
+  return pictures.dots.data() + begin - 1;
 }
 
 }  // namespace velk

@@ -20,27 +20,35 @@ class DigitCells {
   int Width(std::string_view text) const;
   /// Whether each character of two texts stands at the same place.
   bool InSamePlaces(std::string_view a, std::string_view b) const;
+  /// Columns of an image, from the first up to, and without, the last; none where they are the same.
+  struct Columns {
+    int first = 0, last = 0;
+  };
   /// Writes a text into an image of 32 bits a pixel, its upper left corner at (x, y); both have to lie in it. Where
-  /// `before`, in the same places, stands there already, only what differs is copied.
-  void Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
+  /// `before`, in the same places, stands there already, only what differs is copied. Gives what was written to.
+  Columns Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
 
  private:
   static constexpr int kFirst = ' ', kLast = '~';
+  /// The characters of a pair of colours, one behind the other, row by row: many pairs take turns with each sample, and
+  /// what lies close together is read faster.
   struct Pictures {
     QRgb ink, ground;
-    std::array<QImage, kLast - kFirst + 1> of;
+    std::vector<QRgb> dots;
+    std::array<std::size_t, kLast - kFirst + 1> begins{};  ///< in `dots`, plus 1; 0: not drawn yet
   };
 
   int WidthOf(char character) const { return widths_[static_cast<std::size_t>(character - kFirst)]; }
   static bool Has(char character) { return character >= kFirst && character <= kLast; }
   Pictures& In(QRgb ink, QRgb ground);
-  const QImage& Picture(Pictures& pictures, char character) const;
+  const QRgb* Picture(Pictures& pictures, char character) const;
 
   QFont font_;
   int height_ = 0;
   int ascent_ = 0;
   std::array<int, kLast - kFirst + 1> widths_{};
   std::vector<Pictures> pictures_;
+  std::size_t next_ = 0;  ///< the pair that comes next if the order is that of the last sample
 };
 
 }  // namespace velk

@@ -143,6 +143,7 @@ void LabelRows::DrawColumn() {
 // --- Values ---
 
 void LabelRows::SetValue(int row, double value) {
+  if (row < 0 || row >= Count()) return;
   Row& labels = rows_[static_cast<std::size_t>(row)];
   labels.value = value;
   labels.changed = true;
@@ -156,6 +157,7 @@ void LabelRows::ForgetValues() {
 }
 
 void LabelRows::SetAlarm(int row, AlarmSide side) {
+  if (row < 0 || row >= Count()) return;
   Row& labels = rows_[static_cast<std::size_t>(row)];
   const Flash before = labels.flash;
   labels.flash = side == AlarmSide::None ? Flash::None : before == Flash::White ? Flash::Button : Flash::White;
@@ -163,10 +165,11 @@ void LabelRows::SetAlarm(int row, AlarmSide side) {
   labels.side = side;
 }
 
-void LabelRows::SetStale(bool stale) {
-  if (stale_ == stale) return;
+bool LabelRows::SetStale(bool stale) {
+  if (stale_ == stale) return false;
   stale_ = stale;
   for (Row& row : rows_) row.changed = true;
+  return true;
 }
 
 void LabelRows::SetNight(bool night) {
@@ -196,8 +199,7 @@ void LabelRows::ShowChanges() {
     row.text.swap(formatted_);
     if (NeedOf(row) > needs_.value || MarkOf(row) > needs_.mark) widens = true;
     if (widens) continue;
-    DrawValue(row, formatted_);
-    dirty |= QRect(ValueLeft(), row.top, shares_.value, row.height);
+    dirty |= DrawValue(row, formatted_);
   }
   if (widens)
     LayOut();
@@ -237,8 +239,9 @@ QRect LabelRows::PlateBox(const Row& row) const {
   return QRect(0, top, column_.width(), bottom - top) & column_.rect();
 }
 
-/// Puts the text of a row onto its plate, where `before` stands at present.
-void LabelRows::DrawValue(Row& row, const std::string& before) {
+/// Puts the text of a row onto its plate, where `before` stands at present. Gives what has changed, in pixels of the
+/// panel.
+QRect LabelRows::DrawValue(Row& row, const std::string& before) {
   const Plate plate = PlateOf(row);
   const QRect box = PlateBox(row);
   const int width = cells_.Width(row.text);
@@ -248,9 +251,19 @@ void LabelRows::DrawValue(Row& row, const std::string& before) {
   const bool keepsPlaces = hasRoom && row.drawn == plate && cells_.InSamePlaces(row.text, before);
   if (!keepsPlaces) DrawPlate(plate, box);
   row.drawn = plate;
-  if (!hasRoom) return DrawByPainter(row, plate, box);
-  cells_.Write(column_, box.right() + 1 - right - width, box.top() + (box.height() - cells_.Height()) / 2, row.text,
-               keepsPlaces ? before : std::string_view(), plate.ink, plate.ground);
+  const QRect whole(ValueLeft(), row.top, shares_.value, row.height);
+  if (!hasRoom) {
+    DrawByPainter(row, plate, box);
+    return whole;
+  }
+  const DigitCells::Columns written =
+      cells_.Write(column_, box.right() + 1 - right - width, box.top() + (box.height() - cells_.Height()) / 2, row.text,
+                   keepsPlaces ? before : std::string_view(), plate.ink, plate.ground);
+  if (!keepsPlaces) return whole;
+  // A value's first digits seldom change.
+  const int left = ValueLeft() + static_cast<int>(std::floor(written.first / ratio_));
+  const int behind = ValueLeft() + static_cast<int>(std::ceil(written.last / ratio_));
+  return QRect(left, row.top, behind - left, row.height) & whole;
 }
 
 void LabelRows::DrawPlate(const Plate& plate, const QRect& box) {

@@ -30,7 +30,8 @@ class LabelRows : public QWidget {
   /// Name, units, colour and number picture of each curve; rows come and go with them. A row keeps its value.
   void Fill(const CurveSource& curves);
 
-  /// The latest value; rows are counted from 0. One that is no number stands as a dash.
+  /// The latest value; rows are counted from 0, and what is no row is passed over. One that is no number stands as a
+  /// dash.
   void SetValue(int row, double value);
   /// No row has a value until it is given one.
   void ForgetValues();
@@ -39,8 +40,8 @@ class LabelRows : public QWidget {
   /// value, pointing to the side on which it is out, since colour alone can be missed. Without an alarm it looks as
   /// ever.
   void SetAlarm(int row, AlarmSide side);
-  /// Values that are not of this moment: grey, and without the ground of buttons.
-  void SetStale(bool stale);
+  /// Values that are not of this moment: grey, and without the ground of buttons. Gives whether that is new.
+  bool SetStale(bool stale);
   /// The paper that the panel goes with: dark beside a chart that is shown on dark paper.
   void SetNight(bool night);
   /// Puts changed values and alarms on the screen.
@@ -76,6 +77,9 @@ class LabelRows : public QWidget {
     bool operator==(const Plate&) const = default;
   };
   struct Row {
+    // First what each sample touches.
+    std::optional<double> value;
+    bool changed = true;
     QString name;
     QString units;
     std::string picture;
@@ -83,11 +87,9 @@ class LabelRows : public QWidget {
     QRgb ink = 0;           ///< of the value on the colour of buttons
     double reserved = 0;    ///< pixels for the value from the start, by the limits of its scale
     bool canAlarm = false;  ///< has room for the mark from the start
-    std::optional<double> value;
-    std::string text;  ///< of the value, as it is shown
+    std::string text;       ///< of the value, as it is shown
     AlarmSide side = AlarmSide::None;
     Flash flash = Flash::None;
-    bool changed = true;
     std::optional<Plate> drawn;  ///< how the plate stands in the column
     int top = 0;
     int height = 0;
@@ -116,7 +118,7 @@ class LabelRows : public QWidget {
   double NeedOf(const Row& row) const;
   double MarkOf(const Row& row) const;
   Plate PlateOf(const Row& row) const;
-  void DrawValue(Row& row, const std::string& before);
+  QRect DrawValue(Row& row, const std::string& before);
   void DrawPlate(const Plate& plate, const QRect& box);
   void DrawByPainter(const Row& row, const Plate& plate, const QRect& box);
   QRect PlateBox(const Row& row) const;

@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPaintEvent>
+#include <string>
+#include <utility>
+
+#include "graphs/graph_form_fixture.h"
+
+namespace velk {
+namespace {
+
+using test::GraphDesk;
+
+/// What a widget has repainted.
+class RepaintWatch : public QObject {
+ public:
+  explicit RepaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+  QRegion region;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) region += static_cast<QPaintEvent*>(event)->region();
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+struct Repainting : testing::Test {
+  Repainting() {
+    desk.Create();
+    Show(0);
+  }
+
+  LabelRows& Labels() { return test::LabelsOf(desk.Form()); }
+  QImage Picture() { return Labels().grab().toImage(); }
+  void Show(float value) {
+    desk.Form().WriteValuesToLabels(1, value);
+    desk.Refresh();
+    QCoreApplication::processEvents();
+  }
+
+  GraphDesk desk{2};
+};
+
+TEST_F(Repainting, WhatAValueChangesIsRepainted) {
+  for (const float value : {12.345F, 12.346F, 13.346F, 912.3F, -912.3F, -912.4F, 0.0F, 1234567.0F, 12.345F}) {
+    const QImage before = Picture();
+    RepaintWatch watch(Labels());
+    Show(value);
+    const QRegion repainted = std::exchange(watch.region, {});
+    const QImage after = Picture();
+    ASSERT_EQ(before.size(), after.size());
+    int changed = 0;
+    for (int y = 0; y < after.height(); ++y)
+      for (int x = 0; x < after.width(); ++x) {
+        if (before.pixel(x, y) == after.pixel(x, y)) continue;
+        ++changed;
+        ASSERT_TRUE(repainted.contains(QPoint(x, y))) << value << ": " << x << ", " << y;
+      }
+    EXPECT_GT(changed, 0) << value;
+  }
+}
+
+TEST_F(Repainting, AValueWhoseLastDigitChangesRepaintsNoMoreThanHalfOfItsRoom) {
+  Show(12.345F);
+  RepaintWatch watch(Labels());
+  Show(12.346F);
+  const QRect box = Labels().Box({2, 0});
+  ASSERT_FALSE(watch.region.isEmpty());
+  EXPECT_TRUE(box.contains(watch.region.boundingRect()));
+  EXPECT_LE(watch.region.boundingRect().width(), box.width() / 2);
+}
+
+TEST_F(Repainting, ValuesThatStayWhatTheyAreAreNotRepainted) {
+  Show(12.345F);
+  RepaintWatch watch(Labels());
+  Show(12.345F);
+  desk.Form().ShowValuesStale(false);
+  desk.Refresh();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(watch.region.isEmpty());
+}
+
+}  // namespace
+}  // namespace velk
