@@ -61,10 +61,11 @@ struct ForeignChart {
   Gate gate;
   FakeClock clock{gate};
   Language language;
+  ScreenRefresh refresh{clock};
   TimeBase times;
   ForeignFields fields;
   QWidget window;
-  ChartView view{times, {}, fields, ChartFont("DejaVu Sans", letters), language, clock, &window};
+  ChartView view{times, {}, fields, ChartFont("DejaVu Sans", letters), language, refresh, &window};
 };
 
 }  // namespace

@@ -22,7 +22,6 @@ constexpr double kAboveFrame = 100;
 constexpr double kBelowPlot = 100;
 constexpr double kAxisWidth = kLeftMargin - 3;
 
-constexpr int kRefreshInterval = 34;  ///< ms: at most 30 a second
 constexpr int kMostPixels = 16000;
 
 int Pixels(double twips) {
@@ -64,7 +63,7 @@ struct ChartView::Hidden {
 };
 
 ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const QFont& font,
-                     const Language& language, Clock& clock, QWidget* parent)
+                     const Language& language, const ScreenRefresh& refresh, QWidget* parent)
     : QWidget(parent),
       measures_(measures),
       curves_(curves),
@@ -76,7 +75,7 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
       picture3_(kAxisWidth, PlotHeight(), devicePixelRatioF(), AxisFont(font)),
       chart_(std::make_unique<StripChart>(times, measures_, curves_, language,
                                           ChartSurfaces{picture1_, pic2_, picture3_})),
-      refresh_(clock.MakeTimer()) {
+      refresh_(refresh, [this] { ShowChanges(); }) {
   picture3_.SetTextCovers(true);
   ui_->Picture1->Show(&picture1_, &colours_);
   ui_->Pic2->Show(&pic2_, &colours_);
@@ -85,8 +84,6 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
   ui_->VScroll1->setMinimum(0);
   ui_->VScroll1->setSingleStep(1);
   ui_->VScroll1->setPageStep(4);
-  refresh_->SetInterval(kRefreshInterval);
-  refresh_->SetHandler([this] { ShowChanges(); });
 }
 
 ChartView::~ChartView() {
@@ -236,36 +233,19 @@ void ChartView::DrawHeader() {
   chart_->InitialHeader();
 }
 
-bool ChartView::HasLabels(int slot) const {
-  return slot >= 1 && slot <= ui_->LabelPanel->Count();
-}
-
 void ChartView::FillLabels() {
   ui_->LabelPanel->Fill(curves_);
 }
 
 void ChartView::SetValue(int slot, double value) {
-  if (HasLabels(slot)) ui_->LabelPanel->SetValue(slot - 1, value);
+  ui_->LabelPanel->SetValue(slot - 1, value);
 }
 
 void ChartView::SetAlarm(int slot, AlarmSide side) {
-  if (HasLabels(slot)) ui_->LabelPanel->SetAlarm(slot - 1, side);
-}
-
-void ChartView::ScheduleRefresh() {
-  if (refreshWaits_ || !refreshes_) return;
-  refreshWaits_ = true;
-  refresh_->SetEnabled(true);
-}
-
-void ChartView::StopRefresh() {
-  refreshes_ = false;
-  refresh_->SetEnabled(false);
+  ui_->LabelPanel->SetAlarm(slot - 1, side);
 }
 
 void ChartView::ShowChanges() {
-  refresh_->SetEnabled(false);
-  refreshWaits_ = false;
   ui_->LabelPanel->ShowChanges();
   for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->ShowChanges();
 }

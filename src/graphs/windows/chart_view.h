@@ -13,7 +13,7 @@
 #include "model/time_base.h"
 #include "platform/drawing/colour_map.h"
 #include "platform/drawing/surface_image.h"
-#include "platform/loop/clock.h"
+#include "platform/loop/screen_refresh.h"
 
 namespace Ui {
 class ChartView;
@@ -30,7 +30,7 @@ class ChartView : public QWidget {
  public:
   /// All that is given by reference outlives the view. `font` is that of header, axis and labels.
   ChartView(TimeBase& times, const ChartMeasures& measures, const CurveSource& curves, const QFont& font,
-            const Language& language, Clock& clock, QWidget* parent);
+            const Language& language, const ScreenRefresh& refresh, QWidget* parent);
   ~ChartView() override;
 
   /// Height in pixels of a window in which the whole plot of so many curves can be seen at 15 twips a dot.
@@ -82,12 +82,11 @@ class ChartView : public QWidget {
   void SetAlarm(int slot, AlarmSide side);
 
   /// The screen follows within 34 ms.
-  void ScheduleRefresh();
+  void ScheduleRefresh() { refresh_.Ask(); }
   /// The window is on its way out: nothing is shown any more.
-  void StopRefresh();
+  void StopRefresh() { refresh_.Stop(); }
 
  private:
-  bool HasLabels(int slot) const;
   double PlotHeight() const;
   int PlotPixels() const;
   void PlaceFrame();
@@ -109,9 +108,7 @@ class ChartView : public QWidget {
   struct Hidden;
   std::unique_ptr<Hidden> hidden_;  ///< where the chart draws unseen; null while it is seen
   std::unique_ptr<StripChart> chart_;
-  std::unique_ptr<Timer> refresh_;  ///< one repaint, 34 ms after the first change
-  bool refreshWaits_ = false;
-  bool refreshes_ = true;
+  ScreenRefresh::Part refresh_;
 };
 
 }  // namespace velk

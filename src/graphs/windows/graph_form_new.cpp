@@ -47,7 +47,7 @@ void GraphFormNew::Draw(const char* procedure, Statement&& statement) {
 }
 
 GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
-                           std::function<void()> onHeaderChanged, OpenLog* log)
+                           const ScreenRefresh& refresh, std::function<void()> onHeaderChanged, OpenLog* log)
     : session_(session),
       platform_(platform),
       translation_(translation),
@@ -55,8 +55,8 @@ GraphFormNew::GraphFormNew(Session& session, Platform& platform, const Translati
       onHeaderChanged_(std::move(onHeaderChanged)),
       curves_(session, graphNumber),
       view_(std::make_unique<ChartView>(session.Times, MeasuresOf(session), curves_,
-                                        ChartFont(session.CurrentFont, session.intFontSize), platform.language,
-                                        platform.clock, this)),
+                                        ChartFont(session.CurrentFont, session.intFontSize), platform.language, refresh,
+                                        this)),
       toolbar_(new GraphToolbar(this)),
       commentBox_(new CommentBox(this)),
       log_(log),
@@ -191,8 +191,18 @@ void GraphFormNew::UpdateScroll(double upTo) {
   FollowLog();
 }
 
+/// 0 where the parameter has none.
+int GraphFormNew::SlotOf(int parameter) {
+  const int count = session_.GraphCurveCount[formIndex_];
+  int slot = nextSlot_ <= count ? nextSlot_ : 1;
+  if (count == 0 || session_.GraphSlots[slot][formIndex_] != parameter)
+    slot = GraphSlotOf(session_, parameter, formIndex_);
+  nextSlot_ = slot + 1;
+  return slot;
+}
+
 void GraphFormNew::WriteValuesToLabels(int parameter, float value) {
-  const int slot = GraphSlotOf(session_, parameter, formIndex_);
+  const int slot = SlotOf(parameter);
   if (slot == 0) return;
   Draw("WriteValuesToLabels", [&] { view_->SetValue(slot, static_cast<double>(value)); });
 }
@@ -203,8 +213,7 @@ void GraphFormNew::ShowAlarm(int parameter, AlarmSide side) {
 }
 
 void GraphFormNew::ShowValuesStale(bool stale) {
-  view_->Labels().SetStale(stale);
-  view_->ScheduleRefresh();
+  if (view_->Labels().SetStale(stale)) view_->ScheduleRefresh();
 }
 
 void GraphFormNew::InitialHeader() {

@@ -30,7 +30,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   /// `graphNumber`, 1 to 64, becomes FormIndex. `onHeaderChanged` is called whenever the header was drawn anew: it
   /// stores the curves' settings in the log, where one is open. `log` is what it looks back into; null: nothing.
   GraphFormNew(Session& session, Platform& platform, const Translation& translation, int graphNumber,
-               std::function<void()> onHeaderChanged, OpenLog* log = nullptr);
+               const ScreenRefresh& refresh, std::function<void()> onHeaderChanged, OpenLog* log = nullptr);
   ~GraphFormNew() override;
 
   /// Lays the window out and draws it. Where `timeOrigin` is not 0 the frame of the first block from there is drawn
@@ -91,6 +91,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
     GraphFormNew& form_;
   };
 
+  int SlotOf(int parameter);
   template <class Statement>
   bool Operation(const char* procedure, Statement&& statement, const OperatorText& title = {});
   bool RunStatement(const char* procedure, const std::function<void()>& statement, const OperatorText& title = {});
@@ -121,6 +122,7 @@ class GraphFormNew : public QWidget, public GraphWindow {
   std::unique_ptr<GraphHistory> history_;
   std::unique_ptr<ReadValueMode> readValue_;
   std::unique_ptr<Timer> storeHeader_;  ///< a resize has settled
+  int nextSlot_ = 1;                    ///< whose value comes next if the order is that of the last sample
   bool LayoutDone_ = false;             ///< the layout of the first load is finished
   bool loaded_ = false;
   int standing_ = 0;  ///< what is on the stack of this window, with events below it

@@ -14,7 +14,8 @@ GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, const Tra
       translation_(translation),
       area_(area),
       onHeaderChanged_(std::move(onHeaderChanged)),
-      log_(log) {
+      log_(log),
+      refresh_(platform.clock) {
   area_.viewport()->installEventFilter(this);
 }
 
@@ -106,7 +107,7 @@ GraphFormNew* GraphWindowsMdi::Form(int graphNumber) const {
 }
 
 void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOrigin) {
-  auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, onHeaderChanged_, log_);
+  auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, refresh_, onHeaderChanged_, log_);
   QMdiSubWindow* window = area_.addSubWindow(form);
   // The window itself says when it may be deleted.
   window->setAttribute(Qt::WA_DeleteOnClose, false);

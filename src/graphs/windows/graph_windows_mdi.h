@@ -52,6 +52,7 @@ class GraphWindowsMdi : public QObject, public GraphWindows {
   QMdiArea& area_;
   std::function<void()> onHeaderChanged_;
   OpenLog* log_;
+  ScreenRefresh refresh_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;
   std::array<QRect, kSlots> placed_;  ///< where the program has put each
   bool willFollow_ = false;

@@ -1,0 +1,52 @@
+#include "platform/loop/screen_refresh.h"
+
+#include <utility>
+#include <vector>
+
+namespace velk {
+
+namespace {
+
+constexpr int kRefreshMs = 34;
+
+}  // namespace
+
+struct ScreenRefresh::Round {
+  void Show() {
+    timer->SetEnabled(false);
+    waits = false;
+    for (Part* const part : parts)
+      if (std::exchange(part->asked_, false)) part->show_();
+  }
+
+  std::unique_ptr<Timer> timer;
+  bool waits = false;
+  std::vector<Part*> parts;
+};
+
+ScreenRefresh::ScreenRefresh(Clock& clock) : round_(std::make_shared<Round>()) {
+  round_->timer = clock.MakeQuickTimer();
+  round_->timer->SetInterval(kRefreshMs);
+  round_->timer->SetHandler([round = round_.get()] { round->Show(); });
+}
+
+ScreenRefresh::Part::Part(const ScreenRefresh& refresh, std::function<void()> show)
+    : round_(refresh.round_), show_(std::move(show)) {
+  round_->parts.push_back(this);
+}
+
+ScreenRefresh::Part::~Part() {
+  std::erase(round_->parts, this);
+}
+
+void ScreenRefresh::Part::Wait() {
+  asked_ = true;
+  if (!std::exchange(round_->waits, true)) round_->timer->SetEnabled(true);
+}
+
+void ScreenRefresh::Part::Stop() {
+  stopped_ = true;
+  asked_ = false;
+}
+
+}  // namespace velk

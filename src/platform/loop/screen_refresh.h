@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/loop/clock.h"
+
+namespace velk {
+
+/// When the screen follows what has changed: 34 ms behind the first change, so at most 30 times a second, and all that
+/// has changed by then at once. One timer for all, since each would wake the machine by itself.
+class ScreenRefresh {
+ private:
+  struct Round;
+
+ public:
+  explicit ScreenRefresh(Clock& clock);
+
+  /// Something on the screen. It may outlive the ScreenRefresh, as a window does that is deleted later, but not the
+  /// clock.
+  class Part {
+   public:
+    /// `show` brings its changes to the screen; it runs no events.
+    Part(const ScreenRefresh& refresh, std::function<void()> show);
+    ~Part();
+    Part(const Part&) = delete;
+    Part& operator=(const Part&) = delete;
+
+    /// It has changed.
+    void Ask() {
+      if (!asked_ && !stopped_) Wait();
+    }
+    /// It is on its way out: nothing of it is shown any more.
+    void Stop();
+
+   private:
+    friend struct Round;
+    void Wait();
+
+    std::shared_ptr<Round> round_;
+    std::function<void()> show_;
+    bool asked_ = false;
+    bool stopped_ = false;
+  };
+
+ private:
+  std::shared_ptr<Round> round_;
+};
+
+}  // namespace velk

@@ -1,0 +1,81 @@
+#include "platform/loop/screen_refresh.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "support/fake_clock.h"
+
+namespace velk {
+namespace {
+
+struct Refreshing : testing::Test {
+  Gate gate;
+  test::FakeClock clock{gate};
+  ScreenRefresh refresh{clock};
+  int firstShown = 0, secondShown = 0;
+  ScreenRefresh::Part first{refresh, [this] { ++firstShown; }};
+  std::unique_ptr<ScreenRefresh::Part> second =
+      std::make_unique<ScreenRefresh::Part>(refresh, [this] { ++secondShown; });
+};
+
+TEST_F(Refreshing, ShowsWhatHasChangedThirtyFourMillisecondsBehindTheFirstChange) {
+  first.Ask();
+  clock.Advance(20);
+  second->Ask();
+  first.Ask();
+  clock.Advance(13);
+  EXPECT_EQ(firstShown + secondShown, 0);
+  clock.Advance(1);
+  EXPECT_EQ(firstShown, 1);
+  EXPECT_EQ(secondShown, 1) << "together with the other, though it changed later";
+  clock.Advance(1000);
+  EXPECT_EQ(firstShown + secondShown, 2);
+}
+
+TEST_F(Refreshing, ShowsNothingOfWhatHasNotChanged) {
+  first.Ask();
+  clock.Advance(34);
+  EXPECT_EQ(secondShown, 0);
+}
+
+TEST_F(Refreshing, ShowsTheNextChangesInTheirTurn) {
+  first.Ask();
+  clock.Advance(34);
+  first.Ask();
+  clock.Advance(33);
+  EXPECT_EQ(firstShown, 1);
+  clock.Advance(1);
+  EXPECT_EQ(firstShown, 2);
+}
+
+TEST_F(Refreshing, ShowsNothingMoreOfAPartThatIsOnItsWayOut) {
+  first.Ask();
+  first.Stop();
+  first.Ask();
+  second->Ask();
+  clock.Advance(34);
+  EXPECT_EQ(firstShown, 0);
+  EXPECT_EQ(secondShown, 1);
+}
+
+TEST_F(Refreshing, GoesOnWithoutAPartThatHasEnded) {
+  first.Ask();
+  second->Ask();
+  second.reset();
+  clock.Advance(34);
+  EXPECT_EQ(firstShown, 1);
+  EXPECT_EQ(secondShown, 0);
+}
+
+TEST_F(Refreshing, APartMayOutliveIt) {
+  auto other = std::make_unique<ScreenRefresh>(clock);
+  ScreenRefresh::Part part(*other, [this] { ++firstShown; });
+  other.reset();
+  part.Ask();
+  clock.Advance(34);
+  EXPECT_EQ(firstShown, 1);
+}
+
+}  // namespace
+}  // namespace velk
