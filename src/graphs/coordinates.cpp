@@ -1,11 +1,7 @@
 #include "graphs/coordinates.h"
 
-#include <cmath>
-#include <limits>
-
 #include "base/errors.h"
 #include "base/numbers.h"
-#include "base/single.h"
 
 namespace velk {
 
@@ -19,10 +15,6 @@ float LimitThroughText(double limit) {
 
 }  // namespace
 
-float NarrowOrNan(double value) {
-  return FitsSingle(value) ? static_cast<float>(value) : kNan;
-}
-
 float TimeToY(double time, double origin, double pixelDivide, double timeStep) {
   const double distance = (time - origin) * pixelDivide;
   if (!std::isfinite(distance)) return kNan;
@@ -35,15 +27,11 @@ Scale ScaleLimits(double min, double max) {
   return {LimitThroughText(min), LimitThroughText(max)};
 }
 
-float ValueToX(double value, Scale scale, double leftMargin, double width) {
-  const double above = value - static_cast<double>(scale.min);
-  const double range = static_cast<double>(scale.max) - static_cast<double>(scale.min);
-  if (!std::isfinite(above) || !std::isfinite(range)) return kNan;
-  if (range == 0) throw RuntimeError(ErrorNumber::DivisionByZero);
-  return NarrowOrNan(leftMargin + (width - leftMargin) * above / range);
+void RaiseEmptyScale() {
+  throw RuntimeError(ErrorNumber::DivisionByZero);
 }
 
-Scale ScaleCache::Limits(double min, double max) {
+Scale ScaleCache::Find(double min, double max) {
   for (std::size_t tried = 0; tried < count_; ++tried) {
     const std::size_t index = (next_ + tried) % count_;
     const Entry& entry = entries_[index];

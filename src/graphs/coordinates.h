@@ -1,7 +1,11 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <limits>
+
+#include "base/single.h"
 
 namespace velk {
 
@@ -9,7 +13,9 @@ namespace velk {
 // given as NaN: the caller leaves without drawing.
 
 /// A 64-bit result as 32-bit float, or NaN.
-float NarrowOrNan(double value);
+inline float NarrowOrNan(double value) {
+  return FitsSingle(value) ? static_cast<float>(value) : std::numeric_limits<float>::quiet_NaN();
+}
 
 /// y of a time: `pixelDivide` twips for each `timeStep` days behind `origin`. Raises DivisionByZero for a step of 0.
 float TimeToY(double time, double origin, double pixelDivide, double timeStep);
@@ -29,15 +35,31 @@ struct Scale {
 /// and offsets do the same (platform/single.h), but raise beyond 32 bits: a sample can't be told without them.
 Scale ScaleLimits(double min, double max);
 
+[[noreturn]] void RaiseEmptyScale();
+
 /// x of a value on a scale that reaches from `leftMargin` to `width`. Raises DivisionByZero for an empty scale.
-float ValueToX(double value, Scale scale, double leftMargin, double width);
+inline float ValueToX(double value, Scale scale, double leftMargin, double width) {
+  const double above = value - static_cast<double>(scale.min);
+  const double range = static_cast<double>(scale.max) - static_cast<double>(scale.min);
+  if (!std::isfinite(above) || !std::isfinite(range)) return std::numeric_limits<float>::quiet_NaN();
+  if (range == 0) RaiseEmptyScale();
+  return NarrowOrNan(leftMargin + (width - leftMargin) * above / range);
+}
 
 /// Remembers the limits of the curves that a chart draws in turn, so that a sample converts no text.
 class ScaleCache {
  public:
-  Scale Limits(double min, double max);
+  Scale Limits(double min, double max) {
+    const std::size_t index = next_ < count_ ? next_ : 0;
+    const Entry& entry = entries_[index];
+    if (index >= count_ || entry.min != min || entry.max != max) return Find(min, max);
+    next_ = index + 1;
+    return entry.limits;
+  }
 
  private:
+  Scale Find(double min, double max);
+
   struct Entry {
     double min = 0;
     double max = 0;

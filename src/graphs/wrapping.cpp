@@ -2,21 +2,7 @@
 
 namespace velk {
 
-WrappingPasses::WrappingPasses(float previous, float value, Scale scale, bool wrapping)
-    : previous_(static_cast<double>(previous)),
-      value_(static_cast<double>(value)),
-      min_(static_cast<double>(scale.min)),
-      max_(static_cast<double>(scale.max)),
-      range_(max_ - min_),
-      wraps_(wrapping && range_ > 0) {
-}
-
-bool WrappingPasses::Next(WrappingPass& pass) {
-  if (state_ == State::First) {
-    state_ = wraps_ ? State::Down : State::Done;
-    pass = {previous_, value_, 2};
-    return true;
-  }
+bool WrappingPasses::NextMoved(WrappingPass& pass) {
   if (state_ == State::Down) {
     const bool previousIsOut = previous_ > max_, valueIsOut = value_ > max_;
     if (previousIsOut || valueIsOut) return Move(-range_, previousIsOut, valueIsOut, pass);

@@ -21,13 +21,26 @@ struct WrappingPass {
 /// reading a million ranges away must not hold up the sample. A scale that is inverted or no number has no moves.
 class WrappingPasses {
  public:
-  WrappingPasses(float previous, float value, Scale scale, bool wrapping);
+  WrappingPasses(float previous, float value, Scale scale, bool wrapping)
+      : previous_(static_cast<double>(previous)),
+        value_(static_cast<double>(value)),
+        min_(static_cast<double>(scale.min)),
+        max_(static_cast<double>(scale.max)),
+        range_(max_ - min_),
+        wraps_(wrapping && range_ > 0 && (IsOut(previous_) || IsOut(value_))) {}
 
   /// The next drawing; false when there is none.
-  bool Next(WrappingPass& pass);
+  bool Next(WrappingPass& pass) {
+    if (state_ != State::First) return state_ != State::Done && NextMoved(pass);
+    state_ = wraps_ ? State::Down : State::Done;
+    pass = {previous_, value_, 2};
+    return true;
+  }
 
  private:
   enum class State { First, Down, Up, Done };
+  bool IsOut(double value) const { return value > max_ || value < min_; }
+  bool NextMoved(WrappingPass& pass);
   bool Move(double by, bool previousIsOut, bool valueIsOut, WrappingPass& pass);
 
   double previous_;

@@ -119,11 +119,12 @@ void ColourMap::Forget() {
 
 std::uint32_t ColourMap::Of(std::uint32_t pixel) const {
   const std::int32_t colour = ColourOf(pixel);
+  for (const Ink& ink : inks_)
+    if (ink.drawn == colour) return PixelOf(ink.shown);
   const Distance distance(colour);
   std::int32_t best = colour::Black;
   Share least{0, INFINITY};
   for (const Ink& ink : inks_) {
-    if (ink.drawn == colour) return PixelOf(ink.shown);
     const Share share = ShareOf(distance, Distance(ink.drawn));
     if (share.error < least.error) best = ink.shown, least = share;
   }

@@ -59,14 +59,8 @@ bool IsInside(const PixelRows& surface, int x1, int y1, int x2, int y2, int thic
          std::max(y1, y2) + behind <= surface.height;
 }
 
-}  // namespace
-
-void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
-  if (thickness <= 3 && IsInside(surface, x1, y1, x2, y2, thickness)) {
-    if (thickness == 1) return Walk<1>(surface, x1, y1, x2, y2, colour);
-    if (thickness == 2) return Walk<2>(surface, x1, y1, x2, y2, colour);
-    return Walk<3>(surface, x1, y1, x2, y2, colour);
-  }
+/// Any pen anywhere.
+void RasterByRows(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
   const int before = thickness / 2, behind = thickness - before;
   if (x1 == x2 || y1 == y2) {
     Fill(surface, std::min(x1, x2) - before, std::min(y1, y2) - before, std::max(x1, x2) + behind,
@@ -88,6 +82,20 @@ void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int
       y += stepY;
     }
   }
+}
+
+}  // namespace
+
+void RasterInside(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
+  if (thickness == 1) return Walk<1>(surface, x1, y1, x2, y2, colour);
+  if (thickness == 2) return Walk<2>(surface, x1, y1, x2, y2, colour);
+  if (thickness == 3) return Walk<3>(surface, x1, y1, x2, y2, colour);
+  RasterByRows(surface, x1, y1, x2, y2, thickness, colour);
+}
+
+void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
+  if (IsInside(surface, x1, y1, x2, y2, thickness)) return RasterInside(surface, x1, y1, x2, y2, thickness, colour);
+  RasterByRows(surface, x1, y1, x2, y2, thickness, colour);
 }
 
 }  // namespace velk

@@ -17,5 +17,7 @@ struct PixelRows {
 /// of such segments, each a few pixels long, and a general painter takes most of its time to get ready for one. The
 /// ends have to be near the surface already (see segment_clip.h): every step between them is walked.
 void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour);
+/// The same where the whole pen is known to stay on the surface.
+void RasterInside(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour);
 
 }  // namespace velk

@@ -157,12 +157,7 @@ void SurfaceImage::MarkDirty(const QRect& pixels) {
   if (!pixels.isEmpty()) MarkDirty(pixels.left(), pixels.top(), pixels.right(), pixels.bottom());
 }
 
-void SurfaceImage::MarkDirty(int left, int top, int right, int bottom) {
-  dirty_.left = std::min(dirty_.left, left);
-  dirty_.top = std::min(dirty_.top, top);
-  dirty_.right = std::max(dirty_.right, right);
-  dirty_.bottom = std::max(dirty_.bottom, bottom);
-  if (!isRescaled_) return;
+void SurfaceImage::ForgetOriginal() {
   isRescaled_ = false;
   original_ = {};
 }
@@ -181,21 +176,15 @@ void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t
     // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
     x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
     x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
+    RasterInside(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
   } else {
     if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
     x1i = static_cast<int>(std::floor(line.x1)), y1i = static_cast<int>(std::floor(line.y1));
     x2i = static_cast<int>(std::floor(line.x2)), y2i = static_cast<int>(std::floor(line.y2));
+    RasterSegment(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
   }
-  RasterSegment(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
   MarkDirty(std::min(x1i, x2i) - margin, std::min(y1i, y2i) - margin, std::max(x1i, x2i) + margin,
             std::max(y1i, y2i) + margin);
-}
-
-/// Whether a line lies on the surface with all of its pen. Written so that what is no number doesn't.
-bool SurfaceImage::HasInside(const ClippedSegment& line, int margin) const {
-  const double right = rows_.width - margin, bottom = rows_.height - margin;
-  return line.x1 >= margin && line.x2 >= margin && line.y1 >= margin && line.y2 >= margin && line.x1 <= right &&
-         line.x2 <= right && line.y1 <= bottom && line.y2 <= bottom;
 }
 
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QRect>
+#include <algorithm>
 #include <climits>
 
 #include "platform/drawing/retained_surface.h"
@@ -63,8 +64,20 @@ class SurfaceImage : public RetainedSurface {
   QPainter& Painter();
   void EndPainting();
   void MarkDirty(const QRect& pixels);
-  void MarkDirty(int left, int top, int right, int bottom);
-  bool HasInside(const ClippedSegment& line, int margin) const;
+  void MarkDirty(int left, int top, int right, int bottom) {
+    dirty_.left = std::min(dirty_.left, left);
+    dirty_.top = std::min(dirty_.top, top);
+    dirty_.right = std::max(dirty_.right, right);
+    dirty_.bottom = std::max(dirty_.bottom, bottom);
+    if (isRescaled_) ForgetOriginal();
+  }
+  void ForgetOriginal();
+  /// Whether a line lies on the surface with all of its pen. Written so that what is no number doesn't.
+  bool HasInside(const ClippedSegment& line, int margin) const {
+    const double right = rows_.width - margin, bottom = rows_.height - margin;
+    return line.x1 >= margin && line.x2 >= margin && line.y1 >= margin && line.y2 >= margin && line.x1 <= right &&
+           line.x2 <= right && line.y1 <= bottom && line.y2 <= bottom;
+  }
   QRect Bounds() const { return image_.rect(); }
 
   double width_ = 0;
