@@ -1,6 +1,8 @@
 #include "core/alarms.h"
 
 #include <algorithm>
+#include <cstring>
+#include <string_view>
 
 #include "base/numbers.h"
 
@@ -8,8 +10,11 @@ namespace velk {
 
 namespace {
 
+/// Asked of each channel at each sample: a length that is known makes one comparison of it.
 bool IsSet(const std::string& level) {
-  return !level.empty() && level != kNoAlarm;
+  constexpr std::string_view kNone = kNoAlarm;
+  const bool isNone = level.size() == kNone.size() && std::memcmp(level.data(), kNone.data(), kNone.size()) == 0;
+  return !level.empty() && !isNone;
 }
 
 float Level(const std::string& level) {

@@ -201,12 +201,15 @@ void SampleRoad::CountRejected(LineFault fault, std::string_view line) {
 }
 
 bool SampleRoad::IsSignificant(const Statements& run) {
-  bool moved = false;
-  for (int i = 1; i <= session_.NumberOfParameters; ++i)
-    if (session_.CurrentParameters[i].GraphVisible) {
+  const bool moved = run([&] {
+    bool any = false;
+    for (int i = 1; i <= session_.NumberOfParameters; ++i) {
+      if (!session_.CurrentParameters[i].GraphVisible) continue;
       session_.Data.channel = i;
-      if (run([&] { return HasMoved(session_, i); })) moved = true;
+      if (HasMoved(session_, i)) any = true;
     }
+    return any;
+  });
   session_.Data.channel = 0;
   return moved || IsDue(session_);
 }

@@ -61,7 +61,10 @@ bool HasMoved(const Session& session, int parameter) {
   const Parameter& configured = session.Parameters[parameter];
   const float change = std::abs(session.CurrentValue[parameter] - session.PreviousValue[parameter]);
   if (std::isinf(change)) return true;  // from one end of the 32-bit range to the other
-  return Divide(static_cast<double>(change), configured.max - configured.min) >= session.SensitivityCriterion * 0.01;
+  const double range = configured.max - configured.min;
+  const double share = static_cast<double>(change) / range;
+  if (range == 0 || !std::isfinite(share)) Divide(static_cast<double>(change), range);  // raises
+  return share >= session.SensitivityCriterion * 0.01;
 }
 
 bool IsDue(const Session& session) {
