@@ -32,18 +32,20 @@ constexpr double kSecond = 1.0 / 86400;
 /// A sample's values: slow waves over the whole scale, some of them past its edge.
 class Job {
  public:
-  float Value(int curve, long long sample) const {
-    return wave_[static_cast<std::size_t>((sample + 40 * curve) % kLength)];
+  /// The values of a sample by curve, from 1 on.
+  const float* Sample(long long sample) const {
+    return wave_.data() + static_cast<std::size_t>(sample % kLength) * kCurveSlots;
   }
 
  private:
   static constexpr int kLength = 601;
+  static constexpr int kCurveSlots = 65;
   static std::vector<float> Wave() {
     std::vector<float> wave;
-    for (int i = 0; i < kLength; ++i)
-      wave.push_back(static_cast<float>(50 + 48 * std::sin(i * 2 * 3.14159265 / kLength)));
+    for (int i = 0; i < kLength * kCurveSlots; ++i) wave.push_back(At(i / kCurveSlots + 40 * (i % kCurveSlots)));
     return wave;
   }
+  static float At(int place) { return static_cast<float>(50 + 48 * std::sin(place * 2 * 3.14159265 / kLength)); }
   std::vector<float> wave_ = Wave();
 };
 
@@ -142,10 +144,11 @@ class LiveChart {
       session_.Times.GraphPageTime = session_.GraphForms[1]->TimeOrigin();
       session_.Times.GraphEndTime += BlockLength();
     }
+    const float* const values = job_.Sample(sample_);
     for (int i = 1; i <= curves_; ++i) {
       const Parameter& curve = session_.CurrentParameters[i];
       GraphWindow& window = *session_.GraphForms[curve.FormIndex];
-      const float value = job_.Value(i, sample_);
+      const float value = values[i];
       if (hasValues) window.WriteValuesToLabels(i, value);
       window.PlotValue(lastTime_, time, session_.PreviousValue[i], value, curve.min, curve.max, curve.color,
                        curve.Wrapping);
@@ -203,7 +206,7 @@ class ReplottedChart {
   void Sample() {
     const double time = static_cast<double>(sample_);
     for (int i = 1; i <= kCurves; ++i) {
-      plot_.graph(i - 1)->addData(time, static_cast<double>(job_.Value(i, sample_)));
+      plot_.graph(i - 1)->addData(time, static_cast<double>(job_.Sample(sample_)[i]));
       plot_.graph(i - 1)->data()->removeBefore(time - kPage);
     }
     plot_.yAxis->setRange(std::max(0.0, time - kPage), std::max<double>(kPage, time));
