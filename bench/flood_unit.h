@@ -15,14 +15,16 @@ namespace velk::bench {
 class FloodUnit {
  public:
   enum class Pace {
-    Slow,    ///< a line every 50 ms
+    Slow,    ///< a line an interval
     Silent,  ///< nothing
     Burst,   ///< a hundred lines at once, once a second
     Even,    ///< a hundred lines a second, one every 10 ms
     Full     ///< line after line, as fast as the terminal takes them
   };
 
-  explicit FloodUnit(int channels) : channels_(channels), thread_([this] { Run(); }) {}
+  /// `interval` is that of Slow.
+  explicit FloodUnit(int channels, std::chrono::milliseconds interval = std::chrono::milliseconds(50))
+      : channels_(channels), interval_(interval), thread_([this] { Run(); }) {}
   ~FloodUnit() {
     ending_ = true;
     thread_.join();
@@ -64,7 +66,7 @@ class FloodUnit {
       }
       const int lines = pace == Pace::Silent ? 0 : pace == Pace::Slow ? 1 : kBurst;
       for (int i = 0; i < lines && pace_ == pace && !ending_; ++i) SendWhole(Line(sent_ + 1));
-      if (pace != Pace::Full) Rest(std::chrono::milliseconds(pace == Pace::Burst ? 1000 : 50));
+      if (pace != Pace::Full) Rest(pace == Pace::Burst ? std::chrono::milliseconds(1000) : interval_);
     }
   }
 
@@ -105,6 +107,7 @@ class FloodUnit {
 
   test::Pty pty_;
   int channels_;
+  std::chrono::milliseconds interval_;
   std::atomic<Pace> pace_ = Pace::Slow;
   std::atomic<bool> ending_ = false;
   std::atomic<long long> sent_ = 0;
