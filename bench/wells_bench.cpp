@@ -1,10 +1,17 @@
-// The path of a long well: its integration along stations that are there, and the merge of a survey with the grid.
+// The path of a long well: its integration along stations that are there, and the merge of a survey with the grid. A
+// picture of it while it turns. A row of the log for a live survey.
 
 #include <benchmark/benchmark.h>
 
+#include <QFont>
+#include <QGuiApplication>
+#include <filesystem>
 #include <random>
 
+#include "platform/drawing/surface_image.h"
+#include "wells/live_survey.h"
 #include "wells/trajectory.h"
+#include "wells/well_scene.h"
 
 using namespace velk;
 
@@ -51,6 +58,50 @@ void MergeFine(benchmark::State& state) {
 }
 BENCHMARK(MergeFine);
 
+/// A frame of 10,000 stations with their tube, a degree farther than the one before, on a picture of 1280 by 900.
+void TurnTube10000(benchmark::State& state) {
+  std::int16_t interval = 30'000;
+  const WellPath path = CalculateTrajectory(Survey(10'000, 1.2), interval);
+  SurfaceImage picture(1280 * kTwipsPerPixel, 900 * kTwipsPerPixel, 1, QFont("DejaVu Sans"));
+  WellScene scene;
+  WellView view;
+  view.casing = true;
+  view.distance = 60'000;
+  view.focalDepth = -5'000;
+  for (auto step : state) {
+    view.azimuth += 1;
+    scene.Build(path.stations, {}, view);
+    picture.Fill(0, 0, picture.Width(), picture.Height(), 0x1D1814);
+    scene.Draw(picture, {190 * kTwipsPerPixel, 0, 900 * kTwipsPerPixel, kTwipsPerPixel}, kColoursOnDark);
+    benchmark::DoNotOptimize(picture.View().constBits());
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(TurnTube10000)->Unit(benchmark::kMillisecond);
+
+/// What a live survey adds to a sample of 64 channels while no station is due, which is nearly always.
+void LiveStep64(benchmark::State& state) {
+  const std::string file = std::filesystem::temp_directory_path() / "velk-wells-bench.mdb";
+  std::filesystem::remove(file);
+  const auto log = Connection::Open(file, OpenMode::CreateNew);
+  std::vector<std::string> channels = {"Speed", "Depth", "Inclination", "Azimuth", "RPM"};
+  for (int i = 5; i < 64; ++i) channels.push_back("C" + std::to_string(i));
+  Well well;
+  LiveSurvey survey(well);
+  survey.Start({{"Speed", "Date", "Time", "Depth", "Inclination", "Azimuth", "RPM"}}, log, channels);
+  LogRow row{46'000.5, std::vector<double>(64, 1.5), 0};
+  for (auto step : state) {
+    ++row.key;
+    survey.LiveSurveyStep(row);
+  }
+  std::filesystem::remove(file);
+}
+BENCHMARK(LiveStep64);
+
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  const QGuiApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+}

@@ -22,6 +22,8 @@
 #include "shell/first_steps.h"
 #include "shell/simulated_unit.h"
 #include "shell/texts.h"
+#include "wells/windows/frm_3d_well.h"
+#include "wells/windows/report_form.h"
 #include "wells/windows/survey_command.h"
 
 namespace velk {
@@ -64,6 +66,8 @@ Application::Application(const Services& services)
                     [this] { SettingsHaveChanged(); }),
       formulas_(windows_, session_, platform_, form_, graphs_, [this] { KeepSettings(); }),
       printGraph_(windows_, session_, platform_, printerChoice_, [this] { KeepSettings(); }),
+      liveSurvey_(
+          windows_, well_, platform_, timers_, [this] { return RunningLog(); }, [this] { ShowPath(); }),
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
           ProgramFolder(services)),
@@ -102,9 +106,7 @@ void Application::BindCommands() {
   });
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
-  commands.Bind("mnuToolsSurvey", [this] {
-    mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, [this] { form_.Beep(); });
-  });
+  BindWells(commands);
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
   form_.Guide().portIsThere = [this] {
@@ -116,8 +118,47 @@ void Application::BindCommands() {
     if (!StartWithSimulatedUnit(programFolder_))
       platform_.dialogs.Message({text::NoSimulatedUnit, "", Buttons::Ok, BoxIcon::Exclamation});
   };
-  acquisition_.onJob = [this](bool stands) { dataPanel_.Watch(stands); };
+  acquisition_.onJob = [this](bool stands) {
+    dataPanel_.Watch(stands);
+    liveSurvey_.Stop();
+  };
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
+}
+
+void Application::BindWells(CommandBinder& commands) {
+  const auto beep = [this] { form_.Beep(); };
+  const auto printer = [this]() -> PrinterChoice& { return printerChoice_; };
+  commands.Bind("mnuToolsSurvey", [this, beep] {
+    mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, beep);
+    ShowPath();
+  });
+  commands.Bind("mnuToolsWellProfileTable", [=, this] {
+    windows_.Open<ReportForm>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
+  });
+  commands.Bind("mnuToolsLiveSurvey", [this] { liveSurvey_.mnuToolsLiveSurvey_Click(); });
+  road_.onValues = [this] {
+    if (const LogRow* const row = recorder_.LastRow()) liveSurvey_.Step(*row);
+  };
+  playback_.onRow = [this](const LogRow& row) { liveSurvey_.Step(row); };
+  commands.Bind("mnuTools3DWell", [=, this] {
+    windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
+  });
+}
+
+/// A log that plays is only read: what is surveyed from it goes elsewhere.
+LiveLog Application::RunningLog() const {
+  if (recorder_.IsRecording()) return {log_.Writing(), log_.ChannelsOfLog()};
+  if (!playback_.IsOpen()) return {};
+  LiveLog log;
+  for (int i = 1; i <= session_.PlaybackParameterCount; ++i)
+    log.channels.push_back(session_.CurrentParameters[static_cast<std::size_t>(i)].name);
+  return log;
+}
+
+/// Windows that show the well's path show it as it is now.
+void Application::ShowPath() {
+  if (auto* table = windows_.Opened<ReportForm>()) table->Refresh();
+  if (auto* view = windows_.Opened<frm3DWell>()) view->Refresh();
 }
 
 /// No box of a page that is fetched comes over the dialog in which its address is being mended. The line driver stays

@@ -29,6 +29,7 @@
 #include "shell/shut_down.h"
 #include "shell/start_up.h"
 #include "wells/well.h"
+#include "wells/windows/live_survey_command.h"
 
 namespace velk {
 
@@ -64,6 +65,9 @@ class Application {
 
  private:
   void BindCommands();
+  void BindWells(CommandBinder& commands);
+  void ShowPath();
+  LiveLog RunningLog() const;
   void EditSerialPort();
   void EditTable();
   /// A change is on the disk at once: a power cut before the exit would take it.
@@ -104,6 +108,7 @@ class Application {
   PrinterChoice printerChoice_{printers_};
   PrintGraph printGraph_;
   Well well_;
+  LiveSurveyCommand liveSurvey_;
   StartUp startUp_;
   const std::string programFolder_;
   bool startsAnew_ = false;

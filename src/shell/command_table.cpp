@@ -26,6 +26,13 @@ bool IsUnitThatIsAsked(const Session& session) {
   return ProtocolOf(session).hasCommands;
 }
 
+/// Rows are written to a log, or come from one.
+bool HasRunningLog(const Session& session) {
+  const bool isAcquiring =
+      session.CurrentStatus == text::StatusAcquiringData || session.CurrentStatus == text::StatusAcquiringPaused;
+  return IsPlayback(session.CurrentStatus) || (isAcquiring && session.RecordToDB);
+}
+
 constexpr CommandRow kTable[] = {
     // File
     {.item = "mnuFileRecord", .key = "Record", .states = "1100000", .keyFollows = true},
@@ -71,7 +78,7 @@ constexpr CommandRow kTable[] = {
     {.item = "mnuToolsCalibrate", .states = "0100000"},
     {.item = "mnuToolsReset", .states = "0111000", .condition = IsUnitThatIsAsked},
     {.item = "mnuToolsOrbenHardware", .states = "1101.0."},
-    {.item = "mnuToolsLiveSurvey"},
+    {.item = "mnuToolsLiveSurvey", .condition = HasRunningLog},
     {.item = "mnuToolsSurvey"},
     {.item = "mnuTools3DWell"},
     {.item = "mnuToolsWellProfileTable"},

@@ -210,8 +210,7 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
   EXPECT_EQ(without, (std::set<std::string_view>{"mnuFileImportCSV", "mnuFileExportSummary", "mnuFileExportMDBtoCSV",
                                                  "mnuFileExportMDBtoXML", "mnuEditAutoDetect", "mnuEditOPCServer",
-                                                 "mnuImprtLiveData", "mnuToolsOrbenHardware", "mnuToolsLiveSurvey",
-                                                 "mnuTools3DWell", "mnuToolsWellProfileTable"}));
+                                                 "mnuImprtLiveData", "mnuToolsOrbenHardware"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

@@ -16,6 +16,7 @@
 
 #include "platform/windows/progress_window.h"
 #include "settings/windows/parameters_table.h"
+#include "wells/windows/edit_sur.h"
 #include "windows/every_window.h"
 #include "windows/keyboard_walk.h"
 #include "windows/sample_program.h"
@@ -90,7 +91,7 @@ TEST(EveryDialog, IsAnsweredOnceByEnter) {
     if (!answer->isEnabled()) return;
     int pressed = 0;
     QObject::connect(answer, &QPushButton::clicked, &dialog, [&] { ++pressed; });
-    const bool leadsDownAColumn = qobject_cast<ParametersTable*>(&dialog) != nullptr;
+    const bool leadsDownAColumn = qobject_cast<ParametersTable*>(&dialog) || qobject_cast<EditSur*>(&dialog);
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
     EXPECT_EQ(pressed, leadsDownAColumn ? 0 : 1) << listed.Title();
   });

@@ -61,8 +61,11 @@ EditSur::EditSur(WindowHost& host, Well well, SurveyAccess access)
   ConnectMenu();
   TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
+  ui_->Grid1->horizontalHeader()->setObjectName(QStringLiteral("qt_GridHeadings"));
+  ui_->Grid1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   ui_->Grid1->setMinimumHeight(ui_->Grid1->horizontalHeader()->sizeHint().height() +
                                kShownRows * ui_->Grid1->verticalHeader()->defaultSectionSize());
+  ui_->lblFault->setMinimumHeight(2 * ui_->lblFault->fontMetrics().lineSpacing());
   if (!well_.SurveyFileName.empty()) ShowTitle(well_.SurveyFileName);
   ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
   ui_->Grid1->setCurrentIndex(model_.index(0, 0));
@@ -140,6 +143,7 @@ void EditSur::cmdOK_Click() {
   well_.SurveyFileUnits = grid_.Units();
   well_.SavedSurveyCount = static_cast<std::int16_t>(well_.Survey.size());
   well_.SurveyAccepted = true;
+  if (grid_.IsChanged()) well_.SurveyIsKept = false;
   accept();
 }
 
@@ -200,6 +204,8 @@ void EditSur::TakeFile(const SurveyFile& file, const std::string& path) {
   ui_->Grid1->setCurrentIndex(model_.index(0, 0));
   ShowTitle(path);
   Changed();
+  grid_.Kept();
+  well_.SurveyIsKept = true;
 }
 
 void EditSur::cmdSave_Click() {
@@ -231,6 +237,7 @@ void EditSur::Save() {
   ShowTitle(well_.SurveyFileName);
   Changed();
   grid_.Kept();
+  well_.SurveyIsKept = true;
 }
 
 void EditSur::ShowTitle(const std::string& path) {
@@ -263,6 +270,10 @@ void EditSur::cmdConvert_Click() {
 void EditSur::ShowUnits() {
   const std::array<QRadioButton*, 3> options = {ui_->Option1_0, ui_->Option1_1, ui_->Option1_2};
   options[static_cast<std::size_t>(grid_.Units())]->setChecked(true);
+  QHeaderView& headings = *ui_->Grid1->horizontalHeader();
+  int widest = 0;
+  for (int column = 0; column < kSurveyColumns; ++column) widest = std::max(widest, headings.sectionSizeHint(column));
+  headings.setMinimumSectionSize(widest);
 }
 
 // --- The grid ---

@@ -1,0 +1,101 @@
+#include "wells/windows/live_survey_command.h"
+
+#include <filesystem>
+
+#include "platform/dialogs/procedure.h"
+#include "platform/loop/clock.h"
+#include "platform/settings/settings.h"
+#include "wells/texts.h"
+#include "wells/windows/frm_import_survey.h"
+
+namespace velk {
+
+namespace {
+
+constexpr int kRefreshMilliseconds = 5000;
+
+}  // namespace
+
+std::shared_ptr<Connection> MakeSurveyFile(const std::string& folder) {
+  const std::string path = folder + "/Survey.mdb";
+  std::error_code ignored;
+  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(path + suffix, ignored);
+  std::filesystem::create_directories(folder, ignored);
+  return Connection::Open(path, OpenMode::CreateNew);
+}
+
+LiveSurveyCommand::LiveSurveyCommand(WindowHost& host, Well& well, const Platform& platform, MainTimers& timers,
+                                     std::function<LiveLog()> log, std::function<void()> onPath)
+    : host_(host),
+      well_(well),
+      platform_(platform),
+      timers_(timers),
+      log_(std::move(log)),
+      onPath_(std::move(onPath)),
+      survey_(well) {
+  timers_.Timer6->SetInterval(kRefreshMilliseconds);
+  timers_.Timer6->SetHandler([this] { Timer6_Timer(); });
+}
+
+void LiveSurveyCommand::mnuToolsLiveSurvey_Click() {
+  RunProcedure({platform_.dialogs, "mnuToolsLiveSurvey_Click"}, [&](const Statements& run) {
+    const auto answer = host_.Ask<frmImportSurvey>(FieldsOfLog(log_().channels), survey_.Choice(), IsOn());
+    if (!answer) return;
+    if (answer->stops) return Stop();
+    if (MayLoseSurvey()) run([&] { Start(answer->choice); });
+  });
+}
+
+/// The rows of the editor go; rows that are in no file are asked about.
+bool LiveSurveyCommand::MayLoseSurvey() {
+  if (well_.SurveyIsKept || well_.Survey.size() < 2) return true;
+  return platform_.dialogs.Message({text::SurveyWouldGo, {}, Buttons::YesNo, BoxIcon::Question, {}, {}, true}) ==
+         Answer::Yes;
+}
+
+/// The log may have ended behind the window.
+void LiveSurveyCommand::Start(const LiveSurveyChoice& choice) {
+  const LiveLog log = log_();
+  if (log.channels.empty()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
+  if (!log.to) {
+    survey_.Stop();
+    ownFile_.reset();
+    ownFile_ = MakeSurveyFile(platform_.settings.Directory());
+  }
+  survey_.Start(choice, log.to ? log.to : ownFile_, log.channels);
+  if (log.to) ownFile_.reset();
+  told_ = false;
+  timers_.Timer6->SetEnabled(true);
+}
+
+void LiveSurveyCommand::Step(const LogRow& row) {
+  try {
+    survey_.LiveSurveyStep(row);
+  } catch (const RuntimeError& error) {
+    Stop();
+    platform_.clock.Post([this, said = text::LiveSurveyEnded + error.Text()] {
+      platform_.dialogs.Message({said, {}, Buttons::Ok, BoxIcon::Exclamation});
+    });
+  }
+}
+
+void LiveSurveyCommand::Stop() {
+  survey_.Stop();
+  ownFile_.reset();
+  timers_.Timer6->SetEnabled(false);
+}
+
+/// A path that can't be computed is told once, not each five seconds; the one of before stays.
+void LiveSurveyCommand::Timer6_Timer() {
+  if (!IsOn() || log_().channels.empty()) return Stop();
+  try {
+    survey_.LoadSurveyAndCalculate();
+  } catch (const RuntimeError& error) {
+    if (std::exchange(told_, true)) return;
+    platform_.dialogs.Message({error.Text() + OperatorText(" - Timer6_Timer"), {}, Buttons::Ok, BoxIcon::Exclamation});
+    return;
+  }
+  onPath_();
+}
+
+}  // namespace velk

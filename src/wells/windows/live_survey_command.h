@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "i18n/windows/window_host.h"
+#include "model/main_timers.h"
+#include "platform/platform.h"
+#include "wells/live_survey.h"
+#include "wells/well.h"
+
+namespace velk {
+
+/// The log that a live survey would follow: where its rows are written to, and its channels.
+struct LiveLog {
+  std::shared_ptr<Connection> to;
+  std::vector<std::string> channels;
+};
+
+/// The menu command, and the path that is computed anew every five seconds while a survey runs.
+class LiveSurveyCommand {
+ public:
+  /// All outlive this. `log` gives the log that is open now, or no connection; `onPath` is called behind each
+  /// computation of the path.
+  LiveSurveyCommand(WindowHost& host, Well& well, const Platform& platform, MainTimers& timers,
+                    std::function<LiveLog()> log, std::function<void()> onPath);
+
+  void mnuToolsLiveSurvey_Click();
+  /// A row of the log was recorded or played. Raises nothing: what fails here costs no row of the log. It is told
+  /// behind the sample, and the survey ends.
+  void Step(const LogRow& row);
+  bool IsOn() const { return survey_.IsOn(); }
+  /// The log is left, or another one follows.
+  void Stop();
+
+ private:
+  bool MayLoseSurvey();
+  void Start(const LiveSurveyChoice& choice);
+  void Timer6_Timer();
+
+  WindowHost& host_;
+  Well& well_;
+  Platform platform_;
+  MainTimers& timers_;
+  const std::function<LiveLog()> log_;
+  const std::function<void()> onPath_;
+  LiveSurvey survey_;
+  std::shared_ptr<Connection> ownFile_;  ///< what a file that plays is surveyed into
+  bool told_ = false;                    ///< that the path can't be computed
+};
+
+/// Opens the file that the survey of a played log goes to, in the place of the one before.
+std::shared_ptr<Connection> MakeSurveyFile(const std::string& folder);
+
+}  // namespace velk

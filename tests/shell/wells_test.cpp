@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <vector>
+
+#include "platform/database/command.h"
+#include "shell/shell_rig.h"
+#include "wells/windows/frm_3d_well.h"
+#include "wells/windows/report_form.h"
+
+namespace velk {
+namespace {
+
+template <class Window>
+Window* Shown() {
+  for (QWidget* widget : QApplication::topLevelWidgets())
+    if (auto* window = qobject_cast<Window*>(widget); window && window->isVisible()) return window;
+  return nullptr;
+}
+
+/// The depths of the table of the well profile.
+std::vector<std::string> Depths(const QWidget& table) {
+  const QAbstractItemModel& model = *test::FindControl<QTableView>(table, "Grid1")->model();
+  std::vector<std::string> depths;
+  for (int row = 0; row < model.rowCount(); ++row)
+    if (const QString depth = model.index(row, 0).data().toString(); !depth.isEmpty())
+      depths.push_back(depth.toStdString());
+  return depths;
+}
+
+void EnterSurvey(QDialog& editor, const char* rows) {
+  QApplication::clipboard()->setText(rows);
+  auto* grid = test::FindControl<QTableView>(editor, "Grid1");
+  grid->setCurrentIndex(grid->model()->index(0, 0));
+  QTest::keyClick(grid, Qt::Key_V, Qt::ControlModifier);
+  test::Click(editor, "cmdOK");
+}
+
+TEST(Wells, ShowThePathOfTheSurveyThatWasEnteredInWindowsThatStayOpen) {
+  test::ShellRig rig;
+  rig.Start();
+  rig.windows.Then("EditSur", [](QDialog& editor) { EnterSurvey(editor, "0\t0\t0\n250\t20\t90\n"); });
+  rig.Choose("mnuToolsSurvey");
+  rig.Choose("mnuToolsWellProfileTable");
+  rig.Choose("mnuTools3DWell");
+  ASSERT_NE(Shown<ReportForm>(), nullptr);
+  ASSERT_NE(Shown<frm3DWell>(), nullptr);
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "100", "200", "250"}));
+  rig.windows.Then("EditSur", [](QDialog& editor) { EnterSurvey(editor, "0\t0\t0\n100\t20\t90\n"); });
+  rig.Choose("mnuToolsSurvey");
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "100"}));
+}
+
+TEST(Wells, GrowWhileAJobIsRecorded) {
+  test::ShellRig rig;
+  rig.Start();
+  const char* const names[] = {"", "Speed", "Depth", "Inclination"};
+  for (std::size_t i = 1; i <= 3; ++i) rig.State().Parameters[i].name = names[i];
+  rig.Connect();
+  const std::string file = rig.folder.File("job.mdb");
+  rig.dialogs.ExpectSaveFile(file);
+  rig.Press("Record");
+  rig.Press("Pause");
+  rig.Frame(1, 1, 0);  // tells how long a line is, and is no row
+  rig.windows.Then("frmImportSurvey", [](QDialog& match) {
+    test::FindControl<QLineEdit>(match, "txtField_5")->setText("Inclination");
+    test::FindControl<QLineEdit>(match, "txtField_6")->setText("Speed");
+    test::FindControl<QLineEdit>(match, "Text1")->setText("10");
+    test::Click(match, "cmdOK");
+  });
+  rig.Choose("mnuToolsLiveSurvey");
+  rig.Choose("mnuToolsWellProfileTable");
+  for (int row = 1; row <= 10; ++row) rig.Frame(1, 5 * row, row);
+  // Ten seconds on, behind the second computation: by then rows of a depth of 40 are in the log.
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "10", "20", "23", "30", "33"}));
+  rig.Press("Stop");
+  const auto log = Connection::Open(file, OpenMode::ReadOnly);
+  Command count(*log, "SELECT count(*) FROM logData");
+  ASSERT_TRUE(count.Next());
+  EXPECT_EQ(count.Integer(0), 10);
+  // Each sample brings the row ahead of it. Means of 5, 10, 15; of 20, 25; of 30, 35; of 40, 45.
+  Command rows(*log, "SELECT Depth, Inclination FROM surveyData ORDER BY ID");
+  std::vector<std::pair<double, double>> seen;
+  while (rows.Next()) seen.emplace_back(rows.Number(0), rows.Number(1));
+  EXPECT_EQ(seen, (std::vector<std::pair<double, double>>{{10, 2}, {22.5, 4.5}, {32.5, 6.5}, {42.5, 8.5}}));
+}
+
+}  // namespace
+}  // namespace velk
