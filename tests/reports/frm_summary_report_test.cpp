@@ -476,6 +476,24 @@ TEST_F(SummaryReportEditing, EntersAdditionalFields) {
   EXPECT_EQ(Query(path, "SELECT Water FROM SummaryReport"), (Lines{"12.5"}));
 }
 
+TEST_F(SummaryReportEditing, RefusesAWrongEntryWhateverTakesTheFocus) {
+  Record({0});
+  Comment(Morning(), "a");
+  log.Finalise();
+  View([&](QDialog&) {
+    QTableView& grid = Grid(kReport);
+    grid.setCurrentIndex(grid.model()->index(0, 3));
+    grid.edit(grid.currentIndex());
+    QTest::keyClicks(grid.findChild<QLineEdit*>("entry"), "much");
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(0, 2)).center());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const auto* entry = grid.findChild<QLineEdit*>("entry");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->text(), "much");
+  });
+  EXPECT_EQ(Query(path, "SELECT Water FROM SummaryReport"), (Lines{""}));
+}
+
 TEST_F(SummaryReportEditing, HasNothingToDoInAnEmptyLog) {
   StartLog(path);
   log.Finalise();

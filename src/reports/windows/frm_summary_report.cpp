@@ -71,7 +71,7 @@ frmSummaryReport::frmSummaryReport(WindowHost& host, const ViewerAccess& access,
   ui_->lblFile->setToolTip(ToQt(view.Path()));
   ui_->logDataGrid->setModel(rows_);
   ui_->summaryGrid->setModel(lines_);
-  ui_->summaryGrid->setItemDelegate(delegate_);
+  delegate_->Guard(*ui_->summaryGrid);
   lines_->onEntered = [this](std::int64_t key, const std::string& column, std::optional<double> value) {
     return EnterField(key, column, value);
   };
