@@ -336,7 +336,6 @@ void frmSummaryReport::ReadSummary(std::int64_t present) {
     if (range_) KeepLinesWithin(report, range_->first, range_->second);
     if (summaryOrder_.column >= 0) SortLines(report, summaryOrder_.column, summaryOrder_.descending);
     const bool isFirst = lines_->columnCount() == 0;
-    lines_->Show({});
     lines_->Show(std::move(report));
     if (isFirst) AdjustSummaryGrid();
   });
