@@ -2,6 +2,7 @@
 
 #include <QPixmap>
 #include <QScreen>
+#include <algorithm>
 
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
@@ -25,10 +26,14 @@ frmImage::frmImage(WindowHost& host, const QImage& picture, QSize size,
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
   TranslateForm(*this, host.Words());
   layout()->activate();
-  const QSize around = sizeHint() - QSize(0, ui_->Picture->sizeHint().height());
+  // What the other parts need widens the picture in proportion.
   const QMargins frame = layout()->contentsMargins();
-  resize(QSize(size.width() + frame.left() + frame.right(), size.height() + around.height())
-             .expandedTo(minimumSizeHint())
+  const int sides = frame.left() + frame.right();
+  const QSize least = minimumSizeHint();
+  const double grown = std::max(1.0, static_cast<double>(least.width() - sides) / std::max(1, size.width()));
+  const QSize begins = size * grown;
+  resize(QSize(begins.width() + sides, begins.height() + least.height() - kLeastPicture.height())
+             .expandedTo(least)
              .boundedTo(screen()->availableSize() * 0.9));
 }
 
