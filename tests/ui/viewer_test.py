@@ -1,0 +1,167 @@
+"""The real program on a display, worked by the mouse: a recording of two weeks is worked through beside its report, with
+every button of the viewer."""
+
+import contextlib
+import os
+import re
+import sqlite3
+import subprocess
+import unittest
+
+from desktop import Desktop, wait_for
+from mouse import Seen
+
+VELK = os.environ["VELK_PROGRAM"]
+ROWS = 1_200_000
+SPIKE = 301  # the row whose pressure jumps
+DAY = 46095  # 14 March 2026
+WINDOW = "frmSummaryReport/"
+
+# A row a second from midnight on. The pressure is 100, with one jump; the rate rises too slowly to jump.
+LOG = """
+CREATE TABLE logData (ID INTEGER PRIMARY KEY, Date DATE, Time DATE, Pressure DOUBLE, Rate DOUBLE);
+CREATE INDEX logDataTimes ON logData (Date, Time);
+CREATE TABLE GraphSettings (ParameterName VARCHAR(50), units VARCHAR(50), Minimum DOUBLE, Maximum DOUBLE,
+                            NumberFormat VARCHAR(50), GraphNumber INTEGER, CurveColor INTEGER);
+INSERT INTO GraphSettings VALUES ('Pressure', 'psi', 0, 1000, '#0.00', 1, 255), ('Rate', 'bbl/min', 0, 20, '#0.00', 1, 0);
+CREATE TABLE SummaryReport (Date DATE, Time DATE, Pressure DOUBLE, Water DOUBLE, Comments LONGTEXT);
+INSERT INTO SummaryReport VALUES (%(day)d, 0.5, 100, NULL, 'half of the first day');
+WITH RECURSIVE number(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM number WHERE n + 1 < %(rows)d)
+INSERT INTO logData (Date, Time, Pressure, Rate)
+  SELECT %(day)d + n / 86400, (n %% 86400) / 86400.0, CASE n + 1 WHEN %(spike)d THEN 900 ELSE 100 END, 5 + n / 1e6
+  FROM number;
+""" % {"day": DAY, "rows": ROWS, "spike": SPIKE}
+
+
+class Viewer(unittest.TestCase):
+    def setUp(self):
+        self.desktop = Desktop()
+        self.addCleanup(self.desktop.close)
+        self.log = self.desktop.path / "job.mdb"
+        with contextlib.closing(sqlite3.connect(self.log)) as database:
+            database.executescript("PRAGMA synchronous=OFF;" + LOG)
+        folder = self.desktop.path / "config" / "VELK"
+        folder.mkdir(parents=True)
+        (folder / "VELK2.ini").write_text("[General]\nCurrent_language=English\n[Protocol]\nSerialData=KESTA version 5\n",
+                                          encoding="utf-8")
+        self.seen = Seen(self.desktop, VELK)
+        self.addCleanup(self.seen.close)
+        self.addCleanup(self.seen.picture, "viewer")
+
+    def query(self, sql):
+        with contextlib.closing(sqlite3.connect("file:%s?mode=ro" % self.log, uri=True)) as database:
+            return database.execute(sql).fetchall()
+
+    def choose_file(self, path):
+        self.seen.place("QFileDialog")
+        self.desktop.press("ctrl+a")
+        self.desktop.write(str(path))
+        self.desktop.press("Return")
+        wait_for(lambda: not self.seen.is_seen("QFileDialog"), "the file to be taken")
+
+    def open(self):
+        self.seen.choose("mnuFile", "mnuFilePlayback")
+        self.choose_file(self.log)
+        self.seen.wait_for("MainForm/StatusBar1_1", "text", "Ready to Playback")
+        self.seen.choose("mnuView", "mnuViewSummaryReport")
+        self.seen.place(WINDOW + "logDataGrid")
+
+    def press(self, key):
+        self.seen.wait_for(WINDOW + key, "enabled", "true")
+        self.seen.click(WINDOW + key)
+
+    def enter(self, field, text):
+        self.seen.click(WINDOW + field)
+        self.desktop.press("ctrl+a")
+        self.desktop.write(text)
+
+    def wait_for_row(self, row, of=ROWS):
+        self.seen.wait_for(WINDOW + "lblLogRecord", "text", "Row %s of %s" % (format(row, ","), format(of, ",")))
+
+    def wait_for_count(self, sql, count):
+        wait_for(lambda: self.query(sql) == [(count,)], lambda: "%r to give %d: %r" % (sql, count, self.query(sql)))
+
+    def find_the_jump(self):
+        self.press("cmdFilter")
+        self.wait_for_row(SPIKE)
+        # The next one takes in the jump itself, and ends where it is told to.
+        self.enter("Text2", "100000")
+        self.press("cmdFilter")
+        self.press("cmdFilterStop")
+        self.seen.wait_for(WINDOW + "cmdFilterStop", "enabled", "false")
+        row = int(re.match("Row ([0-9,]+) of", self.seen.text(WINDOW + "lblLogRecord"))[1].replace(",", ""))
+        self.assertTrue(SPIKE < row < ROWS, row)
+
+    def go_and_delete(self):
+        self.enter("Text1", "14-Mar-2026 00:05:00")
+        self.press("cmdGo")
+        self.wait_for_row(SPIKE)
+        self.press("cmdDelete")
+        self.wait_for_count("SELECT count(*) FROM logData", ROWS - 1)
+        self.press("cmdUndo")
+        self.wait_for_count("SELECT count(*) FROM logData WHERE Pressure = 900 AND ID = %d" % SPIKE, 1)
+        self.wait_for_row(SPIKE)
+
+    def edit_the_report(self):
+        self.press("cmdAddRow")
+        self.seen.place("QInputDialog")
+        self.desktop.write("pressure jumps")
+        self.desktop.press("Return")
+        wait_for(lambda: self.query("SELECT Pressure, Comments FROM SummaryReport ORDER BY rowid") ==
+                 [(100, "half of the first day"), (900, "pressure jumps")], "the line that was added")
+        self.press("cmdRemoveRow")
+        self.wait_for_count("SELECT count(*) FROM SummaryReport", 1)
+        self.press("cmdUndo")
+        self.wait_for_count("SELECT count(*) FROM SummaryReport", 2)
+
+    def restrict(self):
+        self.enter("txtBeginTime", "14-Mar-2026 23:59:30")
+        self.enter("txtEndTime", "15-Mar-2026 00:00:29")
+        self.press("cmdUpdate")
+        self.wait_for_row(1, 60)
+
+    def sort(self):
+        x, y, _, _ = self.seen.place(WINDOW + "logDataGrid")
+        head = (x + 45, y + 10)  # that of ID, beside the numbers of the rows
+        for first in (86371, 86430):  # up, then down
+            self.seen.point(*head)
+            self.desktop.click()
+            self.seen.find(text=str(first), row=0, column=0)
+
+    def print(self, key, title, lines, skip=None):
+        pdf = self.desktop.path / (key + ".pdf")
+        self.press(key)
+        if skip is not None:
+            self.seen.place("QInputDialog")
+            self.desktop.press("ctrl+a")
+            self.desktop.write(skip)
+            self.desktop.press("Return")
+        self.seen.click("frmPrinterSelect/List1")
+        self.desktop.press("End")
+        self.seen.click("frmPrinterSelect/Command1")
+        self.choose_file(pdf)
+        wait_for(pdf.exists, "the document")
+        wait_for(lambda: not self.seen.is_seen("ProgressWindow"), "its end")
+        text = subprocess.run(["pdftotext", "-layout", pdf, "-"], capture_output=True, text=True, check=True).stdout
+        self.assertIn(title, text)
+        self.assertEqual(len(re.findall(r"\d\d-Mar-2026 +\d\d:\d\d:\d\d +\S", text.split("Page 1", 1)[1])), lines, text)
+
+    def test_every_button_of_the_viewer_by_mouse(self):
+        self.open()
+        self.find_the_jump()
+        self.go_and_delete()
+        self.edit_the_report()
+        self.restrict()
+        self.sort()
+        self.print("cmdPrintLog", "Data Log", 6, skip="9")
+        self.press("cmdALL")
+        self.press("cmdUpdate")
+        self.wait_for_row(1)
+        self.print("cmdPrintSummary", "Summary Data", 2)
+        self.press("cmdClose")
+        wait_for(lambda: not self.seen.is_seen("frmSummaryReport"), "the viewer to go")
+        self.assertEqual(self.query("SELECT count(*), sum(Pressure) FROM logData"), [(ROWS, 100 * ROWS + 800)])
+
+
+if __name__ == "__main__":
+    unittest.main()
