@@ -102,6 +102,8 @@ void FirstSteps::AddStep(const char* name, const char* caption, const char* item
     form_.MenuItem(item)->trigger();
     Refresh();
   });
+  connect(form_.MenuItem(item), &QAction::changed, button,
+          [this, button, item] { button->setEnabled(form_.MenuItem(item)->isEnabled()); });
   layout()->addWidget(button);
   steps_.push_back({button, item, std::move(isDone)});
 }

@@ -61,6 +61,13 @@ TEST_F(Guide, ShowsWhatIsDone) {
   EXPECT_TRUE(IsDone("cmdStep_4"));
 }
 
+TEST_F(Guide, OffersAStepAsSoonAsItsItemIsOffered) {
+  rig.Window().MenuItem("mnuAcquireConnect")->setEnabled(false);
+  EXPECT_FALSE(Button("cmdStep_2").isEnabled());
+  rig.Window().MenuItem("mnuAcquireConnect")->setEnabled(true);
+  EXPECT_TRUE(Button("cmdStep_2").isEnabled());
+}
+
 TEST_F(Guide, PaintsAMarkAnewOnlyWhereItsStepChanged) {
   Steps().Refresh();
   const auto shown = [this](const char* name) {
