@@ -12,6 +12,8 @@
 #include "wells/profile_table.h"
 #include "wells/windows/well_access.h"
 
+class QAbstractButton;
+
 namespace Ui {
 class ReportForm;
 }
