@@ -85,7 +85,11 @@ class CurvesOnTheDesk : public testing::Test {
   QMdiArea area;
   GraphWindowsMdi windows{session, platform, test::EnglishWindows(), area};
   int changes = 0;
-  CurveDesk desk{host, session, platform, windows, [this] { ++changes; }};
+  int failures = 0;  ///< how often what follows a change is still to fail
+  CurveDesk desk{host, session, platform, windows, [this] {
+                   if (failures > 0 && failures-- > 0) throw RuntimeError(ErrorNumber::Overflow);
+                   ++changes;
+                 }};
 };
 
 // --- On the header ---
@@ -206,6 +210,49 @@ TEST_F(CurvesOnTheDesk, ShowNoPropertiesWhileDataComeIn) {
     for (const char* label : {"Label1_0", "Label2_0", "Label3_0"}) ClickLabel(1, label, Qt::RightButton);
   }
   EXPECT_EQ(changes, 0);
+}
+
+TEST_F(CurvesOnTheDesk, TellWhichProcedureFailedAndTryAgain) {
+  Open({1, 1});
+  failures = 2;
+  dialogs.ExpectInput("Enter parameter name", "Pump");
+  dialogs.Expect("Overflow - Label1_Click", Answer::Retry);
+  dialogs.Expect("Overflow - Label1_Click", Answer::Cancel);
+  ClickLabel(1, "Label1_0");
+  EXPECT_EQ(changes, 0);
+  failures = 1;
+  dialogs.ExpectChoice("Number Format", "123456.1");
+  dialogs.Expect("Overflow - Label2_Click", Answer::Retry);
+  ClickLabel(1, "Label2_0");
+  EXPECT_EQ(changes, 1);
+  failures = 1;
+  dialogs.ExpectInput("Enter parameter units", "kPa");
+  dialogs.Expect("Overflow - Label3_Click", Answer::Cancel);
+  ClickLabel(1, "Label3_0");
+  failures = 1;
+  dialogs.ExpectInput("Enter new maximum value", "250");
+  dialogs.Expect("Overflow - Picture1_Click", Answer::Cancel);
+  ClickHeader(1, 1, 0.9);
+  EXPECT_EQ(Curve(1).max, 250) << "what was entered stands";
+}
+
+TEST_F(CurvesOnTheDesk, TellTheButtonOfALabelThatFailed) {
+  Open({1});
+  for (const char* label : {"Label1", "Label2", "Label3"}) {
+    failures = 1;
+    script.ThenClick("Properties", "cmdOK");
+    dialogs.Expect("Overflow - " + std::string(label) + "_MouseDown", Answer::Cancel);
+    ClickLabel(1, (std::string(label) + "_0").c_str(), Qt::RightButton);
+  }
+}
+
+TEST_F(CurvesOnTheDesk, TellThatTheirRemovalFailed) {
+  Open({1, 1});
+  failures = 1;
+  dialogs.Expect("Overflow - RemoveParameter", Answer::Retry);
+  Press(1, "Remove");
+  EXPECT_TRUE(IsOpen(2));
+  EXPECT_EQ(changes, 1);
 }
 
 // --- From window to window ---

@@ -132,6 +132,18 @@ TEST_F(TableOfTheProgram, KeepsTheLinkStillWhileItStands) {
   EXPECT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
 }
 
+TEST_F(TableOfTheProgram, RaisesTheMaximumOfAnUnnamedChannelAndSaysSo) {
+  rig.State().CurrentParameters[2].name = "BLANK";
+  rig.State().CurrentParameters[2].min = 0;
+  rig.dialogs.Expect("Graph maximum scales must be greater than minimum scales", Answer::Ok);
+  InTable([](ParametersTable& table) {
+    Type(table, 1, TableColumn::Minimum, "-100");
+    Type(table, 1, TableColumn::Maximum, "-50");
+  });
+  EXPECT_EQ(rig.State().Parameters[2].min, 0) << "that of a channel without a name isn't taken";
+  EXPECT_EQ(rig.State().Parameters[2].max, 100);
+}
+
 TEST_F(TableOfTheProgram, OutlivesARestart) {
   TypeAndClose(2, TableColumn::Units, "m/s");
   rig.State().AskOnExit = false;

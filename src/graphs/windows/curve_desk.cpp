@@ -92,16 +92,18 @@ void CurveDesk::Remove(int graph) {
 }
 
 void CurveDesk::RemoveParameter(int graph, int slot) {
-  RunProcedure({platform_.dialogs, "RemoveParameter"}, [&](const Statements&) {
+  RunProcedure({platform_.dialogs, "RemoveParameter"}, [&](const Statements& run) {
     const GraphFormNew* form = graphs_.Form(graph);
     if (!form) return;
     const QRect place = form->parentWidget()->geometry();
     const double timeOrigin = form->TimeOrigin();
     const int own = TakeCurveOut(session_, graph, slot);
     graphs_.Open(own, place.translated(kBeside, kBeside), timeOrigin);
-    LoadAgain(graph);
-    UpdateToolbars();
-    changed_();
+    run([&] {
+      LoadAgain(graph);
+      UpdateToolbars();
+      changed_();
+    });
   });
 }
 

@@ -121,10 +121,13 @@ void CurveEditor::Change(const char* procedure, int slot, const std::function<bo
   if (parameter == 0) return;
   // The window may be closed while the question stands.
   const QPointer<CurveEditor> alive(this);
-  RunProcedure({host_.Boxes(), procedure}, [&](const Statements&) {
-    if (!ask(parameter) || !alive) return;
-    form_.RefreshForm();
-    changed_();
+  RunProcedure({host_.Boxes(), procedure}, [&](const Statements& run) {
+    if (!ask(parameter)) return;
+    run([&] {
+      if (!alive) return;
+      form_.RefreshForm();
+      changed_();
+    });
   });
 }
 
