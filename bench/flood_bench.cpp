@@ -333,7 +333,7 @@ void FloodAtFullSpeedPaused(benchmark::State& state) {
 }
 BENCHMARK(FloodAtFullSpeedPaused)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
-/// Drags the bars of all graphs, a second each, and looks between the pages for the rows that have come.
+/// Drags the bars of all graphs, a second each, and looks between the moves for the rows that have come.
 class Dragging {
  public:
   Dragging(Job& job, int seconds) : job_(job), bars_(job.Bars()), rows_(job.Rows()), number_(job.Number()) {
@@ -351,7 +351,7 @@ class Dragging {
 
   double Latest() const { return latest_; }
   double Grown() const { return grown_; }
-  long Pages() const { return pages_; }
+  long Moves() const { return moves_; }
 
  private:
   void Step() {
@@ -365,7 +365,7 @@ class Dragging {
       return;
     }
     bar.setSliderDown(true);
-    bar.setSliderPosition(static_cast<int>(++pages_ * 7 % std::max(bar.maximum(), 1)));
+    bar.setSliderPosition(static_cast<int>(++moves_ * 7 % std::max(bar.maximum(), 1)));
     NoteRows();
   }
 
@@ -379,7 +379,7 @@ class Dragging {
   long long rows_, number_;
   std::size_t present_ = 0;
   Time::time_point begun_ = Time::now();
-  long pages_ = 0;
+  long moves_ = 0;
   double latest_ = 0;  ///< ms
   double grown_ = 0;   ///< MB
 };
@@ -394,8 +394,8 @@ int Drag(int seconds) {
   const Dragging drag(job, seconds);
   const bool drained = job.Drained();
   const long long came = job.Rows() - rows, due = job.Sent() - sent;
-  std::printf("%lld lines, %lld rows, %ld pages, latest row %.1f ms behind its line, %.1f MB grown\n", due, came,
-              drag.Pages(), drag.Latest(), drag.Grown());
+  std::printf("%lld lines, %lld rows, %ld moves of a bar, latest row %.1f ms behind its line, %.1f MB grown\n", due, came,
+              drag.Moves(), drag.Latest(), drag.Grown());
   std::printf("largest gap between two beats of a timer %.1f ms, longest wait of an event %.1f ms\n",
               watch.LargestGap(), watch.LongestWait());
   job.End();

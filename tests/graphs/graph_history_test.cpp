@@ -133,6 +133,44 @@ TEST(GraphHistory, DrawsThePageThatTheBarAsksFor) {
   EXPECT_FALSE(HasAt(plot, 90, 0, 0xC0C0C0));
 }
 
+/// The rows of a job come ahead of the pages that a mouse asks for. The first row of a page stands at y 0: 20 on that
+/// of the second minute, 60 and 80 on those of the first and the third.
+TEST(GraphHistory, DrawsOfABarThatIsDraggedOnlyWhereItStandsAsOftenAsTheScreenFollows) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.Bar().setSliderDown(true);
+  job.Bar().setSliderPosition(2);
+  EXPECT_TRUE(HasAt(job.Plot(), 20, 0, kRed));
+  job.clock.Advance(10);
+  job.Bar().setSliderPosition(3);
+  job.clock.Advance(20);
+  job.Bar().setSliderPosition(1);
+  EXPECT_TRUE(HasAt(job.Plot(), 20, 0, kRed)) << "30 ms behind the page before";
+  job.clock.Advance(4);
+  EXPECT_TRUE(HasAt(job.Plot(), 60, 0, kRed));
+  job.Bar().setSliderPosition(3);
+  job.Bar().setSliderDown(false);
+  job.clock.Advance(34);
+  EXPECT_TRUE(HasAt(job.Plot(), 80, 0, kRed)) << "the place where it was let go";
+}
+
+TEST(GraphHistory, WaitsTwiceAsLongAsAPageHasTakenWhileTheBarIsDragged) {
+  LookedBack job;
+  job.Sample(0, 600);
+  job.clock.onYield = [&job] {
+    job.clock.onYield = nullptr;
+    job.clock.Advance(50);  // events run behind a page that ends at the last row
+  };
+  job.Bar().setSliderDown(true);
+  job.Bar().setSliderPosition(2);
+  EXPECT_FALSE(job.clock.onYield);
+  job.Bar().setSliderPosition(1);
+  job.clock.Advance(99);
+  EXPECT_TRUE(HasAt(job.Plot(), 20, 0, kRed));
+  job.clock.Advance(1);
+  EXPECT_TRUE(HasAt(job.Plot(), 60, 0, kRed));
+}
+
 TEST(GraphHistory, StaysWhereItIsWhileTheBarOnlyGrows) {
   LookedBack job;
   job.Sample(0, 600);
@@ -499,6 +537,15 @@ TEST(GraphComment, NeedsAFile) {
   job.dialogs.Expect("Must supply a file name", Answer::Ok);
   QTest::keyClick(&job.Form(), Qt::Key_F7);
   EXPECT_FALSE(job.Find<QLineEdit>("Text1")->isVisible());
+  EXPECT_EQ(job.dialogs.shown.back().helpTopic, 572);
+}
+
+TEST(GraphComment, NamesTheProcedureOfTheKeyWhereItFails) {
+  LookedBack job;
+  job.log.Finalise();
+  job.dialogs.Expect("Must supply a file name", Answer::Ok, [] { throw RuntimeError(ErrorNumber::Overflow); });
+  job.dialogs.Expect(" - Form_KeyUp", Answer::Cancel);
+  QTest::keyClick(&job.Form(), Qt::Key_F7);
 }
 
 TEST(GraphComment, TellsInPlaybackThatItTakesTheTimeOfTheClock) {

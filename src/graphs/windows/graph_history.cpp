@@ -1,5 +1,6 @@
 #include "graphs/windows/graph_history.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/dates.h"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400;
 constexpr double kMinutesPerDay = 1440;
+/// Between two pages of a bar that is dragged: as often as the screen follows.
+constexpr std::int64_t kLeastPauseMs = 34;
 
 }  // namespace
 
@@ -26,7 +29,9 @@ GraphHistory::GraphHistory(const Session& session, const Platform& platform, con
       view_(view),
       log_(log),
       run_(std::move(run)),
-      page_(session, curves, MeasuresOf(session), platform.language, view.Surfaces()) {
+      page_(session, curves, MeasuresOf(session), platform.language, view.Surfaces()),
+      pageWaits_(platform.clock.MakeTimer()) {
+  pageWaits_->SetHandler([this] { ShowWhatIsAsked(); });
   QObject::connect(&view_.HistoryBar(), &QScrollBar::valueChanged, &view_, [this] { VScroll1_Change(); });
 }
 
@@ -59,8 +64,24 @@ void GraphHistory::MoveBarToEnd() {
   scrollGuard_ = guardBefore;
 }
 
+/// A mouse asks for more pages than can be drawn, and the rows of a job come first: the last place that it asked for
+/// waits until twice as long has gone by as the page before has taken.
 void GraphHistory::VScroll1_Change() {
   if (scrollGuard_) return;
+  const std::int64_t pause = nextPage_ - platform_.clock.Ticks();
+  if (!view_.HistoryBar().isSliderDown() || pause <= 0) return ShowWhatIsAsked();
+  if (pageWaits_->Enabled()) return;
+  pageWaits_->SetInterval(static_cast<int>(pause));
+  pageWaits_->SetEnabled(true);
+}
+
+void GraphHistory::ShowWhatIsAsked() {
+  pageWaits_->SetEnabled(false);
+  const std::int64_t begin = platform_.clock.Ticks();
+  const OnLeaving shown([&] {
+    const std::int64_t end = platform_.clock.Ticks();
+    nextPage_ = end + std::max(kLeastPauseMs, 2 * (end - begin));
+  });
   const QScrollBar& bar = view_.HistoryBar();
   if (bar.value() >= bar.maximum()) return ReturnToPresent();
   if (Log() == nullptr) return;

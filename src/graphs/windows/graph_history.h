@@ -1,12 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "graphs/history_page.h"
 #include "graphs/parameter_curves.h"
 #include "graphs/windows/chart_view.h"
 #include "log/open_log.h"
 #include "model/session.h"
+#include "platform/loop/clock.h"
 #include "platform/platform.h"
 
 namespace velk {
@@ -43,6 +46,7 @@ class GraphHistory {
 
  private:
   bool JobRuns() const;
+  void ShowWhatIsAsked();
   void MoveBarToEnd();
   void PlotScrolledGraph();
   void StepBack();
@@ -63,6 +67,8 @@ class GraphHistory {
   bool liveView_ = true;
   bool scrollGuard_ = false;  ///< the program itself moves the bar
   bool yielding_ = false;
+  std::unique_ptr<Timer> pageWaits_;
+  std::int64_t nextPage_ = 0;  ///< ticks: of a bar that is dragged, none ahead of it
 };
 
 }  // namespace velk
