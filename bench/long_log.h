@@ -38,7 +38,8 @@ class Folder {
  public:
   Folder() {
     const char* place = std::getenv("VELK_BENCH_FOLDER");
-    std::string name = (std::filesystem::path(place == nullptr ? "." : place) / "log_bench-XXXXXX").string();
+    // Absolute: the program that is measured works in the folder that it stands in.
+    std::string name = (std::filesystem::absolute(place == nullptr ? "." : place) / "log_bench-XXXXXX").string();
     path_ = mkdtemp(name.data());
   }
   ~Folder() { std::filesystem::remove_all(path_); }

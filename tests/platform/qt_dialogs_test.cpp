@@ -156,6 +156,17 @@ TEST_F(QtDialogsTest, ShowsTextTitleAndIconAsTheyStand) {
   });
 }
 
+TEST_F(QtDialogsTest, NamesThePageThatF1OpensOverIt) {
+  AnswerWith({.text = "T", .helpTopic = 572}, [](QMessageBox& box) {
+    EXPECT_EQ(box.property("helpTopic").toInt(), 572);
+    box.close();
+  });
+  AnswerWith({.text = "T"}, [](QMessageBox& box) {
+    EXPECT_FALSE(box.property("helpTopic").isValid()) << "that of the window below";
+    box.close();
+  });
+}
+
 TEST_F(QtDialogsTest, ShowsTheProgramsNameWithoutATitleAndEachIcon) {
   const std::pair<BoxIcon, QMessageBox::Icon> icons[] = {{BoxIcon::None, QMessageBox::NoIcon},
                                                          {BoxIcon::Information, QMessageBox::Information},

@@ -193,6 +193,15 @@ TEST_F(ParametersTableWindow, AsksForTheColourByAClick) {
   EXPECT_EQ(Cell(1, TableColumn::Color), "#00FF00");
 }
 
+TEST_F(ParametersTableWindow, AsksOnceForTheColourByADoubleClick) {
+  Open();
+  host.dialogs.ExpectColour("Select a color for P2", 0x00FF00);
+  ClickCell(1, TableColumn::Color);
+  QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, CenterOf(1, TableColumn::Color));
+  EXPECT_EQ(Cell(1, TableColumn::Color), "#00FF00");
+  EXPECT_FALSE(IsEditing());
+}
+
 TEST_F(ParametersTableWindow, AsksForTheFormatByAClick) {
   Open();
   host.dialogs.ExpectChoice("Number Format", "123456.1");

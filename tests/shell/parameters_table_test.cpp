@@ -132,11 +132,45 @@ TEST_F(TableOfTheProgram, KeepsTheLinkStillWhileItStands) {
   EXPECT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
 }
 
+/// Of the recorder, whose page Timer4 fetches, and of the unit's own page, Timer5.
+class TableOfANetworkedUnit : public testing::TestWithParam<const char*> {};
+
+TEST_P(TableOfANetworkedUnit, RestsItsFetching) {
+  test::ShellRig rig;
+  rig.settings->Save("VELK2", "Protocol", "SerialData", GetParam());
+  rig.settings->Flush();
+  rig.Start();
+  rig.pages->page =
+      "<p>Time&nbsp;09:30:15</p><tr><td>1<td>p<td>u<td><b> 12.5 </b><tr><td>2<td>q<td>u<td>-3</td>"
+      "<tr><td>3<td>r<td>u<td>0.25</td>";
+  rig.Press("Acquire");
+  ASSERT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
+  rig.clock.Advance(1100);
+  std::size_t asked = rig.pages->asked.size();
+  EXPECT_GE(asked, 2U);
+  rig.windows.Then("ParametersTable", [&](QDialog& window) {
+    asked = rig.pages->asked.size();
+    rig.clock.Advance(5000);
+    EXPECT_EQ(rig.pages->asked.size(), asked);
+    window.close();
+  });
+  rig.Choose("mnuEditTable");
+  rig.clock.Advance(1100);
+  EXPECT_EQ(rig.pages->asked.size(), asked + 2) << "each 500 ms";
+}
+
+INSTANTIATE_TEST_SUITE_P(, TableOfANetworkedUnit, testing::Values("HPT - Honeywell eZtrend", "ORBEN LUMO through HMI"),
+                         [](const auto& unit) { return std::string(unit.param).substr(0, 3); });
+
 TEST_F(TableOfTheProgram, RaisesTheMaximumOfAnUnnamedChannelAndSaysSo) {
   rig.State().CurrentParameters[2].name = "BLANK";
   rig.State().CurrentParameters[2].min = 0;
-  rig.dialogs.Expect("Graph maximum scales must be greater than minimum scales", Answer::Ok);
+  rig.dialogs.Expect("Graph maximum scales must be greater than minimum scales", Answer::Ok, [this] {
+    EXPECT_EQ(OnDisk("Parameter2", "max"), "100") << "the box may stand for hours";
+    EXPECT_EQ(OnDisk("Parameter1", "units"), "bar");
+  });
   InTable([](ParametersTable& table) {
+    Type(table, 0, TableColumn::Units, "bar");
     Type(table, 1, TableColumn::Minimum, "-100");
     Type(table, 1, TableColumn::Maximum, "-50");
   });

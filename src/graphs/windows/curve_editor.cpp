@@ -55,7 +55,7 @@ bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
   const bool isHeader = watched == &form_.View().HeaderBand();
   if (asksForTip) {
     const auto& help = *static_cast<QHelpEvent*>(event);
-    return isHeader && ShowTip(help.pos(), help.globalPos());
+    return isHeader && Picture1_MouseMove(help.pos(), help.globalPos());
   }
   const auto& mouse = *static_cast<QMouseEvent*>(event);
   const QPoint point = mouse.position().toPoint();
@@ -70,14 +70,15 @@ bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
   return false;
 }
 
-bool CurveEditor::ShowTip(const QPoint& point, const QPoint& onScreen) {
-  const MessageText tip = TipOf(form_.View().PlaceInHeader(point).zone);
-  if (tip == MessageText{}) {
-    QToolTip::hideText();
-    return false;
-  }
-  QToolTip::showText(onScreen, ToQt(host_.Words().Translator.In(tip)), &form_.View().HeaderBand());
-  return true;
+bool CurveEditor::Picture1_MouseMove(const QPoint& point, const QPoint& onScreen) {
+  MessageText tip;
+  RunProcedure({host_.Boxes(), "Picture1_MouseMove"}, [&](const Statements& run) {
+    run([&] {
+      tip = TipOf(form_.View().PlaceInHeader(point).zone);
+      QToolTip::showText(onScreen, ToQt(host_.Words().Translator.In(tip)), &form_.View().HeaderBand());
+    });
+  });
+  return tip != MessageText{};
 }
 
 void CurveEditor::Picture1_Click(const QPoint& point) {

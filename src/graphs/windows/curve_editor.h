@@ -23,7 +23,8 @@ class CurveEditor : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  bool ShowTip(const QPoint& point, const QPoint& onScreen);
+  /// Tells what a click would change where the mouse rests; nothing, and false, where that is nothing.
+  bool Picture1_MouseMove(const QPoint& point, const QPoint& onScreen);
   void Picture1_Click(const QPoint& point);
   void Label_Click(const LabelRows::Place& label);
   /// The properties of a curve, but not while data come in.

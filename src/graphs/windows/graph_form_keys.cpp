@@ -6,7 +6,9 @@
 #include "graphs/texts.h"
 #include "graphs/windows/graph_form_new.h"
 #include "log/texts.h"
+#include "model/help_topics.h"
 #include "platform/dialogs/dialogs.h"
+#include "platform/dialogs/procedure.h"
 #include "platform/drawing/units.h"
 #include "platform/loop/clock.h"
 
@@ -44,12 +46,20 @@ void GraphFormNew::FollowLog() {
 }
 
 void GraphFormNew::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F7)
-    AddComment();
-  else if (event->key() == Qt::Key_Escape && readValue_->IsOn())
-    ReadValue();
-  else
-    QWidget::keyPressEvent(event);
+  if (event->key() != Qt::Key_F7 && !(event->key() == Qt::Key_Escape && readValue_->IsOn()))
+    return QWidget::keyPressEvent(event);
+  Form_KeyUp(event->key());
+}
+
+void GraphFormNew::Form_KeyUp(int key) {
+  const Stay stay(*this);
+  RunProcedure({platform_.dialogs, "Form_KeyUp"},
+               [&](const Statements& run) { run([&] { key == Qt::Key_F7 ? AddComment() : ReadValue(); }); });
+}
+
+/// The window comes to the front.
+void GraphFormNew::Form_Activate() {
+  RunStatement("Form_Activate", [this] { FollowLog(); });
 }
 
 void GraphFormNew::ReadValue() {
@@ -67,7 +77,8 @@ void GraphFormNew::SetCaption(const std::optional<std::string>& text) {
 
 void GraphFormNew::AddComment() {
   if (history_->Log() == nullptr) {
-    platform_.dialogs.Message({text::MustSupplyFileName, {}, Buttons::Ok, BoxIcon::Exclamation});
+    platform_.dialogs.Message(
+        {.text = text::MustSupplyFileName, .icon = BoxIcon::Exclamation, .helpTopic = topic::Recording});
     return;
   }
   const MessageText& hint = session_.AcquisitionMode ? text::CommentHint : text::CommentHintInPlayback;

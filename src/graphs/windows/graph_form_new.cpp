@@ -84,7 +84,7 @@ void GraphFormNew::Load(double timeOrigin) {
   session_.GraphForms[formIndex_] = this;
   TranslateForm(*this, translation_);
   if (auto* window = qobject_cast<QMdiSubWindow*>(parentWidget()))
-    connect(window, &QMdiSubWindow::aboutToActivate, this, [this] { FollowLog(); });
+    connect(window, &QMdiSubWindow::aboutToActivate, this, [this] { Form_Activate(); });
   if (session_.AcquireStarted) EnableToolbar();
   FollowLog();
   FollowLooks();

@@ -105,6 +105,9 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void BindToolbar();
   void ReadValue();
   void FollowLog();
+  void Form_Activate();
+  /// F7 and, while values are read, Esc.
+  void Form_KeyUp(int key);
   void AddTheComment(const std::string& comment);
   void SetCaption(const std::optional<std::string>& text);
   QSize WindowSize() const;

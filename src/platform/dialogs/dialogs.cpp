@@ -35,7 +35,8 @@ Answer Dialogs::Message(const MessageBox& box) {
   if (ending_) return WithoutAsking(box.buttons);
   return WithGateOpen([&] {
     return ShowMessage(
-        {InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error, box.subject, box.safeDefault});
+        {InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error, box.subject, box.safeDefault,
+         box.helpTopic});
   });
 }
 

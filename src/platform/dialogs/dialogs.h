@@ -28,6 +28,7 @@ struct MessageBox {
   std::optional<ErrorNumber> error = {};  ///< what it tells of, where that is a run-time error
   std::string subject = {};               ///< by which Retell finds it; empty: its text never changes
   bool safeDefault = false;               ///< Enter answers what Escape does: Yes would lose something
+  int helpTopic = 0;                      ///< the page that F1 opens; 0: that of the window below
 };
 
 struct FileQuestion {
@@ -64,6 +65,7 @@ struct ShownMessage {
   std::optional<ErrorNumber> error = {};
   std::string subject = {};
   bool safeDefault = false;
+  int helpTopic = 0;
 };
 
 /// A question for a file in the operator's language.

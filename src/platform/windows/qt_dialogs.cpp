@@ -153,6 +153,7 @@ Answer QtDialogs::ShowMessage(const ShownMessage& message) {
   box->setTextFormat(Qt::PlainText);
   box->setText(QString::fromStdString(message.text));
   box->setProperty(kSubject, QString::fromStdString(message.subject));
+  if (message.helpTopic != 0) box->setProperty("helpTopic", message.helpTopic);
   box->setIcon(IconOf(message.icon));
   QPushButton* enter = box->addButton(caption(answers.enter), QMessageBox::AcceptRole);
   QPushButton* escape = enter;
