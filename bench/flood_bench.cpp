@@ -394,8 +394,8 @@ int Drag(int seconds) {
   const Dragging drag(job, seconds);
   const bool drained = job.Drained();
   const long long came = job.Rows() - rows, due = job.Sent() - sent;
-  std::printf("%lld lines, %lld rows, %ld moves of a bar, latest row %.1f ms behind its line, %.1f MB grown\n", due, came,
-              drag.Moves(), drag.Latest(), drag.Grown());
+  std::printf("%lld lines, %lld rows, %ld moves of a bar, latest row %.1f ms behind its line, %.1f MB grown\n", due,
+              came, drag.Moves(), drag.Latest(), drag.Grown());
   std::printf("largest gap between two beats of a timer %.1f ms, longest wait of an event %.1f ms\n",
               watch.LargestGap(), watch.LongestWait());
   job.End();

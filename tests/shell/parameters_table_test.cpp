@@ -132,17 +132,20 @@ TEST_F(TableOfTheProgram, KeepsTheLinkStillWhileItStands) {
   EXPECT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
 }
 
-/// Of the recorder, whose page Timer4 fetches, and of the unit's own page, Timer5.
-class TableOfANetworkedUnit : public testing::TestWithParam<const char*> {};
+struct Networked {
+  const char* protocol;
+  const char* page;  ///< of three values
+};
+
+/// Of the recorder, whose page Timer4 fetches, and of the operator panel's page, Timer5.
+class TableOfANetworkedUnit : public testing::TestWithParam<Networked> {};
 
 TEST_P(TableOfANetworkedUnit, RestsItsFetching) {
   test::ShellRig rig;
-  rig.settings->Save("VELK2", "Protocol", "SerialData", GetParam());
+  rig.settings->Save("VELK2", "Protocol", "SerialData", GetParam().protocol);
   rig.settings->Flush();
   rig.Start();
-  rig.pages->page =
-      "<p>Time&nbsp;09:30:15</p><tr><td>1<td>p<td>u<td><b> 12.5 </b><tr><td>2<td>q<td>u<td>-3</td>"
-      "<tr><td>3<td>r<td>u<td>0.25</td>";
+  rig.pages->page = GetParam().page;
   rig.Press("Acquire");
   ASSERT_TRUE(StatusIs(rig.State(), text::StatusReadyToAcquire));
   rig.clock.Advance(1100);
@@ -159,8 +162,18 @@ TEST_P(TableOfANetworkedUnit, RestsItsFetching) {
   EXPECT_EQ(rig.pages->asked.size(), asked + 2) << "each 500 ms";
 }
 
-INSTANTIATE_TEST_SUITE_P(, TableOfANetworkedUnit, testing::Values("HPT - Honeywell eZtrend", "ORBEN LUMO through HMI"),
-                         [](const auto& unit) { return std::string(unit.param).substr(0, 3); });
+INSTANTIATE_TEST_SUITE_P(
+    , TableOfANetworkedUnit,
+    testing::Values(Networked{"HPT - Honeywell eZtrend",
+                              "<p>Time&nbsp;09:30:15</p><tr><td>1<td>p<td>u<td><b> 12.5 </b><tr><td>2<td>q<td>u<td>-3"
+                              "</td><tr><td>3<td>r<td>u<td>0.25</td>"},
+                    Networked{
+                        "ORBEN LUMO through HMI",
+                        "<html><table><tr><td>name</td><td>value</td></tr>"
+                        "<tr><td><b>a</b></td><td align=right><font>1.5&nbsp;psi</font></td></tr>"
+                        "<tr><td><b>b</b></td><td align=right><font>2.5&nbsp;psi</font></td></tr>"
+                        "<tr><td><b>c</b></td><td align=right><font>3.5&nbsp;psi</font></td></tr></table></html>"}),
+    [](const auto& unit) { return std::string(unit.param.protocol).substr(0, 3); });
 
 TEST_F(TableOfTheProgram, RaisesTheMaximumOfAnUnnamedChannelAndSaysSo) {
   rig.State().CurrentParameters[2].name = "BLANK";

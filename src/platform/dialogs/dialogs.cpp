@@ -34,9 +34,8 @@ auto Dialogs::WithGateOpen(Show&& show) {
 Answer Dialogs::Message(const MessageBox& box) {
   if (ending_) return WithoutAsking(box.buttons);
   return WithGateOpen([&] {
-    return ShowMessage(
-        {InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error, box.subject, box.safeDefault,
-         box.helpTopic});
+    return ShowMessage({InLanguage(box.text), InLanguage(box.title), box.buttons, box.icon, box.error, box.subject,
+                        box.safeDefault, box.helpTopic});
   });
 }
 
