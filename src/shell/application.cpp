@@ -122,6 +122,7 @@ void Application::BindCommands() {
     dataPanel_.Watch(stands);
     liveSurvey_.Stop();
   };
+  form_.onPanels = [this] { dataPanel_.LookAlong(); };
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
 }
 

@@ -234,12 +234,10 @@ QString MainForm::Panel(int panel) const {
 
 void MainForm::SetPanel(int panel, const OperatorText& shown) {
   std::string text = language_.In(shown);
-  if (ChangesWithEverySample(panel)) {
-    pending_[panel] = std::move(text);
-    if (!panelRefresh_.isActive()) panelRefresh_.start();
-    return;
-  }
-  ShowPanel(panel, text);
+  if (!ChangesWithEverySample(panel)) return ShowPanel(panel, text);
+  if (told_[panel] == text) return;
+  pending_[panel] = told_[panel] = std::move(text);
+  if (!panelRefresh_.isActive()) panelRefresh_.start();
 }
 
 void MainForm::ShowPanel(int panel, const std::string& text) {
@@ -249,6 +247,7 @@ void MainForm::ShowPanel(int panel, const std::string& text) {
 }
 
 void MainForm::ShowPending() {
+  if (onPanels) onPanels();
   for (const auto& [panel, text] : std::exchange(pending_, {})) ShowPanel(panel, text);
 }
 

@@ -54,6 +54,8 @@ class MainForm : public QMainWindow, public MainView {
   std::function<void(const std::string& place)> onPlaced;
   /// The operator has moved the speed bar.
   std::function<void(int speed)> onSpeedChange;
+  /// Panels that change with every sample are about to be shown.
+  std::function<void()> onPanels;
 
   /// Puts the window where it was left, within the screens that there are.
   void PlaceOnScreen(const std::string& place);
@@ -101,6 +103,7 @@ class MainForm : public QMainWindow, public MainView {
   SpeedBar* speedBar_ = nullptr;
   FirstSteps* firstSteps_ = nullptr;
   StatusPanel* panels_[9] = {};
+  std::map<int, std::string> told_;     ///< last, of the panels that change with every sample
   std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
   QTimer panelRefresh_;
   bool hourglass_ = false;

@@ -48,6 +48,24 @@ TEST_F(Panel, TellsWhichNumberOfValuesCameWhereAnotherIsExpected) {
   EXPECT_EQ(rig.view.data.find("values held"), std::string::npos) << "values come again";
 }
 
+TEST_F(Panel, LooksAlongWithTheOtherPanelsOnceASecond) {
+  rig.ConnectAndStart();
+  panel.Look();
+  rig.view.data = "not told anew";
+  rig.clock.Advance(899);
+  panel.LookAlong();
+  EXPECT_EQ(rig.view.data, "not told anew");
+  rig.session.Data.rejected = rig.session.Data.firstLines + 1;
+  rig.clock.Advance(1);
+  panel.LookAlong();
+  EXPECT_NE(rig.view.data.find("1 rejected"), std::string::npos);
+  rig.session.Data.rejected += 1;
+  rig.clock.Advance(1099);
+  EXPECT_EQ(rig.view.data.find("2 rejected"), std::string::npos) << "the next sample is waited for";
+  rig.clock.Advance(1);
+  EXPECT_NE(rig.view.data.find("2 rejected"), std::string::npos) << "but not for long";
+}
+
 TEST_F(Panel, GreysTheValuesOfASilentUnitAndShowsItByThePlug) {
   rig.ConnectAndStart();
   Samples(2);

@@ -14,6 +14,8 @@ namespace velk {
 namespace {
 
 constexpr int kLookMs = 1000;
+/// Samples that come once a second are a little late at times.
+constexpr int kWithinMs = 100;
 constexpr std::int64_t kToolTipMs = 5000;
 /// The rate is that of the last ten seconds; of five samples where they come slowly.
 constexpr std::int64_t kRateWindowMs = 10'000;
@@ -33,16 +35,26 @@ DataPanel::DataPanel(Session& session, const Platform& platform, MainView& view,
       recorder_(recorder),
       link_(link),
       timer_(platform.clock.MakeTimer()) {
-  timer_->SetInterval(kLookMs);
-  timer_->SetHandler([this] { Look(); });
+  timer_->SetHandler([this] {
+    timer_->SetInterval(kLookMs);
+    Look();
+  });
 }
 
 void DataPanel::Watch(bool job) {
+  timer_->SetInterval(kLookMs);
   timer_->SetEnabled(job);
   Look();
 }
 
+void DataPanel::LookAlong() {
+  if (!timer_->Enabled() || platform_.clock.Ticks() < nextLook_ - kWithinMs) return;
+  timer_->SetInterval(kLookMs + kWithinMs);
+  Look();
+}
+
 void DataPanel::Look() {
+  nextLook_ = platform_.clock.Ticks() + kLookMs;
   if (!StatusIs(session_, text::StatusAcquiringData)) rate_.Restart();
   rate_.Note(session_.Data.samples, session_.Data.lastSample, std::max(kRateWindowMs, SilenceMs(session_)));
   ShowWords(WordsOfData(session_, platform_.clock.Ticks(), Rate()));

@@ -15,7 +15,7 @@
 namespace velk {
 
 /// Tells how a job fares: what comes, what is recorded and what isn't, in the status bar, by the plug and by grey
-/// values. It looks for itself, once a second while a job stands, and costs a sample nothing.
+/// values. It looks for itself, once a second while a job stands.
 class DataPanel {
  public:
   DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link);
@@ -24,6 +24,9 @@ class DataPanel {
   void Watch(bool job);
   /// Tells what is to be told at this moment.
   void Look();
+  /// The other panels of the status bar are about to be shown anew: a look that is due by now goes along, since to wake
+  /// up and paint for it alone costs more than the look.
+  void LookAlong();
 
  private:
   void ShowWords(const DataWords& words);
@@ -36,6 +39,7 @@ class DataPanel {
   const Recorder& recorder_;
   Link& link_;
   std::unique_ptr<Timer> timer_;
+  std::int64_t nextLook_ = 0;  ///< ticks
   RateMeter rate_;
   bool jobRuns_ = false;
   std::string shown_;
