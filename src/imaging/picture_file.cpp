@@ -3,17 +3,13 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
 #include <jpeglib.h>
 
-#include <QFile>
-#include <QSaveFile>
-
-#include "base/text_qt.h"
+#include "base/errors.h"
 #include "imaging/texts.h"
-#include "platform/files/file_errors.h"
+#include "platform/files/whole_file.h"
 
 namespace velk {
 
@@ -21,52 +17,21 @@ namespace {
 
 constexpr std::size_t kBmpHeader = 54;
 
-[[noreturn]] void Refuse(ErrorNumber number, const std::string& path, const QString& words) {
-  throw RuntimeError(number, text::PictureNotSaved + path + ": " + SystemText(number, FromQt(words)));
-}
-
 void CheckCreated(const Bitmap& image, const std::string& path) {
   if (!image.Bits()) throw RuntimeError(ErrorNumber::InvalidArgument, text::PictureNotSaved + path);
 }
 
-ErrorNumber NumberOf(QFileDevice::FileError error) {
-  switch (error) {
-    case QFileDevice::PermissionsError:
-      return ErrorNumber::PermissionDenied;
-    case QFileDevice::ResourceError:
-      return ErrorNumber::DiskFull;
-    default:
-      return ErrorNumber::DeviceIOError;
-  }
+std::string_view Bytes(const std::uint8_t* bytes, std::size_t count) {
+  return {reinterpret_cast<const char*>(bytes), count};
 }
 
-/// Puts the parts of a file in the place of what stood there.
-class WholeFile {
- public:
-  explicit WholeFile(std::string path) : path_(std::move(path)), file_(QFile::decodeName(path_.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) Fail();
+void Write(const std::string& path, std::initializer_list<std::string_view> parts) {
+  try {
+    WriteWholeFile(path, parts);
+  } catch (const RuntimeError& error) {
+    throw RuntimeError(error.Number(), text::PictureNotSaved + error.Text());
   }
-  void Write(const std::uint8_t* bytes, std::size_t count) {
-    if (file_.write(reinterpret_cast<const char*>(bytes), static_cast<qint64>(count)) != static_cast<qint64>(count))
-      Fail();
-  }
-  void End() {
-    // The toolkit takes a buffer that went to the disk in part for written.
-    if (!file_.flush() || file_.size() != file_.pos()) Fail();
-    if (!file_.commit()) Fail();
-  }
-
- private:
-  [[noreturn]] void Fail() {
-    const QFileDevice::FileError error = file_.error();
-    const QString words = file_.errorString();
-    file_.cancelWriting();
-    Refuse(NumberOf(error), path_, words);
-  }
-
-  std::string path_;
-  QSaveFile file_;
-};
+}
 
 /// The encoder's errors end the program unless they jump out of it.
 struct JpegErrors {
@@ -136,9 +101,7 @@ void SaveJPG(const Bitmap& image, const std::string& path, int quality, int dots
   JpegBytes encoded;
   if (!Encode(image, quality, dotsPerInch, errors, encoded))
     throw RuntimeError(ErrorNumber::DeviceIOError, text::JpegNotSaved + errors.words + ": " + path);
-  WholeFile file(path);
-  file.Write(encoded.bytes, encoded.size);
-  file.End();
+  Write(path, {Bytes(encoded.bytes, encoded.size)});
 }
 
 void SaveBMP(const Bitmap& image, const std::string& path, int dotsPerInch) {
@@ -156,10 +119,7 @@ void SaveBMP(const Bitmap& image, const std::string& path, int dotsPerInch) {
   PutLittleEndian(header + 34, static_cast<std::uint32_t>(size), 4);
   PutLittleEndian(header + 38, dotsPerMetre, 4);
   PutLittleEndian(header + 42, dotsPerMetre, 4);
-  WholeFile file(path);
-  file.Write(header, sizeof header);
-  file.Write(image.Bits(), size);
-  file.End();
+  Write(path, {Bytes(header, sizeof header), Bytes(image.Bits(), size)});
 }
 
 }  // namespace velk

@@ -54,11 +54,13 @@ std::string ReadWholeFile(const std::string& path, std::size_t limit) {
   }
 }
 
-void WriteWholeFile(const std::string& path, std::string_view bytes) {
+void WriteWholeFile(const std::string& path, std::initializer_list<std::string_view> parts) {
   QSaveFile file(QFile::decodeName(path.c_str()));
   if (!file.open(QIODevice::WriteOnly)) Fail(file, path);
-  const auto size = static_cast<qint64>(bytes.size());
-  if (file.write(bytes.data(), size) != size) Fail(file, path);
+  for (const std::string_view part : parts) {
+    const auto size = static_cast<qint64>(part.size());
+    if (file.write(part.data(), size) != size) Fail(file, path);
+  }
   // The toolkit takes a buffer that went to the disk in part for written.
   if (!file.flush() || file.size() != file.pos() || !file.commit()) Fail(file, path);
 }
