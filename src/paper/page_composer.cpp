@@ -9,15 +9,11 @@
 #include "paper/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/loop/clock.h"
-#include "platform/settings/settings.h"
 
 namespace velk {
 
 namespace {
 
-constexpr const char* kStore = "VELK2";
-constexpr const char* kSection = "PrintGraph";
-constexpr const char* kKeys[] = {"Client", "Field", "Well", "Job"};
 constexpr MessageText kPrefixes[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
 
 constexpr QSize kLargestLogo(2400, 2400);
@@ -55,15 +51,9 @@ bool PageComposer::LoadLogo() {
   return !logo_.isNull();
 }
 
-std::array<std::string, 4> PageComposer::StoredLines() const {
-  std::array<std::string, 4> lines;
-  for (std::size_t i = 0; i < lines.size(); ++i) lines[i] = platform_.settings.Get(kStore, kSection, kKeys[i], "");
-  return lines;
-}
-
-void PageComposer::StoreLines(const std::array<std::string, 4>& lines) {
+void PageComposer::StoreLines(const PageLines& lines) {
   lines_ = lines;
-  for (std::size_t i = 0; i < lines.size(); ++i) platform_.settings.Save(kStore, kSection, kKeys[i], lines[i]);
+  SavePageLines(platform_.settings, lines);
 }
 
 TextBlock PageComposer::Lines() const {

@@ -12,6 +12,7 @@
 #include "paper/page_header.h"
 #include "platform/platform.h"
 #include "platform/printing/printer.h"
+#include "settings/page_lines.h"
 
 namespace velk {
 
@@ -39,9 +40,9 @@ class PageComposer {
   /// Reads the company's picture; false where it can't be read.
   bool LoadLogo();
   bool HasLogoFile() const { return !session_.CompanyLogoFile.empty(); }
-  /// The lines of client, field, well and job, as they were last entered.
-  std::array<std::string, 4> StoredLines() const;
-  void StoreLines(const std::array<std::string, 4>& lines);
+  /// The lines of the text block, as they were last entered.
+  PageLines StoredLines() const { return ReadPageLines(platform_.settings); }
+  void StoreLines(const PageLines& lines);
   /// Places on the page; not there where it isn't inserted or has no picture.
   PageBox LogoBox() const;
   PageBox TextBox() const;
@@ -88,7 +89,7 @@ class PageComposer {
   PageTimes times_;
   double last_ = 0;
   QImage logo_;
-  TextBlock lines_;  ///< without their prefixes
+  PageLines lines_;  ///< without their prefixes
   PageBox textSize_;
   std::optional<Key> drawnFor_;
   std::optional<PageCurves> drawn_;

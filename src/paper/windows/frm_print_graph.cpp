@@ -204,7 +204,7 @@ void frmPrintGraph::Logo_Click(Run run) {
 void frmPrintGraph::InsertText_Click(Run run) {
   bool& inserted = access_.session.TextInserted;
   if (!inserted) {
-    auto lines = composer_.StoredLines();
+    PageLines lines = composer_.StoredLines();
     constexpr MessageText kPrompts[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
     for (std::size_t i = 0; i < lines.size(); ++i) {
       const auto entered = access_.platform.dialogs.Input(kPrompts[i], text::PageTitle, lines[i]);
