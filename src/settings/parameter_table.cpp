@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "base/grid_text.h"
 #include "base/number_entry.h"
 #include "model/graph_map.h"
 #include "model/number_formats.h"
 #include "model/texts.h"
-#include "settings/grid_text.h"
 #include "settings/texts.h"
 
 namespace velk {

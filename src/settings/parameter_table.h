@@ -5,19 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/grid_text.h"
 #include "base/operator_text.h"
 #include "model/session.h"
 #include "settings/table_cells.h"
 
 namespace velk {
-
-/// A rectangle of cells, both corners in it.
-struct CellRange {
-  int top = 0;
-  int left = 0;
-  int bottom = 0;
-  int right = 0;
-};
 
 /// The table in which the parameters are edited: a row each, all cells texts. It holds what was typed, sound or not,
 /// and tells what is wrong where. Rows and columns are counted from 0, columns over those that the table has.

@@ -7,7 +7,6 @@
 #include "base/number_entry.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "settings/grid_text.h"
 #include "wells/texts.h"
 
 namespace velk {
@@ -114,7 +113,7 @@ void SurveyGrid::Enter(int row, int column, std::string text) {
   Replace(at, 1, {std::move(changed)});
 }
 
-void SurveyGrid::Clear(const SurveyCells& cells) {
+void SurveyGrid::Clear(const CellRange& cells) {
   std::vector<Row> cleared(rows_.begin() + cells.top, rows_.begin() + cells.bottom + 1);
   for (Row& row : cleared) {
     for (int column = cells.left; column <= cells.right; ++column) row.texts[static_cast<std::size_t>(column)].clear();
@@ -132,7 +131,7 @@ void SurveyGrid::DeleteRows(int first, int last) {
   Replace(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first) + 1, {});
 }
 
-std::string SurveyGrid::Copy(const SurveyCells& cells) const {
+std::string SurveyGrid::Copy(const CellRange& cells) const {
   CellTexts texts;
   for (int row = cells.top; row <= cells.bottom; ++row) {
     texts.emplace_back();
@@ -141,9 +140,9 @@ std::string SurveyGrid::Copy(const SurveyCells& cells) const {
   return JoinCells(texts);
 }
 
-SurveyCells SurveyGrid::Paste(const SurveyCells& into, std::string_view text) {
+CellRange SurveyGrid::Paste(const CellRange& into, std::string_view text) {
   CellTexts texts = SplitCells(text);
-  SurveyCells written = into;
+  CellRange written = into;
   if (texts.empty()) return written;
   if (texts.size() == 1 && texts[0].size() == 1) {
     const std::vector<std::string> row(static_cast<std::size_t>(into.right - into.left) + 1, texts[0][0]);

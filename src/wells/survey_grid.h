@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/grid_text.h"
 #include "base/operator_text.h"
 #include "wells/trajectory.h"
 
@@ -15,11 +16,6 @@ namespace velk {
 
 enum class SurveyColumn { Depth, Inclination, Azimuth };
 inline constexpr int kSurveyColumns = 3;
-
-/// Cells from corner to corner, both of them in it.
-struct SurveyCells {
-  int top = 0, left = 0, bottom = 0, right = 0;
-};
 
 /// The rows of a survey while they are edited: what the editor shows, and what it makes of it. Each change can be taken
 /// back. There is always an empty row behind the last one that is used.
@@ -37,14 +33,14 @@ class SurveyGrid {
   /// Other rows in the place of all.
   void Fill(std::span<const SurveyStation> rows, std::int16_t units);
   void Enter(int row, int column, std::string text);
-  void Clear(const SurveyCells& cells);
+  void Clear(const CellRange& cells);
   /// An empty row ahead of this one.
   void InsertRow(int row);
   void DeleteRows(int first, int last);
-  std::string Copy(const SurveyCells& cells) const;
+  std::string Copy(const CellRange& cells) const;
   /// Puts a clipboard's text where a selection begins, a single value into each of its cells; the rows that it needs
   /// are added. Gives the cells that were written; what is right of the last column is left out.
-  SurveyCells Paste(const SurveyCells& into, std::string_view text);
+  CellRange Paste(const CellRange& into, std::string_view text);
   /// Divides each depth that is there.
   void Convert(double factor, std::int16_t units);
 

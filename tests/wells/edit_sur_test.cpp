@@ -315,6 +315,10 @@ TEST_F(SurveyEditor, IsWorkedByKeysAsASpreadsheetIs) {
   GoTo(2, 0);
   Press(Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "500\n");
+  GoTo(2, 1);
+  Press(Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "1.00\n");
+  EXPECT_EQ(Cell(2, 1), "");
   Press(Qt::Key_Return);
   EXPECT_EQ(grid->currentIndex().row(), 3);
 }

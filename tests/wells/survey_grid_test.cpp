@@ -112,7 +112,7 @@ TEST(SurveyGrid, InsertsAndDeletesRows) {
 TEST(SurveyGrid, CopiesAndPastesAsSpreadsheetsDo) {
   SurveyGrid grid(kSurvey, kApiEnglish);
   EXPECT_EQ(grid.Copy({1, 0, 2, 1}), "1001\t5.26\n1500\t10.00\n");
-  const SurveyCells written = grid.Paste({1, 1, 1, 1}, "1\t2\t3\n4\t5\n");
+  const CellRange written = grid.Paste({1, 1, 1, 1}, "1\t2\t3\n4\t5\n");
   EXPECT_EQ(written.bottom, 2);
   EXPECT_EQ(written.right, 2);
   EXPECT_EQ(RowOf(grid, 1), (Texts{"1001", "1", "2"}));

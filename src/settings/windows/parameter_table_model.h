@@ -4,16 +4,10 @@
 #include <functional>
 
 #include "i18n/translation.h"
+#include "platform/windows/cell_roles.h"
 #include "settings/parameter_table.h"
 
 namespace velk {
-
-/// What a cell's delegate asks besides the toolkit's own roles.
-enum CellRole {
-  FaultRole = Qt::UserRole,  ///< bool: it keeps the table from being closed
-  HintRole,                  ///< bool: something is remarkable about it, and it may stand
-  ColourRole,                ///< QColor that fills the cell; invalid for a cell of text
-};
 
 /// The table of parameters as the toolkit shows it.
 class ParameterTableModel : public QAbstractTableModel {

@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QStyle>
@@ -15,8 +14,8 @@
 #include "model/help_topics.h"
 #include "model/number_formats.h"
 #include "model/parameter_questions.h"
+#include "platform/windows/grid_keys.h"
 #include "settings/texts.h"
-#include "settings/windows/cell_delegate.h"
 #include "ui_parameters_table.h"
 
 namespace velk {
@@ -53,12 +52,13 @@ ParametersTable::ParametersTable(WindowHost& host, ParameterTable table, ColumnW
       model_(table_, host.Words(), [this](const QModelIndex& cell, const QString& typed) { Enter(cell, typed); }) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Parameters);
-  auto* delegate = new CellDelegate(this);
-  ui_->Grid1->setItemDelegate(delegate);
   ui_->Grid1->setModel(&model_);
+  keys_ =
+      new GridKeys(*ui_->Grid1, *ui_->cmdClose, *ui_->cmdClose,
+                   {[this](const CellRange& range) { Copy(range); }, [this](const CellRange& range) { Paste(range); },
+                    [this](const CellRange& range) { Clear(range); }, [this] { mnuUndo_Click(); },
+                    [this](const QKeyEvent& key) { return ChoiceKey(key); }});
   columns_ = new GridColumns(*ui_->Grid1, KeysOf(table_), widths ? *widths : ownWidths_);
-  ui_->Grid1->installEventFilter(this);
-  connect(delegate, &CellDelegate::MovesOn, this, &ParametersTable::Move);
   connect(ui_->Grid1, &QTableView::clicked, this, &ParametersTable::Grid1_Click);
   connect(ui_->Grid1->selectionModel(), &QItemSelectionModel::currentChanged, this, &ParametersTable::ShowRemark);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
@@ -80,9 +80,9 @@ void ParametersTable::ConnectMenu() {
   });
   connect(ui_->mnuChange, &QAction::triggered, this, &ParametersTable::mnuChange_Click);
   connect(ui_->mnuUndo, &QAction::triggered, this, &ParametersTable::mnuUndo_Click);
-  connect(ui_->mnuCut, &QAction::triggered, this, &ParametersTable::mnuCut_Click);
-  connect(ui_->mnuCopy, &QAction::triggered, this, &ParametersTable::mnuCopy_Click);
-  connect(ui_->mnuPaste, &QAction::triggered, this, &ParametersTable::mnuPaste_Click);
+  connect(ui_->mnuCut, &QAction::triggered, keys_, &GridKeys::Cut);
+  connect(ui_->mnuCopy, &QAction::triggered, keys_, &GridKeys::Copy);
+  connect(ui_->mnuPaste, &QAction::triggered, keys_, &GridKeys::Paste);
 }
 
 /// As large as its cells where the screen has room; they scroll where it hasn't.
@@ -123,48 +123,12 @@ bool ParametersTable::Form_QueryUnload() {
 
 // --- Keys and clicks ---
 
-bool ParametersTable::eventFilter(QObject* watched, QEvent* event) {
-  const bool isKey = watched == ui_->Grid1 && event->type() == QEvent::KeyPress;
-  if (isKey && GridKey(*static_cast<QKeyEvent*>(event))) return true;
-  return QDialog::eventFilter(watched, event);
-}
-
-bool ParametersTable::GridKey(const QKeyEvent& key) {
-  auto& pressed = const_cast<QKeyEvent&>(key);  // matches() changes nothing, and is not const
-  if (pressed.matches(QKeySequence::Copy)) return mnuCopy_Click(), true;
-  if (pressed.matches(QKeySequence::Cut)) return mnuCut_Click(), true;
-  if (pressed.matches(QKeySequence::Paste)) return mnuPaste_Click(), true;
-  if (pressed.matches(QKeySequence::Undo)) return mnuUndo_Click(), true;
+/// A colour or a format is chosen instead of typed.
+bool ParametersTable::ChoiceKey(const QKeyEvent& key) {
   const QModelIndex cell = ui_->Grid1->currentIndex();
-  switch (key.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      Move(1, 0);
-      return true;
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-      Clear(Selected());
-      return true;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-      return LeavesGrid(key);
-    default:
-      break;
-  }
   if (!cell.isValid() || !IsChosen(table_.Column(cell.column()))) return false;
   if (key.key() != Qt::Key_F2 && !IsLetter(key)) return false;
   Choose(cell);
-  return true;
-}
-
-/// Behind the last cell, and ahead of the first one, the tabulator leads out of the grid.
-bool ParametersTable::LeavesGrid(const QKeyEvent& key) {
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  const bool isFirst = cell.row() <= 0 && cell.column() <= 0;
-  const bool isLast = cell.row() == table_.RowCount() - 1 && cell.column() == table_.ColumnCount() - 1;
-  const bool isForward = key.key() == Qt::Key_Tab;
-  if (cell.isValid() && !(isForward ? isLast : isFirst)) return false;
-  ui_->cmdClose->setFocus(isForward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
   return true;
 }
 
@@ -172,25 +136,7 @@ void ParametersTable::Grid1_Click(const QModelIndex& cell) {
   if (QGuiApplication::keyboardModifiers() == Qt::NoModifier && IsChosen(table_.Column(cell.column()))) Choose(cell);
 }
 
-/// Sideways it goes on in the next row, as the grid does where no editor is open.
-void ParametersTable::Move(int rows, int columns) {
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  const int count = table_.ColumnCount();
-  const int place = cell.row() * count + cell.column() + columns;
-  if (!cell.isValid() || place < 0) return;
-  const QModelIndex next = model_.index(place / count + rows, place % count);
-  if (next.isValid()) ui_->Grid1->setCurrentIndex(next);
-}
-
 // --- Changes ---
-
-CellRange ParametersTable::Selected() const {
-  const QItemSelection selection = ui_->Grid1->selectionModel()->selection();
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  if (selection.isEmpty()) return {cell.row(), cell.column(), cell.row(), cell.column()};
-  const QItemSelectionRange& range = selection.first();
-  return {range.top(), range.left(), range.bottom(), range.right()};
-}
 
 void ParametersTable::Clear(const CellRange& range) {
   if (!HasCells()) return;
@@ -204,7 +150,7 @@ void ParametersTable::Clear(const CellRange& range) {
 
 /// The rows that a choice in this cell is for: the selected ones, where it is one of them.
 std::vector<int> ParametersTable::RowsWith(const QModelIndex& cell) const {
-  const CellRange range = Selected();
+  const CellRange range = keys_->Selected();
   const bool isIn = cell.row() >= range.top && cell.row() <= range.bottom && cell.column() >= range.left &&
                     cell.column() <= range.right;
   if (!isIn) return {cell.row()};
@@ -256,23 +202,15 @@ void ParametersTable::Choose(const QModelIndex& cell) {
   if (chosen && alive) EnterInto(cell.column(), rows, *chosen);
 }
 
-void ParametersTable::mnuCopy_Click() {
-  if (!HasCells()) return;
-  QGuiApplication::clipboard()->setText(ToQt(table_.Copy(Selected())));
+void ParametersTable::Copy(const CellRange& range) {
+  if (HasCells()) QGuiApplication::clipboard()->setText(ToQt(table_.Copy(range)));
 }
 
-void ParametersTable::mnuCut_Click() {
-  mnuCopy_Click();
-  Clear(Selected());
-}
-
-void ParametersTable::mnuPaste_Click() {
+void ParametersTable::Paste(const CellRange& range) {
   if (!HasCells()) return;
-  const auto [cells, isWhole] = table_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
+  const auto [cells, isWhole] = table_.Paste(range, FromQt(QGuiApplication::clipboard()->text()));
   Changed();
-  ui_->Grid1->selectionModel()->select(
-      QItemSelection(model_.index(cells.top, cells.left), model_.index(cells.bottom, cells.right)),
-      QItemSelectionModel::ClearAndSelect);
+  keys_->Select(cells);
   if (!isWhole) ui_->lblFault->setText(ToQt(host_.Words().Translator.In(text::PastedInPart)));
 }
 
@@ -291,12 +229,7 @@ void ParametersTable::Changed() {
 
 void ParametersTable::ShowRemark() {
   const QModelIndex cell = ui_->Grid1->currentIndex();
-  const QString remark = model_.RemarkOn(cell);
-  const bool isDark = palette().color(QPalette::Window).lightness() < 128;
-  const QString colour = isDark ? QStringLiteral("#FF8A8E") : QStringLiteral("#B00020");
-  const bool isFault = cell.isValid() && cell.data(FaultRole).toBool();
-  ui_->lblFault->setStyleSheet(isFault ? QStringLiteral("QLabel { color: %1; }").arg(colour) : QString());
-  ui_->lblFault->setText(remark.isEmpty() ? ToQt(host_.Words().Translator.In(text::TableHint)) : remark);
+  ShowRemarkOn(*ui_->lblFault, cell, model_.RemarkOn(cell), ToQt(host_.Words().Translator.In(text::TableHint)));
 }
 
 }  // namespace velk

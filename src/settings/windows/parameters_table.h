@@ -17,6 +17,8 @@ class ParametersTable;
 
 namespace velk {
 
+class GridKeys;
+
 /// The grid of all parameters. However it is closed, Answer() is what it shows; it stays open while something in it
 /// can't stand, but at the end of the program.
 class ParametersTable : public QDialog {
@@ -31,26 +33,19 @@ class ParametersTable : public QDialog {
 
   void done(int result) override;
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void ConnectMenu();
   void FitToScreen();
   void StoreOpenEditor();
   bool Form_QueryUnload();
-  bool GridKey(const QKeyEvent& key);
-  bool LeavesGrid(const QKeyEvent& key);
+  bool ChoiceKey(const QKeyEvent& key);
   void Grid1_Click(const QModelIndex& cell);
-  void Move(int rows, int columns);
   void mnuChange_Click();
-  void mnuCopy_Click();
-  void mnuCut_Click();
-  void mnuPaste_Click();
   void mnuUndo_Click();
 
   bool HasCells() const { return table_.RowCount() > 0; }
-  CellRange Selected() const;
+  void Copy(const CellRange& range);
+  void Paste(const CellRange& range);
   void Clear(const CellRange& range);
   /// Into the cell, and into the same column of all selected rows where those are chosen together.
   void Enter(const QModelIndex& cell, const QString& typed);
@@ -66,7 +61,8 @@ class ParametersTable : public QDialog {
   ParameterTable table_;
   ParameterTableModel model_;
   ColumnWidths ownWidths_;
-  GridColumns* columns_ = nullptr;  ///< the grid's
+  GridKeys* keys_ = nullptr;        ///< the grid's
+  GridColumns* columns_ = nullptr;  ///< likewise
 };
 
 }  // namespace velk

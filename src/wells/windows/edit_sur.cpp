@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QRadioButton>
 #include <algorithm>
@@ -17,8 +16,7 @@
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
 #include "platform/files/whole_file.h"
-#include "settings/windows/cell_delegate.h"
-#include "settings/windows/parameter_table_model.h"
+#include "platform/windows/grid_keys.h"
 #include "ui_edit_sur.h"
 #include "wells/texts.h"
 #include "wells/windows/units_convert.h"
@@ -51,13 +49,10 @@ EditSur::EditSur(WindowHost& host, Well well, SurveyAccess access)
       }) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Wells);
-  auto* delegate = new CellDelegate(this);
-  ui_->Grid1->setItemDelegate(delegate);
   ui_->Grid1->setModel(&model_);
-  ui_->Grid1->installEventFilter(this);
-  connect(delegate, &CellDelegate::MovesOn, this, &EditSur::Move);
   connect(ui_->Grid1->selectionModel(), &QItemSelectionModel::currentChanged, this, &EditSur::ShowRemark);
   ConnectButtons();
+  ConnectKeys();
   ConnectMenu();
   TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
@@ -95,6 +90,22 @@ void EditSur::ConnectButtons() {
   connect(ui_->Option1_2, &QRadioButton::clicked, this, [this] { Option1_Click(kUserDefined); });
 }
 
+void EditSur::ConnectKeys() {
+  const auto copy = [this](const CellRange& cells) { QGuiApplication::clipboard()->setText(ToQt(grid_.Copy(cells))); };
+  const auto clear = [this](const CellRange& cells) {
+    grid_.Clear(cells);
+    Changed();
+  };
+  const auto other = [this](const QKeyEvent& key) {
+    if (key.key() != Qt::Key_Insert) return false;
+    cmdInsertRow_Click();
+    return true;
+  };
+  keys_ =
+      new GridKeys(*ui_->Grid1, *ui_->cmdCancel, *ui_->cmdNew,
+                   {copy, [this](const CellRange& cells) { Paste(cells); }, clear, [this] { mnuUndo_Click(); }, other});
+}
+
 void EditSur::ConnectMenu() {
   connect(ui_->Grid1, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
     ui_->mnuUndo->setEnabled(grid_.CanUndo());
@@ -103,8 +114,9 @@ void EditSur::ConnectMenu() {
   connect(ui_->GridInsertRow, &QAction::triggered, this, &EditSur::cmdInsertRow_Click);
   connect(ui_->GridDeleteRow, &QAction::triggered, this, &EditSur::cmdDeleteRow_Click);
   connect(ui_->mnuUndo, &QAction::triggered, this, &EditSur::mnuUndo_Click);
-  connect(ui_->mnuCopy, &QAction::triggered, this, &EditSur::mnuCopy_Click);
-  connect(ui_->mnuPaste, &QAction::triggered, this, &EditSur::mnuPaste_Click);
+  connect(ui_->mnuCut, &QAction::triggered, keys_, &GridKeys::Cut);
+  connect(ui_->mnuCopy, &QAction::triggered, keys_, &GridKeys::Copy);
+  connect(ui_->mnuPaste, &QAction::triggered, keys_, &GridKeys::Paste);
 }
 
 QString EditSur::Text(const OperatorText& text) const {
@@ -278,69 +290,6 @@ void EditSur::ShowUnits() {
 
 // --- The grid ---
 
-bool EditSur::eventFilter(QObject* watched, QEvent* event) {
-  const bool isKey = watched == ui_->Grid1 && event->type() == QEvent::KeyPress;
-  if (isKey && GridKey(*static_cast<QKeyEvent*>(event))) return true;
-  return QDialog::eventFilter(watched, event);
-}
-
-bool EditSur::GridKey(const QKeyEvent& key) {
-  auto& pressed = const_cast<QKeyEvent&>(key);  // matches() changes nothing, and is not const
-  if (pressed.matches(QKeySequence::Copy)) return mnuCopy_Click(), true;
-  if (pressed.matches(QKeySequence::Paste)) return mnuPaste_Click(), true;
-  if (pressed.matches(QKeySequence::Undo)) return mnuUndo_Click(), true;
-  switch (key.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      Move(1, 0);
-      return true;
-    case Qt::Key_Insert:
-      cmdInsertRow_Click();
-      return true;
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-      grid_.Clear(Selected());
-      Changed();
-      return true;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-      return LeavesGrid(key);
-    default:
-      return false;
-  }
-}
-
-/// Behind the last cell, and ahead of the first one, the tabulator leads out of the grid.
-bool EditSur::LeavesGrid(const QKeyEvent& key) {
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  const bool isFirst = cell.row() <= 0 && cell.column() <= 0;
-  const bool isLast = cell.row() == grid_.RowCount() - 1 && cell.column() == kSurveyColumns - 1;
-  const bool isForward = key.key() == Qt::Key_Tab;
-  if (cell.isValid() && !(isForward ? isLast : isFirst)) return false;
-  if (isForward)
-    ui_->cmdNew->setFocus(Qt::TabFocusReason);
-  else
-    ui_->cmdCancel->setFocus(Qt::BacktabFocusReason);
-  return true;
-}
-
-/// Sideways it goes on in the next row, as the grid does where no editor is open.
-void EditSur::Move(int rows, int columns) {
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  const int place = cell.row() * kSurveyColumns + cell.column() + columns;
-  if (!cell.isValid() || place < 0) return;
-  const QModelIndex next = model_.index(place / kSurveyColumns + rows, place % kSurveyColumns);
-  if (next.isValid()) ui_->Grid1->setCurrentIndex(next);
-}
-
-SurveyCells EditSur::Selected() const {
-  const QItemSelection selection = ui_->Grid1->selectionModel()->selection();
-  const QModelIndex cell = ui_->Grid1->currentIndex();
-  if (selection.isEmpty()) return {cell.row(), cell.column(), cell.row(), cell.column()};
-  const QItemSelectionRange& range = selection.first();
-  return {range.top(), range.left(), range.bottom(), range.right()};
-}
-
 void EditSur::cmdInsertRow_Click() {
   grid_.InsertRow(std::max(0, ui_->Grid1->currentIndex().row()));
   Changed();
@@ -348,23 +297,17 @@ void EditSur::cmdInsertRow_Click() {
 
 /// All selected rows.
 void EditSur::cmdDeleteRow_Click() {
-  const SurveyCells cells = Selected();
+  const CellRange cells = keys_->Selected();
   if (cells.top < 0) return;
   grid_.DeleteRows(cells.top, cells.bottom);
   Changed();
   ui_->Grid1->setCurrentIndex(model_.index(std::min(cells.top, grid_.RowCount() - 1), std::max(0, cells.left)));
 }
 
-void EditSur::mnuCopy_Click() {
-  QGuiApplication::clipboard()->setText(ToQt(grid_.Copy(Selected())));
-}
-
-void EditSur::mnuPaste_Click() {
-  const SurveyCells cells = grid_.Paste(Selected(), FromQt(QGuiApplication::clipboard()->text()));
+void EditSur::Paste(const CellRange& cells) {
+  const CellRange written = grid_.Paste(cells, FromQt(QGuiApplication::clipboard()->text()));
   Changed();
-  ui_->Grid1->selectionModel()->select(
-      QItemSelection(model_.index(cells.top, cells.left), model_.index(cells.bottom, cells.right)),
-      QItemSelectionModel::ClearAndSelect);
+  keys_->Select(written);
 }
 
 void EditSur::mnuUndo_Click() {
@@ -380,12 +323,7 @@ void EditSur::Changed() {
 
 void EditSur::ShowRemark() {
   const QModelIndex cell = ui_->Grid1->currentIndex();
-  const QString remark = model_.RemarkOn(cell);
-  const bool isDark = palette().color(QPalette::Window).lightness() < 128;
-  const QString colour = isDark ? QStringLiteral("#FF8A8E") : QStringLiteral("#B00020");
-  const bool isFault = cell.isValid() && cell.data(FaultRole).toBool();
-  ui_->lblFault->setStyleSheet(isFault ? QStringLiteral("QLabel { color: %1; }").arg(colour) : QString());
-  ui_->lblFault->setText(remark.isEmpty() ? Text(text::SurveyHint) : remark);
+  ShowRemarkOn(*ui_->lblFault, cell, model_.RemarkOn(cell), Text(text::SurveyHint));
 }
 
 }  // namespace velk

@@ -16,6 +16,8 @@ class EditSur;
 
 namespace velk {
 
+class GridKeys;
+
 /// What the survey's editor needs besides the well.
 struct SurveyAccess {
   std::string directory;  ///< where the choice of a file begins
@@ -35,15 +37,10 @@ class EditSur : public QDialog {
 
   void done(int result) override;
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void ConnectButtons();
+  void ConnectKeys();
   void ConnectMenu();
-  bool GridKey(const QKeyEvent& key);
-  bool LeavesGrid(const QKeyEvent& key);
-  void Move(int rows, int columns);
 
   void cmdNew_Click();
   void cmdOpen_Click();
@@ -54,10 +51,9 @@ class EditSur : public QDialog {
   void cmdDeleteRow_Click();
   void cmdOK_Click();
   void Option1_Click(std::int16_t system);
-  void mnuCopy_Click();
-  void mnuPaste_Click();
   void mnuUndo_Click();
 
+  void Paste(const CellRange& cells);
   void Open(const std::string& path);
   void TakeFile(const SurveyFile& file, const std::string& path);
   void Save();
@@ -66,7 +62,6 @@ class EditSur : public QDialog {
   void ShowRemark();
   void ShowUnits();
   void ShowTitle(const std::string& path);
-  SurveyCells Selected() const;
   QString Text(const OperatorText& text) const;
   std::string Directory() const;
 
@@ -76,6 +71,7 @@ class EditSur : public QDialog {
   const SurveyAccess access_;
   SurveyGrid grid_;
   SurveyModel model_;
+  GridKeys* keys_ = nullptr;  ///< the grid's
 };
 
 }  // namespace velk

@@ -17,8 +17,7 @@
 #include "imaging/windows/frm_printer_select.h"
 #include "model/help_topics.h"
 #include "model/select_file.h"
-#include "platform/settings/settings.h"
-#include "settings/settings_keys.h"
+#include "settings/page_lines.h"
 #include "ui_frm_3d_well.h"
 #include "wells/scene_page.h"
 #include "wells/texts.h"
@@ -245,10 +244,9 @@ void frm3DWell::mnuPrint_Click() {
       if (!path || !alive) return;
       file = *path;
     }
-    const auto line = [this](const char* key) {
-      return access_.platform.settings.Get(kLiveSettings, "PrintGraph", key, "");
-    };
-    const SceneHead head{line("Client"), line("Well"), FormatDate(access_.platform.clock.Now(), "dd-mmm-yyyy"),
+    const PageLines lines = ReadPageLines(access_.platform.settings);
+    const SceneHead head{WordsOf(lines, PageLine::Client), WordsOf(lines, PageLine::Well),
+                         FormatDate(access_.platform.clock.Now(), "dd-mmm-yyyy"),
                          DepthUnitLabel(access_.well.Units, access_.well.SurveyFileUnits), access_.session.CurrentFont};
     run([&] { PrintScene(*choice.MakePrinter(file), scene_, head, host_.Words().Translator); });
   });

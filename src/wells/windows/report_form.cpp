@@ -17,8 +17,7 @@
 #include "platform/drawing/painted_surface.h"
 #include "platform/files/whole_file.h"
 #include "platform/loop/clock.h"
-#include "platform/settings/settings.h"
-#include "settings/settings_keys.h"
+#include "settings/page_lines.h"
 #include "ui_report_form.h"
 #include "wells/texts.h"
 #include "wells/windows/pages_view.h"
@@ -151,10 +150,10 @@ void ReportForm::FitColumns() {
 // --- Pages ---
 
 ProfileHead ReportForm::Head() const {
-  const auto line = [this](const char* key) {
-    return access_.platform.settings.Get(kLiveSettings, "PrintGraph", key, "");
-  };
-  return {line("Field"), NameOfFile(access_.well.SurveyFileName), {line("Client"), line("Well"), line("Job")}};
+  const PageLines lines = ReadPageLines(access_.platform.settings);
+  return {WordsOf(lines, PageLine::Field),
+          NameOfFile(access_.well.SurveyFileName),
+          {WordsOf(lines, PageLine::Client), WordsOf(lines, PageLine::Well), WordsOf(lines, PageLine::Job)}};
 }
 
 ProfileReport::Content ReportForm::Content() const {

@@ -1,7 +1,7 @@
 #include "wells/windows/survey_model.h"
 
 #include "base/text_qt.h"
-#include "settings/windows/parameter_table_model.h"
+#include "platform/windows/cell_roles.h"
 #include "wells/texts.h"
 
 namespace velk {

@@ -1,11 +1,11 @@
-#include "settings/windows/cell_delegate.h"
+#include "platform/windows/cell_delegate.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <optional>
 
-#include "settings/windows/parameter_table_model.h"
+#include "platform/windows/cell_roles.h"
 
 namespace velk {
 

@@ -1,4 +1,4 @@
-#include "settings/grid_text.h"
+#include "base/grid_text.h"
 
 #include <gtest/gtest.h>
 
