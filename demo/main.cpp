@@ -1,6 +1,7 @@
 // Starts a simulated unit and the real main window, connects, records, and draws live. With --seconds it stops by
 // itself and prints where the log and the picture are; --record-only LOG records without an end, with a comment every
-// 20 rows, for scripts/kill_test. --play LOG plays a log to its end instead.
+// 20 rows, for scripts/kill_test. With --survey N the unit tells of a trip into a well, which is surveyed live. --play
+// LOG plays a log to its end instead.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -14,6 +15,7 @@
 #include "demo/demo_job.h"
 #include "demo/play_log.h"
 #include "demo/simulator.h"
+#include "demo/survey_job.h"
 #include "demo/unattended.h"
 #include "model/status.h"
 #include "model/texts.h"
@@ -33,6 +35,7 @@ struct Options {
   QString picture;
   QString play;  ///< a log that is played back instead
   bool recordOnly = false;
+  int survey = 0;  ///< interval of a live survey; 0: none
   QString language;
   QStringList simulator;  ///< further options of the simulated unit
 };
@@ -47,11 +50,13 @@ Options ReadOptions(const QApplication& qt) {
        {"picture", "Where the picture of the window goes.", "path"},
        {"simulator", "Further options of the simulated unit, divided by blanks.", "options"},
        {"play", "Plays a log back, 1000 rows a second, and prints the last row.", "log"},
+       {"survey", "Surveys a trip into a well every so many feet.", "N"},
        {"record-only", "Records every line of a flood to this log, printing each row and comment.", "log"}});
   parser.process(qt);
   Options options;
   options.seconds = parser.value("seconds").toInt();
   options.recordOnly = parser.isSet("record-only");
+  options.survey = parser.value("survey").toInt();
   options.simulator = parser.value("simulator").split(' ', Qt::SkipEmptyParts);
   options.log = options.recordOnly ? parser.value("record-only") : parser.value("log");
   options.play = parser.value("play");
@@ -85,9 +90,11 @@ class DemoJob {
     application_.Window().SetButtonImage("RecordToDB", image::RecordOn);
     application_.Window().Button("Pause")->trigger();
     if (options_.recordOnly) PrintRows();
+    if (options_.survey > 0) SurveyBehindFirstRow();
   }
 
   int End() {
+    if (options_.survey > 0) ShowSurvey(application_, FromQt(options_.picture + ".well.png"));
     application_.Window().grab().save(options_.picture);
     application_.Window().Button("Stop")->trigger();
     const long long rows = RowsOf(FromQt(options_.log));
@@ -97,6 +104,15 @@ class DemoJob {
   }
 
  private:
+  void SurveyBehindFirstRow() {
+    QObject::connect(&surveyTimer_, &QTimer::timeout, [this] {
+      if (application_.RowsRecorded() == 0) return;
+      surveyTimer_.stop();
+      BeginSurvey(application_, options_.survey);
+    });
+    surveyTimer_.start(1);
+  }
+
   void PrintRows() {
     QObject::connect(&rowTimer_, &QTimer::timeout, [this] {
       const long long rows = application_.RowsRecorded();
@@ -118,7 +134,7 @@ class DemoJob {
 
   Application& application_;
   Options options_;
-  QTimer rowTimer_;
+  QTimer rowTimer_, surveyTimer_;
   long long printed_ = 0;
   long long comments_ = 0;
 };
@@ -129,6 +145,9 @@ QStringList SimulatorOptions(const Options& options) {
     list << "--flood"
          << "--baud"
          << "0";
+  if (options.survey > 0)
+    list << "--trip"
+         << "1000";
   return list + options.simulator;
 }
 
@@ -152,8 +171,9 @@ int Run(const QApplication& qt) {
     dialogs = std::move(shown);
   }
   SettingsStore settings(FromQt(configuration.path()));
-  SetUpStore(settings, device, options.recordOnly);
+  SetUpStore(settings, device, options.recordOnly || options.survey > 0);
   settings.Save("VELK2", "General", "Current_language", FromQt(options.language));
+  if (options.survey > 0) SetUpTrip(settings);
   UnattendedQuestions questions;
   Application application(
       {{clock, gate, *dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});

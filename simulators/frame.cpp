@@ -10,6 +10,8 @@ namespace sim {
 
 namespace {
 
+constexpr int kTripChannels = 5;
+
 template <class... Arguments>
 std::string Print(const char* picture, Arguments... arguments) {
   std::array<char, 64> text{};
@@ -40,10 +42,19 @@ FrameBuilder::FrameBuilder(const Options& options)
       channels_(options.channels > 0 ? options.channels : unit_.channels),
       clock_(SecondsOfDay(options.clock)),
       job_(options.seed),
+      trips_(options.trip > 0 && options.tripTime > 0),
+      trip_(options.trip, options.tripTime),
       dice_(options.seed + 0x9E3779B9U) {
 }
 
+double FrameBuilder::OfTrip(int channel) const {
+  const Trip::State now = trip_.Now();
+  const double values[kTripChannels] = {now.depth, now.speed, now.inclination, now.azimuth, now.rpm};
+  return values[channel - 1];
+}
+
 double FrameBuilder::Analog(int channel) const {
+  if (trips_ && channel <= kTripChannels) return OfTrip(channel);
   const PumpingJob::State& now = job_.Now();
   switch (channel) {
     case 1:
@@ -95,6 +106,7 @@ std::string FrameBuilder::Value(int channel, bool wide) const {
 
 std::string FrameBuilder::Next(double seconds, bool wide) {
   job_.Advance(seconds);
+  if (trips_) trip_.Advance(seconds);
   const long second = static_cast<long>(clock_) % 86400;
   clock_ += seconds;
   std::string frame = Print("%02ld:%02ld:%02ld", second / 3600, second / 60 % 60, second % 60);

@@ -4,6 +4,7 @@
 
 #include "options.h"
 #include "pumping_job.h"
+#include "trip.h"
 
 namespace sim {
 
@@ -30,6 +31,7 @@ class FrameBuilder {
 
  private:
   double Analog(int channel) const;
+  double OfTrip(int channel) const;
   long Counter(int place) const;
   double Computed(int place) const;
   std::string Value(int channel, bool wide) const;
@@ -38,6 +40,8 @@ class FrameBuilder {
   int channels_;
   double clock_;  ///< seconds of the day
   PumpingJob job_;
+  bool trips_;
+  Trip trip_;
   PumpingJob dice_;  ///< of the damage, so that damage does not change the values
 };
 

@@ -22,6 +22,9 @@ constexpr const char* kHelpAhead =
   --journal FILE         writes each frame that was sent: time, "sound", "damaged" or "cut", text
   --clock hh:mm:ss       start of the unit's clock (default the wall clock)
   --frames N             ends after N frames
+  --trip DEPTH           runs pipe into a well and pulls it out: channels 1 to 5 are depth, speed, inclination,
+                         azimuth and turns a minute
+  --trip-time S          one way of it takes S seconds (default 60)
   --seed N               seed of noise and damage (default 1)
   --damage SHARE         damages this share of the frames, 0 to 1
   --change-length-after N  values carry one digit more behind N frames
@@ -84,6 +87,8 @@ Options ReadOptions(int argc, char** argv) {
       {"--change-length-after", number("--change-length-after", options.lengthChangeAfter)},
       {"--pause-after", number("--pause-after", options.pauseAfter)},
       {"--pause", number("--pause", options.pause)},
+      {"--trip", number("--trip", options.trip)},
+      {"--trip-time", number("--trip-time", options.tripTime)},
       {"--hangup-after", number("--hangup-after", options.hangUp.after)},
       {"--return-after", number("--return-after", options.hangUp.away)},
       {"--return-as", text(options.hangUp.returnsAs)},

@@ -24,6 +24,8 @@ struct Options {
   double pause = 5;
   HangUp hangUp;
   bool flood = false;
+  double trip = 0;  ///< depth that pipe is run to, 0: none is
+  double tripTime = 60;
 };
 
 /// Reads the command line. Prints what is wrong, or the help, and ends the program when it can't go on.
