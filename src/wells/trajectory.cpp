@@ -1,7 +1,9 @@
 #include "wells/trajectory.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <future>
 
 #include "base/errors.h"
 
@@ -17,7 +19,9 @@ struct Turn {
 };
 
 Turn TurnOf(double angle) {
-  return {std::sin(angle), std::cos(angle)};
+  Turn turn;
+  sincos(angle, &turn.sine, &turn.cosine);  // of the C library: the same bits as by two calls
+  return turn;
 }
 
 /// The angle whose half is made of two halves: the mean of two angles by the halves of each.
@@ -44,16 +48,22 @@ double MeanAcrossNorth(double a1, double a2) {
   return SumOf(TurnOf(a1 / 2), TurnOf(a2 / 2));
 }
 
+/// As Divide, for loops.
+inline double Quotient(double a, double b) {
+  const double quotient = a / b;
+  return std::isfinite(quotient) ? quotient : Divide(a, b);
+}
+
 /// 0 where the segment is straight. A turn at an inclination that stays counts as straight.
 double CurvatureRadius(double length, double inclinationChange, double azimuthChange) {
   if (inclinationChange == 0) return 0;
   const double turn = azimuthChange * (1 - std::cos(inclinationChange));
-  const double radius = Divide(length, std::sqrt(inclinationChange * inclinationChange + turn * turn));
+  const double radius = Quotient(length, std::sqrt(inclinationChange * inclinationChange + turn * turn));
   return radius > kStraightRadius ? 0 : radius;
 }
 
 double DogLegOf(double radius) {
-  return Divide(18000, radius * kWellPi);
+  return Quotient(18000, radius * kWellPi);
 }
 
 PathStation Surveyed(const SurveyStation& row) {
@@ -126,47 +136,84 @@ std::vector<PathStation> MergeWithGrid(std::span<const SurveyStation> survey, st
   return stations;
 }
 
-/// Walks down a path. What two segments share of a station is computed once: each of these functions takes as long as
-/// all the rest.
-class Integrator {
+/// The segments that end at some stations of a path whose directions are known. Each is computed in passes: calls that
+/// don't wait for each other's results run side by side in the processor. What two segments share of a station is
+/// computed once.
+class Segments {
  public:
-  explicit Integrator(const PathStation& first)
-      : half_(TurnOf(first.azimuth / 2)), sine_(std::sin(first.inclination)) {}
+  /// So many segments stay in the processor's own memory.
+  static constexpr std::size_t kMost = 128;
 
-  /// Completes a station, whose direction is known, behind the complete one above it.
-  void Next(const PathStation& above, PathStation& station) {
-    const double length = station.depth - above.depth;
-    const double inclination = (above.inclination + station.inclination) / 2;
-    const double inclinationChange = station.inclination - above.inclination;
-    const Turn azimuth = TurnOf(AzimuthOf(above, station));
-    const double across = std::sin(inclination);
-    station.east = above.east + across * azimuth.sine * length;
-    station.north = above.north + across * azimuth.cosine * length;
-    station.radius = CurvatureRadius(length, inclinationChange, station.azimuth - above.azimuth);
-    const double sineAbove = sine_;
-    if (inclinationChange != 0) sine_ = std::sin(station.inclination);
-    if (station.radius == 0) {
-      station.tvd = above.tvd + std::cos(inclination) * length;
-      station.dogLeg = 0;
-      return;
+  /// `stations` begin with the one above the first segment. Gives the others all but their places, and for these how
+  /// far they lie from the station above.
+  void Measure(std::span<PathStation> stations) {
+    for (std::size_t i = 0; i < stations.size(); ++i) {
+      half_[i] = TurnOf(stations[i].azimuth / 2);
+      sine_[i] = std::sin(stations[i].inclination);
     }
-    station.dogLeg = DogLegOf(station.radius);
-    const double down = (sine_ - sineAbove) * station.radius;
-    station.tvd = inclinationChange < 0 ? above.tvd - down : above.tvd + down;
+    for (std::size_t i = 1; i < stations.size(); ++i) azimuth_[i] = AzimuthOf(stations[i - 1], stations[i], i);
+    for (std::size_t i = 1; i < stations.size(); ++i) {
+      inclination_[i] = (stations[i - 1].inclination + stations[i].inclination) / 2;
+      across_[i] = std::sin(inclination_[i]);
+    }
+    for (std::size_t i = 1; i < stations.size(); ++i) GoAcross(stations[i - 1], stations[i], i);
+    for (std::size_t i = 1; i < stations.size(); ++i) GoDown(stations[i - 1], stations[i], i);
   }
 
  private:
-  double AzimuthOf(const PathStation& above, const PathStation& station) {
-    const Turn halfAbove = half_;
-    if (station.azimuth != above.azimuth) half_ = TurnOf(station.azimuth / 2);
+  double AzimuthOf(const PathStation& above, const PathStation& station, std::size_t i) const {
     if (station.inclination != 0 && above.inclination == 0) return station.azimuth;
     if (IsAcrossNorth(above.azimuth, station.azimuth)) return MeanAcrossNorth(above.azimuth, station.azimuth);
-    return SumOf(halfAbove, half_);
+    return SumOf(half_[i - 1], half_[i]);
   }
 
-  Turn half_;    ///< of half the last azimuth
-  double sine_;  ///< of the last inclination
+  void GoAcross(const PathStation& above, PathStation& station, std::size_t i) const {
+    const Turn turn = TurnOf(azimuth_[i]);
+    const double length = station.depth - above.depth;
+    station.east = across_[i] * turn.sine * length;
+    station.north = across_[i] * turn.cosine * length;
+  }
+
+  void GoDown(const PathStation& above, PathStation& station, std::size_t i) const {
+    const double length = station.depth - above.depth;
+    const double bend = station.inclination - above.inclination;
+    station.radius = CurvatureRadius(length, bend, station.azimuth - above.azimuth);
+    if (station.radius == 0) {
+      station.tvd = std::cos(inclination_[i]) * length;
+      return;
+    }
+    station.dogLeg = DogLegOf(station.radius);
+    const double down = (sine_[i] - sine_[i - 1]) * station.radius;
+    station.tvd = bend < 0 ? -down : down;
+  }
+
+  std::array<Turn, kMost + 1> half_;                              ///< of half the azimuth of each station
+  std::array<double, kMost + 1> sine_;                            ///< of its inclination
+  std::array<double, kMost + 1> azimuth_, inclination_, across_;  ///< of the segment that ends there
 };
+
+void MeasureSegments(std::span<PathStation> stations) {
+  Segments segments;
+  for (std::size_t first = 0; first + 1 < stations.size(); first += Segments::kMost)
+    segments.Measure(stations.subspan(first, std::min(Segments::kMost + 1, stations.size() - first)));
+}
+
+/// Completes the stations behind the first one, which is complete. Half of a long path is measured beside the other.
+void Integrate(std::span<PathStation> stations) {
+  constexpr std::size_t kLongPath = 4000;
+  const bool isLong = stations.size() >= kLongPath;
+  const std::size_t middle = isLong ? stations.size() / 2 : stations.size() - 1;
+  // The first one of each half is only read.
+  auto below = std::async(isLong ? std::launch::async | std::launch::deferred : std::launch::deferred,
+                          [&] { MeasureSegments(stations.subspan(middle)); });
+  MeasureSegments(stations.first(middle + 1));
+  below.get();
+  for (std::size_t i = 1; i < stations.size(); ++i) {
+    stations[i].east += stations[i - 1].east;
+    stations[i].north += stations[i - 1].north;
+    stations[i].tvd += stations[i - 1].tvd;
+  }
+}
 
 void RequireFinite(double a, double b, double c) {
   if (!std::isfinite(a) || !std::isfinite(b) || !std::isfinite(c)) throw RuntimeError(ErrorNumber::Overflow);
@@ -194,11 +241,8 @@ WellPath CalculateTrajectory(std::span<const SurveyStation> survey, std::int16_t
   for (const SurveyStation& row : survey) RequireFinite(row.depth, row.inclination, row.azimuth);
   if (interval < 1) interval = kDefaultInterval;
   WellPath path{MergeWithGrid(survey, interval), 0};
-  Integrator integrator(path.stations.front());
-  for (std::size_t i = 1; i < path.stations.size(); ++i) {
-    integrator.Next(path.stations[i - 1], path.stations[i]);
-    path.maxTvd = std::max(path.maxTvd, path.stations[i].tvd);
-  }
+  Integrate(path.stations);
+  for (const PathStation& station : path.stations) path.maxTvd = std::max(path.maxTvd, station.tvd);
   const PathStation& end = path.stations.back();
   RequireFinite(end.east, end.north, end.tvd);
   return path;

@@ -234,6 +234,46 @@ TEST(Trajectory, RaisesForNumbersThatAreNone) {
   EXPECT_EQ(test::Raised([&] { PathOf({{0, 0, 0}, {NAN, 0, 0}, {100, 0, 0}}); }), ErrorNumber::Overflow);
 }
 
+/// Rows a foot apart in a hole that bends and turns all the way.
+Survey LongSurvey(int rows) {
+  Survey survey{{0, 0, 0}};
+  for (int i = 1; i < rows; ++i) survey.push_back({1.0 * i, 40 + 30 * std::sin(i * 0.01), std::fmod(i * 0.3, 360)});
+  return survey;
+}
+
+void ExpectSameStations(const WellPath& path, const test::LiteralTrajectory& literal) {
+  const std::vector<PathStation> expected = literal.Stations();
+  ASSERT_EQ(path.stations.size(), expected.size());
+  EXPECT_EQ(path.maxTvd, literal.maxTvd);
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const PathStation &a = path.stations[i], &b = expected[i];
+    ASSERT_EQ(a.depth, b.depth) << i;
+    ASSERT_EQ(a.inclination, b.inclination) << i;
+    ASSERT_EQ(a.azimuth, b.azimuth) << i;
+    ASSERT_EQ(a.tvd, b.tvd) << i;
+    ASSERT_EQ(a.east, b.east) << i;
+    ASSERT_EQ(a.north, b.north) << i;
+    ASSERT_EQ(a.radius, b.radius) << i;
+    ASSERT_EQ(a.dogLeg, b.dogLeg) << i;
+  }
+}
+
+TEST(Trajectory, OfALongWellIsTheSame) {
+  for (const int rows : {3999, 4000, 4001, 6000}) {
+    const Survey survey = LongSurvey(rows);
+    ExpectSameStations(PathOf(survey, kWide), test::LiteralTrajectory(survey, kWide));
+  }
+}
+
+TEST(Trajectory, RaisesWhereverAlongALongWellAChangeIsTooSmallToBeSquared) {
+  for (const std::size_t row : {std::size_t{100}, std::size_t{5900}}) {
+    Survey survey = LongSurvey(6000);
+    survey[row - 1].inclination = 0;
+    survey[row].inclination = 1e-198;
+    EXPECT_EQ(test::Raised([&] { PathOf(survey, kWide); }), ErrorNumber::DivisionByZero) << row;
+  }
+}
+
 TEST(Trajectory, IsWhatTheMethodGivesStepByStep) {
   std::mt19937 random(18);
   std::uniform_real_distribution<double> share(0, 1);
@@ -248,22 +288,7 @@ TEST(Trajectory, IsWhatTheMethodGivesStepByStep) {
       if (share(random) < 0.8) row.azimuth = share(random) * 360;
       survey.push_back(row);
     }
-    const test::LiteralTrajectory literal(survey, 30);
-    const WellPath path = PathOf(survey, 30);
-    const std::vector<PathStation> expected = literal.Stations();
-    ASSERT_EQ(path.stations.size(), expected.size());
-    EXPECT_EQ(path.maxTvd, literal.maxTvd);
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-      const PathStation &a = path.stations[i], &b = expected[i];
-      ASSERT_EQ(a.depth, b.depth) << i;
-      ASSERT_EQ(a.inclination, b.inclination) << i;
-      ASSERT_EQ(a.azimuth, b.azimuth) << i;
-      ASSERT_EQ(a.tvd, b.tvd) << i;
-      ASSERT_EQ(a.east, b.east) << i;
-      ASSERT_EQ(a.north, b.north) << i;
-      ASSERT_EQ(a.radius, b.radius) << i;
-      ASSERT_EQ(a.dogLeg, b.dogLeg) << i;
-    }
+    ExpectSameStations(PathOf(survey, 30), test::LiteralTrajectory(survey, 30));
   }
 }
 
