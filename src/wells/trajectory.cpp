@@ -116,6 +116,7 @@ int GridCount(double lastDepth, std::int16_t interval) {
 std::vector<PathStation> MergeWithGrid(std::span<const SurveyStation> survey, std::int16_t interval) {
   const double lastDepth = survey.back().depth;
   const int count = GridCount(lastDepth, interval);
+  if (count > 1 && survey.size() < 2) throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
   std::vector<PathStation> stations;
   stations.reserve(static_cast<std::size_t>(count) + survey.size());
   stations.emplace_back();

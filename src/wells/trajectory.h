@@ -48,7 +48,7 @@ struct WellPath {
 /// multiple of `interval`. An interval below 1 becomes kDefaultInterval. Displacement is by the average angle, vertical
 /// depth by the radius of curvature of the change of inclination; the radius itself is this system's own measure.
 /// Raises Overflow where a depth of the grid or a count passes 32767, DivisionByZero where two rows between which the
-/// grid has a depth share theirs, SubscriptOutOfRange for a survey without a row.
+/// grid has a depth share theirs, SubscriptOutOfRange for a survey without a row, or without the surface.
 WellPath CalculateTrajectory(std::span<const SurveyStation> survey, std::int16_t& interval);
 
 /// The mean of two azimuths, across north where that is the shorter way; radians, 0 to two pi.

@@ -224,9 +224,10 @@ TEST(Trajectory, RaisesForAnAzimuthThatLiesBeyondTheCircle) {
   EXPECT_EQ(test::Raised([&] { PathOf({{200, 10, 10}, {150, 10, 80}}); }), ErrorNumber::InvalidArgument);
 }
 
-TEST(Trajectory, RaisesForASurveyWithoutARowOrAboveTheSurface) {
+TEST(Trajectory, RaisesForASurveyWithoutARowOrWithoutTheSurfaceOrAboveIt) {
   EXPECT_EQ(test::Raised([&] { PathOf({}); }), ErrorNumber::SubscriptOutOfRange);
   EXPECT_EQ(test::Raised([&] { PathOf({{0, 0, 0}, {-500, 0, 0}}); }), ErrorNumber::SubscriptOutOfRange);
+  EXPECT_EQ(test::Raised([&] { PathOf({{500, 1, 2}}); }), ErrorNumber::SubscriptOutOfRange) << "nothing is above it";
 }
 
 TEST(Trajectory, RaisesForNumbersThatAreNone) {
