@@ -245,6 +245,30 @@ TEST_F(SurveyEditor, TellsWhatKeepsAFileFromBeingSaved) {
   EXPECT_EQ(Title(), "Well Survey Data");
 }
 
+TEST_F(SurveyEditor, KeepsItsFileWhereAnotherOneCanNotBeWritten) {
+  Well well = WellOf({{0, 0, 0}, {500, 1, 2}});
+  well.SurveyFileName = folder.File("a.d15");
+  Open(well);
+  host.dialogs.ExpectSaveFile("/no/such/folder/b.d15");
+  host.dialogs.Expect("- cmdSave_Click", Answer::Cancel);
+  Click("cmdSaveAs");
+  Click("cmdSave");
+  EXPECT_EQ(ReadWholeFile(folder.File("a.d15"), 1000), " 2 \r\n 0 ,0,0\r\n 500 , 1 , 2 \r\n 0 \r\n");
+}
+
+TEST_F(SurveyEditor, TellsOfADepthThatCanNotBeConverted) {
+  Well well = WellOf({{0, 0, 0}, {20'000, 1, 2}});
+  well.SurveyFileUnits = kUserDefined;
+  well.Units.SetUser({1e-305, "tiny", ""});
+  Open(well);
+  test::WindowScript script;
+  script.ThenClick("UnitsConvert", "cmdOK");
+  host.dialogs.Expect("- cmdConvert_Click", Answer::Cancel);
+  Click("cmdConvert");
+  EXPECT_EQ(Cell(1, 0), "20000");
+  EXPECT_TRUE(IsChosen("Option1_2"));
+}
+
 TEST_F(SurveyEditor, ConvertsItsDepths) {
   Open(WellOf({{0, 0, 0}, {1000.5, 1, 2}}));
   test::WindowScript script;

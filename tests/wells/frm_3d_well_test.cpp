@@ -225,6 +225,21 @@ TEST_F(WellWindow, PrintsTheSceneBelowAHeading) {
   EXPECT_NE(all.find("00FF00"), std::string::npos);
 }
 
+TEST_F(WellWindow, StandsAnythingInItsBoxes) {
+  Open();
+  for (const char* entry : {"", "abc", "1e400", "-1e400", "1e308", "0"})
+    for (int box = 0; box < 9; ++box) {
+      SetBox(box, entry);
+      Find<QToolButton>("UpDown1_0").click();
+      Drag(Qt::LeftButton, {10, 10});
+      Drag(Qt::RightButton, {10, 10});
+    }
+  for (const auto& [box, sane] : {std::pair{0, "60"}, {1, "30"}, {2, "60000"}, {3, "0"}, {4, "0"}, {5, "-5000"}})
+    SetBox(box, sane);
+  for (int box = 6; box < 9; ++box) SetBox(box, "0");
+  EXPECT_GT(Green(Shown()), 20) << "nothing of it stays";
+}
+
 TEST_F(WellWindow, FollowsThePathWhileItIsShown) {
   Open();
   const QImage before = Shown();

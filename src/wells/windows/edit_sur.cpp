@@ -222,7 +222,7 @@ void EditSur::TakeFile(const SurveyFile& file, const std::string& path) {
 
 void EditSur::cmdSave_Click() {
   ui_->Grid1->setFocus();  // what stands in an open editor is stored
-  if (!well_.SurveyFileName.empty()) Save();
+  if (!well_.SurveyFileName.empty()) Save(well_.SurveyFileName);
 }
 
 void EditSur::cmdSaveAs_Click() {
@@ -231,22 +231,21 @@ void EditSur::cmdSaveAs_Click() {
   const QPointer<EditSur> alive(this);
   const auto path = SelectFile(host_.Boxes(), {text::SaveSurveyTitle, text::SurveyFilesToSave, Directory()},
                                kExtensions, FileUse::Save, access_.beep);
-  if (!path || !alive) return;
-  well_.SurveyFileName = *path;
-  Save();
+  if (path && alive) Save(*path);
 }
 
-void EditSur::Save() {
+void EditSur::Save(const std::string& path) {
   const QPointer<EditSur> alive(this);
   const bool saved = RunProcedure({host_.Boxes(), "cmdSave_Click"}, [&](const Statements& run) {
     const std::vector<SurveyStation> survey = run([&] { return grid_.ReadBack(); });
-    run([&] { WriteWholeFile(well_.SurveyFileName, SurveyText(survey, grid_.Units())); });
+    run([&] { WriteWholeFile(path, SurveyText(survey, grid_.Units())); });
     // The surface was added.
     if (!survey.empty() && grid_.Cell(0, 0) != "0") grid_.Fill(survey, grid_.Units());
   });
   if (!alive || !saved) return;
+  well_.SurveyFileName = path;
   ui_->cmdSave->setEnabled(true);
-  ShowTitle(well_.SurveyFileName);
+  ShowTitle(path);
   Changed();
   grid_.Kept();
   well_.SurveyIsKept = true;
@@ -274,9 +273,13 @@ void EditSur::cmdConvert_Click() {
     access_.keepUnits(choice->user);
   }
   if (!alive) return;
-  well_.Units.Convert(from, choice ? choice->to : from);
-  if (choice) grid_.Convert(well_.Units.UnitFactor[kLengthSlot], choice->to);
-  Changed();
+  const bool converted = RunProcedure({host_.Boxes(), "cmdConvert_Click"}, [&](const Statements& run) {
+    run([&] {
+      well_.Units.Convert(from, choice ? choice->to : from);
+      if (choice) grid_.Convert(well_.Units.UnitFactor[kLengthSlot], choice->to);
+    });
+  });
+  if (alive && converted) Changed();
 }
 
 void EditSur::ShowUnits() {

@@ -56,7 +56,7 @@ class EditSur : public QDialog {
   void Paste(const CellRange& cells);
   void Open(const std::string& path);
   void TakeFile(const SurveyFile& file, const std::string& path);
-  void Save();
+  void Save(const std::string& path);
   bool TellFault();
   void Changed();
   void ShowRemark();
