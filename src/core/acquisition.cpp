@@ -215,6 +215,7 @@ void Acquisition::StopJob(const Statements& run) {
   session_.RecordToDB = false;
   view_.SetButtonImage("RecordToDB", image::RecordOff);
   session_.StopRequested = true;
+  if (onEnding) onEnding();
   // A sample that is under way still holds the log: it closes it when it leaves.
   if (!road_.IsRunning()) recorder_.Finish();
   CaptionStartButton(view_, text::Start, image::PauseStopped);

@@ -31,6 +31,8 @@ class Acquisition {
 
   /// A job stands from the end of Connect to Stop.
   std::function<void(bool stands)> onJob;
+  /// The job ends; its log is still open.
+  std::function<void()> onEnding;
 
   /// Connect is on the stack, perhaps waiting for the unit: nothing but Stop works.
   bool IsConnecting() const { return connecting_; }

@@ -141,14 +141,17 @@ void Application::BindWells(CommandBinder& commands) {
     if (const LogRow* const row = recorder_.LastRow()) liveSurvey_.Step(*row);
   };
   playback_.onRow = [this](const LogRow& row) { liveSurvey_.Step(row); };
+  playback_.onEnd = [this] { liveSurvey_.Stop(); };
+  acquisition_.onEnding = [this] { liveSurvey_.Stop(); };
   commands.Bind("mnuTools3DWell", [=, this] {
     windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
   });
 }
 
-/// A log that plays is only read: what is surveyed from it goes elsewhere.
+/// A log that plays is only read: what is surveyed from it goes elsewhere. One that is recorded stays the log of its
+/// job while a pause keeps rows from it.
 LiveLog Application::RunningLog() const {
-  if (recorder_.IsRecording()) return {log_.Writing(), log_.ChannelsOfLog()};
+  if (session_.RecordToDB && log_.IsConnected()) return {log_.Writing(), log_.ChannelsOfLog()};
   if (!playback_.IsOpen()) return {};
   LiveLog log;
   for (int i = 1; i <= session_.PlaybackParameterCount; ++i)

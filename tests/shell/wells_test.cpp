@@ -3,12 +3,16 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
+#include <QSlider>
 #include <QTableView>
 #include <QTest>
 #include <vector>
 
+#include "platform/database/catalog.h"
 #include "platform/database/command.h"
+#include "platform/files/file_errors.h"
 #include "shell/shell_rig.h"
 #include "wells/windows/frm_3d_well.h"
 #include "wells/windows/report_form.h"
@@ -56,38 +60,79 @@ TEST(Wells, ShowThePathOfTheSurveyThatWasEnteredInWindowsThatStayOpen) {
   EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "100"}));
 }
 
-TEST(Wells, GrowWhileAJobIsRecorded) {
+class LiveWells : public testing::Test {
+ protected:
+  void SetUp() override {
+    rig.Start();
+    const char* const names[] = {"", "Speed", "Depth", "Inclination"};
+    for (std::size_t i = 1; i <= 3; ++i) rig.State().Parameters[i].name = names[i];
+  }
+  void BeginJob() {
+    rig.Connect();
+    rig.dialogs.ExpectSaveFile(file);
+    rig.Press("Record");
+    rig.Press("Pause");
+    rig.Frame(1, 1, 0);  // tells how long a line is, and is no row
+  }
+  /// Ten seconds of a way down, 5 a second.
+  void RunIn() {
+    for (int row = 1; row <= 10; ++row) rig.Frame(1, 5 * row, row);
+  }
+  void BeginSurvey() {
+    rig.windows.Then("frmImportSurvey", [](QDialog& match) {
+      test::FindControl<QLineEdit>(match, "txtField_5")->setText("Inclination");
+      test::FindControl<QLineEdit>(match, "txtField_6")->setText("Speed");
+      test::FindControl<QLineEdit>(match, "Text1")->setText("10");
+      test::Click(match, "cmdOK");
+    });
+    rig.Choose("mnuToolsLiveSurvey");
+    rig.Choose("mnuToolsWellProfileTable");
+  }
+
   test::ShellRig rig;
-  rig.Start();
-  const char* const names[] = {"", "Speed", "Depth", "Inclination"};
-  for (std::size_t i = 1; i <= 3; ++i) rig.State().Parameters[i].name = names[i];
-  rig.Connect();
   const std::string file = rig.folder.File("job.mdb");
-  rig.dialogs.ExpectSaveFile(file);
-  rig.Press("Record");
-  rig.Press("Pause");
-  rig.Frame(1, 1, 0);  // tells how long a line is, and is no row
-  rig.windows.Then("frmImportSurvey", [](QDialog& match) {
-    test::FindControl<QLineEdit>(match, "txtField_5")->setText("Inclination");
-    test::FindControl<QLineEdit>(match, "txtField_6")->setText("Speed");
-    test::FindControl<QLineEdit>(match, "Text1")->setText("10");
-    test::Click(match, "cmdOK");
-  });
-  rig.Choose("mnuToolsLiveSurvey");
-  rig.Choose("mnuToolsWellProfileTable");
-  for (int row = 1; row <= 10; ++row) rig.Frame(1, 5 * row, row);
+};
+
+/// Means of 5, 10, 15; of 20, 25; of 30, 35; of 40, 45; and the depths of the grid.
+const std::vector<std::string> kWholeWay = {"0", "10", "20", "23", "30", "33", "40", "43"};
+
+TEST_F(LiveWells, GrowWhileAJobIsRecorded) {
+  BeginJob();
+  BeginSurvey();
+  RunIn();
   // Ten seconds on, behind the second computation: by then rows of a depth of 40 are in the log.
   EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "10", "20", "23", "30", "33"}));
   rig.Press("Stop");
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay) << "computed once more at the end";
   const auto log = Connection::Open(file, OpenMode::ReadOnly);
   Command count(*log, "SELECT count(*) FROM logData");
   ASSERT_TRUE(count.Next());
   EXPECT_EQ(count.Integer(0), 10);
-  // Each sample brings the row ahead of it. Means of 5, 10, 15; of 20, 25; of 30, 35; of 40, 45.
+  // Each sample brings the row ahead of it.
   Command rows(*log, "SELECT Depth, Inclination FROM surveyData ORDER BY ID");
   std::vector<std::pair<double, double>> seen;
   while (rows.Next()) seen.emplace_back(rows.Number(0), rows.Number(1));
   EXPECT_EQ(seen, (std::vector<std::pair<double, double>>{{10, 2}, {22.5, 4.5}, {32.5, 6.5}, {42.5, 8.5}}));
+}
+
+TEST_F(LiveWells, GrowWhileALogPlaysToItsEndAndLeaveItAsItIs) {
+  BeginJob();
+  RunIn();
+  rig.Press("Stop");
+  rig.dialogs.ExpectOpenFile(file);
+  rig.Choose("mnuFilePlayback");
+  rig.Window().findChild<QSlider*>("HScroll1")->setValue(1000);
+  BeginSurvey();
+  rig.Choose("mnuAcquireStart");
+  rig.dialogs.Expect("End of playback", Answer::Ok);
+  // Well ahead of the first computation by the clock.
+  rig.clock.Advance(1000);
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay);
+  QMetaObject::invokeMethod(rig.Window().findChild<QMenu*>("mnuTools"), "aboutToShow");
+  EXPECT_FALSE(rig.Window().MenuItem("mnuToolsLiveSurvey")->isEnabled());
+  const auto log = Connection::Open(file, OpenMode::ReadOnly);
+  EXPECT_FALSE(Catalog(*log).Find("surveyData"));
+  EXPECT_TRUE(FileExists(rig.settings->Directory() + "/Survey.mdb"));
 }
 
 }  // namespace

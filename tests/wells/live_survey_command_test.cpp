@@ -14,6 +14,7 @@
 #include "support/host.h"
 #include "support/temporary_folder.h"
 #include "support/window_script.h"
+#include "support/window_texts.h"
 #include "wells/windows/frm_import_survey.h"
 
 namespace velk {
@@ -76,10 +77,30 @@ TEST_F(LiveSurveyMenu, EndsWithItsLog) {
   Choose();
   Step(250);
   log = {};
+  file.reset();
   clock.Advance(5000);
   EXPECT_FALSE(command.IsOn());
   EXPECT_FALSE(timers.Timer6->Enabled());
   EXPECT_EQ(paths, 0);
+}
+
+TEST_F(LiveSurveyMenu, GoesOnWhileAPauseKeepsRowsFromTheLog) {
+  Choose();
+  Step(250);
+  log = {};
+  clock.Advance(5000);
+  EXPECT_TRUE(command.IsOn());
+  EXPECT_EQ(paths, 1);
+}
+
+TEST_F(LiveSurveyMenu, ComputesThePathOnceMoreAtItsEnd) {
+  Choose();
+  Step(250);
+  command.Stop();
+  EXPECT_EQ(paths, 1);
+  EXPECT_EQ(well.Path.stations.size(), 4U);
+  command.Stop();
+  EXPECT_EQ(paths, 1);
 }
 
 TEST_F(LiveSurveyMenu, LetsGoOfAConnectionThatIsClosed) {
@@ -109,7 +130,9 @@ TEST_F(LiveSurveyMenu, TellsOnceOfAPathThatCanNotBeComputed) {
   Step(40'000);
   host.dialogs.Expect("Overflow - Timer6_Timer", Answer::Ok);
   clock.Advance(5000);
+  clock.RunPosted();
   clock.Advance(5000);
+  clock.RunPosted();
   EXPECT_TRUE(command.IsOn());
   EXPECT_EQ(paths, 0);
 }
@@ -157,6 +180,14 @@ TEST_F(MatchWindow, TakesFieldsThatHaveTheNameOfWhatIsNeeded) {
   for (int i = 0; i < 7; ++i) EXPECT_EQ(Box(i), wanted[static_cast<std::size_t>(i)]) << i;
   Open({"Inclination", "Deviation"});
   EXPECT_EQ(Box(4), "Inclination");
+}
+
+TEST(MatchWindowInRussian, KnowsTheColumnsThatHaveEnglishNamesInAnyLanguage) {
+  test::Host russian(test::RussianWindows());
+  const frmImportSurvey window(russian, {"Date", "Time", "Глубина"}, {}, false);
+  EXPECT_EQ(test::FindControl<QLineEdit>(window, "txtField_1")->text(), "Date");
+  EXPECT_EQ(test::FindControl<QLineEdit>(window, "txtField_2")->text(), "Time");
+  EXPECT_EQ(test::FindControl<QLineEdit>(window, "txtField_3")->text(), "Глубина");
 }
 
 TEST_F(MatchWindow, KeepsWhatWasChosenBeforeWhereTheLogHasIt) {

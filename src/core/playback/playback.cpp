@@ -281,6 +281,7 @@ void Playback::Finish(const MessageText& said) {
   session_.PlaybackStopRequested = false;
   session_.AcquireStarted = false;
   Close();
+  if (onEnd) onEnd();
   platform_.dialogs.Message({said, text::PlaybackMenu});
   ReturnToReady();
 }

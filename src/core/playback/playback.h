@@ -49,6 +49,8 @@ class Playback {
   bool IsOpen() const { return reader_ != nullptr; }
   /// Called with each row that was played.
   std::function<void(const LogRow& row)> onRow;
+  /// The file was left, at its end or by Stop.
+  std::function<void()> onEnd;
   /// A row or the look at a file is on the stack, perhaps with a box on top of it.
   bool IsRunning() const { return running_ > 0; }
 

@@ -56,10 +56,10 @@ void frmImportSurvey::Match(const std::vector<std::string>& fields, const Survey
   };
   for (std::size_t i = 0; i < kSurveyQuantities; ++i) {
     std::string field = isThere(chosen[i]) ? chosen[i] : std::string();
-    for (const MessageText& word : words[i]) {
-      const std::string name = host_.Words().Translator.In(word);
-      if (field.empty() && isThere(name)) field = name;
-    }
+    // The columns of date and time have English names in any language.
+    for (const MessageText& word : words[i])
+      for (const std::string& name : {host_.Words().Translator.In(word), std::string(word.english)})
+        if (field.empty() && isThere(name)) field = name;
     boxes_[i]->setText(ToQt(field));
   }
 }

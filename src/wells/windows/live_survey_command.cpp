@@ -72,7 +72,7 @@ void LiveSurveyCommand::Step(const LogRow& row) {
   try {
     survey_.LiveSurveyStep(row);
   } catch (const RuntimeError& error) {
-    Stop();
+    End();
     platform_.clock.Post([this, said = text::LiveSurveyEnded + error.Text()] {
       platform_.dialogs.Message({said, {}, Buttons::Ok, BoxIcon::Exclamation});
     });
@@ -80,19 +80,34 @@ void LiveSurveyCommand::Step(const LogRow& row) {
 }
 
 void LiveSurveyCommand::Stop() {
+  if (IsOn()) ComputePath();
+  End();
+}
+
+void LiveSurveyCommand::End() {
   survey_.Stop();
   ownFile_.reset();
   timers_.Timer6->SetEnabled(false);
 }
 
-/// A path that can't be computed is told once, not each five seconds; the one of before stays.
+/// The log may have been closed.
 void LiveSurveyCommand::Timer6_Timer() {
-  if (!IsOn() || log_().channels.empty()) return Stop();
+  if (IsOn())
+    ComputePath();
+  else
+    End();
+}
+
+/// A path that can't be computed is told once, not each five seconds, and by no box in the way of who has called; the
+/// one of before stays.
+void LiveSurveyCommand::ComputePath() {
   try {
     survey_.LoadSurveyAndCalculate();
   } catch (const RuntimeError& error) {
     if (std::exchange(told_, true)) return;
-    platform_.dialogs.Message({error.Text() + OperatorText(" - Timer6_Timer"), {}, Buttons::Ok, BoxIcon::Exclamation});
+    platform_.clock.Post([this, said = error.Text() + OperatorText(" - Timer6_Timer")] {
+      platform_.dialogs.Message({said, {}, Buttons::Ok, BoxIcon::Exclamation});
+    });
     return;
   }
   onPath_();

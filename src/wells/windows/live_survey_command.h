@@ -32,13 +32,15 @@ class LiveSurveyCommand {
   /// behind the sample, and the survey ends.
   void Step(const LogRow& row);
   bool IsOn() const { return survey_.IsOn(); }
-  /// The log is left, or another one follows.
+  /// The log is left, or another one follows. The path is computed once more, where the log is still open.
   void Stop();
 
  private:
   bool MayLoseSurvey();
   void Start(const LiveSurveyChoice& choice);
+  void End();
   void Timer6_Timer();
+  void ComputePath();
 
   WindowHost& host_;
   Well& well_;
