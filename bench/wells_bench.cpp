@@ -79,24 +79,47 @@ void TurnTube10000(benchmark::State& state) {
 }
 BENCHMARK(TurnTube10000)->Unit(benchmark::kMillisecond);
 
-/// What a live survey adds to a sample of 64 channels while no station is due, which is nearly always.
-void LiveStep64(benchmark::State& state) {
-  const std::string file = std::filesystem::temp_directory_path() / "velk-wells-bench.mdb";
-  std::filesystem::remove(file);
-  const auto log = Connection::Open(file, OpenMode::CreateNew);
-  std::vector<std::string> channels = {"Speed", "Depth", "Inclination", "Azimuth", "RPM"};
-  for (int i = 5; i < 64; ++i) channels.push_back("C" + std::to_string(i));
+/// A live survey of a log of 64 channels in which 10,000 stations stand.
+struct LongLiveSurvey {
+  LongLiveSurvey() {
+    std::vector<std::string> channels = {"Speed", "Depth", "Inclination", "Azimuth", "RPM"};
+    for (int i = 5; i < 64; ++i) channels.push_back("C" + std::to_string(i));
+    survey.Start({{"Speed", "Date", "Time", "Depth", "Inclination", "Azimuth", "RPM"}}, log, channels);
+    log->Execute(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) INSERT INTO surveyData "
+        "(\"Date\", \"Time\", Depth, Inclination, Azimuth, DogLeg, RPM) SELECT 46000, i / 86400.0, i * 3.1, "
+        "30 + 10 * (i % 100) / 100.0, 120 + (i % 70) / 70.0, 1.5, 60 FROM n");
+  }
+  ~LongLiveSurvey() { std::filesystem::remove(file); }
+
+  const std::string file = [] {
+    std::string path = std::filesystem::temp_directory_path() / "velk-wells-bench.mdb";
+    std::filesystem::remove(path);
+    return path;
+  }();
+  const std::shared_ptr<Connection> log = Connection::Open(file, OpenMode::CreateNew);
   Well well;
-  LiveSurvey survey(well);
-  survey.Start({{"Speed", "Date", "Time", "Depth", "Inclination", "Azimuth", "RPM"}}, log, channels);
+  LiveSurvey survey{well};
+};
+
+/// What it adds to a sample while no station is due, which is nearly always.
+void LiveStep64(benchmark::State& state) {
+  LongLiveSurvey live;
   LogRow row{46'000.5, std::vector<double>(64, 1.5), 0};
   for (auto step : state) {
     ++row.key;
-    survey.LiveSurveyStep(row);
+    live.survey.LiveSurveyStep(row);
   }
-  std::filesystem::remove(file);
 }
 BENCHMARK(LiveStep64);
+
+/// The path computed anew, as each five seconds.
+void LiveRefresh10000(benchmark::State& state) {
+  LongLiveSurvey live;
+  for (auto step : state) live.survey.LoadSurveyAndCalculate();
+  if (live.well.Survey.size() != 10'001) state.SkipWithError("the stations are not there");
+}
+BENCHMARK(LiveRefresh10000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
