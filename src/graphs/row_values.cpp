@@ -44,11 +44,11 @@ void RowValues::Need(int parameter, Session::PerParameter<bool>& needed) {
   for (const int reference : references) Need(reference, needed);
 }
 
-void RowValues::Take(const LogRow& row) {
+void RowValues::Take(std::span<const double> channels) {
   for (std::size_t i = 0; i < channels_.size(); ++i) {
     const std::size_t parameter = static_cast<std::size_t>(channels_[i]) + 1;
     const Parameter& channel = session_.CurrentParameters[parameter];
-    const double value = row.values[i];
+    const double value = channels[i];
     values_[parameter] = NarrowOrNan(session_.AcquisitionMode ? value : value * channel.Gain + channel.Offset);
   }
   for (const Computed& channel : computed_) values_[static_cast<std::size_t>(channel.parameter)] = ValueOf(channel);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "graphs/parameter_curves.h"
@@ -24,7 +25,8 @@ class RowValues {
   const std::vector<int>& Channels() const { return channels_; }
 
   /// From here on the values are those of this row.
-  void Take(const LogRow& row);
+  void Take(const LogRow& row) { Take(std::span<const double>(row.values)); }
+  void Take(std::span<const double> channels);
   float Of(int slot) const { return values_[static_cast<std::size_t>(curves_.ParameterOf(slot))]; }
 
  private:

@@ -102,7 +102,7 @@ std::vector<LogRow> LogReader::Page(const RowFilter& filter, const KeySpan& span
 LogRow LogReader::RowOf(const Command& command) const {
   LogRow row;
   row.key = command.Integer(0);
-  row.time = RowTime(command.Field(1), command.Field(2));
+  row.time = RowTime(command, 1);
   row.values.reserve(chosen_.size());
   for (int i = 0; i < static_cast<int>(chosen_.size()); ++i)
     row.values.push_back(command.Number(i + kFieldsBeforeValues));
@@ -170,6 +170,19 @@ std::vector<std::vector<FieldValue>> LogReader::Fields(const std::vector<std::in
   return rows;
 }
 
+void LogReader::ReadKeys(const std::vector<std::int64_t>& keys, RowBlock& block) {
+  const Access file(*this);
+  Command command(file, "SELECT " + columns_ + " FROM logData NOT INDEXED WHERE " + layout_.key + " = ?");
+  block = {};
+  block.channels = chosen_.size();
+  for (const std::int64_t key : keys) {
+    command.Bind(1, key);
+    if (!command.Next()) continue;
+    AddRow(command, chosen_.size(), block);
+    command.Reset();
+  }
+}
+
 // The walks below keep the file open by a pointer of their own: what runs in between may read other rows of it.
 
 std::vector<std::int64_t> LogReader::KeysByTime(const std::function<void(std::int64_t read)>& step) {
@@ -214,6 +227,11 @@ void LogReader::ReadColumn(int column, const std::function<void(std::int64_t key
 
 std::vector<ReportComment> LogReader::Comments(const RowFilter& filter) {
   return ReadComments(Access(*this), filter);
+}
+
+RowBlocks LogReader::Blocks(const KeySpan& span) {
+  const Access file(*this);
+  return RowBlocks({path_, columns_, layout_.key, chosen_.size(), connection_->IsRecordedTo()}, span);
 }
 
 std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {

@@ -9,6 +9,7 @@
 
 #include "log/log_layout.h"
 #include "log/log_row.h"
+#include "log/row_blocks.h"
 #include "log/row_filter.h"
 #include "log/row_finder.h"
 #include "log/row_positions.h"
@@ -74,6 +75,8 @@ class LogReader {
 
   /// All fields of the rows of these keys, as they stand in the file; none for a row that is not there.
   std::vector<std::vector<FieldValue>> Fields(const std::vector<std::int64_t>& keys);
+  /// The rows of these keys, in their order, but for those that are not there.
+  void ReadKeys(const std::vector<std::int64_t>& keys, RowBlock& block);
   /// The keys of all rows in order of time, those of the same time in the order of their keys. `step` is told every
   /// thousand rows how many were read; it may let events run, and throw to leave it.
   std::vector<std::int64_t> KeysByTime(const std::function<void(std::int64_t read)>& step);
@@ -87,6 +90,8 @@ class LogReader {
   std::unique_ptr<RowSource> Rows(const RowFilter& filter = {});
   /// The same within a span of keys.
   std::unique_ptr<RowSource> Rows(const RowFilter& filter, const KeySpan& span);
+  /// All rows within a span of keys, for who walks through millions of them.
+  RowBlocks Blocks(const KeySpan& span);
 
  private:
   class Access;

@@ -23,13 +23,28 @@ double DaysOf(const FieldValue& field) {
   return number == nullptr ? kNone : *number;
 }
 
+/// As our own logs have them.
+bool IsWhole(double day, double timeOfDay) {
+  return day == std::floor(day) && timeOfDay >= 0 && timeOfDay < 1;
+}
+
 }  // namespace
 
 double RowTime(const FieldValue& date, const FieldValue& time) {
   const double day = DaysOf(date);
   const double timeOfDay = DaysOf(time);
-  if (day == std::floor(day) && timeOfDay >= 0 && timeOfDay < 1) return JoinDateTime(day, timeOfDay);
+  if (IsWhole(day, timeOfDay)) return JoinDateTime(day, timeOfDay);
   return IsDateTime(day) && IsDateTime(timeOfDay) ? JoinDateTime(DatePart(day), TimePart(timeOfDay)) : kNone;
+}
+
+double RowTime(const Command& row, int date) {
+  const double day = row.Number(date), timeOfDay = row.Number(date + 1);
+  return IsWhole(day, timeOfDay) ? JoinDateTime(day, timeOfDay) : RowTime(row.Field(date), row.Field(date + 1));
+}
+
+double RowTime(const ScannedField& date, const ScannedField& time) {
+  const double day = date.Number(), timeOfDay = time.Number();
+  return IsWhole(day, timeOfDay) ? JoinDateTime(day, timeOfDay) : RowTime(date.Value(), time.Value());
 }
 
 }  // namespace velk

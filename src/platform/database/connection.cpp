@@ -164,7 +164,7 @@ Connection::~Connection() {
 void Connection::OpenHandle(int flags) {
   sqlite3_close_v2(handle_);
   handle_ = nullptr;
-  // Without locks of its own: the program has one thread.
+  // Without locks of its own: a connection belongs to one thread.
   const int code =
       sqlite3_open_v2(path_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code != SQLITE_OK) Raise(code);
