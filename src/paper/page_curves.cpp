@@ -1,8 +1,10 @@
 #include "paper/page_curves.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
+#include "base/dates.h"
 #include "graphs/row_values.h"
 #include "graphs/wrapping.h"
 #include "platform/drawing/units.h"
@@ -27,28 +29,69 @@ PageCurves::PageCurves(const CurveSource& curves, const PageLayout& layout, cons
     : curves_(curves),
       layout_(layout),
       times_(times),
-      perDay_((layout.bottom - layout.plotTop) / (times.End() - times.start)) {
+      perDay_((layout.bottom - layout.plotTop) / (times.End() - times.start)),
+      dots_(dotsPerInch / PerInch(Unit::Millimetre)),
+      previousTime_(std::nan("")) {
+  constexpr float kAny = std::numeric_limits<float>::max();
   for (int slot = 1; slot <= curves.Count(); ++slot) {
-    const Parameter& curve = curves.Curve(slot);
-    plotted_.push_back({ScaleLimits(curve.min, curve.max), curve.Wrapping,
-                        DotCurve(dotsPerInch / PerInch(Unit::Millimetre), kSheetHeight)});
+    const Parameter& shown = curves.Curve(slot);
+    const Scale scale = ScaleLimits(shown.min, shown.max);
+    const double range = static_cast<double>(scale.max) - static_cast<double>(scale.min);
+    Plotted curve{.scale = scale, .wraps = shown.Wrapping, .dots = DotCurve(dots_, kSheetHeight)};
+    if (range != 0) {
+      curve.perUnit = (kFrameRight - kCurveLeft) / range;
+      curve.plainMin = curve.wraps ? scale.min : -kAny;
+      curve.plainMax = curve.wraps ? scale.max : kAny;
+    }
+    plotted_.push_back(std::move(curve));
   }
 }
 
 void PageCurves::PlotLine(int slot, double firstTime, double secondTime, float firstValue, float secondValue) {
   Plotted& curve = plotted_[static_cast<std::size_t>(slot - 1)];
-  const double range = static_cast<double>(curve.scale.max) - static_cast<double>(curve.scale.min);
-  if (range == 0) return;
-  const double perUnit = (kFrameRight - kCurveLeft) / range;
-  const auto x = [&](double value) { return kCurveLeft + (value - curve.scale.min) * perUnit; };
-  const auto y = [&](double time) { return layout_.plotTop + (time - times_.start) * perDay_; };
+  if (curve.perUnit == 0) return;
   const bool joined = std::abs(secondTime - firstTime) < kGap;
   if (!std::isfinite(secondValue) || (joined && !std::isfinite(firstValue))) return;
+  const double y1 = Y(joined ? firstTime : secondTime), y2 = Y(secondTime);
   WrappingPasses passes(joined ? firstValue : secondValue, secondValue, curve.scale, curve.wraps);
-  for (WrappingPass pass; passes.Next(pass);) {
-    const PageSegment segment{x(pass.previous), y(joined ? firstTime : secondTime), x(pass.value), y(secondTime)};
-    curve.dots.Add(ClipLine(segment, kCurveLeft, kFrameRight));
+  for (WrappingPass pass; passes.Next(pass);)
+    curve.dots.Add(ClipLine({X(curve, pass.previous), y1, X(curve, pass.value), y2}, kCurveLeft, kFrameRight));
+}
+
+/// Segments that stay in one row of dots are one run from the least to the most of their values: each begins where the
+/// one before it ended.
+void PageCurves::Take(double time, std::span<const float> values) {
+  const double row = std::nearbyint(Y(time) * dots_);
+  const bool sameRow = row == previousRow_ && std::abs(time - previousTime_) < kGap;
+  for (std::size_t i = 0; i < plotted_.size(); ++i) {
+    Plotted& curve = plotted_[i];
+    const float value = values[i];
+    const bool isPlain = value >= curve.plainMin && value <= curve.plainMax;
+    if (sameRow && isPlain && curve.isOpen) {
+      curve.least = std::min(curve.least, value);
+      curve.most = std::max(curve.most, value);
+      curve.hasRun = true;
+    } else {
+      CloseRun(curve);
+      if (!std::isnan(previousTime_)) PlotLine(static_cast<int>(i) + 1, previousTime_, time, curve.previous, value);
+      curve.isOpen = isPlain;
+      curve.least = curve.most = value;
+    }
+    curve.previous = value;
   }
+  previousTime_ = time;
+  previousRow_ = row;
+}
+
+void PageCurves::CloseRun(Plotted& curve) {
+  if (!curve.hasRun) return;
+  const double y = Y(previousTime_);
+  curve.dots.Add(ClipLine({X(curve, curve.least), y, X(curve, curve.most), y}, kCurveLeft, kFrameRight));
+  curve.hasRun = false;
+}
+
+void PageCurves::Finish() {
+  for (Plotted& curve : plotted_) CloseRun(curve);
 }
 
 void PageCurves::Draw(Surface& surface, double pen) const {
@@ -67,21 +110,28 @@ void DrawCurves(PageCurves& to, LogReader& log, const Session& session, const Pa
                 const PageTimes& times, LongTask& task) {
   RowValues values(session, curves, log.Channels().size());
   log.Choose(values.Channels());
-  const auto rows = log.Rows({times.start, times.End(), RowFilter::Compare::Sum});
-  std::array<float, kSlots> previous{};
-  double previousTime = std::nan("");
-  for (bool there = rows->First(); there; there = rows->Next()) {
-    const double time = rows->Row().time;
-    if (std::isnan(time)) continue;
-    values.Take(rows->Row());
-    for (int slot = 1; slot <= curves.Count(); ++slot) {
-      const float value = values.Of(slot);
-      if (!std::isnan(previousTime)) to.PlotLine(slot, previousTime, time, previous[slot], value);
-      previous[slot] = value;
+  // As the log stores times: End is a bit beside one.
+  const auto stored = [](double time) { return JoinDateTime(DatePart(time), TimePart(time)); };
+  const double first = stored(times.start), last = stored(times.End());
+  const auto span = log.Find({first, last, RowFilter::Compare::Sum});
+  if (!span) return;
+  RowBlocks blocks = log.Blocks(*span);
+  RowBlock block;
+  std::vector<float> shown(static_cast<std::size_t>(curves.Count()));
+  double reached = times.start;
+  const auto step = [&] { task.Step(reached - times.start, times.End() - times.start); };
+  while (blocks.Next(block, step)) {
+    for (std::size_t row = 0; row < block.Count(); ++row) {
+      const double time = block.times[row];
+      if (!(time >= first && time <= last)) continue;
+      values.Take(block.Values(row));
+      for (int slot = 1; slot <= curves.Count(); ++slot) shown[static_cast<std::size_t>(slot) - 1] = values.Of(slot);
+      to.Take(time, shown);
+      reached = time;
     }
-    previousTime = time;
-    task.Step(time - times.start, times.End() - times.start);
+    step();
   }
+  to.Finish();
 }
 
 }  // namespace velk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "graphs/coordinates.h"
@@ -23,6 +24,10 @@ class PageCurves {
   /// Adds a curve's segment between two records; the second point alone where they lie 100 s or more apart. Values and
   /// times that are no number, and a curve without a scale, add nothing.
   void PlotLine(int slot, double firstTime, double secondTime, float firstValue, float secondValue);
+  /// Adds the next record, with a value a curve: the same as a PlotLine of each from the record before. Records that
+  /// share a row of dots cost next to nothing; what they come to is there behind Finish.
+  void Take(double time, std::span<const float> values);
+  void Finish();
   /// Draws on a surface in millimetres, curve by curve; `pen` in pixels of 96 dots an inch.
   void Draw(Surface& surface, double pen) const;
   std::size_t LineCount() const;
@@ -32,13 +37,26 @@ class PageCurves {
     Scale scale;
     bool wraps;
     DotCurve dots;
+    double perUnit = 0;                ///< millimetres; 0 for a scale without length
+    float plainMin = 1, plainMax = 0;  ///< values that one segment alone leads to, from any of them
+    float previous = 0;
+    // The values of the records since the last segment that left the row of dots.
+    bool isOpen = false, hasRun = false;
+    float least = 0, most = 0;
   };
+
+  double X(const Plotted& curve, double value) const { return kCurveLeft + (value - curve.scale.min) * curve.perUnit; }
+  double Y(double time) const { return layout_.plotTop + (time - times_.start) * perDay_; }
+  void CloseRun(Plotted& curve);
 
   const CurveSource& curves_;
   PageLayout layout_;
   PageTimes times_;
   double perDay_;  ///< millimetres
+  double dots_;    ///< a millimetre
   std::vector<Plotted> plotted_;
+  double previousTime_;     ///< of the last record; NaN before the first
+  double previousRow_ = 0;  ///< the row of dots that it lies in
 };
 
 /// Width of a curve's pen in pixels of 96 dots an inch.

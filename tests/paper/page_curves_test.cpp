@@ -198,5 +198,37 @@ TEST(PageCurvesTest, AreTheSameDotsAsADrawingOfEveryRecord) {
   }
 }
 
+TEST(PageCurvesTest, TakeRecordsAsTheyPlotTheirSegments) {
+  for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+    Curves curves = OneCurve(seed % 2 == 0);
+    curves.all.push_back(curves.all[0]);
+    curves.all[1].min = 80;  // much of it lies outside, and the scale is upside down
+    curves.all[1].max = 20;
+    curves.all.push_back(curves.all[0]);
+    curves.all[2].max = 0;  // no scale
+    const auto records = RandomRecords(seed, 20'000);
+    Page plotted(curves, kPictureDots), taken(curves, kPictureDots);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+      const auto [time, value] = records[i];
+      taken.page.Take(time, std::vector<float>(3, value));
+      for (int slot = 1; slot <= 3 && i > 0; ++slot)
+        plotted.page.PlotLine(slot, records[i - 1].first, time, records[i - 1].second, value);
+    }
+    taken.page.Finish();
+    EXPECT_EQ(Lines(taken.page), Lines(plotted.page)) << "seed " << seed;
+  }
+}
+
+TEST(PageCurvesTest, TakeASingleRecordForNothingAndTwoForARun) {
+  Page page(OneCurve());
+  page.page.Take(kStart, std::vector<float>{20});
+  page.page.Finish();
+  EXPECT_EQ(page.page.LineCount(), 0u);
+  page.page.Take(kStart, std::vector<float>{60});
+  page.page.Take(kStart, std::vector<float>{40});
+  page.page.Finish();
+  EXPECT_EQ(Lines(page.page), (Calls{"line 70 28 130 28 0000FF w1"}));
+}
+
 }  // namespace
 }  // namespace velk
