@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace velk {
@@ -14,11 +15,9 @@ class EventSearch {
   explicit EventSearch(double factor) : factor_(factor == 0 ? 2 : factor) {}
 
   /// Takes the values of the next record, as many each time. True where one of them jumps.
-  bool Push(const std::vector<double>& values);
+  bool Push(std::span<const double> values);
 
  private:
-  bool Jumps(double mean, double value) const;
-
   double factor_;
   std::array<std::vector<double>, 2> before_;
   std::size_t taken_ = 0;

@@ -18,6 +18,7 @@ namespace {
 constexpr int kBlockRows = 64;
 constexpr std::size_t kBlocksKept = 32;
 constexpr int kRowsOfWalk = 256;
+constexpr std::size_t kRowsOfStep = 16;
 constexpr std::size_t kOrdersKept = 8;  ///< 10 MB each for a log of 2.6 million rows
 constexpr double kReadingShare = 0.7;   ///< of a sort
 
@@ -154,26 +155,6 @@ SortedPlaces LogView::ReadSorted(int column, LongTask& task) {
 
 // --- Walks ---
 
-/// Rows that are shown, from `row` on; one read for all where their keys follow each other.
-std::vector<LogRow> LogView::ReadRows(int row, int count) {
-  count = std::min(count, order_.Count() - row);
-  if (count <= 0) return {};
-  const std::int64_t first = order_.KeyAt(row), last = order_.KeyAt(row + count - 1);
-  bool follow = last - first == count - 1;
-  for (int i = 1; i < count && follow; ++i) follow = order_.KeyAt(row + i) == first + i;
-  if (follow) {
-    std::vector<LogRow> rows = reader_.Page({}, KeySpan{first, last}, count);
-    if (static_cast<int>(rows.size()) == count) return rows;
-  }
-  std::vector<LogRow> rows;
-  for (int i = 0; i < count; ++i) {
-    const std::int64_t key = order_.KeyAt(row + i);
-    const auto found = reader_.ByKey(key);
-    rows.push_back(found ? *found : LogRow{std::nan(""), {}, key});
-  }
-  return rows;
-}
-
 int LogView::RowAtTime(int row, double time, LongTask& task) {
   const bool back = time < TimeOf(row);
   if (order_.IsByTime()) {
@@ -199,15 +180,47 @@ int LogView::RowAtTime(int row, double time, LongTask& task) {
 
 std::optional<int> LogView::FindEvent(int row, EventSearch search, const std::vector<int>& watched, LongTask& task,
                                       int& reached) {
+  reached = row;
+  bool isByKey = true;
+  for (int i = row + 1; i < order_.Count() && isByKey; ++i) isByKey = order_.KeyAt(i - 1) < order_.KeyAt(i);
+  return isByKey ? FindByKey(row, search, watched, task, reached) : FindOneByOne(row, search, watched, task, reached);
+}
+
+/// Rows that stand in the order in which the file has them.
+std::optional<int> LogView::FindByKey(int row, EventSearch& search, const std::vector<int>& watched, LongTask& task,
+                                      int& reached) {
+  const int count = order_.Count();
+  const auto step = [&] { task.Step(reached - row, count - row); };
   reader_.Choose(watched);
-  for (int block = row; block < order_.Count(); block += kRowsOfWalk) {
-    const std::vector<LogRow> rows = ReadRows(block, kRowsOfWalk);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      reached = block + static_cast<int>(i);
-      if (!rows[i].values.empty() && search.Push(rows[i].values)) return reached;
-      task.Step(reached - row, order_.Count() - row);
+  RowBlocks blocks = reader_.Blocks({order_.KeyAt(row), order_.KeyAt(count - 1)});
+  RowBlock block;
+  for (int next = row; blocks.Next(block, step);)
+    for (std::size_t i = 0; i < block.Count(); ++i) {
+      while (order_.KeyAt(next) < block.keys[i]) ++next;
+      if (order_.KeyAt(next) != block.keys[i]) continue;  // of a time that is not shown
+      reached = next;
+      if (search.Push(block.Values(i))) return reached;
+      if (i % kRowsOfStep == 0) step();
     }
+  return std::nullopt;
+}
+
+std::optional<int> LogView::FindOneByOne(int row, EventSearch& search, const std::vector<int>& watched, LongTask& task,
+                                         int& reached) {
+  RowBlock block;
+  for (int begin = row; begin < order_.Count(); begin += kRowsOfWalk) {
+    std::vector<std::int64_t> keys;
+    const int end = std::min(order_.Count(), begin + kRowsOfWalk);
+    for (int i = begin; i < end; ++i) keys.push_back(order_.KeyAt(i));
     reader_.Choose(watched);  // events have run
+    reader_.ReadKeys(keys, block);
+    int next = begin;
+    for (std::size_t i = 0; i < block.Count(); ++i) {
+      while (order_.KeyAt(next) != block.keys[i]) ++next;  // deleted by somebody else
+      reached = next;
+      if (search.Push(block.Values(i))) return reached;
+      if (i % kRowsOfStep == 0) task.Step(reached - row, order_.Count() - row);
+    }
   }
   return std::nullopt;
 }

@@ -69,7 +69,10 @@ class LogView {
 
   double TimeAt(Place place);
   Place FirstPlace(double time, bool behind);
-  std::vector<LogRow> ReadRows(int row, int count);
+  std::optional<int> FindByKey(int row, EventSearch& search, const std::vector<int>& watched, LongTask& task,
+                               int& reached);
+  std::optional<int> FindOneByOne(int row, EventSearch& search, const std::vector<int>& watched, LongTask& task,
+                                  int& reached);
   SortedPlaces ReadSorted(int column, LongTask& task);
 
   LogReader reader_;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 namespace velk {
 namespace {
@@ -11,7 +12,7 @@ namespace {
 int StopsAt(double factor, const std::vector<double>& values) {
   EventSearch search(factor);
   for (std::size_t i = 0; i < values.size(); ++i)
-    if (search.Push({values[i]})) return static_cast<int>(i);
+    if (search.Push({&values[i], 1})) return static_cast<int>(i);
   return -1;
 }
 
@@ -49,9 +50,9 @@ TEST(EventSearchTest, ComparesWithTheTwoRecordsRightBefore) {
 
 TEST(EventSearchTest, WatchesAllChannels) {
   EventSearch search(2);
-  EXPECT_FALSE(search.Push({1, 100}));
-  EXPECT_FALSE(search.Push({1, 100}));
-  EXPECT_TRUE(search.Push({1, 201}));
+  EXPECT_FALSE(search.Push(std::vector<double>{1, 100}));
+  EXPECT_FALSE(search.Push(std::vector<double>{1, 100}));
+  EXPECT_TRUE(search.Push(std::vector<double>{1, 201}));
 }
 
 }  // namespace
