@@ -90,4 +90,16 @@ inline void FillLog(const std::string& file) {
   transaction.Commit();
 }
 
+/// Where the long log stands: VELK_BENCH_LOG, or a file of this run alone.
+inline std::string LongLogIn(const Folder& folder) {
+  const char* kept = std::getenv("VELK_BENCH_LOG");
+  return kept == nullptr ? folder.File("log.mdb") : kept;
+}
+
+inline void MakeLongLog(LogWriter& log, const std::string& file) {
+  if (std::filesystem::exists(file)) return;
+  log.CreateLogFile(file);
+  FillLog(file);
+}
+
 }  // namespace velk::bench
