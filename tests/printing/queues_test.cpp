@@ -3,37 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <thread>
 
 #include "base/errors.h"
 #include "imaging/printer_choice.h"
-#include "platform/windows/qt_printers.h"
+#include "printing/queue_fixture.h"
 
 namespace velk {
 namespace {
 
 namespace fs = std::filesystem;
 
+using test::OutputOf;
 using Names = std::vector<std::string>;
 
-/// What a command prints.
-std::string OutputOf(const std::string& command) {
-  std::string output;
-  FILE* pipe = popen(command.c_str(), "r");
-  for (int c = 0; pipe && (c = fgetc(pipe)) != EOF;) output += static_cast<char>(c);
-  if (pipe) pclose(pipe);
-  return output;
-}
-
-class Queues : public testing::Test {
+class Queues : public test::QueueFixture {
  protected:
-  Queues() {
-    for (const auto& left : fs::directory_iterator(folder_)) fs::remove(left);
-  }
   static void Print(Printer& printer) {
     Surface& page = printer.Begin("Job 17, Скважина", Unit::Millimetre);
     page.SetFont({"DejaVu Sans", 12, false});
@@ -42,18 +26,6 @@ class Queues : public testing::Test {
     page.Print(20, 20, "Вторая страница", 0);
     printer.End();
   }
-  /// The document that a queue has brought to its device, which works at a time of its own.
-  std::string Arrived() const {
-    for (int tries = 0; tries < 200; ++tries) {
-      for (const auto& file : fs::directory_iterator(folder_))
-        if (file.path().extension() == ".pdf") return file.path().string();
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return {};
-  }
-
-  const fs::path folder_ = std::getenv("VELK_PRINTED");
-  QtPrinters printers_;
 };
 
 TEST_F(Queues, AreListedWithTheDefaultOfTheSystem) {
