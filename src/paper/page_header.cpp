@@ -56,6 +56,9 @@ void DrawTimes(Surface& page, const PageLayout& layout, const PageTimes& times) 
     page.Line(kCurveLeft - kTick, y, kCurveLeft, y, colour::Black);
     const std::string label = FormatDate(time, "hh:mm:ss"), day = FormatDate(time, "dd-mmm-yy");
     const double height = page.TextHeight(label);
+    // The frame ends there: its line would cross the letters.
+    if (i == kLabels)
+      page.Fill(kFrameLeft + kBeside / 2, y - height / 2, page.TextWidth(label) + kBeside, height, colour::White);
     page.Print(kFrameLeft + kBeside, y - height / 2, label, colour::Black);
     if (day != date)
       page.Print(kFrameLeft + kBeside, i == kLabels ? y + height / 2 : y - 1.5 * height, day, colour::Black);

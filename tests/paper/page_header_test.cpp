@@ -80,6 +80,15 @@ TEST_F(PageHeaderTest, LabelsFourIntervalsAndTheDateWhereItChanges) {
   EXPECT_TRUE(sheet.Has("print 28 24 'Time' 000000")) << "centred on 30, its foot at 26";
 }
 
+TEST_F(PageHeaderTest, KeepsTheFrameOutOfTheLastTime) {
+  Draw(PageTarget::Preview);
+  const auto at = [&](const std::string& call) { return std::find(sheet.calls.begin(), sheet.calls.end(), call); };
+  const auto frame = at("line 190 277 20 277 000000 w0.944882"), cleared = at("fill 20.5 276 9 2 FFFFFF"),
+             time = at("print 21 276 '02:00:00' 000000");
+  ASSERT_TRUE(frame != sheet.calls.end() && cleared != sheet.calls.end() && time != sheet.calls.end());
+  EXPECT_TRUE(frame < cleared && cleared < time);
+}
+
 TEST_F(PageHeaderTest, PrintsADateThatChangesAtTheEndBelowItsTime) {
   layout = LayOut(2, {}, {}, PageTarget::Preview);
   const PageTimes times{kEvening, TimeOfDay(0, 30, 0)};
