@@ -68,7 +68,10 @@ class LogReader {
   std::optional<LogRow> ByPosition(std::int64_t position);
   /// 0 for a key that no row has.
   std::int64_t PositionOf(std::int64_t key);
-  void Refresh() { positions_.Forget(); }
+  void Refresh() {
+    positions_.Forget();
+    tally_ = {};
+  }
   /// How many rows there are, without reading all of the file for that: each call counts up to `most` rows on, and
   /// until the last one is reached the distance of keys stands for the others.
   std::int64_t Tally(int most);

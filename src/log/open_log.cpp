@@ -74,6 +74,7 @@ void OpenLog::FollowRow(const std::string& path, std::int64_t key, bool isThere)
   const auto writing = writer_.Writing();
   if (writing && writing->IsSameFile(path)) writer_.FollowRow(key, isThere);
   if (reader_) reader_->Refresh();
+  if (onRowsChanged) onRowsChanged();
 }
 
 void OpenLog::Edit(const std::string& path,

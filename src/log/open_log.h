@@ -38,6 +38,8 @@ class OpenLog {
   /// Appends a line to the report of the open log, under the present time of the clock; an empty comment none.
   void AddSummaryRow(const std::string& comment);
 
+  /// Called where a row of a file was deleted or has come back.
+  std::function<void()> onRowsChanged;
   /// Called behind each comment, entered or not: who shows the report reads it anew.
   std::function<void()> onReportChanged;
 

@@ -98,6 +98,7 @@ void Application::BindCommands() {
   frame_.Toggles().onStored = [this] { KeepSettings(); };
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_, printerChoice_});
   FollowComments(windows_, openLog_);
+  openLog_.onRowsChanged = [this] { playback_.FollowRows(); };
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
   commands.Bind("mnuEditTable", [this] { EditTable(); });

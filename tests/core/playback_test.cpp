@@ -103,6 +103,18 @@ TEST_F(PlaybackTest, PlaysARowATickAndShowsWhereItIs) {
   EXPECT_EQ(rig.view.panels[6], "Row 2 of 3");
 }
 
+TEST_F(PlaybackTest, CountsRowsAnewWhereSomeWereDeleted) {
+  const std::string file = Record(6);
+  Choose(file);
+  Press();
+  Tick();
+  EXPECT_EQ(rig.view.panels[6], "Row 1 of 6");
+  Connection::Open(file, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID IN (4, 5)");
+  rig.playback.FollowRows();
+  Tick();
+  EXPECT_EQ(rig.view.panels[6], "Row 2 of 4");
+}
+
 TEST_F(PlaybackTest, CallsWhoFollowsItWithEachRow) {
   std::vector<std::pair<std::int64_t, double>> seen;
   rig.playback.onRow = [&](const LogRow& row) { seen.emplace_back(row.key, row.values[1]); };

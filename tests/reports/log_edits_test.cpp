@@ -33,11 +33,15 @@ TEST_F(LogEditsTest, DeletesARowAndPutsItBackAsItWas) {
   log.Finalise();
   Open();
   const Lines before = Rows();
+  int told = 0;
+  open.onRowsChanged = [&] { ++told; };
   edits->DeleteRow(1);
+  EXPECT_EQ(told, 1);
   EXPECT_EQ(Rows(), (Lines{"1|10.0|1.0", "3|30.0|3.0"}));
   EXPECT_EQ(Shown(*view), (Keys{1, 3}));
   ASSERT_TRUE(edits->CanUndo());
   EXPECT_EQ(edits->Undo(), Place{1});
+  EXPECT_EQ(told, 2);
   EXPECT_EQ(Rows(), before);
   EXPECT_EQ(Shown(*view), (Keys{1, 2, 3}));
   EXPECT_FALSE(edits->CanUndo());

@@ -16,6 +16,9 @@ class PlaybackPlace {
   /// The next row is played.
   void Step() { ++played_; }
 
+  /// Rows were deleted.
+  void CountAnew() { count_ = 0; }
+
   /// `now` in milliseconds. Rows are counted between the rows that are played, those too that are recorded meanwhile: a
   /// long log begins to play at once. Raises what the reader raises.
   OperatorText Text(LogReader& reader, std::int64_t now);

@@ -135,6 +135,11 @@ void Playback::Refuse(const std::string& logBefore) {
   ChangeCurrentStatus(session_, view_, text::StatusReady);
 }
 
+void Playback::FollowRows() {
+  if (reader_) reader_->Refresh();
+  place_.CountAnew();
+}
+
 // --- Start, Pause, Resume, Stop ---
 
 void Playback::Start(const Statements& run) {

@@ -47,6 +47,8 @@ class Playback {
   /// At the end of the program: no row follows. Nothing is said, and the status stays.
   void Close();
   bool IsOpen() const { return reader_ != nullptr; }
+  /// Rows of a file, perhaps of the one that plays, were deleted or have come back.
+  void FollowRows();
   /// Called with each row that was played.
   std::function<void(const LogRow& row)> onRow;
   /// The file was left, at its end or by Stop.
