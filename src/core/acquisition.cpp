@@ -177,7 +177,7 @@ void Acquisition::Run(const Statements& run) {
   ChangeCurrentStatus(session_, view_, text::StatusAcquiringData);
   session_.FormattedLineLength = 0;
   session_.Data.pausedSince = 0;
-  session_.Data.lastLine = session_.Data.lastRow = platform_.clock.Ticks();
+  session_.Data.lastLine = session_.Data.lastSample = session_.Data.lastRow = platform_.clock.Ticks();
   session_.SampleBusy = false;
   session_.SampleSkips = 0;
   sources_.Current().Start();

@@ -11,7 +11,7 @@ namespace velk {
 struct DataState {
   bool hasValues = false;       ///< CurrentValue holds values of this job or playback, not those of an earlier one
   long long samples = 0;        ///< whose values were taken
-  std::int64_t lastSample = 0;  ///< ticks at the last of them
+  std::int64_t lastSample = 0;  ///< ticks at the last of them, or at Start and Resume
   std::int64_t lastLine = 0;    ///< ticks at the last line of any kind, or at Start and Resume
   long long rejected = 0;       ///< lines whose values were not taken
   long long firstLines = 0;     ///< of these: an own unit's first line, which only shows the length of the next ones

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/rig.h"
+#include "platform/files/disk_room.h"
 
 namespace velk {
 namespace {
@@ -127,6 +128,24 @@ TEST_F(Panel, ShowsTheRecordingWithItsFileItsTimeAndItsRoom) {
   rig.acquisition.mnuAcquireStop_Click();
   panel.Look();
   EXPECT_EQ(rig.view.recording, "");
+}
+
+TEST_F(Panel, CountsRowsForTheTimeThatTheDiskLastsAndNotSamples) {
+  rig.session.SensitivityCriterion = 50;
+  rig.Connect();
+  rig.ChooseFile("well.mdb");
+  rig.session.SamplingRate = 10.0 / 86400;  // a sample a second, and nothing moves: a row each ten seconds
+  rig.acquisition.mnuAcquireStart_Click();
+  for (int i = 0; i < 31; ++i) rig.Sample(1, 2, 3), panel.Look();
+  ASSERT_GE(rig.session.Data.rows, 3);
+  ASSERT_LE(rig.session.Data.rows, 8);
+  const double rowsASecond = static_cast<double>(rig.session.Data.rows - 1) / 30;
+  const auto free = FreeBytes(rig.Path("well.mdb"));
+  ASSERT_TRUE(free);
+  const double seconds = *free / (BytesPerRow(3) * rowsASecond);
+  std::string told = rig.view.recordingTip.substr(rig.view.recordingTip.rfind("lasts for ") + 10);
+  std::erase(told, ',');
+  EXPECT_NEAR(std::stod(told) / (seconds / 86400), 1, 0.5) << rig.view.recordingTip;
 }
 
 TEST_F(Panel, NamesTheFileThatRowsReallyGoToWhenItsShownNameHasFollowedThePages) {

@@ -91,6 +91,23 @@ TEST_F(DataPanelWords, WarnThatValuesAreHeld) {
   EXPECT_FALSE(At(kTicks).stale);
 }
 
+TEST_F(DataPanelWords, CallValuesOldThatAreHeldForAsLongAsTheTimeOut) {
+  session.Data.rejected = 9;
+  session.Data.heldSince = DateSerial(2026, 3, 14) + TimeOfDay(14, 2, 11);
+  session.Data.lastLine = kTicks + 5000;
+  EXPECT_FALSE(At(kTicks + 4999).stale);
+  EXPECT_TRUE(At(kTicks + 5000).stale);
+}
+
+/// A rejected block of buffered lines holds nothing: there is no row of it.
+TEST_F(DataPanelWords, WarnWhereLinesComeOfWhichNoneIsTakenAnyLonger) {
+  session.Data.lastLine = kTicks + 5000;
+  EXPECT_EQ(At(kTicks + 4999).text.English(), "1.0 samples/s \u00b7 not recording");
+  EXPECT_EQ(At(kTicks + 5000).text.English(), "no values \u00b7 not recording");
+  EXPECT_TRUE(At(kTicks + 5000).warns);
+  EXPECT_TRUE(At(kTicks + 5000).stale);
+}
+
 TEST_F(DataPanelWords, TellHowLongThereWereNoDataFromTheTimeOutOn) {
   session.RecordToDB = true;
   session.Data.rows = 12;
@@ -114,7 +131,7 @@ TEST_F(DataPanelWords, WaitAsLongAsTheSamplingIsSlow) {
 TEST_F(DataPanelWords, WarnWhenLinesComeAndNoRow) {
   session.RecordToDB = true;
   session.Data.rows = 7;
-  session.Data.lastLine = kTicks + 6000;
+  session.Data.lastLine = session.Data.lastSample = kTicks + 6000;
   EXPECT_EQ(At(kTicks + 6000).text.English(), "1.0 samples/s \u00b7 7 rows \u00b7 no row for 6 s");
   EXPECT_TRUE(At(kTicks + 6000).warns);
   session.RecordToDB = false;

@@ -55,9 +55,12 @@ void DataPanel::LookAlong() {
 
 void DataPanel::Look() {
   nextLook_ = platform_.clock.Ticks() + kLookMs;
-  if (!StatusIs(session_, text::StatusAcquiringData)) rate_.Restart();
-  rate_.Note(session_.Data.samples, session_.Data.lastSample, std::max(kRateWindowMs, SilenceMs(session_)));
-  ShowWords(WordsOfData(session_, platform_.clock.Ticks(), Rate()));
+  const DataState& data = session_.Data;
+  const std::int64_t window = std::max(kRateWindowMs, SilenceMs(session_));
+  if (!StatusIs(session_, text::StatusAcquiringData)) rate_.Restart(), rowRate_.Restart();
+  rate_.Note(data.samples, data.lastSample, window);
+  rowRate_.Note(data.rows, data.lastRow, window);
+  ShowWords(WordsOfData(session_, platform_.clock.Ticks(), rate_.PerSecond()));
   ShowRecording();
 }
 
@@ -66,7 +69,7 @@ void DataPanel::ShowWords(const DataWords& words) {
   if (std::exchange(jobRuns_, jobRuns) || jobRuns) {
     // Windows may have been made since the last look.
     ForEachGraphWindow(session_, [&](GraphWindow& window) { window.ShowValuesStale(words.stale); });
-    link_.ShowSilence(words.stale && session_.Data.pausedSince == 0);
+    link_.ShowSilence(words.stale && session_.Data.pausedSince == 0 && IsSilent(session_, platform_.clock.Ticks()));
   }
   std::string text = words.text.English();
   if (text == shown_ && words.warns == warned_) return;
@@ -80,7 +83,7 @@ void DataPanel::ShowRecording() {
   if (recorder_.IsRecording()) {
     text = RecordingText(session_, session_.LogFileInUse, platform_.clock.Now());
     if (recording_.empty() || platform_.clock.Ticks() >= nextToolTip_) {
-      toolTip_ = RecordingToolTip(session_, RoomOf(session_.LogFileInUse), Rate());
+      toolTip_ = RecordingToolTip(session_, RoomOf(session_.LogFileInUse), rowRate_.PerSecond());
       nextToolTip_ = platform_.clock.Ticks() + kToolTipMs;
     }
   }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "core/panel/data_words.h"
 #include "core/panel/rate_meter.h"
@@ -31,7 +30,6 @@ class DataPanel {
  private:
   void ShowWords(const DataWords& words);
   void ShowRecording();
-  std::optional<double> Rate() const { return rate_.PerSecond(); }
 
   Session& session_;
   Platform platform_;
@@ -40,7 +38,8 @@ class DataPanel {
   Link& link_;
   std::unique_ptr<Timer> timer_;
   std::int64_t nextLook_ = 0;  ///< ticks
-  RateMeter rate_;
+  RateMeter rate_;     ///< of samples
+  RateMeter rowRate_;  ///< of rows, which are fewer where little changes
   bool jobRuns_ = false;
   std::string shown_;
   bool warned_ = false;

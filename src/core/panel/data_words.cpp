@@ -41,19 +41,20 @@ OperatorText Since(const MessageText& what, double time) {
 /// How the values come, or why they don't.
 void TellValues(DataWords& words, const Session& session, std::int64_t ticks, std::optional<double> perSecond) {
   const DataState& data = session.Data;
-  const std::int64_t silence = ticks - data.lastLine;
+  words.stale = HasStaleValues(session, ticks);
+  words.warns = words.stale && data.pausedSince == 0;
   if (data.pausedSince != 0) {
-    words.stale = true;
     Add(words.text, Since(text::PausedSince, data.pausedSince));
-  } else if (silence >= SilenceMs(session)) {
-    words.stale = words.warns = true;
-    Add(words.text, text::NoDataFor + DurationText(static_cast<double>(silence) / 1000));
+  } else if (IsSilent(session, ticks)) {
+    Add(words.text, text::NoDataFor + DurationText(static_cast<double>(ticks - data.lastLine) / 1000));
   } else if (data.heldSince != 0) {
     words.warns = true;
     Add(words.text, Since(text::ValuesHeldSince, data.heldSince));
   } else if (data.samples == 0) {
     words.warns = data.rejected > data.firstLines;
     Add(words.text, words.warns ? text::EveryLineRejected : text::WaitsForData);
+  } else if (words.stale) {
+    Add(words.text, text::EveryLineRejected);
   } else if (perSecond) {
     Add(words.text, RateText(*perSecond));
   }
@@ -72,6 +73,17 @@ void TellRows(DataWords& words, const Session& session, std::int64_t ticks) {
 }
 
 }  // namespace
+
+bool IsSilent(const Session& session, std::int64_t ticks) {
+  return ticks - session.Data.lastLine >= SilenceMs(session);
+}
+
+bool HasStaleValues(const Session& session, std::int64_t ticks) {
+  const DataState& data = session.Data;
+  if (data.pausedSince != 0) return true;
+  if (!StatusIs(session, text::StatusAcquiringData)) return false;
+  return IsSilent(session, ticks) || (data.samples > 0 && ticks - data.lastSample >= SilenceMs(session));
+}
 
 DataWords WordsOfData(const Session& session, std::int64_t ticks, std::optional<double> perSecond) {
   DataWords words;
@@ -128,12 +140,12 @@ OperatorText RecordingText(const Session& session, const std::string& path, doub
          Format(static_cast<double>(whole % 60), "00");
 }
 
-OperatorText RecordingToolTip(const Session& session, const LogFileRoom& room, std::optional<double> perSecond) {
+OperatorText RecordingToolTip(const Session& session, const LogFileRoom& room, std::optional<double> rowsPerSecond) {
   OperatorText shown = text::RowsGoTo + room.path + "\n" + text::FileSize + SizeText(room.bytes);
   if (!room.free) return shown;
   shown += "\n" + (text::FreeSpace + SizeText(*room.free));
-  if (!perSecond || *perSecond <= 0) return shown;
-  const double seconds = *room.free / (BytesPerRow(session.TotalParameters) * *perSecond);
+  if (!rowsPerSecond || *rowsPerSecond <= 0) return shown;
+  const double seconds = *room.free / (BytesPerRow(session.TotalParameters) * *rowsPerSecond);
   return shown + text::FreeSpaceLasts + DurationText(seconds);
 }
 

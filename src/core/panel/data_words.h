@@ -16,6 +16,11 @@ struct DataWords {
   bool stale = false;  ///< the values on the charts are no present ones
 };
 
+/// No line has come for as long as SilenceMs tells.
+bool IsSilent(const Session& session, std::int64_t ticks);
+/// The values that stand are no present ones: the job is paused, nothing comes, or nothing that could be taken.
+bool HasStaleValues(const Session& session, std::int64_t ticks);
+
 /// `ticks` is the clock's, `perSecond` how fast samples come, where that is known already.
 DataWords WordsOfData(const Session& session, std::int64_t ticks, std::optional<double> perSecond);
 
@@ -40,7 +45,7 @@ double BytesPerRow(int channels);
 
 /// The name of the file and the time since the recording began; where the job is paused that instead of the time.
 OperatorText RecordingText(const Session& session, const std::string& path, double now);
-/// The file that rows really go to, its size, the free space and how long that lasts.
-OperatorText RecordingToolTip(const Session& session, const LogFileRoom& room, std::optional<double> perSecond);
+/// The file that rows really go to, its size, the free space and how long that lasts where so many rows come a second.
+OperatorText RecordingToolTip(const Session& session, const LogFileRoom& room, std::optional<double> rowsPerSecond);
 
 }  // namespace velk
