@@ -7,8 +7,11 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include "base/colour.h"
+#include "core/panel/data_words.h"
 #include "core/windows/large_values_window.h"
 #include "core/windows/value_tiles.h"
+#include "model/texts.h"
 #include "support/fake_clock.h"
 #include "support/host.h"
 #include "support/window_driving.h"
@@ -79,6 +82,48 @@ TEST_F(LargeValuesWindow, FollowsTheValuesFourTimesASecond) {
   EXPECT_EQ(Tiles()[1].value, "3.3");
   clock.Advance(100);
   EXPECT_EQ(Tiles()[1].value, "99.0");
+}
+
+TEST_F(LargeValuesWindow, ShowsNoValueOfAnEarlierJob) {
+  session.AcquisitionMode = true;
+  clock.Advance(300);
+  EXPECT_EQ(Tiles()[0].value, "\u2013");
+  session.Data.hasValues = true;
+  clock.Advance(300);
+  EXPECT_EQ(Tiles()[0].value, "1.3");
+}
+
+TEST_F(LargeValuesWindow, GreysValuesThatAreNoPresentOnes) {
+  session.AcquisitionMode = session.Data.hasValues = true;
+  session.CurrentStatus = text::StatusAcquiringData;
+  session.Data.samples = 1;
+  session.Data.lastLine = session.Data.lastSample = clock.Ticks();
+  clock.Advance(300);
+  EXPECT_FALSE(Tiles()[0].stale);
+  clock.Advance(static_cast<int>(SilenceMs(session)));
+  EXPECT_TRUE(Tiles()[0].stale) << "nothing comes";
+  session.Data.lastLine = session.Data.lastSample = clock.Ticks();
+  session.Data.pausedSince = clock.Now();
+  clock.Advance(300);
+  EXPECT_TRUE(Tiles()[0].stale) << "paused";
+}
+
+TEST_F(LargeValuesWindow, HasDarkPaperByNightWithTheColoursOfTheCharts) {
+  session.CurrentParameters[1].color = Rgb(0x00, 0x57, 0xB8);
+  const auto has = [this](const QColor& colour) {
+    const QImage picture = FindControl<ValueTiles>(window, "Tiles")->grab().toImage();
+    for (int y = 0; y < picture.height() / 2; ++y)
+      for (int x = 0; x < picture.width() / 2; ++x)
+        if (picture.pixelColor(x, y) == colour) return true;
+    return false;
+  };
+  clock.Advance(300);
+  EXPECT_TRUE(has(QColor(0x00, 0x57, 0xB8)));
+  session.NightColours = true;
+  clock.Advance(300);
+  EXPECT_TRUE(has(QColor(0x5A, 0xA9, 0xFF))) << "its partner by night";
+  EXPECT_TRUE(has(QColor(0x14, 0x18, 0x1D)));
+  EXPECT_FALSE(has(QColor(Qt::white)));
 }
 
 TEST_F(LargeValuesWindow, MarksAlarmsByTheirSide) {

@@ -8,6 +8,7 @@
 #include "base/text_qt.h"
 #include "core/alarms.h"
 #include "core/large_values.h"
+#include "core/panel/data_words.h"
 #include "core/texts.h"
 #include "core/windows/value_tiles.h"
 #include "i18n/windows/translate_form.h"
@@ -21,12 +22,13 @@ namespace {
 constexpr int kLookMs = 250;
 constexpr QSize kSize(960, 560);
 
-ValueTiles::Tile TileOf(const Session& session, int channel) {
+ValueTiles::Tile TileOf(const Session& session, int channel, bool stale) {
   const Parameter& parameter = session.CurrentParameters[channel];
   const float value = session.CurrentValue[channel];
-  const std::string text = std::isnan(value) ? "\u2013" : Format(static_cast<double>(value), parameter.format);
+  const bool isOfEarlierJob = session.AcquisitionMode && !session.Data.hasValues;
+  const std::string text = isOfEarlierJob || std::isnan(value) ? "\u2013" : Format(static_cast<double>(value), parameter.format);
   const AlarmSide side = session.AlarmTriggered[channel] ? SideOutOfLimits(parameter, value) : AlarmSide::None;
-  return {ToQt(parameter.name), ToQt(text), ToQt(parameter.units), parameter.color, side};
+  return {ToQt(parameter.name), ToQt(text), ToQt(parameter.units), parameter.color, side, stale};
 }
 
 }  // namespace
@@ -71,7 +73,9 @@ void frmLargeValues::keyPressEvent(QKeyEvent* event) {
 
 void frmLargeValues::ShowValues() {
   std::vector<ValueTiles::Tile> tiles;
-  for (const int channel : LargeChannels(access_.session)) tiles.push_back(TileOf(access_.session, channel));
+  const bool stale = HasStaleValues(access_.session, access_.clock.Ticks());
+  for (const int channel : LargeChannels(access_.session)) tiles.push_back(TileOf(access_.session, channel, stale));
+  ui_->Tiles->SetNight(access_.session.NightColours || palette().color(QPalette::Window).lightness() <= 127);
   ui_->cmdChannels->setEnabled(!tiles.empty());
   ui_->Tiles->Show(std::move(tiles));
 }

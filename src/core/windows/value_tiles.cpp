@@ -40,8 +40,24 @@ void ValueTiles::Show(std::vector<Tile> tiles) {
   update();
 }
 
+void ValueTiles::SetNight(bool night) {
+  if (isNight_ == night) return;
+  isNight_ = night;
+  night_.SetNight(night);
+  update();
+}
+
+QColor ValueTiles::InkOf(const Tile& tile, const QColor& ground) const {
+  const std::int32_t muted = isNight_ ? colour::NightMuted : colour::Muted;
+  return ToQColor(ReadableOn(tile.stale ? muted : night_.Shown(tile.colour), ColourOf(ground), kReadable));
+}
+
 void ValueTiles::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  if (isNight_) {
+    painter.fillRect(rect(), ToQColor(colour::NightPlate));
+    painter.setPen(ToQColor(colour::NightRules));
+  }
   if (tiles_.empty()) return painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
   const int count = static_cast<int>(tiles_.size());
   const double ideal = std::sqrt(count * (width() / kWideAsHigh) / std::max(height(), 1));
@@ -57,11 +73,10 @@ void ValueTiles::paintEvent(QPaintEvent*) {
 
 /// Name and units above, the value below them in all the room that is left.
 void ValueTiles::PaintTile(QPainter& painter, const Tile& tile, const QRect& box) const {
-  const QColor ground = palette().color(QPalette::Base);
-  const bool isDark = ground.lightness() <= 127;
+  const QColor ground = isNight_ ? ToQColor(colour::NightPaper) : palette().color(QPalette::Base);
   painter.fillRect(box, ground);
   const bool alarmed = tile.side != AlarmSide::None;
-  const QColor alarm = ToQColor(isDark ? colour::NightAlarm : colour::Alarm);
+  const QColor alarm = ToQColor(isNight_ ? colour::NightAlarm : colour::Alarm);
   if (alarmed) {
     painter.setPen(QPen(alarm, kFrame));
     painter.drawRect(box.adjusted(kFrame / 2, kFrame / 2, -kFrame / 2, -kFrame / 2));
@@ -69,7 +84,7 @@ void ValueTiles::PaintTile(QPainter& painter, const Tile& tile, const QRect& box
   const QRect inside = box.adjusted(2 * kGap, kGap, -2 * kGap, -kGap);
   const QRect top(inside.left(), inside.top(), inside.width(), inside.height() / 4);
   const QRect bottom(inside.left(), top.bottom() + 1, inside.width(), inside.height() - top.height());
-  painter.setPen(ToQColor(ReadableOn(tile.colour, ColourOf(ground), kReadable)));
+  painter.setPen(InkOf(tile, ground));
   const QString heading = tile.units.isEmpty() ? tile.name : tile.name + QStringLiteral(", ") + tile.units;
   painter.setFont(Largest(font(), heading, top.size()));
   painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
@@ -77,7 +92,7 @@ void ValueTiles::PaintTile(QPainter& painter, const Tile& tile, const QRect& box
   const QString mark = tile.side == AlarmSide::Low    ? QStringLiteral("\u25BC ")
                        : tile.side == AlarmSide::High ? QStringLiteral("\u25B2 ")
                                                       : QString();
-  if (alarmed) painter.setPen(ToQColor(ReadableOn(ColourOf(alarm), ColourOf(ground), kReadable)));
+  if (alarmed && !tile.stale) painter.setPen(ToQColor(ReadableOn(ColourOf(alarm), ColourOf(ground), kReadable)));
   // Room for the mark and a sign, so that the digits keep their size when one comes.
   painter.setFont(Largest(font(), QStringLiteral("\u25B2 -") + tile.value, bottom.size()));
   painter.drawText(bottom, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, mark + tile.value);

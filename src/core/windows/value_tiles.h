@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/graph_window.h"
+#include "platform/drawing/colour_map.h"
 
 namespace velk {
 
@@ -18,6 +19,7 @@ class ValueTiles : public QWidget {
     QString units;
     std::int32_t colour = 0;
     AlarmSide side = AlarmSide::None;
+    bool stale = false;  ///< the value is no present one: grey
     bool operator==(const Tile&) const = default;
   };
 
@@ -25,6 +27,8 @@ class ValueTiles : public QWidget {
 
   /// What stands in place of tiles where there are none.
   void SetHint(const QString& hint) { hint_ = hint; }
+  /// On dark paper, in the colours that the charts have on it.
+  void SetNight(bool night);
   /// Repaints where something has changed.
   void Show(std::vector<Tile> tiles);
   const std::vector<Tile>& Tiles() const { return tiles_; }
@@ -35,8 +39,13 @@ class ValueTiles : public QWidget {
  private:
   void PaintTile(QPainter& painter, const Tile& tile, const QRect& box) const;
 
+  /// On this ground.
+  QColor InkOf(const Tile& tile, const QColor& ground) const;
+
   std::vector<Tile> tiles_;
   QString hint_;
+  ColourMap night_;
+  bool isNight_ = false;
 };
 
 }  // namespace velk
