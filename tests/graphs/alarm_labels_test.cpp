@@ -148,6 +148,19 @@ TEST_F(AlarmLabels, FlashPlainlyWhereButtonsAreWhiteOrDark) {
   }
 }
 
+/// Grey digits are those of an old value.
+TEST_F(AlarmLabels, AreTheBrightestOnADarkDesktop) {
+  const UnderPalette palette(QColor(0x22, 0x26, 0x2B));
+  Sample(true);
+  Sample(true);
+  const QImage plate = Value(1).copy();
+  int brightest = 0;
+  for (int y = 4; y < plate.height() - 4; ++y)
+    for (int x = plate.width() / 3; x < plate.width() - 4; ++x)
+      brightest = std::max(brightest, qGray(plate.pixel(x, y)));
+  EXPECT_GE(brightest, 250);
+}
+
 TEST_F(AlarmLabels, FollowAChangeOfThemeAtRestAndInAlarm) {
   Sample(true);
   const QColor button(0x22, 0x26, 0x2B);

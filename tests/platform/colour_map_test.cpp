@@ -54,6 +54,13 @@ TEST(ColourMap, GivesEachOfOurColoursItsPartnerAndLightensOthersByNight) {
   EXPECT_EQ(Blue(blue), 255);
 }
 
+TEST(ColourMap, MakesLettersReadableByNightToo) {
+  ColourMap map;
+  map.SetNight(true);
+  for (const std::int32_t colour : {Rgb(0, 0x80, 0), Rgb(0, 0, 255), Rgb(255, 0, 0), Rgb(0x40, 0, 0)})
+    EXPECT_GE(Contrast(map.Shown(colour), colour::NightPaper), 4.5) << colour;
+}
+
 TEST(ColourMap, ThinsTheShownInkWhereTheDrawnOneIsThin) {
   ColourMap map;
   map.SetNight(true);

@@ -228,7 +228,8 @@ void LabelRows::FollowPalette() {
   looks_.stale = Readable(IsDark(ground) ? colour::NightMuted : colour::Muted, ground);
   looks_.mark = ToQColor(IsDark(plate) ? colour::NightAlarm : colour::Alarm).rgb();
   looks_.onWhite = Readable(colour::Black, Qt::white);
-  looks_.onPlate = Readable(colour::Black, plate);
+  // Not the grey that would be readable: that is what an old value looks like.
+  looks_.onPlate = IsDark(plate) ? QColor(Qt::white).rgb() : Readable(colour::Black, plate);
   for (Row& row : rows_) row.ink = Readable(row.colour, plate);
 }
 

@@ -9,7 +9,8 @@ namespace velk {
 
 namespace {
 
-constexpr double kReadable = 3;
+constexpr double kSeen = 3;        ///< contrast of a curve
+constexpr double kReadable = 4.5;  ///< and of letters
 constexpr std::size_t kMostInks = 256;
 
 /// The colours that are offered where nobody has chosen, each with the one that has its part by night.
@@ -98,13 +99,13 @@ bool ColourMap::AddInk(std::int32_t colour) {
   // The first two are always there; of the others the oldest has had its time.
   if (inks_.size() >= kMostInks) inks_.erase(inks_.begin() + 2);
   inks_.push_back({colour, colour});
-  if (Contrast(colour, colour::White) < kReadable) hasPaleInk_ = true;
+  if (Contrast(colour, colour::White) < kSeen) hasPaleInk_ = true;
   Forget();
   return true;
 }
 
 std::int32_t ColourMap::Shown(std::int32_t colour) const {
-  if (!night_) return colour == colour::Grid || colour == colour::White ? colour : ReadableOn(colour, colour::White, 3);
+  if (!night_) return colour == colour::Grid || colour == colour::White ? colour : ReadableOn(colour, colour::White, kSeen);
   for (const auto& [day, night] : kByDayAndNight)
     if (day == colour) return night;
   return ReadableOn(colour, colour::NightPaper, kReadable);
