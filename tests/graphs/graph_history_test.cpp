@@ -443,6 +443,22 @@ TEST(GraphReadValue, EndsWithASecondPressOrEscAndGivesTheCaptionBack) {
   }
 }
 
+TEST(GraphReadValue, ReadsOnTheCurveThatWasChosenWhereverItStands) {
+  LookedBack job(3);
+  job.Sample(0, 100);
+  job.dialogs.ExpectChoice("Read Value from Graph", "Pressure 2");
+  job.Key("ReadValue").trigger();
+  // The first curve leaves the window.
+  job.session.CurrentParameters[1].FormIndex = 1;
+  BuildGraphMap(job.session, job.session.TotalParameters);
+  job.MoveMouse(50);
+  EXPECT_EQ(job.Caption(), "Pressure 2 at 09:30:50 : 50.000");
+  job.session.CurrentParameters[2].FormIndex = 2;
+  BuildGraphMap(job.session, job.session.TotalParameters);
+  job.MoveMouse(51);
+  EXPECT_EQ(job.Caption(), "") << "it has left the window";
+}
+
 TEST(GraphReadValue, AsksWhichCurveWhereThereAreSeveral) {
   LookedBack job(3);
   job.Sample(0, 100);

@@ -119,6 +119,8 @@ void GraphFormNew::changeEvent(QEvent* event) {
 void GraphFormNew::LoadAgain() {
   view_->FitToWindow(WindowSize());
   RefreshForm();
+  // A page of history holds the curves that the window has, at the height that it has.
+  if (!history_->LiveView()) history_->Repaint();
   view_->ScheduleRefresh();
 }
 
