@@ -380,6 +380,23 @@ TEST(GraphRepaint, BringsTheCurvesBackFromTheLogAtAResize) {
   EXPECT_GT(dark, 20);
 }
 
+/// As a page of this window is that is drawn with these curves from the start.
+TEST(GraphRepaint, DrawsThePageOfHistoryWithTheCurvesThatTheWindowIsGiven) {
+  LookedBack job(2);
+  job.Sample(0, 600);
+  job.Bar().setValue(2);
+  job.session.CurrentParameters[2].FormIndex = 2;
+  BuildGraphMap(job.session, job.session.TotalParameters);
+  job.Form().LoadAgain();
+  const QImage plot = job.Plot(), axis = job.Axis();
+  EXPECT_EQ(job.CountOf(kGreen), 0) << "the curve that has left";
+  EXPECT_GT(job.CountOf(kRed), 0);
+  job.Bar().setValue(1);
+  job.Bar().setValue(2);
+  EXPECT_EQ(job.Plot(), plot);
+  EXPECT_EQ(job.Axis(), axis);
+}
+
 TEST(GraphRepaint, DrawsThePageOfHistoryAgain) {
   LookedBack job;
   job.Sample(0, 600);

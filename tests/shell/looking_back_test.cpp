@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTest>
 #include <filesystem>
@@ -82,6 +83,21 @@ TEST_F(LookingBack, LeavesTheRecordingAndTheLiveCurvesAlone) {
   rig.Press("Stop");
   EXPECT_FALSE(std::filesystem::exists(path + "-wal")) << "no reader holds the log open";
   EXPECT_EQ(Texts("SELECT count(*) FROM logData"), std::vector<std::string>{std::to_string(rows + 10)});
+}
+
+TEST_F(LookingBack, ShowsTheValueThatIsReadInTheStatusBarWhereAGraphFillsTheArea) {
+  StartRecording();
+  Run(60);
+  Form(1).parentWidget()->showMaximized();
+  Form(1).findChild<QAction*>("ReadValue")->trigger();
+  auto* plot = Form(1).findChild<QWidget*>("Pic2");
+  QMouseEvent move(QEvent::MouseMove, QPointF(300, 5), plot->mapToGlobal(QPointF(300, 5)), Qt::NoButton, {}, {});
+  QApplication::sendEvent(plot, &move);
+  const QString read = Form(1).windowTitle();
+  EXPECT_NE(read.indexOf(" at "), -1) << read.toStdString();
+  EXPECT_EQ(rig.Window().findChild<QStatusBar*>()->currentMessage(), read);
+  Form(1).findChild<QAction*>("ReadValue")->trigger();
+  EXPECT_NE(rig.Window().findChild<QStatusBar*>()->currentMessage(), read);
 }
 
 TEST_F(LookingBack, ShowsCommentsInTheReportAsTheyAreWritten) {

@@ -1,4 +1,6 @@
+#include <QApplication>
 #include <QKeyEvent>
+#include <QStatusTipEvent>
 #include <algorithm>
 
 #include "base/text_qt.h"
@@ -68,7 +70,12 @@ void GraphFormNew::ReadValue() {
   toolbar_->SetPressed("ReadValue", readValue_->IsOn());
 }
 
+/// A graph that fills the area has no caption of its own: what is read stands in the status bar then.
 void GraphFormNew::SetCaption(const std::optional<std::string>& text) {
+  if (parentWidget() != nullptr && parentWidget()->isMaximized()) {
+    QStatusTipEvent inStatusBar(ToQt(text.value_or("")));
+    QApplication::sendEvent(this, &inStatusBar);
+  }
   if (text)
     setWindowTitle(ToQt(*text));
   else if (curves_.Count() > 0)

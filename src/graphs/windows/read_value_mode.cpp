@@ -26,15 +26,16 @@ ReadValueMode::ReadValueMode(const Session& session, const Platform& platform, c
 
 void ReadValueMode::Press() {
   if (IsOn()) return End();
-  slot_ = ChooseCurve();
-  if (!IsOn()) return;
+  const int slot = ChooseCurve();
+  if (slot == 0) return;
+  parameter_ = curves_.ParameterOf(slot);
   view_.PlotArea().setMouseTracking(true);
   view_.PlotArea().setCursor(Qt::CrossCursor);
 }
 
 void ReadValueMode::End() {
   if (!IsOn()) return;
-  slot_ = 0;
+  parameter_ = 0;
   view_.PlotArea().setMouseTracking(false);
   view_.PlotArea().unsetCursor();
   caption_(std::nullopt);
@@ -52,6 +53,12 @@ int ReadValueMode::ChooseCurve() const {
   return slot && curves_.Count() == count ? *slot : 0;
 }
 
+int ReadValueMode::Slot() const {
+  for (int slot = 1; slot <= curves_.Count(); ++slot)
+    if (curves_.ParameterOf(slot) == parameter_) return slot;
+  return 0;
+}
+
 bool ReadValueMode::eventFilter(QObject* watched, QEvent* event) {
   if (IsOn() && event->type() == QEvent::MouseMove) {
     const double y = view_.PlotTwips(static_cast<const QMouseEvent*>(event)->position().y());
@@ -67,11 +74,12 @@ bool ReadValueMode::eventFilter(QObject* watched, QEvent* event) {
 std::string ReadValueMode::TextAt(double y) const {
   OpenLog* log = history_.Log();
   const double start = history_.PageStart();
-  if (log == nullptr || start == 0 || slot_ > curves_.Count()) return {};
+  const int slot = Slot();
+  if (log == nullptr || start == 0 || slot == 0) return {};
   const double time = start + std::floor(y / measures_.pixeldivide) * session_.Times.GraphTimeStep;
   if (history_.LiveView() && time > session_.SampleTime) return {};
-  const auto point = ReadValueAt(session_, curves_, slot_, log->Reader(), time);
-  return point ? ReadValueCaption(curves_.Curve(slot_), *point, platform_.language) : std::string();
+  const auto point = ReadValueAt(session_, curves_, slot, log->Reader(), time);
+  return point ? ReadValueCaption(curves_.Curve(slot), *point, platform_.language) : std::string();
 }
 
 }  // namespace velk

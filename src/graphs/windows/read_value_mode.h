@@ -23,7 +23,7 @@ class ReadValueMode : public QObject {
   ReadValueMode(const Session& session, const Platform& platform, const ParameterCurves& curves,
                 const GraphHistory& history, ChartView& view, GraphHistory::Run run, Caption caption);
 
-  bool IsOn() const { return slot_ != 0; }
+  bool IsOn() const { return parameter_ != 0; }
   /// Begins it, asking which curve where there are several; ends it where it is on.
   void Press();
   void End();
@@ -33,6 +33,8 @@ class ReadValueMode : public QObject {
 
  private:
   int ChooseCurve() const;
+  /// Where the curve stands in the window by now; 0: it has left it.
+  int Slot() const;
   std::string TextAt(double y) const;
 
   const Session& session_;
@@ -43,7 +45,7 @@ class ReadValueMode : public QObject {
   const ChartMeasures measures_;
   GraphHistory::Run run_;
   Caption caption_;
-  int slot_ = 0;  ///< of the curve; 0: off
+  int parameter_ = 0;  ///< of the curve; 0: off
 };
 
 }  // namespace velk
