@@ -26,7 +26,7 @@ std::optional<double> AskScale(Dialogs& dialogs, const MessageText& prompt, doub
 /// Whether a text was entered into `field`.
 bool AskText(Dialogs& dialogs, const MessageText& prompt, std::string& field) {
   const auto answer = dialogs.Input(prompt, text::GraphsTitle, field);
-  if (!answer || answer->empty()) return false;
+  if (!answer || Trim(*answer).empty()) return false;
   field = *answer;
   return true;
 }

@@ -182,6 +182,7 @@ void Application::EditSerialPort() {
 void Application::EditTable() {
   const LinkLease lease(link_, timers_);
   mnuEditTable_Click(windows_, session_, platform_, graphs_);
+  curves_.UpdateToolbars();
 }
 
 /// In the middle of the area; its page begins where those of the others do.

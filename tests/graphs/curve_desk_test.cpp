@@ -279,6 +279,17 @@ TEST_F(CurvesOnTheDesk, OfferPasteNowhereOnceTheCopiedWindowHasNoCurves) {
   for (const int graph : {1, 3}) EXPECT_FALSE(Key(graph, "Paste").isEnabled()) << graph;
 }
 
+TEST_F(CurvesOnTheDesk, OfferPasteNowhereWhereTheOnlyCurveOfTheCopiedWindowIsHidden) {
+  Open({1, 2, 3});
+  Press(2, "Copy");
+  Curve(2).FormIndex = 0;
+  BuildGraphMap(session, session.TotalParameters);
+  windows.Close(2);
+  desk.UpdateToolbars();
+  EXPECT_EQ(session.CopySource, 0);
+  for (const int graph : {1, 3}) EXPECT_FALSE(Key(graph, "Paste").isEnabled()) << graph;
+}
+
 TEST_F(CurvesOnTheDesk, ArePastedFromAWindowThatTheOperatorHasClosed) {
   Open({1, 2});
   Press(1, "Copy");

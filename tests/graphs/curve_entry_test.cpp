@@ -72,7 +72,8 @@ TEST_F(CurveEntry, AsksAgainForANumberThatCanBeReadInTwoWays) {
 }
 
 TEST_F(CurveEntry, ChangesNothingForAnEmptyAnswer) {
-  for (const std::optional<std::string>& answer : {std::optional<std::string>(""), std::optional<std::string>()}) {
+  using Answers = std::vector<std::optional<std::string>>;
+  for (const std::optional<std::string>& answer : Answers{"", "   ", std::nullopt}) {
     dialogs.ExpectInput("Enter new minimum value", answer);
     EXPECT_FALSE(AskMinimum(dialogs, curve));
     dialogs.ExpectInput("Enter new maximum value", answer);

@@ -31,8 +31,6 @@ void CurveDesk::Attach(GraphFormNew& form) {
   Bind(form, "Copy", &CurveDesk::Copy);
   Bind(form, "Paste", &CurveDesk::Paste);
   Bind(form, "Remove", &CurveDesk::Remove);
-  // A map that was made anew may mean others by the number.
-  if (session_.GraphCurveCount[session_.CopySource] == 0) session_.CopySource = 0;
   UpdateToolbars();
   UpdateToolbar(form);  // which isn't among the others yet
 }
@@ -50,6 +48,8 @@ void CurveDesk::UpdateToolbar(GraphFormNew& form) const {
 }
 
 void CurveDesk::UpdateToolbars() {
+  // A map that was made anew may mean others by the number.
+  if (session_.GraphCurveCount[session_.CopySource] == 0) session_.CopySource = 0;
   for (int graph = 1; graph <= kMaxParameters; ++graph)
     if (GraphFormNew* form = graphs_.Form(graph)) UpdateToolbar(*form);
 }

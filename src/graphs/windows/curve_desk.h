@@ -21,6 +21,9 @@ class CurveDesk {
   /// Opens the page of a graph, for a log that has a name.
   std::function<void(int graph)> onPrint;
 
+  /// The curves stand on other graphs: a copied one may be gone.
+  void UpdateToolbars();
+
  private:
   /// Gives a new window its work.
   void Attach(GraphFormNew& form);
@@ -33,7 +36,6 @@ class CurveDesk {
   /// Lays a window out for its present curves, and closes it where it has none.
   void LoadAgain(int graph);
   void UpdateToolbar(GraphFormNew& form) const;
-  void UpdateToolbars();
 
   WindowHost& host_;
   Session& session_;
