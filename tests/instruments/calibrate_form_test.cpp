@@ -66,6 +66,19 @@ TEST_F(CalibrateFormWindow, FindsGainAndOffsetOnceBothReferencesAreDone) {
   EXPECT_EQ(Box("Text1_3").text(), "-25");
 }
 
+TEST_F(CalibrateFormWindow, ForgetsTheReadingOfAReferenceThatIsEdited) {
+  Open();
+  Reference(0, "0", 4);
+  QTest::keyClicks(&Box("Text1_0"), "1");
+  EXPECT_EQ(Text("lblRead_0"), "");
+  Reference(1, "100", 20);
+  EXPECT_EQ(takenFor, 0) << "the first one is to be read again";
+  Reference(0, "10", 5);
+  EXPECT_EQ(taken.gain, 6) << "90 of 15";
+  QTest::keyClicks(&Box("Text1_1"), "5");
+  EXPECT_EQ(Box("Text1_2").text(), "") << "the gain of another reference";
+}
+
 TEST_F(CalibrateFormWindow, ShowsGainAndOffsetToTheirLastDigitAndTheirSign) {
   Open();
   Reference(0, "0", 4689.704);

@@ -35,6 +35,8 @@ CalibrateForm::CalibrateForm(WindowHost& host, CalibrationWork work)
     connect(buttons_[static_cast<std::size_t>(number)], &QPushButton::clicked, this,
             [=, this] { DoReference(number); });
     references_[static_cast<std::size_t>(number)]->installEventFilter(this);
+    connect(references_[static_cast<std::size_t>(number)], &QLineEdit::textEdited, this,
+            [=, this] { ForgetReading(static_cast<std::size_t>(number)); });
   }
   connect(ui_->cmdStop, &QPushButton::clicked, this, [this] { work_.stop(); });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::accept);
@@ -63,11 +65,16 @@ bool CalibrateForm::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
+/// What was read belongs to another reference.
+void CalibrateForm::ForgetReading(std::size_t number) {
+  done_[number] = false;
+  readings_[number]->clear();
+  for (QLineEdit* shown : {ui_->Text1_2, ui_->Text1_3}) shown->clear();
+}
+
 /// What was read belongs to another parameter.
 void CalibrateForm::List1_Click() {
-  done_ = {};
-  for (QLabel* label : readings_) label->clear();
-  for (QLineEdit* shown : {ui_->Text1_2, ui_->Text1_3}) shown->clear();
+  for (std::size_t i = 0; i < done_.size(); ++i) ForgetReading(i);
   ui_->lblReading->clear();
   ShowHint();
 }

@@ -46,6 +46,7 @@ class CalibrateForm : public QDialog {
 
  private:
   void List1_Click();
+  void ForgetReading(std::size_t number);
   void DoReference(int number);
   void Read(int number, double reference);
   void Calibrate();
