@@ -29,14 +29,6 @@ std::string ColumnBase(const std::string& name, int number) {
 
 }  // namespace
 
-std::string CleanFieldName(std::string_view name) {
-  std::string cleaned;
-  for (const char character : name)
-    if (static_cast<unsigned char>(character) >= 32 && std::string_view(".!'[]").find(character) == std::string::npos)
-      cleaned += character;
-  return cleaned;
-}
-
 std::vector<std::string> LogColumnNames(const std::vector<std::string>& names) {
   std::vector<std::string> taken{"ID", "Date", "Time"};
   std::vector<std::string> columns;

@@ -4,11 +4,9 @@
 #include <string_view>
 #include <vector>
 
-namespace velk {
+#include "model/field_name.h"
 
-/// A parameter name without the characters that a column name can't hold: . ! ' [ ] and the codes 0 to 31. The
-/// whole name may vanish.
-std::string CleanFieldName(std::string_view name);
+namespace velk {
 
 /// The columns of logData behind ID, Date and Time for channels of these names, in order: the cleaned name; "BLANK" and
 /// the channel's number where nothing is left or the name is "BLANK". The database tells column names apart without

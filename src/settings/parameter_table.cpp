@@ -4,9 +4,11 @@
 
 #include "base/grid_text.h"
 #include "base/number_entry.h"
+#include "model/field_name.h"
 #include "model/graph_map.h"
 #include "model/number_formats.h"
 #include "model/texts.h"
+#include "platform/database/catalog.h"
 #include "settings/texts.h"
 
 namespace velk {
@@ -115,11 +117,13 @@ std::optional<MessageText> ParameterTable::FaultOf(int row, int column) const {
   return text::MaximumNotAbove;
 }
 
+/// Names are told apart as columns of a log are: without case, and without what a column can't hold.
 bool ParameterTable::RepeatsName(int row) const {
-  const std::string name = NameOfCell(Cell(row, TableColumn::Name));
+  const auto column = [this](int of) { return CleanFieldName(NameOfCell(Cell(of, TableColumn::Name))); };
+  const std::string name = column(row);
   if (name == kBlankName) return false;
   for (int above = 0; above < row; ++above)
-    if (NameOfCell(Cell(above, TableColumn::Name)) == name) return true;
+    if (SameName(column(above), name)) return true;
   return false;
 }
 

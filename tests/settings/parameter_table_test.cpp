@@ -199,6 +199,10 @@ TEST_F(ParameterTableTest, MarksTheLaterOfTwoNamesAndLetsItStand) {
   EXPECT_FALSE(table.RepeatsName(1));
   EXPECT_TRUE(table.RepeatsName(2));
   EXPECT_FALSE(table.FirstFault().has_value());
+  for (const char* sameColumn : {"flow", "Fl.ow", "F[LOW]'"}) {
+    table.Change({{2, 0, sameColumn}});
+    EXPECT_TRUE(table.RepeatsName(2)) << sameColumn;
+  }
   table.Change({{1, 0, ""}, {2, 0, "blank"}});
   EXPECT_FALSE(table.RepeatsName(2)) << "blank ones don't count";
 }
