@@ -140,6 +140,16 @@ TEST_F(PlaybackFiles, WhoseFirstRowsHaveNoTimeAreRefused) {
                 "Row 1 of the log has no date and time");
 }
 
+TEST_F(PlaybackFiles, WhoseGraphsCannotBeMadeLeaveTheUnitsChannels) {
+  rig.graphs.onCreate = [] { throw RuntimeError(ErrorNumber::Overflow); };
+  rig.session.NumberOfParameters = rig.session.TotalParameters = 3;
+  Choose(Make("two.mdb", Rows("A DOUBLE, B DOUBLE", {{0, "1, 2"}, {1, "1, 2"}}) + kSettingsOfAAndB), "Overflow",
+         Answer::Cancel);
+  ExpectReady();
+  EXPECT_FALSE(ShowsFile(rig.session)) << "edits are the unit's again";
+  EXPECT_EQ(rig.session.NumberOfParameters, 3);
+}
+
 TEST_F(PlaybackFiles, ThatAreNoLogAreRefused) {
   ExpectRefused(Make("music.mdb", "CREATE TABLE music (title TEXT)"), "logData");
 }

@@ -56,6 +56,7 @@ class FakeGraphs : public GraphWindows {
 
   void CreateGraphWindows() override {
     UnloadAll();
+    if (onCreate) onCreate();
     for (int k = 1; k <= session_.GraphCount; ++k) {
       const int graph = session_.GraphList[k];
       session_.GraphForms[graph] = &windows[graph];
@@ -68,6 +69,7 @@ class FakeGraphs : public GraphWindows {
   }
   void Rebuild(int graphNumber) override { rebuilt.push_back(graphNumber); }
 
+  std::function<void()> onCreate;  ///< runs ahead of each; may throw
   std::map<int, FakeGraphWindow> windows;
   std::vector<int> rebuilt;
   int creations = 0;

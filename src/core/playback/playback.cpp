@@ -129,7 +129,9 @@ void Playback::ShowControls() {
 
 void Playback::Refuse(const std::string& logBefore) {
   Close();
+  const bool hadItsChannels = session_.UnitParameters.has_value();
   unit_.GiveBack(session_);
+  if (hadItsChannels) LeaveFile(session_);
   session_.LogFileInUse = logBefore;
   view_.SetPanel(2, logBefore.empty() ? OperatorText() : text::CurrentFile + logBefore);
   ChangeCurrentStatus(session_, view_, text::StatusReady);
