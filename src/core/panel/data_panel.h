@@ -38,8 +38,8 @@ class DataPanel {
   Link& link_;
   std::unique_ptr<Timer> timer_;
   std::int64_t nextLook_ = 0;  ///< ticks
-  RateMeter rate_;     ///< of samples
-  RateMeter rowRate_;  ///< of rows, which are fewer where little changes
+  RateMeter rate_;             ///< of samples
+  RateMeter rowRate_;          ///< of rows, which are fewer where little changes
   bool jobRuns_ = false;
   std::string shown_;
   bool warned_ = false;

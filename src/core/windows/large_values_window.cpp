@@ -26,7 +26,8 @@ ValueTiles::Tile TileOf(const Session& session, int channel, bool stale) {
   const Parameter& parameter = session.CurrentParameters[channel];
   const float value = session.CurrentValue[channel];
   const bool isOfEarlierJob = session.AcquisitionMode && !session.Data.hasValues;
-  const std::string text = isOfEarlierJob || std::isnan(value) ? "\u2013" : Format(static_cast<double>(value), parameter.format);
+  const std::string text =
+      isOfEarlierJob || std::isnan(value) ? "\u2013" : Format(static_cast<double>(value), parameter.format);
   const AlarmSide side = session.AlarmTriggered[channel] ? SideOutOfLimits(parameter, value) : AlarmSide::None;
   return {ToQt(parameter.name), ToQt(text), ToQt(parameter.units), parameter.color, side, stale};
 }

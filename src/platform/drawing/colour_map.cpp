@@ -105,7 +105,8 @@ bool ColourMap::AddInk(std::int32_t colour) {
 }
 
 std::int32_t ColourMap::Shown(std::int32_t colour) const {
-  if (!night_) return colour == colour::Grid || colour == colour::White ? colour : ReadableOn(colour, colour::White, kSeen);
+  if (!night_)
+    return colour == colour::Grid || colour == colour::White ? colour : ReadableOn(colour, colour::White, kSeen);
   for (const auto& [day, night] : kByDayAndNight)
     if (day == colour) return night;
   return ReadableOn(colour, colour::NightPaper, kReadable);
