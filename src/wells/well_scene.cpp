@@ -65,6 +65,18 @@ class ScenePen {
 
 struct LabelBox {
   double left, top, right, bottom;
+  static LabelBox Around(double x, double y, double width, double height) {
+    return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
+  }
+  LabelBox Within(const ScenePlace& place) const {
+    const double across = std::clamp(left, place.left, std::max(place.left, place.left + place.side - (right - left)));
+    const double down = std::clamp(top, place.top, std::max(place.top, place.top + place.side - (bottom - top)));
+    return {across, down, across + right - left, down + bottom - top};
+  }
+  bool IsIn(const ScenePlace& place) const {
+    return left >= place.left && top >= place.top && right <= place.left + place.side &&
+           bottom <= place.top + place.side;
+  }
   bool Meets(const LabelBox& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }
@@ -260,22 +272,34 @@ void WellScene::DrawTube(Surface& surface, const ScenePlace& place, std::int32_t
   }
 }
 
-/// Each at the end of its mark; one that would stand on another is left out.
+/// Each in front of its mark, where the mark ends within the picture, on ground that no line crosses; one that would
+/// stand on another or on the path is left out.
 void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+  constexpr double kGap = 0.25;  // of its height
   ScenePen pen(surface, place);
   std::vector<LabelBox> drawn;
   for (const SceneLabel& label : labels_) {
-    const auto at = static_cast<std::size_t>(label.surface), point = static_cast<std::size_t>(label.point);
-    if (view_.hidden[at] || !IsInFront(point)) continue;
+    const auto at = static_cast<std::size_t>(label.surface), tip = static_cast<std::size_t>(label.point);
+    if (view_.hidden[at] || !IsInFront(tip) || !IsInFront(tip - 1)) continue;
+    const double x = pen.X(screenPoints_[tip]), y = pen.Y(screenPoints_[tip]);
+    if (!LabelBox{x, y, x, y}.IsIn(place)) continue;
     const std::string text = label.prefix + Format(label.value, "#####0");
-    const double width = surface.TextWidth(text), height = surface.TextHeight(text);
-    const double x = pen.X(screenPoints_[point]) - width / 2, y = pen.Y(screenPoints_[point]) - height / 2;
-    const LabelBox box{x, y, x + width, y + height};
-    const bool isInside = box.left >= place.left && box.top >= place.top && box.right <= place.left + place.side &&
-                          box.bottom <= place.top + place.side;
+    const double width = surface.TextWidth(text), height = surface.TextHeight(text), gap = kGap * height;
+    // The mark points there.
+    const double across = x - pen.X(screenPoints_[tip - 1]), down = y - pen.Y(screenPoints_[tip - 1]);
+    const double length = std::hypot(across, down);
+    double share = 0;
+    if (length > 0) share = std::min((width / 2 + gap) / std::fabs(across), (height / 2 + gap) / std::fabs(down));
+    const LabelBox box = LabelBox::Around(x + share * across, y + share * down, width, height).Within(place);
     const auto meets = [&](const LabelBox& other) { return box.Meets(other); };
-    if (!isInside || std::any_of(drawn.begin(), drawn.end(), meets)) continue;
-    surface.Print(x, y, text, colours.surfaces[at]);
+    if (std::any_of(drawn.begin(), drawn.end(), meets)) continue;
+    const auto covers = [&](const ScreenPoint& point) {
+      const double left = pen.X(point), top = pen.Y(point);
+      return box.Meets({left - gap, top - gap, left + gap, top + gap});
+    };
+    if (std::any_of(screenPoints_.begin() + kFramePoints, screenPoints_.end(), covers)) continue;
+    surface.Fill(box.left, box.top, width, height, colours.ground);
+    surface.Print(box.left, box.top, text, colours.surfaces[at]);
     drawn.push_back(box);
   }
 }

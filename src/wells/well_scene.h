@@ -59,11 +59,12 @@ struct ScenePlace {
 
 struct SceneColours {
   std::array<std::int32_t, kWellSurfaces> surfaces;
+  std::int32_t ground;        ///< behind the labels
   std::int32_t path = 65280;  ///< of the tube, too
 };
 /// For a dark picture, and for paper.
-inline constexpr SceneColours kColoursOnDark{{0xC4C83C, 0xFFA88F, 0x6B9AC9}};
-inline constexpr SceneColours kColoursOnPaper{{0x7A7900, 0x933A1F, 0x1E4A7A}};
+inline constexpr SceneColours kColoursOnDark{{0xC4C83C, 0xFFA88F, 0x6B9AC9}, 0x1D1814};
+inline constexpr SceneColours kColoursOnPaper{{0x7A7900, 0x933A1F, 0x1E4A7A}, 0xFFFFFF};
 
 /// A label of the frame, at a point of the scene.
 struct SceneLabel {

@@ -225,6 +225,22 @@ TEST_F(WellWindow, PrintsTheSceneBelowAHeading) {
   EXPECT_NE(all.find("00FF00"), std::string::npos);
 }
 
+TEST_F(WellWindow, IsSeenFromAllSides) {
+  // Straight down, a bend to the south-east, and a long way that is nearly level.
+  well.Survey = {{0, 0, 0}, {2500, 0, 0}, {6500, 60, 125}, {8500, 84, 140}, {13'000, 88, 150}};
+  well.Path = CalculateTrajectory(well.Survey, well.CalculationInterval);
+  well.Sections = {{0, 2500, 13.375, 12}, {2500, 8500, 9.625, 8.5}, {8500, 13'000, 7, 6}};
+  Open();
+  Find<QCheckBox>("chkCasing").setChecked(true);
+  const QString folderOfPictures = qEnvironmentVariable("VELK_PICTURES");
+  for (int turn = -180; turn < 180; turn += 45) {
+    SetBox(1, std::to_string(turn).c_str());
+    EXPECT_GT(Green(Shown()), 300) << turn;
+    if (!folderOfPictures.isEmpty())
+      window->grab().save(QStringLiteral("%1/well%2.png").arg(folderOfPictures).arg(turn));
+  }
+}
+
 TEST_F(WellWindow, StandsAnythingInItsBoxes) {
   Open();
   for (const char* entry : {"", "abc", "1e400", "-1e400", "1e308", "0"})

@@ -202,12 +202,13 @@ class WellDrawing : public testing::Test {
     view.tilt = 60;
     view.azimuth = 30;
     scene.Build(stations, {}, view);
-    scene.Draw(surface, {0, 0, 51'150, dot}, {{0xAA0000, 0xBB0000, 0xCC0000}});
+    scene.Draw(surface, {0, 0, 51'150, dot}, {{0xAA0000, 0xBB0000, 0xCC0000}, 0});
   }
 
   WellView view = LevelView();
   WellScene scene;
   SurfaceRecording surface{60'000, 60'000};
+  int marksUnderLabels = 0;
 };
 
 TEST_F(WellDrawing, HasElevenLinesASurfaceAndThePathInGreen) {
@@ -269,6 +270,59 @@ TEST_F(WellDrawing, StaysInItsSquare) {
     EXPECT_LE(std::max(x1, x2), 6115.1);
     EXPECT_LE(std::max(y1, y2), 7115.1);
   }
+}
+
+/// Numbers of a call behind its word.
+std::array<double, 4> NumbersOf(const std::string& call) {
+  std::array<double, 4> numbers{};
+  std::sscanf(call.c_str(), "%*s %lf %lf %lf %lf", &numbers[0], &numbers[1], &numbers[2], &numbers[3]);
+  return numbers;
+}
+
+TEST_F(WellDrawing, PutsEachLabelOnGroundOfItsOwnInFrontOfItsMark) {
+  for (double azimuth = -180; azimuth < 180; azimuth += 15) {
+    surface.calls.clear();
+    view.tilt = 60;
+    view.azimuth = azimuth;
+    view.distance = 60'000;
+    scene.Build(StationsTo(2500), {}, view);
+    scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark);
+    for (std::size_t i = 0; i < surface.calls.size(); ++i) {
+      if (!surface.calls[i].starts_with("print ")) continue;
+      ASSERT_TRUE(surface.calls[i - 1].starts_with("fill ")) << surface.calls[i - 1];
+      ASSERT_TRUE(surface.calls[i - 1].ends_with(" 1D1814")) << surface.calls[i - 1];
+      const auto ground = NumbersOf(surface.calls[i - 1]), text = NumbersOf(surface.calls[i]);
+      EXPECT_EQ(ground[0], text[0]);
+      EXPECT_EQ(ground[1], text[1]);
+      for (const std::string& call : surface.calls) {
+        if (!call.starts_with("line ")) continue;
+        const auto line = NumbersOf(call);
+        const bool endsInIt = line[2] > ground[0] && line[2] < ground[0] + ground[2] && line[3] > ground[1] &&
+                              line[3] < ground[1] + ground[3];
+        if (endsInIt) ++marksUnderLabels;
+      }
+    }
+  }
+  EXPECT_LT(marksUnderLabels, 40) << "of some 500 labels: only where another surface's mark ends there";
+}
+
+TEST_F(WellDrawing, LeavesOutALabelThatWouldCoverThePath) {
+  // Level from the north the labels of the plane to the north lie on its edge, which is the path, down to its end.
+  view = LevelView();
+  view.distance = 60'000;
+  view.hidden = {true, false, true};
+  std::vector<PathStation> stations(31);
+  for (std::size_t i = 0; i < stations.size(); ++i) stations[i].tvd = static_cast<double>(i) * 200;
+  scene.Build(stations, {}, view);
+  scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark);
+  std::set<std::string> labels;
+  for (const std::string& call : surface.calls)
+    if (call.starts_with("print ")) labels.insert(call.substr(call.find('\'')));
+  for (const char* covered : {"'TVD 2500'", "'TVD 5000'"})
+    EXPECT_TRUE(std::none_of(labels.begin(), labels.end(), [&](const auto& label) {
+      return label.starts_with(covered);
+    })) << covered;
+  EXPECT_FALSE(labels.empty());
 }
 
 TEST_F(WellDrawing, HasNoLabelOnAnother) {

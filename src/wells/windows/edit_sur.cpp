@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QPointer>
 #include <QRadioButton>
+#include <QStyle>
 #include <algorithm>
 #include <array>
 
@@ -289,6 +290,9 @@ void EditSur::ShowUnits() {
   int widest = 0;
   for (int column = 0; column < kSurveyColumns; ++column) widest = std::max(widest, headings.sectionSizeHint(column));
   headings.setMinimumSectionSize(widest);
+  const int besides = ui_->Grid1->verticalHeader()->sizeHint().width() + 2 * ui_->Grid1->frameWidth() +
+                      style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  ui_->Grid1->setMinimumWidth(kSurveyColumns * widest + besides);
 }
 
 // --- The grid ---

@@ -63,6 +63,8 @@ frm3DWell::frm3DWell(WindowHost& host, const WellAccess& access)
   const auto text = [&](const OperatorText& words) { return ToQt(host.Words().Translator.In(words)); };
   for (const MessageText& choice : {text::SpinNot, text::SpinBoth, text::SpinDown, text::SpinAcross})
     ui_->cmdScroll->addItem(text(choice));
+  // Its room must not depend on the width that its text wraps at.
+  ui_->lblHint->setMinimumHeight(2 * ui_->lblHint->fontMetrics().lineSpacing());
   timer1_->SetInterval(kSpinMilliseconds);
   timer1_->SetHandler([this] { Timer1_Timer(); });
   LookAtAll();

@@ -14,6 +14,13 @@
 
 namespace velk {
 
+namespace {
+
+/// Of a field's name.
+constexpr int kShownLetters = 20;
+
+}  // namespace
+
 frmImportSurvey::frmImportSurvey(WindowHost& host, const std::vector<std::string>& fields,
                                  const LiveSurveyChoice& choice, bool isRunning)
     : QDialog(host.Parent()), host_(host), ui_(std::make_unique<Ui::frmImportSurvey>()) {
@@ -37,6 +44,7 @@ frmImportSurvey::frmImportSurvey(WindowHost& host, const std::vector<std::string
   connect(ui_->Command1, &QPushButton::clicked, this, &frmImportSurvey::Command1_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, host.Words());
+  for (QLineEdit* box : boxes_) box->setMinimumWidth(kShownLetters * box->fontMetrics().averageCharWidth());
   ui_->List1->setAccessibleName(ui_->Label1->text().remove(QLatin1Char('&')));
 }
 
@@ -61,6 +69,7 @@ void frmImportSurvey::Match(const std::vector<std::string>& fields, const Survey
       for (const std::string& name : {host_.Words().Translator.In(word), std::string(word.english)})
         if (field.empty() && isThere(name)) field = name;
     boxes_[i]->setText(ToQt(field));
+    boxes_[i]->setCursorPosition(0);
   }
 }
 
@@ -69,7 +78,9 @@ void frmImportSurvey::cmdAssign_Click(std::size_t quantity) {
   const auto* entry = ui_->List1->currentItem();
   const bool isTaken = entry && std::any_of(boxes_.begin(), boxes_.end(),
                                             [&](const QLineEdit* box) { return box->text() == entry->text(); });
-  if (entry && !isTaken) boxes_[quantity]->setText(entry->text());
+  if (!entry || isTaken) return;
+  boxes_[quantity]->setText(entry->text());
+  boxes_[quantity]->setCursorPosition(0);
 }
 
 void frmImportSurvey::cmdOK_Click() {

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QPointer>
 #include <QRadioButton>
+#include <QScreen>
+#include <QStyle>
 #include <algorithm>
 #include <array>
 
@@ -99,6 +101,7 @@ ReportForm::ReportForm(WindowHost& host, const WellAccess& access)
   ShowPreview(false);
   ui_->Option1->setChecked(true);
   Refresh();
+  FitToScreen();
 }
 
 ReportForm::~ReportForm() = default;
@@ -123,6 +126,16 @@ void ReportForm::Option_Click(std::int16_t system) {
 }
 
 // --- The table ---
+
+/// As wide as the names of its columns, where the screen has room.
+void ReportForm::FitToScreen() {
+  const QTableView& grid = *ui_->Grid1;
+  int width = grid.verticalHeader()->sizeHint().width() + 2 * grid.frameWidth() +
+              style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  for (int column = 0; column < kProfileColumns; ++column) width += grid.horizontalHeader()->sectionSizeHint(column);
+  const QSize wanted = sizeHint() + QSize(std::max(0, width - grid.minimumWidth()), 0);
+  resize(wanted.boundedTo(screen()->availableSize() * 0.9).expandedTo(minimumSizeHint()));
+}
 
 void ReportForm::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);

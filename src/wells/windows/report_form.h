@@ -65,6 +65,7 @@ class ReportForm : public QDialog {
   void cmdPrintPreview_Click(Run run);
   void ShowPreview(bool shown);
   void FitColumns();
+  void FitToScreen();
 
   ProfileHead Head() const;
   ProfileReport::Content Content() const;

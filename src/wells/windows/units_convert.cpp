@@ -1,5 +1,6 @@
 #include "wells/windows/units_convert.h"
 
+#include <QLineEdit>
 #include <cmath>
 
 #include "base/number_entry.h"
@@ -11,6 +12,13 @@
 #include "wells/texts.h"
 
 namespace velk {
+
+namespace {
+
+/// Letters of a unit's name.
+constexpr int kShownOfUnit = 12;
+
+}  // namespace
 
 UnitsConvert::UnitsConvert(WindowHost& host, std::int16_t from, const UserUnits& user)
     : QDialog(host.Parent()), host_(host), ui_(std::make_unique<Ui::UnitsConvert>()) {
@@ -25,6 +33,10 @@ UnitsConvert::UnitsConvert(WindowHost& host, std::int16_t from, const UserUnits&
   ui_->UserAngleLabel->setText(ToQt(user.angleLabel));
   connect(ui_->cmdOK, &QPushButton::clicked, this, &UnitsConvert::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  for (QLineEdit* box : {ui_->UserLength, ui_->UserDepthLabel, ui_->UserAngleLabel}) {
+    box->setMinimumWidth(kShownOfUnit * box->fontMetrics().averageCharWidth());
+    box->setCursorPosition(0);
+  }
   TranslateForm(*this, host.Words());
   setWindowTitle(text(text::ConvertUnitsFrom + UnitSystemName(from) + text::ConvertUnitsTo));
 }

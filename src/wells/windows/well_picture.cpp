@@ -8,8 +8,6 @@ namespace velk {
 namespace {
 
 constexpr int kPictureSide = 620;
-constexpr std::int32_t kDarkGround = 0x1D1814;
-constexpr double kLabelPixels = 12;
 /// Of the toolkit: a step of the wheel is 15 degrees, in eighths of one.
 constexpr double kWheelStep = 120;
 
@@ -23,11 +21,9 @@ WellPicture::WellPicture(QWidget* parent) : QWidget(parent) {
 
 void WellPicture::DrawScene(const WellScene& scene) {
   constexpr double kSide = kPictureSide * kTwipsPerPixel;
-  QFont letters = font();
-  letters.setPixelSize(static_cast<int>(kLabelPixels));
-  if (!surface_) surface_.emplace(kSide, kSide, devicePixelRatioF(), letters);
+  if (!surface_) surface_.emplace(kSide, kSide, devicePixelRatioF(), font());
   surface_->Resize(kSide, kSide, devicePixelRatioF());
-  surface_->Fill(0, 0, kSide, kSide, kDarkGround);
+  surface_->Fill(0, 0, kSide, kSide, kColoursOnDark.ground);
   scene.Draw(*surface_, {0, 0, kSide, kTwipsPerPixel / devicePixelRatioF()}, kColoursOnDark);
   update();
 }
