@@ -131,10 +131,12 @@ void Application::BindWells(CommandBinder& commands) {
   const auto beep = [this] { form_.Beep(); };
   const auto printer = [this]() -> PrinterChoice& { return printerChoice_; };
   commands.Bind("mnuToolsSurvey", [this, beep] {
+    TakeUserUnits(well_, platform_);
     mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, beep);
     ShowPath();
   });
   commands.Bind("mnuToolsWellProfileTable", [=, this] {
+    TakeUserUnits(well_, platform_);
     windows_.Open<ReportForm>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
   });
   commands.Bind("mnuToolsLiveSurvey", [this] { liveSurvey_.mnuToolsLiveSurvey_Click(); });
@@ -145,6 +147,7 @@ void Application::BindWells(CommandBinder& commands) {
   playback_.onEnd = [this] { liveSurvey_.Stop(); };
   acquisition_.onEnding = [this] { liveSurvey_.Stop(); };
   commands.Bind("mnuTools3DWell", [=, this] {
+    TakeUserUnits(well_, platform_);
     windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
   });
 }

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTableView>
 #include <QTest>
@@ -58,6 +59,20 @@ TEST(Wells, ShowThePathOfTheSurveyThatWasEnteredInWindowsThatStayOpen) {
   rig.windows.Then("EditSur", [](QDialog& editor) { EnterSurvey(editor, "0\t0\t0\n100\t20\t90\n"); });
   rig.Choose("mnuToolsSurvey");
   EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "100"}));
+}
+
+TEST(Wells, KnowTheUnitsOfTheOperatorsOwnFromTheSettings) {
+  test::ShellRig rig;
+  rig.Start();
+  rig.windows.Then("EditSur", [](QDialog& editor) { EnterSurvey(editor, "0\t0\t0\n200\t20\t90\n"); });
+  rig.Choose("mnuToolsSurvey");
+  rig.settings->Save("VELK2", "Units", "UserLength", "0.25");
+  rig.settings->Save("VELK2", "Units", "UserDepthLabel", "fathom");
+  rig.Choose("mnuToolsWellProfileTable");
+  test::FindControl<QRadioButton>(*Shown<ReportForm>(), "Option3")->click();
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "25", "50"}));
+  const QAbstractItemModel& model = *test::FindControl<QTableView>(*Shown<ReportForm>(), "Grid1")->model();
+  EXPECT_EQ(model.headerData(0, Qt::Horizontal).toString(), "Depth\nfathom");
 }
 
 class LiveWells : public testing::Test {

@@ -197,6 +197,18 @@ TEST_F(SurveyEditor, OpensAWellFileWithItsSections) {
   EXPECT_EQ(Result().SurveyFileName, "");
 }
 
+TEST_F(SurveyEditor, KeepsTheUnitsOfTheLastWellFileWhereAnotherOneHasNone) {
+  const std::string path = folder.File("a.dt5");
+  WriteWholeFile(path, "2 0 0 0 12 9 700 1 2 12 9");
+  Well well;
+  well.WellFileUnits = kMetric;
+  Open(well);
+  host.dialogs.ExpectOpenFile(path);
+  Click("cmdOpen");
+  EXPECT_TRUE(IsChosen("Option1_0")) << "the present unit stays";
+  EXPECT_EQ(Result().WellFileUnits, kMetric);
+}
+
 TEST_F(SurveyEditor, TellsWhatIsWrongWithAFileAndKeepsWhatCouldBeRead) {
   const std::string path = folder.File("a.d15");
   WriteWholeFile(path, "3\n0,0,0\n100,1,2\n");

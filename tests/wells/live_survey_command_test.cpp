@@ -154,10 +154,22 @@ TEST_F(LiveSurveyMenu, SurveysAFileThatPlaysIntoOneOfItsOwn) {
   EXPECT_FALSE(Catalog(*file).Find("surveyData")) << "the played file stays as it is";
   clock.Advance(5000);
   EXPECT_EQ(well.Survey.size(), 2U);
-  // Again: the file of before goes.
+  // Again: the rows of before go.
   Choose();
   clock.Advance(5000);
   EXPECT_EQ(well.Survey.size(), 1U);
+}
+
+TEST_F(LiveSurveyMenu, LeavesNoFileOfAnEarlierSurveyBehind) {
+  const LiveLog recorded = log;
+  log.to.reset();
+  Choose();
+  Step(250);
+  command.Stop();
+  EXPECT_TRUE(FileExists(folder.File("Survey.mdb")));
+  log = recorded;
+  Choose();
+  EXPECT_FALSE(FileExists(folder.File("Survey.mdb")));
 }
 
 class MatchWindow : public testing::Test {

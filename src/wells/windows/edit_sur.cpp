@@ -207,7 +207,7 @@ void EditSur::TakeFile(const SurveyFile& file, const std::string& path) {
   grid_.Fill(file.rows, file.units.value_or(grid_.Units()));
   if (IsWellFile(path)) {
     well_.WellFileName = path;
-    well_.WellFileUnits = grid_.Units();
+    if (file.units) well_.WellFileUnits = *file.units;
     well_.Sections = file.sections;
     well_.SurveyFileName.clear();
   } else {

@@ -14,15 +14,19 @@ namespace {
 
 constexpr int kRefreshMilliseconds = 5000;
 
-}  // namespace
-
-std::shared_ptr<Connection> MakeSurveyFile(const std::string& folder) {
-  const std::string path = folder + "/Survey.mdb";
+/// What a played log was surveyed into. Each new survey takes the place of the one before.
+void RemoveSurveyFile(const std::string& path) {
   std::error_code ignored;
   for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(path + suffix, ignored);
-  std::filesystem::create_directories(folder, ignored);
+}
+
+std::shared_ptr<Connection> MakeSurveyFile(const std::string& path) {
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
   return Connection::Open(path, OpenMode::CreateNew);
 }
+
+}  // namespace
 
 LiveSurveyCommand::LiveSurveyCommand(WindowHost& host, Well& well, const Platform& platform, MainTimers& timers,
                                      std::function<LiveLog()> log, std::function<void()> onPath)
@@ -57,13 +61,11 @@ bool LiveSurveyCommand::MayLoseSurvey() {
 void LiveSurveyCommand::Start(const LiveSurveyChoice& choice) {
   const LiveLog log = log_();
   if (log.channels.empty()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
-  if (!log.to) {
-    survey_.Stop();
-    ownFile_.reset();
-    ownFile_ = MakeSurveyFile(platform_.settings.Directory());
-  }
+  if (ownFile_) End();
+  const std::string path = platform_.settings.Directory() + "/Survey.mdb";
+  RemoveSurveyFile(path);
+  if (!log.to) ownFile_ = MakeSurveyFile(path);
   survey_.Start(choice, log.to ? log.to : ownFile_, log.channels);
-  if (log.to) ownFile_.reset();
   told_ = false;
   timers_.Timer6->SetEnabled(true);
 }

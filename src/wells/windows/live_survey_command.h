@@ -53,7 +53,4 @@ class LiveSurveyCommand {
   bool told_ = false;                    ///< that the path can't be computed
 };
 
-/// Opens the file that the survey of a played log goes to, in the place of the one before.
-std::shared_ptr<Connection> MakeSurveyFile(const std::string& folder);
-
 }  // namespace velk

@@ -6,18 +6,20 @@
 
 namespace velk {
 
+void TakeUserUnits(Well& well, const Platform& platform) {
+  RunProcedure({platform.dialogs, "ReadUserUnits"}, [&](const Statements& run) {
+    run([&] { well.Units.SetUser(ReadUserUnits(platform.settings, kLiveSettings)); });
+  });
+}
+
 void mnuToolsSurvey_Click(WindowHost& host, Well& well, const Platform& platform, const std::string& directory,
                           const std::function<void()>& beep) {
-  RunProcedure({platform.dialogs, "mnuToolsSurvey_Click"}, [&](const Statements& run) {
-    run([&] { well.Units.SetUser(ReadUserUnits(platform.settings, kLiveSettings)); });
-    const auto keepUnits = [&](const UserUnits& units) {
-      well.Units.SetUser(units);
-      RunProcedure({platform.dialogs, "cmdConvert_Click"}, [&](const Statements& keep) {
-        keep([&] { SaveUserUnits(platform.settings, kLiveSettings, units); });
-      });
-    };
-    if (auto edited = host.Ask<EditSur>(well, SurveyAccess{directory, beep, keepUnits})) well = std::move(*edited);
-  });
+  const auto keepUnits = [&](const UserUnits& units) {
+    well.Units.SetUser(units);
+    RunProcedure({platform.dialogs, "cmdConvert_Click"},
+                 [&](const Statements& run) { run([&] { SaveUserUnits(platform.settings, kLiveSettings, units); }); });
+  };
+  if (auto edited = host.Ask<EditSur>(well, SurveyAccess{directory, beep, keepUnits})) well = std::move(*edited);
 }
 
 }  // namespace velk
