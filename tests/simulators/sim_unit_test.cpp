@@ -199,6 +199,39 @@ TEST(SimUnit, AFloodIsFasterThanTheLine) {
   EXPECT_LT(seconds, static_cast<double>(text.size()) * 10 / 19200 / 2);
 }
 
+TEST(SimUnit, TellsOfATripDownAndUpInFramesOfOneLength) {
+  // A second a frame, ten of them down to 1,000, one of rest, ten up, one of rest.
+  const auto frames = Frames(AllOf(
+      {"--flood", "--frames", "24", "--interval", "1", "--unit", "kesta5", "--trip", "1000", "--trip-time", "10"}));
+  ASSERT_EQ(frames.size(), 24U);
+  struct Place {
+    double depth, speed, inclination, azimuth, rpm;
+  };
+  const auto at = [&](std::size_t frame) {
+    std::istringstream fields(frames[frame].substr(8));
+    Place place{};
+    fields >> place.depth >> place.speed >> place.inclination >> place.azimuth >> place.rpm;
+    return place;
+  };
+  for (const std::string& frame : frames) EXPECT_EQ(frame.size(), frames[0].size());
+  // Vertical down to 200, 60 degrees from 700 on; it turns from 340 degrees across north to 30.
+  const auto expect = [&](std::size_t frame, const Place& wanted) {
+    const Place found = at(frame);
+    EXPECT_NEAR(found.depth, wanted.depth, 1e-3) << frame;
+    EXPECT_NEAR(found.speed, wanted.speed, 1e-3) << frame;
+    EXPECT_NEAR(found.inclination, wanted.inclination, 1e-3) << frame;
+    EXPECT_NEAR(found.azimuth, wanted.azimuth, 1e-3) << frame;
+    EXPECT_EQ(found.rpm, wanted.rpm) << frame;
+  };
+  expect(0, {100, 6000, 0, 340, 40});
+  expect(2, {300, 6000, 12, 350, 40});
+  expect(7, {800, 6000, 60, 30, 40});
+  expect(9, {1000, 0, 60, 30, 40});
+  expect(11, {900, -6000, 60, 30, 0});
+  expect(17, {300, -6000, 12, 350, 0});
+  expect(22, {100, 6000, 0, 340, 40});
+}
+
 TEST(SimUnit, EndsCleanlyOnSignals) {
   for (const int signal : {SIGTERM, SIGINT}) {
     const test::TemporaryFolder folder;
