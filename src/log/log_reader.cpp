@@ -231,7 +231,9 @@ std::vector<ReportComment> LogReader::Comments(const RowFilter& filter) {
 
 RowBlocks LogReader::Blocks(const KeySpan& span) {
   const Access file(*this);
-  return RowBlocks({path_, columns_, layout_.key, chosen_.size(), connection_->IsRecordedTo()}, span);
+  std::vector<std::string> names;
+  for (const int channel : chosen_) names.push_back(channels_[static_cast<std::size_t>(channel)]);
+  return RowBlocks({path_, columns_, layout_.key, names, connection_->IsRecordedTo()}, span);
 }
 
 std::unique_ptr<RowSource> LogReader::Rows(const RowFilter& filter) {

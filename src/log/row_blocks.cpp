@@ -10,8 +10,10 @@
 #include <thread>
 #include <vector>
 
+#include "log/log_schema.h"
 #include "log/row_time.h"
 #include "platform/database/scan.h"
+#include "platform/database/table_pages.h"
 
 namespace velk {
 
@@ -39,15 +41,10 @@ class RowBlocks::Source {
  public:
   explicit Source(Query query) : query_(std::move(query)) {}
 
+  /// The first rows of a span, `most` of them at most.
   void Read(const KeySpan& span, std::int64_t most, RowBlock& block) {
     if (!rows_) Open();
-    block.channels = query_.channels;
-    block.keys.clear();
-    block.times.clear();
-    block.values.clear();
-    block.keys.reserve(static_cast<std::size_t>(most));
-    block.times.reserve(static_cast<std::size_t>(most));
-    block.values.reserve(static_cast<std::size_t>(most) * query_.channels);
+    Empty(block, most);
     rows_->Bind(1, span.first).Bind(2, span.last);
     rows_->Run([&](std::span<const ScannedField> fields) {
       block.keys.push_back(fields[0].Integer());
@@ -58,20 +55,45 @@ class RowBlocks::Source {
     if (connection_->IsRecordedTo()) Close();
   }
 
+  /// All rows of a span of so many keys.
+  void ReadPart(const KeySpan& span, std::int64_t keys, RowBlock& block) {
+    if (!rows_) Open();
+    Empty(block, keys);
+    const bool isRead = pages_->Read(span.first, span.last, [&](std::int64_t key, std::span<const double> fields) {
+      block.keys.push_back(key);
+      block.times.push_back(RowTime(fields[0], fields[1]));
+      block.values.insert(block.values.end(), fields.begin() + 2, fields.end());
+    });
+    if (!isRead) Read(span, keys, block);
+  }
+
  private:
+  void Empty(RowBlock& block, std::int64_t most) const {
+    const auto rows = static_cast<std::size_t>(most);
+    block = {};
+    block.channels = query_.channels.size();
+    block.keys.reserve(rows);
+    block.times.reserve(rows);
+    block.values.reserve(rows * block.channels);
+  }
   void Open() {
     connection_ = Connection::Open(query_.path, OpenMode::ReadOnly);
     rows_.emplace(*connection_, "SELECT 1 FROM logData NOT INDEXED WHERE " + query_.key +
                                     " BETWEEN ? AND ? AND Visit(" + query_.columns + ") ORDER BY " + query_.key);
+    std::vector<std::string> columns{"Date", "Time"};
+    columns.insert(columns.end(), query_.channels.begin(), query_.channels.end());
+    pages_.emplace(*connection_, kLogData, columns, 2);
   }
   void Close() {
     rows_.reset();
+    pages_.reset();
     connection_.reset();
   }
 
   const Query query_;
   std::shared_ptr<Connection> connection_;
   std::optional<Scan> rows_;
+  std::optional<TablePages> pages_;
 };
 
 /// The threads, and what they have read: the span in parts of so many keys, each thread taking the next part.
@@ -130,7 +152,7 @@ class RowBlocks::Ahead {
       if (!number) return;
       Part part;
       try {
-        source.Read(SpanOf(*number), keysOfPart_, part.rows);
+        source.ReadPart(SpanOf(*number), keysOfPart_, part.rows);
       } catch (...) {
         part.failure = std::current_exception();
         isSound = false;
@@ -167,7 +189,8 @@ class RowBlocks::Ahead {
 };
 
 RowBlocks::RowBlocks(Query query, const KeySpan& span)
-    : rest_(span), rowsOfBlock_(kFieldsOfBlock / static_cast<std::int64_t>(query.channels + kFieldsBeforeValues)) {
+    : rest_(span),
+      rowsOfBlock_(kFieldsOfBlock / static_cast<std::int64_t>(query.channels.size() + kFieldsBeforeValues)) {
   const std::uint64_t keys = static_cast<std::uint64_t>(span.last) - static_cast<std::uint64_t>(span.first);
   const std::uint64_t parts = keys / static_cast<std::uint64_t>(rowsOfBlock_) + 1;
   if (query.isRecordedTo || parts < kFewBlocks || parts > kManyBlocks)

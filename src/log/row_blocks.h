@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "log/row_block.h"
 #include "log/row_filter.h"
@@ -24,8 +25,8 @@ class RowBlocks {
   struct Query {
     std::string path;
     std::string columns;  ///< key, date, time and the channels, as they stand in a statement
-    std::string key;
-    std::size_t channels;
+    std::string key;      ///< the same
+    std::vector<std::string> channels;
     bool isRecordedTo;
   };
 

@@ -37,6 +37,10 @@ double RowTime(const FieldValue& date, const FieldValue& time) {
   return IsDateTime(day) && IsDateTime(timeOfDay) ? JoinDateTime(DatePart(day), TimePart(timeOfDay)) : kNone;
 }
 
+double RowTime(double date, double time) {
+  return IsWhole(date, time) ? JoinDateTime(date, time) : RowTime(FieldValue(date), FieldValue(time));
+}
+
 double RowTime(const Command& row, int date) {
   const double day = row.Number(date), timeOfDay = row.Number(date + 1);
   return IsWhole(day, timeOfDay) ? JoinDateTime(day, timeOfDay) : RowTime(row.Field(date), row.Field(date + 1));
