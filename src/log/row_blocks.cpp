@@ -123,13 +123,11 @@ class RowBlocks::Ahead {
     Part part;
     {
       const std::lock_guard lock(mutex_);
-      part = std::move(read_.extract(taken_++).mapped());
+      part = std::move(read_.extract(taken_).mapped());
+      taken_ = part.failure ? parts_ : taken_ + 1;
     }
     space_.notify_one();
-    if (part.failure) {
-      taken_ = parts_;
-      std::rethrow_exception(part.failure);
-    }
+    if (part.failure) std::rethrow_exception(part.failure);
     block = std::move(part.rows);
     return true;
   }
