@@ -147,7 +147,8 @@ void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, c
     page.Picture(box.left, box.top, box.width, box.height,
                  {reinterpret_cast<const std::uint32_t*>(logo_.constBits()),
                   static_cast<std::size_t>(logo_.bytesPerLine()) / 4, logo_.width(), logo_.height()});
-  if (const PageBox box = TextBox(); box.isThere) DrawTextBlock(page, box, Lines(), font);
+  if (const PageBox box = TextBox(); box.isThere)
+    RunStep("Picture4_Text", [&] { DrawTextBlock(page, box, Lines(), font); });
 }
 
 void PageComposer::RunStep(const char* procedure, const std::function<void()>& step) const {

@@ -211,7 +211,7 @@ void frmPrintGraph::InsertText_Click(Run run) {
       if (!entered) return;
       lines[i] = *entered;
     }
-    composer_.StoreLines(lines);
+    RunStep("FillPicture3Info", [&] { composer_.StoreLines(lines); });
   }
   inserted = !inserted;
   access_.keepSettings();
