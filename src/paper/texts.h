@@ -40,5 +40,6 @@ inline constexpr MessageText EndNotBehindStart{2677, "The end has to be later th
 inline constexpr MessageText NotToClipboard{
     2679, "I don't know how to put a DIB on the clipboard! Copy as bitmap instead!!!"};
 inline constexpr MessageText PrintingTo{2678, "Printer: "};
+inline constexpr MessageText Millimetres{3200, " mm"};  ///< behind a length
 
 }  // namespace velk::text

@@ -266,7 +266,7 @@ TEST_F(PrintGraphWindow, PlacesLogoAndHeaderByNumbers) {
   WithLogo();
   job.session.TextInserted = true;
   OpenPage([&](QDialog&) {
-    EXPECT_EQ(Find<QDoubleSpinBox>("LogoLeft").value(), 20);
+    EXPECT_EQ(Find<QDoubleSpinBox>("LogoLeft").text(), "20.0 mm");
     EXPECT_EQ(Find<QDoubleSpinBox>("LogoTop").value(), 10);
     EXPECT_EQ(Find<QDoubleSpinBox>("LogoHeight").value(), 20);
     EXPECT_EQ(Find<QDoubleSpinBox>("LogoWidth").value(), 30) << "60 by 40 pixels";

@@ -303,7 +303,9 @@ void frmPrintGraph::PrintOn(Printer& printer) {
 // --- Places and looks of what stands above the frame ---
 
 void frmPrintGraph::ConnectPlaces() {
-  const auto follow = [this](QDoubleSpinBox* entry, const std::function<void(double)>& place) {
+  const QString millimetres = ToQt(access_.platform.language.In(text::Millimetres));
+  const auto follow = [&](QDoubleSpinBox* entry, const std::function<void(double)>& place) {
+    entry->setSuffix(millimetres);
     connect(entry, &QDoubleSpinBox::valueChanged, this, [this, place](double value) {
       place(value);
       Placed();
