@@ -9,6 +9,7 @@
 #include "log/log_rows.h"
 #include "log/row_time.h"
 #include "platform/database/catalog.h"
+#include "platform/database/scan.h"
 
 namespace velk {
 
@@ -189,13 +190,14 @@ std::vector<std::int64_t> LogReader::KeysByTime(const std::function<void(std::in
   if (layout_.index.empty()) return KeysSortedByTime(step);
   const Access file(*this);
   const std::shared_ptr<Connection> held = connection_;
-  Command rows(*held, "SELECT " + layout_.key + " FROM logData INDEXED BY " + layout_.index + " ORDER BY Date, Time, " +
-                          layout_.key);
+  Scan rows(*held, "SELECT 1 FROM logData INDEXED BY " + layout_.index + " WHERE Visit(" + layout_.key +
+                       ") ORDER BY Date, Time, " + layout_.key);
   std::vector<std::int64_t> keys;
-  while (rows.Next()) {
-    keys.push_back(rows.Integer(0));
-    if (keys.size() % kRowsAStep == 0) step(static_cast<std::int64_t>(keys.size()));
-  }
+  const auto take = [&](std::span<const ScannedField> fields) {
+    keys.push_back(fields[0].Integer());
+    return keys.size() % kRowsAStep == 0;
+  };
+  while (rows.Run(take)) step(static_cast<std::int64_t>(keys.size()));
   return keys;
 }
 

@@ -52,6 +52,7 @@ class RowBlocks::Source {
       for (const ScannedField& field : fields.subspan(kFieldsBeforeValues)) block.values.push_back(field.Number());
       return static_cast<std::int64_t>(block.Count()) == most;
     });
+    rows_->Reset();
     if (connection_->IsRecordedTo()) Close();
   }
 

@@ -44,20 +44,29 @@ TEST_F(ScanTest, VisitsTheRowsOfAQueryWithTheirFields) {
   EXPECT_EQ(values, (std::vector<FieldValue>{std::int64_t{7}, std::monostate{}}));
 }
 
-TEST_F(ScanTest, EndsWhereItsVisitorHasEnoughAndBeginsAnew) {
-  Scan scan(*connection_, Query("b"));
+TEST_F(ScanTest, StopsWhereItsVisitorHasEnoughGoesOnThereOrBeginsAnew) {
+  Scan scan(*connection_, Query("b, k"));
   scan.Bind(1, std::int64_t{1}).Bind(2, std::int64_t{4});
-  for (const int enough : {2, 3}) {
-    int rows = 0;
-    scan.Run([&](std::span<const ScannedField> fields) {
-      if (rows == 0) {
-        EXPECT_EQ(fields[0].Value(), FieldValue("text"));
-        EXPECT_TRUE(std::isnan(fields[0].Number()));
-      }
-      return ++rows == enough;
-    });
-    EXPECT_EQ(rows, enough);
-  }
+  std::vector<std::int64_t> keys;
+  const auto two = [&](std::span<const ScannedField> fields) {
+    if (keys.empty()) {
+      EXPECT_EQ(fields[0].Value(), FieldValue("text"));
+      EXPECT_TRUE(std::isnan(fields[0].Number()));
+    }
+    keys.push_back(fields[1].Integer());
+    return keys.size() % 2 == 0;
+  };
+  EXPECT_TRUE(scan.Run(two));
+  EXPECT_EQ(keys, (std::vector<std::int64_t>{1, 2}));
+  EXPECT_TRUE(scan.Run(two));
+  EXPECT_EQ(keys, (std::vector<std::int64_t>{1, 2, 3, 4}));
+  EXPECT_FALSE(scan.Run(two)) << "behind the last row";
+  keys.clear();
+  EXPECT_TRUE(scan.Run(two));
+  scan.Reset();
+  keys.clear();
+  EXPECT_TRUE(scan.Run(two));
+  EXPECT_EQ(keys.front(), 1);
 }
 
 TEST_F(ScanTest, RaisesWhatTheEngineSays) {

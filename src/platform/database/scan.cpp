@@ -61,10 +61,9 @@ Scan& Scan::Bind(int index, const FieldValue& value) {
   return *this;
 }
 
-void Scan::Run(const Visit& visit) {
+bool Scan::Run(const Visit& visit) {
   visit_ = &visit;
-  rows_.Next();
-  rows_.Reset();
+  return rows_.Next();
 }
 
 }  // namespace velk

@@ -29,7 +29,7 @@ class ScannedField {
 /// hands out no results. One a connection, which it doesn't outlive.
 class Scan {
  public:
-  /// Takes the fields of a row, which last for the call; true for enough. Throws nothing.
+  /// Takes the fields of a row, which last for the call; true for enough for now. Throws nothing.
   using Visit = std::function<bool(std::span<const ScannedField> fields)>;
   /// As many fields as a row can be asked for.
   static constexpr std::size_t kMostFields = 100;
@@ -41,8 +41,11 @@ class Scan {
 
   /// Values of the statement's "?", counted from 1. They stay from run to run.
   Scan& Bind(int index, const FieldValue& value);
-  /// Visits rows until there are none or the visitor has enough. Raises as told at Connection.
-  void Run(const Visit& visit);
+  /// Visits rows until the visitor has enough: true then, and the next run goes on behind that row. False behind the
+  /// last row. Raises as told at Connection.
+  bool Run(const Visit& visit);
+  /// Lets go of the file; the next run begins anew.
+  void Reset() { rows_.Reset(); }
 
  private:
   const Connection& Registered(const Connection& connection);
