@@ -21,5 +21,6 @@ inline constexpr int StripChart = 1500;
 inline constexpr int Printing = 1510;
 inline constexpr int Viewer = 1520;
 inline constexpr int Wells = 1600;
+inline constexpr int Exchange = 1700;
 
 }  // namespace velk::topic

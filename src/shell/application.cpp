@@ -7,6 +7,8 @@
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
 #include "core/windows/large_values_window.h"
+#include "exchange/windows/frm_export.h"
+#include "exchange/windows/import_csv_command.h"
 #include "instruments/link/link_lease.h"
 #include "instruments/link/port_listener.h"
 #include "instruments/table/protocols.h"
@@ -108,6 +110,7 @@ void Application::BindCommands() {
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
   BindWells(commands);
+  BindExchange(commands);
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
   form_.Guide().portIsThere = [this] {
@@ -150,6 +153,23 @@ void Application::BindWells(CommandBinder& commands) {
     TakeUserUnits(well_, platform_);
     windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
   });
+}
+
+void Application::BindExchange(CommandBinder& commands) {
+  commands.Bind("mnuFileImportCSV", [this] {
+    mnuFileImportCSV_Click(windows_, {platform_, session_.DefaultDirectory, [this] { return openLog_.Path(); }});
+  });
+  for (const auto& [item, mode] : {std::pair{"mnuFileExportMDBtoCSV", ExportMode::LogToCsv},
+                                   {"mnuFileExportMDBtoXML", ExportMode::LogToXml},
+                                   {"mnuFileExportSummary", ExportMode::SummaryToCsv}})
+    commands.Bind(item, [this, mode = mode] {
+      mnuFileExport_Click(windows_, {platform_, mode, LogOfSession(), session_.DefaultDirectory});
+    });
+}
+
+std::string Application::LogOfSession() const {
+  if (openLog_.IsOpen()) return openLog_.Path();
+  return session_.LogFileInUse.empty() ? session_.CurrentFile : session_.LogFileInUse;
 }
 
 /// A log that plays is only read: what is surveyed from it goes elsewhere. One that is recorded stays the log of its

@@ -66,6 +66,9 @@ class Application {
  private:
   void BindCommands();
   void BindWells(CommandBinder& commands);
+  void BindExchange(CommandBinder& commands);
+  /// The log that is open, or else the one that was recorded to last.
+  std::string LogOfSession() const;
   void ShowPath();
   LiveLog RunningLog() const;
   void EditSerialPort();

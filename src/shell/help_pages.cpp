@@ -21,12 +21,16 @@ struct Topic {
 
 /// In the order of the contents.
 constexpr Topic kTopics[] = {
-    {topic::FirstStart, "first_start"}, {topic::Connecting, "connecting"}, {topic::Instruments, "instruments"},
-    {topic::Recording, "recording"},    {topic::Playback, "playback"},     {topic::Parameters, "parameters"},
-    {topic::StripChart, "strip_chart"}, {topic::Printing, "printing"},     {topic::Viewer, "viewer"},
-    {topic::Formulas, "formulas"},      {topic::Alarms, "alarms"},         {topic::Templates, "templates"},
-    {topic::Languages, "languages"},    {topic::Failures, "failures"},     {topic::Files, "files"},
-    {topic::Keyboard, "keyboard"},      {topic::Wells, "wells"},           {topic::Licences, "licences"},
+    {topic::FirstStart, "first_start"},  {topic::Connecting, "connecting"},
+    {topic::Instruments, "instruments"}, {topic::Recording, "recording"},
+    {topic::Playback, "playback"},       {topic::Parameters, "parameters"},
+    {topic::StripChart, "strip_chart"},  {topic::Printing, "printing"},
+    {topic::Viewer, "viewer"},           {topic::Exchange, "exchange"},
+    {topic::Formulas, "formulas"},       {topic::Alarms, "alarms"},
+    {topic::Templates, "templates"},     {topic::Languages, "languages"},
+    {topic::Failures, "failures"},       {topic::Files, "files"},
+    {topic::Keyboard, "keyboard"},       {topic::Wells, "wells"},
+    {topic::Licences, "licences"},
 };
 
 QString PathOf(const char* page, const std::string& language) {

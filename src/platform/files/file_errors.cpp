@@ -97,4 +97,9 @@ bool MoveIntoPlace(const std::string& from, const std::string& to) {
   return FlushFolder(FolderOf(to));
 }
 
+bool MoveOver(const std::string& from, const std::string& to) {
+  if (rename(from.c_str(), to.c_str()) != 0) RaiseFileError(errno, to);
+  return FlushFolder(FolderOf(to));
+}
+
 }  // namespace velk

@@ -28,5 +28,7 @@ std::string FolderOf(const std::string& path);
 /// FileAlreadyExists where something stands at `to`. False where the folder could not be flushed: the file is whole
 /// under its new name, which a power cut can still take.
 bool MoveIntoPlace(const std::string& from, const std::string& to);
+/// The same in the place of what stands at `to`.
+bool MoveOver(const std::string& from, const std::string& to);
 
 }  // namespace velk

@@ -20,6 +20,12 @@ void RequireFreeName(const std::string& path) {
     if (FileExists(path + suffix)) RaiseFileError(EEXIST, path + suffix);
 }
 
+/// Of the file that is to be replaced: they would be played into the new one.
+void RemoveJournals(const std::string& path) {
+  for (const char* suffix : {"-wal", "-shm", "-journal"})
+    if (unlink((path + suffix).c_str()) != 0 && errno != ENOENT) RaiseFileError(errno, path + suffix);
+}
+
 /// "run.mdb.part1-journal" for a path of "run.mdb": the name of the part itself; empty for other files.
 std::string PartOf(const std::string& file, const std::string& path) {
   const std::string start = path + kPart;
@@ -32,8 +38,8 @@ std::string PartOf(const std::string& file, const std::string& path) {
 
 }  // namespace
 
-NewFile::NewFile(std::string path) : path_(std::move(path)) {
-  RequireFreeName(path_);
+NewFile::NewFile(std::string path, IfThere ifThere) : path_(std::move(path)), ifThere_(ifThere) {
+  if (ifThere_ == IfThere::Refuse) RequireFreeName(path_);
   // A name of its own each time: a part that a killed program left behind is nobody's to write on.
   for (int number = 1; !lock_ || FileExists(partName_); ++number) {
     partName_ = path_ + kPart + std::to_string(number);
@@ -46,8 +52,11 @@ NewFile::~NewFile() {
 }
 
 bool NewFile::Complete() {
-  RequireFreeName(path_);
-  const bool flushed = MoveIntoPlace(partName_, path_);
+  if (ifThere_ == IfThere::Refuse)
+    RequireFreeName(path_);
+  else
+    RemoveJournals(path_);
+  const bool flushed = ifThere_ == IfThere::Refuse ? MoveIntoPlace(partName_, path_) : MoveOver(partName_, path_);
   partName_.clear();
   lock_.reset();
   return flushed;

@@ -12,9 +12,12 @@ namespace velk {
 /// complete. Given up before, it is removed.
 class NewFile {
  public:
+  enum class IfThere { Refuse, Replace };
+
   /// Raises FileAlreadyExists where something stands at `path`, or beside it a journal of a database that was there: it
-  /// would be played into the new file.
-  explicit NewFile(std::string path);
+  /// would be played into the new file. With Replace whatever stands there stays until the new file is complete, and
+  /// goes with its journals then.
+  explicit NewFile(std::string path, IfThere ifThere = IfThere::Refuse);
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -34,6 +37,7 @@ class NewFile {
 
  private:
   std::string path_;
+  const IfThere ifThere_;
   std::string partName_;
   std::unique_ptr<FileLock> lock_;  ///< of the part: it is being made
 };

@@ -1,0 +1,53 @@
+#include "exchange/windows/csv_grid_model.h"
+
+#include "base/errors.h"
+#include "base/text_qt.h"
+
+namespace velk {
+
+CsvGridModel::CsvGridModel(CsvTable& table, QObject* parent)
+    : QAbstractTableModel(parent), table_(table), rows_(table.Rows()) {
+}
+
+void CsvGridModel::Grow() {
+  const int rows = table_.Rows();
+  if (rows <= rows_) return;
+  beginInsertRows({}, rows_, rows - 1);
+  rows_ = rows;
+  endInsertRows();
+}
+
+void CsvGridModel::ShowAnew() {
+  beginResetModel();
+  rows_ = table_.Rows();
+  endResetModel();
+}
+
+int CsvGridModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+int CsvGridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : table_.Columns();
+}
+
+/// A grid can't take an error: what can't be read stays empty, and is told beside it.
+QVariant CsvGridModel::data(const QModelIndex& index, int role) const {
+  if (role == Qt::TextAlignmentRole && index.column() >= table_.File().Shape().ColumnsAhead())
+    return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
+  try {
+    return ToQt(table_.Cell(index.row(), index.column()));
+  } catch (const RuntimeError& error) {
+    emit Unreadable(ToQt(error.what()));
+    return {};
+  }
+}
+
+QVariant CsvGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
+  if (orientation == Qt::Vertical) return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
+  return ToQt(table_.Heading(section));
+}
+
+}  // namespace velk
