@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 set(velk_folder ${CMAKE_INSTALL_LIBDIR}/velk)
-install(TARGETS velk velk_sim_unit RUNTIME DESTINATION ${velk_folder})
+install(TARGETS velk velk_jet_reader velk_sim_unit RUNTIME DESTINATION ${velk_folder})
 install(FILES "${CMAKE_BINARY_DIR}/src/shell/VELK Translation Data.mdb" "${CMAKE_BINARY_DIR}/src/shell/VELKMESSAGES.MDB"
         DESTINATION ${velk_folder})
 file(RELATIVE_PATH velk_from_bin /${CMAKE_INSTALL_BINDIR} /${velk_folder}/velk)

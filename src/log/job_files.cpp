@@ -13,6 +13,7 @@
 #include "log/texts.h"
 #include "model/texts.h"
 #include "platform/database/catalog.h"
+#include "platform/database/jet_copy.h"
 #include "platform/dialogs/dialogs.h"
 #include "platform/dialogs/long_task.h"
 #include "platform/files/new_file.h"
@@ -29,8 +30,9 @@ std::optional<Table> LogTable(const std::string& path) {
 }  // namespace
 
 bool JobFiles::IsCompatibleLog(const std::string& path) {
-  const std::optional<Table> table = LogTable(path);
   whyNot_ = {};
+  if (IsJetFile(path)) return IsNot(text::FormatOfBefore);
+  const std::optional<Table> table = LogTable(path);
   if (!table) return IsNot(text::NoLogInFile);
   for (int i = 1; i <= session_.NumberOfParameters; ++i) {
     const std::string name = session_.CurrentParameters[static_cast<std::size_t>(i)].name;

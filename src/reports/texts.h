@@ -43,4 +43,8 @@ inline constexpr MessageText CannotBeEdited{2703, "The log can be read, not chan
 inline constexpr MessageText LogIsEmpty{2704, "The log has no records."};
 inline constexpr MessageText NoRowsInRange{2705, "No records lie between these times. \"ALL\" shows the whole log."};
 
+// A log that can only be read; the path stands behind the second
+inline constexpr MessageText SaveAsLogTitle{2894, "Save as log"};
+inline constexpr MessageText SavedAsLog{2895, "Saved. Open it by PlayBack File to change it: "};
+
 }  // namespace velk::text

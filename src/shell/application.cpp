@@ -7,6 +7,8 @@
 #include "core/commands.h"
 #include "core/windows/alarms_window.h"
 #include "core/windows/large_values_window.h"
+#include "exchange/jet_log.h"
+#include "exchange/text_encoding.h"
 #include "exchange/windows/frm_export.h"
 #include "exchange/windows/import_csv_command.h"
 #include "instruments/link/link_lease.h"
@@ -16,6 +18,7 @@
 #include "instruments/windows/serial_port_command.h"
 #include "log/windows/real_time_report.h"
 #include "platform/dialogs/procedure.h"
+#include "platform/files/file_errors.h"
 #include "platform/ports/port_devices.h"
 #include "reports/windows/summary_report_command.h"
 #include "settings/settings_io.h"
@@ -34,6 +37,12 @@ namespace {
 
 std::string ProgramFolder(const Services& services) {
   return services.programFolder.empty() ? FromQt(QCoreApplication::applicationDirPath()) : services.programFolder;
+}
+
+/// Beside the program where it is installed; in its own folder where it was built.
+std::string JetReaderIn(const std::string& programFolder) {
+  const std::string beside = programFolder + "/velk_jet_reader";
+  return FileExists(beside) ? beside : programFolder + "/../../jet_reader/velk_jet_reader";
 }
 
 }  // namespace
@@ -157,14 +166,22 @@ void Application::BindWells(CommandBinder& commands) {
 
 void Application::BindExchange(CommandBinder& commands) {
   commands.Bind("mnuFileImportCSV", [this] {
-    mnuFileImportCSV_Click(windows_, {platform_, session_.DefaultDirectory, [this] { return openLog_.Path(); }});
+    mnuFileImportCSV_Click(windows_, {platform_, session_.DefaultDirectory, [this] { return openLog_.Path(); },
+                                      [this](const std::string& path) { PrepareLog(path); }});
   });
   for (const auto& [item, mode] : {std::pair{"mnuFileExportMDBtoCSV", ExportMode::LogToCsv},
                                    {"mnuFileExportMDBtoXML", ExportMode::LogToXml},
                                    {"mnuFileExportSummary", ExportMode::SummaryToCsv}})
     commands.Bind(item, [this, mode = mode] {
-      mnuFileExport_Click(windows_, {platform_, mode, LogOfSession(), session_.DefaultDirectory});
+      mnuFileExport_Click(windows_, {platform_, mode, LogOfSession(), session_.DefaultDirectory,
+                                     [this](const std::string& path) { PrepareLog(path); }});
     });
+  playback_.onChosen = [this](const std::string& path) { PrepareLog(path); };
+}
+
+void Application::PrepareLog(const std::string& path) {
+  const bool isCyrillic = CodePageOf(windows_.Words().Languages.Language()) == CodePage::Cyrillic;
+  velk::PrepareLog(path, {JetReaderIn(programFolder_), isCyrillic ? "CP1251" : "CP1252"}, platform_);
 }
 
 std::string Application::LogOfSession() const {

@@ -69,6 +69,8 @@ class Application {
   void BindExchange(CommandBinder& commands);
   /// The log that is open, or else the one that was recorded to last.
   std::string LogOfSession() const;
+  /// Ahead of the opening of a log that was chosen to be read.
+  void PrepareLog(const std::string& path);
   void ShowPath();
   LiveLog RunningLog() const;
   void EditSerialPort();

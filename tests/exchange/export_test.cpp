@@ -1,6 +1,8 @@
+#include <QXmlStreamReader>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <map>
 
 #include "base/dates.h"
 #include "exchange/csv_import.h"
@@ -8,6 +10,7 @@
 #include "exchange/field_text.h"
 #include "exchange/write_csv.h"
 #include "exchange/write_xml.h"
+#include "log/field_names.h"
 #include "log/summary_rows.h"
 #include "support/file_size_limit.h"
 
@@ -147,6 +150,51 @@ TEST_F(Export, WritesARecordSetWithItsSchema) {
       << xml;
   EXPECT_NE(xml.find("\t<z:row ID='2' Date='2026-03-15T00:00:00' Time='1899-12-30T09:30:00' Hook_x0020_load='-2'/>"),
             std::string::npos);
+}
+
+/// The rows of a record set by the names of their fields, as an XML reader finds them.
+std::vector<std::map<std::string, std::string>> RowsOfXml(const std::string& bytes) {
+  std::map<QString, std::string> names;
+  std::vector<std::map<std::string, std::string>> rows;
+  QXmlStreamReader xml(QByteArray::fromStdString(bytes));
+  while (!xml.atEnd()) {
+    if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+    const auto attributes = xml.attributes();
+    if (xml.name() == QLatin1String("AttributeType")) {
+      const QString name = attributes.value("name").toString();
+      const QString own = attributes.value("urn:schemas-microsoft-com:rowset", "name").toString();
+      names[name] = (own.isEmpty() ? name : own).toStdString();
+    }
+    if (xml.qualifiedName() != QLatin1String("z:row")) continue;
+    auto& row = rows.emplace_back();
+    for (const auto& attribute : attributes)
+      row[names.at(attribute.name().toString())] = attribute.value().toString().toStdString();
+  }
+  EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+  return rows;
+}
+
+TEST_F(Export, GivesAnXmlReaderTheSameBits) {
+  const std::vector<std::string> names = {"Глубина, м", "1st <%> & 'b'", "a_x0020_b", "C"};
+  NameChannels(names);
+  StartLog(path);
+  const float values[] = {0.1F, 1e-38F, 3.4028235e38F, -1.0F / 3.0F, 5e-45F, 123456.79F, 0};
+  for (int i = 0; i < 4; ++i) {
+    session.CurrentValue = {0, values[i], values[i + 1], values[i + 2], values[i + 3]};
+    AppendLogRow(clock.Now() + i * 0.3);
+  }
+  log.Finalise();
+  const auto rows = RowsOfXml(Xml());
+  LogReader reader(path);
+  ASSERT_EQ(rows.size(), 4U);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const LogRow row = *reader.ByKey(static_cast<std::int64_t>(i) + 1);
+    EXPECT_EQ(rows[i].at("ID"), std::to_string(i + 1));
+    EXPECT_EQ(rows[i].at("Date"), FormatDate(row.time, "yyyy-mm-dd") + "T00:00:00");
+    EXPECT_EQ(rows[i].at("Time"), "1899-12-30T" + FormatDate(row.time, "hh:nn:ss"));
+    for (std::size_t j = 0; j < names.size(); ++j)
+      EXPECT_EQ(std::strtod(rows[i].at(CleanFieldName(names[j])).c_str(), nullptr), row.values[j]) << names[j];
+  }
 }
 
 TEST_F(Export, EscapesNamesAndTexts) {

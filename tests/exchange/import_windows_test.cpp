@@ -5,7 +5,10 @@
 #include <QTableView>
 #include <QTest>
 
+#include <random>
+
 #include "base/dates.h"
+#include "exchange/csv_import.h"
 #include "exchange/exchange_fixture.h"
 #include "exchange/windows/convert_data_files.h"
 #include "exchange/windows/data_file_info.h"
@@ -14,7 +17,7 @@
 #include "exchange/windows/rename_fields.h"
 #include "exchange/windows/view_data.h"
 #include "log/log_reader.h"
-#include "platform/files/file_lock.h"
+#include "platform/files/file_errors.h"
 #include "support/window_script.h"
 
 namespace velk {
@@ -327,6 +330,36 @@ TEST_F(ImportWizard, TellsWhatTheFirstLineSays) {
   const DataFileInfo window(host, file);
   EXPECT_EQ(test::FindControl<QLabel>(window, "lblColumns")->text(), "Number of columns = 2");
   EXPECT_EQ(test::FindControl<QLabel>(window, "lblRows")->text(), "Estimated number of rows = 4");
+}
+
+TEST_F(ImportWizard, EndsWithALogOrOneErrorHoweverTheFileIsDamaged) {
+  const std::string whole =
+      "Date,Time,Глубина,B,TheComment\r\n21-Nov-2026,23:59:58,1.5,-2e3,\r\n21.11.2026,23:59:59,7,8,Packer set\r\n"
+      "2026-11-22,0:00:00 AM,3,,\r\n22/11/2026,00:00:01,4,5,Packer set\r\n";
+  std::mt19937 random(20261122);
+  int logs = 0;
+  for (int i = 0; i < 150; ++i) {
+    std::string bytes = whole;
+    for (int flips = 1 + i % 12; flips > 0; --flips) bytes[random() % bytes.size()] = static_cast<char>(random());
+    if (i % 7 == 0) bytes.resize(random() % bytes.size());
+    CsvFile file(Write("mutant.csv", bytes), i % 2 == 0 ? CodePage::Cyrillic : CodePage::Western);
+    const DataFileInfo info(host, file);
+    CsvTable table(file);
+    const ViewData view(host, table, 46000, [](const CsvTable&, double) {});
+    std::filesystem::remove(path);
+    try {
+      LongTask task = Task();
+      const CsvPlan plan = PlanOf(file.Shape(), table.ColumnNames);
+      const CsvImportResult result = ImportIntoNewLog(file, plan, path, false, test::English(), task);
+      EXPECT_EQ(LogReader(path).Count(), result.rows);
+      EXPECT_EQ(result.badLine == 0, result.rows == table.Rows()) << bytes;
+      ++logs;
+    } catch (const RuntimeError&) {
+      EXPECT_FALSE(FileExists(path));
+    }
+  }
+  EXPECT_GT(logs, 100);
+  for (const std::string& name : FilesInFolder()) EXPECT_EQ(name.find(".part"), std::string::npos);
 }
 
 TEST_F(ImportWizard, DeletesTheMarkedRowsByTheKey) {

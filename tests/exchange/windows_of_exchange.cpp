@@ -61,6 +61,8 @@ std::shared_ptr<QWidget> OpenExport(const std::string& language, ExportMode mode
   auto window = Hosted<frmExport>(job, ExportAccess{job->platform, mode, job->open.Path(), "/"});
   if (mode == ExportMode::LogToCsv)
     for (int i = 0; i < 4; ++i) Click(*window, "Command1");
+  job->dialogs.ExpectSaveFile(job->folder.File("north 7.csv"));
+  Click(*window, "Command6");
   return window;
 }
 

@@ -11,10 +11,13 @@
 #include <QListWidget>
 #include <QTableView>
 #include <QTest>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "model/status.h"
 #include "model/texts.h"
+#include "platform/database/jet_copy.h"
 #include "reports/viewed_log.h"
 #include "reports/windows/summary_report_command.h"
 #include "support/fake_printers.h"
@@ -505,6 +508,51 @@ TEST_F(SummaryReportEditing, HasNothingToDoInAnEmptyLog) {
     Press("cmdUpdate");
     ClickHead(kLog, kTimeColumn);
   });
+}
+
+/// A file that looks like one of the format of before, with its copy in the cache.
+class ViewingForeignLog : public SummaryReportEditing {
+ protected:
+  ViewingForeignLog() {
+    setenv("XDG_CACHE_HOME", folder.File("cache").c_str(), 1);
+    Record({1, 2});
+    Comment(Morning(), "a");
+    log.Finalise();
+    std::ofstream(old, std::ios::binary) << std::string("\0\1\0\0Standard Jet DB\0", 20);
+    std::filesystem::copy_file(path, JetCopyOf(old));
+    session.LogFileInUse = old;
+  }
+  ~ViewingForeignLog() override { unsetenv("XDG_CACHE_HOME"); }
+
+  const std::string old = folder.File("old.mdb");
+};
+
+TEST_F(ViewingForeignLog, ShowsItsRowsAndRefusesChangesWithTheReason) {
+  View([&](QDialog&) {
+    EXPECT_EQ(Shown(kLog, kPressureColumn), (Lines{"1.000", "2.000"}));
+    EXPECT_EQ(Text("lblFile"), old);
+    EXPECT_NE(Text("lblNote").find("it can be read, not changed"), std::string::npos) << Text("lblNote");
+    for (const char* off : {"cmdDelete", "cmdAddRow", "cmdRemoveRow"}) EXPECT_FALSE(IsOn(off)) << off;
+    EXPECT_TRUE(IsOn("cmdPrintLog"));
+  });
+}
+
+TEST_F(ViewingForeignLog, IsSavedAsALogThatCanBeChanged) {
+  const std::string saved = folder.File("saved.mdb");
+  dialogs.ExpectSaveFile(folder.File("saved"));
+  View([&](QDialog&) {
+    Press("cmdSaveAsLog");
+    EXPECT_EQ(Text("lblNote"), "Saved. Open it by PlayBack File to change it: " + saved);
+  });
+  Connection::Open(saved, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID = 1");
+  EXPECT_EQ(Query(saved, "SELECT count(*) FROM logData"), (Lines{"1"}));
+}
+
+TEST_F(SummaryReportEditing, OffersNoOtherCopyOfALogThatCanBeChanged) {
+  Record({1});
+  Comment(Morning(), "a");
+  log.Finalise();
+  View([&](QDialog&) { EXPECT_TRUE(Find<QAbstractButton>("cmdSaveAsLog").isHidden()); });
 }
 
 TEST_F(SummaryReportEditing, EndsWithTheProgramInTheMiddleOfASearch) {

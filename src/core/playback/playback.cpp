@@ -74,6 +74,7 @@ void Playback::ConfirmFile(const std::string& path) {
   bool accepted = false;
   const Report report{platform_.dialogs, "mnuFilePlayback_Click", text::OpenPlaybackError};
   RunProcedure(report, [&](const Statements& run) {
+    if (onChosen) run([&] { onChosen(path); });
     PlaybackFile file = run([&] { return OpenForPlayback(path, platform_.language); });
     if (file.beginning.empty() || file.parameters.channels.empty()) {
       platform_.dialogs.Message({text::NothingToPlayBefore + path + text::NothingToPlayAfter, text::PlaybackMenu,

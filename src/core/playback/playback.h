@@ -49,6 +49,8 @@ class Playback {
   bool IsOpen() const { return reader_ != nullptr; }
   /// Rows of a file, perhaps of the one that plays, were deleted or have come back.
   void FollowRows();
+  /// Called with a file that was chosen, ahead of its opening; what it raises is shown as a fault of the file.
+  std::function<void(const std::string& path)> onChosen;
   /// Called with each row that was played.
   std::function<void(const LogRow& row)> onRow;
   /// The file was left, at its end or by Stop.

@@ -2,11 +2,12 @@
 
 #include "base/errors.h"
 #include "base/text_qt.h"
+#include "log/texts.h"
 
 namespace velk {
 
-CsvGridModel::CsvGridModel(CsvTable& table, QObject* parent)
-    : QAbstractTableModel(parent), table_(table), rows_(table.Rows()) {
+CsvGridModel::CsvGridModel(CsvTable& table, const Language& language, QObject* parent)
+    : QAbstractTableModel(parent), table_(table), language_(language), rows_(table.Rows()) {
 }
 
 void CsvGridModel::Grow() {
@@ -39,7 +40,7 @@ QVariant CsvGridModel::data(const QModelIndex& index, int role) const {
   try {
     return ToQt(table_.Cell(index.row(), index.column()));
   } catch (const RuntimeError& error) {
-    emit Unreadable(ToQt(error.what()));
+    emit Unreadable(ToQt(language_.In(error.Text())));
     return {};
   }
 }
@@ -47,7 +48,15 @@ QVariant CsvGridModel::data(const QModelIndex& index, int role) const {
 QVariant CsvGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
   if (orientation == Qt::Vertical) return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
-  return ToQt(table_.Heading(section));
+  return Heading(section);
+}
+
+/// As the file has it, but date and time in the operator's language: these two are words of the format.
+QString CsvGridModel::Heading(int column) const {
+  const int ahead = table_.File().Shape().ColumnsAhead();
+  const MessageText& word = ahead == 2 && column == 0 ? text::ReportDate : text::ReportTime;
+  const std::string own = table_.Heading(column), translated = language_.In(word);
+  return ToQt(column >= ahead || translated == word.english ? own : translated);
 }
 
 }  // namespace velk

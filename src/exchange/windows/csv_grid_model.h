@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 
+#include "base/language.h"
 #include "exchange/csv_table.h"
 
 namespace velk {
@@ -11,8 +12,8 @@ class CsvGridModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  /// The table outlives it.
-  CsvGridModel(CsvTable& table, QObject* parent);
+  /// Both outlive it.
+  CsvGridModel(CsvTable& table, const Language& language, QObject* parent);
 
   /// More rows of the file are known.
   void Grow();
@@ -29,7 +30,10 @@ class CsvGridModel : public QAbstractTableModel {
   void Unreadable(const QString& reason) const;
 
  private:
+  QString Heading(int column) const;
+
   CsvTable& table_;
+  const Language& language_;
   int rows_ = 0;  ///< as the grid knows them
 };
 

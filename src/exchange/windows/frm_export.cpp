@@ -52,6 +52,8 @@ frmExport::frmExport(WindowHost& host, ExportAccess access)
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, host.Words());
   setWindowTitle(ToQt(host.Words().Translator.In(TitleOf(access_.mode))));
+  ui_->List1->setAccessibleName(ui_->Label2->text().remove(QLatin1Char('&')));
+  ui_->List2->setAccessibleName(ui_->Label3->text().remove(QLatin1Char('&')));
   if (!access_.log.empty() && FileExists(access_.log)) OpenExportSource(access_.log);
   UpdateKeys();
   (source_ ? static_cast<QWidget*>(ui_->List1) : ui_->Command5)->setFocus();
@@ -63,7 +65,11 @@ void frmExport::OpenExportSource(const std::string& path) {
   const QPointer<frmExport> alive(this);
   std::unique_ptr<ExportSource> source;
   RunProcedure({host_.Boxes(), "OpenExportSource"}, [&](const Statements& run) {
-    source = run([&] { return std::make_unique<ExportSource>(path, access_.mode); });
+    const ExportAccess access = access_;
+    source = run([&] {
+      if (access.prepare) access.prepare(path);
+      return std::make_unique<ExportSource>(path, access.mode);
+    });
   });
   if (!alive || !source) return;
   source_ = std::move(source);

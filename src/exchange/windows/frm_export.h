@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,6 +25,8 @@ struct ExportAccess {
   ExportMode mode = ExportMode::LogToCsv;
   std::string log;        ///< the log of the session; empty without one
   std::string directory;  ///< where the choice of a file begins
+  /// Called with a file ahead of its opening; it may raise what keeps it from being read.
+  std::function<void(const std::string& path)> prepare = {};
 };
 
 /// Writes a log out: which fields in which order, and where to. XML has all of them as they stand.

@@ -24,6 +24,7 @@ PickColumns::PickColumns(WindowHost& host, const std::vector<std::string>& names
   connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, host.Words());
+  ui_->List1->setAccessibleName(ui_->Label1->text());
   ShowChosen();
 }
 

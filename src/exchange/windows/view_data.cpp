@@ -29,7 +29,7 @@ ViewData::ViewData(WindowHost& host, CsvTable& table, double today, Write write)
       ui_(std::make_unique<Ui::ViewData>()),
       table_(table),
       write_(std::move(write)),
-      model_(table, this) {
+      model_(table, host.Words().Translator, this) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Exchange);
   QTableView& grid = *ui_->Grid1;

@@ -124,6 +124,7 @@ void WriteLog::OfferGraphSettings(const std::string& path) {
   const auto source = dialogs.OpenFile({text::SettingsSource, text::DataFilesFilterLarge, FolderOf(path)});
   if (!source) return;
   try {
+    if (access_.prepare) access_.prepare(*source);
     if (!CompareSettingsFile(path, *source)) return Tell(text::SettingsNotCompatable);
     ImportGraphSettings(path, *source);
   } catch (const RuntimeError& error) {

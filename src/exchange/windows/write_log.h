@@ -17,6 +17,8 @@ struct ImportAccess {
   Platform platform;
   std::string directory;                 ///< where the choice of a file begins
   std::function<std::string()> openLog;  ///< the log that is recorded or played back now; empty without one
+  /// Called with a log ahead of its opening for reading; it may raise what keeps it from being read.
+  std::function<void(const std::string& path)> prepare = {};
 };
 
 /// Writes the rows of a table into a log that the operator chooses: a new one, one in the place of another, or behind

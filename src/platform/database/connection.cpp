@@ -14,8 +14,10 @@
 #include "base/text.h"
 #include "platform/database/command.h"
 #include "platform/database/index_room.h"
+#include "platform/database/jet_copy.h"
 #include "platform/files/file_errors.h"
 #include "platform/files/file_lock.h"
+#include "platform/texts.h"
 
 namespace velk {
 
@@ -137,8 +139,9 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, OpenMode m
   }
 }
 
-Connection::Connection(std::string path, OpenMode mode) : path_(std::move(path)) {
+Connection::Connection(std::string path, OpenMode mode) : path_(std::move(path)), file_(path_) {
   try {
+    if (mode != OpenMode::CreateNew && IsJetFile(path_)) UseCopy(mode);
     if (mode != OpenMode::ReadOnly) {
       OpenHandle(SQLITE_OPEN_READWRITE);
       // The engine falls back to reading where it may not write.
@@ -161,12 +164,20 @@ Connection::~Connection() {
   sqlite3_close_v2(handle_);
 }
 
+void Connection::UseCopy(OpenMode mode) {
+  if (mode != OpenMode::ReadOnly)
+    throw RuntimeError(ErrorNumber::PermissionDenied, text::JetIsReadOnlyBefore + path_ + text::JetIsReadOnlyAfter);
+  file_ = JetCopyOf(path_);
+  if (!FileExists(file_))
+    throw RuntimeError(ErrorNumber::NotADatabase, text::JetNotReadBefore + path_ + text::JetNotReadAfter);
+}
+
 void Connection::OpenHandle(int flags) {
   sqlite3_close_v2(handle_);
   handle_ = nullptr;
   // Without locks of its own: a connection belongs to one thread.
   const int code =
-      sqlite3_open_v2(path_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
+      sqlite3_open_v2(file_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code != SQLITE_OK) Raise(code);
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
   Defend();

@@ -22,6 +22,8 @@ enum class OpenMode {
 /// Files may come from strangers: the schema can't be damaged by statements, and triggers and functions named in the
 /// schema don't run. Closing leaves a write-ahead log beside the file as it is; only Finalise folds it in.
 ///
+/// A database of the format that logs had before is read by way of its copy (jet_copy.h), and never written.
+///
 /// Every failure raises a RuntimeError whose text names the file.
 class Connection {
  public:
@@ -59,12 +61,14 @@ class Connection {
  private:
   Connection(std::string path, OpenMode mode);
   void OpenHandle(int flags);
+  void UseCopy(OpenMode mode);
   void Defend();
   std::string SetJournalMode(const std::string& mode);
   bool LeaveWriteAheadLog();
   bool HasMoved() const;
 
   std::string path_;
+  std::string file_;  ///< what is open: the path, or the copy of what stands there
   sqlite3* handle_ = nullptr;
 };
 

@@ -1,8 +1,11 @@
 #include "reports/windows/frm_summary_report.h"
 
+#include <QApplication>
 #include <QHeaderView>
+#include <QPointer>
 #include <QPushButton>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -11,9 +14,13 @@
 #include "base/scope.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
+#include "log/save_as_log.h"
 #include "log/texts.h"
 #include "log/windows/entry_delegate.h"
 #include "model/help_topics.h"
+#include "model/select_file.h"
+#include "platform/dialogs/long_task.h"
+#include "platform/files/file_errors.h"
 #include "platform/windows/letter_size.h"
 #include "reports/range_entry.h"
 #include "reports/report_lines.h"
@@ -75,6 +82,7 @@ frmSummaryReport::frmSummaryReport(WindowHost& host, const ViewerAccess& access,
   lines_->onEntered = [this](std::int64_t key, const std::string& column, std::optional<double> value) {
     return EnterField(key, column, value);
   };
+  ui_->cmdSaveAsLog->setVisible(IsOfFormatOfBefore(view.Path()));
   FillCombo1();
   ConnectKeys();
   TranslateForm(*this, host.Words());
@@ -107,6 +115,7 @@ void frmSummaryReport::ConnectKeys() {
   Bind(ui_->cmdUndo, "cmdUndo_Click", &frmSummaryReport::cmdUndo_Click);
   Bind(ui_->cmdPrintLog, "PrintGrid", &frmSummaryReport::PrintLog_Click);
   Bind(ui_->cmdPrintSummary, "PrintGrid", &frmSummaryReport::PrintSummary_Click);
+  Bind(ui_->cmdSaveAsLog, "cmdSaveAsLog_Click", &frmSummaryReport::cmdSaveAsLog_Click);
   connect(ui_->cmdFilterStop, &QPushButton::clicked, this, [this] { FilterStop_ = FilterStop::Stop; });
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->logDataGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, &frmSummaryReport::SortLog);
@@ -343,6 +352,22 @@ void frmSummaryReport::ReadSummary(std::int64_t present) {
   for (int i = 0; i < lines_->rowCount(); ++i)
     if (lines_->Report().lines[static_cast<std::size_t>(i)].key == present) line = i;
   GoToLine(line);
+}
+
+/// A log that can't be changed becomes one that can.
+void frmSummaryReport::cmdSaveAsLog_Click(Run run) {
+  constexpr std::array<std::string_view, 1> kExtensions = {"mdb"};
+  Dialogs& dialogs = access_.platform.dialogs;
+  const QPointer<frmSummaryReport> alive(this);
+  const std::string from = view_.Path();
+  const auto target = SelectFile(dialogs, {text::SaveAsLogTitle, text::DataFilesFilter, FolderOf(from)}, kExtensions,
+                                 FileUse::Save, [] { QApplication::beep(); });
+  if (!target || !alive) return;
+  run([&] {
+    LongTask task(dialogs, access_.platform.clock, text::SaveAsLogTitle);
+    SaveAsLog(from, *target, [&](double done, double of) { task.Step(done, of); });
+  });
+  if (alive) ShowNote(text::SavedAsLog + *target);
 }
 
 // --- What is shown ---

@@ -71,6 +71,7 @@ class frmSummaryReport : public QDialog {
   void cmdUndo_Click(Run run);
   void PrintLog_Click(Run run);
   void PrintSummary_Click(Run run);
+  void cmdSaveAsLog_Click(Run run);
   void Print(Run run, TableSource& source, const MessageText& title, int skipLines);
 
   void SortLog(int column);

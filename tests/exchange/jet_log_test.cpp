@@ -1,0 +1,178 @@
+#include "exchange/jet_log.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <random>
+
+#include "base/dates.h"
+#include "exchange/exchange_fixture.h"
+#include "exchange/export_source.h"
+#include "log/log_reader.h"
+#include "log/open_log.h"
+#include "log/playback_file.h"
+#include "platform/database/jet_copy.h"
+#include "platform/files/file_errors.h"
+
+namespace velk {
+namespace {
+
+using Rows = std::vector<std::string>;
+
+class JetLog : public test::ExchangeFixture {
+ protected:
+  JetLog() { setenv("XDG_CACHE_HOME", cache.Path().c_str(), 1); }
+  ~JetLog() override { unsetenv("XDG_CACHE_HOME"); }
+
+  std::string Unpack(const std::string& name, const std::string& as = "old.mdb") const {
+    const std::string file = folder.File(as);
+    const std::string from = std::string(VELK_SOURCE_DIR) + "/tests/data/jet/" + name + ".gz";
+    EXPECT_EQ(std::system(("gunzip -c '" + from + "' > '" + file + "'").c_str()), 0);
+    return file;
+  }
+  void Prepare(const std::string& file) const { PrepareLog(file, tools, platform); }
+  Rows Copies() const {
+    Rows names;
+    for (const auto& entry : std::filesystem::directory_iterator(cache.Path() / "VELK"))
+      names.push_back(entry.path().filename().string());
+    return names;
+  }
+
+  test::TemporaryFolder cache;
+  JetTools tools{VELK_JET_READER};
+};
+
+TEST_F(JetLog, OpensForPlaybackWithItsValues) {
+  const std::string file = Unpack("log_1000.mdb");
+  ASSERT_TRUE(IsJetFile(file));
+  Prepare(file);
+  PlaybackFile played = OpenForPlayback(file, test::English());
+  ASSERT_EQ(played.parameters.channels.size(), 18U);
+  EXPECT_TRUE(played.parameters.hasGraphSettings);
+  EXPECT_EQ(played.parameters.channels[3].name, "Давление в затрубье");
+  EXPECT_EQ(played.parameters.channels[5].name, "Расход, л/с");
+  EXPECT_EQ(played.parameters.channels[15].name, "Глубина \"A\"");
+  EXPECT_EQ(played.reader->Count(), 1000);
+  const auto row = played.reader->ByKey(2);
+  ASSERT_TRUE(row);
+  EXPECT_EQ(FormatDate(row->time, "dd-mmm-yyyy hh:nn:ss"), "28-Feb-2024 22:00:01");
+  EXPECT_EQ(row->values[0], 0.1);
+  EXPECT_EQ(row->values[17], 1.0 / 3);
+  EXPECT_TRUE(std::isnan(played.reader->ByKey(501)->values[4])) << "it is missing there";
+}
+
+TEST_F(JetLog, HasTimesWithOurBits) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  EXPECT_EQ(Query(file, "SELECT count(*) FROM logData WHERE Date = CDate('28-Feb-2024') AND Time >= CDate('22:00:01')"),
+            (Rows{"999"}));
+}
+
+TEST_F(JetLog, KeepsLongComments) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  EXPECT_EQ(Query(file, "SELECT max(length(Comments)), count(*) FROM SummaryReport"), (Rows{"9800|7"}));
+}
+
+TEST_F(JetLog, HasTheRowsThatAnotherProgramAppended) {
+  const std::string file = Unpack("appended_60.mdb");
+  Prepare(file);
+  EXPECT_EQ(Query(file, "SELECT count(*), max(ID) FROM logData"), (Rows{"260|260"}));
+}
+
+TEST_F(JetLog, IsReadOnceUntilItChanges) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  ASSERT_EQ(Copies().size(), 1U);
+  const std::string first = Copies().front();
+  tools.program = "/bin/false";
+  Prepare(file);
+  tools.program = VELK_JET_READER;
+  std::filesystem::last_write_time(file, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  EXPECT_THROW(LogReader{file}, RuntimeError) << "it has changed since it was chosen";
+  Prepare(file);
+  ASSERT_EQ(Copies().size(), 1U) << "the old copy is gone";
+  EXPECT_NE(Copies().front(), first);
+  EXPECT_EQ(LogReader(file).Count(), 1000);
+}
+
+TEST_F(JetLog, RefusesEveryChangeWithTheReason) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  const std::string reason =
+      ErrorOf([&] { Connection::Open(file, OpenMode::ReadWrite); }, ErrorNumber::PermissionDenied);
+  EXPECT_NE(reason.find("it can be read, not changed"), std::string::npos);
+  EXPECT_NE(reason.find(file), std::string::npos);
+  const OpenLog open(session, platform, log);
+  ErrorOf([&] { open.Edit(file, [](const auto&) {}); }, ErrorNumber::PermissionDenied);
+}
+
+TEST_F(JetLog, IsNotCompatibleWithARecording) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  NameChannels({"Pressure"});
+  EXPECT_FALSE(files.IsCompatibleLog(file));
+  EXPECT_FALSE(files.IsCompatibleLog(Unpack("appended_60.mdb", "unread.mdb"))) << "nobody has read it yet";
+}
+
+TEST_F(JetLog, IsExported) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  EXPECT_EQ(ExportSource(file, ExportMode::LogToCsv).Fields().size(), 21U);
+}
+
+TEST_F(JetLog, TellsTheFileThatHoldsNoLog) {
+  const std::string file = Unpack("foreign.mdb");
+  EXPECT_NE(ErrorOf([&] { Prepare(file); }, ErrorNumber::NoSuchTable).find(file), std::string::npos);
+  EXPECT_EQ(Copies(), Rows{});
+}
+
+TEST_F(JetLog, TellsTheFileWhereItsReaderDies) {
+  const std::string file = Unpack("log_1000.mdb");
+  tools.program = "/bin/false";
+  EXPECT_NE(ErrorOf([&] { Prepare(file); }, ErrorNumber::NotADatabase).find(file), std::string::npos);
+  tools.program = "/none/velk_jet_reader";
+  ErrorOf([&] { Prepare(file); }, ErrorNumber::PathNotFound);
+  EXPECT_EQ(Copies(), Rows{});
+}
+
+TEST_F(JetLog, OpensOrFailsWithOneErrorHoweverItIsDamaged) {
+  const std::string whole = Read(Unpack("log_1000.mdb"));
+  std::mt19937 random(20261122);
+  int failed = 0;
+  for (int i = 0; i < 25; ++i) {
+    std::string bytes = whole;
+    for (int flips = 1 + 8 * i; flips > 0; --flips)
+      bytes[4096 + random() % (bytes.size() - 4096)] = static_cast<char>(random());
+    if (i % 5 == 0) bytes.resize(4096 + random() % bytes.size() / 2);
+    const std::string file = Write("damaged" + std::to_string(i) + ".mdb", bytes);
+    try {
+      Prepare(file);
+    } catch (const RuntimeError& error) {
+      ++failed;
+      EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
+    }
+  }
+  EXPECT_GT(failed, 3);
+  for (const std::string& copy : Copies()) EXPECT_EQ(copy.find(".part"), std::string::npos) << copy;
+}
+
+TEST_F(JetLog, LeavesNothingBehindWhereItIsCancelled) {
+  const std::string file = Unpack("log_1000.mdb");
+  const std::string copy = folder.File("copy.mdb");
+  dialogs.cancelProgress = true;
+  LongTask task = Task();
+  clock.Advance(400);
+  EXPECT_THROW(CopyJetLog(file, copy, tools, task), TaskCancelled);
+  EXPECT_EQ(FilesInFolder(), (Rows{"old.mdb"}));
+}
+
+TEST_F(JetLog, IsToldByItsFirstBytesAlone) {
+  EXPECT_FALSE(IsJetFile(Write("a.mdb", "SQLite format 3")));
+  EXPECT_FALSE(IsJetFile(Write("b.mdb", std::string("\0\1\0\0Standard Jet", 16)))) << "too short";
+  EXPECT_TRUE(IsJetFile(Write("c.mdb", std::string("\0\1\0\0Standard Jet DB\0", 20))));
+  EXPECT_TRUE(IsJetFile(Write("d.mdb", std::string("\0\1\0\0Standard ACE DB\0", 20))));
+  EXPECT_FALSE(IsJetFile(folder.File("none.mdb")));
+}
+
+}  // namespace
+}  // namespace velk
