@@ -6,10 +6,10 @@
 #include <numeric>
 
 #include "base/errors.h"
+#include "log/key_order.h"
 #include "log/log_rows.h"
 #include "log/row_time.h"
 #include "platform/database/catalog.h"
-#include "platform/database/scan.h"
 
 namespace velk {
 
@@ -190,15 +190,7 @@ std::vector<std::int64_t> LogReader::KeysByTime(const std::function<void(std::in
   if (layout_.index.empty()) return KeysSortedByTime(step);
   const Access file(*this);
   const std::shared_ptr<Connection> held = connection_;
-  Scan rows(*held, "SELECT 1 FROM logData INDEXED BY " + layout_.index + " WHERE Visit(" + layout_.key +
-                       ") ORDER BY Date, Time, " + layout_.key);
-  std::vector<std::int64_t> keys;
-  const auto take = [&](std::span<const ScannedField> fields) {
-    keys.push_back(fields[0].Integer());
-    return keys.size() % kRowsAStep == 0;
-  };
-  while (rows.Run(take)) step(static_cast<std::int64_t>(keys.size()));
-  return keys;
+  return KeysByIndex(held, layout_, step);
 }
 
 /// Without an index. Rows without a time come first.

@@ -248,6 +248,32 @@ TEST_F(LogReading, TalliesTheRowsOfAnEmptyLogOnceTheyCome) {
   EXPECT_EQ(reader.Tally(10), 0);
 }
 
+TEST_F(LogReading, GivesTheKeysOfAllRowsInOrderOfTimeWhateverStandsInTheirDates) {
+  const std::string rows =
+      "(1, NULL, 0.5, 1), (2, 46095, NULL, 1), (3, 46095, 0.1, 1), (4, 46096, 0.2, 1), (6, 46096, NULL, 1), "
+      "(7, 46095.5, 0.3, 1), (8, 46094, 0.9, 1), (9, 46094, 0.9, 1), (10, NULL, NULL, 1)";
+  MakeForeign(rows, true);
+  EXPECT_EQ(LogReader(path).KeysByTime([](auto) {}), (Keys{10, 1, 8, 9, 2, 3, 7, 6, 4}));
+  fs::remove(path);
+  MakeForeign(rows + ", (5, '14-Mar-2026', 0, 1)", true);
+  EXPECT_EQ(LogReader(path).KeysByTime([](auto) {}), (Keys{10, 1, 8, 9, 2, 3, 7, 6, 4, 5}));
+}
+
+TEST_F(LogReading, ReadsTheKeysOfSeveralDaysInOrderAndCanBeLeft) {
+  MakeForeign("", true);
+  Connection::Open(path, OpenMode::ReadWrite)
+      ->Execute(
+          "WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 9000)"
+          "INSERT INTO logData SELECT i, 46095 + i / 1000, i % 1000 / 1000.0, 0 FROM n");
+  LogReader reader(path);
+  const Keys keys = reader.KeysByTime([](auto) {});
+  ASSERT_EQ(keys.size(), 9000U);
+  for (std::size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(keys[i], static_cast<std::int64_t>(i) + 1);
+  struct Left {};
+  EXPECT_THROW(reader.KeysByTime([](auto) { throw Left{}; }), Left);
+  EXPECT_EQ(reader.Count(), 9000);
+}
+
 TEST_F(LogReading, FindsTheRowNearestToATime) {
   for (const bool indexed : {false, true}) {
     MakeForeign("(1, 46095, 0.25, 1), (2, 46095, 0.75, 1), (3, 46096, 0.25, 1)", indexed);
