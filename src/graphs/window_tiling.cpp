@@ -7,10 +7,8 @@ namespace velk {
 
 namespace {
 
-/// Below this a plot shows too little to be worth a column of its own.
+/// Beside labels and axis this leaves a plot of 140 pixels: a narrower one shows too little to be worth a column.
 constexpr int kLeastWidth = 400;
-/// Columns get as narrow as this before the area has to be scrolled.
-constexpr int kNarrowest = 310;
 
 /// Windows placed column by column, `rows` in each.
 std::vector<WindowPlace> InColumns(int width, int height, const std::vector<int>& heights, int columns) {
@@ -58,10 +56,10 @@ std::vector<WindowPlace> TileWindows(int width, int height, const std::vector<in
 
 namespace {
 
-/// The windows of one column: the room that is over, or none, shared out equally.
+/// The windows of one column: the room that is over shared out equally.
 void FillColumn(std::vector<WindowPlace>& places, int left, int width, int height, const std::vector<int>& least) {
   const int count = static_cast<int>(least.size());
-  const int over = std::max(height - std::accumulate(least.begin(), least.end(), 0), 0);
+  const int over = height - std::accumulate(least.begin(), least.end(), 0);
   int top = 0;
   for (int i = 0; i < count; ++i) {
     const int high = least[static_cast<std::size_t>(i)] + over * (i + 1) / count - over * i / count;
@@ -70,14 +68,24 @@ void FillColumn(std::vector<WindowPlace>& places, int left, int width, int heigh
   }
 }
 
-std::vector<WindowPlace> FilledColumns(int width, int height, const std::vector<int>& least, int columns) {
-  const int count = static_cast<int>(least.size());
+using Heights = std::vector<int>;
+
+/// The windows of a column; they stand in their order, column by column.
+Heights OfColumn(const Heights& all, int column, int columns) {
+  const int count = static_cast<int>(all.size());
+  return {all.begin() + count * column / columns, all.begin() + count * (column + 1) / columns};
+}
+
+/// Columns that are as high as the area, or as the highest of them has to be.
+std::vector<WindowPlace> FilledColumns(int width, int height, const Heights& least, int columns) {
+  for (int column = 0; column < columns; ++column) {
+    const Heights own = OfColumn(least, column, columns);
+    height = std::max(height, std::accumulate(own.begin(), own.end(), 0));
+  }
   std::vector<WindowPlace> places;
   for (int column = 0; column < columns; ++column) {
-    const auto first = least.begin() + count * column / columns,
-               behind = least.begin() + count * (column + 1) / columns;
     const int left = width * column / columns;
-    FillColumn(places, left, width * (column + 1) / columns - left, height, {first, behind});
+    FillColumn(places, left, width * (column + 1) / columns - left, height, OfColumn(least, column, columns));
   }
   return places;
 }
@@ -86,13 +94,12 @@ std::vector<WindowPlace> FilledColumns(int width, int height, const std::vector<
 
 std::vector<WindowPlace> FillWithWindows(int width, int height, const std::vector<int>& leastHeights) {
   const int count = static_cast<int>(leastHeights.size());
-  int wide = 1;  // the most columns that are as wide as they should be
-  for (int columns = 1; columns <= count && (columns == 1 || width / columns >= kNarrowest); ++columns) {
-    const auto places = FilledColumns(width, height, leastHeights, columns);
-    if (Fits(places, height)) return places;
-    if (width / columns >= kLeastWidth) wide = columns;
+  std::vector<WindowPlace> places;
+  for (int columns = 1; columns == 1 || (columns <= count && width / columns >= kLeastWidth); ++columns) {
+    places = FilledColumns(width, height, leastHeights, columns);
+    if (Fits(places, height)) break;
   }
-  return FilledColumns(width, height, leastHeights, std::min(wide, std::max(count, 1)));
+  return places;
 }
 
 }  // namespace velk

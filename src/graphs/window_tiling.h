@@ -15,7 +15,7 @@ std::vector<WindowPlace> TileWindows(int width, int height, const std::vector<in
 
 /// Places that fill an area of width x height pixels with windows that are at least so high: in as few columns as do,
 /// the room that is over shared out. Where they find no room in any number of columns that are wide enough for a plot,
-/// they have their least heights, and reach beyond the bottom.
+/// they reach beyond the bottom, in as many columns as are.
 std::vector<WindowPlace> FillWithWindows(int width, int height, const std::vector<int>& leastHeights);
 
 }  // namespace velk

@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPointer>
+#include <QScrollBar>
 #include <QStyle>
 #include <algorithm>
 
@@ -116,15 +117,23 @@ void WindowList::mnuAcquireComment_Click() {
   if (auto* graph = active ? qobject_cast<GraphFormNew*>(active->widget()) : nullptr) graph->AddComment();
 }
 
+/// The places begin at the area's top, and stand beside the bar by which those beyond its bottom are reached.
 void WindowList::Tile(Qt::Orientation direction) {
-  QSize room = form_.GraphArea().viewport()->size();
-  room.rheight() -= ArrangeIcons();
+  QMdiArea& area = form_.GraphArea();
+  for (QScrollBar* bar : {area.verticalScrollBar(), area.horizontalScrollBar()}) bar->setValue(0);
   const QList<QMdiSubWindow*> windows = Arranged();
-  int least = 0;
+  QSize least;
   for (const QMdiSubWindow* window : windows)
     if (const auto* graph = qobject_cast<const GraphFormNew*>(window->widget()))
-      least = std::max(least, graph->LeastHeight());
-  Place(windows, TilePlaces(room, static_cast<int>(windows.size()), direction, least));
+      least = least.expandedTo(graph->LeastSize());
+  const auto places = [&](QSize room) {
+    return TilePlaces(room, static_cast<int>(windows.size()), direction, least);
+  };
+  const QSize room = area.maximumViewportSize() - QSize(0, ArrangeIcons());
+  std::vector<QRect> found = places(room);
+  const bool scrolls = !found.empty() && found.back().bottom() >= room.height();
+  if (scrolls) found = places(room - QSize(area.verticalScrollBar()->sizeHint().width(), 0));
+  Place(windows, found);
 }
 
 /// Those that are no icons.

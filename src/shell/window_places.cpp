@@ -15,27 +15,32 @@ int Cut(int length, int index, int parts) {
   return static_cast<int>(qint64{length} * index / parts);
 }
 
-int Strips(int across, int narrowest, int windows) {
-  return std::clamp(across / narrowest, 1, std::max(windows, 1));
+/// The rounded up share of each of `strips`.
+int Shared(int windows, int strips) {
+  return (windows + strips - 1) / strips;
 }
 
-/// The room itself, or a higher one in which every window is as high as it has to be.
-QSize RoomFor(QSize room, int windows, bool columns, int leastHeight) {
-  if (!columns) return {room.width(), std::max(room.height(), leastHeight)};
-  const int strips = Strips(room.width(), kNarrowestColumn, windows);
-  const int mostInAColumn = (windows + strips - 1) / strips;
-  return {room.width(), std::max(room.height(), mostInAColumn * leastHeight)};
+int Columns(QSize room, int windows, QSize least) {
+  return std::clamp(room.width() / std::max(kNarrowestColumn, least.width()), 1, std::max(windows, 1));
+}
+
+/// More of them than the room is high for, where fewer would make the windows too narrow.
+int Rows(QSize room, int windows, QSize least) {
+  const int rows = std::clamp(room.height() / std::max(kLowestRow, least.height()), 1, std::max(windows, 1));
+  return std::max(rows, Shared(windows, std::max(room.width() / least.width(), 1)));
 }
 
 }  // namespace
 
-std::vector<QRect> TilePlaces(QSize room, int windows, Qt::Orientation direction, int leastHeight) {
+std::vector<QRect> TilePlaces(QSize room, int windows, Qt::Orientation direction, QSize least) {
   std::vector<QRect> places;
   const bool columns = direction == Qt::Vertical;
-  room = RoomFor(room, windows, columns, std::max(leastHeight, 1));
+  least = least.expandedTo({1, 1});
+  const int strips = columns ? Columns(room, windows, least) : Rows(room, windows, least);
+  const int belowEachOther = columns ? Shared(windows, strips) : strips;
+  room.setHeight(std::max(room.height(), belowEachOther * least.height()));
   const int across = columns ? room.width() : room.height();
   const int along = columns ? room.height() : room.width();
-  const int strips = Strips(across, columns ? kNarrowestColumn : std::max(kLowestRow, leastHeight), windows);
   for (int strip = 0; strip < strips; ++strip) {
     const int shared = windows / strips + (strip < windows % strips ? 1 : 0);
     const int begin = Cut(across, strip, strips);

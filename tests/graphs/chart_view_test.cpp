@@ -123,6 +123,13 @@ TEST(ChartView, KeepsItsWidthsInAWindowTooNarrowToFollow) {
   EXPECT_EQ(foreign.Find("Pic2").width(), 0);
 }
 
+TEST(ChartView, LeavesAPlotOf200PixelsInAWindowOfItsLeastWidth) {
+  ForeignChart foreign;
+  EXPECT_TRUE(foreign.view.FitToWindow({ChartView::LeastWidth(), 400}));
+  EXPECT_GE(foreign.Find("Pic2").width() - foreign.Find("Picture3").width(), 200);
+  EXPECT_LE(foreign.Find("Pic2").width() - foreign.Find("Picture3").width(), 202);
+}
+
 TEST(ChartView, BringsRowsOfLabelsWithTheCurvesAndTakesThemAway) {
   ForeignChart foreign;
   foreign.fields.Add("Speed", "1/min");

@@ -48,12 +48,30 @@ TEST(TilePlaces, OfARoomNarrowerThanAColumnAreOneStrip) {
 
 TEST(TilePlaces, LeaveEachWindowThePlotThatItNeedsBeyondTheBottomOfTheRoomIfNeedBe) {
   // Two columns of 500 for four windows that need 340 each.
-  const auto places = TilePlaces({640, 400}, 4, Qt::Vertical, 340);
+  const auto places = TilePlaces({640, 400}, 4, Qt::Vertical, {1, 340});
   ASSERT_EQ(places.size(), 4U);
   EXPECT_EQ(places[0], QRect(0, 0, 320, 340));
   EXPECT_EQ(places[3], QRect(320, 340, 320, 340));
-  for (const QRect& place : TilePlaces({640, 1000}, 5, Qt::Horizontal, 340)) EXPECT_GE(place.height(), 340);
-  EXPECT_EQ(TilePlaces({640, 200}, 1, Qt::Horizontal, 340)[0], QRect(0, 0, 640, 340));
+  for (const QRect& place : TilePlaces({640, 1000}, 5, Qt::Horizontal, {1, 340})) EXPECT_GE(place.height(), 340);
+  EXPECT_EQ(TilePlaces({640, 200}, 1, Qt::Horizontal, {1, 340})[0], QRect(0, 0, 640, 340));
+}
+
+TEST(TilePlaces, LeaveEachOfEightWindowsOnASmallScreenTheWidthAndTheHeightOfAPlot) {
+  const QSize least(457, 340);
+  for (const auto direction : {Qt::Vertical, Qt::Horizontal}) {
+    const auto places = TilePlaces({1016, 640}, 8, direction, least);
+    ASSERT_EQ(places.size(), 8U);
+    for (const QRect& place : places) {
+      EXPECT_GE(place.width(), 457);
+      EXPECT_GE(place.height(), 340);
+    }
+    ExpectCovers({1016, 4 * 340}, places);  // two side by side, four below each other
+  }
+}
+
+TEST(TilePlaces, StandBelowEachOtherWhereTheRoomIsNarrowerThanAPlot) {
+  const auto places = TilePlaces({300, 640}, 3, Qt::Horizontal, {457, 340});
+  EXPECT_EQ(places, (std::vector<QRect>{{0, 0, 300, 340}, {0, 340, 300, 340}, {0, 680, 300, 340}}));
 }
 
 TEST(CascadePlaces, HaveAUsefulSizeAndShowEveryTitle) {

@@ -21,6 +21,7 @@ constexpr double kBelowPicture1 = 1185;
 constexpr double kAboveFrame = 100;
 constexpr double kBelowPlot = 100;
 constexpr double kAxisWidth = kLeftMargin - 3;
+constexpr double kLeastPlot = 3000;  ///< right of the axis
 
 constexpr int kMostPixels = 16000;
 
@@ -97,6 +98,10 @@ int ChartView::WantedHeight(const ChartMeasures& measures, int curves) {
 
 int ChartView::LeastHeight(const ChartMeasures& measures, int curves) {
   return WantedHeight(measures, curves) - Pixels(measures.MaximumTime) / 2;
+}
+
+int ChartView::LeastWidth() {
+  return Pixels(kBesidePlot + kLeftMargin + kLeastPlot) + 1;
 }
 
 void ChartView::ShowNight(bool night) {

@@ -37,6 +37,8 @@ class ChartView : public QWidget {
   static int WantedHeight(const ChartMeasures& measures, int curves);
   /// The same where the plot is as low as it gets when it fills its window.
   static int LeastHeight(const ChartMeasures& measures, int curves);
+  /// Width in pixels of a window whose plot is just wide enough for its curves to be told apart.
+  static int LeastWidth();
 
   /// Whether the plot fills the window: it then takes as many dots down the page as there is room for, half of its
   /// 15 twips a dot at least. Takes effect with the next FitToWindow.

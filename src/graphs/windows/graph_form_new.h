@@ -62,7 +62,9 @@ class GraphFormNew : public QWidget, public GraphWindow {
 
   int FormIndex() const { return formIndex_; }
   /// Pixels that the window has to be high for a plot below its header.
-  int LeastHeight() const { return ChartView::LeastHeight(MeasuresOf(session_), curves_.Count()); }
+  QSize LeastSize() const {
+    return {ChartView::LeastWidth(), ChartView::LeastHeight(MeasuresOf(session_), curves_.Count())};
+  }
   const ParameterCurves& Curves() const { return curves_; }
   ChartView& View() { return *view_; }
   GraphToolbar& Toolbar() { return *toolbar_; }
