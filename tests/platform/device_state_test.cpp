@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -31,6 +33,47 @@ TEST(DeviceStates, TellThatAnotherProgramHoldsTheDeviceWithoutOpeningIt) {
   const test::TemporaryFolder folder;
   std::filesystem::create_symlink(pty.Device(), folder.File("by-id"));
   EXPECT_TRUE(StateOfDevice(folder.File("by-id")).isInUse) << "by whatever name";
+}
+
+/// A lock file of the device, as programs of any user write it.
+struct LockOf {
+  LockOf(const std::string& device, pid_t holder) : file("/tmp/LCK..pts_" + device.substr(device.rfind('/') + 1)) {
+    std::ofstream(file) << holder << "\n";
+  }
+  ~LockOf() { std::filesystem::remove(file); }
+  const std::string file;
+};
+
+TEST(DeviceStates, TellThatAProgramOfAnotherUserHasLockedTheDevice) {
+  const test::Pty pty;
+  const LockOf lock(pty.Device(), 1);  // lives as long as the machine runs
+  EXPECT_TRUE(StateOfDevice(pty.Device()).isInUse);
+  const test::TemporaryFolder folder;
+  std::filesystem::create_symlink(pty.Device(), folder.File("by-id"));
+  EXPECT_TRUE(StateOfDevice(folder.File("by-id")).isInUse) << "by whatever name";
+}
+
+TEST(DeviceStates, TakeNoLockOfThisOrOfADeadProgramForAnother) {
+  const test::Pty pty;
+  {
+    const LockOf own(pty.Device(), getpid());
+    EXPECT_FALSE(StateOfDevice(pty.Device()).isInUse);
+  }
+  const pid_t child = fork();
+  if (child == 0) _exit(0);
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  const LockOf dead(pty.Device(), child);
+  EXPECT_FALSE(StateOfDevice(pty.Device()).isInUse);
+}
+
+TEST(DeviceStates, FollowADeviceThatIsPluggedIn) {
+  const test::AdapterTree tree;
+  EXPECT_FALSE(StateOfDevice(tree.Path("ttyUSB0"), tree.Devices()).exists);
+  const test::Pty pty;
+  tree.Plug("ttyUSB0", {.serial = "A1", .place = "1-2"}, pty.Device());
+  EXPECT_TRUE(StateOfDevice(tree.Path("ttyUSB0"), tree.Devices()).exists);
+  tree.Unplug("ttyUSB0");
+  EXPECT_FALSE(StateOfDevice(tree.Path("ttyUSB0"), tree.Devices()).exists);
 }
 
 TEST(DeviceStates, NameTheGroupToJoinWhereThisUserMayNotOpenIt) {

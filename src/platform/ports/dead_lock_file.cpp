@@ -82,11 +82,17 @@ bool MayHold(const std::string& process, const std::string& device) {
   return static_cast<bool>(error);
 }
 
+/// The process that has written the lock; 0 where it names none.
+long HolderOf(const std::string& lockFile) {
+  long number = 0;
+  return std::ifstream(lockFile) >> number && number > 0 ? number : 0;
+}
+
 /// A living holder may be about to open the device, or between two tries: then only its age tells whether the lock is
 /// its own.
 bool IsDead(const std::string& lockFile, const std::string& device) {
-  long number = 0;
-  if (!(std::ifstream(lockFile) >> number) || number <= 0) return false;
+  const long number = HolderOf(lockFile);
+  if (number == 0) return false;
   if (kill(static_cast<pid_t>(number), 0) != 0 && errno == ESRCH) return true;
   const std::string process = "/proc/" + std::to_string(number);
   const std::vector<std::string> fields = FieldsOf(process);
@@ -103,6 +109,14 @@ bool RemoveDeadLockFile(const std::string& device) {
       removed = unlink(lockFile.c_str()) == 0 || removed;
   }
   return removed;
+}
+
+bool IsLockedByAnother(const std::string& device) {
+  return std::any_of(std::begin(kLockFolders), std::end(kLockFolders), [&](const char* folder) {
+    const std::string lockFile = std::string(folder) + "/" + LockFileName(device);
+    const long holder = HolderOf(lockFile);
+    return holder != 0 && holder != getpid() && !IsDead(lockFile, device);
+  });
 }
 
 }  // namespace velk

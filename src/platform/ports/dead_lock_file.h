@@ -9,4 +9,7 @@ namespace velk {
 /// was removed. Where nobody can tell, as of another user's program, the lock stays.
 bool RemoveDeadLockFile(const std::string& device);
 
+/// Whether the lock file of a device says that another program, of any user, has it, and that one is not dead.
+bool IsLockedByAnother(const std::string& device);
+
 }  // namespace velk

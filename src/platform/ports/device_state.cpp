@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/ports/dead_lock_file.h"
 #include "platform/ports/port_devices.h"
 
 namespace velk {
@@ -23,7 +24,7 @@ bool IsNumber(const std::string& name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
 
-/// Processes of other users keep their files to themselves: of those nobody can tell.
+/// Processes of other users keep their files to themselves: of those only their locks tell.
 bool Holds(const fs::path& process, const fs::path& device) {
   std::error_code error;
   for (fs::directory_iterator entry(process / "fd", error), end; !error && entry != end; entry.increment(error)) {
@@ -85,7 +86,8 @@ DeviceState StateOfDevice(const std::string& device, const std::string& director
   if (state.isForbidden) state.group = GroupOf(device);
   std::error_code error;
   const fs::path real = fs::canonical(device, error);
-  state.isInUse = !error && !IsShared(real) && IsHeldByAnother(real);
+  if (error || IsShared(real)) return state;
+  state.isInUse = IsHeldByAnother(real) || IsLockedByAnother(real) || IsLockedByAnother(device);
   return state;
 }
 

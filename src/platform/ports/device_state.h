@@ -9,7 +9,7 @@ namespace velk {
 /// their port is opened.
 struct DeviceState {
   bool exists = false;       ///< a device, not only a name
-  bool isInUse = false;      ///< another program has it open
+  bool isInUse = false;      ///< another program has it open, or says so by a lock file
   bool isForbidden = false;  ///< this user may not open it
   std::string group;         ///< that owns the device, where this user may not open it
 };
