@@ -126,9 +126,7 @@ void WindowList::Tile(Qt::Orientation direction) {
   for (const QMdiSubWindow* window : windows)
     if (const auto* graph = qobject_cast<const GraphFormNew*>(window->widget()))
       least = least.expandedTo(graph->LeastSize());
-  const auto places = [&](QSize room) {
-    return TilePlaces(room, static_cast<int>(windows.size()), direction, least);
-  };
+  const auto places = [&](QSize room) { return TilePlaces(room, static_cast<int>(windows.size()), direction, least); };
   const QSize room = area.maximumViewportSize() - QSize(0, ArrangeIcons());
   std::vector<QRect> found = places(room);
   const bool scrolls = !found.empty() && found.back().bottom() >= room.height();

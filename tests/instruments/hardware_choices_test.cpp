@@ -143,6 +143,14 @@ TEST(StoreHardwareChoices, GivesAnOwnUnitItsConstants) {
   EXPECT_EQ(session.Terminator, "\r\n");
 }
 
+TEST(LineOf, IsThatOfTheChoicesUnlessAnOwnUnitFixesIt) {
+  HardwareChoices choices{
+      .SerialData = "Data Taker a", .BaudRate = 2400, .Parity = "E", .DataBits = 7, .StopBits = "2", .Handshake = 1};
+  EXPECT_EQ(LineOf(choices, "/dev/ttyS1"), (SerialSettings{"/dev/ttyS1", 2400, "E", 7, "2", Handshake::XonXoff}));
+  choices.SerialData = "KESTA version 5";
+  EXPECT_EQ(LineOf(choices, "/dev/ttyS1"), (SerialSettings{"/dev/ttyS1", 19200, "N", 8, "1", Handshake::Rts}));
+}
+
 TEST(PortEntries, TellTheDeviceBehindEachOfFourNumbersAndWhetherItIsThere) {
   const test::TemporaryFolder folder;
   SettingsStore settings(folder.File("settings"));

@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
 
 #include "instruments/windows_fixture.h"
 
@@ -319,10 +321,9 @@ TEST_F(HardwareSettingsWindow, SaysWhichTemplateServesWhereThePickedEntryDeliver
 
 /// A port on which a test speaks.
 struct ScriptedListening : PortListening {
-  void Listen(const HardwareChoices& choices, const std::string& device,
-              std::function<void(const std::string&)> onBytes) override {
+  void Listen(const SerialSettings& line, std::function<void(const std::string&)> onBytes) override {
     if (!failure.empty()) throw RuntimeError(ErrorNumber::DeviceUnavailable, failure);
-    listened.push_back(device + " " + std::to_string(choices.BaudRate));
+    listened.push_back(line.device + " " + std::to_string(line.baudRate));
     receive = std::move(onBytes);
     open = true;
   }
@@ -360,6 +361,117 @@ TEST_F(HardwareSettingsWindow, ShowsLinesAsTheyArriveAndCountsTheirValues) {
   EXPECT_TRUE(port.open);
   window.reset();
   EXPECT_FALSE(port.open) << "the port is given back on closing";
+}
+
+TEST_F(HardwareSettingsWindow, ListensWhereTheChoicesLeadAndForgetsTheLinesOfBefore) {
+  ScriptedListening port;
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  window->show();
+  Press("cmdListen");
+  port.receive("1 2 3\r");
+  List("cboPort").setCurrentIndex(1);
+  EXPECT_EQ(port.listened.back(), "/dev/ttyS1 4800");
+  EXPECT_EQ(Find<QPlainTextEdit>(*window, "txtLines").toPlainText(), "");
+  EXPECT_EQ(Find<QLabel>(*window, "lblLines").text(), "Listening. Nothing has come yet.");
+  List("cboBaudRate").setCurrentIndex(2);
+  EXPECT_EQ(port.listened.back(), "/dev/ttyS1 9600");
+  dialogs.ExpectChoice("Device of Com Port 2", "/dev/pts/77");
+  Press("cmdDevice_2");
+  EXPECT_EQ(port.listened.back(), "/dev/pts/77 9600");
+  List("cboSerialData").setCurrentIndex(5);
+  EXPECT_EQ(port.listened.back(), "/dev/pts/77 19200") << "as the unit fixes it";
+  EXPECT_EQ(port.listened.size(), 5U);
+  EXPECT_TRUE(Find<QPushButton>(*window, "cmdListen").isChecked());
+  window.reset();
+}
+
+TEST_F(HardwareSettingsWindow, LeavesAPortOpenThatStaysAndJudgesItsLinesByThePickedProtocol) {
+  ScriptedListening port;
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  List("cboSerialData").setCurrentIndex(7);
+  Press("cmdListen");
+  port.receive("12:00:00 1 2 3\r");
+  List("cboSerialData").setCurrentIndex(8);
+  EXPECT_EQ(port.listened.size(), 1U) << "the same port and speed";
+  EXPECT_EQ(Find<QLabel>(*window, "lblLines").text(), "3 values where 4 are expected");
+  window.reset();
+}
+
+TEST_F(HardwareSettingsWindow, SaysWhyThePickedPortCantBeHeardAndListensNoMore) {
+  ScriptedListening port;
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  Press("cmdListen");
+  port.failure = "/dev/ttyS1: the serial device is in use";
+  List("cboPort").setCurrentIndex(1);
+  EXPECT_FALSE(port.open);
+  EXPECT_FALSE(Find<QPushButton>(*window, "cmdListen").isChecked());
+  EXPECT_EQ(Find<QLabel>(*window, "lblLines").text(), "/dev/ttyS1: the serial device is in use");
+  port.failure.clear();
+  List("cboPort").setCurrentIndex(0);
+  EXPECT_EQ(Find<QLabel>(*window, "lblLines").text(), "") << "that was the other port";
+  EXPECT_EQ(port.listened.size(), 1U);
+  window.reset();
+}
+
+TEST_F(HardwareSettingsWindow, ShowsFiveLinesAcrossItsWidthBesideTheBarOfLongOnes) {
+  ScriptedListening port;
+  HardwareQuestion question = Question();
+  question.listening = &port;
+  question.choices.PortNumber = 1;
+  Open(question);
+  Press("cmdListen");
+  std::string line = "12:00:00";
+  for (int i = 0; i < 22; ++i) line += " 1234.56";
+  for (int i = 0; i < 5; ++i) port.receive(line + "\r\n");
+  Show(*window, "HardwareSettings-lines");
+  const auto& box = Find<QPlainTextEdit>(*window, "txtLines");
+  EXPECT_TRUE(box.horizontalScrollBar()->isVisible());
+  EXPECT_GE(box.viewport()->height(), 5 * box.fontMetrics().lineSpacing());
+  EXPECT_EQ(box.verticalScrollBar()->maximum(), box.verticalScrollBar()->minimum()) << "all five are in view";
+  EXPECT_GE(box.width(), window->width() * 9 / 10);
+  EXPECT_GT(box.mapTo(window.get(), QPoint()).y(), Find<QGroupBox>(*window, "fraPort").geometry().bottom());
+  window.reset();
+}
+
+TEST_F(HardwareSettingsWindow, FollowsDevicesThatComeAndGoWhileItStands) {
+  HardwareQuestion question = Question();
+  question.ports[1].listed = "/dev/ttyS1";
+  bool isPlugged = false;
+  question.look = [&] {
+    PortsFound found{question.ports, {}};
+    found.ports[1].exists = isPlugged;
+    if (isPlugged) found.devices = {{"/dev/ttyS1", "Acme Pump Controller"}};
+    return found;
+  };
+  Open(question);
+  window->findChild<QTimer*>("lookTimer")->setInterval(1);  // so that the test need not wait for its second
+  auto& label = Find<QLabel>(*window, "lblDevice_2");
+  isPlugged = true;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return label.text() == "2: /dev/ttyS1 - present"; }));
+  dialogs.ExpectChoice("Device of Com Port 1", "/dev/ttyS1  (Acme Pump Controller)");
+  Press("cmdDevice_1");
+  isPlugged = false;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return label.text() == "2: /dev/ttyS1 - not present"; }));
+  EXPECT_EQ(Find<QLabel>(*window, "lblDevice_1").toolTip(), "/dev/ttyS1") << "what was chosen stays";
+}
+
+TEST_F(HardwareSettingsWindow, LooksForDevicesOnceASecond) {
+  HardwareQuestion question = Question();
+  Open(question);
+  EXPECT_FALSE(window->findChild<QTimer*>("lookTimer")->isActive());
+  question.look = [&] { return PortsFound{question.ports, {}}; };
+  Open(question);
+  EXPECT_TRUE(window->findChild<QTimer*>("lookTimer")->isActive());
+  EXPECT_EQ(window->findChild<QTimer*>("lookTimer")->interval(), 1000);
 }
 
 TEST_F(HardwareSettingsWindow, TellsWhyItCantListen) {

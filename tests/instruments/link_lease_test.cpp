@@ -161,8 +161,7 @@ TEST_F(LinkTest, AListenerBorrowsThePlainPortAndGivesItBack) {
   std::string heard;
   {
     PortListener listener(link, timers);
-    listener.Listen({.SerialData = "Data Taker a", .BaudRate = 4800}, "/dev/ttyOther",
-                    [&](const std::string& bytes) { heard += bytes; });
+    listener.Listen({.device = "/dev/ttyOther", .baudRate = 4800}, [&](const std::string& bytes) { heard += bytes; });
     EXPECT_FALSE(driver.open);
     ASSERT_TRUE(plain.open);
     EXPECT_EQ(plain.openings.back().device, "/dev/ttyOther");
@@ -182,8 +181,7 @@ TEST_F(LinkTest, AListenerGivesTheLinkBackWhereItsPortDoesNotOpen) {
   link.SetODataCom();
   plain.failOpen = [] { throw PortError(ErrorNumber::DeviceUnavailable, "/dev/ttyOther"); };
   PortListener listener(link, timers);
-  EXPECT_THROW(listener.Listen({.SerialData = "KESTA version 4"}, "/dev/ttyOther", [](const std::string&) {}),
-               PortError);
+  EXPECT_THROW(listener.Listen({.device = "/dev/ttyOther"}, [](const std::string&) {}), PortError);
   EXPECT_TRUE(driver.open);
 }
 

@@ -1,3 +1,5 @@
+#include <QPushButton>
+
 #include "instruments/windows/calibrate_form.h"
 #include "instruments/windows/formatted_data.h"
 #include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
@@ -10,16 +12,38 @@
 namespace velk::test {
 namespace {
 
+/// A port on which a unit of 22 channels speaks at once.
+class SpeakingPort : public PortListening {
+ public:
+  void Listen(const SerialSettings&, std::function<void(const std::string&)> onBytes) override {
+    std::string line = "12:00:01";
+    for (int channel = 1; channel <= 22; ++channel) line += " " + std::to_string(1000 + channel) + ".25";
+    for (int i = 0; i < 5; ++i) onBytes(line + "\r\n");
+  }
+  void Stop() override {}
+};
+
+HardwareQuestion QuestionFor(const char* protocol) {
+  return {{.SerialData = protocol, .NumberOfParameters = 5, .SamplingRate = 300.0 / 86400, .PortNumber = 3},
+          2,
+          {{1, "/dev/ttyS0", true},
+           {2, "/dev/ttyS1", false},
+           {3, "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0", true},
+           {4, "/dev/ttyUSB1", false}}};
+}
+
 std::shared_ptr<QWidget> OpenHardwareSettings(const std::string& language, const char* protocol) {
-  const Job job = MakeJob(language);
-  const HardwareQuestion question{
-      {.SerialData = protocol, .NumberOfParameters = 5, .SamplingRate = 300.0 / 86400, .PortNumber = 3},
-      2,
-      {{1, "/dev/ttyS0", true},
-       {2, "/dev/ttyS1", false},
-       {3, "/dev/serial/by-id/usb-Prolific_Technology_Inc._USB-Serial_Controller_D-if00-port0", true},
-       {4, "/dev/ttyUSB1", false}}};
-  return Hosted<HardwareSettings>(job, question);
+  return Hosted<HardwareSettings>(MakeJob(language), QuestionFor(protocol));
+}
+
+std::shared_ptr<QWidget> OpenListening(const std::string& language) {
+  static SpeakingPort port;
+  HardwareQuestion question = QuestionFor("KESTA version 5");
+  question.choices.NumberOfParameters = 22;
+  question.listening = &port;
+  auto window = Hosted<HardwareSettings>(MakeJob(language), question);
+  window->findChild<QPushButton*>("cmdListen")->click();
+  return window;
 }
 
 template <class Window>
@@ -66,6 +90,11 @@ const WindowsOf kInstruments([] {
        topic::Connecting,
        {"lblDevice_*", "lblProtocolNote", "lblLines"},
        hardware("KESTA version 3")},
+      {"HardwareSettings",
+       "listening",
+       topic::Connecting,
+       {"lblDevice_*", "lblProtocolNote", "lblLines"},
+       OpenListening},
       {"FormattedData", "", topic::Instruments, kSeparatorWindow, OpenSeparators<FormattedData>},
       {"Intermittent", "", topic::Instruments, kSeparatorWindow, OpenSeparators<Intermittent>},
       {"RequestedData", "", topic::Instruments, {"lblName_*", "chkCommand*", "chkReset*"}, OpenRequestedData},

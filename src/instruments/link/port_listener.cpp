@@ -4,22 +4,15 @@
 
 namespace velk {
 
-void PortListener::Listen(const HardwareChoices& choices, const std::string& device,
-                          std::function<void(const std::string& bytes)> onBytes) {
+void PortListener::Listen(const SerialSettings& line, std::function<void(const std::string& bytes)> onBytes) {
   Stop();
   lease_.emplace(link_, timers_);
   SerialPort& port = *link_.MSComm1;
   port.onReadyRead = [&port, onBytes = std::move(onBytes)] {
     while (port.BytesWaiting() > 0) onBytes(port.Read(port.BytesWaiting()));
   };
-  const HardwareChoices fixed = WithFixedPort(choices);
   try {
-    port.Open({.device = device,
-               .baudRate = fixed.BaudRate,
-               .parity = fixed.Parity,
-               .dataBits = fixed.DataBits,
-               .stopBits = fixed.StopBits,
-               .handshake = static_cast<Handshake>(fixed.Handshake)});
+    port.Open(line);
   } catch (const RuntimeError&) {
     Stop();
     throw;

@@ -13,8 +13,7 @@ class PortListener : public PortListening {
   PortListener(Link& link, MainTimers& timers) : link_(link), timers_(timers) {}
   ~PortListener() override { Stop(); }
 
-  void Listen(const HardwareChoices& choices, const std::string& device,
-              std::function<void(const std::string& bytes)> onBytes) override;
+  void Listen(const SerialSettings& line, std::function<void(const std::string& bytes)> onBytes) override;
   void Stop() override;
 
  private:

@@ -1,17 +1,22 @@
 #include "instruments/setup/edit_serial_port.h"
 
+#include <utility>
+
 #include "instruments/table/protocols.h"
 #include "platform/settings/settings.h"
 
 namespace velk {
 
 HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening) {
+  const auto look = [&settings] { return PortsFound{PortEntries(settings), NamedDevices()}; };
+  PortsFound found = look();
   return {.choices = HardwareChoicesOf(session),
           .formulae = session.NumberOfFormulae,
-          .ports = PortEntries(settings),
-          .devices = NamedDevices(),
+          .ports = std::move(found.ports),
+          .devices = std::move(found.devices),
           .delimiter = session.Delimiter,
-          .listening = listening};
+          .listening = listening,
+          .look = look};
 }
 
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language) {

@@ -16,12 +16,17 @@ namespace velk {
 class PortListening {
  public:
   virtual ~PortListening() = default;
-  /// Opens the port of these choices, `device` behind it, and hands over what comes. Raises PortError, or
-  /// InvalidArgument for settings that no port has; then nothing is open.
-  virtual void Listen(const HardwareChoices& choices, const std::string& device,
-                      std::function<void(const std::string& bytes)> onBytes) = 0;
+  /// Opens a port and hands over what comes. Raises PortError, or InvalidArgument for settings that no port has; then
+  /// nothing is open.
+  virtual void Listen(const SerialSettings& line, std::function<void(const std::string& bytes)> onBytes) = 0;
   /// Gives the port back.
   virtual void Stop() = 0;
+};
+
+/// What is plugged in at a moment.
+struct PortsFound {
+  std::vector<PortEntry> ports;
+  std::vector<NamedDevice> devices;
 };
 
 /// What HardwareSettings is opened with.
@@ -32,6 +37,7 @@ struct HardwareQuestion {
   std::vector<NamedDevice> devices = {};  ///< that may be chosen for a port
   std::string delimiter = " ";            ///< between the values of a line that is no own unit's
   PortListening* listening = nullptr;     ///< null where nobody can listen
+  std::function<PortsFound()> look = {};  ///< what is plugged in by now; null: nothing comes and goes
 };
 
 /// Where the networked unit is; fields are named as the session's.
@@ -49,7 +55,8 @@ struct SerialPortOutcome {
   std::optional<UnitAddress> address = {};
 };
 
-/// What the dialogs begin with, and what they go on with once HardwareSettings was answered.
+/// What the dialogs begin with, and what they go on with once HardwareSettings was answered. The store outlives the
+/// question.
 HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening);
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language);
 

@@ -115,6 +115,16 @@ HardwareChoices WithFixedPort(HardwareChoices choices) {
   return choices;
 }
 
+SerialSettings LineOf(const HardwareChoices& choices, const std::string& device) {
+  const HardwareChoices fixed = WithFixedPort(choices);
+  return {.device = device,
+          .baudRate = fixed.BaudRate,
+          .parity = fixed.Parity,
+          .dataBits = fixed.DataBits,
+          .stopBits = fixed.StopBits,
+          .handshake = static_cast<Handshake>(fixed.Handshake)};
+}
+
 std::vector<PortEntry> PortEntries(SettingsStore& settings, const std::string& directory) {
   std::vector<PortEntry> entries;
   for (int number = 1; number <= kPortsOffered; ++number) {

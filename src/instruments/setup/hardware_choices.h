@@ -10,6 +10,7 @@
 
 #include "base/language.h"
 #include "model/session.h"
+#include "platform/ports/serial.h"
 
 namespace velk {
 
@@ -71,6 +72,9 @@ std::optional<int> ChannelsOf(std::string_view serialData);
 
 /// The choices with the port as an own unit fixes it; as they are for any other protocol.
 HardwareChoices WithFixedPort(HardwareChoices choices);
+
+/// What the port of the choices is opened with, as an own unit fixes it; `device` stands behind it.
+SerialSettings LineOf(const HardwareChoices& choices, const std::string& device);
 
 /// "Com Port n" with what stands behind it.
 struct PortEntry {

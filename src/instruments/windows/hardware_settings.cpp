@@ -1,5 +1,9 @@
 #include "instruments/windows/hardware_settings.h"
 
+#include <QScrollBar>
+#include <cmath>
+#include <utility>
+
 #include "base/numbers.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
@@ -16,8 +20,14 @@ namespace {
 
 /// A path by which a device is told apart can be long; its two ends say most.
 constexpr int kDeviceWidth = 200;
-/// The last of them, and as much again as their frame takes.
-constexpr int kLinesInView = 4;
+/// How often it is looked what is plugged in.
+constexpr int kLookMs = 1000;
+
+/// Of a box that shows so many lines, with the bar that long ones need beneath them.
+int HeightOf(const QPlainTextEdit& box, int lines) {
+  const int around = box.frameWidth() + static_cast<int>(std::ceil(box.document()->documentMargin()));
+  return box.fontMetrics().lineSpacing() * lines + box.horizontalScrollBar()->sizeHint().height() + 2 * around;
+}
 
 }  // namespace
 
@@ -30,6 +40,7 @@ HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& que
       devices_(question.devices),
       delimiter_(question.delimiter),
       listening_(question.listening),
+      look_(question.look),
       choices_(question.choices),
       sampling_(SamplingChoiceOf(question.choices.SamplingRate)) {
   ui_->setupUi(this);
@@ -71,8 +82,10 @@ void HardwareSettings::ConnectLists() {
   connect(ui_->cboSerialData, &QComboBox::currentIndexChanged, this, &HardwareSettings::PickProtocol);
   connect(ui_->cboSerialData, &QComboBox::activated, this, &HardwareSettings::PickProtocol);
   const auto onPick = [this](QComboBox* box, auto take) {
-    connect(box, &QComboBox::currentIndexChanged, this, [take](int place) {
-      if (place >= 0) take(static_cast<std::size_t>(place));
+    connect(box, &QComboBox::currentIndexChanged, this, [this, take](int place) {
+      if (place < 0) return;
+      take(static_cast<std::size_t>(place));
+      FollowChoices();
     });
   };
   onPick(ui_->cboSampling, [this](std::size_t i) { sampling_.number = kSamplingNumbers[i]; });
@@ -93,9 +106,12 @@ void HardwareSettings::ConnectPort() {
   }
   connect(ui_->txtNumberOfParameters, &QLineEdit::textEdited, this, [this] { channelsTyped_ = true; });
   connect(ui_->txtNumberOfParameters, &QLineEdit::textChanged, this, &HardwareSettings::ShowLines);
-  ui_->txtLines->setFixedHeight(ui_->txtLines->fontMetrics().lineSpacing() * kLinesInView);
+  ui_->txtLines->setFixedHeight(HeightOf(*ui_->txtLines, HeardLines::kKept));
   ui_->cmdListen->setEnabled(listening_ != nullptr);
   connect(ui_->cmdListen, &QPushButton::clicked, this, &HardwareSettings::cmdListen_Click);
+  lookTimer_.setObjectName(QStringLiteral("lookTimer"));
+  connect(&lookTimer_, &QTimer::timeout, this, &HardwareSettings::Look);
+  if (look_) lookTimer_.start(kLookMs);
 }
 
 void HardwareSettings::UpdateDisplay() {
@@ -138,6 +154,7 @@ void HardwareSettings::PickProtocol(int place) {
   FillInChannels();
   UpdateDisplay();
   ShowNote(place);
+  FollowChoices();
 }
 
 void HardwareSettings::ShowNote(int picked) {
@@ -151,11 +168,12 @@ void HardwareSettings::FillInChannels() {
   if (channels && !channelsTyped_) ui_->txtNumberOfParameters->setText(QString::number(*channels));
 }
 
+/// Devices may come and go while the list stands.
 void HardwareSettings::cmdDevice_Click(std::size_t place) {
-  PortEntry& port = ports_[place];
-  const auto text = [this](const OperatorText& row) { return host_.Words().Translator.In(row); };
-  std::vector<std::string> entries{text(text::DeviceOfList + port.listed)};
-  for (const NamedDevice& device : devices_)
+  const std::vector<NamedDevice> devices = devices_;
+  const PortEntry port = ports_[place];
+  std::vector<std::string> entries{host_.Words().Translator.In(text::DeviceOfList + port.listed)};
+  for (const NamedDevice& device : devices)
     entries.push_back(device.maker.empty() ? device.path : device.path + "  (" + device.maker + ")");
   const auto chosen = host_.Boxes().Choose({.title = text::DeviceOfPort + std::to_string(port.number),
                                             .prompt = text::ChooseDevice,
@@ -165,32 +183,59 @@ void HardwareSettings::cmdDevice_Click(std::size_t place) {
   if (!chosen) return;
   std::string path = *chosen;
   if (path == entries.front()) path.clear();
-  for (std::size_t i = 0; i < devices_.size(); ++i)
-    if (path == entries[i + 1]) path = devices_[i].path;
+  for (std::size_t i = 0; i < devices.size(); ++i)
+    if (path == entries[i + 1]) path = devices[i].path;
+  TakeDevice(place, path);
+}
+
+void HardwareSettings::TakeDevice(std::size_t place, const std::string& path) {
+  PortEntry& port = ports_[place];
   choices_.PortDevice[port.number] = path;
   choices_.PortNumber = static_cast<std::int16_t>(port.number);
   port = WithDevice(port, path.empty() ? port.listed : path);
   ShowDevices();
   UpdateDisplay();
+  FollowChoices();
+}
+
+void HardwareSettings::Look() {
+  PortsFound found = look_();
+  for (PortEntry& port : found.ports) {
+    const auto chosen = choices_.PortDevice.find(port.number);
+    if (chosen != choices_.PortDevice.end())
+      port = WithDevice(port, chosen->second.empty() ? port.listed : chosen->second);
+  }
+  ports_ = std::move(found.ports);
+  devices_ = std::move(found.devices);
+  ShowDevices();
 }
 
 /// A port that is not on the list is named by none: nobody can listen there.
 void HardwareSettings::cmdListen_Click(bool listen) {
   listening_->Stop();
   heard_ = {};
-  ShowLines();
   const auto place = static_cast<std::size_t>(choices_.PortNumber - 1);
-  if (!listen || place >= ports_.size()) return ui_->cmdListen->setChecked(false);
+  ui_->cmdListen->setChecked(listen && place < ports_.size());
+  ShowLines();
+  if (!ui_->cmdListen->isChecked()) return;
+  heardOn_ = LineOf(choices_, ports_[place].device);
   try {
-    listening_->Listen(choices_, ports_[place].device, [this](const std::string& bytes) {
+    listening_->Listen(heardOn_, [this](const std::string& bytes) {
       heard_.Append(bytes);
       ShowLines();
     });
-    ShowLines();
   } catch (const RuntimeError& error) {
     ui_->cmdListen->setChecked(false);
     ui_->lblLines->setText(ToQt(host_.Words().Translator.In(error.Text())));
   }
+}
+
+/// A port that stays is left open: some units restart where theirs is opened.
+void HardwareSettings::FollowChoices() {
+  const auto place = static_cast<std::size_t>(choices_.PortNumber - 1);
+  const bool stays = place < ports_.size() && LineOf(choices_, ports_[place].device) == heardOn_;
+  if (ui_->cmdListen->isChecked() && !stays) return cmdListen_Click(true);
+  ShowLines();
 }
 
 void HardwareSettings::ShowLines() {

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QTimer>
 #include <memory>
 
 #include "i18n/windows/window_host.h"
@@ -41,7 +42,12 @@ class HardwareSettings : public QDialog {
   /// An own unit sends so many values, unless the operator has typed another number.
   void FillInChannels();
   void cmdDevice_Click(std::size_t place);
+  void TakeDevice(std::size_t place, const std::string& path);
+  /// Devices come and go while the window stands.
+  void Look();
   void cmdListen_Click(bool listen);
+  /// Listens where the choices lead by now.
+  void FollowChoices();
   void ShowLines();
   /// Takes over what a box gives; false where it has to be put right first.
   bool Take(QLineEdit& box, const NumberRead& read, std::int16_t& field);
@@ -50,11 +56,14 @@ class HardwareSettings : public QDialog {
   WindowHost& host_;
   const int formulae_;
   std::vector<PortEntry> ports_;
-  const std::vector<NamedDevice> devices_;
+  std::vector<NamedDevice> devices_;
   const std::string delimiter_;
   PortListening* const listening_;
+  const std::function<PortsFound()> look_;
+  QTimer lookTimer_;
   HardwareChoices choices_;
   HeardLines heard_;
+  SerialSettings heardOn_;  ///< while the window listens
   bool channelsTyped_ = false;
   SamplingChoice sampling_;
 };

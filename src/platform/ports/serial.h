@@ -22,6 +22,8 @@ struct SerialSettings {
   std::string stopBits = "1";  ///< "1", "1.5", "2"
   Handshake handshake = Handshake::None;
   std::size_t readBuffer = 2048;  ///< bytes held for the program; further ones wait in the system's own buffer
+
+  bool operator==(const SerialSettings&) const = default;
 };
 
 /// A setting of the port that a device may be without.
