@@ -60,7 +60,7 @@ constexpr const char* kRecordingMark = "\u25cf ";
 
 QLabel* MakePanel(int panel, QWidget* parent) {
   if (panel == kFilePanel) return new PathLabel(parent);
-  if (panel == kDataPanel) return new PathLabel(parent, Qt::ElideRight);
+  if (panel == kDataPanel) return new WholeLabel(parent);
   return new QLabel(parent);
 }
 
@@ -174,7 +174,8 @@ QAction* MainForm::AddSpeedBar(const char* toolTip) {
 }
 
 void MainForm::BuildStatusBar() {
-  constexpr int kStretch[] = {0, 3, 6, 1, 2, 3, 3, 12, 0};
+  // What a job tells has the room of its text; the name of the file gives way to it first.
+  constexpr int kStretch[] = {0, 3, 6, 1, 2, 3, 3, 0, 0};
   for (int panel = 1; panel <= kRecordingPanel; ++panel) {
     QLabel* label = MakePanel(panel, this);
     label->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
@@ -194,9 +195,10 @@ void MainForm::BuildStatusBar() {
 
 void MainForm::ShowData(const OperatorText& shown, bool warns) {
   const std::string text = language_.In(shown);
+  // A warning has bold letters, which need more room.
+  if (std::exchange(dataWarns_, warns) != warns) ColourDataPanel();
   ShowPanel(kDataPanel, warns ? kWarningMark + text : text);
   panels_[kDataPanel]->Label().setToolTip(ToQt(text));
-  if (std::exchange(dataWarns_, warns) != warns) ColourDataPanel();
 }
 
 void MainForm::ColourDataPanel() {

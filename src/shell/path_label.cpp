@@ -2,22 +2,37 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 
 namespace velk {
 
-/// As wide as it is let, and never the reason for a wider window.
-QSize PathLabel::sizeHint() const {
-  return {1, QLabel::sizeHint().height()};
+namespace {
+
+constexpr int kLeastAsked = 300;  ///< pixels
+constexpr int kStep = 100;
+
+}  // namespace
+
+QRect PathLabel::Room() const {
+  const int beside = fontMetrics().averageCharWidth() / 2;
+  return contentsRect().adjusted(beside, 0, -beside, 0);
+}
+
+QString PathLabel::Shown() const {
+  return fontMetrics().elidedText(text(), givesWay_, Room().width());
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   drawFrame(&painter);
-  const int beside = fontMetrics().averageCharWidth() / 2;
-  const QRect room = contentsRect().adjusted(beside, 0, -beside, 0);
-  const QString shown = fontMetrics().elidedText(text(), givesWay_, room.width());
-  style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), shown,
+  style()->drawItemText(&painter, Room(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), Shown(),
                         foregroundRole());
+}
+
+QSize WholeLabel::sizeHint() const {
+  const int beside = fontMetrics().averageCharWidth() + 2 * frameWidth();
+  const int wanted = fontMetrics().horizontalAdvance(text()) + beside + 1;
+  return {std::max(kLeastAsked, (wanted + kStep - 1) / kStep * kStep), minimumSizeHint().height()};
 }
 
 }  // namespace velk

@@ -13,14 +13,29 @@ class PathLabel : public QLabel {
   explicit PathLabel(QWidget* parent, Qt::TextElideMode givesWay = Qt::ElideMiddle)
       : QLabel(parent), givesWay_(givesWay) {}
 
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override { return sizeHint(); }
+  QSize sizeHint() const override { return minimumSizeHint(); }
+  QSize minimumSizeHint() const override { return {1, QLabel::sizeHint().height()}; }
+  /// The text as there is room for it.
+  QString Shown() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QRect Room() const;
+
   const Qt::TextElideMode givesWay_;
+};
+
+/// One that would have its whole text in view, ahead of all that stretches beside it. It asks in large steps, so that a
+/// text of which only a digit changes has nothing laid out anew.
+class WholeLabel : public PathLabel {
+  Q_OBJECT
+
+ public:
+  explicit WholeLabel(QWidget* parent) : PathLabel(parent, Qt::ElideRight) {}
+
+  QSize sizeHint() const override;
 };
 
 }  // namespace velk

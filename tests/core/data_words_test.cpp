@@ -76,7 +76,7 @@ TEST_F(DataPanelWords, WarnWhenEveryLineIsRejected) {
   session.Data.samples = 0;
   session.Data.rejected = 37;
   session.Data.lastReason = "4 values where 18 are expected";
-  EXPECT_EQ(Now(), "no values \u00b7 not recording \u00b7 37 rejected: 4 values where 18 are expected");
+  EXPECT_EQ(Now(), "no values \u00b7 37 rejected: 4 values where 18 are expected \u00b7 not recording");
   EXPECT_TRUE(At(kTicks).warns);
 }
 
@@ -86,7 +86,7 @@ TEST_F(DataPanelWords, WarnThatValuesAreHeld) {
   session.Data.rejected = 2;
   session.Data.lastReason = "why";
   session.Data.heldSince = DateSerial(2026, 3, 14) + TimeOfDay(14, 2, 11);
-  EXPECT_EQ(Now(), "values held since 14:02:11 \u00b7 12 rows \u00b7 2 rejected: why");
+  EXPECT_EQ(Now(), "values held since 14:02:11 \u00b7 2 rejected: why \u00b7 12 rows");
   EXPECT_TRUE(At(kTicks).warns);
   EXPECT_FALSE(At(kTicks).stale);
 }
@@ -164,7 +164,7 @@ TEST_F(DataPanelWords, TellThatAQuestionHoldsUpTheRecordingInAnyStatus) {
 
 TEST_F(DataPanelWords, NameWhatGoesWrongWithEachSample) {
   session.Data.failure = "Division by zero";
-  EXPECT_EQ(Now(), "1.0 samples/s \u00b7 not recording \u00b7 Division by zero");
+  EXPECT_EQ(Now(), "1.0 samples/s \u00b7 Division by zero \u00b7 not recording");
   EXPECT_TRUE(At(kTicks).warns);
 }
 

@@ -12,9 +12,15 @@
 #include <QToolBar>
 #include <map>
 
+#include "base/dates.h"
+#include "core/panel/data_words.h"
+#include "core/texts.h"
+#include "i18n/languages.h"
+#include "instruments/texts.h"
 #include "model/status.h"
 #include "model/texts.h"
 #include "shell/icons.h"
+#include "shell/path_label.h"
 #include "support/in_english.h"
 #include "support/recording_view.h"
 
@@ -309,6 +315,67 @@ TEST_F(MainFormTest, ALongWarningMakesTheWindowNoWider) {
   form.show();
   form.ShowData(std::string(500, 'x'), true);
   EXPECT_LE(form.minimumSizeHint().width(), 1024);
+}
+
+/// A job that is recorded, in the status bar of a small screen.
+class StatusBarOfASmallScreen : public testing::Test {
+ protected:
+  StatusBarOfASmallScreen() {
+    EXPECT_EQ(translation.Load(VELK_TRANSLATIONS_DIR, "Russian"), "Russian");
+    session.CurrentStatus = text::StatusAcquiringData;
+    session.SamplingRate = 1.0 / 86400;
+    session.TheTimeOut = 5;
+    session.RecordToDB = true;
+    session.Data.samples = session.Data.rows = 12'345;
+    form.resize(1024, 768);
+    form.show();
+    form.SetPanel(1, text::StatusAcquiringData);
+    form.SetPanel(2, text::CurrentFile + "/home/operator/jobs/2026/well 7, second stage.mdb");
+    form.SetPanel(4, "14:02:11");
+    form.ShowRecording(RecordingText(session, "/home/operator/jobs/2026/well 7, second stage.mdb", 0), {});
+  }
+  /// What the operator sees of the data panel, whose words are these.
+  std::string Seen() {
+    const DataWords words = WordsOfData(session, 0, 1.0);
+    form.ShowData(words.text, words.warns);
+    QApplication::processEvents();
+    EXPECT_LE(form.width(), 1024);
+    return FromQt(form.findChild<PathLabel*>("StatusBar1_7")->Shown());
+  }
+  std::string InRussian(const OperatorText& text) const { return translation.Translator.In(text); }
+
+  Session session;
+  Translation translation;
+  MainForm form{translation.Translator, session};
+};
+
+TEST_F(StatusBarOfASmallScreen, ShowsWhyLinesAreRejectedInRussianToo) {
+  const OperatorText wrongCount = "4" + text::ValuesWhere + "18" + text::AreExpected;
+  for (const OperatorText& reason :
+       {wrongCount, OperatorText(text::LineFailsCheck), OperatorText(text::FieldNotDecimal),
+        OperatorText(text::ValueBeyondRange), OperatorText(text::FieldMissing), OperatorText(text::DateNotRead)}) {
+    session.Data.rejected = 1234;
+    session.Data.lastReason = reason;
+    for (const long long samples : {12'345, 0}) {
+      session.Data.samples = samples;
+      EXPECT_NE(Seen().find(InRussian(reason)), std::string::npos) << Seen();
+    }
+    session.Data.heldSince = DateSerial(2026, 3, 14) + TimeOfDay(14, 2, 11);
+    session.Data.samples = 1;
+    EXPECT_NE(Seen().find(InRussian(reason)), std::string::npos) << Seen();
+    session.Data.heldSince = 0;
+  }
+}
+
+TEST_F(StatusBarOfASmallScreen, GivesTheFileWhatTheDataPanelLeaves) {
+  Seen();
+  const int calm = form.findChild<QLabel*>("StatusBar1_2")->width();
+  session.Data.rejected = 1234;
+  session.Data.samples = 0;
+  session.Data.lastReason = text::LineFailsCheck;
+  Seen();
+  EXPECT_LT(form.findChild<QLabel*>("StatusBar1_2")->width(), calm);
+  EXPECT_GT(calm, 100);
 }
 
 TEST_F(MainFormTest, ChangesTheImageOfAButtonByNumber) {

@@ -60,16 +60,28 @@ void TellValues(DataWords& words, const Session& session, std::int64_t ticks, st
   }
 }
 
-void TellRows(DataWords& words, const Session& session, std::int64_t ticks) {
+/// What is recorded, and that no row has come for too long.
+OperatorText RowsText(DataWords& words, const Session& session, std::int64_t ticks) {
   const DataState& data = session.Data;
-  if (!session.RecordToDB) return Add(words.text, text::NotRecording);
-  Add(words.text, Count(data.rows, data.rows == 1 ? text::OneRow : text::Rows));
+  if (!session.RecordToDB) return text::NotRecording;
+  OperatorText shown = Count(data.rows, data.rows == 1 ? text::OneRow : text::Rows);
   const std::int64_t withoutRow = ticks - data.lastRow;
-  if (data.pausedSince != 0 || withoutRow < SilenceMs(session)) return;
+  if (data.pausedSince != 0 || withoutRow < SilenceMs(session)) return shown;
   words.warns = true;
   const bool dataCome = ticks - data.lastLine < SilenceMs(session);
-  if (dataCome && data.samples > 0)
-    Add(words.text, text::NoRowFor + DurationText(static_cast<double>(withoutRow) / 1000));
+  if (dataCome && data.samples > 0) Add(shown, text::NoRowFor + DurationText(static_cast<double>(withoutRow) / 1000));
+  return shown;
+}
+
+/// Why lines were rejected, and what fails with each sample; empty where all is well.
+OperatorText ReasonsText(DataWords& words, const DataState& data) {
+  OperatorText shown;
+  const long long rejected = data.rejected - data.firstLines;
+  if (rejected > 0) Add(shown, Count(rejected, text::Rejected) + data.lastReason);
+  if (data.failure.IsEmpty()) return shown;
+  words.warns = true;
+  Add(shown, data.failure);
+  return shown;
 }
 
 }  // namespace
@@ -90,13 +102,12 @@ DataWords WordsOfData(const Session& session, std::int64_t ticks, std::optional<
   if (session.Data.asksForReport) return {text::WaitsForAnswer, true, session.Data.pausedSince != 0};
   if (!StatusIs(session, text::StatusAcquiringData) && !StatusIs(session, text::StatusAcquiringPaused)) return words;
   TellValues(words, session, ticks, perSecond);
-  TellRows(words, session, ticks);
-  const long long rejected = session.Data.rejected - session.Data.firstLines;
-  if (rejected > 0) Add(words.text, Count(rejected, text::Rejected) + session.Data.lastReason);
-  if (!session.Data.failure.IsEmpty()) {
-    words.warns = true;
-    Add(words.text, session.Data.failure);
-  }
+  const OperatorText rows = RowsText(words, session, ticks);
+  const OperatorText reasons = ReasonsText(words, session.Data);
+  // What is wrong stands where a narrow panel still shows it.
+  if (words.warns && !reasons.IsEmpty()) Add(words.text, reasons);
+  Add(words.text, rows);
+  if (!words.warns && !reasons.IsEmpty()) Add(words.text, reasons);
   return words;
 }
 
