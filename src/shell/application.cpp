@@ -128,7 +128,7 @@ void Application::BindCommands() {
            PortIsThere(PortDevice(platform_.settings, session_.PortNumber));
   };
   form_.Guide().onSimulatedUnit = [this] {
-    if (!StartWithSimulatedUnit(programFolder_))
+    if (!StartWithSimulatedUnit(programFolder_, session_, platform_.language))
       platform_.dialogs.Message({text::NoSimulatedUnit, "", Buttons::Ok, BoxIcon::Exclamation});
   };
   acquisition_.onJob = [this](bool stands) {

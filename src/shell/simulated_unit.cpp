@@ -7,6 +7,7 @@
 
 #include "base/text_qt.h"
 #include "platform/settings/settings.h"
+#include "shell/texts.h"
 
 namespace velk {
 
@@ -14,7 +15,7 @@ namespace {
 
 struct Channel {
   int number;
-  const char* name;
+  MessageText name;
   const char* units;
   const char* max;
   int graph;
@@ -22,11 +23,11 @@ struct Channel {
 };
 
 /// Of what the simulated unit sends, by the number of the channel.
-constexpr Channel kChannels[] = {{1, "Treating Pressure", "psi", "10000", 1, 0x2E10C8},
-                                 {2, "Slurry Rate", "bbl/min", "10", 2, 0xB85700},
-                                 {3, "Slurry Density", "lb/gal", "20", 2, 0x3F7F1B},
-                                 {4, "Annulus Pressure", "psi", "1000", 1, 0x8E2D7B},
-                                 {14, "Stage Total", "bbl", "200", 2, 0x0054B8}};
+constexpr Channel kChannels[] = {{1, text::TreatingPressure, "psi", "10000", 1, 0x2E10C8},
+                                 {2, text::SlurryRate, "bbl/min", "10", 2, 0xB85700},
+                                 {3, text::SlurryDensity, "lb/gal", "20", 2, 0x3F7F1B},
+                                 {4, text::AnnulusPressure, "psi", "1000", 1, 0x8E2D7B},
+                                 {14, text::StageTotal, "bbl", "200", 2, 0x0054B8}};
 constexpr int kChannelsOfUnit = 22;
 
 /// Beside the program where it is installed; in its own folder where it was built.
@@ -40,10 +41,14 @@ QString SimulatorIn(const std::string& programFolder) {
 
 }  // namespace
 
-void SetUpForSimulatedUnit(SettingsStore& settings, const std::string& device) {
+void SetUpForSimulatedUnit(SettingsStore& settings, const std::string& device, const StoredSettings& own,
+                           const Language& language) {
   const auto save = [&](const std::string& section, const char* key, const std::string& value) {
     settings.Save("VELK2", section, key, value);
   };
+  save("General", "Current_language", own.Current_language);
+  save("General", "NightColours", own.NightColours ? "True" : "False");
+  save("General", "FitGraphsToWindows", own.FitGraphsToWindows ? "True" : "False");
   save("Protocol", "SerialData", "KESTA version 5");
   save("Protocol", "PortNumber", "1");
   save("Protocol", "PortDevice1", device);
@@ -54,7 +59,7 @@ void SetUpForSimulatedUnit(SettingsStore& settings, const std::string& device) {
   }
   for (const Channel& channel : kChannels) {
     const std::string section = "Parameter" + std::to_string(channel.number);
-    save(section, "name", channel.name);
+    save(section, "name", language.In(channel.name));
     save(section, "units", channel.units);
     save(section, "max", channel.max);
     save(section, "FormIndex", std::to_string(channel.graph));
@@ -64,16 +69,17 @@ void SetUpForSimulatedUnit(SettingsStore& settings, const std::string& device) {
   settings.Flush();
 }
 
-bool StartWithSimulatedUnit(const std::string& programFolder) {
+bool StartWithSimulatedUnit(const std::string& programFolder, const StoredSettings& own, const Language& language) {
   const QString simulator = SimulatorIn(programFolder);
   QTemporaryDir folder;
   if (simulator.isEmpty() || !folder.isValid()) return false;
   folder.setAutoRemove(false);  // by the script below, once its VELK has ended
-  SettingsStore settings(FromQt(folder.filePath(QStringLiteral("VELK"))));
-  SetUpForSimulatedUnit(settings, FromQt(folder.filePath(QStringLiteral("unit"))));
+  const QString place = folder.filePath(QStringLiteral("settings"));
+  SettingsStore settings(FromQt(place));
+  SetUpForSimulatedUnit(settings, FromQt(folder.filePath(QStringLiteral("unit"))), own, language);
   QProcess shell;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
+  environment.insert(QStringLiteral("VELK_SETTINGS"), place);
   shell.setProcessEnvironment(environment);
   shell.setProgram(QStringLiteral("/bin/sh"));
   shell.setArguments({QStringLiteral("-c"),

@@ -18,6 +18,11 @@ inline constexpr MessageText MenuPause{2622, "Pa&use"};
 inline constexpr MessageText MenuResume{2623, "&Resume"};
 inline constexpr MessageText NoSimulatedUnit{2633,
                                              "The simulated unit is not there: velk_sim_unit is missing beside VELK."};
+inline constexpr MessageText TreatingPressure{3400, "Treating Pressure"};
+inline constexpr MessageText SlurryRate{3401, "Slurry Rate"};
+inline constexpr MessageText SlurryDensity{3402, "Slurry Density"};
+inline constexpr MessageText AnnulusPressure{3403, "Annulus Pressure"};
+inline constexpr MessageText StageTotal{3404, "Stage Total"};
 inline constexpr MessageText ReopenGraph{2629, "Open Again: "};
 inline constexpr MessageText NotInThisStatus{2630, "Not possible in the status "};
 inline constexpr MessageText NothingForThis{2631, "Not possible: there is nothing to do this with."};

@@ -561,6 +561,18 @@ TEST(SettingsStore, StandsInTheUsersConfigurationFolder) {
   if (wasSet) qputenv("XDG_CONFIG_HOME", before);
 }
 
+TEST(SettingsStore, StandsInTheFolderOfItsOwnVariable) {
+  const QByteArray before = qgetenv("VELK_SETTINGS");
+  qputenv("VELK_SETTINGS", "/somewhere/else");
+  EXPECT_EQ(SettingsStore::DefaultDirectory(), "/somewhere/else");
+  qputenv("VELK_SETTINGS", "");
+  EXPECT_TRUE(SettingsStore::DefaultDirectory().ends_with("/VELK"));
+  if (before.isNull())
+    qunsetenv("VELK_SETTINGS");
+  else
+    qputenv("VELK_SETTINGS", before);
+}
+
 TEST(SettingsStore, ForgetsWhatWaitsForTheDiskAndReadsTheFileAgain) {
   const MemoryFolder folder;
   SettingsStore store(folder.Path());

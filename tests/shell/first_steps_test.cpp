@@ -8,7 +8,6 @@
 #include <QPushButton>
 
 #include "shell/shell_rig.h"
-#include "shell/simulated_unit.h"
 #include "support/pty.h"
 
 namespace velk {
@@ -116,19 +115,6 @@ TEST_F(Guide, SaysWhereTheSimulatedUnitIsMissing) {
   rig.Start();
   rig.dialogs.Expect("velk_sim_unit is missing", Answer::Ok);
   Button("cmdSimulated").click();
-}
-
-TEST(SettingsForASimulatedUnit, AreThoseOfAUnitOfTwentyTwoChannelsOnTwoGraphs) {
-  const test::TemporaryFolder folder;
-  SettingsStore settings(folder.File("VELK"));
-  SetUpForSimulatedUnit(settings, "/tmp/unit");
-  SettingsStore written(folder.File("VELK"));
-  EXPECT_EQ(written.Get("VELK2", "Protocol", "SerialData", ""), "KESTA version 5");
-  EXPECT_EQ(written.Get("VELK2", "Protocol", "PortDevice1", ""), "/tmp/unit");
-  EXPECT_EQ(written.Get("VELK2", "Parameters", "NumberOfParameters", ""), "22");
-  EXPECT_EQ(written.Get("VELK2", "Parameter1", "FormIndex", ""), "1");
-  EXPECT_EQ(written.Get("VELK2", "Parameter5", "FormIndex", ""), "0");
-  EXPECT_EQ(written.Get("VELK2", "Parameter5", "GraphVisible", ""), "False");
 }
 
 }  // namespace

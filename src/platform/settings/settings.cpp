@@ -60,6 +60,8 @@ SettingsStore::SettingsStore(std::string directory) : impl_(std::make_unique<Imp
 SettingsStore::~SettingsStore() = default;
 
 std::string SettingsStore::DefaultDirectory() {
+  const QByteArray chosen = qgetenv("VELK_SETTINGS");
+  if (!chosen.isEmpty()) return chosen.toStdString();
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() + "/VELK";
 }
 

@@ -26,7 +26,7 @@ class SettingsStore {
   SettingsStore(const SettingsStore&) = delete;
   SettingsStore& operator=(const SettingsStore&) = delete;
 
-  /// `$XDG_CONFIG_HOME/VELK`, or `~/.config/VELK`.
+  /// `$VELK_SETTINGS` where that is set; else `$XDG_CONFIG_HOME/VELK`, or `~/.config/VELK`.
   static std::string DefaultDirectory();
   /// Where this store's files are.
   const std::string& Directory() const;
