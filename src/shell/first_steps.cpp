@@ -1,6 +1,7 @@
 #include "shell/first_steps.h"
 
 #include <QAction>
+#include <QBoxLayout>
 #include <QEvent>
 #include <QLabel>
 #include <QMdiArea>
@@ -10,7 +11,7 @@
 #include <QPixmap>
 #include <QPolygonF>
 #include <QPushButton>
-#include <QVBoxLayout>
+#include <string_view>
 #include <utility>
 
 #include "model/status.h"
@@ -24,8 +25,15 @@ namespace {
 /// What a step asks of the machine (is the device there?) and of the session is told by nobody.
 constexpr int kFollowMs = 1000;
 constexpr int kMarkSize = 16;
+/// A program needs some seconds to come up; a second press meanwhile would start another one.
+constexpr int kSimulatedStartsMs = 5000;
+constexpr int kMargin = 16;
+constexpr int kStripMargin = 4;
+constexpr const char* kConnect = "mnuAcquireConnect";
 // In English; the window is translated with the main window's other captions.
 constexpr const char* kHeading = "The way to a recorded job";
+constexpr const char* kOnceConnected = "Once connected:";
+constexpr const char* kWaitsForConnect = "Possible once VELK is connected to the instrument";
 constexpr const char* kSimulatedUnit = "Try with a simulated unit";
 
 bool HasNamedChannel(const Session& session) {
@@ -59,69 +67,105 @@ QIcon Mark(const QWidget& widget, bool isDone) {
 
 }  // namespace
 
-FirstSteps::FirstSteps(MainForm& form, const Session& session)
-    : QFrame(form.GraphArea().viewport()), form_(form), session_(session), area_(form.GraphArea()) {
+FirstSteps::FirstSteps(MainForm& form, const Session& session, QBoxLayout& aboveGraphs)
+    : QFrame(form.GraphArea().viewport()),
+      form_(form),
+      session_(session),
+      area_(form.GraphArea()),
+      aboveGraphs_(aboveGraphs) {
   setObjectName(QStringLiteral("FirstSteps"));
   setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
   setAutoFillBackground(true);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(16, 16, 16, 16);
-  auto* heading = new QLabel(QString::fromLatin1(kHeading), this);
-  heading->setObjectName(QStringLiteral("lblFirstSteps"));
-  QFont bold = heading->font();
-  bold.setBold(true);
-  heading->setFont(bold);
-  layout->addWidget(heading);
-  AddStep("cmdStep_1", "Choose instrument and port", "mnuEditSerialPort",
-          [this] { return !session_.SerialData.empty() && portIsThere && portIsThere(); });
-  AddStep("cmdStep_2", "Connect to the instrument", "mnuAcquireConnect",
-          [this] { return !StatusIs(session_, text::StatusReady); });
-  AddStep("cmdStep_3", "Name the channels, set scales and graphs", "mnuEditTable",
-          [this] { return HasNamedChannel(session_); });
-  AddStep("cmdStep_4", "Choose the file to record to", "mnuFileRecord",
-          [this] { return !session_.CurrentFile.empty(); });
-  AddStep("cmdStep_5", "Start", "mnuAcquireStart", [this] { return session_.AcquireStarted; });
-  layout->addSpacing(8);
-  auto* simulated = new QPushButton(QString::fromLatin1(kSimulatedUnit), this);
-  simulated->setObjectName(QStringLiteral("cmdSimulated"));
-  connect(simulated, &QPushButton::clicked, this, [this] {
-    if (onSimulatedUnit) onSimulatedUnit();
-  });
-  layout->addWidget(simulated);
+  auto* layout = new QBoxLayout(QBoxLayout::TopToBottom, this);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  AddSteps();
+  AddSimulatedUnit();
+  layout->addStretch();
   area_.viewport()->installEventFilter(this);
   follow_.setInterval(kFollowMs);
   connect(&follow_, &QTimer::timeout, this, &FirstSteps::Refresh);
   Refresh();
 }
 
-void FirstSteps::AddStep(const char* name, const char* caption, const char* item, std::function<bool()> isDone) {
+QLabel* FirstSteps::AddLabel(const char* name, const char* caption) {
+  auto* label = new QLabel(QString::fromLatin1(caption), this);
+  label->setObjectName(QString::fromLatin1(name));
+  layout()->addWidget(label);
+  onlyInArea_.push_back(label);
+  return label;
+}
+
+void FirstSteps::AddSteps() {
+  QLabel* const heading = AddLabel("lblFirstSteps", kHeading);
+  QFont bold = heading->font();
+  bold.setBold(true);
+  heading->setFont(bold);
+  AddStep("cmdStep_1", "Choose instrument and port", "mnuEditSerialPort", When::Any,
+          [this] { return !session_.SerialData.empty() && portIsThere && portIsThere(); });
+  AddStep("cmdStep_2", "Connect to the instrument", kConnect, When::Any,
+          [this] { return !StatusIs(session_, text::StatusReady); });
+  for (const Step& step : steps_) onlyInArea_.push_back(step.button);
+  AddLabel("lblOnceConnected", kOnceConnected);
+  AddStep("cmdStep_3", "Name the channels, set scales and graphs", "mnuEditTable", When::OnceConnected,
+          [this] { return HasNamedChannel(session_); });
+  AddStep("cmdStep_4", "Choose the file to record to", "mnuFileRecord", When::OnceConnected,
+          [this] { return !session_.CurrentFile.empty(); });
+  AddStep("cmdStep_5", "Start", "mnuAcquireStart", When::OnceConnected, [this] { return session_.AcquireStarted; });
+}
+
+void FirstSteps::AddSimulatedUnit() {
+  auto* simulated = new QPushButton(QString::fromLatin1(kSimulatedUnit), this);
+  simulated->setObjectName(QStringLiteral("cmdSimulated"));
+  simulatedStarts_.setObjectName(QStringLiteral("simulatedStarts"));
+  simulatedStarts_.setSingleShot(true);
+  simulatedStarts_.setInterval(kSimulatedStartsMs);
+  connect(&simulatedStarts_, &QTimer::timeout, simulated, [simulated] { simulated->setEnabled(true); });
+  connect(simulated, &QPushButton::clicked, this, [this, simulated] {
+    simulated->setEnabled(false);
+    simulatedStarts_.start();
+    if (onSimulatedUnit) onSimulatedUnit();
+  });
+  layout()->addWidget(simulated);
+  onlyInArea_.push_back(simulated);
+}
+
+void FirstSteps::AddStep(const char* name, const char* caption, const char* item, When when,
+                         std::function<bool()> isDone) {
   auto* button = new QPushButton(QString::fromLatin1(caption), this);
   button->setObjectName(QString::fromLatin1(name));
   button->setStyleSheet(QStringLiteral("QPushButton { text-align: left; padding: 4px 12px; }"));
-  connect(button, &QPushButton::clicked, this, [this, item] {
-    form_.MenuItem(item)->trigger();
-    Refresh();
-  });
-  connect(form_.MenuItem(item), &QAction::changed, button,
-          [this, button, item] { button->setEnabled(form_.MenuItem(item)->isEnabled()); });
+  if (when == When::OnceConnected) button->setToolTip(QString::fromLatin1(kWaitsForConnect));
+  connect(button, &QPushButton::clicked, this, [this, item] { Take(item); });
+  const std::size_t place = steps_.size();
+  connect(form_.MenuItem(item), &QAction::changed, button, [this, place] { ShowStep(steps_[place]); });
   layout()->addWidget(button);
-  steps_.push_back({button, item, std::move(isDone)});
+  steps_.push_back({button, item, when, std::move(isDone)});
+}
+
+void FirstSteps::Take(const char* item) {
+  form_.MenuItem(item)->trigger();
+  if (std::string_view(item) == kConnect) leadsOn_ = StatusIs(session_, text::StatusReadyToAcquire);
+  Refresh();
 }
 
 void FirstSteps::Refresh() {
   const bool graphsStand = !area_.subWindowList().isEmpty();
-  setVisible(!graphsStand);
-  if (graphsStand) {
+  leadsOn_ = leadsOn_ && graphsStand && StatusIs(session_, text::StatusReadyToAcquire);
+  StandAsStrip(leadsOn_);
+  setVisible(!graphsStand || leadsOn_);
+  if (!isVisibleTo(parentWidget())) {
     follow_.stop();
     return;
   }
   if (!follow_.isActive()) follow_.start();
-  for (const Step& step : steps_) {
-    step.button->setEnabled(form_.MenuItem(step.item)->isEnabled());
-    const QVariant done = step.isDone();
-    if (done != step.button->property("done")) ShowDone(*step.button, done.toBool());
-  }
+  for (const Step& step : steps_) ShowStep(step);
   Place();
+}
+
+void FirstSteps::ShowStep(const Step& step) {
+  step.button->setEnabled(form_.MenuItem(step.item)->isEnabled() && (isStrip_ || step.when == When::Any));
+  const QVariant done = step.isDone();
+  if (done != step.button->property("done")) ShowDone(*step.button, done.toBool());
 }
 
 void FirstSteps::ShowDone(QPushButton& button, bool done) {
@@ -135,7 +179,21 @@ void FirstSteps::changeEvent(QEvent* event) {
   for (const Step& step : steps_) ShowDone(*step.button, step.button->property("done").toBool());
 }
 
+/// Of the steps those stand there that are left.
+void FirstSteps::StandAsStrip(bool strip) {
+  if (strip == isStrip_) return;
+  isStrip_ = strip;
+  for (QWidget* part : onlyInArea_) part->setVisible(!strip);
+  const int margin = strip ? kStripMargin : kMargin;
+  layout()->setContentsMargins(margin, margin, margin, margin);
+  static_cast<QBoxLayout*>(layout())->setDirection(strip ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  if (strip) return aboveGraphs_.insertWidget(0, this);
+  aboveGraphs_.removeWidget(this);
+  setParent(area_.viewport());
+}
+
 void FirstSteps::Place() {
+  if (isStrip_) return;
   adjustSize();
   const QSize room = area_.viewport()->size();
   move((room.width() - width()) / 2, (room.height() - height()) / 2);

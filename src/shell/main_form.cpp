@@ -8,6 +8,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <stdexcept>
 #include <utility>
 
@@ -130,7 +131,7 @@ MainForm::MainForm(const Language& language, const Session& session)
   BuildToolbar();
   BuildStatusBar();
   commands_ = std::make_unique<Commands>(menuItems_, buttons_, session, language_);
-  firstSteps_ = new FirstSteps(*this, session);
+  firstSteps_ = new FirstSteps(*this, session, RoomAboveGraphs());
   panelRefresh_.setSingleShot(true);
   panelRefresh_.setInterval(kRefreshMs);
   connect(&panelRefresh_, &QTimer::timeout, this, &MainForm::ShowPending);
@@ -138,6 +139,18 @@ MainForm::MainForm(const Language& language, const Session& session)
 
 MainForm::~MainForm() {
   if (hourglass_) QApplication::restoreOverrideCursor();
+}
+
+QBoxLayout& MainForm::RoomAboveGraphs() {
+  QWidget* const graphs = takeCentralWidget();
+  auto* const middle = new QWidget(this);
+  auto* const rows = new QVBoxLayout(middle);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(graphs);
+  setCentralWidget(middle);
+  graphs->show();
+  return *rows;
 }
 
 void MainForm::BuildToolbar() {

@@ -13,6 +13,7 @@
 #include "model/main_view.h"
 #include "shell/commands.h"
 
+class QBoxLayout;
 class QMdiArea;
 class QToolBar;
 
@@ -85,6 +86,7 @@ class MainForm : public QMainWindow, public MainView {
 
  private:
   void TellPlace();
+  QBoxLayout& RoomAboveGraphs();
   void BuildToolbar();
   void ColourDataPanel();
   void KeepCaption(const QString& title);

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QTimer>
 
 #include "shell/shell_rig.h"
 #include "support/pty.h"
@@ -49,6 +51,55 @@ TEST_F(Guide, RunsTheCommandsAndOffersOnlyWhatIsPossible) {
   rig.windows.ThenClick("HardwareSettings", "cmdCancel");
   Button("cmdStep_1").click();
   EXPECT_TRUE(rig.windows.IsDone());
+}
+
+TEST_F(Guide, SaysWhichStepsWaitForConnectAndWhy) {
+  Steps().Refresh();
+  EXPECT_TRUE(rig.Window().MenuItem("mnuFileRecord")->isEnabled()) << "but Connect begins with no file";
+  for (const char* name : {"cmdStep_3", "cmdStep_4", "cmdStep_5"}) {
+    EXPECT_FALSE(Button(name).isEnabled()) << name;
+    EXPECT_EQ(Button(name).toolTip(), "Possible once VELK is connected to the instrument") << name;
+    EXPECT_GT(Button(name).y(), Steps().findChild<QLabel*>("lblOnceConnected")->y()) << name;
+  }
+  EXPECT_LT(Button("cmdStep_2").y(), Steps().findChild<QLabel*>("lblOnceConnected")->y());
+}
+
+TEST_F(Guide, LeadsOnAboveTheGraphsUntilTheJobIsStarted) {
+  rig.OnConnect([this] { Button("cmdStep_2").click(); });
+  QApplication::processEvents();
+  ASSERT_FALSE(rig.Window().GraphArea().subWindowList().isEmpty());
+  EXPECT_TRUE(Steps().isVisible());
+  EXPECT_FALSE(Button("cmdStep_1").isVisible());
+  EXPECT_FALSE(Button("cmdSimulated").isVisible());
+  const QRect strip(Steps().mapTo(&rig.Window(), QPoint()), Steps().size());
+  const QMdiArea& area = rig.Window().GraphArea();
+  EXPECT_FALSE(strip.intersects(QRect(area.mapTo(&rig.Window(), QPoint()), area.size()))) << "it covers no graph";
+  EXPECT_LT(strip.height(), 60);
+  for (const char* name : {"cmdStep_3", "cmdStep_4", "cmdStep_5"}) EXPECT_TRUE(Button(name).isEnabled()) << name;
+  rig.dialogs.ExpectSaveFile(rig.folder.File("job"));
+  Button("cmdStep_4").click();
+  EXPECT_TRUE(IsDone("cmdStep_4"));
+  Button("cmdStep_5").click();
+  EXPECT_TRUE(rig.State().AcquireStarted);
+  EXPECT_FALSE(Steps().isVisible());
+  rig.Press("Stop");
+  rig.clock.RunPosted();
+  QApplication::processEvents();
+  Steps().Refresh();
+  EXPECT_TRUE(Steps().isVisible());
+  EXPECT_TRUE(Button("cmdStep_1").isVisible()) << "whole again in the empty area";
+  EXPECT_GT(Steps().height(), 100);
+}
+
+TEST_F(Guide, GoesWhereTheJobIsEndedAheadOfItsStart) {
+  rig.OnConnect([this] { Button("cmdStep_2").click(); });
+  QApplication::processEvents();
+  EXPECT_FALSE(Button("cmdStep_1").isVisible());
+  rig.Press("Stop");
+  rig.clock.RunPosted();
+  QApplication::processEvents();
+  Steps().Refresh();
+  EXPECT_TRUE(Button("cmdStep_1").isVisible());
 }
 
 TEST_F(Guide, ShowsWhatIsDone) {
@@ -108,6 +159,15 @@ TEST_F(Guide, OffersASimulatedUnit) {
   Steps().onSimulatedUnit = [&] { ++started; };
   Button("cmdSimulated").click();
   EXPECT_EQ(started, 1);
+  Button("cmdSimulated").click();
+  EXPECT_EQ(started, 1) << "the first one is coming up yet";
+  auto* const starts = Steps().findChild<QTimer*>("simulatedStarts");
+  EXPECT_GE(starts->interval(), 3000);
+  EXPECT_LE(starts->interval(), 10'000);
+  starts->start(0);  // in place of waiting for them
+  QApplication::processEvents();
+  Button("cmdSimulated").click();
+  EXPECT_EQ(started, 2);
 }
 
 TEST_F(Guide, SaysWhereTheSimulatedUnitIsMissing) {

@@ -49,12 +49,12 @@ void ShellRig::ClearSettings(std::initializer_list<int> groups) {
   Choose("mnuEditClear");
 }
 
-void ShellRig::Connect() {
+void ShellRig::OnConnect(const std::function<void()>& press) {
   clock.onYield = [this, come = false]() mutable {
     const bool checking = StatusIs(State(), text::StatusCheckingHardware);
     if (checking && linePort.open && !std::exchange(come, true)) Receive(0, 0, 0);
   };
-  Press("Acquire");
+  press();
   clock.onYield = nullptr;
 }
 

@@ -32,7 +32,11 @@ class ShellRig {
   /// Clears groups of the settings, from 0 on, by the menu.
   void ClearSettings(std::initializer_list<int> groups);
   /// Connect, with the unit's first line coming in while it waits.
-  void Connect();
+  void Connect() {
+    OnConnect([this] { Press("Acquire"); });
+  }
+  /// The same by another way to press it.
+  void OnConnect(const std::function<void()>& press);
   /// A frame of the unit comes in a second after the last one.
   void Frame(double a, double b, double c);
   /// Connect, then a job of five rows (i, 2 i, 3 i) in that file, and Stop.

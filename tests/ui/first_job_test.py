@@ -159,8 +159,11 @@ class FirstJob(unittest.TestCase):
     # --- By the mouse ---
 
     def test_by_the_mouse_alone(self):
+        """By the five steps of the guide."""
         seen = self.seen
         seen.click_on(window="QMessageBox", text="No")
+        seen.click_on(window="HardwareSettings", name="cmdCancel")
+        seen.click("MainForm/cmdStep_1")
         seen.choose_lumo_a()
         seen.click("HardwareSettings/cmdDevice_1")
         seen.paste(self.device, window="ListInputBox", name="Text1")
@@ -170,14 +173,18 @@ class FirstJob(unittest.TestCase):
         seen.click("HardwareSettings/cmdOK")
         seen.click("MainForm/cmdStep_2")
         self.wait_for_status("Ready to Acquire")
-        seen.click("MainForm/Record")
+        seen.picture("first-job-guide-above-graphs")
+        seen.click("MainForm/cmdStep_3")
+        seen.click_on(window="ParametersTable", name="cmdClose")
+        seen.click("MainForm/cmdStep_4")
         seen.click_on(text="OK")  # the dialog has named the file already
         wait_for(lambda: seen.text("MainForm/StatusBar1_2").endswith(".mdb"), "the file in the status bar")
         self.log = pathlib.Path(seen.text("MainForm/StatusBar1_2").removeprefix("Current File: "))
         self.addCleanup(self.log.unlink, missing_ok=True)
-        seen.click("MainForm/Pause")
+        seen.click("MainForm/cmdStep_5")
         seen.click_on(window="frmIncParamInSum", name="cmdClose")
         self.wait_for_status("Acquiring Data")
+        wait_for(lambda: not seen.is_seen("MainForm/cmdStep_5"), "the end of the guide")
         self.wait_for_rows()
         seen.click("MainForm/Stop")
         self.wait_for_status("Ready")
@@ -205,7 +212,7 @@ class SimulatedUnit(unittest.TestCase):
         found = {}
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             with contextlib.suppress(OSError):
-                if b"XDG_CONFIG_HOME=%s/" % os.fsencode(self.own) in (folder / "environ").read_bytes():
+                if b"VELK_SETTINGS=%s/" % os.fsencode(self.own) in (folder / "environ").read_bytes():
                     found[int(folder.name)] = os.fsdecode((folder / "cmdline").read_bytes().partition(b"\0")[0])
         return found
 
@@ -240,7 +247,11 @@ class SimulatedUnit(unittest.TestCase):
         wait_for(lambda: seen.is_seen("MainForm/cmdSimulated"), "the guide")
         before = self.settings()
         seen.click("MainForm/cmdSimulated")
+        seen.wait_for("MainForm/cmdSimulated", "enabled", "false")
+        seen.click("MainForm/cmdSimulated")  # a second press starts no third program
         wait_for(self.second, "the second program")
+        program = os.path.realpath(os.environ["VELK_PROGRAM"])
+        self.assertEqual([os.path.realpath(command) for command in self.processes().values()].count(program), 1)
         title = TITLE + os.environ["VELK_VERSION"]
         desktop.wait_for_window(title)
         desktop.press("alt+d", "c")
