@@ -4,6 +4,7 @@
 #include <QListWidget>
 
 #include "exchange/exchange_fixture.h"
+#include "platform/files/file_lock.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -151,6 +152,17 @@ TEST_F(ExportWindow, NeverWritesOverTheLogItself) {
   dialogs.Expect("The file to write is the log itself", Answer::Ok);
   test::Click(*window, "cmdOK");
   EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), (Rows{"1"}));
+}
+
+TEST_F(ExportWindow, NeverWritesOverALogThatIsBeingRecorded) {
+  const auto window = Open(ExportMode::LogToCsv, path);
+  Copy(*window, 0);
+  const std::string other = Write("other.mdb", "rows");
+  const auto held = FileLock::Take(other);
+  ChooseOutput(*window, "other.mdb");
+  dialogs.Expect("is being recorded or played back here", Answer::Ok);
+  test::Click(*window, "cmdOK");
+  EXPECT_EQ(Read(other), "rows");
 }
 
 TEST_F(ExportWindow, TellsWhatCannotBeWritten) {

@@ -18,6 +18,7 @@
 #include "exchange/windows/view_data.h"
 #include "log/log_reader.h"
 #include "platform/files/file_errors.h"
+#include "platform/files/file_lock.h"
 #include "support/window_script.h"
 
 namespace velk {
@@ -73,6 +74,21 @@ TEST_F(ImportWizard, WritesANewLogUnderTheNameOfTheFile) {
   ASSERT_EQ(dialogs.filesAsked.size(), 1U);
   EXPECT_EQ(dialogs.filesAsked[0].filter, "Data Files (*.mdb)|*.mdb");
   EXPECT_EQ(dialogs.filesAsked[0].name, "in.mdb");
+}
+
+TEST_F(ImportWizard, TakesFilesAndFoldersOfAnyName) {
+  const std::filesystem::path place = folder.Path() / "Скважина №7 'север' \"a\"";
+  std::filesystem::create_directory(place);
+  path = (place / "запись 1; x.mdb").string();
+  std::ofstream(place / "данные, 2.csv", std::ios::binary) << kTwoRows;
+  CsvFile file((place / "данные, 2.csv").string(), CodePage::Western);
+  CsvTable table(file);
+  dialogs.ExpectSaveFile(path);
+  NoSettings();
+  Completed();
+  WriteLog(host, Access()).cmdCreate_Click(table, 0);
+  EXPECT_EQ(Values(), (Rows{"1.0", "3.0"}));
+  EXPECT_EQ(dialogs.filesAsked.at(0).name, "данные, 2.mdb");
 }
 
 TEST_F(ImportWizard, OffersTheNameUpToItsFirstPoint) {
@@ -294,6 +310,18 @@ TEST_F(ImportWizard, GoesOnOnlyWithAFileThatIsThere) {
   EXPECT_EQ(dialogs.filesAsked.at(0).filter, "Text Files (*.csv)|*.csv");
   path_->setText(QString::fromStdString(folder.Path().string()));
   EXPECT_FALSE(next->isEnabled()) << "a folder";
+}
+
+TEST_F(ImportWizard, OpensNoLogThatIsBeingRecorded) {
+  const auto held = FileLock::Take(Write("a.csv", kTwoRows));
+  dialogs.Expect("is being recorded or played back here", Answer::Cancel);
+  test::WindowScript script;
+  script.Then("ConvertDataFiles", [&](QDialog& first) {
+    test::FindControl<QLineEdit>(first, "Text1")->setText(QString::fromStdString(folder.File("a.csv")));
+    test::Click(first, "cmdNext");
+  });
+  script.ThenClick("ConvertDataFiles", "cmdCancel");
+  mnuFileImportCSV_Click(host, Access());
 }
 
 TEST_F(ImportWizard, GoesBackAndForth) {

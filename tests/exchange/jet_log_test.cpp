@@ -166,6 +166,16 @@ TEST_F(JetLog, LeavesNothingBehindWhereItIsCancelled) {
   EXPECT_EQ(FilesInFolder(), (Rows{"old.mdb"}));
 }
 
+TEST_F(JetLog, IsLookedForWithoutTheLocksOfALogBeingLost) {
+  MakeDatabase(path, "CREATE TABLE t (a)");
+  const auto writing = Connection::Open(path, OpenMode::ReadWrite);
+  Transaction transaction(*writing);
+  EXPECT_FALSE(IsJetFile(path));
+  Connection::Open(path, OpenMode::ReadOnly);
+  const std::string other = "sqlite3 '" + path + "' 'BEGIN IMMEDIATE' 2>/dev/null";
+  EXPECT_NE(std::system(other.c_str()), 0) << "another program may not write meanwhile";
+}
+
 TEST_F(JetLog, IsToldByItsFirstBytesAlone) {
   EXPECT_FALSE(IsJetFile(Write("a.mdb", "SQLite format 3")));
   EXPECT_FALSE(IsJetFile(Write("b.mdb", std::string("\0\1\0\0Standard Jet", 16)))) << "too short";

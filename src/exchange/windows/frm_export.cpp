@@ -11,6 +11,7 @@
 #include "model/help_topics.h"
 #include "platform/dialogs/long_task.h"
 #include "platform/files/file_errors.h"
+#include "platform/files/file_lock.h"
 #include "ui_frm_export.h"
 
 namespace velk {
@@ -137,6 +138,7 @@ void frmExport::cmdOK_Click() {
   if (ui_->List2->count() == 0) return Tell(text::NothingToExport);
   std::error_code error;
   if (std::filesystem::equivalent(DatabaseFile, OutputFile, error)) return Tell(text::OutputIsTheSource);
+  if (FileLock::HolderOf(OutputFile)) return Tell(text::LogIsOpenBefore + OutputFile + text::LogIsOpenAfter);
   if (!MayWrite()) {
     if (alive && IsXml()) reject();
     return;

@@ -5,6 +5,7 @@
 #include "exchange/windows/view_data.h"
 #include "platform/dialogs/long_task.h"
 #include "platform/files/file_errors.h"
+#include "platform/files/file_lock.h"
 #include "platform/loop/clock.h"
 
 namespace velk {
@@ -16,6 +17,9 @@ std::unique_ptr<CsvFile> OpenCsv(WindowHost& host, const Platform& platform, con
   std::unique_ptr<CsvFile> file;
   RunProcedure({platform.dialogs, "mnuFileImportCSV_Click"}, [&](const Statements& run) {
     file = run([&] {
+      // To close a file that is being recorded to would take the engine's locks of it.
+      if (FileLock::HolderOf(path))
+        throw RuntimeError(ErrorNumber::FileAlreadyOpen, text::LogIsOpenBefore + path + text::LogIsOpenAfter);
       LongTask task(platform.dialogs, platform.clock, text::ImportCsv);
       task.Doing(text::OpeningFile);
       return std::make_unique<CsvFile>(path, CodePageOf(host.Words().Languages.Language()),

@@ -141,7 +141,6 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, OpenMode m
 
 Connection::Connection(std::string path, OpenMode mode) : path_(std::move(path)), file_(path_) {
   try {
-    if (mode != OpenMode::CreateNew && IsJetFile(path_)) UseCopy(mode);
     if (mode != OpenMode::ReadOnly) {
       OpenHandle(SQLITE_OPEN_READWRITE);
       // The engine falls back to reading where it may not write.
@@ -164,8 +163,8 @@ Connection::~Connection() {
   sqlite3_close_v2(handle_);
 }
 
-void Connection::UseCopy(OpenMode mode) {
-  if (mode != OpenMode::ReadOnly)
+void Connection::UseCopy(int flags) {
+  if (flags != SQLITE_OPEN_READONLY)
     throw RuntimeError(ErrorNumber::PermissionDenied, text::JetIsReadOnlyBefore + path_ + text::JetIsReadOnlyAfter);
   file_ = JetCopyOf(path_);
   if (!FileExists(file_))
@@ -179,6 +178,10 @@ void Connection::OpenHandle(int flags) {
   const int code =
       sqlite3_open_v2(file_.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code != SQLITE_OK) Raise(code);
+  if (file_ == path_ && HoldsJetFile(handle_)) {
+    UseCopy(flags);
+    return OpenHandle(flags);
+  }
   sqlite3_busy_timeout(handle_, kBusyMilliseconds);
   Defend();
   // Who records has the index already: its readers need no room.

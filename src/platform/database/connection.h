@@ -22,7 +22,7 @@ enum class OpenMode {
 /// Files may come from strangers: the schema can't be damaged by statements, and triggers and functions named in the
 /// schema don't run. Closing leaves a write-ahead log beside the file as it is; only Finalise folds it in.
 ///
-/// A database of the format that logs had before is read by way of its copy (jet_copy.h), and never written.
+/// A database of the Jet format is read by way of its copy (jet_copy.h), and never written.
 ///
 /// Every failure raises a RuntimeError whose text names the file.
 class Connection {
@@ -61,7 +61,7 @@ class Connection {
  private:
   Connection(std::string path, OpenMode mode);
   void OpenHandle(int flags);
-  void UseCopy(OpenMode mode);
+  void UseCopy(int flags);
   void Defend();
   std::string SetJournalMode(const std::string& mode);
   bool LeaveWriteAheadLog();

@@ -1,8 +1,8 @@
 #include "platform/database/jet_copy.h"
 
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <array>
 #include <cinttypes>
@@ -45,14 +45,25 @@ std::string PathNumber(const std::string& path) {
 
 }  // namespace
 
-bool IsJetFile(const std::string& path) {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) return false;
+bool HoldsJetFile(sqlite3* handle) {
+  sqlite3_file* file = nullptr;
+  if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file)) != SQLITE_OK ||
+      file == nullptr || file->pMethods == nullptr)
+    return false;
   std::array<char, 20> head{};
-  const bool isRead = pread(descriptor, head.data(), head.size(), 0) == static_cast<ssize_t>(head.size());
-  close(descriptor);
-  return isRead && std::memcmp(head.data(), "\0\1\0\0Standard ", 13) == 0 &&
+  return file->pMethods->xRead(file, head.data(), head.size(), 0) == SQLITE_OK &&
+         std::memcmp(head.data(), "\0\1\0\0Standard ", 13) == 0 &&
          (std::memcmp(&head[13], "Jet DB", 6) == 0 || std::memcmp(&head[13], "ACE DB", 6) == 0);
+}
+
+bool IsJetFile(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+  sqlite3* handle = nullptr;
+  const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  const bool holds = code == SQLITE_OK && HoldsJetFile(handle);
+  sqlite3_close_v2(handle);
+  return holds;
 }
 
 std::string JetCopyOf(const std::string& path) {
