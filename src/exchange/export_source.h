@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "platform/database/catalog.h"
 #include "platform/database/command.h"
 #include "platform/dialogs/long_task.h"
+#include "platform/files/output_file.h"
 
 namespace velk {
 
@@ -23,16 +25,22 @@ class ExportSource {
   /// All fields, in order.
   const std::vector<Column>& Fields() const { return table_.columns; }
 
-  /// Hands each row to `visit`, which finds these fields of it, counted from 0, in columns of the command in this
-  /// order: rows of a log by their keys for XML, else all by date and time. Raises TaskCancelled.
-  void Walk(const std::vector<int>& fields, LongTask& task, const std::function<void(const Command& row)>& visit) const;
+  /// Appends the text of a row, whose fields stand in columns of the command.
+  using RowText = std::function<void(const Command& row, std::string& to)>;
+
+  /// Writes each row, with these fields, counted from 0, in this order: rows of a log by their keys for XML, else all
+  /// by date and time. Pages are read and brought into text in threads, two at a time; `make` gives each page what
+  /// writes its rows. Raises TaskCancelled.
+  void Write(const std::vector<int>& fields, const std::function<RowText()>& make, OutputFile& file,
+             LongTask& task) const;
 
  private:
-  std::vector<std::int64_t> Keys(LongTask& task) const;
-  void VisitSpan(const std::string& columns, std::int64_t first, std::int64_t last,
-                 const std::function<void(const Command& row)>& visit) const;
-  void VisitEach(const std::string& columns, const std::int64_t* keys, std::size_t count,
-                 const std::function<void(const Command& row)>& visit) const;
+  using Visit = std::function<void(const Command& row)>;
+  std::vector<std::int64_t> Keys() const;
+  std::string PageText(const std::string& columns, std::span<const std::int64_t> keys, bool areInOrder,
+                       const RowText& text) const;
+  void VisitSpan(const std::string& columns, std::int64_t first, std::int64_t last, const Visit& visit) const;
+  void VisitEach(const std::string& columns, std::span<const std::int64_t> keys, const Visit& visit) const;
 
   std::string path_;
   ExportMode mode_;

@@ -8,7 +8,7 @@
 
 namespace velk {
 
-/// Makes a file readable: a log of the format of before gets its copy, where it has none yet, with progress. Nothing is
+/// Makes a file readable: a log of the Jet format gets its copy, where it has none yet, with progress. Nothing is
 /// done for any other file. Raises NotADatabase or NoSuchTable with the file, what the writing of the copy raises, and
 /// TaskCancelled.
 void PrepareLog(const std::string& path, const JetTools& tools, const Platform& platform);

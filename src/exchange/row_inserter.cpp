@@ -57,9 +57,9 @@ RowInserter::RowInserter(const std::shared_ptr<Connection>& log, const CsvPlan& 
 void RowInserter::InsertRows(const CsvRows& rows) {
   const double* value = rows.values.data();
   for (std::size_t row = 0; row < rows.Count(); ++row) {
-    row_->Bind(1, rows.days[row]).Bind(2, rows.times[row]);
+    row_->BindNumber(1, rows.days[row]).BindNumber(2, rows.times[row]);
     int place = 3;
-    for (std::size_t i = 0; i < channels_; ++i) row_->Bind(place++, *value++);
+    for (std::size_t i = 0; i < channels_; ++i) row_->BindNumber(place++, *value++);
     if (holdsComments_) row_->Bind(place, rows.comments[row].empty() ? FieldValue() : FieldValue(rows.comments[row]));
     row_->Execute();
   }

@@ -63,7 +63,7 @@ inline constexpr MessageText ExportSourceTitle{2885, "Open File"};
 inline constexpr MessageText ExportOutputTitle{2886, "Output File"};
 inline constexpr MessageText OutputIsTheSource{2883, "The file to write is the log itself. Choose another name."};
 
-// A log of the format of before
+// A log of the Jet format
 inline constexpr MessageText ForeignUnreadable{2889, "The file is damaged, or no database that can be read: "};
 inline constexpr MessageText ReadingForeignLog{2890, "Reading the log"};
 

@@ -15,15 +15,16 @@ void WriteCsv(const ExportSource& source, const std::vector<int>& fields, const 
     (header += header.empty() && texts.size() == 1 ? "" : ",") += column.name;
   }
   file.Put(header + "\r\n");
-  source.Walk(fields, task, [&](const Command& row) {
-    std::string& line = file.Room();
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      if (i > 0) line += ',';
-      texts[i].AppendTo(line, row, static_cast<int>(i));
-    }
-    line += "\r\n";
-    file.End();
-  });
+  const auto make = [&]() -> ExportSource::RowText {
+    return [texts](const Command& row, std::string& line) mutable {
+      for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i > 0) line += ',';
+        texts[i].AppendTo(line, row, static_cast<int>(i));
+      }
+      line += "\r\n";
+    };
+  };
+  source.Write(fields, make, file, task);
   file.Complete();
 }
 

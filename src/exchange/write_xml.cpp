@@ -146,15 +146,15 @@ void WriteXml(const ExportSource& source, const std::string& path, LongTask& tas
     attributes.push_back({" " + XmlName(column.name) + "='", FieldText(KindOf(column), true)});
   }
   file.Put(kRoot + Schema(source.Fields()) + "<rs:data>\r\n");
-  std::string text;
-  source.Walk(fields, task, [&](const Command& row) {
-    std::string& line = file.Room();
-    line += "\t<z:row";
-    for (std::size_t i = 0; i < attributes.size(); ++i)
-      AppendAttribute(line, attributes[i], row, static_cast<int>(i), text);
-    line += "/>\r\n";
-    file.End();
-  });
+  const auto make = [&]() -> ExportSource::RowText {
+    return [attributes, text = std::string()](const Command& row, std::string& line) mutable {
+      line += "\t<z:row";
+      for (std::size_t i = 0; i < attributes.size(); ++i)
+        AppendAttribute(line, attributes[i], row, static_cast<int>(i), text);
+      line += "/>\r\n";
+    };
+  };
+  source.Write(fields, make, file, task);
   file.Put("</rs:data>\r\n</xml>\r\n");
   file.Complete();
 }

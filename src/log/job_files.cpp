@@ -31,7 +31,7 @@ std::optional<Table> LogTable(const std::string& path) {
 
 bool JobFiles::IsCompatibleLog(const std::string& path) {
   whyNot_ = {};
-  if (IsJetFile(path)) return IsNot(text::FormatOfBefore);
+  if (IsJetFile(path)) return IsNot(text::IsJet);
   const std::optional<Table> table = LogTable(path);
   if (!table) return IsNot(text::NoLogInFile);
   for (int i = 1; i <= session_.NumberOfParameters; ++i) {

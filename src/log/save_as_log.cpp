@@ -10,7 +10,7 @@
 
 namespace velk {
 
-bool IsOfFormatOfBefore(const std::string& path) {
+bool IsJetLog(const std::string& path) {
   return IsJetFile(path);
 }
 

@@ -14,7 +14,7 @@ inline constexpr MessageText NoLogInFile{2624, "It holds no rows of data."};
 inline constexpr MessageText SameNameTwice{2625, "Two of the present channels have the same name: "};
 inline constexpr MessageText NoColumnForChannel{2626, "It has no column for the channel "};
 inline constexpr MessageText NoRoomForChannels{2627, "Its rows don't have room for so many channels: "};
-inline constexpr MessageText FormatOfBefore{2893, "It has the format of before: it can be read, not recorded to."};
+inline constexpr MessageText IsJet{2893, "It is in the Jet format: it can be read, not recorded to."};
 inline constexpr MessageText NewFileWillBe{2628, "The new file will be "};
 inline constexpr MessageText OrderDiffersBefore{2206, "The columns of the file ["};
 inline constexpr MessageText OrderDiffersAfter{

@@ -40,10 +40,10 @@ inline constexpr MessageText NoRoomAfter{2545, " KB more are needed"};
 inline constexpr MessageText PrinterGoneBefore{2642, "The printer ["};
 inline constexpr MessageText PrinterGoneAfter{2643, "] is not there or takes no documents. Nothing was printed."};
 
-// A database of the format that logs had before; the path stands between the parts
+// A database of the Jet format; the path stands between the parts
 inline constexpr MessageText JetIsReadOnlyBefore{2887, "The log ["};
 inline constexpr MessageText JetIsReadOnlyAfter{
-    2888, "] has the format of before: it can be read, not changed. Save it as a log of this program first."};
+    2888, "] is in the Jet format: it can be read, not changed. Save it as a log of this program first."};
 inline constexpr MessageText JetNotReadBefore{2891, "The log ["};
 inline constexpr MessageText JetNotReadAfter{2892, "] has changed since it was chosen. Choose it again."};
 

@@ -510,7 +510,7 @@ TEST_F(SummaryReportEditing, HasNothingToDoInAnEmptyLog) {
   });
 }
 
-/// A file that looks like one of the format of before, with its copy in the cache.
+/// A file that looks like one of the Jet format, with its copy in the cache.
 class ViewingForeignLog : public SummaryReportEditing {
  protected:
   ViewingForeignLog() {

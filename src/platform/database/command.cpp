@@ -32,6 +32,12 @@ Command& Command::Bind(int index, const FieldValue& value) {
   return *this;
 }
 
+Command& Command::BindNumber(int index, double value) {
+  const int code = sqlite3_bind_double(statement_, index, value);
+  if (code != SQLITE_OK) connection_.Raise(code);
+  return *this;
+}
+
 bool Command::Next() {
   const int code = sqlite3_step(statement_);
   if (code == SQLITE_ROW) return true;
@@ -48,8 +54,7 @@ bool Command::Next() {
 }
 
 void Command::Execute() {
-  Next();
-  Reset();
+  if (Next()) Reset();
 }
 
 void Command::Reset() {

@@ -7,7 +7,7 @@ namespace velk {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::int64_t kLeastBlock = 512, kMostBlock = 256 * 1024;
 
 /// The place of a byte between two places, or the second of them.
 std::size_t PlaceOf(char byte, const std::vector<char>& buffer, std::size_t from, std::size_t to) {
@@ -59,9 +59,11 @@ void LineReader::Fill() {
   filled_ -= begin_;
   begin_ = 0;
   searched_ = false;
-  buffer_.resize(std::max(buffer_.size(), filled_ + kBlock));
-  const std::size_t got =
-      file_.Read(base_ + static_cast<std::int64_t>(filled_), buffer_.data() + filled_, buffer_.size() - filled_);
+  const std::int64_t place = base_ + static_cast<std::int64_t>(filled_);
+  // One byte more than there should be shows the end.
+  const std::int64_t more = std::clamp(file_.Size() - place + 1, kLeastBlock, kMostBlock);
+  buffer_.resize(std::max(buffer_.size(), filled_ + static_cast<std::size_t>(more)));
+  const std::size_t got = file_.Read(place, buffer_.data() + filled_, buffer_.size() - filled_);
   filled_ += got;
   atEnd_ = filled_ < buffer_.size();
 }

@@ -21,11 +21,6 @@ class OutputFile {
     buffer_ += text;
     if (buffer_.size() >= kBuffer) Flush();
   }
-  /// Room to append to, instead of Put; End follows each time.
-  std::string& Room() { return buffer_; }
-  void End() {
-    if (buffer_.size() >= kBuffer) Flush();
-  }
   /// All of it is on the disk under its name.
   void Complete();
 

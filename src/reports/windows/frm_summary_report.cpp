@@ -82,7 +82,7 @@ frmSummaryReport::frmSummaryReport(WindowHost& host, const ViewerAccess& access,
   lines_->onEntered = [this](std::int64_t key, const std::string& column, std::optional<double> value) {
     return EnterField(key, column, value);
   };
-  ui_->cmdSaveAsLog->setVisible(IsOfFormatOfBefore(view.Path()));
+  ui_->cmdSaveAsLog->setVisible(IsJetLog(view.Path()));
   FillCombo1();
   ConnectKeys();
   TranslateForm(*this, host.Words());
