@@ -69,7 +69,7 @@ class FirstSteps : public QFrame {
   bool isStrip_ = false;
   bool leadsOn_ = false;  ///< its own step has connected
   QTimer follow_;
-  QTimer simulatedStarts_;
+  QTimer simulatedStarts_{this};
 };
 
 }  // namespace velk

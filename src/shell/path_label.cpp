@@ -9,7 +9,7 @@ namespace velk {
 namespace {
 
 constexpr int kLeastAsked = 300;  ///< pixels
-constexpr int kStep = 100;
+constexpr int kAskedStep = 100;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ void PathLabel::paintEvent(QPaintEvent*) {
 QSize WholeLabel::sizeHint() const {
   const int beside = fontMetrics().averageCharWidth() + 2 * frameWidth();
   const int wanted = fontMetrics().horizontalAdvance(text()) + beside + 1;
-  return {std::max(kLeastAsked, (wanted + kStep - 1) / kStep * kStep), minimumSizeHint().height()};
+  return {std::max(kLeastAsked, (wanted + kAskedStep - 1) / kAskedStep * kAskedStep), minimumSizeHint().height()};
 }
 
 }  // namespace velk

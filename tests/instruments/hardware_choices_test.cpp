@@ -147,8 +147,10 @@ TEST(LineOf, IsThatOfTheChoicesUnlessAnOwnUnitFixesIt) {
   HardwareChoices choices{
       .SerialData = "Data Taker a", .BaudRate = 2400, .Parity = "E", .DataBits = 7, .StopBits = "2", .Handshake = 1};
   EXPECT_EQ(LineOf(choices, "/dev/ttyS1"), (SerialSettings{"/dev/ttyS1", 2400, "E", 7, "2", Handshake::XonXoff}));
-  choices.SerialData = "KESTA version 5";
+  choices.SerialData = "KESTA version 3";
   EXPECT_EQ(LineOf(choices, "/dev/ttyS1"), (SerialSettings{"/dev/ttyS1", 19200, "N", 8, "1", Handshake::Rts}));
+  choices.SerialData = "KESTA version 5";
+  EXPECT_EQ(LineOf(choices, "/dev/ttyS1"), (SerialSettings{"/dev/ttyS1", 19200, "N", 8, "1", Handshake::None}));
 }
 
 TEST(PortEntries, TellTheDeviceBehindEachOfFourNumbersAndWhetherItIsThere) {

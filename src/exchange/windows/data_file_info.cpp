@@ -5,6 +5,7 @@
 #include "exchange/texts.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
+#include "platform/windows/fit_to_title.h"
 #include "ui_data_file_info.h"
 
 namespace velk {
@@ -39,6 +40,7 @@ DataFileInfo::DataFileInfo(WindowHost& host, const CsvFile& file)
   const auto say = [&](const OperatorText& text) { return ToQt(host.Words().Translator.In(text)); };
   const CsvShape& shape = file.Shape();
   setWindowTitle(say(text::CurrentFileBefore + file.Path() + text::CurrentFileAfter));
+  FitToTitle(*this);
   ui_->lblColumns->setText(say(text::NumberOfColumns + std::to_string(shape.ColumnCount)));
   ui_->lblRows->setText(say(text::EstimatedRows + Format(shape.EstimatedRows, "#,##0")));
   ui_->lblNames->setText(ToQt(SomeNames(shape.ColumnNames)));

@@ -3,6 +3,7 @@
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
+#include "platform/windows/fit_to_title.h"
 #include "ui_file_options.h"
 
 namespace velk {
@@ -16,6 +17,7 @@ FileOptions::FileOptions(WindowHost& host, const std::string& path)
   connect(ui_->cmdOverWrite, &QPushButton::clicked, this, [this] { Choose(FileOption::OverWrite); });
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, host.Words());
+  FitToTitle(*this);
   ui_->cmdAppend->setFocus();
 }
 

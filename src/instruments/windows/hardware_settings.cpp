@@ -26,7 +26,7 @@ constexpr int kLookMs = 1000;
 /// Of a box that shows so many lines, with the bar that long ones need beneath them.
 int HeightOf(const QPlainTextEdit& box, int lines) {
   const int around = box.frameWidth() + static_cast<int>(std::ceil(box.document()->documentMargin()));
-  return box.fontMetrics().lineSpacing() * lines + box.horizontalScrollBar()->sizeHint().height() + 2 * around;
+  return (box.fontMetrics().lineSpacing() + 1) * lines + box.horizontalScrollBar()->sizeHint().height() + 2 * around;
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ class HardwareSettings : public QDialog {
   const std::string delimiter_;
   PortListening* const listening_;
   const std::function<PortsFound()> look_;
-  QTimer lookTimer_;
+  QTimer lookTimer_{this};
   HardwareChoices choices_;
   HeardLines heard_;
   SerialSettings heardOn_;  ///< while the window listens

@@ -7,6 +7,7 @@
 
 #include "base/text_qt.h"
 #include "platform/texts.h"
+#include "platform/windows/fit_to_title.h"
 #include "ui_list_input_box.h"
 
 namespace velk {
@@ -51,8 +52,7 @@ ListInputBox::~ListInputBox() = default;
 /// Wide enough for the title and the entries, as far as the screen has room.
 void ListInputBox::FitToTexts() {
   const int room = screen()->availableSize().width() * 3 / 4;
-  const int buttons = 3 * style()->pixelMetric(QStyle::PM_TitleBarHeight);
-  setMinimumWidth(std::min(fontMetrics().horizontalAdvance(windowTitle()) + buttons, room));
+  FitToTitle(*this);
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->List1->frameWidth();
   const int entries = std::min(ui_->List1->sizeHintForColumn(0) + bar, room);
   ui_->List1->setMinimumWidth(std::max(ui_->List1->minimumWidth(), entries));
