@@ -84,7 +84,10 @@ class LiveSurvey(unittest.TestCase):
     def assert_same_survey(self, survey, expected):
         self.assertEqual(len(survey), len(expected))
         for row, wanted in zip(survey, expected):
-            for value, number in zip(row, wanted):
+            self.assertEqual(row[0], wanted[0])
+            # Where the machine is busy two rows may come ahead of one look at the last of them.
+            self.assertAlmostEqual(row[1], wanted[1], delta=1.5 / 86400)
+            for value, number in zip(row[2:], wanted[2:]):
                 self.assertAlmostEqual(value, number, delta=1e-9 * max(1, abs(number)))
 
     def test_a_trip_in_and_out_is_surveyed_as_its_log_tells(self):

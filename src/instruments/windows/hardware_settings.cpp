@@ -55,6 +55,9 @@ HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& que
   ConnectPort();
   connect(ui_->cmdOK, &QPushButton::clicked, this, &HardwareSettings::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &HardwareSettings::reject);
+  // Three digits need no more, and a small screen has none to give.
+  for (QLineEdit* number : {ui_->txtNumberOfParameters, ui_->txtSensitivityCriterion})
+    number->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
   TranslateForm(*this, host.Words());
 }
 

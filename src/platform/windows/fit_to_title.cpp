@@ -7,7 +7,7 @@
 namespace velk {
 
 void FitToTitle(QWidget& window) {
-  const int room = window.screen()->availableSize().width() * 3 / 4;
+  const int room = window.screen()->availableSize().width() * 9 / 10;
   const int buttons = 3 * window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
   window.setMinimumWidth(std::min(window.fontMetrics().horizontalAdvance(window.windowTitle()) + buttons, room));
 }
