@@ -42,6 +42,7 @@ std::string CsvTable::Cell(int row, int column) {
 
 void CsvTable::Delete(const std::vector<int>& rows) {
   std::vector<std::int64_t> lines;
+  lines.reserve(rows.size());
   for (const int row : rows) lines.push_back(LineOf(row));
   deleted_.insert(deleted_.end(), lines.begin(), lines.end());
   std::sort(deleted_.begin(), deleted_.end());

@@ -170,6 +170,7 @@ bool frmExport::MayWrite() {
 
 std::vector<int> frmExport::ChosenFields() const {
   std::vector<int> fields;
+  fields.reserve(static_cast<std::size_t>(ui_->List2->count()));
   for (int i = 0; i < ui_->List2->count(); ++i) fields.push_back(ui_->List2->item(i)->data(Qt::UserRole).toInt());
   return fields;
 }

@@ -30,6 +30,7 @@ ChildProgram::ChildProgram(const std::string& program, const std::vector<std::st
   std::vector<std::string> words = {program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   const int error = posix_spawn(&process_, program.c_str(), &actions, nullptr, pointers.data(), environ);
