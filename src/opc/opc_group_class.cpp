@@ -70,7 +70,7 @@ bool OPCGroupClass::AddOPCItem(const std::string& itemID, const OpcDataType& typ
   const OpcItemWish wish = WishOf(itemID, NextItemHandle());
   const auto answer = std::make_shared<OpcItemAnswer>();
   ++adding_;
-  const OnLeaving done([&] {
+  const OnLeaving added([&] {
     if (--adding_ == 0) early_.clear();
   });
   const OpcStatus status = calls_.Wait(
