@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/errors.h"
 #include "base/text.h"
 #include "exchange/csv_shape.h"
 #include "log/field_names.h"
