@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTableView>
@@ -242,8 +243,11 @@ TEST_F(SummaryReportEditing, StaysWhereStopFilterIsPressed) {
   log.Finalise();
   View([&](QDialog& window) {
     int yields = 0;
+    const QPoint stop = Find<QAbstractButton>("cmdFilterStop").pos();
     passing.onYield = [&] {
       if (++yields != 10) return;
+      window.layout()->activate();
+      EXPECT_EQ(Find<QAbstractButton>("cmdFilterStop").pos(), stop) << "the mouse may be on its way to it";
       EXPECT_FALSE(IsOn("cmdUpdate")) << "nothing else is begun meanwhile";
       EXPECT_FALSE(Grid(kLog).isEnabled());
       Find<QAbstractButton>("cmdFilterStop").click();

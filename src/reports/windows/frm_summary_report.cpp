@@ -170,6 +170,10 @@ void frmSummaryReport::FitTexts() {
   ui_->Text2->setFixedWidth(fontMetrics().averageCharWidth() * kFactorLetters + frame);
   ui_->Text2->setText(QStringLiteral("2"));
   ui_->Text2->setAlignment(Qt::AlignRight);
+  // The keys beside it stay where they are as a search ends, just when the mouse may be on its way to one.
+  QSizePolicy policy = ui_->barFilter->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  ui_->barFilter->setSizePolicy(policy);
   ui_->barFilter->setVisible(false);
   ui_->logDataGrid->setAccessibleName(ToQt(access_.platform.language.In(text::DataLogTitle)));
   ui_->summaryGrid->setAccessibleName(ToQt(access_.platform.language.In(text::SummaryDataTitle)));
