@@ -1,6 +1,7 @@
 #include "graphs/history_page.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "base/dates.h"
@@ -14,7 +15,7 @@ namespace {
 
 constexpr double kBesideAxis = 150;  ///< twips from the axis to a text on the plot
 constexpr std::int32_t kMuted = 0x70665B;
-constexpr int kAll = 0;  ///< in place of a slot
+constexpr int kEach = std::numeric_limits<int>::max();  ///< of the rows
 
 /// Rows of strangers may have no time.
 bool HasTime(const RowSource& rows) {
@@ -49,28 +50,34 @@ void HistoryPage::Picture2_Update2(double from) {
   chart_.Picture2_Update2(from);
 }
 
-bool HistoryPage::PlotOldData(LogReader& log, double from, double to) {
+void HistoryPage::PlotOldData(LogReader& log, double from, double to) {
   FollowTimes();
   page_ = {from, to, false};
   fails_.fill(false);
-  RowValues values(session_, curves_, log.Channels().size());
-  const auto rows = RowsOf(log, values);
-  if (!rows) return false;
-  chart_.SetTimeOrigin(CutToMinute(rows->Row().time));
-  const bool reachesEnd = PlotRows(*rows, values, kAll);
-  SayWhatMidnightHides(from, to);
-  return reachesEnd;
+  reachesEnd_ = false;
+  walk_ = Begin(log, kAll);
+  if (!walk_) return;
+  chart_.SetTimeOrigin(CutToMinute(walk_->time));
+  GoOn(log);
+}
+
+void HistoryPage::GoOn(LogReader& log) {
+  if (!walk_) return;
+  log.Choose(walk_->values.Channels());  // other charts read by the same reader in between
+  if (!PlotRows(*walk_, kRowsAtOnce)) return;
+  Leave();
+  SayWhatMidnightHides(page_.from, page_.to);
 }
 
 void HistoryPage::ReplotFromLog(LogReader& log, double from, double to, double origin) {
   FollowTimes();
+  Leave();
   page_ = {from, to, true};
   fails_.fill(false);
   chart_.SetTimeOrigin(origin);
-  RowValues values(session_, curves_, log.Channels().size());
-  const auto rows = RowsOf(log, values);
-  if (!rows) return;
-  PlotRows(*rows, values, kAll);
+  const auto walk = Begin(log, kAll);
+  if (!walk) return;
+  PlotRows(*walk, kEach);
   SayWhatMidnightHides(from, to);
 }
 
@@ -82,43 +89,47 @@ int HistoryPage::TakeLeftOut() {
 
 void HistoryPage::PlotValue2(LogReader& log, int slot) {
   if (slot > curves_.Count()) return;
-  RowValues values(session_, curves_, log.Channels().size());
-  if (const auto rows = RowsOf(log, values)) PlotRows(*rows, values, slot);
+  if (const auto walk = Begin(log, slot)) PlotRows(*walk, kEach);
 }
 
-/// The rows of the page from the first one on that has a time; null where there is none.
-std::unique_ptr<RowSource> HistoryPage::RowsOf(LogReader& log, const RowValues& values) const {
-  log.Choose(values.Channels());
-  auto rows = page_.isLive ? RowsFrom(log, page_.from, page_.to) : RowsOfPage(log, page_.from, page_.to);
-  return rows && (HasTime(*rows) || NextWithTime(*rows)) ? std::move(rows) : nullptr;
+/// At the first row of the page that has a time; null where there is none.
+std::unique_ptr<HistoryPage::Walk> HistoryPage::Begin(LogReader& log, int only) const {
+  auto walk = std::make_unique<Walk>(Walk{RowValues(session_, curves_, log.Channels().size()), only});
+  log.Choose(walk->values.Channels());
+  walk->rows = page_.isLive ? RowsFrom(log, page_.from, page_.to) : RowsOfPage(log, page_.from, page_.to);
+  if (!walk->rows || !(HasTime(*walk->rows) || NextWithTime(*walk->rows))) return nullptr;
+  walk->time = walk->rows->Row().time;
+  walk->values.Take(walk->rows->Row());
+  for (int slot = 1; slot <= curves_.Count(); ++slot) walk->previous[slot] = walk->values.Of(slot);
+  return walk;
 }
 
-/// Without `only`, a curve that can't be drawn is left out; with it, that raises.
-bool HistoryPage::PlotRows(RowSource& rows, RowValues& values, int only) {
-  const int first = only == kAll ? 1 : only, last = only == kAll ? curves_.Count() : only;
-  double time = rows.Row().time;
-  std::array<float, kSlots> previous{};
-  values.Take(rows.Row());
-  for (int slot = first; slot <= last; ++slot) previous[slot] = values.Of(slot);
-  bool reachesEnd = false;
-  while (time <= page_.to && NextWithTime(rows)) {
-    const double next = rows.Row().time;
-    values.Take(rows.Row());
-    for (int slot = first; slot <= last; ++slot) {
-      const float value = values.Of(slot);
-      const float before = std::exchange(previous[slot], value);
-      if (fails_[slot] || std::isnan(value) || std::isnan(before)) continue;
-      try {
-        PlotSegment(slot, time, next, before, value);
-      } catch (const RuntimeError&) {
-        if (only != kAll) throw;
-        fails_[slot] = true;
-      }
-    }
-    time = next;
-    if (SecondsBetween(time, page_.to) == 0) reachesEnd = true;
+/// So many rows at most; gives whether they were the last ones.
+bool HistoryPage::PlotRows(Walk& walk, int most) {
+  for (int row = 0; row < most; ++row) {
+    if (walk.time > page_.to || !NextWithTime(*walk.rows)) return true;
+    PlotRow(walk, walk.rows->Row().time);
+    if (SecondsBetween(walk.time, page_.to) == 0) reachesEnd_ = true;
   }
-  return reachesEnd;
+  return false;
+}
+
+/// From the row before to this one. Where one slot alone is drawn, a segment that fails raises.
+void HistoryPage::PlotRow(Walk& walk, double next) {
+  const int first = walk.only == kAll ? 1 : walk.only, last = walk.only == kAll ? curves_.Count() : walk.only;
+  walk.values.Take(walk.rows->Row());
+  for (int slot = first; slot <= last; ++slot) {
+    const float value = walk.values.Of(slot);
+    const float before = std::exchange(walk.previous[slot], value);
+    if (fails_[slot] || std::isnan(value) || std::isnan(before)) continue;
+    try {
+      PlotSegment(slot, walk.time, next, before, value);
+    } catch (const RuntimeError&) {
+      if (walk.only != kAll) throw;
+      fails_[slot] = true;
+    }
+  }
+  walk.time = next;
 }
 
 void HistoryPage::PlotSegment(int slot, double time, double next, float previous, float value) {

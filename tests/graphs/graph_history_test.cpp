@@ -67,6 +67,108 @@ TEST(GraphHistory, WaitsTwiceAsLongAsAPageHasTakenWhileTheBarIsDragged) {
   EXPECT_TRUE(HasAt(job.Plot(), 60, 0, kRedDot));
 }
 
+/// Twenty rows a second for ten minutes: a page of four has 4,800, of which 2,048 are drawn at once. The value rises
+/// from 0 to 100 with each 200 s.
+struct FastJob : LookedBack {
+  FastJob() {
+    Sample(0, 0);
+    Transaction all(*log.Writing());
+    for (int row = 1; row <= 600 * 20; ++row) Append(row / 20.0, {row / 40 % 100 * 1.0});
+    all.Commit();
+    session.SampleTime = JobStart() + 600 * kSecond;
+    Form().UpdateScroll(session.SampleTime);
+  }
+  /// How many dots of the page have a curve in their row.
+  int Drawn() {
+    const QImage picture = Plot();
+    int rows = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      bool isDrawn = false;
+      for (int x = 0; x < picture.width() && !isDrawn; ++x) isDrawn = (picture.pixel(x, y) & 0xFFFFFF) == kRedDot;
+      rows += isDrawn;
+    }
+    return rows;
+  }
+};
+
+TEST(GraphHistory, DrawsAPageOfAFastJobWhileSamplesAreTaken) {
+  FastJob job;
+  job.Bar().setValue(1);
+  // 2,048 of 4,800 segments on 240 dots.
+  EXPECT_NEAR(job.Drawn(), 102, 2);
+  job.clock.Advance(1);
+  EXPECT_NEAR(job.Drawn(), 204, 3);
+  job.clock.Advance(1);
+  EXPECT_NEAR(job.Drawn(), 240, 3);
+}
+
+TEST(GraphHistory, EndsAPageOfAFastJobWithItsComments) {
+  FastJob job;
+  job.Comment(90, "pump 2 on");
+  job.Bar().setValue(1);
+  const QImage before = job.Plot();
+  job.clock.Advance(1);
+  job.clock.Advance(1);
+  const QImage whole = job.Plot();
+  job.Bar().setValue(0);
+  job.Bar().setValue(1);
+  job.clock.Advance(1);
+  job.clock.Advance(1);
+  EXPECT_NE(before, whole);
+  EXPECT_EQ(job.Plot(), whole);
+}
+
+TEST(GraphHistory, BeginsAnewWhereAnotherPageIsAskedForAheadOfTheEndOfOne) {
+  FastJob job, straight;
+  job.Bar().setValue(1);
+  job.Bar().setValue(3);
+  straight.Bar().setValue(3);
+  for (FastJob* each : {&job, &straight})
+    for (int i = 0; i < 5; ++i) each->clock.Advance(1);
+  EXPECT_EQ(job.Plot(), straight.Plot());
+}
+
+TEST(GraphHistory, EndsThePageBeforeABarThatIsDraggedAsksForAnother) {
+  FastJob job, straight;
+  job.Bar().setSliderDown(true);
+  job.Bar().setSliderPosition(1);
+  job.Bar().setSliderPosition(3);
+  job.clock.Advance(1);
+  job.clock.Advance(1);
+  EXPECT_NEAR(job.Drawn(), 240, 3);
+  for (int i = 0; i < 80; ++i) job.clock.Advance(1);
+  straight.Bar().setValue(3);
+  for (int i = 0; i < 5; ++i) straight.clock.Advance(1);
+  EXPECT_EQ(job.Plot(), straight.Plot());
+}
+
+TEST(GraphHistory, LeavesAPageForThePresent) {
+  FastJob job, stayed;
+  job.Bar().setValue(1);
+  job.Bar().setValue(job.Bar().maximum());
+  for (FastJob* each : {&job, &stayed})
+    for (int i = 0; i < 5; ++i) each->clock.Advance(1);
+  EXPECT_EQ(job.Plot(), stayed.Plot());
+}
+
+TEST(GraphHistory, LeavesAPageWhoseLogIsClosed) {
+  FastJob job;
+  job.Bar().setValue(1);
+  job.session.LogFileInUse.clear();
+  job.log.Finalise();
+  const int drawn = job.Drawn();
+  for (int i = 0; i < 5; ++i) job.clock.Advance(1);
+  EXPECT_EQ(job.Drawn(), drawn);
+}
+
+TEST(GraphHistory, TellsOnceWhatHindersTheRestOfAPage) {
+  FastJob job;
+  job.Bar().setValue(1);
+  Connection::Open(job.path, OpenMode::ReadWrite)->Execute("ALTER TABLE logData RENAME TO gone");
+  job.dialogs.Expect(" - PlotOldData", Answer::Cancel);
+  for (int i = 0; i < 5; ++i) job.clock.Advance(1);
+}
+
 TEST(GraphHistory, StaysWhereItIsWhileTheBarOnlyGrows) {
   LookedBack job;
   job.Sample(0, 600);

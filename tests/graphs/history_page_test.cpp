@@ -20,7 +20,16 @@ struct PageOfJob : RecordedJob {
     return *page;
   }
   bool Plot(double fromSecond, double toSecond) {
-    return Page().PlotOldData(open.Reader(), JobStart() + fromSecond * kSecond, JobStart() + toSecond * kSecond);
+    Page().PlotOldData(open.Reader(), JobStart() + fromSecond * kSecond, JobStart() + toSecond * kSecond);
+    while (!Page().IsWhole()) Page().GoOn(open.Reader());
+    return Page().ReachesEnd();
+  }
+  /// Twenty rows a second; each curve has the seconds since the start, of 100.
+  void RecordFast(int first, int last) {
+    Transaction all(*log.Writing());
+    for (int row = first * 20; row <= last * 20; ++row)
+      Append(row / 20.0, std::vector<double>(static_cast<std::size_t>(session.NumberOfParameters), row / 20 % 100));
+    all.Commit();
   }
 
   double plotHeight;
@@ -112,6 +121,38 @@ TEST(HistoryCurves, RunFromTheFirstRowOfThePageToItsLast) {
   // From 359 s to 360 s, 239 and 240 rows behind the page's start.
   EXPECT_EQ(lines.back(), "line 6866 3585 6966 3600 0000FF w2");
   EXPECT_EQ(job.pic2.calls.size(), lines.size());
+}
+
+/// A log holds whole seconds: those from 0 to 240 have 4,820 rows.
+TEST(HistoryCurves, OfAFastJobAreDrawnBitByBit) {
+  PageOfJob job(2);
+  job.RecordFast(0, 300);
+  job.Page().PlotOldData(job.open.Reader(), JobStart(), JobStart() + 240 * kSecond);
+  constexpr std::size_t kAtOnce = 2 * HistoryPage::kRowsAtOnce;
+  EXPECT_EQ(CallsWith(job.pic2.calls, "line").size(), kAtOnce);
+  EXPECT_FALSE(job.Page().IsWhole());
+  job.open.Reader().Choose({});  // another chart
+  job.Page().GoOn(job.open.Reader());
+  EXPECT_EQ(CallsWith(job.pic2.calls, "line").size(), 2 * kAtOnce);
+  EXPECT_FALSE(job.Page().IsWhole());
+  job.Page().GoOn(job.open.Reader());
+  EXPECT_EQ(CallsWith(job.pic2.calls, "line").size(), 2 * 4819U);
+  EXPECT_TRUE(job.Page().IsWhole());
+  EXPECT_TRUE(job.Page().ReachesEnd());
+  EXPECT_EQ(job.pic2.calls.back(), "line 4966 3600 4966 3600 0000FF w2");
+  job.Page().GoOn(job.open.Reader());
+  EXPECT_EQ(CallsWith(job.pic2.calls, "line").size(), 2 * 4819U);
+}
+
+TEST(HistoryCurves, OfAPageThatIsLeftEndThere) {
+  PageOfJob job;
+  job.RecordFast(0, 300);
+  job.Page().PlotOldData(job.open.Reader(), JobStart(), JobStart() + 240 * kSecond);
+  job.Page().Leave();
+  EXPECT_TRUE(job.Page().IsWhole());
+  EXPECT_FALSE(job.Page().ReachesEnd());
+  job.Page().GoOn(job.open.Reader());
+  EXPECT_EQ(CallsWith(job.pic2.calls, "line").size(), std::size_t{HistoryPage::kRowsAtOnce});
 }
 
 TEST(HistoryCurves, OfASlowerJobStandAsManyRowsDown) {

@@ -30,8 +30,14 @@ GraphHistory::GraphHistory(const Session& session, const Platform& platform, con
       log_(log),
       run_(std::move(run)),
       page_(session, curves, MeasuresOf(session), platform.language, view.Surfaces()),
-      pageWaits_(platform.clock.MakeTimer()) {
-  pageWaits_->SetHandler([this] { ShowWhatIsAsked(); });
+      pageWaits_(platform.clock.MakeTimer()),
+      pageGoesOn_(platform.clock.MakeTimer()) {
+  pageWaits_->SetHandler([this] {
+    pageWaits_->SetEnabled(false);
+    ShowOrWait();
+  });
+  pageGoesOn_->SetInterval(1);
+  pageGoesOn_->SetHandler([this] { DrawNextRows(); });
   QObject::connect(&view_.HistoryBar(), &QScrollBar::valueChanged, &view_, [this] { VScroll1_Change(); });
 }
 
@@ -64,11 +70,14 @@ void GraphHistory::MoveBarToEnd() {
   scrollGuard_ = guardBefore;
 }
 
-/// A mouse asks for more pages than can be drawn, and the rows of a job come first: the last place that it asked for
-/// waits until twice as long has gone by as the page before has taken.
 void GraphHistory::VScroll1_Change() {
-  if (scrollGuard_) return;
-  const std::int64_t pause = nextPage_ - platform_.clock.Ticks();
+  if (!scrollGuard_) ShowOrWait();
+}
+
+/// A mouse asks for more pages than can be drawn, and the rows of a job come first: the last place that it asked for
+/// waits until the page before is whole, and twice as long as that has taken has gone by.
+void GraphHistory::ShowOrWait() {
+  const std::int64_t pause = page_.IsWhole() ? nextPage_ - platform_.clock.Ticks() : kLeastPauseMs;
   if (!view_.HistoryBar().isSliderDown() || pause <= 0) return ShowWhatIsAsked();
   if (pageWaits_->Enabled()) return;
   pageWaits_->SetInterval(static_cast<int>(pause));
@@ -80,7 +89,8 @@ void GraphHistory::ShowWhatIsAsked() {
   const std::int64_t begin = platform_.clock.Ticks();
   const OnLeaving shown([&] {
     const std::int64_t end = platform_.clock.Ticks();
-    nextPage_ = end + std::max(kLeastPauseMs, 2 * (end - begin));
+    pageTook_ = end - begin;
+    nextPage_ = end + std::max(kLeastPauseMs, 2 * pageTook_);
   });
   const QScrollBar& bar = view_.HistoryBar();
   if (bar.value() >= bar.maximum()) return ReturnToPresent();
@@ -100,13 +110,10 @@ void GraphHistory::StepBack() {
   liveView_ = false;
 }
 
-/// Events may run behind a page whose last row stands at its end. A bar that is dragged meanwhile draws its pages on
-/// top of this one, and they don't do the same: however fast it goes, no more than two lie on the stack.
 void GraphHistory::PlotScrolledGraph() {
-  if (!run_("PlotScrolledGraph", [&] { StepBack(); }) || !DrawPage() || yielding_) return;
-  yielding_ = true;
-  const OnLeaving left([this] { yielding_ = false; });
-  run_("PlotScrolledGraph", [&] { platform_.clock.Yield(); });
+  if (!run_("PlotScrolledGraph", [&] { StepBack(); })) return;
+  yieldsBehind_ = true;
+  DrawPage();
 }
 
 /// A segment that can't be drawn costs its own curve only.
@@ -117,12 +124,45 @@ void GraphHistory::PlotLeftOut() {
     });
 }
 
-bool GraphHistory::DrawPage() {
-  bool reachesEnd = false;
+void GraphHistory::DrawPage() {
+  LeavePage();
   pageShownStart_ = scrollStart_;
   run_("Picture2_Update2", [&] { page_.Picture2_Update2(scrollStart_); });
   if (OpenLog* log = Log()) {
-    run_("PlotOldData", [&] { reachesEnd = page_.PlotOldData(log->Reader(), scrollStart_, scrollEnd_); });
+    pageFile_ = log->Path();
+    if (!run_("PlotOldData", [&] { page_.PlotOldData(log->Reader(), scrollStart_, scrollEnd_); })) page_.Leave();
+  }
+  if (page_.IsWhole()) return EndPage();
+  view_.ScheduleRefresh();
+  pageGoesOn_->SetEnabled(true);
+}
+
+/// Samples are taken between these.
+void GraphHistory::DrawNextRows() {
+  pageGoesOn_->SetEnabled(false);
+  OpenLog* log = Log();
+  if (log == nullptr || log->Path() != pageFile_) return LeavePage();
+  const std::int64_t begin = platform_.clock.Ticks();
+  if (!run_("PlotOldData", [&] { page_.GoOn(log->Reader()); })) page_.Leave();
+  const std::int64_t end = platform_.clock.Ticks();
+  pageTook_ += end - begin;
+  if (page_.IsWhole()) {
+    nextPage_ = end + std::max(kLeastPauseMs, 2 * pageTook_);
+    return EndPage();
+  }
+  view_.ScheduleRefresh();
+  pageGoesOn_->SetEnabled(true);
+}
+
+void GraphHistory::LeavePage() {
+  pageGoesOn_->SetEnabled(false);
+  page_.Leave();
+}
+
+/// Events may run behind a page whose last row stands at its end. A bar that is dragged meanwhile draws its pages on
+/// top of this one, and they don't do the same: however fast it goes, no more than two lie on the stack.
+void GraphHistory::EndPage() {
+  if (OpenLog* log = Log()) {
     PlotLeftOut();
     run_("InsertComments", [&] {
       const auto comments = log->Comments(CommentsOfPage(page_.Chart().TimeOrigin(), scrollEnd_));
@@ -130,11 +170,15 @@ bool GraphHistory::DrawPage() {
     });
   }
   view_.ScheduleRefresh();
-  return reachesEnd;
+  if (!std::exchange(yieldsBehind_, false) || !page_.ReachesEnd() || yielding_) return;
+  yielding_ = true;
+  const OnLeaving left([this] { yielding_ = false; });
+  run_("PlotScrolledGraph", [&] { platform_.clock.Yield(); });
 }
 
 void GraphHistory::ReturnToPresent() {
   if (liveView_) return;
+  LeavePage();
   bool isWhole = false;
   if (!run_("PlotScrolledGraph", [&] { isWhole = view_.ShowChart(); })) return;
   liveView_ = true;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "graphs/history_page.h"
 #include "graphs/parameter_curves.h"
@@ -46,12 +47,16 @@ class GraphHistory {
 
  private:
   bool JobRuns() const;
+  void ShowOrWait();
   void ShowWhatIsAsked();
   void MoveBarToEnd();
   void PlotScrolledGraph();
   void StepBack();
   void ReturnToPresent();
-  bool DrawPage();
+  void DrawPage();
+  void DrawNextRows();
+  void EndPage();
+  void LeavePage();
   void PlotLeftOut();
   void RepaintLivePage();
 
@@ -67,8 +72,12 @@ class GraphHistory {
   bool liveView_ = true;
   bool scrollGuard_ = false;  ///< the program itself moves the bar
   bool yielding_ = false;
+  bool yieldsBehind_ = false;  ///< the page that is drawn was asked for by the bar
   std::unique_ptr<Timer> pageWaits_;
-  std::int64_t nextPage_ = 0;  ///< ticks: of a bar that is dragged, none ahead of it
+  std::unique_ptr<Timer> pageGoesOn_;  ///< on while the page is not whole
+  std::string pageFile_;               ///< that it is read from
+  std::int64_t pageTook_ = 0;          ///< milliseconds
+  std::int64_t nextPage_ = 0;          ///< ticks: of a bar that is dragged, none ahead of it
 };
 
 }  // namespace velk
