@@ -5,7 +5,6 @@
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
-#include <QApplication>
 #include <QTableView>
 #include <fstream>
 
@@ -153,11 +152,3 @@ BENCHMARK(LogIntoXml)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime
 }  // namespace
 
 }  // namespace velk::bench
-
-int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

@@ -150,11 +150,3 @@ BENCHMARK_CAPTURE(Table, Graph, Edit::Graph)->Iterations(kRounds)->Unit(benchmar
 }  // namespace
 
 }  // namespace velk
-
-int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication qt(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

@@ -4,7 +4,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QTableView>
 #include <limits>
@@ -123,11 +122,3 @@ BENCHMARK(SortAgain)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 }  // namespace velk::bench
-
-int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

@@ -45,18 +45,18 @@ void Compute(benchmark::State& state, const std::vector<SurveyStation>& survey, 
 void Path10000(benchmark::State& state) {
   Compute(state, Survey(10'000, 3), 30'000);
 }
-BENCHMARK(Path10000);
+BENCHMARK(Path10000)->UseRealTime();
 
 /// As many as can be counted, half of them of the grid: should a merge move what is behind each, it takes longest here.
 void Merge32000(benchmark::State& state) {
   Compute(state, Survey(16'000, 2), 2);
 }
-BENCHMARK(Merge32000);
+BENCHMARK(Merge32000)->UseRealTime();
 
 void MergeFine(benchmark::State& state) {
   Compute(state, Survey(16'000, 1.001), 1);
 }
-BENCHMARK(MergeFine);
+BENCHMARK(MergeFine)->UseRealTime();
 
 /// A frame of 10,000 stations with their tube, a degree farther than the one before, on a picture of 1280 by 900.
 void TurnTube10000(benchmark::State& state) {
