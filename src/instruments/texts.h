@@ -12,6 +12,49 @@ inline constexpr MessageText InvalidPortObject{4, "invalid MSComm is supplied."}
 inline constexpr MessageText InvalidBaudRate{
     6, "Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported."};
 inline constexpr MessageText InvalidHandshake{7, "Invalid hand shaking is supplied."};
+inline constexpr MessageText SourceSendTrad{9, "SendTrad"};
+inline constexpr MessageText TradWithoutPort{10, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText TradNotConfigured{11, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText SourceSendRun{14, "SendRun"};
+inline constexpr MessageText RunWithoutPort{15, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText RunNotConfigured{16, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText SourceGetChannelsData{18, "GetChannelsData"};
+inline constexpr MessageText TableWithoutPort{19, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText TableNotConfigured{20, "Please call 'SetupComPort' before you call this method."};
+inline constexpr MessageText NoTableInTime{26, "Unable to get channels data"};
+inline constexpr MessageText UnableToCommunicate{38, "unable to establish communication with the hardware."};
+inline constexpr MessageText UnableToGetChannels{45, "Unable to get the channels data"};
+// The number of channels stands between the two.
+inline constexpr MessageText InvalidChannelNumber{46, "Invalid channel number should be 1 .. "};
+inline constexpr MessageText InvalidChannelNumberAfter{3126, " only"};
+inline constexpr MessageText SourceExecutCommand{47, "executCommand"};
+inline constexpr MessageText CommandWhileRunning{
+    48, "You can not run command while the hardware running. Please execute SendTrad befor."};
+inline constexpr MessageText UnableToExecute{49, "Unable to execute ["};
+inline constexpr MessageText SourceResetCounter{51, "ResetConter"};
+inline constexpr MessageText UnableToResetCounter{52, "Unable to reset the counter to "};
+inline constexpr MessageText UnableToResetCounterAfter{53, ". Only values must be 0 to 4096 only."};
+inline constexpr MessageText NoSuchCounter{54, "Invalid channel number : "};
+inline constexpr MessageText NoSuchCounterAfter{55, ". Only channels 9 to 13 can be set."};
+inline constexpr MessageText SourceResetToSystemDefault{56, "ResetToSystemDefault"};
+inline constexpr MessageText SourceStartCalibrate{57, "StartCalibrateChannel"};
+inline constexpr MessageText InvalidCalibrationChannel{58,
+                                                       "Invalid channel number. Channel number must be 1 to 13 only."};
+inline constexpr MessageText SourceEndCalibrate{60, "EndCalibrateChannel"};
+inline constexpr MessageText NoCalibrationBegun{
+    61, "First you must call 'StartCalibrateChannel' befor calling 'EndCalibrateChannel'"};
+inline constexpr MessageText UnableToCalibrate{64, "unable to calibrate the channel."};
+inline constexpr MessageText UnitTitle{3120, "Speaking to the unit"};
+inline constexpr MessageText SpeakingToUnit{3127, "Speaking to the unit; data come again behind it"};
+inline constexpr MessageText ConnectingToUnit{3121, "Connecting to hardawre"};
+inline constexpr MessageText UnitReached{3122, "Communication with hardware established"};
+inline constexpr MessageText RequestingChannels{3123, "Requesting channels data"};
+inline constexpr MessageText ReadingChannel{3124, "Reading input data for channel : "};
+inline constexpr MessageText ExtractingChannel{3125, "Extracting data for channel : "};
+inline constexpr MessageText NoTableAtRequest{3128, "unable to get channels data"};
+inline constexpr MessageText SourceSetDate{3129, "SetDate"};
+// The device stands in front.
+inline constexpr MessageText UnitIsGone{3130, ": the serial device is gone. Is the cable plugged in?"};
 
 // Acquisition
 inline constexpr MessageText TimeOutCheckSettings{74, "Time Out Error, check hardware settings"};
@@ -148,5 +191,80 @@ inline constexpr MessageText ProtocolAnySerialData{2486, "Any Serial Data"};
 inline constexpr MessageText LostAt{2487, "Lost at "};
 inline constexpr MessageText TimesSince{2488, " times since "};
 inline constexpr MessageText BackSince{2489, ", back since "};
+
+// The table of an own unit, its tools and its calibration
+inline constexpr MessageText UnitChannel{3131, "Channel"};
+inline constexpr MessageText UnitOffset{3132, "Offset"};
+inline constexpr MessageText UnitGain{3133, "Gain"};
+inline constexpr MessageText UnitNumberFormat{3134, "No. format"};
+inline constexpr MessageText UnitUpperAlarm{3135, "U-alarm"};
+inline constexpr MessageText UnitLowerAlarm{3136, "L-alarm"};
+inline constexpr MessageText TemplateDamaged{3137, "This is no whole template of a unit's table. Damaged is line "};
+inline constexpr MessageText TemplateOfAnotherUnit{3138, "This template is of another unit; its name stands in line "};
+inline constexpr MessageText ReadsBackOther{
+    3139, ": the unit's table has no exponents, so it reads back as another number. Send it all the same?"};
+inline constexpr MessageText EnterFirstReference{3140, "Enter the first reference value"};
+inline constexpr MessageText FirstReferenceTitle{3141, "Calibration - First Reference"};
+inline constexpr MessageText EnterSecondReference{3142, "Enter the second reference value"};
+inline constexpr MessageText SecondReferenceTitle{3143, "Calibration - Second Reference"};
+inline constexpr MessageText ReadingIs{3144, "Reading is "};
+inline constexpr MessageText GainIs{3145, "Gain = "};
+inline constexpr MessageText AndOffsetIs{3146, " and offset = "};
+inline constexpr MessageText DoYouAccept{3147, " , do you wish to accept these values?"};
+inline constexpr MessageText UnitCalibrate{3148, "Calibrate"};
+inline constexpr MessageText UnitSetGain{3149, "Set Gain"};
+inline constexpr MessageText UnitSetOffset{3150, "Set Offset"};
+inline constexpr MessageText UnitSetLowerAlarm{3151, "Set Lower Alarm"};
+inline constexpr MessageText UnitSetUpperAlarm{3152, "Set Upper Alarm"};
+inline constexpr MessageText UnitRemoveLowerAlarm{3153, "Remove Lower Alarm"};
+inline constexpr MessageText UnitRemoveUpperAlarm{3154, "Remove Upper Alarm"};
+inline constexpr MessageText UnitSetNumberFormat{3155, "Set Number Format"};
+inline constexpr MessageText UnitResetCounters{3156, "Reset Counters"};
+inline constexpr MessageText EnterDecimalPlaces{3157, "Enter the number decimal places"};
+inline constexpr MessageText UnitToolsTitle{3158, "ORBEN Hardware"};
+inline constexpr MessageText DecimalsOutOfRange{3159, "The number of decimal places is a whole number from 0 to 15."};
+inline constexpr MessageText CommandSent{3160, "Command sent"};
+inline constexpr MessageText GainIsZero{3161, "Gain is zero"};
+inline constexpr MessageText EnterReference{3162, "Enter the reference value"};
+inline constexpr MessageText CalibrateCounterTitle{3163, "Calibrate counter channel "};
+inline constexpr MessageText CalibrateChannelTitle{3164, "Calibration of channel "};
+inline constexpr MessageText ClickWhenFinished{3165, "When you have finished, click the OK button"};
+inline constexpr MessageText OwnUnitsOnly{
+    3166, "This works with KESTA and LUMO units. Choose one in Edit Settings, Serial Port."};
+inline constexpr MessageText UnitTableTitle{3167, "ORBEN's Hardware Settings"};
+inline constexpr MessageText UnitTemplateTitle{3168, "Orben Hardware Settings - Template: "};
+inline constexpr MessageText UnitTemplateFilter{3169, "Templates of the table (*.txt)|*.txt"};
+inline constexpr MessageText OpenUnitTemplate{3170, "Open Template"};
+inline constexpr MessageText SaveUnitTemplate{3171, "Save Template As"};
+inline constexpr MessageText ErrorBefore{3172, "Error, "};
+inline constexpr MessageText ExponentsBefore{
+    3173, "The unit's table has no exponents, so numbers of these channels read back as others: "};
+inline constexpr MessageText ExponentsAfter{3174, ". Send them all the same?"};
+inline constexpr MessageText UnitTableHint{
+    3175, "Change a cell by a double click or by typing. Send brings what was changed to the unit."};
+inline constexpr MessageText UnitTableUnread{3176, "The unit's table was not read. It is read ahead of the next send."};
+inline constexpr MessageText CommandIssuedIs{3177, "Command issued: "};
+inline constexpr MessageText ResetQuestion{
+    3178, "Every gain, offset and alarm of the unit goes back to its default. Reset it?"};
+inline constexpr MessageText ToolsNotReady{
+    3179, "The unit could not be brought to command mode, so no command can be sent. Close this window and try again."};
+inline constexpr MessageText NoNumberFormat{3182, "A number format has 0, # and one point."};
+inline constexpr MessageText ToolsHint{3180, "The unit takes commands and sends no data until this window is closed."};
+inline constexpr MessageText CalibratingChannel{3181, "Reading the channel..."};
+
+// The search for an instrument
+inline constexpr MessageText DetectionInProgress{412, "Automatic hardware detection in progress"};
+inline constexpr MessageText FoundNationalOilWell{413, "National Oil Well hardware detected"};
+inline constexpr MessageText FoundKesta4{414, "KESTA version 4 hardware detected"};
+inline constexpr MessageText FoundVersion1{424, "Orben's hardware version 1 detected"};
+inline constexpr MessageText FoundKesta3{3185, "ORBEN version 3 hardware detected"};
+inline constexpr MessageText HardwareUnknown{3186, "Hardware unknown"};
+inline constexpr MessageText PortsNotOpened{3187, "These ports could not be opened:"};
+inline constexpr MessageText KeepSettingsOfBefore{3188, "Go back to the settings of before?"};
+inline constexpr MessageText DetectListening{3189, "Listening to Com Port "};
+inline constexpr MessageText DetectListeningHandshake{3190, "Listening with hardware handshake to Com Port "};
+inline constexpr MessageText DetectAsking{3191, "Asking at Com Port "};
+inline constexpr MessageText DetectCommanding{3192, "Asking which unit it is at Com Port "};
+inline constexpr MessageText DetectTitle{3193, "Auto Detect Hardware"};
 
 }  // namespace velk::text

@@ -21,6 +21,33 @@ const std::map<int, std::string> kKnownNumbers = {
     {4, "invalid MSComm is supplied."},
     {6, "Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported."},
     {7, "Invalid hand shaking is supplied."},
+    {9, "SendTrad"},
+    {10, "Please call 'SetupComPort' before you call this method."},
+    {11, "Please call 'SetupComPort' before you call this method."},
+    {14, "SendRun"},
+    {15, "Please call 'SetupComPort' before you call this method."},
+    {16, "Please call 'SetupComPort' before you call this method."},
+    {18, "GetChannelsData"},
+    {19, "Please call 'SetupComPort' before you call this method."},
+    {20, "Please call 'SetupComPort' before you call this method."},
+    {26, "Unable to get channels data"},
+    {38, "unable to establish communication with the hardware."},
+    {45, "Unable to get the channels data"},
+    {46, "Invalid channel number should be 1 .. "},
+    {47, "executCommand"},
+    {48, "You can not run command while the hardware running. Please execute SendTrad befor."},
+    {49, "Unable to execute ["},
+    {51, "ResetConter"},
+    {52, "Unable to reset the counter to "},
+    {53, ". Only values must be 0 to 4096 only."},
+    {54, "Invalid channel number : "},
+    {55, ". Only channels 9 to 13 can be set."},
+    {56, "ResetToSystemDefault"},
+    {57, "StartCalibrateChannel"},
+    {58, "Invalid channel number. Channel number must be 1 to 13 only."},
+    {60, "EndCalibrateChannel"},
+    {61, "First you must call 'StartCalibrateChannel' befor calling 'EndCalibrateChannel'"},
+    {64, "unable to calibrate the channel."},
     {70, "Division by zero"},
     {74, "Time Out Error, check hardware settings"},
     {75, "Time Out Error"},
@@ -37,6 +64,10 @@ const std::map<int, std::string> kKnownNumbers = {
     {612, "feet"},
     {613, "degrees"},
     {614, "m"},
+    {412, "Automatic hardware detection in progress"},
+    {413, "National Oil Well hardware detected"},
+    {414, "KESTA version 4 hardware detected"},
+    {424, "Orben's hardware version 1 detected"},
 };
 
 constexpr int kFirstOwnNumber = 2000;
@@ -110,7 +141,12 @@ bool HasLetter(std::string_view text) {
 
 /// Texts that are names or codes and stay as they are in every language.
 bool StaysAsItIs(std::string_view english) {
-  return english == "VELK" || english == "SetupComPort";
+  static const std::set<std::string_view> procedures = {
+      "SetupComPort",         "SendTrad",      "SendRun",
+      "GetChannelsData",      "executCommand", "ResetConter",
+      "ResetToSystemDefault", "SetDate",       "StartCalibrateChannel",
+      "EndCalibrateChannel"};
+  return english == "VELK" || procedures.contains(english);
 }
 
 TEST(Messages, NumbersAreUnique) {

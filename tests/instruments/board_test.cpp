@@ -2,21 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_serial_port.h"
+#include "instruments/board_rig.h"
 
 namespace velk {
 namespace {
 
-using test::FakeDevice;
-using test::FakeSerialPort;
-
-struct Board : testing::Test {
-  FakeDevice device;
-  FakeSerialPort port{device};
-  CAdc12nCom board{[](int portNumber) { return "/dev/port" + std::to_string(portNumber); }};
-
-  void ExpectError(std::uint32_t code, const std::string& text, SerialPort* which, std::int16_t baud,
-                   std::int16_t handshake) {
+struct Board : test::BoardRig {
+  Board() {
+    board.CloseComPort();
+    device.openings.clear();
+  }
+  void ExpectSetupError(std::uint32_t code, const std::string& text, SerialPort* which, std::int16_t baud,
+                        std::int16_t handshake) {
     try {
       board.SetupComPort(which, 1, baud, handshake);
       ADD_FAILURE() << text;
@@ -50,18 +47,19 @@ TEST_F(Board, TakesTheFourBaudRatesAndTheFourHandshakes) {
 }
 
 TEST_F(Board, AMissingPortIsError1) {
-  ExpectError(0x80040001U, "invalid MSComm is supplied.", nullptr, 9600, 0);
+  ExpectSetupError(0x80040001U, "invalid MSComm is supplied.", nullptr, 9600, 0);
 }
 
 TEST_F(Board, AnyOtherBaudRateIsError3) {
   for (const std::int16_t baud : std::initializer_list<std::int16_t>{0, -1, 110, 1200, 2401, 14400, 32767})
-    ExpectError(0x80040003U, "Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported.",
-                &port, baud, 0);
+    ExpectSetupError(0x80040003U,
+                     "Invalid Boud rate is supplied. Only 2400, 4800, 9600, 19200 and 38400 are supported.", &port,
+                     baud, 0);
 }
 
 TEST_F(Board, AHandshakeOutside0To3IsError4) {
   for (const std::int16_t handshake : std::initializer_list<std::int16_t>{-1, 4, 100})
-    ExpectError(0x80040004U, "Invalid hand shaking is supplied.", &port, 9600, handshake);
+    ExpectSetupError(0x80040004U, "Invalid hand shaking is supplied.", &port, 9600, handshake);
 }
 
 TEST_F(Board, ClosesAnOpenPortBeforeItLooksAtTheArguments) {

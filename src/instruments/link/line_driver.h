@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "instruments/reading/line_framing.h"
 #include "platform/loop/clock.h"
@@ -45,6 +46,8 @@ class LineDriver {
   /// Closes and empties the queue.
   void Close();
   bool IsOpen() const { return port_->IsOpen(); }
+  /// Writes to the port that is open.
+  void Write(std::string_view bytes) { port_->Write(bytes); }
   /// Which port settings the device does not have.
   std::vector<PortSetting> Unsupported() const { return port_->Unsupported(); }
 

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "instruments/link/port_notice.h"
+#include "instruments/reading/time_check.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
 #include "model/status.h"
@@ -40,7 +41,7 @@ Link::Link(Session& session, Platform& platform, MainView& view, MainTimers& tim
            const std::string& devices)
     : MSComm1(makePort()),
       ODataCom1(platform.clock, platform.gate, makePort()),
-      Board([this](int portNumber) { return device_.Of(portNumber); }),
+      Board(session, platform, [this](int portNumber) { return device_.Of(portNumber); }),
       session_(session),
       platform_(platform),
       view_(view),
@@ -115,12 +116,18 @@ void Link::TakeUnitSeparators() {
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
     ODataCom1.Open(DriverSettings());
-    device_.Opened();
+    DriverOpened();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
     const OperatorText text = PortErrorText(error);
     if (text.English() != toldAlready) throw RuntimeError(error.Number(), text);
   }
+}
+
+/// A unit whose cable was pulled out in the middle of a command waits for the next one.
+void Link::DriverOpened() {
+  device_.Opened();
+  if (Board.OwesRun()) ODataCom1.Write("r\r");
 }
 
 void Link::StartWatching() {
@@ -150,18 +157,25 @@ bool Link::EnablePort() {
   const bool done = RunProcedure({platform_.dialogs, "EnablePort"}, [&](auto run) {
     run([&] {
       try {
-        Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
-        device_.Opened();
+        SetUpBoard();
         toldByEnablePort_.clear();
-      } catch (const PortError& error) {
-        const OperatorText told = PortErrorText(error);
-        toldByEnablePort_ = told.English();
-        throw RuntimeError(error.Number(), told);
+      } catch (const RuntimeError& error) {
+        toldByEnablePort_ = error.Text().English();
+        throw;
       }
     });
   });
   // The board knows one form of port only; an instrument of another maker gets its own.
   return done && (session_.IsOwnUnit || OpenPlainPort(static_cast<Handshake>(session_.Handshake)));
+}
+
+void Link::SetUpBoard() {
+  try {
+    Board.SetupComPort(MSComm1.get(), session_.PortNumber, ToInt16(session_.BaudRate), session_.Handshake);
+    device_.Opened();
+  } catch (const PortError& error) {
+    throw RuntimeError(error.Number(), PortErrorText(error));
+  }
 }
 
 void Link::CloseODataCom() {
@@ -197,7 +211,7 @@ Link::State Link::Release() {
 void Link::Restore(const State& state) {
   Release();
   device_ = state.device;
-  failureTold_ = state.failureTold && !state.driverOpen && !state.plainOpen;
+  failureTold_ = state.lossIsTold || (state.failureTold && !state.driverOpen && !state.plainOpen);
   lossWaits_ = state.lossWaits;
   if (state.watched) {
     CycleODataCom();
@@ -256,7 +270,7 @@ bool Link::Reopen() {
   try {
     ODataCom1.ClosePort();
     ODataCom1.Reopen(device_.Find());
-    device_.Opened();
+    DriverOpened();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;
   } catch (const PortError& error) {
@@ -285,9 +299,12 @@ void Link::DriverHungUp() {
 
 void Link::ODataCom1_DataReady(const std::string& line) {
   ++linesSeen_;
+  Board.Runs();
   // A line that had waited when the device went away is no sign of its return.
   if (ODataCom1.IsOpen()) DataCame();
   if (watchRests_) WatchClosely();
+  constexpr std::size_t kTimeLength = 8;
+  if (session_.IsOwnUnit && HasTime(line)) lastFrameTime_ = line.substr(0, kTimeLength);
   if (StatusIs(session_, text::StatusAcquiringData) && onLine)
     RunProcedure(lineReport_, [&](const Statements&) { onLine(line); });
   session_.LastDataTime = platform_.clock.Now();
@@ -375,7 +392,7 @@ void Link::ShowSilence(bool silent) {
   if (std::exchange(silent_, silent) != silent) ShowImages(connected_);
 }
 
-OperatorText Link::PortErrorText(const PortError& error) const {
+OperatorText Link::PortErrorText(const PortError& error) {
   OperatorText text = error.Device();
   switch (error.Number()) {
     case ErrorNumber::PermissionDenied:

@@ -41,6 +41,9 @@ class Link {
   /// Sets the board up on the plain port, for own units with the line driver closed first. False after an error box.
   bool EnablePort();
 
+  /// The same without a box: raises what the board raises, with the operator's text of a port that doesn't open.
+  void SetUpBoard();
+
   /// Closes the driver on purpose: no watchdog, off images.
   void CloseODataCom();
   void ClosePlainPort();
@@ -53,7 +56,8 @@ class Link {
     bool driverOpen = false;
     bool plainOpen = false;
     bool failureTold = false;
-    bool lossWaits = false;  ///< it is told when the link is given back
+    bool lossIsTold = false;  ///< by somebody else: what can't be opened again needs no box
+    bool lossWaits = false;   ///< it is told when the link is given back
     SerialSettings plain;
     FollowedDevice device;
   };
@@ -87,11 +91,17 @@ class Link {
   /// The plug shows that nothing comes though the link is open.
   void ShowSilence(bool silent);
 
+  /// What the operator is told of a port that doesn't open.
+  static OperatorText PortErrorText(const PortError& error);
+
   /// The port and its device, for what is told of a wait that was in vain.
   OperatorText PortInUse() const;
 
   /// Lines received since the last SetODataCom, for a wait for the first one.
   std::int64_t LinesSeen() const { return linesSeen_; }
+
+  /// The time in the last frame of an own unit, "hh:mm:ss"; empty before the first one.
+  const std::string& LastFrameTime() const { return lastFrameTime_; }
 
   /// The sample's road (ProcessLine).
   std::function<void(const std::string& line)> onLine;
@@ -102,6 +112,7 @@ class Link {
   void TakeUnitSeparators();
   void OpenDriver(const std::string& toldAlready);
   bool Reopen();
+  void DriverOpened();
   void StartWatching();
   void RestLonger();
   void DriverHungUp();
@@ -113,7 +124,6 @@ class Link {
   void ShowBox();
   void ShowImages(bool connected);
   const std::string& DeviceInUse() const;
-  OperatorText PortErrorText(const PortError& error) const;
 
   Session& session_;
   Platform& platform_;
@@ -124,6 +134,7 @@ class Link {
   SerialSettings plain_;          ///< of the plain port's last opening
   FollowedDevice device_;         ///< of both ports
   std::int64_t linesSeen_ = 0;
+  std::string lastFrameTime_;
   bool watchRests_ = false;      ///< the watchdog looks less often than it would in a job
   std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
   bool connected_ = false;       ///< as the plug shows it

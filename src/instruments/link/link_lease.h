@@ -34,6 +34,8 @@ class LinkLease {
   LinkLease(const LinkLease&) = delete;
   LinkLease& operator=(const LinkLease&) = delete;
 
+  /// The operator has been told that the device is gone: no box of the link's comes on top.
+  void LossIsTold() { before_.lossIsTold = true; }
   /// The session has another instrument by now, or another port: at the end the link is set up for that one, and
   /// what ticked for the old one stays still.
   void SetUpAnew() {
@@ -44,7 +46,7 @@ class LinkLease {
  private:
   Link& link_;
   TimersAtRest timers_;  ///< ends last
-  const Link::State before_;
+  Link::State before_;
   const std::function<void()> onReadyRead_;  ///< of the plain port
   bool anew_ = false;
 };

@@ -55,8 +55,10 @@ constexpr Protocol kProtocols[] = {
      .dialog = ProtocolDialog::Intermittent},
     {.serialData = protocol::DllFunctionCall, .caption = text::ProtocolDllFunctionCall},
     // Channels, the last analog one, the last of the hardware, baud rate, handshake.
-    OwnUnit(protocol::Kesta3, text::ProtocolKesta3, {18, 8, 13, 19200, 2}, "orben version 3"),
-    OwnUnit(protocol::Kesta4, text::ProtocolKesta4, {18, 8, 13, 19200, 0}, "orben version 4"),
+    OwnUnit(protocol::Kesta3, text::ProtocolKesta3, {18, 8, 13, 19200, 2, TableHead::AnswerAndHeading},
+            "orben version 3"),
+    OwnUnit(protocol::Kesta4, text::ProtocolKesta4, {18, 8, 13, 19200, 0, TableHead::EchoAndTwoLines},
+            "orben version 4"),
     OwnUnit(protocol::Kesta5, text::ProtocolKesta5, {22, 8, 13, 19200, 0}),
     OwnUnit(protocol::LumoA, text::ProtocolLumoA, {4, 2, 3, 19200, 0}),
     OwnUnit(protocol::LumoB, text::ProtocolLumoB, {10, 4, 7, 19200, 0}),

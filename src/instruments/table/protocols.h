@@ -44,6 +44,13 @@ enum class Picking { Itself, NextEntry, Nothing };
 /// The timer that fetches the page of a networked unit: as one table, or as values to which the program adds the time.
 enum class PageTimer { None, Timer4, Timer5 };
 
+/// What stands ahead of the channels in the table that a board prints.
+enum class TableHead {
+  TwoLines,          ///< two headings
+  AnswerAndHeading,  ///< an answer to the request, then one heading
+  EchoAndTwoLines,   ///< two headings, and ahead of them the request where the board repeats it
+};
+
 /// What the board of an own unit has, and the settings of the port it speaks on.
 struct UnitConstants {
   std::int16_t channels;      ///< NumberOfChannels
@@ -51,6 +58,7 @@ struct UnitConstants {
   std::int16_t lastHardware;  ///< from behind the analog ones to here are counters; the rest the unit computes
   std::int32_t baudRate;
   std::int16_t handshake;
+  TableHead tableHead = TableHead::TwoLines;
   std::string_view parity = "N";
   std::int16_t dataBits = 8;
   std::string_view stopBits = "1";

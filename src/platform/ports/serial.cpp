@@ -124,6 +124,7 @@ class DevicePort : public SerialPort {
   void ClearInput() override {
     if (port_) port_->clear(QSerialPort::Input);
   }
+  std::size_t BytesToSend() const override { return port_ ? static_cast<std::size_t>(port_->bytesToWrite()) : 0; }
 
  private:
   void Watch();

@@ -62,6 +62,8 @@ class SerialPort {
   virtual std::string Peek() const = 0;
   virtual void Write(std::string_view bytes) = 0;
   virtual void ClearInput() = 0;
+  /// Bytes that were written and that the system has not taken yet; closing the port drops them.
+  virtual std::size_t BytesToSend() const { return 0; }
 
   /// Bytes have come. Called from the event loop, never from inside the port's own work, so a handler may run events:
   /// what comes meanwhile is announced again.
