@@ -119,6 +119,16 @@ bool Line::HasReader() const {
   return poll(&state, 1, 0) >= 0 && (state.revents & POLLHUP) == 0;
 }
 
+bool Line::StandsAt(int baud, bool handshake) const {
+  termios mode{};
+  if (tcgetattr(master_, &mode) != 0) return false;
+  speed_t speed = B0;
+  for (const auto& [rate, code] :
+       {std::pair(2400, B2400), std::pair(4800, B4800), std::pair(9600, B9600), std::pair(19200, B19200)})
+    if (rate == baud) speed = code;
+  return cfgetospeed(&mode) == speed && (!handshake || (mode.c_cflag & CRTSCTS) != 0);
+}
+
 std::string Line::Receive() const {
   std::string received;
   char bytes[256];

@@ -28,6 +28,9 @@ class Line {
   /// Whether a program has the device open.
   bool HasReader() const;
 
+  /// Whether the reader has set the line to this rate, with hardware handshake where that is asked for.
+  bool StandsAt(int baud, bool handshake) const;
+
   /// Sends the bytes at the line's pace, and waits for a reader that is slow. False if the reader went away or the
   /// program is to end before the last byte.
   bool Send(const std::string& bytes);

@@ -65,7 +65,8 @@ class ChildProgram {
 
 /// What a simulator has sent.
 struct SentFrame {
-  std::string kind;  ///< "sound", "damaged", "cut", "silent", or "gone" where the device went away behind it
+  std::string kind;  ///< "sound", "damaged", "cut", "silent", "gone" where the device went away behind it;
+                     ///< of a board also "heard", "mode" and "clock"
   std::string text;
   double sentAt = 0;  ///< seconds since 1970
 };
@@ -89,7 +90,7 @@ inline std::string Unescaped(const std::string& text) {
 /// The journal of a simulator: a row is the time in seconds, the kind and the text. Another row fails the test; one
 /// that is still being written is left out.
 inline std::vector<SentFrame> ReadJournal(const std::string& path) {
-  static const std::regex head("([0-9]+\\.[0-9]{3})\t(sound|damaged|cut|silent|gone)\t");
+  static const std::regex head("([0-9]+\\.[0-9]{3})\t(sound|damaged|cut|silent|gone|heard|mode|clock)\t");
   std::vector<SentFrame> frames;
   std::ifstream file(path);
   for (std::string row; std::getline(file, row) && !file.eof();) {

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/grid_text.h"
+#include "instruments/unit/unit_table.h"
+
+namespace velk {
+
+/// The table of a unit while it is edited. The numbers of the channels stand fast.
+class UnitGrid {
+ public:
+  explicit UnitGrid(UnitRows table) : table_(std::move(table)) {}
+
+  const UnitRows& Table() const { return table_; }
+  int RowCount() const { return static_cast<int>(table_.size()); }
+  const std::string& Cell(int row, int column) const {
+    return table_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+  }
+  OperatorText FaultOf(int row, int column) const { return UnitCellFault(column, Cell(row, column)); }
+
+  void Enter(int row, int column, const std::string& text);
+  void Clear(const CellRange& cells);
+  std::string Copy(const CellRange& cells) const;
+  /// From the corner of these cells on; a single one that was copied fills all of them. Gives the cells that it went
+  /// to.
+  CellRange Paste(const CellRange& cells, const std::string& text);
+  /// Another table in place of this one; taken back as any change.
+  void Load(UnitRows table);
+  void Undo();
+  bool CanUndo() const { return !before_.empty(); }
+
+ private:
+  void Write(int row, int column, const std::string& text);
+  void Keep();
+
+  UnitRows table_;
+  std::vector<UnitRows> before_;
+};
+
+}  // namespace velk

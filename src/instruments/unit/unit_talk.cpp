@@ -1,0 +1,23 @@
+#include "instruments/unit/unit_talk.h"
+
+namespace velk {
+
+UnitTalk::UnitTalk(const UnitAccess& unit, bool& cancelled) : link_(unit.link), lease_(unit.link, unit.timers) {
+  try {
+    link_.SetUpBoard();
+  } catch (const RuntimeError&) {
+    lease_.LossIsTold();
+    throw;
+  }
+  cancelled = false;
+  link_.Board.isCancelled = [&cancelled] { return cancelled; };
+}
+
+UnitTalk::~UnitTalk() {
+  link_.Board.isCancelled = nullptr;
+  if (!link_.MSComm1->IsOpen()) lease_.LossIsTold();
+  if (link_.Board.MayBeInTradMode()) link_.Board.BringToRunMode();
+  link_.Board.CloseComPort();
+}
+
+}  // namespace velk
