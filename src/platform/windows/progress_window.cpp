@@ -53,8 +53,9 @@ void ProgressWindow::reject() {
 
 // --- As a box ---
 
-StandingProgress::StandingProgress(const QString& title, const QString& cancel, QWidget* owner)
+StandingProgress::StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name)
     : window_(new ProgressWindow(title, cancel, owner)) {
+  window_->setObjectName(QLatin1String(name));
 }
 
 StandingProgress::~StandingProgress() {

@@ -38,7 +38,8 @@ class ProgressWindow : public QDialog {
 /// is cancelled then.
 class StandingProgress : public ProgressBox {
  public:
-  StandingProgress(const QString& title, const QString& cancel, QWidget* owner);
+  /// `name` is that of the window, where it has one of its own.
+  StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name = "ProgressWindow");
   ~StandingProgress() override;
 
   void Appear() override;
