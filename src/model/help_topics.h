@@ -21,6 +21,7 @@ inline constexpr int StripChart = 1500;
 inline constexpr int Printing = 1510;
 inline constexpr int Viewer = 1520;
 inline constexpr int Wells = 1600;
+inline constexpr int UnitTable = 1610;
 inline constexpr int Exchange = 1700;
 
 }  // namespace velk::topic

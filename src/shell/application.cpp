@@ -11,11 +11,15 @@
 #include "exchange/text_encoding.h"
 #include "exchange/windows/frm_export.h"
 #include "exchange/windows/import_csv_command.h"
+#include "instruments/detection/auto_detect.h"
 #include "instruments/link/link_lease.h"
 #include "instruments/link/port_listener.h"
 #include "instruments/table/protocols.h"
+#include "instruments/unit/board_calibration.h"
+#include "instruments/windows/auto_detect_box.h"
 #include "instruments/windows/calibrate_command.h"
 #include "instruments/windows/serial_port_command.h"
+#include "instruments/windows/unit_settings_command.h"
 #include "log/windows/real_time_report.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
@@ -82,7 +86,8 @@ Application::Application(const Services& services)
       startUp_(
           {session_, platform_, services.translation, form_, frame_, link_, sources_, [this] { EditSerialPort(); }},
           ProgramFolder(services)),
-      programFolder_(ProgramFolder(services)) {
+      programFolder_(ProgramFolder(services)),
+      devices_(services.devices) {
   windows_.SetParent(&form_);
   BindCommands();
 }
@@ -116,6 +121,7 @@ void Application::BindCommands() {
   commands.Bind("mnuToolsCalibrate", [this] {
     mnuToolsCalibrate_Click(windows_, session_, platform_, form_, link_, timers_, [this] { KeepSettings(); });
   });
+  BindUnit(commands);
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
   BindWells(commands);
@@ -137,6 +143,23 @@ void Application::BindCommands() {
   };
   form_.onPanels = [this] { dataPanel_.LookAlong(); };
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
+}
+
+void Application::BindUnit(CommandBinder& commands) {
+  const auto found = [this] {
+    linkSetUp_.KeepFound();
+    if (WaitsForNewStart(session_)) OfferNewStart();
+  };
+  commands.Bind("mnuEditAutoDetect", [this, found] {
+    mnuEditAutoDetect_Click(
+        {session_, platform_, form_, link_, timers_, [this] { return MakeFrmAutoDetect(windows_); }, found, devices_});
+  });
+  commands.Bind("mnuToolsOrbenHardware",
+                [this] { mnuToolsOrbenHardware_Click(windows_, Unit(), [this] { form_.Beep(); }); });
+  curves_.calibrationOf = [this](int parameter) -> std::function<void()> {
+    if (!CanCalibrateOnBoard(session_, parameter)) return {};
+    return [this, parameter] { CalibrateOnBoard(Unit(), parameter); };
+  };
 }
 
 void Application::BindWells(CommandBinder& commands) {

@@ -14,6 +14,7 @@
 #include "i18n/windows/window_host.h"
 #include "instruments/calibration/reset_value.h"
 #include "instruments/link/link.h"
+#include "instruments/unit/unit_talk.h"
 #include "log/job_files.h"
 #include "log/log_writer.h"
 #include "log/open_log.h"
@@ -65,6 +66,7 @@ class Application {
 
  private:
   void BindCommands();
+  void BindUnit(CommandBinder& commands);
   void BindWells(CommandBinder& commands);
   void BindExchange(CommandBinder& commands);
   /// The log that is open, or else the one that was recorded to last.
@@ -72,6 +74,7 @@ class Application {
   /// Ahead of the opening of a log that was chosen to be read.
   void PrepareLog(const std::string& path);
   void ShowPath();
+  UnitAccess Unit() { return {session_, platform_, link_, timers_}; }
   LiveLog RunningLog() const;
   void EditSerialPort();
   void EditTable();
@@ -116,6 +119,7 @@ class Application {
   LiveSurveyCommand liveSurvey_;
   StartUp startUp_;
   const std::string programFolder_;
+  const std::string devices_;
   bool startsAnew_ = false;
 };
 

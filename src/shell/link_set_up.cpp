@@ -20,4 +20,9 @@ void LinkSetUp::SetUpAgain() {
   sources_.FollowProtocol();
 }
 
+void LinkSetUp::KeepFound() {
+  KeepSettings({platform_.dialogs, "mnuEditAutoDetect_Click"}, session_, platform_.settings);
+  sources_.FollowProtocol();
+}
+
 }  // namespace velk

@@ -18,6 +18,8 @@ class LinkSetUp {
   void ResetConnection();
   /// Behind the dialogs of the serial port: everything closed, saved, and set up for the new choice.
   void SetUpAgain();
+  /// Behind a search for the instrument, which has set the link up already: saved, and its lines taken in its way.
+  void KeepFound();
 
  private:
   Session& session_;

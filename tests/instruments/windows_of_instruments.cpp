@@ -5,6 +5,8 @@
 #include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
 #include "instruments/windows/hardware_settings.h"
 #include "instruments/windows/intermittent.h"
+#include "instruments/windows/orben_hardware.h"
+#include "instruments/windows/orben_settings.h"
 #include "instruments/windows/requested_data.h"
 #include "model/help_topics.h"
 #include "windows/every_window.h"
@@ -70,6 +72,33 @@ std::shared_ptr<QWidget> OpenCalibration(const std::string& language, bool canRe
   return Hosted<CalibrateForm>(job, work);
 }
 
+std::shared_ptr<QWidget> OpenOrbenSettings(const std::string& language, bool wasRead) {
+  OrbenSettingsWork work;
+  work.unit = "KESTA version 4";
+  work.wasRead = wasRead;
+  for (int i = 1; i <= 18; ++i) {
+    work.table.push_back({std::to_string(i), "", "", "0.000", "", ""});
+    if (!wasRead) continue;
+    work.table.back()[unit_column::Offset] = "-0.125";
+    work.table.back()[unit_column::Gain] = "12.0625";
+    if (i % 3 == 0) work.table.back()[unit_column::UpperAlarm] = "12000";
+  }
+  work.clock = [wasRead] { return wasRead ? std::string("14-Mar-2026  09:30:00") : std::string("–"); };
+  work.issued = [] { return std::string("g 3 12.0625"); };
+  work.cancel = [] {};
+  return Hosted<OrbenSettings>(MakeJob(language), work);
+}
+
+std::shared_ptr<QWidget> OpenOrbenHardware(const std::string& language, bool isReady) {
+  OrbenHardwareWork work;
+  work.lastChannel = 13;
+  work.isReady = [isReady] { return isReady; };
+  work.send = [](const UnitCommand&, int, const std::string&) { return std::optional<std::string>(); };
+  work.cancel = [] {};
+  return Hosted<ORBENHardware>(MakeJob(language), work);
+}
+
+const std::set<std::string> kUnitTable = {"lblClock", "lblIssued"};
 const std::set<std::string> kSeparatorWindow = {"optTerminator_*", "lblTyped"};
 
 const WindowsOf kInstruments([] {
@@ -78,6 +107,12 @@ const WindowsOf kInstruments([] {
   };
   const auto calibration = [](bool canRead) {
     return [=](const std::string& language) { return OpenCalibration(language, canRead); };
+  };
+  const auto unitTable = [](bool wasRead) {
+    return [=](const std::string& language) { return OpenOrbenSettings(language, wasRead); };
+  };
+  const auto unitTools = [](bool isReady) {
+    return [=](const std::string& language) { return OpenOrbenHardware(language, isReady); };
   };
   return std::vector<ListedWindow>{
       {"HardwareSettings",
@@ -101,6 +136,10 @@ const WindowsOf kInstruments([] {
       {"frmHPTHoneywellEZtrend", "", topic::Instruments, {}, OpenEthernet},
       {"CalibrateForm", "", topic::Parameters, {}, calibration(true)},
       {"CalibrateForm", "others", topic::Parameters, {}, calibration(false)},
+      {"OrbenSettings", "", topic::UnitTable, kUnitTable, unitTable(true)},
+      {"OrbenSettings", "unread", topic::UnitTable, kUnitTable, unitTable(false)},
+      {"ORBENHardware", "", topic::UnitTable, {}, unitTools(true)},
+      {"ORBENHardware", "not-ready", topic::UnitTable, {}, unitTools(false)},
   };
 });
 

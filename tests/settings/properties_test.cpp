@@ -125,6 +125,28 @@ TEST_F(PropertiesWindow, HasNoSmoothingOfAFile) {
 
 // --- Of a curve that isn't the unit's ---
 
+TEST(PropertiesOfAChannelOfAUnit, AreCalibratedOnItsBoardAndTheWindowWaitsForThat) {
+  test::Host host;
+  std::unique_ptr<Properties> window;
+  int calibrated = 0;
+  window = std::make_unique<Properties>(host, CurveProperties{.name = "x", .units = ""}, [&] {
+    ++calibrated;
+    EXPECT_FALSE(window->isEnabled());
+    window->reject();
+    EXPECT_TRUE(window->isVisible());
+  });
+  window->show();
+  Click(*window, "Command3");
+  EXPECT_EQ(calibrated, 1);
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST(PropertiesOfAnyOtherChannel, OfferNoCalibration) {
+  test::Host host;
+  const Properties window(host, CurveProperties{.name = "x", .units = ""});
+  EXPECT_EQ(window.findChild<QPushButton*>("Command3"), nullptr);
+}
+
 class PropertiesOfAForeignCurve : public testing::Test {
  protected:
   test::Host host;

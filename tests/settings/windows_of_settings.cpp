@@ -36,7 +36,8 @@ std::shared_ptr<QWidget> OpenFaultyTable(const std::string& language) {
 std::shared_ptr<QWidget> OpenProperties(const std::string& language, bool acquiring) {
   const Job job = MakeJob(language);
   job->session.AcquisitionMode = acquiring;
-  return Hosted<Properties>(job, PropertiesOf(job->session, 1));
+  const std::function<void()> calibrate = [] {};
+  return Hosted<Properties>(job, PropertiesOf(job->session, 1), acquiring ? calibrate : nullptr);
 }
 
 /// A played file's: without what is the unit's set-up.

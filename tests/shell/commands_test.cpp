@@ -208,8 +208,7 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   std::set<std::string_view> without;
   for (const CommandRow& row : CommandTable())
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
-  EXPECT_EQ(without, (std::set<std::string_view>{"mnuEditAutoDetect", "mnuEditOPCServer", "mnuImprtLiveData",
-                                                 "mnuToolsOrbenHardware"}));
+  EXPECT_EQ(without, (std::set<std::string_view>{"mnuEditOPCServer", "mnuImprtLiveData"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include "instruments/windows/orben_settings.h"
 #include "platform/windows/progress_window.h"
 #include "settings/windows/parameters_table.h"
 #include "wells/windows/edit_sur.h"
@@ -91,7 +92,8 @@ TEST(EveryDialog, IsAnsweredOnceByEnter) {
     if (!answer->isEnabled()) return;
     int pressed = 0;
     QObject::connect(answer, &QPushButton::clicked, &dialog, [&] { ++pressed; });
-    const bool leadsDownAColumn = qobject_cast<ParametersTable*>(&dialog) || qobject_cast<EditSur*>(&dialog);
+    const bool leadsDownAColumn = qobject_cast<ParametersTable*>(&dialog) || qobject_cast<EditSur*>(&dialog) ||
+                                  qobject_cast<OrbenSettings*>(&dialog);
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
     EXPECT_EQ(pressed, leadsDownAColumn ? 0 : 1) << listed.Title();
   });

@@ -26,7 +26,8 @@ CurveDesk::~CurveDesk() {
 }
 
 void CurveDesk::Attach(GraphFormNew& form) {
-  new CurveEditor(form, host_, session_, changed_);
+  new CurveEditor(form, host_, session_, changed_,
+                  [this](int parameter) { return calibrationOf ? calibrationOf(parameter) : std::function<void()>(); });
   Bind(form, "Print", &CurveDesk::Print);
   Bind(form, "Copy", &CurveDesk::Copy);
   Bind(form, "Paste", &CurveDesk::Paste);

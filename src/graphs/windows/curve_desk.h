@@ -20,6 +20,8 @@ class CurveDesk {
 
   /// Opens the page of a graph, for a log that has a name.
   std::function<void(int graph)> onPrint;
+  /// What calibrates a parameter on the board of its unit; gives nothing for one that isn't calibrated there.
+  std::function<std::function<void()>(int parameter)> calibrationOf;
 
   /// The curves stand on other graphs: a copied one may be gone.
   void UpdateToolbars();

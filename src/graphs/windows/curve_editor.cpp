@@ -42,8 +42,14 @@ constexpr LabelClick kLabelClicks[] = {{"Label1_Click", "Label1_MouseDown", AskN
 
 }  // namespace
 
-CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed)
-    : QObject(&form), form_(form), host_(host), session_(session), changed_(std::move(changed)) {
+CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed,
+                         CalibrationOf calibrationOf)
+    : QObject(&form),
+      form_(form),
+      host_(host),
+      session_(session),
+      changed_(std::move(changed)),
+      calibrationOf_(std::move(calibrationOf)) {
   form_.View().HeaderBand().installEventFilter(this);
   form_.View().Labels().installEventFilter(this);
 }
@@ -102,11 +108,12 @@ void CurveEditor::Label_Click(const LabelRows::Place& label) {
 
 void CurveEditor::Label_MouseDown(const LabelRows::Place& label) {
   if (StatusIs(session_, text::StatusAcquiringData) || StatusIs(session_, text::StatusAcquiringPaused)) return;
-  Change(kLabelClicks[label.column - 1].down, label.row + 1, [&host = host_, &session = session_](int parameter) {
-    const auto properties = host.Ask<Properties>(PropertiesOf(session, parameter));
+  const auto ask = [&host = host_, &session = session_, calibrationOf = calibrationOf_](int parameter) {
+    const auto properties = host.Ask<Properties>(PropertiesOf(session, parameter), calibrationOf(parameter));
     if (properties) StoreProperties(session, parameter, *properties);
     return properties.has_value();
-  });
+  };
+  Change(kLabelClicks[label.column - 1].down, label.row + 1, ask);
 }
 
 void CurveEditor::Edit(const char* procedure, int slot, CurveQuestion ask) {

@@ -10,14 +10,19 @@
 
 namespace velk {
 
+/// What calibrates a parameter in its instrument; empty where nothing does.
+using CalibrationOf = std::function<std::function<void()>(int parameter)>;
+
 /// Edits the curves of one graph window where they stand: by clicks on its header band and on its labels. It lives as
 /// long as the window, whose child it is.
 class CurveEditor : public QObject {
   Q_OBJECT
 
  public:
-  /// All outlive the window. `changed` is called behind each edit, once it has reached the configuration.
-  CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed);
+  /// All outlive the window. `changed` is called behind each edit, once it has reached the configuration;
+  /// `calibrationOf` gives what calibrates a parameter where it stands, or nothing.
+  CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed,
+              CalibrationOf calibrationOf);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -37,6 +42,7 @@ class CurveEditor : public QObject {
   WindowHost& host_;
   Session& session_;
   const std::function<void()> changed_;
+  const CalibrationOf calibrationOf_;
 };
 
 }  // namespace velk

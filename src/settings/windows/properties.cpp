@@ -2,6 +2,7 @@
 
 #include <QPixmap>
 #include <QPointer>
+#include <utility>
 
 #include "base/colour.h"
 #include "base/text_qt.h"
@@ -15,13 +16,21 @@
 
 namespace velk {
 
-Properties::Properties(WindowHost& host, CurveProperties properties)
-    : Properties(host, std::move(properties), "Properties") {
+Properties::Properties(WindowHost& host, CurveProperties properties, std::function<void()> calibrate)
+    : Properties(host, std::move(properties), "Properties", std::move(calibrate)) {
 }
 
-Properties::Properties(WindowHost& host, CurveProperties properties, const char* name)
-    : QDialog(host.Parent()), host_(host), ui_(std::make_unique<Ui::Properties>()), properties_(std::move(properties)) {
+Properties::Properties(WindowHost& host, CurveProperties properties, const char* name, std::function<void()> calibrate)
+    : QDialog(host.Parent()),
+      host_(host),
+      ui_(std::make_unique<Ui::Properties>()),
+      properties_(std::move(properties)),
+      calibrate_(std::move(calibrate)) {
   ui_->setupUi(this);
+  if (calibrate_)
+    connect(ui_->Command3, &QPushButton::clicked, this, &Properties::Command3_Click);
+  else
+    delete std::exchange(ui_->Command3, nullptr);
   setObjectName(QLatin1String(name));
   setProperty("helpTopic", topic::Parameters);
   TranslateForm(*this, host.Words());
@@ -77,6 +86,23 @@ void Properties::cmdColor_Click() {
   if (!colour || !alive) return;
   properties_.color = *colour;
   ShowColour();
+}
+
+void Properties::done(int result) {
+  if (!calibrating_) return QDialog::done(result);
+  closing_ = result;
+}
+
+void Properties::Command3_Click() {
+  const QPointer<Properties> alive(this);
+  calibrating_ = true;
+  setEnabled(false);
+  calibrate_();
+  if (!alive) return;
+  calibrating_ = false;
+  setEnabled(true);
+  ui_->Command3->setFocus();
+  if (closing_) QDialog::done(*closing_);
 }
 
 void Properties::cmdOK_Click() {

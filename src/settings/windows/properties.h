@@ -2,7 +2,9 @@
 
 #include <QDialog>
 #include <QLineEdit>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "i18n/windows/window_host.h"
 #include "settings/curve_properties.h"
@@ -18,14 +20,19 @@ class Properties : public QDialog {
   Q_OBJECT
 
  public:
-  Properties(WindowHost& host, CurveProperties properties);
+  /// `calibrate` finds gain and offset on the board of a unit, lets events run and shows its own boxes; empty for a
+  /// parameter that is calibrated nowhere.
+  Properties(WindowHost& host, CurveProperties properties, std::function<void()> calibrate = {});
   ~Properties() override;
 
   const CurveProperties& Answer() const { return properties_; }
 
+  /// Waits for a calibration that is under way.
+  void done(int result) override;
+
  protected:
   /// The same window under another name.
-  Properties(WindowHost& host, CurveProperties properties, const char* name);
+  Properties(WindowHost& host, CurveProperties properties, const char* name, std::function<void()> calibrate = {});
   WindowHost& Host() const { return host_; }
   const Ui::Properties& Controls() const { return *ui_; }
   /// Takes what was entered, or tells what is wrong with it.
@@ -36,12 +43,16 @@ class Properties : public QDialog {
   void ShowColour();
   void ShowWrapping();
   void cmdColor_Click();
+  void Command3_Click();
   QLineEdit& FieldOf(std::string PropertyTexts::*field) const;
   void ShowFault(const PropertyFault& fault);
 
   WindowHost& host_;
   std::unique_ptr<Ui::Properties> ui_;
   CurveProperties properties_;
+  const std::function<void()> calibrate_;
+  bool calibrating_ = false;
+  std::optional<int> closing_;  ///< the result to close with behind the calibration
 };
 
 }  // namespace velk

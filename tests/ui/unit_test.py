@@ -1,0 +1,89 @@
+"""The real program on a display, worked by the mouse: the table of a simulated unit is read, edited and sent back, and a
+command goes to it by the tools, in both languages."""
+
+import os
+import subprocess
+import unittest
+
+from desktop import Desktop, wait_for
+from mouse import Seen
+
+UNIT = "LUMO version A"
+
+
+class Unit(unittest.TestCase):
+    def start(self, language):
+        self.desktop = Desktop()
+        self.addCleanup(self.desktop.close)
+        settings = self.desktop.path / "config" / "VELK"
+        settings.mkdir(parents=True)
+        self.table = self.desktop.path / "table"
+        self.journal = self.desktop.path / "sent"
+        self.unit = subprocess.Popen(
+            [os.environ["VELK_SIM_BOARD"], "--unit", UNIT, "--table-file", self.table, "--journal", self.journal,
+             "--interval", "0.2"], stdout=subprocess.PIPE, text=True)
+        self.addCleanup(self.end_unit)
+        (settings / "VELK2.ini").write_text(
+            "[General]\nCurrent_language=%s\n[Protocol]\nSerialData=%s\nPortDevice1=%s\n" %
+            (language, UNIT, self.unit.stdout.readline().strip()))
+        self.seen = Seen(self.desktop, os.environ["VELK_PROGRAM"])
+        self.addCleanup(self.seen.close)
+
+    def end_unit(self):
+        self.unit.terminate()
+        self.unit.communicate()
+
+    def wait_for_table(self, *words):
+        """Waits until the unit's table has these words."""
+        wait_for(lambda: all(word in self.table.read_text().split() for word in words),
+                 lambda: "%r in the table %r" % (words, self.table.read_text()))
+
+    def last_mode(self):
+        modes = [line.split("\t")[2] for line in self.journal.read_text().splitlines() if "\tmode\t" in line]
+        return modes[-1]
+
+    def walk(self, language):
+        self.start(language)
+        self.seen.choose("mnuTools", "mnuToolsOrbenHardware")
+        self.seen.place("OrbenSettings/Grid1")
+        self.seen.picture("unit-table-" + language)
+        self.seen.click_on(window="OrbenSettings", row=1, column=2, text="1")
+        self.desktop.click()
+        self.desktop.press("ctrl+a")
+        self.desktop.write("2.5")
+        self.desktop.press("Return")
+        self.seen.find(window="OrbenSettings", row=1, column=2, text="2.5")
+        self.seen.click("OrbenSettings/Command1")
+        self.wait_for_table("2.5")
+        self.seen.wait_for("OrbenSettings/cmdTools", "enabled", "true")
+        wait_for(lambda: self.last_mode() == "run", "the unit to run")
+
+        self.seen.click("OrbenSettings/cmdTools")
+        self.seen.place("ORBENHardware/List1")
+        self.seen.picture("unit-tools-" + language)
+        self.seen.click_on(window="ORBENHardware", row=2, column=0)
+        self.seen.click("ORBENHardware/Command2")
+        self.seen.place("QInputDialog")
+        self.desktop.write("3,5")
+        self.desktop.press("Return")
+        self.seen.place("QMessageBox")
+        self.desktop.press("Return")
+        self.wait_for_table("3.5", "2.5")
+        self.assertEqual(self.last_mode(), "command")
+        self.seen.wait_for("ORBENHardware/Command1", "enabled", "true")
+        self.seen.click("ORBENHardware/Command1")
+        wait_for(lambda: self.last_mode() == "run", "the unit to run behind its tools")
+
+        self.seen.wait_for("OrbenSettings/cmdClose", "enabled", "true")
+        self.seen.click("OrbenSettings/cmdClose")
+        wait_for(lambda: not self.seen.is_seen("OrbenSettings"), "the window to close")
+
+    def test_is_edited_and_commanded_in_english(self):
+        self.walk("English")
+
+    def test_is_edited_and_commanded_in_russian(self):
+        self.walk("Russian")
+
+
+if __name__ == "__main__":
+    unittest.main()
