@@ -33,7 +33,8 @@ constexpr const char* kHelp =
     "  --no-answer-to X       the command X (p, k, r, o, ...) is heard and nothing else; may stand several times\n"
     "  --no-echo-for X        the echo of the command X doesn't come; may stand several times\n"
     "  --babble-after X       sends on and on behind the command X, until it is sent to run\n"
-    "  --unplug-at X          the cable is pulled out when the command X (or Trad) comes first; the mode stays\n"
+    "  --unplug-at X          the cable is pulled out when the command X (or Trad) comes first; the mode stays;\n"
+    "                         \"table\": behind the table, wherever that is cut\n"
     "  --return-after S       and is back S seconds later (default: it stays away)\n"
     "  --cut-table N          the table ends behind N bytes\n"
     "  --no-end               the table has no last line behind its channels\n"
@@ -271,6 +272,7 @@ class Unit {
       line_.Transmit(table.substr(at, piece));
       if (!sim::RestUntil(sim::Seconds() + options_.pieceRest)) return;
     }
+    if (options_.unplugAt == "table" && !std::exchange(wasPulled_, true)) PullOut();
   }
 
   void SendFrame() {

@@ -251,6 +251,8 @@ inline constexpr MessageText ToolsNotReady{
 inline constexpr MessageText NoNumberFormat{3182, "A number format has 0, # and one point."};
 inline constexpr MessageText ToolsHint{3180, "The unit takes commands and sends no data until this window is closed."};
 inline constexpr MessageText CalibratingChannel{3181, "Reading the channel..."};
+inline constexpr MessageText LeaveUnitTable{
+    3183, "The table has changes that were neither sent to the unit nor saved. Close it all the same?"};
 
 // The search for an instrument
 inline constexpr MessageText DetectionInProgress{412, "Automatic hardware detection in progress"};

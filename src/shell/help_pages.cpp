@@ -30,7 +30,7 @@ constexpr Topic kTopics[] = {
     {topic::Templates, "templates"},     {topic::Languages, "languages"},
     {topic::Failures, "failures"},       {topic::Files, "files"},
     {topic::Keyboard, "keyboard"},       {topic::Wells, "wells"},
-    {topic::UnitTable, "units"},             {topic::Licences, "licences"},
+    {topic::UnitTable, "units"},         {topic::Licences, "licences"},
 };
 
 QString PathOf(const char* page, const std::string& language) {

@@ -190,6 +190,14 @@ TEST_F(AsksVersion1, PassesOverAUnitThatStaysSilentOnOneOfTheCommands) {
   Detect();
 }
 
+TEST_F(AsksVersion1, PassesOverTheUnitWhereItsChannelsFindNoRoomBesideTheAdditionalOnes) {
+  session.NumberOfFormulae = 58;
+  Answers("/dev/null");
+  dialogs.Expect("Hardware unknown", Answer::Ok);
+  dialogs.Expect("Go back to the settings of before?", Answer::Yes);
+  Detect();
+}
+
 TEST_F(AsksVersion1, LeavesASilentPortBehindFifteenSecondsHoweverSlowTheSampling) {
   session.SamplingRate = 1.0 / 24;
   for (int i = 1; i <= 3; ++i) settings.Save("VELK2", "Protocol", "PortDevice" + std::to_string(i), "/dev/none");

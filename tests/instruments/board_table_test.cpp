@@ -43,6 +43,17 @@ TEST(ChannelLineOfABoard, LosesAnExponent) {
   EXPECT_EQ(ParseChannelLine("1 5E-05 1 NS NS", 1)->channel.offset, 5);
 }
 
+TEST(ChannelLineOfABoard, ReadsZeroForMoreDigitsThanAnyNumberHas) {
+  const std::string digits(400, '9');
+  const auto line = ParseChannelLine("1 " + digits + " -" + digits + " " + digits + " 7", 1);
+  ASSERT_TRUE(line);
+  EXPECT_EQ(line->channel.offset, 0);
+  EXPECT_EQ(line->channel.gain, 0);
+  EXPECT_EQ(line->channel.upperAlarm, 0);
+  EXPECT_EQ(line->channel.lowerAlarm, 7);
+  EXPECT_FALSE(ParseChannelLine(digits + " 1 2 3 4", 18));
+}
+
 TEST(ChannelLineOfABoard, IsIgnoredWithoutANumberOfTheUnit) {
   for (const char* line :
        {"", "   ", "0 1 2 3 4", "5 1 2 3 4", "-1 1 2 3 4", "1.5 1 2 3 4", "NS 1 2", "OK", "........"})
@@ -206,6 +217,24 @@ struct QuickBoard : BoardTable {
     Become("LUMO version A");
   }
 
+  /// Reads a table that ends behind so many bytes.
+  void ExpectCut(const std::string& whole, std::size_t length) {
+    table = whole.substr(0, length);
+    sent.clear();
+    quickBoard.SetupComPort(&bytes, 1, 19200, 0);
+    quickBoard.ForgetChannels();
+    if (length < whole.find("OK")) {
+      const char* text = length < whole.find("1 1") ? "unable to get channels data" : "Unable to get channels data";
+      ExpectError(12, "GetChannelsData", text, [&] { quickBoard.GetChannelsData(); });
+      EXPECT_FALSE(quickBoard.ChannelsLoaded());
+    } else {
+      EXPECT_FALSE(quickBoard.GetChannelsData()) << length;
+      for (int i = 1; i <= session.NumberOfChannels; ++i) EXPECT_EQ(quickBoard.GetGain(i), i / 2.0);
+    }
+    EXPECT_EQ(sent, "Trad\rp\rr\r") << length;
+    EXPECT_FALSE(quickBoard.InTradMode());
+  }
+
   test::QuickClock quick;
   test::BytePort bytes;
   Platform quickly{quick, gate, dialogs, settings, test::English()};
@@ -215,23 +244,22 @@ struct QuickBoard : BoardTable {
 
 TEST_F(QuickBoard, HasItsTableReadWholeOrRefusedWhereverItIsCut) {
   const std::string whole = Table(4);
-  const std::size_t headings = whole.find("1 1");
-  const std::size_t channels = whole.find("OK");
-  for (std::size_t length = 0; length <= whole.size(); ++length) {
-    table = whole.substr(0, length);
-    sent.clear();
-    quickBoard.SetupComPort(&bytes, 1, 19200, 0);
-    quickBoard.ForgetChannels();
-    if (length < channels) {
-      const char* text = length < headings ? "unable to get channels data" : "Unable to get channels data";
-      ExpectError(12, "GetChannelsData", text, [&] { quickBoard.GetChannelsData(); });
-      EXPECT_FALSE(quickBoard.ChannelsLoaded());
-    } else {
-      EXPECT_FALSE(quickBoard.GetChannelsData()) << length;
-      for (int i = 1; i <= 4; ++i) EXPECT_EQ(quickBoard.GetGain(i), i / 2.0);
-    }
-    EXPECT_EQ(sent, "Trad\rp\rr\r") << length;
-    EXPECT_FALSE(quickBoard.InTradMode());
+  for (std::size_t length = 0; length <= whole.size(); ++length) ExpectCut(whole, length);
+}
+
+/// In the middle of a table of this length every cut is as any other.
+TEST_F(QuickBoard, HasTheTablesOfTheOtherUnitsReadWholeOrRefusedWhereverTheyAreCutNearTheirEnds) {
+  const std::pair<const char*, std::string> units[] = {{"KESTA version 3", Table(18)},
+                                                       {"KESTA version 4", Table(18)},
+                                                       {"KESTA version 4", "p\r\n" + Table(18)},
+                                                       {"KESTA version 5", Table(22)},
+                                                       {"LUMO version B", Table(10)}};
+  for (const auto& [name, whole] : units) {
+    SCOPED_TRACE(name);
+    Become(name);
+    const std::size_t firstEnd = whole.find("1 1") + 12, lastBegin = whole.find("OK") - 6;
+    for (std::size_t length = 0; length <= whole.size(); ++length)
+      if (length < firstEnd || length > lastBegin) ExpectCut(whole, length);
   }
 }
 
@@ -294,6 +322,29 @@ TEST_F(BoardTable, OfAnotherUnitIsReadAnew) {
   Sent();
   EXPECT_EQ(board.GetGain(4), 2);
   EXPECT_EQ(Sent(), "Trad\rp\rr\r");
+}
+
+TEST_F(BoardTable, IsReadAnewWhereAnotherUnitMayStandBehindThePort) {
+  const auto read = [&](int channels) {
+    unit.answers["p\r"] = {Table(channels)};
+    board.GetChannelsData();
+    ASSERT_TRUE(board.ChannelsLoaded());
+  };
+  read(22);
+  board.SetupComPort(&port, 1, 19200, 0);
+  EXPECT_TRUE(board.ChannelsLoaded()) << "the same unit at the same port";
+  board.SetupComPort(&port, 2, 19200, 0);
+  EXPECT_FALSE(board.ChannelsLoaded());
+  Become("KESTA version 3");
+  board.SetupComPort(&port, 2, 19200, 0);
+  read(18);
+  Become("KESTA version 4");
+  board.SetupComPort(&port, 2, 19200, 0);
+  EXPECT_FALSE(board.ChannelsLoaded()) << "as many channels, and another unit";
+  read(18);
+  device.HangUp();
+  EXPECT_THROW(board.SendRun(), RuntimeError);
+  EXPECT_FALSE(board.ChannelsLoaded());
 }
 
 // --- Sending it back ---

@@ -235,6 +235,7 @@ TEST(CalibrationAnswer, IsReadBehindTheFirstEqualsSignAndAheadOfTheCr) {
   EXPECT_EQ(CalibrationReading("= 12.5"), 0);
   EXPECT_EQ(CalibrationReading("\r1=2\r"), 2);
   EXPECT_EQ(CalibrationReading("12.5\r"), std::nullopt);
+  EXPECT_EQ(CalibrationReading("=1E999\r"), std::nullopt) << "beyond any number";
   EXPECT_EQ(CalibrationReading(""), std::nullopt);
 }
 

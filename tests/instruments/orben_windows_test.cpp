@@ -34,6 +34,7 @@ struct OrbenSettingsWindow : testing::Test {
     work.send = [this, note](const UnitRows& table) {
       sent = table;
       note("send");
+      return takes;
     };
     work.reset = [note] { note("reset"); };
     work.setClock = [note] { note("clock"); };
@@ -66,6 +67,7 @@ struct OrbenSettingsWindow : testing::Test {
   std::unique_ptr<OrbenSettings> window;
   std::function<void()> meanwhile;
   UnitRows sent;
+  bool takes = true;  ///< the unit
   std::string done, clock = "–", issued;
   int cancels = 0;
 };
@@ -112,6 +114,22 @@ TEST_F(OrbenSettingsWindow, WarnsOfExponentsAheadOfTheSend) {
   EXPECT_EQ(done, "send ");
 }
 
+TEST_F(OrbenSettingsWindow, WarnsOfNoExponentThatTheUnitHasUntilACommandMayHaveChangedIt) {
+  work.table[0][unit_column::Offset] = "5E-05";
+  Open();
+  Click(*window, "Command1");
+  EXPECT_EQ(done, "send ");
+  FindControl<QLineEdit>(*window, "Text1")->setText("o 1 0");
+  Click(*window, "Command8");
+  host.dialogs.Expect("Send them all the same?", Answer::Yes);
+  Click(*window, "Command1");
+  takes = false;
+  Click(*window, "Command1");
+  host.dialogs.Expect("Send them all the same?", Answer::No);
+  Click(*window, "Command1");
+  EXPECT_EQ(done, "send [o 1 0] send send ");
+}
+
 TEST_F(OrbenSettingsWindow, ResetsBehindAQuestionSetsTheClockAndSendsATypedCommand) {
   Open();
   host.dialogs.Expect("Reset it?", Answer::No);
@@ -143,6 +161,60 @@ TEST_F(OrbenSettingsWindow, TakesNoOtherCommandWhileOneRunsAndIsClosedBehindIt) 
   EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(OrbenSettingsWindow, AsksBeforeChangesAreLost) {
+  Open();
+  Type(0, unit_column::Gain, "7");
+  takes = false;
+  Click(*window, "Command1");
+  host.dialogs.Expect("neither sent to the unit nor saved. Close it all the same?", Answer::No);
+  window->close();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(host.dialogs.shown.back().safeDefault);
+  host.dialogs.Expect("Close it all the same?", Answer::Yes);
+  Click(*window, "cmdClose");
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(OrbenSettingsWindow, AsksNothingWhereTheUnitOrAFileHasTheTable) {
+  const std::string path = folder.File("mine.txt");
+  const std::vector<std::function<void()>> ways = {[] {},
+                                                   [&] {
+                                                     Type(0, unit_column::Gain, "7");
+                                                     Click(*window, "Command1");
+                                                   },
+                                                   [&] {
+                                                     Type(0, unit_column::Gain, "8");
+                                                     host.dialogs.ExpectSaveFile(path);
+                                                     Click(*window, "cmdSaveAs");
+                                                   },
+                                                   [&] {
+                                                     Type(0, unit_column::Gain, "9");
+                                                     host.dialogs.ExpectOpenFile(path);
+                                                     Click(*window, "cmdOpen");
+                                                   },
+                                                   [&] {
+                                                     Type(0, unit_column::Gain, "9");
+                                                     host.dialogs.SetEnding();
+                                                   }};
+  for (const auto& way : ways) {
+    Open();
+    way();
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+  }
+}
+
+TEST_F(OrbenSettingsWindow, AsksBehindWorkThatWasEndedByTheClosing) {
+  Open();
+  Type(0, unit_column::Gain, "7");
+  takes = false;
+  meanwhile = [this] { window->close(); };
+  host.dialogs.Expect("Close it all the same?", Answer::No);
+  Click(*window, "Command1");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(FindControl<QPushButton>(*window, "Command1")->isEnabled());
+}
+
 TEST_F(OrbenSettingsWindow, ShowsTheUnitsTimeAndTheLastCommand) {
   Open();
   EXPECT_EQ(Text("lblClock"), "–");
@@ -169,6 +241,15 @@ TEST_F(OrbenSettingsWindow, SavesAndOpensTemplates) {
   Click(*window, "cmdOpen");
   EXPECT_EQ(Cell(0, unit_column::Gain), "8");
   EXPECT_EQ(done, "") << "nothing goes to the unit";
+}
+
+TEST_F(OrbenSettingsWindow, SavesNoTemplateThatCouldNotBeOpened) {
+  Open();
+  Type(2, unit_column::Offset, "zero");
+  Grid().setCurrentIndex(Grid().model()->index(0, 1));
+  Click(*window, "cmdSaveAs");
+  EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(2, unit_column::Offset));
+  EXPECT_EQ(Text("lblFault"), "This is no number");
 }
 
 TEST_F(OrbenSettingsWindow, RefusesATemplateOfAnotherUnitWithItsLine) {

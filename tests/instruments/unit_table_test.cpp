@@ -62,17 +62,20 @@ TEST(UnitCells, AreNumbersWithADecimalPointOrCommaAndAlarmsMayBeEmpty) {
   EXPECT_FALSE(UnitCellFault(unit_column::LowerAlarm, "1,234.5").IsEmpty());
   EXPECT_TRUE(UnitCellFault(unit_column::NumberFormat, "#0.00").IsEmpty());
   EXPECT_FALSE(UnitCellFault(unit_column::NumberFormat, "two").IsEmpty());
+  EXPECT_FALSE(UnitCellFault(unit_column::NumberFormat, "0.0.0").IsEmpty());
 }
 
 TEST(UnitCells, WithAnExponentAreNamedByTheirChannels) {
   UnitRows table = kTable;
-  EXPECT_EQ(ChannelsWithExponents(table), "");
+  EXPECT_EQ(ChannelsWithExponents(table, {}), "");
   table[0][unit_column::Gain] = "0.00005";
-  EXPECT_EQ(ChannelsWithExponents(table), "1");
+  EXPECT_EQ(ChannelsWithExponents(table, {}), "1");
   table[1][unit_column::LowerAlarm] = "1e15";
-  EXPECT_EQ(ChannelsWithExponents(table), "1, 2");
+  EXPECT_EQ(ChannelsWithExponents(table, {}), "1, 2");
+  EXPECT_EQ(ChannelsWithExponents(table, kTable), "1, 2");
   table[0][unit_column::Gain] = "5e-3";
-  EXPECT_EQ(ChannelsWithExponents(table), "2") << "it is sent as 0.005";
+  EXPECT_EQ(ChannelsWithExponents(table, {}), "2") << "it is sent as 0.005";
+  EXPECT_EQ(ChannelsWithExponents(table, table), "") << "the unit has it, so it isn't sent";
 }
 
 TEST(UnitGridOfATable, KeepsTheNumbersOfTheChannelsAndTakesChangesBack) {
@@ -88,6 +91,20 @@ TEST(UnitGridOfATable, KeepsTheNumbersOfTheChannelsAndTakesChangesBack) {
   grid.Undo();
   EXPECT_EQ(grid.Table(), kTable);
   EXPECT_FALSE(grid.CanUndo());
+}
+
+TEST(UnitGridOfATable, IsChangedUntilItIsKeptOrAsItWas) {
+  UnitGrid grid(kTable);
+  EXPECT_FALSE(grid.IsChanged());
+  grid.Enter(0, unit_column::Gain, "3");
+  EXPECT_TRUE(grid.IsChanged());
+  grid.Enter(0, unit_column::Gain, "2");
+  EXPECT_FALSE(grid.IsChanged());
+  grid.Enter(0, unit_column::Gain, "3");
+  grid.Kept();
+  EXPECT_FALSE(grid.IsChanged());
+  grid.Undo();
+  EXPECT_TRUE(grid.IsChanged());
 }
 
 TEST(UnitGridOfATable, PastesWhatWasCopiedWithinItsCells) {

@@ -106,6 +106,24 @@ TEST_F(UnitInTheProgram, ReadsTheTableAgainAheadOfASendBehindACommandAndTheGridK
   rig.Choose("mnuToolsOrbenHardware");
 }
 
+TEST_F(UnitInTheProgram, AsksBeforeChangesAreLostAndNotWhereTheUnitHasThem) {
+  rig.windows.Then("OrbenSettings", [&](QDialog& window) {
+    auto& model = *FindControl<QTableView>(window, "Grid1")->model();
+    model.setData(model.index(0, unit_column::Offset), "-4", Qt::EditRole);
+    board.answers["Trad\r"] = {""};
+    rig.dialogs.Expect("unable to establish communication with the hardware. - Command1_Click", Answer::Cancel);
+    Click(window, "Command1");
+    rig.dialogs.Expect("neither sent to the unit nor saved", Answer::No);
+    window.close();
+    EXPECT_TRUE(window.isVisible());
+    board.answers["Trad\r"] = {"OK"};
+    Click(window, "Command1");
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+  });
+  rig.Choose("mnuToolsOrbenHardware");
+}
+
 TEST_F(UnitInTheProgram, LeavesAJobThatIsReadyAsItIs) {
   Connect();
   rig.windows.Then("OrbenSettings", [&](QDialog& window) {
@@ -142,7 +160,7 @@ TEST_F(UnitInTheProgram, TellsWhichCommandTheBoardDoesNotTakeAndSendsItAllAgainO
       board.answers["o 1 -4\r"] = {"o 1 -4\r\n"};
     });
     Click(window, "Command1");
-    EXPECT_EQ(Heard(), "Trad\ro 1 -4\rr\r");
+    EXPECT_EQ(Heard(), "Trad\rp\rr\rTrad\ro 1 -4\rr\r") << "nobody knows what the board has taken";
     FindControl<QLineEdit>(window, "Text1")->setText("x");
     rig.dialogs.Expect("Error, Unable to execute [x]", Answer::Ok);
     Click(window, "Command8");

@@ -180,6 +180,11 @@ std::vector<FaultCase> Faults() {
   cases.push_back({lumo, kRead, "no line behind the channels", {"--no-end"}, ""});
   cases.push_back(
       {kesta3, kRead, "unplugged at the table, back later", {"--unplug-at", "p", "--return-after", "1"}, kGone});
+  cases.push_back({kesta4,
+                   kRead,
+                   "unplugged in the middle of the table",
+                   {"--cut-table", "200", "--unplug-at", "table", "--return-after", "1"},
+                   kGone});
   cases.push_back({kesta4, kRead, "unplugged for good", {"--unplug-at", "p"}, kGone, false});
   cases.push_back(
       {lumo, kSend, "no echo of a gain", {"--echo", "--no-echo-for", "g"}, "Unable to execute [g 1 -0.25]"});

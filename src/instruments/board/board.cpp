@@ -1,5 +1,7 @@
 #include "instruments/board/board.h"
 
+#include <utility>
+
 #include "instruments/texts.h"
 #include "platform/dialogs/long_task.h"
 #include "platform/loop/clock.h"
@@ -80,6 +82,7 @@ void CAdc12nCom::Raise(int n, const OperatorText& source, const OperatorText& te
 
 void CAdc12nCom::RaiseGone() {
   owesRun_ = owesRun_ || addressed_;
+  ForgetChannels();
   calibrating_ = inTradMode_ = addressed_ = false;
   throw RuntimeError(ErrorNumber::DeviceUnavailable, device_ + text::UnitIsGone);
 }
@@ -97,7 +100,10 @@ void CAdc12nCom::SetupComPort(SerialPort* port, std::int16_t portNumber, std::in
   if (handshake < 0 || handshake > 3) Raise(4, text::SourceSetupComPort, text::InvalidHandshake);
 
   SerialSettings settings;
-  settings.device = device_ = deviceOf_(portNumber);
+  settings.device = deviceOf_(portNumber);
+  // What was read of one unit is no baseline for another.
+  if (settings.device != std::exchange(device_, settings.device)) ForgetChannels();
+  if (session_.SerialData != std::exchange(unit_, session_.SerialData)) ForgetChannels();
   settings.baudRate = baud;
   settings.handshake = static_cast<Handshake>(handshake);
   settings.readBuffer = kInputBuffer;

@@ -175,6 +175,7 @@ class CAdc12nCom {
   std::function<std::string(int)> deviceOf_;
   SerialPort* comPort_ = nullptr;
   std::string device_;
+  std::string unit_;  ///< its name at the last SetupComPort
   bool portConfigured_ = false;
   std::vector<BoardChannel> present_;   ///< by channel; the first one is nobody's
   std::vector<BoardChannel> baseline_;  ///< what the board holds, as last read or written

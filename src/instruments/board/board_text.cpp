@@ -30,9 +30,15 @@ std::vector<std::string> TokensOf(std::string_view line) {
   return tokens;
 }
 
+/// More digits than any number has are none.
+double NumberOf(const std::string& token) {
+  const double number = Val(token);
+  return std::isfinite(number) ? number : 0;
+}
+
 void ReadAlarm(const std::string& token, double& level, bool& isSet) {
   isSet = token != "NS";
-  level = isSet ? Val(token) : 0;
+  level = isSet ? NumberOf(token) : 0;
 }
 
 }  // namespace
@@ -43,8 +49,8 @@ std::optional<ChannelLine> ParseChannelLine(std::string_view line, int channels)
   if (!(number >= 1 && number <= channels) || std::floor(number) < number) return std::nullopt;
   ChannelLine read;
   read.number = static_cast<int>(number);
-  if (tokens.size() > 1) read.channel.offset = Val(tokens[1]);
-  if (tokens.size() > 2) read.channel.gain = Val(tokens[2]);
+  if (tokens.size() > 1) read.channel.offset = NumberOf(tokens[1]);
+  if (tokens.size() > 2) read.channel.gain = NumberOf(tokens[2]);
   if (tokens.size() > 3) ReadAlarm(tokens[3], read.channel.upperAlarm, read.channel.upperAlarmSet);
   if (tokens.size() > 4) ReadAlarm(tokens[4], read.channel.lowerAlarm, read.channel.lowerAlarmSet);
   read.hasMore = tokens.size() > kTokensOfChannel + 1;
@@ -56,7 +62,8 @@ std::optional<double> CalibrationReading(std::string_view answer) {
   if (sign == std::string_view::npos) return std::nullopt;
   const std::string_view behind = answer.substr(sign + 1);
   const std::size_t end = behind.find('\r');
-  return Val(end == std::string_view::npos ? answer : behind.substr(0, end));
+  const double reading = Val(end == std::string_view::npos ? answer : behind.substr(0, end));
+  return std::isfinite(reading) ? std::optional(reading) : std::nullopt;
 }
 
 std::string BoardCommand(char letter, int channel) {

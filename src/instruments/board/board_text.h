@@ -23,13 +23,13 @@ struct ChannelLine {
   bool hasMore = false;  ///< two tokens more than a channel has: the board echoes commands
 };
 
-/// Reads number, offset, gain, upper and lower alarm, "NS" for one that is not set; a token that isn't there reads 0,
-/// and the alarm as not set. Characters that no such line has are dropped first. Nothing where the number isn't a whole
-/// one from 1 to `channels`.
+/// Reads number, offset, gain, upper and lower alarm, "NS" for one that is not set; a token that isn't there, or is
+/// beyond the 64-bit range, reads 0; an alarm that isn't there is not set. Characters that no such line has are dropped
+/// first. Nothing where the number isn't a whole one from 1 to `channels`.
 std::optional<ChannelLine> ParseChannelLine(std::string_view line, int channels);
 
 /// The reading in the answer to "k": behind the first "=" and ahead of a CR; without a CR the number at the front of
-/// the whole answer. Nothing for an answer without "=".
+/// the whole answer. Nothing for an answer without "=", and for a number beyond the 64-bit range.
 std::optional<double> CalibrationReading(std::string_view answer);
 
 /// "o 3 0.5": a command with what it takes.

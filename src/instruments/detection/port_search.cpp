@@ -132,7 +132,9 @@ OperatorText PortSearch::PortsNotOpened() const {
   return text.IsEmpty() ? text : text::PortsNotOpened + text;
 }
 
+/// The box may stand for long, and the instrument goes on sending.
 void PortSearch::Tell(const MessageText& found) {
+  port_.Close();
   OperatorText text = found;
   if (const OperatorText ports = PortsNotOpened(); !ports.IsEmpty()) text += "\n\n" + ports;
   platform_.dialogs.Message({text, text::DetectTitle, Buttons::Ok, BoxIcon::Information});
@@ -253,7 +255,7 @@ bool PortSearch::AskEach() {
 }
 
 bool PortSearch::TakeAnswers(std::int32_t delimiters) {
-  if (delimiters != kVersion1Channels) return false;
+  if (delimiters != kVersion1Channels || !MayBeCount(delimiters)) return false;
   FillUnnamedParameters(session_.Parameters, kVersion1Channels, platform_.language);
   for (int i = 0; i < kVersion1Channels; ++i) {
     Parameter& parameter = session_.Parameters[static_cast<std::size_t>(i) + 1];

@@ -98,6 +98,7 @@ void Link::SetODataCom() {
 
   CloseODataCom();
   linesSeen_ = 0;
+  lastFrameTime_.clear();
   RunProcedure({platform_.dialogs, "SetODataCom"}, [&](auto run) { run([&] { OpenDriver(toldAlready); }); });
   ShowImages(ODataCom1.IsOpen());
   StartWatching();
@@ -127,7 +128,7 @@ void Link::OpenDriver(const std::string& toldAlready) {
 /// A unit whose cable was pulled out in the middle of a command waits for the next one.
 void Link::DriverOpened() {
   device_.Opened();
-  if (Board.OwesRun()) ODataCom1.Write("r\r");
+  if (Board.OwesRun() && ProtocolOf(session_).unit) ODataCom1.Write("r\r");
 }
 
 void Link::StartWatching() {
@@ -292,6 +293,7 @@ void Link::Timer2_Timer() {
 }
 
 void Link::DriverHungUp() {
+  Board.ForgetChannels();  // another unit may be plugged in
   ShowImages(false);
   TellLoss(ODataCom1.Settings().port.device + text::PortIsGone);
   retry_->SetEnabled(true);

@@ -100,7 +100,7 @@ class Link {
   /// Lines received since the last SetODataCom, for a wait for the first one.
   std::int64_t LinesSeen() const { return linesSeen_; }
 
-  /// The time in the last frame of an own unit, "hh:mm:ss"; empty before the first one.
+  /// The time in the last frame of an own unit, "hh:mm:ss"; empty before the first one since the last SetODataCom.
   const std::string& LastFrameTime() const { return lastFrameTime_; }
 
   /// The sample's road (ProcessLine).

@@ -49,7 +49,7 @@ void Save(CAdc12nCom& board, int channel, const ChannelScale& scale) {
   const CAdc12nCom::Status status(board);
   board.SetOffset(channel, scale.offset);
   board.SetGain(channel, scale.gain);
-  if (board.SaveDataToBoard() != 0) throw board.RefusedCommand();
+  SaveOrForget(board);
 }
 
 void SendRun(CAdc12nCom& board) {

@@ -11,7 +11,7 @@ namespace velk {
 /// The table of a unit while it is edited. The numbers of the channels stand fast.
 class UnitGrid {
  public:
-  explicit UnitGrid(UnitRows table) : table_(std::move(table)) {}
+  explicit UnitGrid(UnitRows table) : table_(std::move(table)), kept_(table_) {}
 
   const UnitRows& Table() const { return table_; }
   int RowCount() const { return static_cast<int>(table_.size()); }
@@ -31,11 +31,17 @@ class UnitGrid {
   void Undo();
   bool CanUndo() const { return !before_.empty(); }
 
+  /// The unit or a file has the table as it is.
+  void Kept() { kept_ = table_; }
+  /// It isn't as it was begun with, nor as it was kept last.
+  bool IsChanged() const { return table_ != kept_; }
+
  private:
   void Write(int row, int column, const std::string& text);
   void Keep();
 
   UnitRows table_;
+  UnitRows kept_;
   std::vector<UnitRows> before_;
 };
 

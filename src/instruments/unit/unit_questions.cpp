@@ -1,5 +1,7 @@
 #include "instruments/unit/unit_questions.h"
 
+#include <cmath>
+
 #include "base/number_entry.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -23,6 +25,7 @@ std::optional<double> AskUnitNumber(Dialogs& dialogs, const OperatorText& prompt
 }
 
 bool MaySend(Dialogs& dialogs, double value) {
+  if (!std::isfinite(value)) throw RuntimeError(ErrorNumber::Overflow);
   const std::string number = NumberText(value);
   if (!HasExponent(number)) return true;
   return dialogs.Message({.text = number + text::ReadsBackOther,

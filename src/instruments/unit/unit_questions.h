@@ -10,7 +10,8 @@ namespace velk {
 std::optional<double> AskUnitNumber(Dialogs& dialogs, const OperatorText& prompt, const OperatorText& title,
                                     const std::string& preset = {});
 
-/// Whether a number may be sent: one that is sent with an exponent is warned about.
+/// Whether a number may be sent: one that is sent with an exponent is warned about. Raises Overflow for one that is
+/// none.
 bool MaySend(Dialogs& dialogs, double value);
 
 }  // namespace velk

@@ -40,6 +40,7 @@ void UnitSettings::MatchParameters() {
   CAdc12nCom& board = talk.Board();
   const CAdc12nCom::Status status(board);
   if (board.Reply().empty()) board.SendTrad();
+  board.ForgetChannels();
   if (board.GetChannelsData()) throw BoardError(8, "MatchParameters", text::UnableToGetChannels);
   UnitRows table = EmptyUnitTable(unit_.session);
   for (std::size_t row = 0; row < table.size(); ++row) {
@@ -68,7 +69,7 @@ void UnitSettings::Send(const UnitRows& table) {
     board.SetUpperAlarm(channel, HasAlarm(upper), NumberOf(upper));
     board.SetLowerAlarm(channel, HasAlarm(lower), NumberOf(lower));
   }
-  if (board.SaveDataToBoard() != 0) throw board.RefusedCommand();
+  SaveOrForget(board);
 }
 
 void UnitSettings::ResetToSystemDefault() {

@@ -1,6 +1,6 @@
 #include "instruments/unit/unit_table.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "base/number_entry.h"
 #include "base/numbers.h"
@@ -63,7 +63,9 @@ const MessageText& UnitHeading(int column) {
 OperatorText UnitCellFault(int column, const std::string& text) {
   if (column == unit_column::Channel) return {};
   if (column == unit_column::NumberFormat)
-    return text.find_first_not_of("0#.,") == std::string::npos ? OperatorText() : text::NoNumberFormat;
+    return text.find_first_not_of("0#.,") == std::string::npos && std::count(text.begin(), text.end(), '.') <= 1
+               ? OperatorText()
+               : text::NoNumberFormat;
   if (Trim(text).empty()) return IsAlarm(column) ? OperatorText() : text::NotANumber;
   if (IsUnclearNumber(text)) return text::NumberUnclear;
   return IsNumeric(WithDecimalPoint(text)) ? OperatorText() : text::NotANumber;
@@ -81,12 +83,16 @@ bool HasExponent(const std::string& text) {
   return NumberText(Val(WithDecimalPoint(text))).find('E') != std::string::npos;
 }
 
-std::string ChannelsWithExponents(const UnitRows& table) {
+std::string ChannelsWithExponents(const UnitRows& table, const UnitRows& unitHas) {
   std::string channels;
   for (std::size_t row = 0; row < table.size(); ++row) {
     bool has = false;
-    for (const int column : {unit_column::Offset, unit_column::Gain, unit_column::UpperAlarm, unit_column::LowerAlarm})
-      has = has || HasExponent(table[row][static_cast<std::size_t>(column)]);
+    for (const int column :
+         {unit_column::Offset, unit_column::Gain, unit_column::UpperAlarm, unit_column::LowerAlarm}) {
+      const auto place = static_cast<std::size_t>(column);
+      const bool isSent = row >= unitHas.size() || unitHas[row][place] != table[row][place];
+      has = has || (isSent && HasExponent(table[row][place]));
+    }
     if (has) channels += (channels.empty() ? "" : ", ") + std::to_string(row + 1);
   }
   return channels;

@@ -37,8 +37,9 @@ std::optional<UnitCell> FirstUnitFault(const UnitRows& table);
 
 /// Whether the number of this text has an exponent when it is sent: the board reads it back as another one.
 bool HasExponent(const std::string& text);
-/// The channels with such a number, divided by commas; empty where there is none.
-std::string ChannelsWithExponents(const UnitRows& table);
+/// The channels with such a number in a cell that differs from what the unit has, divided by commas; empty where there
+/// is none. `unitHas` is empty where nobody knows.
+std::string ChannelsWithExponents(const UnitRows& table, const UnitRows& unitHas);
 
 /// A template: the unit's name in the first line, then a row a channel, its cells divided by tabs.
 std::string UnitTemplateText(const std::string& unit, const UnitRows& table);

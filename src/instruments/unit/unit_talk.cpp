@@ -1,5 +1,7 @@
 #include "instruments/unit/unit_talk.h"
 
+#include "base/scope.h"
+
 namespace velk {
 
 UnitTalk::UnitTalk(const UnitAccess& unit, bool& cancelled) : link_(unit.link), lease_(unit.link, unit.timers) {
@@ -18,6 +20,15 @@ UnitTalk::~UnitTalk() {
   if (!link_.MSComm1->IsOpen()) lease_.LossIsTold();
   if (link_.Board.MayBeInTradMode()) link_.Board.BringToRunMode();
   link_.Board.CloseComPort();
+}
+
+void SaveOrForget(CAdc12nCom& board) {
+  bool isSent = false;
+  const OnLeaving done([&] {
+    if (!isSent) board.ForgetChannels();
+  });
+  if (board.SaveDataToBoard() != 0) throw board.RefusedCommand();
+  isSent = true;
 }
 
 }  // namespace velk

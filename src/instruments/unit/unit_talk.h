@@ -31,4 +31,8 @@ class UnitTalk {
   LinkLease lease_;
 };
 
+/// Sends what was set and raises the error of a command that the board doesn't take. Where it fails, some of it may
+/// have reached the board: its table is read ahead of the next send.
+void SaveOrForget(CAdc12nCom& board);
+
 }  // namespace velk

@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/text.h"
 #include "base/text_qt.h"
@@ -47,6 +48,7 @@ OrbenSettings::OrbenSettings(WindowHost& host, OrbenSettingsWork work)
   ui_->Grid1->setModel(&model_);
   ConnectButtons();
   ConnectGrid();
+  if (work_.wasRead) unitHas_ = work_.table;
   TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
   ui_->Grid1->horizontalHeader()->setObjectName(QStringLiteral("qt_GridHeadings"));
@@ -142,7 +144,16 @@ void OrbenSettings::done(int result) {
     return;
   }
   StoreOpenEditor();
-  QDialog::done(result);
+  const QPointer<OrbenSettings> alive(this);
+  if (MayLeave() && alive) QDialog::done(result);
+}
+
+bool OrbenSettings::MayLeave() {
+  if (!grid_.IsChanged() || host_.Boxes().IsEnding()) return true;
+  return host_.Boxes().Message({.text = text::LeaveUnitTable,
+                                .buttons = Buttons::YesNo,
+                                .icon = BoxIcon::Question,
+                                .safeDefault = true}) == velk::Answer::Yes;
 }
 
 /// An editor that loses the keyboard stores what stands in it.
@@ -162,7 +173,7 @@ void OrbenSettings::Run(const std::function<void()>& work) {
   SetBusy(false);
   if (before) before->setFocus();
   ShowUnit();
-  if (closing_) QDialog::done(*closing_);
+  if (closing_) done(*std::exchange(closing_, std::nullopt));
 }
 
 void OrbenSettings::SetBusy(bool busy) {
@@ -174,15 +185,19 @@ void OrbenSettings::SetBusy(bool busy) {
   ui_->Command8->setEnabled(!busy && !ui_->Text1->text().trimmed().isEmpty());
 }
 
-bool OrbenSettings::MaySend() {
+bool OrbenSettings::IsSound() {
   StoreOpenEditor();
-  if (const auto fault = FirstUnitFault(grid_.Table())) {
-    ui_->Grid1->setCurrentIndex(model_.index(fault->row, fault->column));
-    ui_->Grid1->setFocus();
-    ShowRemark();
-    return false;
-  }
-  const std::string channels = ChannelsWithExponents(grid_.Table());
+  const auto fault = FirstUnitFault(grid_.Table());
+  if (!fault) return true;
+  ui_->Grid1->setCurrentIndex(model_.index(fault->row, fault->column));
+  ui_->Grid1->setFocus();
+  ShowRemark();
+  return false;
+}
+
+bool OrbenSettings::MaySend() {
+  if (!IsSound()) return false;
+  const std::string channels = ChannelsWithExponents(grid_.Table(), unitHas_);
   return channels.empty() || host_.Boxes().Message({.text = text::ExponentsBefore + channels + text::ExponentsAfter,
                                                     .buttons = Buttons::YesNo,
                                                     .icon = BoxIcon::Exclamation,
@@ -191,14 +206,22 @@ bool OrbenSettings::MaySend() {
 
 void OrbenSettings::Command1_Click() {
   const QPointer<OrbenSettings> alive(this);
-  if (MaySend() && alive) Run([this] { work_.send(grid_.Table()); });
+  if (!MaySend() || !alive) return;
+  Run([this, alive, table = grid_.Table()] {
+    const bool isSent = work_.send(table);
+    if (!alive) return;
+    unitHas_ = isSent ? table : UnitRows();
+    if (isSent) grid_.Kept();
+  });
 }
 
 void OrbenSettings::Command3_Click() {
   const QPointer<OrbenSettings> alive(this);
   const auto answer = host_.Boxes().Message(
       {.text = text::ResetQuestion, .buttons = Buttons::YesNo, .icon = BoxIcon::Exclamation, .safeDefault = true});
-  if (answer == velk::Answer::Yes && alive) Run(work_.reset);
+  if (answer != velk::Answer::Yes || !alive) return;
+  unitHas_.clear();
+  Run(work_.reset);
 }
 
 void OrbenSettings::Command4_Click() {
@@ -207,10 +230,13 @@ void OrbenSettings::Command4_Click() {
 
 void OrbenSettings::Command8_Click() {
   const std::string command = Trim(FromQt(ui_->Text1->text()));
-  if (!command.empty()) Run([&] { work_.sendCommand(command); });
+  if (command.empty()) return;
+  unitHas_.clear();
+  Run([&] { work_.sendCommand(command); });
 }
 
 void OrbenSettings::cmdTools_Click() {
+  unitHas_.clear();
   Run(work_.tools);
 }
 
@@ -231,16 +257,18 @@ void OrbenSettings::cmdOpen_Click() {
       return;
     }
     grid_.Load(std::get<UnitRows>(std::move(read)));
+    grid_.Kept();
     ShowTemplate(*path);
     Changed();
   });
 }
 
 void OrbenSettings::cmdSave_Click() {
-  Write(template_);
+  if (IsSound()) Write(template_);
 }
 
 void OrbenSettings::cmdSaveAs_Click() {
+  if (!IsSound()) return;
   const QPointer<OrbenSettings> alive(this);
   const std::string folder = template_.empty() ? work_.directory : FolderOf(template_);
   std::optional<std::string> path;
@@ -252,13 +280,14 @@ void OrbenSettings::cmdSaveAs_Click() {
 }
 
 void OrbenSettings::Write(const std::string& path) {
-  StoreOpenEditor();
   const QPointer<OrbenSettings> alive(this);
   RunProcedure({host_.Boxes(), "cmdSave_Click"}, [&](const Statements& run) {
     run([&] {
       if (alive) WriteWholeFile(path, UnitTemplateText(work_.unit, grid_.Table()));
     });
-    if (alive) ShowTemplate(path);
+    if (!alive) return;
+    grid_.Kept();
+    ShowTemplate(path);
   });
 }
 

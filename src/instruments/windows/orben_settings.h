@@ -22,9 +22,9 @@ namespace velk {
 struct OrbenSettingsWork {
   std::string unit;  ///< its name, as templates carry it
   UnitRows table;
-  bool wasRead = true;    ///< the table is the unit's
-  std::string directory;  ///< where templates are looked for at first
-  std::function<void(const UnitRows&)> send;
+  bool wasRead = true;                        ///< the table is the unit's
+  std::string directory;                      ///< where templates are looked for at first
+  std::function<bool(const UnitRows&)> send;  ///< whether the unit has it
   std::function<void()> reset;
   std::function<void()> setClock;
   std::function<void(const std::string& command)> sendCommand;
@@ -46,7 +46,7 @@ class OrbenSettings : public QDialog {
   /// The table as it was left.
   const UnitRows& Answer() const { return grid_.Table(); }
 
-  /// What is under way on the unit is ended first.
+  /// What is under way on the unit is ended first. Asks where changes would be lost.
   void done(int result) override;
 
  protected:
@@ -67,8 +67,11 @@ class OrbenSettings : public QDialog {
   /// Work on the unit; nothing else can be begun meanwhile.
   void Run(const std::function<void()>& work);
   void SetBusy(bool busy);
+  /// Whether every cell can be taken; else its fault is shown.
+  bool IsSound();
   void Write(const std::string& path);
   bool MaySend();
+  bool MayLeave();
   void ShowTemplate(const std::string& path);
   void Changed();
   void ShowRemark();
@@ -84,6 +87,7 @@ class OrbenSettings : public QDialog {
   GridKeys* keys_ = nullptr;  ///< the grid's
   QTimer refresh_;
   std::string template_;  ///< its path
+  UnitRows unitHas_;      ///< as it was read or sent; empty where the unit may have changed it
   bool busy_ = false;
   std::optional<int> closing_;  ///< the result to close with, once the work has ended
 };

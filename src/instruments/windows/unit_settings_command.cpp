@@ -12,9 +12,9 @@ namespace velk {
 
 namespace {
 
-/// Runs work on the unit as an event procedure of the window.
-void RunOnUnit(const UnitAccess& unit, const char* procedure, const std::function<void()>& work) {
-  RunProcedure({unit.platform.dialogs, procedure}, [&](const Statements& run) { run(work); });
+/// Runs work on the unit as an event procedure of the window. False where it failed.
+bool RunOnUnit(const UnitAccess& unit, const char* procedure, const std::function<void()>& work) {
+  return RunProcedure({unit.platform.dialogs, procedure}, [&](const Statements& run) { run(work); });
 }
 
 void SendTyped(const UnitAccess& unit, UnitSettings& settings, const std::string& command) {
@@ -50,13 +50,12 @@ void mnuToolsOrbenHardware_Click(WindowHost& host, const UnitAccess& unit, const
   }
   UnitSettings settings(unit);
   OrbenSettingsWork work;
-  work.wasRead = RunProcedure({unit.platform.dialogs, "MatchParameters"},
-                              [&](const Statements& run) { run([&] { settings.MatchParameters(); }); });
+  work.wasRead = RunOnUnit(unit, "MatchParameters", [&] { settings.MatchParameters(); });
   work.unit = session.SerialData;
   work.table = work.wasRead ? session.OrbenSettings : EmptyUnitTable(session);
   work.directory = session.DefaultDirectory;
   work.beep = beep;
-  work.send = [&](const UnitRows& table) { RunOnUnit(unit, "Command1_Click", [&] { settings.Send(table); }); };
+  work.send = [&](const UnitRows& table) { return RunOnUnit(unit, "Command1_Click", [&] { settings.Send(table); }); };
   work.reset = [&] { RunOnUnit(unit, "Command3_Click", [&] { settings.ResetToSystemDefault(); }); };
   work.setClock = [&] { RunOnUnit(unit, "Command4_Click", [&] { settings.SetClock(); }); };
   work.sendCommand = [&](const std::string& command) { SendTyped(unit, settings, command); };
