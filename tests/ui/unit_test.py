@@ -1,5 +1,5 @@
 """The real program on a display, worked by the mouse: the table of a simulated unit is read, edited and sent back, and a
-command goes to it by the tools, in both languages."""
+command goes to it by the tools, in both languages; a channel is calibrated on the unit from its curve."""
 
 import os
 import subprocess
@@ -9,10 +9,11 @@ from desktop import Desktop, wait_for
 from mouse import Seen
 
 UNIT = "LUMO version A"
+CHANNELS = 4
 
 
 class Unit(unittest.TestCase):
-    def start(self, language):
+    def start(self, language, *readings):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
         settings = self.desktop.path / "config" / "VELK"
@@ -21,11 +22,14 @@ class Unit(unittest.TestCase):
         self.journal = self.desktop.path / "sent"
         self.unit = subprocess.Popen(
             [os.environ["VELK_SIM_BOARD"], "--unit", UNIT, "--table-file", self.table, "--journal", self.journal,
-             "--interval", "0.2"], stdout=subprocess.PIPE, text=True)
+             "--interval", "0.2", *readings], stdout=subprocess.PIPE, text=True)
         self.addCleanup(self.end_unit)
         (settings / "VELK2.ini").write_text(
-            "[General]\nCurrent_language=%s\n[Protocol]\nSerialData=%s\nPortDevice1=%s\n" %
-            (language, UNIT, self.unit.stdout.readline().strip()))
+            "[General]\nCurrent_language=%s\n[Protocol]\nSerialData=%s\nPortDevice1=%s\n"
+            "[Parameters]\nNumberOfParameters=%d\n" %
+            (language, UNIT, self.unit.stdout.readline().strip(), CHANNELS) +
+            "".join("[Parameter%d]\nname=Channel %d\nunits=psi\nmax=100\nformat=#0.00\nFormIndex=1\nGraphVisible=True\n" %
+                    (number, number) for number in range(1, CHANNELS + 1)))
         self.seen = Seen(self.desktop, os.environ["VELK_PROGRAM"])
         self.addCleanup(self.seen.close)
 
@@ -77,6 +81,38 @@ class Unit(unittest.TestCase):
         self.seen.wait_for("OrbenSettings/cmdClose", "enabled", "true")
         self.seen.click("OrbenSettings/cmdClose")
         wait_for(lambda: not self.seen.is_seen("OrbenSettings"), "the window to close")
+
+    def put_away_box(self, text):
+        self.seen.wait_for("QMessageBox", "text", text)
+        self.desktop.press("Return")
+
+    def answer_input(self, text):
+        self.seen.place("QInputDialog")
+        self.desktop.write(text)
+        self.desktop.press("Return")
+
+    def test_is_calibrated_from_a_curve(self):
+        self.start("English", "--reading", "4", "--reading", "20")
+        self.seen.click("MainForm/Acquire")
+        self.seen.wait_for("MainForm/StatusBar1_1", "text", "Ready to Acquire")
+        x, y, _, _ = self.seen.place("GraphFormNew:1/LabelPanel")
+        self.seen.point(x + 10, y + 10)
+        self.desktop.click(3)
+        self.seen.click("Properties/Command3")
+        self.answer_input("0")
+        self.put_away_box("Reading is 4")
+        self.answer_input("100")
+        self.put_away_box("Reading is 20")
+        self.seen.wait_for("QMessageBox", "text",
+                           "Gain = 6.25 and offset = -25 , do you wish to accept these values?")
+        self.seen.picture("unit-calibration")
+        self.desktop.press("Return")
+        self.wait_for_table("6.25", "-25")
+        wait_for(lambda: self.last_mode() == "run", "the unit to run behind its calibration")
+        self.seen.wait_for("Properties/cmdCancel", "enabled", "true")
+        self.seen.click("Properties/cmdCancel")
+        wait_for(lambda: not self.seen.is_seen("Properties"), "the window to close")
+        self.seen.wait_for("MainForm/StatusBar1_1", "text", "Ready to Acquire")
 
     def test_is_edited_and_commanded_in_english(self):
         self.walk("English")
