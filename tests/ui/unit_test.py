@@ -109,7 +109,7 @@ class Unit(unittest.TestCase):
         self.desktop.press("Return")
         self.wait_for_table("6.25", "-25")
         wait_for(lambda: self.last_mode() == "run", "the unit to run behind its calibration")
-        self.seen.wait_for("Properties/cmdCancel", "enabled", "true")
+        self.seen.wait_for("Properties", "enabled", "true")  # until then a box with its own Cancel stands over it
         self.seen.click("Properties/cmdCancel")
         wait_for(lambda: not self.seen.is_seen("Properties"), "the window to close")
         self.seen.wait_for("MainForm/StatusBar1_1", "text", "Ready to Acquire")
