@@ -7,7 +7,7 @@
 namespace velk {
 namespace {
 
-const UnitRows kTable{{"1", "0.5", "2", "0.00", "100", ""}, {"2", "-1", "1", "", "", "-20"}};
+const UnitRows kTwoRows{{"1", "0.5", "2", "0.00", "100", ""}, {"2", "-1", "1", "", "", "-20"}};
 
 std::string FaultIn(const std::string& text) {
   const auto read = ReadUnitTemplate(text, "LUMO version A", 2);
@@ -16,14 +16,14 @@ std::string FaultIn(const std::string& text) {
 }
 
 TEST(UnitTemplate, IsALineForTheUnitAndARowAChannelOfCellsBetweenTabs) {
-  const std::string text = UnitTemplateText("LUMO version A", kTable);
+  const std::string text = UnitTemplateText("LUMO version A", kTwoRows);
   EXPECT_EQ(text, "LUMO version A\n1\t0.5\t2\t0.00\t100\t\n2\t-1\t1\t\t\t-20\n");
-  EXPECT_EQ(std::get<UnitRows>(ReadUnitTemplate(text, "LUMO version A", 2)), kTable);
+  EXPECT_EQ(std::get<UnitRows>(ReadUnitTemplate(text, "LUMO version A", 2)), kTwoRows);
 }
 
 TEST(UnitTemplate, IsReadWithOtherLineEndsToo) {
   const std::string text = "\xEF\xBB\xBFLUMO version A\r\n1\t0.5\t2\t0.00\t100\t\r\n2\t-1\t1\t\t\t-20";
-  EXPECT_EQ(std::get<UnitRows>(ReadUnitTemplate(text, "LUMO version A", 2)), kTable);
+  EXPECT_EQ(std::get<UnitRows>(ReadUnitTemplate(text, "LUMO version A", 2)), kTwoRows);
 }
 
 TEST(UnitTemplate, OfAnotherUnitOrDamagedIsRefusedWithItsLine) {
@@ -66,20 +66,20 @@ TEST(UnitCells, AreNumbersWithADecimalPointOrCommaAndAlarmsMayBeEmpty) {
 }
 
 TEST(UnitCells, WithAnExponentAreNamedByTheirChannels) {
-  UnitRows table = kTable;
+  UnitRows table = kTwoRows;
   EXPECT_EQ(ChannelsWithExponents(table, {}), "");
   table[0][unit_column::Gain] = "0.00005";
   EXPECT_EQ(ChannelsWithExponents(table, {}), "1");
   table[1][unit_column::LowerAlarm] = "1e15";
   EXPECT_EQ(ChannelsWithExponents(table, {}), "1, 2");
-  EXPECT_EQ(ChannelsWithExponents(table, kTable), "1, 2");
+  EXPECT_EQ(ChannelsWithExponents(table, kTwoRows), "1, 2");
   table[0][unit_column::Gain] = "5e-3";
   EXPECT_EQ(ChannelsWithExponents(table, {}), "2") << "it is sent as 0.005";
   EXPECT_EQ(ChannelsWithExponents(table, table), "") << "the unit has it, so it isn't sent";
 }
 
 TEST(UnitGridOfATable, KeepsTheNumbersOfTheChannelsAndTakesChangesBack) {
-  UnitGrid grid(kTable);
+  UnitGrid grid(kTwoRows);
   grid.Enter(0, unit_column::Gain, "3");
   grid.Enter(0, unit_column::Channel, "9");
   EXPECT_EQ(grid.Cell(0, unit_column::Gain), "3");
@@ -89,12 +89,12 @@ TEST(UnitGridOfATable, KeepsTheNumbersOfTheChannelsAndTakesChangesBack) {
   grid.Undo();
   grid.Undo();
   grid.Undo();
-  EXPECT_EQ(grid.Table(), kTable);
+  EXPECT_EQ(grid.Table(), kTwoRows);
   EXPECT_FALSE(grid.CanUndo());
 }
 
 TEST(UnitGridOfATable, IsChangedUntilItIsKeptOrAsItWas) {
-  UnitGrid grid(kTable);
+  UnitGrid grid(kTwoRows);
   EXPECT_FALSE(grid.IsChanged());
   grid.Enter(0, unit_column::Gain, "3");
   EXPECT_TRUE(grid.IsChanged());
@@ -108,7 +108,7 @@ TEST(UnitGridOfATable, IsChangedUntilItIsKeptOrAsItWas) {
 }
 
 TEST(UnitGridOfATable, PastesWhatWasCopiedWithinItsCells) {
-  UnitGrid grid(kTable);
+  UnitGrid grid(kTwoRows);
   EXPECT_EQ(grid.Copy({0, 1, 1, 2}), "0.5\t2\n-1\t1\n");
   const CellRange written = grid.Paste({1, 4, 1, 4}, "7\t8\t9\n1\t2\t3\n");
   EXPECT_EQ(grid.Table()[1], (UnitRows::value_type{"2", "-1", "1", "", "7", "8"}));

@@ -31,14 +31,14 @@ std::vector<std::string> TokensOf(std::string_view line) {
 }
 
 /// More digits than any number has are none.
-double NumberOf(const std::string& token) {
+double NumberIn(const std::string& token) {
   const double number = Val(token);
   return std::isfinite(number) ? number : 0;
 }
 
 void ReadAlarm(const std::string& token, double& level, bool& isSet) {
   isSet = token != "NS";
-  level = isSet ? NumberOf(token) : 0;
+  level = isSet ? NumberIn(token) : 0;
 }
 
 }  // namespace
@@ -49,8 +49,8 @@ std::optional<ChannelLine> ParseChannelLine(std::string_view line, int channels)
   if (!(number >= 1 && number <= channels) || std::floor(number) < number) return std::nullopt;
   ChannelLine read;
   read.number = static_cast<int>(number);
-  if (tokens.size() > 1) read.channel.offset = NumberOf(tokens[1]);
-  if (tokens.size() > 2) read.channel.gain = NumberOf(tokens[2]);
+  if (tokens.size() > 1) read.channel.offset = NumberIn(tokens[1]);
+  if (tokens.size() > 2) read.channel.gain = NumberIn(tokens[2]);
   if (tokens.size() > 3) ReadAlarm(tokens[3], read.channel.upperAlarm, read.channel.upperAlarmSet);
   if (tokens.size() > 4) ReadAlarm(tokens[4], read.channel.lowerAlarm, read.channel.lowerAlarmSet);
   read.hasMore = tokens.size() > kTokensOfChannel + 1;

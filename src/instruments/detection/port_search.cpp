@@ -17,10 +17,10 @@ namespace {
 
 constexpr std::int64_t kRoundMs = 5000;
 constexpr int kOkRounds = 70000;
-constexpr int kDrainRounds = 500;
+constexpr int kRoundsToDrain = 500;
 constexpr int kLookMs = 100;
 constexpr int kPhases = 3;
-constexpr std::size_t kLongestLine = 64 * 1024;
+constexpr std::size_t kLongestHeard = 64 * 1024;
 constexpr std::size_t kYieldEvery = 256;  ///< characters
 constexpr double kLongestInterval = 1.0 / 86400;
 constexpr std::int16_t kNoHandshake = 0;
@@ -147,7 +147,7 @@ std::string PortSearch::ReadLine(std::int64_t begun) {
   while (!EndsLine(line) && !IsCancelled() && port_.IsOpen() && platform_.clock.Ticks() - begun < kRoundMs) {
     const std::string character = port_.Read(1);
     line += character;
-    if (line.size() > kLongestLine) line.erase(0, kLongestLine / 2);
+    if (line.size() > kLongestHeard) line.erase(0, kLongestHeard / 2);
     if (character.empty())
       platform_.clock.WaitRound();
     else if (line.size() % kYieldEvery == 0)
@@ -210,7 +210,7 @@ bool PortSearch::AnswersToTrad() {
   for (int round = 0; round < kOkRounds && !isThere && port_.IsOpen() && !IsCancelled(); ++round) {
     heard += port_.Read(port_.BytesWaiting());
     isThere = heard.find("OK") != std::string::npos;
-    if (heard.size() > kLongestLine) heard.erase(0, heard.size() - 1);
+    if (heard.size() > kLongestHeard) heard.erase(0, heard.size() - 1);
     if (!isThere) platform_.clock.WaitRound();
   }
   if (port_.IsOpen()) port_.Write("r \r");
@@ -219,7 +219,7 @@ bool PortSearch::AnswersToTrad() {
 }
 
 void PortSearch::Drain() {
-  for (int round = 0; round < kDrainRounds && port_.BytesToSend() > 0; ++round) platform_.clock.WaitRound();
+  for (int round = 0; round < kRoundsToDrain && port_.BytesToSend() > 0; ++round) platform_.clock.WaitRound();
 }
 
 bool PortSearch::TakeWithHandshake(const HeardLine& line) {

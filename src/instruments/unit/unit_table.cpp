@@ -50,7 +50,7 @@ std::optional<UnitRows::value_type> CellsOf(const std::string& line, std::size_t
   return cells;
 }
 
-OperatorText Fault(const MessageText& text, std::size_t line) {
+OperatorText FaultInLine(const MessageText& text, std::size_t line) {
   return text + OperatorText(std::to_string(line));
 }
 
@@ -107,15 +107,15 @@ std::string UnitTemplateText(const std::string& unit, const UnitRows& table) {
 
 std::variant<UnitRows, OperatorText> ReadUnitTemplate(const std::string& text, const std::string& unit, int channels) {
   const std::vector<std::string> lines = LinesOf(text);
-  if (lines.empty()) return Fault(text::TemplateDamaged, 1);
-  if (lines[0] != unit) return Fault(text::TemplateOfAnotherUnit, 1);
+  if (lines.empty()) return FaultInLine(text::TemplateDamaged, 1);
+  if (lines[0] != unit) return FaultInLine(text::TemplateOfAnotherUnit, 1);
   UnitRows table;
   for (std::size_t channel = 1; channel <= static_cast<std::size_t>(channels); ++channel) {
     const auto cells = channel < lines.size() ? CellsOf(lines[channel], channel) : std::nullopt;
-    if (!cells) return Fault(text::TemplateDamaged, channel + 1);
+    if (!cells) return FaultInLine(text::TemplateDamaged, channel + 1);
     table.push_back(*cells);
   }
-  if (lines.size() > table.size() + 1) return Fault(text::TemplateDamaged, table.size() + 2);
+  if (lines.size() > table.size() + 1) return FaultInLine(text::TemplateDamaged, table.size() + 2);
   return table;
 }
 
