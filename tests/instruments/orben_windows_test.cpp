@@ -12,6 +12,7 @@
 
 #include "instruments/windows/orben_hardware.h"
 #include "instruments/windows/orben_settings.h"
+#include "platform/windows/cell_roles.h"
 #include "support/host.h"
 #include "support/temporary_folder.h"
 #include "support/window_driving.h"
@@ -285,10 +286,15 @@ TEST_F(OrbenSettingsWindow, CopiesPastesAndTakesBack) {
 
 TEST_F(OrbenSettingsWindow, SaysThatTheTableWasNotRead) {
   work.wasRead = false;
-  work.table[0] = {"1", "", "", "", "", ""};
+  for (int i = 0; i < 4; ++i) work.table[static_cast<std::size_t>(i)] = {std::to_string(i + 1), "", "", "", "", ""};
   Open();
-  Grid().setCurrentIndex(Grid().model()->index(1, 3));
   EXPECT_EQ(Text("lblFault"), "The unit's table was not read. It is read ahead of the next send.");
+  const QModelIndex gain = Grid().model()->index(3, unit_column::Gain);
+  EXPECT_FALSE(gain.data(FaultRole).toBool()) << "nobody could have filled it";
+  Click(*window, "Command1");
+  EXPECT_EQ(done, "");
+  EXPECT_EQ(Text("lblFault"), "This is no number");
+  EXPECT_TRUE(gain.data(FaultRole).toBool());
 }
 
 // --- The tools ---

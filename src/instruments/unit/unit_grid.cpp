@@ -10,6 +10,11 @@ constexpr std::size_t kMostChanges = 100;
 
 }  // namespace
 
+OperatorText UnitGrid::FaultOf(int row, int column) const {
+  const std::string& cell = Cell(row, column);
+  return cell.empty() && !showsEmpty_ ? OperatorText() : UnitCellFault(column, cell);
+}
+
 void UnitGrid::Keep() {
   before_.push_back(table_);
   if (before_.size() > kMostChanges) before_.erase(before_.begin());

@@ -18,7 +18,10 @@ class UnitGrid {
   const std::string& Cell(int row, int column) const {
     return table_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
   }
-  OperatorText FaultOf(int row, int column) const { return UnitCellFault(column, Cell(row, column)); }
+  /// What keeps a cell from being sent, as far as it is shown.
+  OperatorText FaultOf(int row, int column) const;
+  /// Whether cells in which nothing stands are shown as faults: not in a table that nobody has filled yet.
+  void ShowEmpty(bool shown) { showsEmpty_ = shown; }
 
   void Enter(int row, int column, const std::string& text);
   void Clear(const CellRange& cells);
@@ -42,6 +45,7 @@ class UnitGrid {
 
   UnitRows table_;
   UnitRows kept_;
+  bool showsEmpty_ = true;
   std::vector<UnitRows> before_;
 };
 

@@ -49,6 +49,7 @@ OrbenSettings::OrbenSettings(WindowHost& host, OrbenSettingsWork work)
   ConnectButtons();
   ConnectGrid();
   if (work_.wasRead) unitHas_ = work_.table;
+  grid_.ShowEmpty(work_.wasRead);
   TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
   ui_->Grid1->horizontalHeader()->setObjectName(QStringLiteral("qt_GridHeadings"));
@@ -189,9 +190,10 @@ bool OrbenSettings::IsSound() {
   StoreOpenEditor();
   const auto fault = FirstUnitFault(grid_.Table());
   if (!fault) return true;
+  grid_.ShowEmpty(true);
   ui_->Grid1->setCurrentIndex(model_.index(fault->row, fault->column));
   ui_->Grid1->setFocus();
-  ShowRemark();
+  Changed();
   return false;
 }
 
