@@ -1,6 +1,7 @@
 #include "wells/survey_grid.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "base/errors.h"
@@ -66,15 +67,17 @@ void SurveyGrid::Grow() {
 // --- Changes ---
 
 void SurveyGrid::Replace(std::size_t at, std::size_t count, std::vector<Row> rows) {
-  Change change{at, rows.size(), {}, units_};
+  Change change{at, rows.size(), {}, units_, ++last_};
   const auto first = rows_.begin() + static_cast<std::ptrdiff_t>(at);
   const auto last = first + static_cast<std::ptrdiff_t>(count);
   change.before.assign(std::make_move_iterator(first), std::make_move_iterator(last));
   const auto place = rows_.erase(first, last);
   rows_.insert(place, std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
   undo_.push_back(std::move(change));
-  if (undo_.size() > kMostUndone) undo_.erase(undo_.begin());
-  ++changes_;
+  if (undo_.size() > kMostUndone) {
+    oldest_ = undo_.front().version;
+    undo_.erase(undo_.begin());
+  }
   Grow();
 }
 
@@ -86,7 +89,6 @@ void SurveyGrid::Undo() {
   const auto place = rows_.erase(first, first + static_cast<std::ptrdiff_t>(change.count));
   rows_.insert(place, std::make_move_iterator(change.before.begin()), std::make_move_iterator(change.before.end()));
   units_ = change.units;
-  --changes_;
   Grow();
 }
 
@@ -121,6 +123,14 @@ void SurveyGrid::Clear(const CellRange& cells) {
   }
   const std::size_t count = cleared.size();
   Replace(static_cast<std::size_t>(cells.top), count, std::move(cleared));
+}
+
+bool SurveyGrid::NeedsSurface() const {
+  return UsedRows() > 0 && DepthOf(rows_[0]) != 0;
+}
+
+void SurveyGrid::AddSurface() {
+  if (NeedsSurface()) Replace(0, 0, {RowOf({})});
 }
 
 void SurveyGrid::InsertRow(int row) {
@@ -202,23 +212,29 @@ std::optional<MessageText> SurveyGrid::RemarkOn(int row, int column) const {
   const std::string& text = Cell(row, column);
   if (IsEmpty(text)) return std::nullopt;
   if (IsUnclearNumber(text) || !IsNumeric(WithDecimalPoint(text))) return text::CellIsNoNumber;
-  if (column != 0) return std::nullopt;
-  if (IsFault(row)) return text::DepthNotBelow;
-  if (static_cast<std::size_t>(row) > UsedRows()) return text::RowIsLeftOut;
+  if (column == 0 && IsFault(row)) return text::DepthNotBelow;
+  if (static_cast<std::size_t>(row) >= UsedRows()) return text::RowIsLeftOut;
   return std::nullopt;
+}
+
+bool SurveyGrid::LeavesRowsOut() const {
+  const auto isEmpty = [](const Row& row) { return std::all_of(row.texts.begin(), row.texts.end(), IsEmpty); };
+  return !std::all_of(rows_.begin() + static_cast<std::ptrdiff_t>(UsedRows()), rows_.end(), isEmpty);
 }
 
 std::vector<SurveyStation> SurveyGrid::ReadBack() const {
   const std::size_t count = UsedRows();
   std::vector<SurveyStation> survey;
   survey.reserve(count + 1);
-  if (count > 0 && DepthOf(rows_[0]) != 0) survey.emplace_back();
+  if (NeedsSurface()) survey.emplace_back();
   ToInt16(static_cast<double>(count + survey.size()));
   SurveyStation above;
   for (std::size_t i = 0; i < count; ++i) {
     const auto& texts = rows_[i].texts;
     above = {DepthOf(rows_[i]), IsEmpty(texts[1]) ? above.inclination : Number(texts[1]),
              IsEmpty(texts[2]) ? above.azimuth : Number(texts[2])};
+    for (const double number : {above.depth, above.inclination, above.azimuth})
+      if (!std::isfinite(number)) throw RuntimeError(ErrorNumber::Overflow);
     survey.push_back(above);
   }
   return survey;

@@ -34,6 +34,8 @@ class SurveyGrid {
   void Fill(std::span<const SurveyStation> rows, std::int16_t units);
   void Enter(int row, int column, std::string text);
   void Clear(const CellRange& cells);
+  /// The surface ahead of the rows, where ReadBack puts it there.
+  void AddSurface();
   /// An empty row ahead of this one.
   void InsertRow(int row);
   void DeleteRows(int first, int last);
@@ -46,18 +48,24 @@ class SurveyGrid {
 
   bool CanUndo() const { return !undo_.empty(); }
   void Undo();
+  /// The number of the change that has made the rows what they are: no other rows have it. 0 for those that the grid
+  /// was made with.
+  std::int64_t Version() const { return undo_.empty() ? oldest_ : undo_.back().version; }
   /// Whether it differs from what it was made with, or from what was last kept.
-  bool IsChanged() const { return changes_ != 0; }
-  void Kept() { changes_ = 0; }
+  bool IsChanged() const { return Version() != kept_; }
+  void Kept() { kept_ = Version(); }
 
   /// What keeps the survey from being taken: a depth that is not below the one above it, in the first such row.
   std::optional<int> FirstFault() const;
   /// What is wrong with a cell, or remarkable.
   std::optional<MessageText> RemarkOn(int row, int column) const;
   bool IsFault(int row) const;
+  /// Whether there are rows below the one that ends the survey, or angles in that one.
+  bool LeavesRowsOut() const;
 
   /// The survey: rows down to the first one without a depth. An empty angle is that of the row above. Where the first
-  /// depth is not 0, the surface stands ahead of it. Raises Overflow for more rows than can be counted.
+  /// depth is not 0, the surface stands ahead of it. Raises Overflow for more rows than can be counted, and for a
+  /// number beyond the 64-bit range.
   std::vector<SurveyStation> ReadBack() const;
 
  private:
@@ -70,6 +78,7 @@ class SurveyGrid {
     std::size_t at, count;
     std::vector<Row> before;
     std::int16_t units;
+    std::int64_t version;  ///< of what it made
   };
 
   static Row RowOf(const SurveyStation& station);
@@ -80,11 +89,14 @@ class SurveyGrid {
   /// Rows down to the first one without a depth.
   std::size_t UsedRows() const;
   bool IsUsed(const Row& row) const;
+  bool NeedsSurface() const;
 
   std::vector<Row> rows_;
   std::vector<Change> undo_;
   std::int16_t units_ = 0;
-  int changes_ = 0;
+  std::int64_t last_ = 0;    ///< version of the last change, taken back or not
+  std::int64_t oldest_ = 0;  ///< version of the rows ahead of the changes that can be taken back
+  std::int64_t kept_ = 0;
 };
 
 }  // namespace velk

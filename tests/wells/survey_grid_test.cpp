@@ -59,7 +59,13 @@ TEST(SurveyGrid, EndsAtTheFirstRowWithoutADepth) {
   const SurveyGrid grid = GridOf({{"0", "", ""}, {"100", "1", "2"}, {"  ", "3", "4"}, {"300", "5", "6"}});
   EXPECT_EQ(grid.ReadBack(), (Rows{{0, 0, 0}, {100, 1, 2}}));
   EXPECT_EQ(grid.RemarkOn(3, 0), text::RowIsLeftOut);
+  EXPECT_EQ(grid.RemarkOn(3, 1), text::RowIsLeftOut);
+  EXPECT_EQ(grid.RemarkOn(2, 1), text::RowIsLeftOut) << "its angles have no depth";
   EXPECT_EQ(grid.RemarkOn(1, 0), std::nullopt);
+  EXPECT_EQ(grid.RemarkOn(1, 2), std::nullopt);
+  EXPECT_TRUE(grid.LeavesRowsOut());
+  EXPECT_TRUE(GridOf({{"0"}, {"", "3"}}).LeavesRowsOut());
+  EXPECT_FALSE(GridOf({{"0"}, {"100", "1", "2"}, {" "}}).LeavesRowsOut());
   EXPECT_EQ(GridOf({{"", "1", "2"}}).ReadBack(), Rows{});
 }
 
@@ -72,6 +78,29 @@ TEST(SurveyGrid, TakesAnEmptyAngleFromTheRowAbove) {
 TEST(SurveyGrid, BeginsAtTheSurface) {
   EXPECT_EQ(GridOf({{"500", "3", "4"}, {"600", "", ""}}).ReadBack(), (Rows{{0, 0, 0}, {500, 3, 4}, {600, 3, 4}}));
   EXPECT_EQ(GridOf({{"0.0", "3", "4"}}).ReadBack(), (Rows{{0, 3, 4}}));
+}
+
+TEST(SurveyGrid, PutsTheSurfaceAheadOfItsRowsAndLeavesThoseBelowTheSurvey) {
+  SurveyGrid grid = GridOf({{"0.3", "3", "4"}, {"500"}, {}, {"700", "5", "6"}});
+  grid.AddSurface();
+  EXPECT_EQ(RowOf(grid, 0), (Texts{"0", "0.00", "0.00"}));
+  EXPECT_EQ(RowOf(grid, 1), (Texts{"0.3", "3", "4"}));
+  EXPECT_EQ(RowOf(grid, 4), (Texts{"700", "5", "6"}));
+  EXPECT_EQ(grid.ReadBack(), (Rows{{0, 0, 0}, {0.3, 3, 4}, {500, 3, 4}}));
+  for (const char* surface : {"0", "0.0", "0.000", "-0"}) {
+    SurveyGrid whole = GridOf({{surface}, {"500"}});
+    whole.AddSurface();
+    EXPECT_EQ(whole.Cell(0, 0), surface);
+  }
+  SurveyGrid empty = GridOf({{"", "1"}});
+  empty.AddSurface();
+  EXPECT_EQ(empty.Cell(0, 0), "");
+}
+
+TEST(SurveyGrid, RaisesForANumberBeyondTheRange) {
+  for (const std::vector<std::string>& row :
+       {std::vector<std::string>{"1e999"}, {"-1e999"}, {"100", "1e999"}, {"100", "1", "1e999"}})
+    EXPECT_EQ(test::Raised([&] { (void)GridOf({{"0"}, row}).ReadBack(); }), ErrorNumber::Overflow) << row.back();
 }
 
 TEST(SurveyGrid, CountsWhatIsNoNumberAsZeroAndMarksIt) {
@@ -184,6 +213,25 @@ TEST(SurveyGrid, IsUnchangedOnceItWasKept) {
   EXPECT_FALSE(grid.IsChanged());
   grid.Undo();
   EXPECT_TRUE(grid.IsChanged());
+}
+
+TEST(SurveyGrid, IsChangedByAnotherChangeInThePlaceOfOneThatWasKept) {
+  SurveyGrid grid(kSurvey, kApiEnglish);
+  grid.Enter(0, 1, "9");
+  grid.Kept();
+  grid.Undo();
+  grid.Enter(0, 1, "8");
+  EXPECT_TRUE(grid.IsChanged());
+}
+
+TEST(SurveyGrid, KnowsThatItWasChangedWhereNotAllCanBeTakenBack) {
+  SurveyGrid grid(kSurvey, kApiEnglish);
+  for (int i = 0; i < 101; ++i) grid.Enter(0, 1, std::to_string(i));
+  while (grid.CanUndo()) grid.Undo();
+  EXPECT_EQ(grid.Cell(0, 1), "0");
+  EXPECT_TRUE(grid.IsChanged());
+  grid.Kept();
+  EXPECT_FALSE(grid.IsChanged());
 }
 
 TEST(SurveyGrid, ClearsCellsAlone) {
