@@ -167,7 +167,8 @@ void Application::BindWells(CommandBinder& commands) {
   const auto printer = [this]() -> PrinterChoice& { return printerChoice_; };
   commands.Bind("mnuToolsSurvey", [this, beep] {
     TakeUserUnits(well_, platform_);
-    mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, beep);
+    mnuToolsSurvey_Click(windows_, well_, platform_, session_.DefaultDirectory, beep,
+                         [this] { return liveSurvey_.IsOn(); });
     ShowPath();
   });
   commands.Bind("mnuToolsWellProfileTable", [=, this] {

@@ -46,6 +46,10 @@ inline constexpr MessageText SurveyFilesToSave{2935, "Survey Files (*.d15) |*.d1
 inline constexpr MessageText SurveyFileMissing{2936, " does not exist, please check path and file name"};
 inline constexpr MessageText LeaveSurvey{2937, "Leave the survey without what you have changed?"};
 inline constexpr MessageText FaultInRow{2938, "Row "};
+inline constexpr MessageText LiveSurveyGoesOn{
+    3230,
+    "A live survey makes this well from the log and would take the place of these rows within seconds. Save them to a "
+    "file, or end it first: Tools, Live Survey, STOP."};
 inline constexpr MessageText SurveyHint{
     2940, "Type or paste depth, inclination and azimuth. An empty angle is that of the row above."};
 

@@ -10,6 +10,7 @@
 #include <QTableView>
 #include <QTest>
 
+#include "platform/files/file_errors.h"
 #include "platform/files/whole_file.h"
 #include "support/host.h"
 #include "support/temporary_folder.h"
@@ -25,7 +26,8 @@ class SurveyEditor : public testing::Test {
  protected:
   void Open(Well well = {}) {
     const SurveyAccess access{folder.Path().string(), [this] { ++beeps; },
-                              [this](const UserUnits& units) { kept.push_back(units); }};
+                              [this](const UserUnits& units) { kept.push_back(units); },
+                              [this](const std::string& file) { ownFiles.push_back(file); }, [this] { return isLive; }};
     window = std::make_unique<EditSur>(host, std::move(well), access);
     window->show();
     window->activateWindow();
@@ -48,6 +50,13 @@ class SurveyEditor : public testing::Test {
   std::string Remark() const { return window->findChild<QLabel*>("lblFault")->text().toStdString(); }
   bool IsChosen(const char* option) const { return window->findChild<QRadioButton*>(option)->isChecked(); }
   const Well& Result() const { return window->Answer(); }
+  void Undo() {
+    window->activateWindow();
+    QApplication::processEvents();
+    GoTo(0, 0);
+    grid->setFocus();
+    Press(Qt::Key_Z, Qt::ControlModifier);
+  }
   void PasteText(const char* text) {
     QApplication::clipboard()->setText(text);
     GoTo(0, 0);
@@ -60,7 +69,11 @@ class SurveyEditor : public testing::Test {
   QTableView* grid = nullptr;
   int beeps = 0;
   std::vector<UserUnits> kept;
+  std::vector<std::string> ownFiles;  ///< that the rows of the opening were said to be in
+  bool isLive = false;
 };
+
+using Texts = std::vector<std::string>;
 
 Well WellOf(const Rows& rows) {
   Well well;
@@ -97,11 +110,12 @@ TEST_F(SurveyEditor, ShowsWhatWasAcceptedLastWhenItOpensAgain) {
   EXPECT_EQ(Cell(2, 0), "600");
 }
 
-TEST_F(SurveyEditor, KeepsTheWellOnCancel) {
+TEST_F(SurveyEditor, IsLeftWithoutAnAnswerByCancel) {
   Open(WellOf({{0, 0, 0}, {500, 1, 2}}));
   Click("cmdCancel");
   EXPECT_EQ(window->result(), QDialog::Rejected);
   EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(Result().SurveyAccepted);
 }
 
 TEST_F(SurveyEditor, AsksBeforeChangesAreLost) {
@@ -209,14 +223,22 @@ TEST_F(SurveyEditor, KeepsTheUnitsOfTheLastWellFileWhereAnotherOneHasNone) {
   EXPECT_EQ(Result().WellFileUnits, kMetric);
 }
 
-TEST_F(SurveyEditor, TellsWhatIsWrongWithAFileAndKeepsWhatCouldBeRead) {
-  const std::string path = folder.File("a.d15");
-  WriteWholeFile(path, "3\n0,0,0\n100,1,2\n");
-  Open();
-  host.dialogs.ExpectOpenFile(path);
-  host.dialogs.Expect("Rows announced: 3, read and kept: 2.", Answer::Ok);
-  Click("cmdOpen");
-  EXPECT_EQ(Cell(1, 0), "100");
+TEST_F(SurveyEditor, TellsWhatIsWrongWithAFileKeepsWhatCouldBeReadAndDoesNotSaveOverIt) {
+  for (const auto& [content, said] : {std::pair{"3\n0,0,0\n100,1,2\n", "Rows announced: 3, read and kept: 2."},
+                                      {"2\n0,0,0\n100,1,2\n200,3,4\n", "none of the units 0, 1 and 2"}}) {
+    const std::string path = folder.File("a.d15");
+    WriteWholeFile(path, content);
+    Open();
+    host.dialogs.ExpectOpenFile(path);
+    host.dialogs.Expect(said, Answer::Ok);
+    Click("cmdOpen");
+    EXPECT_EQ(Cell(1, 0), "100");
+    EXPECT_FALSE(test::FindControl<QPushButton>(*window, "cmdSave")->isEnabled());
+    window->findChild<QPushButton*>("cmdSave")->click();
+    EXPECT_EQ(ReadWholeFile(path, 1000), content);
+    Click("cmdOK");
+    EXPECT_EQ(Result().SurveyFileName, "");
+  }
 }
 
 TEST_F(SurveyEditor, KeepsItsRowsWhereAFileHoldsNone) {
@@ -246,6 +268,149 @@ TEST_F(SurveyEditor, SavesWithTheSurfaceAhead) {
   EXPECT_EQ(ReadWholeFile(folder.File("new.d15"), 1000), " 2 \r\n 0 ,0,0\r\n 500 , 7 , 4 \r\n 0 \r\n");
   Click("cmdCancel");
   EXPECT_FALSE(window->isVisible()) << "nothing is left to lose";
+}
+
+TEST_F(SurveyEditor, KeepsRowsThatAreNotSavedAndAsksBeforeTheyAreLost) {
+  Open();
+  PasteText("0.0\t1\t2\n500\t3\t4\n\t\t\n700\t5\t6\n");
+  host.dialogs.ExpectSaveFile(folder.File("new.d15"));
+  Click("cmdSaveAs");
+  EXPECT_EQ(ReadWholeFile(folder.File("new.d15"), 1000), " 2 \r\n 0 , 1 , 2 \r\n 500 , 3 , 4 \r\n 0 \r\n");
+  EXPECT_EQ(Cell(3, 0), "700");
+  host.dialogs.Expect("Leave the survey without what you have changed?", Answer::Yes);
+  Click("cmdCancel");
+}
+
+TEST_F(SurveyEditor, SavesNoNumberBeyondTheRange) {
+  Open();
+  PasteText("0\n1e999\n");
+  host.dialogs.ExpectSaveFile(folder.File("new.d15"));
+  host.dialogs.Expect("Overflow - cmdSave_Click", Answer::Cancel);
+  Click("cmdSaveAs");
+  EXPECT_FALSE(FileExists(folder.File("new.d15")));
+  EXPECT_EQ(Title(), "Well Survey Data");
+}
+
+TEST_F(SurveyEditor, SaysWhichFileItsOwnRowsAreInHoweverItIsLeft) {
+  const std::string a = folder.File("a.d15"), b = folder.File("b.d15");
+  Well well = WellOf({{0, 0, 0}, {500, 1, 2}});
+  well.SurveyIsKept = false;
+  Open(well);
+  const auto saveAs = [&](const std::string& path) {
+    host.dialogs.ExpectSaveFile(path);
+    if (FileExists(path)) host.dialogs.Expect("is there already. Replace it?", Answer::Yes);
+    Click("cmdSaveAs");
+  };
+  const auto enter = [&](const char* angle) {
+    GoTo(1, 1);
+    grid->setFocus();
+    Type(angle);
+    Press(Qt::Key_Return);
+  };
+  saveAs(a);
+  EXPECT_EQ(ownFiles, Texts{a});
+  enter("7");
+  saveAs(b);
+  EXPECT_EQ(ownFiles, Texts{a}) << "the first file still has them";
+  saveAs(a);
+  EXPECT_EQ(ownFiles, (Texts{a, ""})) << "others were saved over them";
+  Undo();
+  saveAs(b);
+  EXPECT_EQ(ownFiles, (Texts{a, "", b}));
+  Click("cmdCancel");
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(SurveyEditor, SaysWhetherWhatWasAcceptedIsInAFile) {
+  Open();
+  PasteText("0\n500\n");
+  host.dialogs.ExpectSaveFile(folder.File("a.d15"));
+  Click("cmdSaveAs");
+  Click("cmdOK");
+  EXPECT_TRUE(Result().SurveyIsKept);
+  Open(Result());
+  GoTo(1, 1);
+  Type("7");
+  Press(Qt::Key_Return);
+  Click("cmdOK");
+  EXPECT_FALSE(Result().SurveyIsKept);
+  Open(Result());
+  Click("cmdOK");
+  EXPECT_FALSE(Result().SurveyIsKept) << "nothing was saved in between";
+}
+
+TEST_F(SurveyEditor, BringsTheFileBackWithTheRowsThatUndoBringsBack) {
+  const std::string a = folder.File("a.d15"), b = folder.File("b.dt5");
+  WriteWholeFile(a, "2\n0,0,0\n500,1,2\n0\n");
+  WriteWholeFile(b, "2 0 0 0 12 9 700 1 2 12 9 0");
+  Open();
+  host.dialogs.ExpectOpenFile(a);
+  Click("cmdOpen");
+  const std::string title = Title();
+  host.dialogs.ExpectOpenFile(b);
+  Click("cmdOpen");
+  EXPECT_EQ(Result().Sections.size(), 1U);
+  Undo();
+  EXPECT_EQ(Cell(1, 0), "500");
+  EXPECT_EQ(Title(), title);
+  EXPECT_EQ(Result().SurveyFileName, a);
+  EXPECT_EQ(Result().WellFileName, "");
+  EXPECT_TRUE(Result().Sections.empty());
+  EXPECT_TRUE(test::FindControl<QPushButton>(*window, "cmdSave")->isEnabled());
+  Click("cmdNew");
+  EXPECT_EQ(Result().SurveyFileName, "");
+  Undo();
+  EXPECT_EQ(Result().SurveyFileName, a);
+  Undo();
+  EXPECT_EQ(Title(), "Well Survey Data");
+  EXPECT_EQ(Result().SurveyFileName, "");
+}
+
+TEST_F(SurveyEditor, HasTheSectionsOfItsOwnWellAlone) {
+  Well well = WellOf({{0, 0, 0}, {500, 1, 2}});
+  well.Sections = {{0, 500, 12, 9}};
+  well.WellFileName = "/wells/old.dt5";
+  Open(well);
+  Click("cmdNew");
+  EXPECT_TRUE(Result().Sections.empty());
+  EXPECT_EQ(Result().WellFileName, "");
+  const std::string path = folder.File("a.d15");
+  WriteWholeFile(path, "2\n0,0,0\n500,1,2\n0\n");
+  Open(well);
+  host.dialogs.ExpectOpenFile(path);
+  Click("cmdOpen");
+  EXPECT_TRUE(Result().Sections.empty());
+  EXPECT_EQ(Result().WellFileName, "");
+}
+
+TEST_F(SurveyEditor, ConvertsTheSectionsOfItsWellWithTheDepths) {
+  Well well = WellOf({{0, 0, 0}, {1000, 1, 2}});
+  well.SurveyFileName = folder.File("a.d15");
+  well.Sections = {{0, 400, 12, 9}, {400, 1000, 8, 7}};
+  Open(well);
+  test::WindowScript script;
+  script.ThenClick("UnitsConvert", "cmdOK");
+  Click("cmdConvert");
+  ASSERT_EQ(Result().Sections.size(), 2U);
+  EXPECT_NEAR(Result().Sections[0].end, 121.92, 1e-9);
+  EXPECT_NEAR(Result().Sections[1].start, 121.92, 1e-9);
+  EXPECT_NEAR(Result().Sections[1].end, 304.8, 1e-9);
+  EXPECT_EQ(Result().Sections[1].firstSize, 8) << "sizes are inches";
+  Undo();
+  EXPECT_EQ(Result().Sections, well.Sections);
+  EXPECT_EQ(Result().SurveyFileName, well.SurveyFileName);
+}
+
+TEST_F(SurveyEditor, RefusesToAcceptRowsThatALiveSurveyWouldReplace) {
+  isLive = true;
+  Open(WellOf({{0, 0, 0}, {500, 1, 2}}));
+  host.dialogs.Expect("A live survey makes this well from the log", Answer::Ok);
+  Click("cmdOK");
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_FALSE(Result().SurveyAccepted);
+  isLive = false;
+  Click("cmdOK");
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(SurveyEditor, TellsWhatKeepsAFileFromBeingSaved) {

@@ -19,7 +19,7 @@ Well SampleWell() {
 }
 
 std::shared_ptr<QWidget> OpenEditor(const std::string& language, Well well) {
-  const SurveyAccess access{"", [] {}, [](const UserUnits&) {}};
+  const SurveyAccess access{"", [] {}, [](const UserUnits&) {}, [](const std::string&) {}, [] { return false; }};
   return Hosted<EditSur>(MakeJob(language), std::move(well), access);
 }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/errors.h"
 #include "base/text.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
@@ -27,6 +28,8 @@ namespace velk {
 namespace {
 
 constexpr int kShownRows = 14;
+/// No version of a grid.
+constexpr std::int64_t kInNoFile = -1;
 
 /// The rows that were loaded or accepted last: a live survey may have added to them.
 SurveyGrid GridOf(const Well& well) {
@@ -44,10 +47,13 @@ EditSur::EditSur(WindowHost& host, Well well, SurveyAccess access)
       well_(std::move(well)),
       access_(std::move(access)),
       grid_(GridOf(well_)),
-      model_(grid_, well_.Units, host.Words(), [this](const QModelIndex& cell, const QString& typed) {
-        grid_.Enter(cell.row(), cell.column(), FromQt(typed));
-        Changed();
-      }) {
+      model_(grid_, well_.Units, host.Words(),
+             [this](const QModelIndex& cell, const QString& typed) {
+               grid_.Enter(cell.row(), cell.column(), FromQt(typed));
+               Changed();
+             }),
+      inFile_(well_.SurveyIsKept ? grid_.Version() : kInNoFile),
+      ownFile_(well_.SurveyFileName) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Wells);
   ui_->Grid1->setModel(&model_);
@@ -63,7 +69,7 @@ EditSur::EditSur(WindowHost& host, Well well, SurveyAccess access)
                                kShownRows * ui_->Grid1->verticalHeader()->defaultSectionSize());
   ui_->lblFault->setMinimumHeight(2 * ui_->lblFault->fontMetrics().lineSpacing());
   if (!well_.SurveyFileName.empty()) ShowTitle(well_.SurveyFileName);
-  ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
+  AllowSave();
   ui_->Grid1->setCurrentIndex(model_.index(0, 0));
   ui_->Grid1->setFocus();
   ShowUnits();
@@ -141,7 +147,7 @@ void EditSur::done(int result) {
 
 void EditSur::cmdOK_Click() {
   ui_->Grid1->setFocus();  // what stands in an open editor is stored
-  if (TellFault()) return;
+  if (TellLiveSurvey() || TellFault()) return;
   const QPointer<EditSur> alive(this);
   const bool computed = RunProcedure({host_.Boxes(), "cmdOK_Click"}, [&](const Statements& run) {
     run([&] {
@@ -156,8 +162,15 @@ void EditSur::cmdOK_Click() {
   well_.SurveyFileUnits = grid_.Units();
   well_.SavedSurveyCount = static_cast<std::int16_t>(well_.Survey.size());
   well_.SurveyAccepted = true;
-  if (grid_.IsChanged()) well_.SurveyIsKept = false;
+  well_.SurveyIsKept = grid_.Version() == inFile_;
   accept();
+}
+
+/// Rows that were accepted now would be gone with the next ones of the log.
+bool EditSur::TellLiveSurvey() {
+  if (!access_.isLive()) return false;
+  host_.Boxes().Message({text::LiveSurveyGoesOn, {}, Buttons::Ok, BoxIcon::Exclamation});
+  return true;
 }
 
 /// Tells of the first row that keeps the survey from being taken, and goes there.
@@ -172,10 +185,17 @@ bool EditSur::TellFault() {
 
 // --- Files ---
 
+EditSur::Beside EditSur::Present(bool isSameSurvey) const {
+  return {grid_.Version(), well_.Sections, isSameSurvey, well_.SurveyFileName, well_.WellFileName, windowTitle()};
+}
+
 void EditSur::cmdNew_Click() {
+  before_.push_back(Present(false));
   grid_.Fill({}, well_.WellFileUnits);
   well_.SurveyFileName.clear();
-  ui_->cmdSave->setEnabled(false);
+  well_.WellFileName.clear();
+  well_.Sections.clear();
+  AllowSave();
   setWindowTitle(Text(text::NewSurveyTitle));
   Changed();
 }
@@ -203,22 +223,21 @@ void EditSur::Open(const std::string& path) {
   if (!file.fault.IsEmpty()) host_.Boxes().Message({path + "\n" + file.fault, {}, Buttons::Ok, BoxIcon::Exclamation});
 }
 
+/// A file that was not read whole is not written over by Save: what could not be read would be gone.
 void EditSur::TakeFile(const SurveyFile& file, const std::string& path) {
+  before_.push_back(Present(false));
   grid_.Fill(file.rows, file.units.value_or(grid_.Units()));
-  if (IsWellFile(path)) {
-    well_.WellFileName = path;
-    if (file.units) well_.WellFileUnits = *file.units;
-    well_.Sections = file.sections;
-    well_.SurveyFileName.clear();
-  } else {
-    well_.SurveyFileName = path;
-  }
-  ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
+  const bool isWell = IsWellFile(path);
+  well_.WellFileName = isWell ? path : std::string();
+  well_.SurveyFileName = isWell || !file.fault.IsEmpty() ? std::string() : path;
+  well_.Sections = file.sections;
+  if (isWell && file.units) well_.WellFileUnits = *file.units;
+  AllowSave();
   ui_->Grid1->setCurrentIndex(model_.index(0, 0));
   ShowTitle(path);
   Changed();
   grid_.Kept();
-  well_.SurveyIsKept = true;
+  inFile_ = grid_.Version();
 }
 
 void EditSur::cmdSave_Click() {
@@ -240,20 +259,37 @@ void EditSur::Save(const std::string& path) {
   const bool saved = RunProcedure({host_.Boxes(), "cmdSave_Click"}, [&](const Statements& run) {
     const std::vector<SurveyStation> survey = run([&] { return grid_.ReadBack(); });
     run([&] { WriteWholeFile(path, SurveyText(survey, grid_.Units())); });
-    // The surface was added.
-    if (!survey.empty() && grid_.Cell(0, 0) != "0") grid_.Fill(survey, grid_.Units());
   });
   if (!alive || !saved) return;
+  FollowOwnRows(path);
+  grid_.AddSurface();
+  inFile_ = grid_.Version();
+  // Rows that the survey leaves out are not in the file.
+  if (!grid_.LeavesRowsOut()) grid_.Kept();
   well_.SurveyFileName = path;
-  ui_->cmdSave->setEnabled(true);
+  AllowSave();
   ShowTitle(path);
   Changed();
-  grid_.Kept();
-  well_.SurveyIsKept = true;
+}
+
+/// What is saved stays saved where the editor is left by Cancel, which leaves the well the rows that it had: they are
+/// in that file then, or others have taken their place there.
+void EditSur::FollowOwnRows(const std::string& path) {
+  if (grid_.Version() == 0)
+    ownFile_ = path;
+  else if (path == ownFile_)
+    ownFile_.clear();
+  else
+    return;
+  access_.keepFile(ownFile_);
 }
 
 void EditSur::ShowTitle(const std::string& path) {
   setWindowTitle(Text(text::SurveyTitle + UpperCase(path)));
+}
+
+void EditSur::AllowSave() {
+  ui_->cmdSave->setEnabled(!well_.SurveyFileName.empty());
 }
 
 // --- Units ---
@@ -277,10 +313,23 @@ void EditSur::cmdConvert_Click() {
   const bool converted = RunProcedure({host_.Boxes(), "cmdConvert_Click"}, [&](const Statements& run) {
     run([&] {
       well_.Units.Convert(from, choice ? choice->to : from);
-      if (choice) grid_.Convert(well_.Units.UnitFactor[kLengthSlot], choice->to);
+      if (choice) ConvertDepths(well_.Units.UnitFactor[kLengthSlot], choice->to);
     });
   });
   if (alive && converted) Changed();
+}
+
+/// The sections of the hole lie at the same depths as the rows.
+void EditSur::ConvertDepths(double factor, std::int16_t units) {
+  Beside before = Present(true);
+  std::vector<WellSection> sections = well_.Sections;
+  for (WellSection& section : sections) {
+    section.start = Divide(section.start, factor);
+    section.end = Divide(section.end, factor);
+  }
+  grid_.Convert(factor, units);
+  well_.Sections = std::move(sections);
+  before_.push_back(std::move(before));
 }
 
 void EditSur::ShowUnits() {
@@ -319,6 +368,17 @@ void EditSur::Paste(const CellRange& cells) {
 
 void EditSur::mnuUndo_Click() {
   grid_.Undo();
+  if (!before_.empty() && before_.back().version == grid_.Version()) {
+    const Beside& before = before_.back();
+    well_.Sections = before.sections;
+    if (!before.isSameSurvey) {
+      well_.SurveyFileName = before.surveyFile;
+      well_.WellFileName = before.wellFile;
+      setWindowTitle(before.title);
+      AllowSave();
+    }
+    before_.pop_back();
+  }
   Changed();
 }
 

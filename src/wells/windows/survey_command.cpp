@@ -13,13 +13,20 @@ void TakeUserUnits(Well& well, const Platform& platform) {
 }
 
 void mnuToolsSurvey_Click(WindowHost& host, Well& well, const Platform& platform, const std::string& directory,
-                          const std::function<void()>& beep) {
+                          const std::function<void()>& beep, const std::function<bool()>& isLive) {
   const auto keepUnits = [&](const UserUnits& units) {
     well.Units.SetUser(units);
     RunProcedure({platform.dialogs, "cmdConvert_Click"},
                  [&](const Statements& run) { run([&] { SaveUserUnits(platform.settings, kLiveSettings, units); }); });
   };
-  if (auto edited = host.Ask<EditSur>(well, SurveyAccess{directory, beep, keepUnits})) well = std::move(*edited);
+  // The rows of a live survey go on growing behind what was saved of them.
+  const auto keepFile = [&](const std::string& file) {
+    if (isLive()) return;
+    well.SurveyFileName = file;
+    well.SurveyIsKept = !file.empty();
+  };
+  const SurveyAccess access{directory, beep, keepUnits, keepFile, isLive};
+  if (auto edited = host.Ask<EditSur>(well, access)) well = std::move(*edited);
 }
 
 }  // namespace velk
