@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "base/dates.h"
 #include "base/errors.h"
@@ -39,6 +40,12 @@ void CreateSurveyTable(Connection& connection) {
   transaction.Commit();
 }
 
+/// The seconds of a day; any channel may have been matched with the time.
+int SecondsOf(double time) {
+  const double seconds = std::floor((time - std::floor(time)) * kSecondsOfDay + 0.001);
+  return static_cast<int>(std::min(seconds, kSecondsOfDay - 1));
+}
+
 double Mean(int count, double mean, double value) {
   return (count * mean + value) / (count + 1);
 }
@@ -71,6 +78,9 @@ void LiveSurvey::Start(const LiveSurveyChoice& choice, const std::shared_ptr<Con
   well_.Survey = {SurveyStation{}};
   well_.SavedSurveyCount = 0;
   well_.SurveyIsKept = true;
+  well_.SurveyFileName.clear();
+  well_.WellFileName.clear();
+  well_.Sections.clear();
 }
 
 void LiveSurvey::Stop() {
@@ -98,7 +108,14 @@ void LiveSurvey::LiveSurveyStep(const LogRow& row) {
   const double speed = ValueOf(row, SurveyQuantity::Speed);
   const SurveyStation value{ValueOf(row, SurveyQuantity::Depth), ValueOf(row, SurveyQuantity::Inclination),
                             ValueOf(row, SurveyQuantity::Azimuth)};
-  const bool isWhole = std::isfinite(speed + value.depth + value.inclination + value.azimuth);
+  const double needed[] = {speed,
+                           value.depth,
+                           value.inclination,
+                           value.azimuth,
+                           ValueOf(row, SurveyQuantity::Date),
+                           ValueOf(row, SurveyQuantity::Time)};
+  const bool isWhole =
+      std::all_of(std::begin(needed), std::end(needed), [](double each) { return std::isfinite(each); });
   if (isWhole && Counts(speed)) {
     const bool isDue = std::fabs(value.depth - state_.previous.depth) > choice_.interval;
     next.mean = {Mean(next.count, next.mean.depth, value.depth),
@@ -117,9 +134,8 @@ void LiveSurvey::Append(const LogRow& row, const State& state) {
   const auto to = to_.lock();
   Command insert(*to, std::string("INSERT INTO ") + kSurveyData +
                           " (\"Date\", \"Time\", Depth, Inclination, Azimuth, DogLeg, RPM) VALUES (?,?,?,?,?,?,?)");
-  const double seconds = std::floor(ValueOf(row, SurveyQuantity::Time) * kSecondsOfDay + 0.001);
   const double values[] = {std::floor(ValueOf(row, SurveyQuantity::Date)),
-                           TimeOfDay(0, 0, static_cast<int>(seconds)),
+                           TimeOfDay(0, 0, SecondsOf(ValueOf(row, SurveyQuantity::Time))),
                            state.mean.depth,
                            state.mean.inclination,
                            state.mean.azimuth,
@@ -141,6 +157,7 @@ void LiveSurvey::LoadSurveyAndCalculate() {
   }
   if (survey.size() == 1) return;
   WellPath path = CalculateTrajectory(survey, well_.CalculationInterval);
+  well_.SavedSurveyCount = ToInt16(static_cast<double>(survey.size()));
   well_.Survey = std::move(survey);
   well_.Path = std::move(path);
 }

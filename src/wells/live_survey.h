@@ -40,7 +40,7 @@ class LiveSurvey {
   explicit LiveSurvey(Well& well) : well_(well) {}
 
   /// Makes surveyData anew in a database that others may be writing to by the same connection, and begins the survey at
-  /// the surface. Raises what the database raises, and a survey that runs goes on.
+  /// the surface: the well is of no file then. Raises what the database raises, and a survey that runs goes on.
   void Start(const LiveSurveyChoice& choice, const std::shared_ptr<Connection>& to,
              const std::vector<std::string>& channels);
   void Stop();
@@ -49,7 +49,7 @@ class LiveSurvey {
   /// What it was started with last; the presets before.
   const LiveSurveyChoice& Choice() const { return choice_; }
 
-  /// Takes a row of the log. One that was taken already, or has no value in a field that counts, changes nothing.
+  /// Takes a row of the log. One that was taken already, or has no value in a field other than RPM, changes nothing.
   /// Raises what the database raises; the row can be given again then.
   void LiveSurveyStep(const LogRow& row);
 

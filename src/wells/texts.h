@@ -106,6 +106,9 @@ inline constexpr MessageText QuantityRpm{2984, "RPM"};
 inline constexpr MessageText NothingToImport{2985, "No parameters to import"};
 inline constexpr MessageText IntervalOutOfRange{2986, "The calculation interval has to be from 1 to 32767."};
 inline constexpr MessageText LiveSurveyEnded{2988, "The live survey has ended; the recording goes on. "};
+inline constexpr MessageText LiveSurveyWouldGo{
+    3231, "A new live survey begins at the surface and takes the place of the one before. Stations of that one: "};
+inline constexpr MessageText BeginLiveSurvey{3232, ". Begin it?"};
 inline constexpr MessageText SurveyWouldGo{
     2987, "The survey holds rows that are in no file. A live survey takes their place. Begin it?"};
 

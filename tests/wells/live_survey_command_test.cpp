@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 #include "platform/database/catalog.h"
 #include "platform/files/file_errors.h"
+#include "platform/files/whole_file.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/host.h"
@@ -155,9 +158,57 @@ TEST_F(LiveSurveyMenu, SurveysAFileThatPlaysIntoOneOfItsOwn) {
   clock.Advance(5000);
   EXPECT_EQ(well.Survey.size(), 2U);
   // Again: the rows of before go.
+  host.dialogs.Expect("Stations of that one: 1. Begin it?", Answer::Yes);
   Choose();
   clock.Advance(5000);
   EXPECT_EQ(well.Survey.size(), 1U);
+}
+
+TEST_F(LiveSurveyMenu, AsksBeforeTheStationsOfASurveyThatRunsGo) {
+  Choose();
+  Step(250);
+  Step(450);
+  host.dialogs.Expect("Stations of that one: 2. Begin it?", Answer::No);
+  Choose();
+  EXPECT_TRUE(host.dialogs.shown.back().safeDefault);
+  EXPECT_TRUE(command.IsOn());
+  clock.Advance(5000);
+  EXPECT_EQ(well.Survey.size(), 3U) << "it goes on";
+  host.dialogs.Expect("Stations of that one: 2. Begin it?", Answer::Yes);
+  Choose();
+  clock.Advance(5000);
+  EXPECT_EQ(well.Survey.size(), 1U);
+  host.dialogs.Expect("Stations of that one: 0. Begin it?", Answer::No);
+  Choose();
+}
+
+TEST_F(LiveSurveyMenu, AsksBeforeTheStationsOfASurveyThatHasEndedGo) {
+  Choose();
+  Step(250);
+  command.Stop();
+  host.dialogs.Expect("Stations of that one: 1. Begin it?", Answer::No);
+  Choose();
+  EXPECT_FALSE(command.IsOn());
+  const Catalog tables(*file);
+  EXPECT_TRUE(tables.Find("surveyData"));
+  well.SurveyIsKept = false;
+  host.dialogs.Expect("The survey holds rows that are in no file.", Answer::No);
+  Choose();
+  EXPECT_NE(host.dialogs.shown.back().text.find("Stations of that one: 1."), std::string::npos);
+}
+
+TEST_F(LiveSurveyMenu, BeginsWithoutAQuestionWhereAnEarlierOneHasNoStation) {
+  Choose();
+  command.Stop();
+  Choose();
+  EXPECT_TRUE(command.IsOn());
+}
+
+TEST_F(LiveSurveyMenu, BeginsWhereTheFileOfAnEarlierOneIsDamaged) {
+  WriteWholeFile(folder.File("Survey.mdb"), std::string(5000, 'x'));
+  Choose();
+  EXPECT_TRUE(command.IsOn());
+  EXPECT_FALSE(FileExists(folder.File("Survey.mdb")));
 }
 
 TEST_F(LiveSurveyMenu, LeavesNoFileOfAnEarlierSurveyBehind) {
@@ -168,15 +219,18 @@ TEST_F(LiveSurveyMenu, LeavesNoFileOfAnEarlierSurveyBehind) {
   command.Stop();
   EXPECT_TRUE(FileExists(folder.File("Survey.mdb")));
   log = recorded;
+  host.dialogs.Expect("Stations of that one: 1. Begin it?", Answer::Yes);
   Choose();
   EXPECT_FALSE(FileExists(folder.File("Survey.mdb")));
 }
 
 class MatchWindow : public testing::Test {
  protected:
-  void Open(const std::vector<std::string>& fields, const LiveSurveyChoice& choice = {}) {
-    window = std::make_unique<frmImportSurvey>(host, fields, choice, false);
+  void Open(const std::vector<std::string>& fields, const LiveSurveyChoice& choice = {}, bool isRunning = false) {
+    window = std::make_unique<frmImportSurvey>(host, fields, choice, isRunning);
     window->show();
+    window->activateWindow();
+    QApplication::processEvents();
   }
   std::string Box(int i) const {
     return test::FindControl<QLineEdit>(*window, ("txtField_" + std::to_string(i)).c_str())->text().toStdString();
@@ -231,6 +285,18 @@ TEST_F(MatchWindow, StaysWhileABoxIsEmpty) {
   host.dialogs.Expect("No parameters to import", Answer::Ok);
   test::Click(*window, "cmdOK");
   EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(MatchWindow, LeavesASurveyThatRunsAloneByEnter) {
+  const std::vector<std::string> fields = {"Date", "Time", "Depth", "Inclination", "Azimuth", "Speed", "RPM"};
+  for (const bool isRunning : {false, true}) {
+    Open(fields, {}, isRunning);
+    EXPECT_EQ(test::FindControl<QPushButton>(*window, "Command1")->isEnabled(), isRunning);
+    QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(window->result(), isRunning ? QDialog::Rejected : QDialog::Accepted);
+    EXPECT_FALSE(window->Answer().stops);
+  }
 }
 
 TEST_F(MatchWindow, TakesTheWholeIntervalAndRefusesNone) {

@@ -45,6 +45,7 @@ class LiveSurveyTest : public testing::Test {
 
   const test::TemporaryFolder folder;
   std::shared_ptr<Connection> file = Connection::Open(folder.File("log.mdb"), OpenMode::CreateNew);
+  std::shared_ptr<Connection> other = Connection::Open(folder.File("other.mdb"), OpenMode::CreateNew);
   Well well;
   LiveSurvey survey{well};
   std::int64_t number = 0;
@@ -89,6 +90,27 @@ TEST_F(LiveSurveyTest, WritesDateAndTimeInWholeSeconds) {
   ASSERT_TRUE(read.Next());
   EXPECT_EQ(read.Number(0), DateSerial(2026, 5, 1));
   EXPECT_EQ(read.Number(1), TimeOfDay(10, 0, 1));
+}
+
+TEST_F(LiveSurveyTest, WritesATimeOfDayWhateverItsFieldHolds) {
+  const double day = DateSerial(2026, 5, 1);
+  Start();
+  // Half a millisecond ahead of midnight.
+  survey.LiveSurveyStep({day + 86'399.9995 / 86'400, {1, 20, 0, 0, 60}, ++number});
+  survey.Start({{"Speed", "Date", "RPM", "Depth", "Inclination", "Azimuth", "Time"}, SpeedFilter::All, 10}, other,
+               kChannels);
+  const double times[] = {30'000, 1e300, -0.25, 0.5, std::nan(""), HUGE_VAL};
+  double depth = 0;
+  for (const double time : times) survey.LiveSurveyStep({day, {1, depth += 20, 0, 0, time}, ++number});
+  const auto read = [](Connection& log) {
+    std::vector<std::pair<double, double>> rows;
+    Command command(log, "SELECT \"Date\", \"Time\" FROM surveyData ORDER BY ID");
+    while (command.Next()) rows.emplace_back(command.Number(0), command.Number(1));
+    return rows;
+  };
+  using Stamps = std::vector<std::pair<double, double>>;
+  EXPECT_EQ(read(*file), (Stamps{{day, TimeOfDay(23, 59, 59)}}));
+  EXPECT_EQ(read(*other), (Stamps{{day, 0}, {day, 0}, {day, 0.75}, {day, 0.5}})) << "without a time there is no row";
 }
 
 TEST_F(LiveSurveyTest, CountsRowsByTheirSpeed) {
@@ -153,6 +175,7 @@ TEST_F(LiveSurveyTest, ComputesThePathBehindTheSurfaceInTheOrderOfDepths) {
   EXPECT_EQ(well.Survey, (std::vector<SurveyStation>{{0, 0, 0}, {20, 5, 20}, {40, 10, 20}}));
   EXPECT_EQ(well.CalculationInterval, 10);
   EXPECT_EQ(well.Path.stations.size(), 5U);
+  EXPECT_EQ(well.SavedSurveyCount, 3) << "the editor shows them all";
 }
 
 TEST_F(LiveSurveyTest, KeepsThePathThatCanNotBeComputedAnew) {
@@ -169,9 +192,15 @@ TEST_F(LiveSurveyTest, KeepsThePathThatCanNotBeComputedAnew) {
 TEST_F(LiveSurveyTest, BeginsAnewWithEachStart) {
   well.Survey = {{0, 0, 0}, {500, 1, 2}};
   well.SavedSurveyCount = 2;
+  well.SurveyFileName = "/wells/plan.d15";
+  well.WellFileName = "/wells/plan.dt5";
+  well.Sections = {{0, 500, 12, 9}};
   Start();
   EXPECT_EQ(well.Survey, (std::vector<SurveyStation>{{0, 0, 0}}));
   EXPECT_EQ(well.SavedSurveyCount, 0);
+  EXPECT_EQ(well.SurveyFileName, "") << "the editor would save this survey over it";
+  EXPECT_EQ(well.WellFileName, "");
+  EXPECT_TRUE(well.Sections.empty());
   Step(1, 20, 7, 7);
   Step(1, 25, 7, 7);
   Start();
@@ -188,10 +217,16 @@ TEST_F(LiveSurveyTest, RestsOnceItIsStoppedOrItsLogIsClosed) {
   Step(1, 20);
   EXPECT_EQ(Rows().size(), 0U);
   Start();
+  Step(1, 20, 3, 4);
+  survey.LoadSurveyAndCalculate();
+  const std::vector<SurveyStation> rows = well.Survey;
   file.reset();
   EXPECT_FALSE(survey.IsOn());
-  Step(1, 20);
+  Step(1, 40, 3, 4);
   survey.LoadSurveyAndCalculate();
+  EXPECT_EQ(well.Survey, rows);
+  file = Connection::Open(folder.File("log.mdb"), OpenMode::ReadWrite);
+  EXPECT_EQ(Rows().size(), 1U);
 }
 
 TEST_F(LiveSurveyTest, CanTakeARowAgainThatCouldNotBeWritten) {

@@ -40,6 +40,8 @@ frmImportSurvey::frmImportSurvey(WindowHost& host, const std::vector<std::string
   filters[static_cast<std::size_t>(choice.filter)]->setChecked(true);
   ui_->Text1->setText(QString::number(choice.interval));
   ui_->Command1->setEnabled(isRunning);
+  // A new survey would take the place of the one that runs.
+  if (isRunning) ui_->cmdCancel->setDefault(true);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmImportSurvey::cmdOK_Click);
   connect(ui_->Command1, &QPushButton::clicked, this, &frmImportSurvey::Command1_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -29,6 +29,7 @@ class frmImportSurvey : public QDialog {
 
  public:
   /// `fields` are those of the log. A field that has the name of a quantity is taken for it, where `choice` has none.
+  /// While a survey runs it can be stopped, and Enter leaves it alone.
   frmImportSurvey(WindowHost& host, const std::vector<std::string>& fields, const LiveSurveyChoice& choice,
                   bool isRunning);
   ~frmImportSurvey() override;

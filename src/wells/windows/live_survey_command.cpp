@@ -1,8 +1,12 @@
 #include "wells/windows/live_survey_command.h"
 
 #include <filesystem>
+#include <utility>
 
+#include "platform/database/catalog.h"
+#include "platform/database/command.h"
 #include "platform/dialogs/procedure.h"
+#include "platform/files/file_errors.h"
 #include "platform/loop/clock.h"
 #include "platform/settings/settings.h"
 #include "wells/texts.h"
@@ -18,6 +22,23 @@ constexpr int kRefreshMilliseconds = 5000;
 void RemoveSurveyFile(const std::string& path) {
   std::error_code ignored;
   for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(path + suffix, ignored);
+}
+
+int StationsIn(Connection& connection) {
+  const auto table = Catalog(connection).Find(kSurveyData);
+  if (!table) return 0;
+  Command count(connection, "SELECT count(*) FROM " + QuoteName(table->name));
+  return count.Next() ? static_cast<int>(count.Integer(0)) : 0;
+}
+
+/// Of a file that is damaged nothing can be lost any more.
+int StationsInFile(const std::string& path) {
+  if (!FileExists(path)) return 0;
+  try {
+    return StationsIn(*Connection::Open(path, OpenMode::ReadOnly));
+  } catch (const RuntimeError&) {
+    return 0;
+  }
 }
 
 std::shared_ptr<Connection> MakeSurveyFile(const std::string& path) {
@@ -43,18 +64,31 @@ LiveSurveyCommand::LiveSurveyCommand(WindowHost& host, Well& well, const Platfor
 
 void LiveSurveyCommand::mnuToolsLiveSurvey_Click() {
   RunProcedure({platform_.dialogs, "mnuToolsLiveSurvey_Click"}, [&](const Statements& run) {
-    const auto answer = host_.Ask<frmImportSurvey>(FieldsOfLog(log_().channels), survey_.Choice(), IsOn());
+    const auto fields = run([&] { return FieldsOfLog(log_().channels); });
+    const auto answer = host_.Ask<frmImportSurvey>(fields, survey_.Choice(), IsOn());
     if (!answer) return;
     if (answer->stops) return Stop();
-    if (MayLoseSurvey()) run([&] { Start(answer->choice); });
+    const OperatorText question = run([&] { return WhatWouldGo(); });
+    const auto isSure = [&] {
+      return platform_.dialogs.Message({question, {}, Buttons::YesNo, BoxIcon::Question, {}, {}, true}) == Answer::Yes;
+    };
+    if (question.IsEmpty() || isSure()) run([&] { Start(answer->choice); });
   });
 }
 
-/// The rows of the editor go; rows that are in no file are asked about.
-bool LiveSurveyCommand::MayLoseSurvey() {
-  if (well_.SurveyIsKept || well_.Survey.size() < 2) return true;
-  return platform_.dialogs.Message({text::SurveyWouldGo, {}, Buttons::YesNo, BoxIcon::Question, {}, {}, true}) ==
-         Answer::Yes;
+std::string LiveSurveyCommand::OwnPath() const {
+  return platform_.settings.Directory() + "/Survey.mdb";
+}
+
+/// Rows of the editor that are in no file, or the stations of a live survey: a start takes the place of both.
+OperatorText LiveSurveyCommand::WhatWouldGo() const {
+  OperatorText question;
+  if (!well_.SurveyIsKept && well_.Survey.size() > 1) question = text::SurveyWouldGo;
+  const LiveLog log = log_();
+  const int stations = (log.to ? StationsIn(*log.to) : 0) + StationsInFile(OwnPath());
+  if (stations == 0 && !IsOn()) return question;
+  if (!question.IsEmpty()) question += "\n\n";
+  return question + text::LiveSurveyWouldGo + std::to_string(stations) + text::BeginLiveSurvey;
 }
 
 /// The log may have ended behind the window.
@@ -62,9 +96,8 @@ void LiveSurveyCommand::Start(const LiveSurveyChoice& choice) {
   const LiveLog log = log_();
   if (log.channels.empty()) throw RuntimeError(ErrorNumber::NoCurrentRecord);
   if (ownFile_) End();
-  const std::string path = platform_.settings.Directory() + "/Survey.mdb";
-  RemoveSurveyFile(path);
-  if (!log.to) ownFile_ = MakeSurveyFile(path);
+  RemoveSurveyFile(OwnPath());
+  if (!log.to) ownFile_ = MakeSurveyFile(OwnPath());
   survey_.Start(choice, log.to ? log.to : ownFile_, log.channels);
   told_ = false;
   timers_.Timer6->SetEnabled(true);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/operator_text.h"
 #include "i18n/windows/window_host.h"
 #include "model/main_timers.h"
 #include "platform/platform.h"
@@ -32,11 +33,12 @@ class LiveSurveyCommand {
   /// behind the sample, and the survey ends.
   void Step(const LogRow& row);
   bool IsOn() const { return survey_.IsOn(); }
-  /// The log is left, or another one follows. The path is computed once more, where the log is still open.
+  /// The log is about to be left. The path is computed once more, where it is still open.
   void Stop();
 
  private:
-  bool MayLoseSurvey();
+  std::string OwnPath() const;
+  OperatorText WhatWouldGo() const;
   void Start(const LiveSurveyChoice& choice);
   void End();
   void Timer6_Timer();
