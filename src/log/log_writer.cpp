@@ -167,6 +167,7 @@ void LogWriter::Finalise() {
 std::vector<std::string> LogWriter::Release() {
   CloseLogRecordset();
   if (!connection_) return {};
+  if (onLeaving) onLeaving();
   std::vector<std::string> left = connection_->Finalise();
   connection_.reset();
   if (lock_ && !lock_->Release()) left.push_back(lock_->Name());

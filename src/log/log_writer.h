@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,6 +37,8 @@ class LogWriter {
   /// finalised. Raises FileAlreadyOpen where another program records to it.
   void ConnectLogFile(const std::string& path);
   bool IsConnected() const { return connection_ != nullptr; }
+  /// Called while the connected log is still open, ahead of its end: whoever works beside the writer finishes.
+  std::function<void()> onLeaving;
   /// The connection that does all the writing to the connected log; null where there is none.
   std::shared_ptr<Connection> Writing() const { return connection_; }
 

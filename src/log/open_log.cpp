@@ -42,14 +42,14 @@ std::vector<ReportComment> OpenLog::Comments(const RowFilter& filter) {
 
 void OpenLog::AddSummaryRow(const std::string& comment) {
   if (comment.empty()) return;
-  const std::string path = Path();
-  if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
-  const std::vector<std::string> channels = writer_.Writing() ? writer_.ChannelsOfLog() : NamesOfPlayed(path);
-  Edit(path, [&](const auto& log) { AppendSummaryRow(log, session_, channels, platform_.clock.Now(), comment); });
+  const std::vector<std::string> channels = Channels();
+  Edit(Path(), [&](const auto& log) { AppendSummaryRow(log, session_, channels, platform_.clock.Now(), comment); });
 }
 
-/// What a played file calls its channels; the session's may have been renamed.
-std::vector<std::string> OpenLog::NamesOfPlayed(const std::string& path) const {
+std::vector<std::string> OpenLog::Channels() const {
+  const std::string path = Path();
+  if (path.empty()) throw RuntimeError(ErrorNumber::Database, text::LogNotOpen);
+  if (writer_.Writing()) return writer_.ChannelsOfLog();
   std::vector<std::string> names;
   for (const Parameter& channel : ReadLogParameters(path, platform_.language).channels) names.push_back(channel.name);
   return names;

@@ -30,6 +30,8 @@ class OpenLog {
   /// session: by their places in the log that is recorded to, by their names in the one that plays. Raises Database
   /// where none is open, and what the opening of the file raises.
   LogReader& Reader();
+  /// What the open log calls its channels, in order: the session's may have been renamed. Raises as Reader does.
+  std::vector<std::string> Channels() const;
   /// Lets go of the file, until it is read again: the charts are gone.
   void Release() { reader_.reset(); }
 
@@ -58,8 +60,6 @@ class OpenLog {
                          std::optional<double> value) const;
 
  private:
-  std::vector<std::string> NamesOfPlayed(const std::string& path) const;
-
   const Session& session_;
   Platform platform_;
   LogWriter& writer_;

@@ -46,6 +46,21 @@ TEST_F(LogRows, HoldWholeSecondsOfTheMomentNotOfTheSample) {
             (Rows{"46095|34201.0", "46387|86399.0", "46388|0.0"}));
 }
 
+TEST_F(LogRows, AreLeftBehindACallThatFindsTheLogOpen) {
+  std::vector<std::string> left;
+  log.onLeaving = [&] { left.push_back(log.Writing()->Path()); };
+  StartLog(path);
+  log.ConnectLogFile(path);
+  EXPECT_EQ(left, Rows{}) << "the same file";
+  const std::string next = folder.File("next.mdb");
+  StartLog(next);
+  EXPECT_EQ(left, Rows{path});
+  log.Finalise();
+  EXPECT_EQ(left, (Rows{path, next}));
+  log.Finalise();
+  EXPECT_EQ(left.size(), 2U);
+}
+
 TEST_F(LogRows, HoldTheValueOfThe32BitFloat) {
   StartLog(path);
   session.CurrentValue[1] = 0.1f;

@@ -107,6 +107,7 @@ TEST_F(SummaryRows, HaveNoValuesBeforeTheFirstSampleOfTheJob) {
 TEST_F(SummaryRows, KeepTheirColumnsWhenAChannelIsRenamedWhileTheJobIsRecorded) {
   StartLog(path);
   session.CurrentParameters[1].name = "Treating Pressure";
+  EXPECT_EQ(open.Channels(), (Rows{"Pressure", "Rate", "Density"}));
   open.AddSummaryRow("renamed");
   std::swap(session.CurrentParameters[1].name, session.CurrentParameters[3].name);
   open.AddSummaryRow("swapped");
@@ -117,6 +118,7 @@ TEST_F(SummaryRows, KeepTheirColumnsWhenAChannelOfThePlayedFileIsRenamed) {
   StartLog(path);
   Play();
   session.CurrentParameters[1].name = "Treating Pressure";
+  EXPECT_EQ(open.Channels(), (Rows{"Pressure", "Rate", "Density"}));
   open.AddSummaryRow("renamed");
   std::swap(session.CurrentParameters[1].name, session.CurrentParameters[3].name);
   open.AddSummaryRow("swapped");
