@@ -95,6 +95,7 @@ Application::Application(const Services& services)
 Application::~Application() {
   windows_.CloseAll();
   acquisition_.onJob = nullptr;
+  log_.onLeaving = nullptr;
   form_.onQueryUnload = nullptr;
   form_.onSpeedChange = nullptr;
   form_.onPlaced = nullptr;
@@ -125,6 +126,8 @@ void Application::BindCommands() {
   commands.Bind("mnuToolsReset", [this] { resetValue_.mnuToolsReset_Click(); });
   formulas_.Bind(commands);
   BindWells(commands);
+  // Its window stops it, while recording is off, too.
+  commands.AllowAlso("mnuToolsLiveSurvey", [this] { return liveSurvey_.IsOn(); });
   BindExchange(commands);
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
@@ -181,7 +184,7 @@ void Application::BindWells(CommandBinder& commands) {
   };
   playback_.onRow = [this](const LogRow& row) { liveSurvey_.Step(row); };
   playback_.onEnd = [this] { liveSurvey_.Stop(); };
-  acquisition_.onEnding = [this] { liveSurvey_.Stop(); };
+  acquisition_.onEnding = log_.onLeaving = [this] { liveSurvey_.Stop(); };
   commands.Bind("mnuTools3DWell", [=, this] {
     TakeUserUnits(well_, platform_);
     windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();
@@ -216,12 +219,8 @@ std::string Application::LogOfSession() const {
 /// A log that plays is only read: what is surveyed from it goes elsewhere. One that is recorded stays the log of its
 /// job while a pause keeps rows from it.
 LiveLog Application::RunningLog() const {
-  if (session_.RecordToDB && log_.IsConnected()) return {log_.Writing(), log_.ChannelsOfLog()};
-  if (!playback_.IsOpen()) return {};
-  LiveLog log;
-  for (int i = 1; i <= session_.PlaybackParameterCount; ++i)
-    log.channels.push_back(session_.CurrentParameters[static_cast<std::size_t>(i)].name);
-  return log;
+  if (!log_.IsConnected() && !playback_.IsOpen()) return {};
+  return {log_.Writing(), openLog_.Channels()};
 }
 
 /// Windows that show the well's path show it as it is now.

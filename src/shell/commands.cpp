@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "base/text_qt.h"
 #include "shell/texts.h"
@@ -77,6 +78,12 @@ bool Commands::HasWork(std::string_view name) const {
                      [&](const Command& command) { return command.row->Name() == name && command.work; });
 }
 
+void Commands::AllowAlso(std::string_view item, std::function<bool()> condition) {
+  Command* command = Find(item);
+  if (!command || !command->row->condition) throw std::logic_error("an item without a condition: " + std::string(item));
+  command->also = std::move(condition);
+}
+
 void Commands::ShowStatus(const MessageText& status) {
   for (const auto& [name, allowed] : ForcedStates(table_, status, session_)) AllowItem(name, allowed);
   for (const Command& command : commands_) Update(command);  // why an item is off names the status
@@ -102,7 +109,7 @@ void Commands::AskConditions(const QMenu& menu) {
   for (Command& command : commands_) {
     const CommandRow& row = *command.row;
     if (!row.condition || row.states.find('?') != row.states.npos || !menu.actions().contains(command.item)) continue;
-    command.conditionHolds = row.condition(session_);
+    command.conditionHolds = row.condition(session_) || (command.also && command.also());
     Update(command);
   }
 }

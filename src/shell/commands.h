@@ -26,6 +26,9 @@ class Commands : public CommandBinder {
   void Bind(std::string_view name, std::function<void()> work) override;
   bool HasWork(std::string_view name) const;
 
+  /// Lets an item whose row has a condition be on where this one holds, too. Asked when its menu opens.
+  void AllowAlso(std::string_view item, std::function<bool()> condition);
+
   /// Asked ahead of each command that doesn't work while Connect is under way.
   std::function<bool()> isConnecting;
 
@@ -45,6 +48,7 @@ class Commands : public CommandBinder {
     bool buttonAllowed = true;
     bool conditionHolds = true;
     std::function<void()> work = {};
+    std::function<bool()> also = {};  ///< what holds where its row's condition doesn't
   };
 
   void CheckItems(const ActionsByName& items) const;

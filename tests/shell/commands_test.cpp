@@ -134,6 +134,25 @@ TEST_F(CommandsTest, AreOnAndOffWithTheStatusTogetherWithTheButtonThatFollows) {
   EXPECT_TRUE(items["mnuGo"]->isEnabled() && buttons["Go"]->isEnabled());
 }
 
+TEST_F(CommandsTest, AreAlsoOnWhereAnotherConditionHolds) {
+  Commands commands(items, buttons, session, test::English(), table);
+  commands.Bind("mnuAsk", [] {});
+  commands.ShowStatus(text::StatusReady);
+  bool holds = false;
+  commands.AllowAlso("mnuAsk", [&] { return holds; });
+  session.AskOnExit = false;
+  emit menu.aboutToShow();
+  EXPECT_FALSE(items["mnuAsk"]->isEnabled());
+  holds = true;
+  emit menu.aboutToShow();
+  EXPECT_TRUE(items["mnuAsk"]->isEnabled());
+  session.AskOnExit = true;
+  holds = false;
+  emit menu.aboutToShow();
+  EXPECT_TRUE(items["mnuAsk"]->isEnabled());
+  EXPECT_THROW(commands.AllowAlso("mnuGo", [] { return true; }), std::logic_error);
+}
+
 TEST_F(CommandsTest, AskTheirConditionWhenTheirMenuOpens) {
   Commands commands(items, buttons, session, test::English(), table);
   commands.Bind("mnuAsk", [] {});

@@ -93,8 +93,9 @@ class LiveWells : public testing::Test {
   void RunIn() {
     for (int row = 1; row <= 10; ++row) rig.Frame(1, 5 * row, row);
   }
-  void BeginSurvey() {
-    rig.windows.Then("frmImportSurvey", [](QDialog& match) {
+  void BeginSurvey(const char* filter = "optSpeed_0") {
+    rig.windows.Then("frmImportSurvey", [filter](QDialog& match) {
+      test::FindControl<QRadioButton>(match, filter)->click();
       test::FindControl<QLineEdit>(match, "txtField_5")->setText("Inclination");
       test::FindControl<QLineEdit>(match, "txtField_6")->setText("Speed");
       test::FindControl<QLineEdit>(match, "Text1")->setText("10");
@@ -102,6 +103,18 @@ class LiveWells : public testing::Test {
     });
     rig.Choose("mnuToolsLiveSurvey");
     rig.Choose("mnuToolsWellProfileTable");
+  }
+  /// The depths and inclinations of the survey of a log.
+  std::vector<std::pair<double, double>> Surveyed() const {
+    const auto log = Connection::Open(file, OpenMode::ReadOnly);
+    Command rows(*log, "SELECT Depth, Inclination FROM surveyData ORDER BY ID");
+    std::vector<std::pair<double, double>> seen;
+    while (rows.Next()) seen.emplace_back(rows.Number(0), rows.Number(1));
+    return seen;
+  }
+  bool IsOffered() {
+    QMetaObject::invokeMethod(rig.Window().findChild<QMenu*>("mnuTools"), "aboutToShow");
+    return rig.Window().MenuItem("mnuToolsLiveSurvey")->isEnabled();
   }
 
   test::ShellRig rig;
@@ -124,10 +137,62 @@ TEST_F(LiveWells, GrowWhileAJobIsRecorded) {
   ASSERT_TRUE(count.Next());
   EXPECT_EQ(count.Integer(0), 10);
   // Each sample brings the row ahead of it.
-  Command rows(*log, "SELECT Depth, Inclination FROM surveyData ORDER BY ID");
-  std::vector<std::pair<double, double>> seen;
-  while (rows.Next()) seen.emplace_back(rows.Number(0), rows.Number(1));
-  EXPECT_EQ(seen, (std::vector<std::pair<double, double>>{{10, 2}, {22.5, 4.5}, {32.5, 6.5}, {42.5, 8.5}}));
+  EXPECT_EQ(Surveyed(), (std::vector<std::pair<double, double>>{{10, 2}, {22.5, 4.5}, {32.5, 6.5}, {42.5, 8.5}}));
+}
+
+TEST_F(LiveWells, CountTheWayThatIsChosen) {
+  BeginJob();
+  BeginSurvey("optSpeed_1");
+  RunIn();
+  for (int row = 1; row <= 7; ++row) rig.Frame(-1, 50 - 5 * row, 10 - row);
+  rig.Press("Stop");
+  // 45; the mean of 40, 35, 30; of 25, 20.
+  EXPECT_EQ(Surveyed(), (std::vector<std::pair<double, double>>{{45, 9}, {35, 7}, {22.5, 4.5}}));
+}
+
+TEST_F(LiveWells, EndWithTheirLogWhereRecordingBeginsAnewInAnother) {
+  BeginJob();
+  BeginSurvey();
+  RunIn();
+  rig.Press("RecordToDB");
+  EXPECT_TRUE(IsOffered()) << "it runs";
+  rig.dialogs.ExpectSaveFile(rig.folder.File("next.mdb"));
+  rig.Press("RecordToDB");
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay) << "computed while its log was open";
+  rig.windows.Then("frmImportSurvey", [](QDialog& match) {
+    EXPECT_FALSE(test::FindControl<QPushButton>(match, "Command1")->isEnabled());
+    test::Click(match, "cmdCancel");
+  });
+  EXPECT_TRUE(IsOffered());
+  rig.Choose("mnuToolsLiveSurvey");
+}
+
+TEST_F(LiveWells, AreStoppedWhileRecordingIsOff) {
+  BeginJob();
+  BeginSurvey();
+  RunIn();
+  rig.Press("RecordToDB");
+  ASSERT_TRUE(IsOffered());
+  rig.windows.ThenClick("frmImportSurvey", "Command1");
+  rig.Choose("mnuToolsLiveSurvey");
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay);
+  EXPECT_FALSE(IsOffered());
+}
+
+TEST_F(LiveWells, LeaveTheEditorsRowsOutUntilTheyEnd) {
+  BeginJob();
+  BeginSurvey();
+  RunIn();
+  rig.windows.Then("EditSur", [this](QDialog& editor) {
+    rig.dialogs.Expect("A live survey makes this well from the log", Answer::Ok);
+    EnterSurvey(editor, "0\t0\t0\n250\t20\t90\n");
+    EXPECT_TRUE(editor.isVisible());
+    rig.dialogs.Expect("Leave the survey without what you have changed?", Answer::Yes);
+    test::Click(editor, "cmdCancel");
+  });
+  rig.Choose("mnuToolsSurvey");
+  rig.Press("Stop");
+  EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay);
 }
 
 TEST_F(LiveWells, GrowWhileALogPlaysToItsEndAndLeaveItAsItIs) {
@@ -137,14 +202,14 @@ TEST_F(LiveWells, GrowWhileALogPlaysToItsEndAndLeaveItAsItIs) {
   rig.dialogs.ExpectOpenFile(file);
   rig.Choose("mnuFilePlayback");
   rig.Window().findChild<QSlider*>("HScroll1")->setValue(1000);
+  rig.State().CurrentParameters[2].name = "Way";  // the field is called Depth in the file
   BeginSurvey();
   rig.Choose("mnuAcquireStart");
   rig.dialogs.Expect("End of playback", Answer::Ok);
   // Well ahead of the first computation by the clock.
   rig.clock.Advance(1000);
   EXPECT_EQ(Depths(*Shown<ReportForm>()), kWholeWay);
-  QMetaObject::invokeMethod(rig.Window().findChild<QMenu*>("mnuTools"), "aboutToShow");
-  EXPECT_FALSE(rig.Window().MenuItem("mnuToolsLiveSurvey")->isEnabled());
+  EXPECT_FALSE(IsOffered());
   const auto log = Connection::Open(file, OpenMode::ReadOnly);
   EXPECT_FALSE(Catalog(*log).Find("surveyData"));
   EXPECT_TRUE(FileExists(rig.settings->Directory() + "/Survey.mdb"));
