@@ -32,7 +32,7 @@ void PrintScene(Printer& printer, const WellScene& scene, const SceneHead& head,
   print(kHeadPoints, false, language.In(text::DepthUnitsAre + head.depthUnit));
   page.SetFont({head.family, kLabelPoints});
   const double side = std::min(right - left, sheet.height - std::max(kEdge, sheet.bottom) - y);
-  scene.Draw(page, {left + (right - left - side) / 2, y, side, 0}, kColoursOnPaper);
+  scene.Draw(page, {left + (right - left - side) / 2, y, side, 0}, kColoursOnPaper, language);
   printer.End();
 }
 

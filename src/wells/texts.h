@@ -53,6 +53,10 @@ inline constexpr MessageText LiveSurveyGoesOn{
 inline constexpr MessageText SurveyHint{
     2940, "Type or paste depth, inclination and azimuth. An empty angle is that of the row above."};
 
+// At the exit
+inline constexpr MessageText SurveyGoesWithProgram{
+    3238, "The well survey holds rows that are in no file: they go with the program."};
+
 // Conversion of units: these with the present system between them
 inline constexpr MessageText ConvertUnitsFrom{2941, "Convert Units from "};
 inline constexpr MessageText ConvertUnitsTo{2942, " to"};
@@ -96,6 +100,13 @@ inline constexpr MessageText SpinDown{2976, "AutoScroll Vertically"};
 inline constexpr MessageText SpinAcross{2977, "AutoScroll Horizontally"};
 inline constexpr MessageText SceneHint{
     2978, "Drag with the left button to turn, with the right one to move; the wheel goes nearer."};
+
+// Its marks, each with the depth or the distance behind it
+inline constexpr MessageText MarkDepth{3233, "TVD "};
+inline constexpr MessageText MarkNorth{3234, "N  "};
+inline constexpr MessageText MarkSouth{3235, "S  "};
+inline constexpr MessageText MarkEast{3236, "E  "};
+inline constexpr MessageText MarkWest{3237, "W  "};
 
 // The live survey
 inline constexpr MessageText QuantitySpeed{2980, "Speed"};

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "base/numbers.h"
-#include "platform/drawing/segment_clip.h"
+#include "wells/texts.h"
 
 namespace velk {
 
@@ -42,8 +42,9 @@ double RadiusAt(double depth, std::span<const WellSection> sections) {
 /// Draws in the units of a scene, cut to its square.
 class ScenePen {
  public:
-  ScenePen(Surface& surface, const ScenePlace& place)
-      : surface_(surface), place_(place), scale_(place.side / kHalfWidth) {}
+  /// `drawn` gets what is drawn.
+  ScenePen(Surface& surface, const ScenePlace& place, std::vector<ClippedSegment>* drawn = nullptr)
+      : surface_(surface), place_(place), scale_(place.side / kHalfWidth), drawn_(drawn) {}
 
   double X(const ScreenPoint& point) const { return place_.left + point.x * scale_; }
   double Y(const ScreenPoint& point) const { return place_.top + point.y * scale_; }
@@ -53,14 +54,16 @@ class ScenePen {
   }
   void Line(const ScreenPoint& a, const ScreenPoint& b, std::int32_t colour) {
     ClippedSegment line{X(a), Y(a), X(b), Y(b)};
-    if (ClipSegment(line, place_.left, place_.top, place_.left + place_.side, place_.top + place_.side))
-      surface_.Line(line.x1, line.y1, line.x2, line.y2, colour);
+    if (!ClipSegment(line, place_.left, place_.top, place_.left + place_.side, place_.top + place_.side)) return;
+    surface_.Line(line.x1, line.y1, line.x2, line.y2, colour);
+    if (drawn_) drawn_->push_back(line);
   }
 
  private:
   Surface& surface_;
   const ScenePlace& place_;
   const double scale_;
+  std::vector<ClippedSegment>* const drawn_;
 };
 
 struct LabelBox {
@@ -79,6 +82,12 @@ struct LabelBox {
   }
   bool Meets(const LabelBox& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+  }
+  /// Whether a segment comes nearer than `gap`.
+  bool IsCrossed(ClippedSegment line, double gap) const {
+    const bool isApart = std::max(line.x1, line.x2) < left - gap || std::min(line.x1, line.x2) > right + gap ||
+                         std::max(line.y1, line.y2) < top - gap || std::min(line.y1, line.y2) > bottom + gap;
+    return !isApart && ClipSegment(line, left - gap, top - gap, right + gap, bottom + gap);
   }
 };
 
@@ -131,7 +140,8 @@ void WellScene::Build(std::span<const PathStation> stations, std::span<const Wel
 }
 
 /// A line of the grid from its far edge across the near one, where it ends in a mark and a label.
-void WellScene::AddLine(WellSurface surface, const Point4& far, const Point4& tip, const char* prefix, double value) {
+void WellScene::AddLine(WellSurface surface, const Point4& far, const Point4& tip, const MessageText& prefix,
+                        double value) {
   scenePoints_.push_back(far);
   labels_.push_back({static_cast<int>(scenePoints_.size()), surface, prefix, value * kThousand});
   scenePoints_.push_back(tip);
@@ -144,9 +154,9 @@ void WellScene::AddHorizontal() {
   for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
     scenePoints_.push_back({x * width, y * width, z});
   for (const int side : {-1, 0, 1}) {
-    AddLine(kSurface, {side * width, width, z}, {side * width, -end, z}, side < 0 ? "W  " : "E  ",
+    AddLine(kSurface, {side * width, width, z}, {side * width, -end, z}, side < 0 ? text::MarkWest : text::MarkEast,
             std::abs(side) * width);
-    AddLine(kSurface, {-width, side * width, z}, {end, side * width, z}, side < 0 ? "S  " : "N  ",
+    AddLine(kSurface, {-width, side * width, z}, {end, side * width, z}, side < 0 ? text::MarkSouth : text::MarkNorth,
             std::abs(side) * width);
   }
   scenePoints_.push_back({0, width, z});
@@ -163,10 +173,10 @@ void WellScene::AddVertical(WellSurface surface) {
     scenePoints_.push_back(at(along * width, down * depth));
   for (int quarter = 0; quarter <= 4; ++quarter) {
     const double z = -depth * quarter / 4;
-    AddLine(surface, at(-width, z), at(width + frame_.tick, z), "TVD ", -z);
+    AddLine(surface, at(-width, z), at(width + frame_.tick, z), text::MarkDepth, -z);
   }
-  AddLine(surface, at(-width, 0), at(-width, -depth - frame_.tick), isNorth ? "S  " : "W  ", width);
-  AddLine(surface, at(width, 0), at(width, -depth - frame_.tick), isNorth ? "N  " : "E  ", width);
+  AddLine(surface, at(-width, 0), at(-width, -depth - frame_.tick), isNorth ? text::MarkSouth : text::MarkWest, width);
+  AddLine(surface, at(width, 0), at(width, -depth - frame_.tick), isNorth ? text::MarkNorth : text::MarkEast, width);
 }
 
 void WellScene::BuildTube(std::span<const PathStation> stations, std::span<const WellSection> sections) {
@@ -206,12 +216,14 @@ void WellScene::Project() {
 
 // --- Drawing ---
 
-void WellScene::Draw(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+void WellScene::Draw(Surface& surface, const ScenePlace& place, const SceneColours& colours,
+                     const Language& language) const {
   surface.SetPenWidth(1);
   DrawFrame(surface, place, colours);
-  DrawTube(surface, place, colours.path);
-  DrawPath(surface, place, colours.path);
-  DrawLabels(surface, place, colours);
+  Segments well;
+  DrawTube(surface, place, colours.path, well);
+  DrawPath(surface, place, colours.path, well);
+  DrawLabels(surface, place, colours, language, well);
 }
 
 bool WellScene::IsInFront(std::size_t point) const {
@@ -232,8 +244,8 @@ void WellScene::DrawFrame(Surface& surface, const ScenePlace& place, const Scene
   }
 }
 
-void WellScene::DrawPath(Surface& surface, const ScenePlace& place, std::int32_t colour) const {
-  ScenePen pen(surface, place);
+void WellScene::DrawPath(Surface& surface, const ScenePlace& place, std::int32_t colour, Segments& drawn) const {
+  ScenePen pen(surface, place, &drawn);
   std::size_t from = kFramePoints;
   for (std::size_t to = from + 1; to < scenePoints_.size(); ++to) {
     const bool isLast = to + 1 == scenePoints_.size();
@@ -244,8 +256,8 @@ void WellScene::DrawPath(Surface& surface, const ScenePlace& place, std::int32_t
 }
 
 /// A ring around each station that lies on other dots than the last one drawn, and lines from ring to ring.
-void WellScene::DrawTube(Surface& surface, const ScenePlace& place, std::int32_t colour) const {
-  ScenePen pen(surface, place);
+void WellScene::DrawTube(Surface& surface, const ScenePlace& place, std::int32_t colour, Segments& drawn) const {
+  ScenePen pen(surface, place, &drawn);
   const std::size_t rings = tubePoints_.size() / kTubeSides;
   const auto isInFront = [&](std::size_t ring) {
     const auto first = tubeViewPoints_.begin() + static_cast<std::ptrdiff_t>(ring * kTubeSides);
@@ -256,25 +268,26 @@ void WellScene::DrawTube(Surface& surface, const ScenePlace& place, std::int32_t
       if (!pen.IsOneDot(tubeScreenPoints_[a * kTubeSides + k], tubeScreenPoints_[b * kTubeSides + k])) return false;
     return true;
   };
-  std::size_t drawn = rings;
+  std::size_t last = rings;
   for (std::size_t ring = 0; ring < rings; ++ring) {
-    if (drawn < rings && ring + 1 < rings && isOneDot(drawn, ring)) continue;
+    if (last < rings && ring + 1 < rings && isOneDot(last, ring)) continue;
     if (!isInFront(ring)) {
-      drawn = rings;
+      last = rings;
       continue;
     }
     for (std::size_t k = 0; k < kTubeSides; ++k) {
       const ScreenPoint& point = tubeScreenPoints_[ring * kTubeSides + k];
       pen.Line(point, tubeScreenPoints_[ring * kTubeSides + (k + 1) % kTubeSides], colour);
-      if (drawn < rings) pen.Line(tubeScreenPoints_[drawn * kTubeSides + k], point, colour);
+      if (last < rings) pen.Line(tubeScreenPoints_[last * kTubeSides + k], point, colour);
     }
-    drawn = ring;
+    last = ring;
   }
 }
 
 /// Each in front of its mark, where the mark ends within the picture, on ground that no line crosses; one that would
-/// stand on another or on the path is left out.
-void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours) const {
+/// stand on another, on the path or on its tube is left out.
+void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours,
+                           const Language& language, const Segments& well) const {
   constexpr double kGap = 0.25;  // of its height
   ScenePen pen(surface, place);
   std::vector<LabelBox> drawn;
@@ -283,7 +296,7 @@ void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const Scen
     if (view_.hidden[at] || !IsInFront(tip) || !IsInFront(tip - 1)) continue;
     const double x = pen.X(screenPoints_[tip]), y = pen.Y(screenPoints_[tip]);
     if (!LabelBox{x, y, x, y}.IsIn(place)) continue;
-    const std::string text = label.prefix + Format(label.value, "#####0");
+    const std::string text = language.In(label.prefix) + Format(label.value, "#####0");
     const double width = surface.TextWidth(text), height = surface.TextHeight(text), gap = kGap * height;
     // The mark points there.
     const double across = x - pen.X(screenPoints_[tip - 1]), down = y - pen.Y(screenPoints_[tip - 1]);
@@ -293,11 +306,8 @@ void WellScene::DrawLabels(Surface& surface, const ScenePlace& place, const Scen
     const LabelBox box = LabelBox::Around(x + share * across, y + share * down, width, height).Within(place);
     const auto meets = [&](const LabelBox& other) { return box.Meets(other); };
     if (std::any_of(drawn.begin(), drawn.end(), meets)) continue;
-    const auto covers = [&](const ScreenPoint& point) {
-      const double left = pen.X(point), top = pen.Y(point);
-      return box.Meets({left - gap, top - gap, left + gap, top + gap});
-    };
-    if (std::any_of(screenPoints_.begin() + kFramePoints, screenPoints_.end(), covers)) continue;
+    const auto covers = [&](const ClippedSegment& line) { return box.IsCrossed(line, gap); };
+    if (std::any_of(well.begin(), well.end(), covers)) continue;
     surface.Fill(box.left, box.top, width, height, colours.ground);
     surface.Print(box.left, box.top, text, colours.surfaces[at]);
     drawn.push_back(box);

@@ -5,6 +5,9 @@
 #include <span>
 #include <vector>
 
+#include "base/language.h"
+#include "base/message_text.h"
+#include "platform/drawing/segment_clip.h"
 #include "platform/drawing/surface.h"
 #include "wells/matrix.h"
 #include "wells/survey_file.h"
@@ -70,7 +73,7 @@ inline constexpr SceneColours kColoursOnPaper{{0x7A7900, 0x933A1F, 0x1E4A7A}, 0x
 struct SceneLabel {
   int point;
   WellSurface surface;
-  const char* prefix;
+  MessageText prefix;
   double value;  ///< depth units
 };
 
@@ -88,20 +91,24 @@ class WellScene {
   const std::vector<SceneLabel>& Labels() const { return labels_; }
 
   /// Draws what was built into a square of the surface, whose font is set. What lies behind the eye is not drawn, nor
-  /// what would fall on dots that the path and its tube have on them already.
-  void Draw(Surface& surface, const ScenePlace& place, const SceneColours& colours) const;
+  /// what would fall on dots that the path and its tube have on them already, nor labels that would cover either.
+  void Draw(Surface& surface, const ScenePlace& place, const SceneColours& colours, const Language& language) const;
 
  private:
-  void AddLine(WellSurface surface, const Point4& far, const Point4& tip, const char* prefix, double value);
+  using Segments = std::vector<ClippedSegment>;
+
+  void AddLine(WellSurface surface, const Point4& far, const Point4& tip, const MessageText& prefix, double value);
   void AddHorizontal();
   void AddVertical(WellSurface surface);
   void BuildTube(std::span<const PathStation> stations, std::span<const WellSection> sections);
   void Project();
   bool IsInFront(std::size_t point) const;
   void DrawFrame(Surface& surface, const ScenePlace& place, const SceneColours& colours) const;
-  void DrawPath(Surface& surface, const ScenePlace& place, std::int32_t colour) const;
-  void DrawTube(Surface& surface, const ScenePlace& place, std::int32_t colour) const;
-  void DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours) const;
+  /// Both add what they have drawn.
+  void DrawPath(Surface& surface, const ScenePlace& place, std::int32_t colour, Segments& drawn) const;
+  void DrawTube(Surface& surface, const ScenePlace& place, std::int32_t colour, Segments& drawn) const;
+  void DrawLabels(Surface& surface, const ScenePlace& place, const SceneColours& colours, const Language& language,
+                  const Segments& well) const;
 
   WellView view_;
   FrameSize frame_;

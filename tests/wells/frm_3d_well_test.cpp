@@ -140,12 +140,26 @@ TEST_F(WellWindow, WaitsForRedrawWhereItDoesNotDrawByItself) {
 
 TEST_F(WellWindow, HidesSurfacesAndDrawsTheCasing) {
   Open();
-  const QImage before = Shown();
-  Find<QCheckBox>("Check1_1").setChecked(true);
-  EXPECT_NE(Shown(), before);
+  const auto dots = [this](QRgb colour) {
+    const QImage shown = Shown();
+    int count = 0;
+    for (int y = 0; y < shown.height(); ++y)
+      for (int x = 0; x < shown.width(); ++x) count += (shown.pixel(x, y) & RGB_MASK) == colour ? 1 : 0;
+    return count;
+  };
+  // The lines of each surface have a colour of their own.
+  constexpr QRgb kColours[] = {0x3CC8C4, 0x8FA8FF, 0xC99A6B};
+  for (int surface = 0; surface < 3; ++surface) {
+    auto& hide = Find<QCheckBox>(("Check1_" + std::to_string(surface)).c_str());
+    EXPECT_GT(dots(kColours[surface]), 300) << surface;
+    hide.setChecked(true);
+    EXPECT_EQ(dots(kColours[surface]), 0) << surface;
+    hide.setChecked(false);
+    EXPECT_GT(dots(kColours[surface]), 300) << surface;
+  }
   const int path = Green(Shown());
   Find<QCheckBox>("chkCasing").setChecked(true);
-  EXPECT_GT(Green(Shown()), path);
+  EXPECT_GT(Green(Shown()), 3 * path);
 }
 
 TEST_F(WellWindow, SpinsAndBeginsAgainBehindTheEndOfABar) {

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 #include <set>
 
+#include "support/in_english.h"
 #include "support/surface_recording.h"
 
 namespace velk {
@@ -147,7 +150,7 @@ TEST(WellSceneBuilt, LabelsDepthsAndDistances) {
   scene.Build(StationsTo(2500), {}, LevelView());
   std::multiset<std::string> labels;
   for (const SceneLabel& label : scene.Labels())
-    labels.insert(label.prefix + std::to_string(static_cast<int>(std::lround(label.value))));
+    labels.insert(std::string(label.prefix.english) + std::to_string(static_cast<int>(std::lround(label.value))));
   EXPECT_EQ(labels,
             (std::multiset<std::string>{"W  1000",  "E  0",     "E  1000",  "S  1000",   "N  0",    "N  1000", "TVD 0",
                                         "TVD 2500", "TVD 5000", "TVD 7500", "TVD 10000", "S  1000", "N  1000", "TVD 0",
@@ -202,7 +205,7 @@ class WellDrawing : public testing::Test {
     view.tilt = 60;
     view.azimuth = 30;
     scene.Build(stations, {}, view);
-    scene.Draw(surface, {0, 0, 51'150, dot}, {{0xAA0000, 0xBB0000, 0xCC0000}, 0});
+    scene.Draw(surface, {0, 0, 51'150, dot}, {{0xAA0000, 0xBB0000, 0xCC0000}, 0}, test::English());
   }
 
   WellView view = LevelView();
@@ -254,22 +257,27 @@ TEST_F(WellDrawing, LeavesOutWhatLiesBehindTheEye) {
   view = LevelView();
   view.hidden = {true, true, true};
   scene.Build(stations, {}, view);
-  scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark);
+  scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark, test::English());
   EXPECT_EQ(LinesOf("00FF00"), 1) << "the first segment is a point in the middle, the second runs through the eye";
 }
 
 TEST_F(WellDrawing, StaysInItsSquare) {
   view.distance = 2000;
   scene.Build(StationsTo(9000, 4000, 4000), {}, view);
-  scene.Draw(surface, {1000, 2000, 5115, 0}, kColoursOnPaper);
+  scene.Draw(surface, {1000, 2000, 5115, 0}, kColoursOnPaper, test::English());
+  int lines = 0, cut = 0;
   for (const std::string& call : surface.calls) {
     double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     if (std::sscanf(call.c_str(), "line %lf %lf %lf %lf", &x1, &y1, &x2, &y2) != 4) continue;
+    ++lines;
+    for (const double x : {x1, x2}) cut += std::fabs(x - 1000) < 0.1 || std::fabs(x - 6115) < 0.1 ? 1 : 0;
     EXPECT_GE(std::min(x1, x2), 999.9);
     EXPECT_GE(std::min(y1, y2), 1999.9);
     EXPECT_LE(std::max(x1, x2), 6115.1);
     EXPECT_LE(std::max(y1, y2), 7115.1);
   }
+  EXPECT_GT(lines, 5);
+  EXPECT_GT(cut, 3);
 }
 
 /// Numbers of a call behind its word.
@@ -279,16 +287,30 @@ std::array<double, 4> NumbersOf(const std::string& call) {
   return numbers;
 }
 
+/// The boxes of the labels that were drawn, by their texts.
+std::multimap<std::string, std::array<double, 4>> LabelsOf(const SurfaceRecording& surface) {
+  std::multimap<std::string, std::array<double, 4>> labels;
+  for (const std::string& call : surface.calls) {
+    double x = 0, y = 0;
+    char text[40] = {};
+    if (std::sscanf(call.c_str(), "print %lf %lf '%39[^']", &x, &y, text) != 3) continue;
+    labels.insert({text, {x, y, x + surface.TextWidth(text), y + surface.TextHeight(text)}});
+  }
+  return labels;
+}
+
 TEST_F(WellDrawing, PutsEachLabelOnGroundOfItsOwnInFrontOfItsMark) {
+  int labels = 0;
   for (double azimuth = -180; azimuth < 180; azimuth += 15) {
     surface.calls.clear();
     view.tilt = 60;
     view.azimuth = azimuth;
     view.distance = 60'000;
     scene.Build(StationsTo(2500), {}, view);
-    scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark);
+    scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark, test::English());
     for (std::size_t i = 0; i < surface.calls.size(); ++i) {
       if (!surface.calls[i].starts_with("print ")) continue;
+      ++labels;
       ASSERT_TRUE(surface.calls[i - 1].starts_with("fill ")) << surface.calls[i - 1];
       ASSERT_TRUE(surface.calls[i - 1].ends_with(" 1D1814")) << surface.calls[i - 1];
       const auto ground = NumbersOf(surface.calls[i - 1]), text = NumbersOf(surface.calls[i]);
@@ -303,7 +325,8 @@ TEST_F(WellDrawing, PutsEachLabelOnGroundOfItsOwnInFrontOfItsMark) {
       }
     }
   }
-  EXPECT_LT(marksUnderLabels, 40) << "of some 500 labels: only where another surface's mark ends there";
+  EXPECT_GT(labels, 240) << "ten in each of 24 directions";
+  EXPECT_LT(marksUnderLabels, 40) << "only where another surface's mark ends there";
 }
 
 TEST_F(WellDrawing, LeavesOutALabelThatWouldCoverThePath) {
@@ -311,18 +334,67 @@ TEST_F(WellDrawing, LeavesOutALabelThatWouldCoverThePath) {
   view = LevelView();
   view.distance = 60'000;
   view.hidden = {true, false, true};
-  std::vector<PathStation> stations(31);
-  for (std::size_t i = 0; i < stations.size(); ++i) stations[i].tvd = static_cast<double>(i) * 200;
-  scene.Build(stations, {}, view);
-  scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark);
-  std::set<std::string> labels;
-  for (const std::string& call : surface.calls)
-    if (call.starts_with("print ")) labels.insert(call.substr(call.find('\'')));
-  for (const char* covered : {"'TVD 2500'", "'TVD 5000'"})
-    EXPECT_TRUE(std::none_of(labels.begin(), labels.end(), [&](const auto& label) {
-      return label.starts_with(covered);
-    })) << covered;
-  EXPECT_FALSE(labels.empty());
+  scene.Build(StationsTo(6000), {}, view);
+  scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark, test::English());
+  const auto labels = LabelsOf(surface);
+  for (const char* covering : {"TVD 0", "TVD 2500", "TVD 5000"}) EXPECT_EQ(labels.count(covering), 0U) << covering;
+  for (const char* clear : {"TVD 7500", "TVD 10000"}) EXPECT_EQ(labels.count(clear), 1U) << clear;
+}
+
+TEST_F(WellDrawing, HasNoLabelOnThePathNorOnItsTubeFromAnySide) {
+  view.casingSize = 9;
+  for (const bool casing : {false, true})
+    for (double azimuth = -180; azimuth < 180; azimuth += 15) {
+      view.casing = casing;
+      view.tilt = 60;
+      view.azimuth = azimuth;
+      view.distance = 60'000;
+      surface.calls.clear();
+      scene.Build(StationsTo(9000, 900, 700), {}, view);
+      scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark, test::English());
+      const auto labels = LabelsOf(surface);
+      EXPECT_GT(labels.size(), 5U) << azimuth;
+      for (const std::string& call : surface.calls) {
+        if (call.find(" 00FF00 ") == std::string::npos) continue;
+        const auto line = NumbersOf(call);
+        for (int step = 0; step <= 400; ++step) {
+          const double x = line[0] + (line[2] - line[0]) * step / 400, y = line[1] + (line[3] - line[1]) * step / 400;
+          for (const auto& [text, box] : labels)
+            EXPECT_FALSE(x > box[0] && x < box[2] && y > box[1] && y < box[3]) << text << " at " << azimuth;
+        }
+      }
+    }
+}
+
+TEST_F(WellDrawing, KeepsItsLabelsWhereTheWellLiesBehindTheEye) {
+  // Straight down from 8.5 above the wellhead, and points of the path 8.9 above it.
+  view.tilt = 0;
+  view.distance = 8500;
+  std::vector<PathStation> stations(2);
+  stations[1].tvd = -8900;
+  const auto draw = [&] {
+    surface.calls.clear();
+    scene.Build(stations, {}, view);
+    scene.Draw(surface, {0, 0, 51'150, 0}, kColoursOnDark, test::English());
+    return LabelsOf(surface);
+  };
+  const auto labels = draw();
+  ASSERT_GT(labels.size(), 3U);
+  const Matrix4 matrix = ViewMatrix(view);
+  const double perEast = OnScreen(matrix({1, 0, 8.9})).x - OnScreen(matrix({0, 0, 8.9})).x;
+  const double perNorth = OnScreen(matrix({0, 1, 8.9})).y - OnScreen(matrix({0, 0, 8.9})).y;
+  for (const auto& [text, box] : labels) {
+    // Mirrored by the division, it would be seen in the middle of the label.
+    const double x = (box[0] + box[2]) / 200, y = (box[1] + box[3]) / 200;
+    PathStation station = stations[1];
+    station.east = (x - kHalfWidth / 2) / perEast * 1000;
+    station.north = (y - kHalfWidth / 2) / perNorth * 1000;
+    const ScreenPoint mirrored = OnScreen(matrix({station.east / 1000, station.north / 1000, 8.9}));
+    EXPECT_NEAR(mirrored.x, x, 1e-6);
+    EXPECT_NEAR(mirrored.y, y, 1e-6);
+    stations.push_back(station);
+  }
+  EXPECT_EQ(draw(), labels);
 }
 
 TEST_F(WellDrawing, HasNoLabelOnAnother) {
@@ -330,7 +402,7 @@ TEST_F(WellDrawing, HasNoLabelOnAnother) {
     view.azimuth = azimuth;
     scene.Build(StationsTo(2500), {}, view);
     surface.calls.clear();
-    scene.Draw(surface, {0, 0, 20'000, 0}, kColoursOnDark);
+    scene.Draw(surface, {0, 0, 20'000, 0}, kColoursOnDark, test::English());
     std::vector<std::array<double, 4>> boxes;
     for (const std::string& call : surface.calls) {
       double x = 0, y = 0;

@@ -171,12 +171,11 @@ WellView frm3DWell::ReadView() const {
 void frm3DWell::cmdRedraw_Click() {
   const auto text = [this](const OperatorText& words) { return ToQt(host_.Words().Translator.In(words)); };
   const Well& well = access_.well;
-  const std::string& path = well.SurveyFileName.empty() ? well.WellFileName : well.SurveyFileName;
-  setWindowTitle(text(text::SceneWindowTitle + path));
+  setWindowTitle(text(text::SceneWindowTitle + FileOfWell(well)));
   ui_->lblUnits->setText(text(text::DepthUnitsAre + DepthUnitLabel(well.Units, well.SurveyFileUnits)));
   ui_->lblHint->setText(well.Path.stations.empty() ? text(text::NoPathYet) : text(text::SceneHint));
   scene_.Build(well.Path.stations, well.Sections, ReadView());
-  picture_->DrawScene(scene_);
+  picture_->DrawScene(scene_, host_.Words().Translator);
   mnuPrint_->setEnabled(true);
 }
 

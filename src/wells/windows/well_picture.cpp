@@ -19,12 +19,12 @@ WellPicture::WellPicture(QWidget* parent) : QWidget(parent) {
   setCursor(Qt::OpenHandCursor);
 }
 
-void WellPicture::DrawScene(const WellScene& scene) {
+void WellPicture::DrawScene(const WellScene& scene, const Language& language) {
   constexpr double kSide = kPictureSide * kTwipsPerPixel;
   if (!surface_) surface_.emplace(kSide, kSide, devicePixelRatioF(), font());
   surface_->Resize(kSide, kSide, devicePixelRatioF());
   surface_->Fill(0, 0, kSide, kSide, kColoursOnDark.ground);
-  scene.Draw(*surface_, {0, 0, kSide, kTwipsPerPixel / devicePixelRatioF()}, kColoursOnDark);
+  scene.Draw(*surface_, {0, 0, kSide, kTwipsPerPixel / devicePixelRatioF()}, kColoursOnDark, language);
   update();
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "base/language.h"
 #include "platform/drawing/surface_image.h"
 #include "wells/well_scene.h"
 
@@ -16,8 +17,8 @@ class WellPicture : public QWidget {
  public:
   explicit WellPicture(QWidget* parent);
 
-  /// Draws the scene and shows it.
-  void DrawScene(const WellScene& scene);
+  /// Draws the scene, its words in a language, and shows it.
+  void DrawScene(const WellScene& scene, const Language& language);
 
   /// The mouse was drawn with its left button, by so many pixels: the well turns. With another one: it moves.
   std::function<void(QPointF by)> onTurn, onMove;
