@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <array>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,7 @@ class ProfileReport {
  public:
   struct Content {
     const ProfileTable& table;
-    std::span<const SurveyStation> survey;
+    std::vector<SurveyStation> survey;
     OperatorText surveyDepthUnit, surveyAngleUnit;
     ProfileHead head;
     QImage logo;          ///< null: none
@@ -30,7 +29,7 @@ class ProfileReport {
     std::string family;   ///< of its letters
   };
 
-  /// Divides it among pages by the letters of `surface`, whose font is set. What `content` refers to outlives this.
+  /// Divides it among pages by the letters of `surface`, whose font is set.
   ProfileReport(Surface& surface, Content content, const Language& language);
 
   int PageCount() const { return static_cast<int>(pages_.size()); }

@@ -49,8 +49,8 @@ struct ProfileHead {
 /// "Client Name:", "Well Name:", "Job Description:".
 std::array<std::string, 3> ProfileLabels(const Language& language);
 
-/// A .out file: the three lines of the head, then the table, each cell with a comma behind it. Commas inside a text
-/// become blanks.
+/// A .out file: a line with the three texts of the head, then the table, each cell with a comma behind it. Commas
+/// inside a text become blanks.
 std::string ProfileText(const ProfileTable& table, const ProfileHead& head, const Language& language);
 
 }  // namespace velk

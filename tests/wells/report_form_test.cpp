@@ -85,6 +85,16 @@ TEST_F(ProfileWindow, SaysWhereAPathComesFromWhereThereIsNone) {
   EXPECT_EQ(Cell(1, 0), "100");
 }
 
+TEST_F(ProfileWindow, FollowsThePathOnceItIsShownAgain) {
+  Open();
+  window->hide();
+  well.Path.stations.resize(30);
+  window->Refresh();
+  EXPECT_EQ(grid->model()->rowCount(), 14) << "nobody looks";
+  window->show();
+  EXPECT_EQ(grid->model()->rowCount(), 30);
+}
+
 TEST_F(ProfileWindow, WritesAnOutFile) {
   Open();
   host.dialogs.ExpectSaveFile(folder.File("north"));
@@ -110,6 +120,17 @@ TEST_F(ProfileWindow, PrintsOnTheChosenPrinter) {
   EXPECT_EQ(printers.documents[0]->title, "north.d15");
   EXPECT_EQ(printers.documents[0]->pages, 1);
   EXPECT_TRUE(printers.documents[0]->ended);
+}
+
+TEST_F(ProfileWindow, NamesTheWellFileWhereTheSurveyIsOfOne) {
+  well.SurveyFileName.clear();
+  well.WellFileName = "/wells/old.dt5";
+  Open();
+  test::WindowScript script;
+  script.ThenClick("frmPrinterSelect", "Command1");
+  Click("Command1");
+  ASSERT_EQ(printers.documents.size(), 1U);
+  EXPECT_EQ(printers.documents[0]->title, "old.dt5");
 }
 
 TEST_F(ProfileWindow, TellsOfAPrinterThatRefuses) {

@@ -100,7 +100,7 @@ ReportForm::ReportForm(WindowHost& host, const WellAccess& access)
   setTabOrder(pages_, ui_->Command1);
   ShowPreview(false);
   ui_->Option1->setChecked(true);
-  Refresh();
+  ShowAnew();
   FitToScreen();
 }
 
@@ -113,6 +113,10 @@ void ReportForm::Bind(QAbstractButton* key, const char* procedure, void (ReportF
 }
 
 void ReportForm::Refresh() {
+  if (isVisible()) ShowAnew();
+}
+
+void ReportForm::ShowAnew() {
   model_.ShowAnew();
   FitColumns();
   ui_->lblHint->setVisible(access_.well.Path.stations.empty());
@@ -122,7 +126,7 @@ void ReportForm::Refresh() {
 
 void ReportForm::Option_Click(std::int16_t system) {
   table_.SetSystem(system);
-  Refresh();
+  ShowAnew();
 }
 
 // --- The table ---
@@ -144,7 +148,7 @@ void ReportForm::resizeEvent(QResizeEvent* event) {
 
 void ReportForm::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
-  FitColumns();
+  ShowAnew();
 }
 
 /// The first five columns have a share each of the width that a bar of 200 twips leaves, the last two the rest; none is
@@ -165,20 +169,19 @@ void ReportForm::FitColumns() {
 ProfileHead ReportForm::Head() const {
   const PageLines lines = ReadPageLines(access_.platform.settings);
   return {WordsOf(lines, PageLine::Field),
-          NameOfFile(access_.well.SurveyFileName),
+          NameOfFile(FileOfWell(access_.well)),
           {WordsOf(lines, PageLine::Client), WordsOf(lines, PageLine::Well), WordsOf(lines, PageLine::Job)}};
 }
 
 ProfileReport::Content ReportForm::Content() const {
   const Well& well = access_.well;
-  const auto logo = ReadPicture(access_.session.CompanyLogoFile, kLargestReportLogo);
   const double now = access_.platform.clock.Now();
   return {table_,
           well.Survey,
           DepthUnitLabel(well.Units, well.SurveyFileUnits),
           AngleUnitLabel(well.Units, well.SurveyFileUnits),
           Head(),
-          logo.value_or(QImage()),
+          logo_,
           FormatDate(now, "dd-mmm-yyyy") + " " + FormatDate(now, "hh:mm"),
           access_.session.CurrentFont};
 }
@@ -201,9 +204,15 @@ QImage ReportForm::DrawSheet(int page, QSize dots) const {
   return sheet;
 }
 
+/// Once for a preview or a print: a live survey makes the report anew every few seconds.
+void ReportForm::ReadLogo() {
+  logo_ = ReadPicture(access_.session.CompanyLogoFile, kLargestReportLogo).value_or(QImage());
+}
+
 void ReportForm::ShowPreview(bool shown) {
   report_.reset();
   if (shown) {
+    if (!pages_->isVisible()) ReadLogo();
     report_.emplace(MakeReport());
     pages_->Show(report_->PageCount(), [this](int page, QSize dots) { return DrawSheet(page, dots); });
   }
@@ -234,6 +243,7 @@ void ReportForm::Command1_Click(Run run) {
     file = *path;
   }
   run([&] {
+    ReadLogo();
     const auto printer = choice.MakePrinter(file);
     MakeReport().Print(*printer);
   });

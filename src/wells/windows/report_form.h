@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QDialog>
+#include <QImage>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,7 +50,7 @@ class ReportForm : public QDialog {
   ReportForm(WindowHost& host, const WellAccess& access);
   ~ReportForm() override;
 
-  /// Shows the stations as they are now.
+  /// Shows the stations as they are now, where the window is shown; a hidden one does when it comes back.
   void Refresh();
 
  protected:
@@ -63,7 +64,9 @@ class ReportForm : public QDialog {
   void Command1_Click(Run run);
   void Command3_Click(Run run);
   void cmdPrintPreview_Click(Run run);
+  void ShowAnew();
   void ShowPreview(bool shown);
+  void ReadLogo();
   void FitColumns();
   void FitToScreen();
 
@@ -79,6 +82,7 @@ class ReportForm : public QDialog {
   ProfileTable table_;
   ProfileModel model_;
   PagesView* pages_;
+  QImage logo_;
   std::optional<ProfileReport> report_;  ///< while it is previewed
 };
 
