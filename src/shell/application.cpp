@@ -31,6 +31,7 @@
 #include "shell/first_steps.h"
 #include "shell/simulated_unit.h"
 #include "shell/texts.h"
+#include "wells/texts.h"
 #include "wells/windows/frm_3d_well.h"
 #include "wells/windows/report_form.h"
 #include "wells/windows/survey_command.h"
@@ -185,6 +186,9 @@ void Application::BindWells(CommandBinder& commands) {
   playback_.onRow = [this](const LogRow& row) { liveSurvey_.Step(row); };
   playback_.onEnd = [this] { liveSurvey_.Stop(); };
   acquisition_.onEnding = log_.onLeaving = [this] { liveSurvey_.Stop(); };
+  shutDown_.alsoLost = [this] {
+    return HasUnsavedRows(well_) ? OperatorText(text::SurveyGoesWithProgram) : OperatorText();
+  };
   commands.Bind("mnuTools3DWell", [=, this] {
     TakeUserUnits(well_, platform_);
     windows_.Open<frm3DWell>(WellAccess{well_, session_, platform_, printer, beep}).Refresh();

@@ -45,6 +45,8 @@ bool ShutDown::IsSureToExit() {
   if (session.RecordToDB && session.AcquireStarted)
     question += "\n\n" + (text::IsRecordingTo + session.LogFileInUse) + "\n" + text::RowsSoFar +
                 Format(static_cast<double>(session.Data.rows), "#,##0") + text::RecordingEnds;
+  const OperatorText lost = alsoLost ? alsoLost() : OperatorText();
+  if (!lost.IsEmpty()) question += "\n\n" + lost;
   return parts_.platform.dialogs.Message({.text = question,
                                           .title = text::ProgramName,
                                           .buttons = Buttons::YesNo,

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
+#include "base/operator_text.h"
 #include "core/acquisition.h"
 #include "core/sample_road.h"
 #include "core/sources/sample_sources.h"
@@ -35,6 +37,9 @@ class ShutDown {
   void Bind(CommandBinder& commands);
   /// The usual exit without its question.
   void SaveAndEnd();
+
+  /// What else goes with the program: the question tells it. Empty: nothing.
+  std::function<OperatorText()> alsoLost;
 
  private:
   void mnuFileExit_Click();

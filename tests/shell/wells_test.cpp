@@ -61,6 +61,27 @@ TEST(Wells, ShowThePathOfTheSurveyThatWasEnteredInWindowsThatStayOpen) {
   EXPECT_EQ(Depths(*Shown<ReportForm>()), (std::vector<std::string>{"0", "100"}));
 }
 
+TEST(Wells, AreToldAtTheExitWhereTheirRowsAreInNoFile) {
+  test::ShellRig rig;
+  rig.Start();
+  const auto question = [&] {
+    rig.dialogs.Expect("Are you sure you want to exit VELK?", Answer::No);
+    rig.Choose("mnuFileExit");
+    return rig.dialogs.shown.back().text;
+  };
+  EXPECT_EQ(question().find("survey"), std::string::npos);
+  rig.windows.Then("EditSur", [](QDialog& editor) { EnterSurvey(editor, "0\t0\t0\n250\t20\t90\n"); });
+  rig.Choose("mnuToolsSurvey");
+  EXPECT_NE(question().find("The well survey holds rows that are in no file"), std::string::npos);
+  rig.windows.Then("EditSur", [&](QDialog& editor) {
+    rig.dialogs.ExpectSaveFile(rig.folder.File("a.d15"));
+    test::Click(editor, "cmdSaveAs");
+    test::Click(editor, "cmdCancel");
+  });
+  rig.Choose("mnuToolsSurvey");
+  EXPECT_EQ(question().find("survey"), std::string::npos);
+}
+
 TEST(Wells, KnowTheUnitsOfTheOperatorsOwnFromTheSettings) {
   test::ShellRig rig;
   rig.Start();

@@ -83,7 +83,7 @@ std::string LiveSurveyCommand::OwnPath() const {
 /// Rows of the editor that are in no file, or the stations of a live survey: a start takes the place of both.
 OperatorText LiveSurveyCommand::WhatWouldGo() const {
   OperatorText question;
-  if (!well_.SurveyIsKept && well_.Survey.size() > 1) question = text::SurveyWouldGo;
+  if (HasUnsavedRows(well_)) question = text::SurveyWouldGo;
   const LiveLog log = log_();
   const int stations = (log.to ? StationsIn(*log.to) : 0) + StationsInFile(OwnPath());
   if (stations == 0 && !IsOn()) return question;
