@@ -1,5 +1,5 @@
-// Any bytes as a survey: both kinds of file are read, what a survey file gave is written and read again, and its path
-// is computed.
+// Any bytes as a survey: both kinds of file are read, what a survey file gave is written and read again, and the path
+// of either is computed.
 
 #include <cstdint>
 #include <cstdlib>
@@ -34,5 +34,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (again.rows.size() != survey.rows.size() || velk::SurveyText(again.rows, again.units.value_or(0)) != once)
     std::abort();
   Compute(survey.rows);
+  Compute(well.rows);
   return 0;
 }
