@@ -5,11 +5,17 @@
 
 #include <QFont>
 #include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
 #include <filesystem>
 #include <random>
 
+#include "base/language.h"
+#include "platform/database/command.h"
+#include "platform/drawing/painted_surface.h"
 #include "platform/drawing/surface_image.h"
 #include "wells/live_survey.h"
+#include "wells/profile_report.h"
 #include "wells/trajectory.h"
 #include "wells/well_scene.h"
 
@@ -59,25 +65,46 @@ void MergeFine(benchmark::State& state) {
 BENCHMARK(MergeFine)->UseRealTime();
 
 /// A frame of 10,000 stations with their tube, a degree farther than the one before, on a picture of 1280 by 900.
-void TurnTube10000(benchmark::State& state) {
+void TurnTube10000(benchmark::State& state, double distance) {
   std::int16_t interval = 30'000;
   const WellPath path = CalculateTrajectory(Survey(10'000, 1.2), interval);
   SurfaceImage picture(1280 * kTwipsPerPixel, 900 * kTwipsPerPixel, 1, QFont("DejaVu Sans"));
+  const Language language;
   WellScene scene;
   WellView view;
   view.casing = true;
-  view.distance = 60'000;
+  view.distance = distance;
   view.focalDepth = -5'000;
   for (auto step : state) {
     view.azimuth += 1;
     scene.Build(path.stations, {}, view);
     picture.Fill(0, 0, picture.Width(), picture.Height(), 0x1D1814);
-    scene.Draw(picture, {190 * kTwipsPerPixel, 0, 900 * kTwipsPerPixel, kTwipsPerPixel}, kColoursOnDark);
+    scene.Draw(picture, {190 * kTwipsPerPixel, 0, 900 * kTwipsPerPixel, kTwipsPerPixel}, kColoursOnDark, language);
     benchmark::DoNotOptimize(picture.View().constBits());
   }
   state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(TurnTube10000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(TurnTube10000, far, 60'000)->Unit(benchmark::kMillisecond);
+/// Within the frame: most stations lie on dots of their own.
+BENCHMARK_CAPTURE(TurnTube10000, near, 8'000)->Unit(benchmark::kMillisecond);
+
+/// The sheets of a preview, laid out anew as each five seconds.
+void LayOutReport10000(benchmark::State& state) {
+  std::int16_t interval = 30'000;
+  const std::vector<SurveyStation> survey = Survey(10'000, 1.2);
+  const WellPath path = CalculateTrajectory(survey, interval);
+  const WellUnits units;
+  const ProfileTable table(path, units);
+  const Language language;
+  QImage dot(1, 1, QImage::Format_RGB32);
+  QPainter painter(&dot);
+  PaintedSurface surface(painter, Unit::Millimetre, 210, 297, 300);
+  for (auto step : state) {
+    const ProfileReport report(surface, {table, survey, "feet", "degrees", {}, {}, "", "DejaVu Sans"}, language);
+    benchmark::DoNotOptimize(report.PageCount());
+  }
+}
+BENCHMARK(LayOutReport10000)->Unit(benchmark::kMillisecond);
 
 /// A live survey of a log of 64 channels in which 10,000 stations stand.
 struct LongLiveSurvey {
@@ -97,7 +124,11 @@ struct LongLiveSurvey {
     std::filesystem::remove(path);
     return path;
   }();
-  const std::shared_ptr<Connection> log = Connection::Open(file, OpenMode::CreateNew);
+  const std::shared_ptr<Connection> log = [this] {
+    auto connection = Connection::Open(file, OpenMode::CreateNew);
+    connection->BeginRecording();
+    return connection;
+  }();
   Well well;
   LiveSurvey survey{well};
 };
@@ -112,6 +143,20 @@ void LiveStep64(benchmark::State& state) {
   }
 }
 BENCHMARK(LiveStep64);
+
+/// A station that is due with each row, and its own transaction.
+void LiveStepDue64(benchmark::State& state) {
+  LongLiveSurvey live;
+  LogRow row{46'000.5, std::vector<double>(64, 1.5), 0};
+  for (auto step : state) {
+    ++row.key;
+    row.values[1] += 101;
+    live.survey.LiveSurveyStep(row);
+  }
+  Command count(*live.log, "SELECT count(*) FROM surveyData");
+  if (!count.Next() || count.Integer(0) != 10'000 + row.key) state.SkipWithError("the stations are not there");
+}
+BENCHMARK(LiveStepDue64)->Unit(benchmark::kMicrosecond);
 
 /// The path computed anew, as each five seconds.
 void LiveRefresh10000(benchmark::State& state) {
