@@ -66,6 +66,7 @@ QImage WithoutGround(const QImage& picture) {
 
 ProfileReport::ProfileReport(Surface& surface, Content content, const Language& language)
     : content_(std::move(content)),
+      language_(language),
       labels_(ProfileLabels(language)),
       title_(language.In(text::ProjectBefore) + content_.head.project + " (" + content_.head.file + ")"),
       page_(language.In(text::ReportPage)),
@@ -75,46 +76,55 @@ ProfileReport::ProfileReport(Surface& surface, Content content, const Language& 
   lineHeight_ = kSpacing * surface.TextHeight("X");
   if (!content_.logo.isNull()) content_.logo = WithoutGround(content_.logo);
   BeginPage();
-  LayOutSurvey(surface, language);
-  LayOutResults(surface, language);
+  LayOutSurvey(surface);
+  LayOutResults(surface);
 }
 
-void ProfileReport::LayOutSurvey(const Surface& surface, const Language& language) {
-  const std::string angle = language.In(content_.surveyAngleUnit);
-  std::vector<Row> heading = Wrapped(surface, {language.In(text::HeadingDepth), language.In(text::HeadingInclination),
-                                               language.In(text::HeadingAzimuth)});
-  heading.push_back({language.In(content_.surveyDepthUnit), angle, angle});
-  std::vector<Row> rows;
-  for (const SurveyStation& row : content_.survey)
-    rows.push_back({Format(row.depth, "#####0"), Format(row.inclination, "###0.00"), Format(row.azimuth, "###0.00")});
-  LayOut(heading, language.In(text::ReportInput), rows);
+void ProfileReport::LayOutSurvey(const Surface& surface) {
+  const std::string angle = language_.In(content_.surveyAngleUnit);
+  std::vector<Row> heading = Wrapped(surface, {language_.In(text::HeadingDepth), language_.In(text::HeadingInclination),
+                                               language_.In(text::HeadingAzimuth)});
+  heading.push_back({language_.In(content_.surveyDepthUnit), angle, angle});
+  LayOut(heading, language_.In(text::ReportInput), LineKind::Survey, content_.survey.size());
 }
 
-void ProfileReport::LayOutResults(const Surface& surface, const Language& language) {
-  const auto row = [&](int number) {
-    Row cells;
-    for (int column = 0; column < kProfileColumns; ++column)
-      cells.push_back(content_.table.Cell(number, column, language));
-    return cells;
-  };
-  std::vector<Row> heading = Wrapped(surface, row(0));
-  heading.push_back(row(1));
-  std::vector<Row> rows;
-  for (int number = kProfileHeadRows; number < content_.table.RowCount(); ++number) rows.push_back(row(number));
-  while (!rows.empty() && rows.back().front().empty()) rows.pop_back();
-  LayOut(heading, language.In(text::ReportResults), rows);
+void ProfileReport::LayOutResults(const Surface& surface) {
+  std::vector<Row> heading = Wrapped(surface, TableRow(0));
+  heading.push_back(TableRow(1));
+  LayOut(heading, language_.In(text::ReportResults), LineKind::Results,
+         static_cast<std::size_t>(content_.table.StationCount()));
 }
 
-void ProfileReport::LayOut(const std::vector<Row>& heading, const std::string& title, const std::vector<Row>& rows) {
+ProfileReport::Row ProfileReport::TableRow(int number) const {
+  Row cells;
+  for (int column = 0; column < kProfileColumns; ++column)
+    cells.push_back(content_.table.Cell(number, column, language_));
+  return cells;
+}
+
+ProfileReport::Row ProfileReport::CellsOf(const Line& line) const {
+  if (line.kind == LineKind::Results) return TableRow(static_cast<int>(line.at) + kProfileHeadRows);
+  if (line.kind != LineKind::Survey) return texts_[line.at];
+  const SurveyStation& row = content_.survey[line.at];
+  return {Format(row.depth, "#####0"), Format(row.inclination, "###0.00"), Format(row.azimuth, "###0.00")};
+}
+
+void ProfileReport::LayOut(const std::vector<Row>& heading, const std::string& title, LineKind kind, std::size_t rows) {
   if (!HasRoomFor(heading.size() + 3)) BeginPage();
-  Add({title}, true);
-  for (const Row& line : heading) Add(line);
-  for (const Row& row : rows) {
+  texts_.push_back({title});
+  Add(LineKind::Title, texts_.size() - 1);
+  const std::size_t first = texts_.size();
+  texts_.insert(texts_.end(), heading.begin(), heading.end());
+  const auto addHeading = [&] {
+    for (std::size_t i = 0; i < heading.size(); ++i) Add(LineKind::Heading, first + i);
+  };
+  addHeading();
+  for (std::size_t row = 0; row < rows; ++row) {
     if (!HasRoomFor(1)) {
       BeginPage();
-      for (const Row& line : heading) Add(line);
+      addHeading();
     }
-    Add(row);
+    Add(kind, row);
   }
   y_ += lineHeight_;
 }
@@ -124,8 +134,8 @@ void ProfileReport::BeginPage() {
   y_ = kTop + std::max(kHeadLines * lineHeight_, kLogoHeight) + lineHeight_;
 }
 
-void ProfileReport::Add(Row cells, bool isTitle) {
-  pages_.back().push_back({y_, std::move(cells), isTitle});
+void ProfileReport::Add(LineKind kind, std::size_t at) {
+  pages_.back().push_back({y_, kind, at});
   y_ += lineHeight_;
 }
 
@@ -168,14 +178,15 @@ void ProfileReport::Draw(Surface& surface, int page) const {
   surface.SetPenWidth(kRule);
   DrawHead(surface);
   for (const Line& line : pages_[static_cast<std::size_t>(page)]) {
-    if (line.isTitle) {
+    const Row cells = CellsOf(line);
+    if (line.kind == LineKind::Title) {
       surface.SetFont({content_.family, kPoints, true});
-      surface.Print(kLeft, line.y, line.cells.front(), colour::Black);
+      surface.Print(kLeft, line.y, cells.front(), colour::Black);
       surface.SetFont({content_.family, kPoints});
       continue;
     }
-    for (std::size_t column = 0; column < line.cells.size(); ++column) {
-      const std::string& cell = line.cells[column];
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+      const std::string& cell = cells[column];
       if (!cell.empty()) surface.Print(ColumnRight(column) - surface.TextWidth(cell), line.y, cell, colour::Black);
     }
   }

@@ -29,7 +29,8 @@ class ProfileReport {
     std::string family;   ///< of its letters
   };
 
-  /// Divides it among pages by the letters of `surface`, whose font is set.
+  /// Divides it among pages by the letters of `surface`, whose font is set. Language and table outlive this; cells are
+  /// read when their page is drawn.
   ProfileReport(Surface& surface, Content content, const Language& language);
 
   int PageCount() const { return static_cast<int>(pages_.size()); }
@@ -39,27 +40,32 @@ class ProfileReport {
 
  private:
   using Row = std::vector<std::string>;
-  /// A line of a page: cells that end at the right of their columns, or a title alone.
+  /// A line of a page: a title alone, or cells that end at the right of their columns.
+  enum class LineKind { Title, Heading, Survey, Results };
   struct Line {
     double y;
-    Row cells;
-    bool isTitle;
+    LineKind kind;
+    std::size_t at;  ///< place in texts_, or number of a row
   };
 
-  void LayOutSurvey(const Surface& surface, const Language& language);
-  void LayOutResults(const Surface& surface, const Language& language);
-  /// A title, the names and units of its columns, and the rows; the names and units come back on each page.
-  void LayOut(const std::vector<Row>& heading, const std::string& title, const std::vector<Row>& rows);
+  void LayOutSurvey(const Surface& surface);
+  void LayOutResults(const Surface& surface);
+  /// A title, the names and units of its columns, and so many rows; the names and units come back on each page.
+  void LayOut(const std::vector<Row>& heading, const std::string& title, LineKind kind, std::size_t rows);
   void BeginPage();
-  void Add(Row cells, bool isTitle = false);
+  void Add(LineKind kind, std::size_t at);
+  Row CellsOf(const Line& line) const;
+  Row TableRow(int number) const;
   bool HasRoomFor(std::size_t lines) const;
   void DrawHead(Surface& surface) const;
   void DrawFoot(Surface& surface, int page) const;
 
   Content content_;
+  const Language& language_;
   std::array<std::string, 3> labels_;
   std::string title_, page_, pageOf_, printed_;
   double lineHeight_;
+  std::vector<Row> texts_;  ///< titles and headings
   std::vector<std::vector<Line>> pages_;
   double y_ = 0;
 };

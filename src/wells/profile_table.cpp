@@ -24,7 +24,7 @@ double ProfileTable::Factor() const {
 }
 
 int ProfileTable::RowCount() const {
-  return std::max(kFewestTableRows, static_cast<int>(path_.stations.size()) + kProfileHeadRows);
+  return std::max(kFewestTableRows, StationCount() + kProfileHeadRows);
 }
 
 std::string ProfileTable::Cell(int row, int column, const Language& language) const {

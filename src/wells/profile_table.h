@@ -27,6 +27,8 @@ class ProfileTable {
   double Factor() const;
 
   int RowCount() const;
+  /// Rows that stations stand in.
+  int StationCount() const { return static_cast<int>(path_.stations.size()); }
   /// A cell of any row, in the language of names and units.
   std::string Cell(int row, int column, const Language& language) const;
 
