@@ -95,7 +95,17 @@ struct Rig {
   bool Ran() const { return !port.written.empty() && port.written.back() == "r\r"; }
 };
 
-/// The last line of each channel, by a plain look at all lines.
+/// The lines without the characters that no line of a table has, which are dropped wherever they stand.
+std::string WithoutOddCharacters(std::string_view bytes) {
+  std::string kept;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes.substr(i, 2) == "\r\n") kept += ';';
+    if (std::string_view(" \t-.SN0123456789").find(bytes[i]) != std::string_view::npos) kept += bytes[i];
+  }
+  return kept;
+}
+
+/// A channel that no line names has nothing.
 void CheckChannels(Rig& rig, std::string_view all) {
   for (int channel = 1; channel <= rig.session.NumberOfChannels; ++channel) {
     const double gain = rig.board.GetGain(channel);
@@ -113,7 +123,7 @@ void CheckTable(Rig& rig, std::string_view bytes) {
     Require(rig.board.ChannelsLoaded() && !rig.board.InTradMode() && rig.Ran());
     const auto lines = std::count(bytes.begin(), bytes.end(), '\r');
     Require(lines >= rig.session.NumberOfChannels);
-    CheckChannels(rig, bytes);
+    CheckChannels(rig, WithoutOddCharacters(bytes));
   } catch (const BoardError& error) {
     Require(error.Code() == 0x80040000U + 12);
     Require(rig.Ran());
