@@ -6,6 +6,7 @@
 
 #include "base/dates.h"
 #include "base/errors.h"
+#include "base/numbers.h"
 #include "base/text.h"
 
 namespace velk {
@@ -41,6 +42,11 @@ RangeEntry ReadRange(std::string_view begin, std::string_view end, double first,
     range.end = last;
   }
   return range;
+}
+
+double ReadFactor(std::string_view text) {
+  const std::string entered(text);
+  return Val(entered.find('.') == std::string::npos ? ReplaceAll(entered, ",", ".") : entered);
 }
 
 double ReadTarget(std::string_view text) {

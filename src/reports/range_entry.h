@@ -18,6 +18,9 @@ struct RangeEntry {
 /// A text that is as a bound is shown means that bound itself, with its fraction of a second.
 RangeEntry ReadRange(std::string_view begin, std::string_view end, double first, double last);
 
+/// The factor of a filter, its fraction behind a point or a comma; 0 for what is no number.
+double ReadFactor(std::string_view text);
+
 /// A time to go to: a date in the 11 characters at the left of a text, a time in the 8 at its right. NaN for anything
 /// else.
 double ReadTarget(std::string_view text);

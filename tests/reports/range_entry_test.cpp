@@ -56,5 +56,14 @@ TEST(ReadTargetTest, JoinsTheDateAtTheLeftAndTheTimeAtTheRight) {
     EXPECT_TRUE(std::isnan(ReadTarget(wrong))) << wrong;
 }
 
+TEST(RangeEntryTest, TakesAFactorWithAPointOrAComma) {
+  EXPECT_EQ(ReadFactor("1.5"), 1.5);
+  EXPECT_EQ(ReadFactor("1,5"), 1.5);
+  EXPECT_EQ(ReadFactor(" 3 "), 3);
+  EXPECT_EQ(ReadFactor("-2"), -2);
+  EXPECT_EQ(ReadFactor("much"), 0);
+  EXPECT_EQ(ReadFactor(""), 0);
+}
+
 }  // namespace
 }  // namespace velk
