@@ -14,6 +14,14 @@ Table TableOf(Connection& connection, const std::string& name) {
                      FileErrorText(ErrorNumber::NoSuchTable, connection.Path() + " (" + name + ")"));
 }
 
+bool IsTaken(Connection& connection, const std::string& table, const std::string& keyColumn, std::int64_t key) {
+  Command select(connection, "SELECT 1 FROM " + QuoteName(table) + " WHERE " + keyColumn + " = ?");
+  select.Bind(1, key);
+  const bool taken = select.Next();
+  select.Reset();
+  return taken;
+}
+
 }  // namespace
 
 DeletedRow DeleteRow(Connection& connection, const std::string& table, std::int64_t key) {
@@ -31,21 +39,29 @@ DeletedRow DeleteRow(Connection& connection, const std::string& table, std::int6
   return row;
 }
 
-void RestoreRow(Connection& connection, const DeletedRow& row) {
+std::int64_t RestoreRow(Connection& connection, const DeletedRow& row) {
   const Table table = TableOf(connection, row.table);
-  // The identity is a column, and comes along with the others; the engine's own key has to be named.
-  const bool isNamed = table.identity.empty();
-  std::string columns = isNamed ? KeyOf(table) : std::string();
-  std::string marks = isNamed ? "?" : "";
-  for (const Column& column : table.columns) {
-    columns += (columns.empty() ? "" : ", ") + QuoteName(column.name);
+  const std::string key = KeyOf(table);
+  Transaction transaction(connection);
+  std::string columns, marks;
+  std::vector<FieldValue> values;
+  const auto add = [&](const std::string& column, const FieldValue& value) {
+    columns += (columns.empty() ? "" : ", ") + column;
     marks += marks.empty() ? "?" : ", ?";
-  }
+    values.push_back(value);
+  };
+  if (!IsTaken(connection, row.table, key, row.key)) add(key, row.key);
+  for (std::size_t i = 0; i < table.columns.size(); ++i)
+    if (table.columns[i].name != table.identity) add(QuoteName(table.columns[i].name), row.fields.at(i));
   Command insert(connection, "INSERT INTO " + QuoteName(row.table) + " (" + columns + ") VALUES (" + marks + ")");
-  int index = 0;
-  if (isNamed) insert.Bind(++index, row.key);
-  for (const FieldValue& field : row.fields) insert.Bind(++index, field);
+  for (std::size_t i = 0; i < values.size(); ++i) insert.Bind(static_cast<int>(i) + 1, values[i]);
   insert.Execute();
+  Command restored(connection, "SELECT last_insert_rowid()");
+  restored.Next();
+  const std::int64_t given = restored.Integer(0);
+  restored.Reset();
+  transaction.Commit();
+  return given;
 }
 
 }  // namespace velk

@@ -20,7 +20,8 @@ struct DeletedRow {
 /// Deletes the row of a key. Raises NoSuchTable, and NoCurrentRecord where the row is gone.
 DeletedRow DeleteRow(Connection& connection, const std::string& table, std::int64_t key);
 
-/// Puts a row back under its key.
-void RestoreRow(Connection& connection, const DeletedRow& row);
+/// Puts a row back under its key, or, where another row has taken that meanwhile, under a new one. Gives the key.
+/// Raises NoSuchTable.
+std::int64_t RestoreRow(Connection& connection, const DeletedRow& row);
 
 }  // namespace velk

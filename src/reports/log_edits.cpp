@@ -33,7 +33,7 @@ void LogEdits::DeleteRow(int row) {
   const Place place = view_.Order().PlaceAt(row);
   const std::int64_t key = view_.Order().KeyAt(row);
   log_.Edit(view_.Path(), [&](const auto& log) { deleted_.push_back({velk::DeleteRow(*log, kLogData, key), place}); });
-  view_.Remove(place);
+  view_.Remove(place, deleted_.back().row.fields);
   log_.FollowRow(view_.Path(), key, false);
 }
 
@@ -44,6 +44,7 @@ void LogEdits::RemoveLine(std::int64_t key) {
 }
 
 void LogEdits::AddLine(int row, const std::string& comment) {
+  if (!view_.IsInFile(row)) throw RuntimeError(ErrorNumber::NoCurrentRecord);
   log_.Edit(view_.Path(), [&](const auto& log) {
     Recordset report(log, kSummaryReport);
     const std::string comments = CommentsColumn(*log);
@@ -61,11 +62,12 @@ void LogEdits::AddLine(int row, const std::string& comment) {
 
 std::optional<Place> LogEdits::Undo() {
   const Deleted& last = deleted_.back();
-  log_.Edit(view_.Path(), [&](const auto& log) { RestoreRow(*log, last.row); });
+  std::int64_t key = 0;
+  log_.Edit(view_.Path(), [&](const auto& log) { key = RestoreRow(*log, last.row); });
   const std::optional<Place> place = last.place;
   if (place) {
-    view_.Restore(*place);
-    log_.FollowRow(view_.Path(), last.row.key, true);
+    view_.Restore(*place, key);
+    log_.FollowRow(view_.Path(), key, true);
   }
   deleted_.pop_back();
   return place;

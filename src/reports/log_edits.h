@@ -25,7 +25,7 @@ class LogEdits {
   /// Deletes the line of the report with this key.
   void RemoveLine(std::int64_t key);
   /// Appends a line to the report: date, time and channels of a row, the comment, of which 255 characters count.
-  /// Additional fields stay empty.
+  /// Additional fields stay empty. Raises NoCurrentRecord for a row that somebody else has deleted.
   void AddLine(int row, const std::string& comment);
 
   bool CanUndo() const { return !deleted_.empty(); }

@@ -43,8 +43,8 @@ LogView::LogView(const std::string& path, LongTask& task) : reader_(path) {
   task.Doing(text::ReadingLog);
   order_ = RowOrder(reader_.KeysByTime([&](std::int64_t read) { task.Step(static_cast<double>(read), 0); }));
   if (order_.Count() == 0) return;
-  first_ = TimeAt(0);
-  last_ = TimeAt(static_cast<Place>(order_.Count() - 1));
+  first_ = TimeOf(0);
+  last_ = TimeOf(order_.Count() - 1);
 }
 
 CellKind LogView::KindOf(int column) const {
@@ -85,14 +85,23 @@ std::string LogView::Text(int row, int column) {
   return CellText(fields[static_cast<std::size_t>(column)], KindOf(column), IsIdentity(column));
 }
 
-double LogView::TimeAt(Place place) {
+/// Nothing for a row that is not in the file: it was deleted, here or by somebody else.
+std::optional<double> LogView::TimeAt(Place place) {
+  if (order_.IsGone(place)) return std::nullopt;
   reader_.Choose({});
   const auto row = reader_.ByKey(order_.Keys()[place]);
-  return row ? row->time : std::nan("");
+  return row ? std::optional(row->time) : std::nullopt;
 }
 
 double LogView::TimeOf(int row) {
-  return TimeAt(order_.PlaceAt(row));
+  return TimeAt(order_.PlaceAt(row)).value_or(std::nan(""));
+}
+
+/// The time of a row, or of the next one ahead of it that is in the file, down to `first`; NaN where there is none.
+double LogView::TimeNear(int row, int first) {
+  for (; row >= first; --row)
+    if (const auto time = TimeAt(order_.PlaceAt(row))) return *time;
+  return std::nan("");
 }
 
 // --- Range and order ---
@@ -103,8 +112,9 @@ Place LogView::FirstPlace(double time, bool behind) {
   while (low < high) {
     const Place middle = low + (high - low) / 2;
     Place there = middle;
-    while (there > low && order_.IsGone(there)) --there;
-    const double at = order_.IsGone(there) ? std::nan("") : TimeAt(there);
+    std::optional<double> known = TimeAt(there);
+    while (!known && there > low) known = TimeAt(--there);
+    const double at = known.value_or(std::nan(""));
     if (behind ? at > time : at >= time)
       high = there;
     else
@@ -145,23 +155,30 @@ SortedPlaces LogView::ReadSorted(int column, LongTask& task) {
   ColumnSort sort(keys.size());
   const auto count = static_cast<double>(keys.size());
   std::size_t next = 0;
+  // A row that was deleted here may come back, to where it belongs; one that somebody else deleted doesn't.
+  const auto passDeleted = [&] {
+    const auto removed = removed_.find(placeOf(next));
+    if (removed != removed_.end()) sort.Take(removed->first, removed->second.at(static_cast<std::size_t>(column)));
+    ++next;
+  };
   reader_.ReadColumn(column, [&](std::int64_t key, const FieldValue& value) {
-    while (next < keys.size() && keys[placeOf(next)] < key) ++next;  // deleted since
-    if (next < keys.size() && keys[placeOf(next)] == key) sort.Take(placeOf(next), value);
+    while (next < keys.size() && keys[placeOf(next)] < key) passDeleted();
+    if (next < keys.size() && keys[placeOf(next)] == key) sort.Take(placeOf(next++), value);
     if (next % kRowsOfWalk == 0) task.Step(kReadingShare * static_cast<double>(next), count);
   });
+  while (next < keys.size()) passDeleted();
   return sort.Sort([&](double done, double of) { task.Step(kReadingShare + (1 - kReadingShare) * done / of, 1); });
 }
 
 // --- Walks ---
 
 int LogView::RowAtTime(int row, double time, LongTask& task) {
-  const bool back = time < TimeOf(row);
+  const bool back = time < TimeNear(row, 0);
   if (order_.IsByTime()) {
     int low = 0, high = order_.Count();
     while (low < high) {
       const int middle = low + (high - low) / 2;
-      const double at = TimeOf(middle);
+      const double at = TimeNear(middle, low);
       if (back ? at > time : at >= time)
         high = middle;
       else
@@ -227,13 +244,15 @@ std::optional<int> LogView::FindOneByOne(int row, EventSearch& search, const std
 
 // --- Rows that go and come back ---
 
-void LogView::Remove(Place place) {
+void LogView::Remove(Place place, std::vector<FieldValue> fields) {
   order_.Remove(place);
+  removed_[place] = std::move(fields);
   blocks_.clear();
 }
 
-void LogView::Restore(Place place) {
-  order_.Restore(place);
+void LogView::Restore(Place place, std::int64_t key) {
+  order_.Restore(place, key);
+  removed_.erase(place);
   blocks_.clear();
 }
 

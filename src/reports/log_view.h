@@ -39,6 +39,8 @@ class LogView {
   const RowOrder& Order() const { return order_; }
   /// The fields of a row, until the next call; empty where somebody else has deleted it.
   const std::vector<FieldValue>& Fields(int row);
+  /// False for a row that somebody else has deleted since the log was opened.
+  bool IsInFile(int row) { return TimeAt(order_.PlaceAt(row)).has_value(); }
   /// A field by the name of its column; Null where there is no such column.
   FieldValue FieldOf(int row, const std::string& column);
   /// NaN for a row without a time.
@@ -59,15 +61,16 @@ class LogView {
   std::optional<int> FindEvent(int row, EventSearch search, const std::vector<int>& watched, LongTask& task,
                                int& reached);
 
-  /// A row was deleted from the file.
-  void Remove(Place place);
-  /// It is back.
-  void Restore(Place place);
+  /// A row was deleted from the file, with all its fields: columns that are sorted later still know where it belongs.
+  void Remove(Place place, std::vector<FieldValue> fields);
+  /// It is back, under this key.
+  void Restore(Place place, std::int64_t key);
 
  private:
   using Fields64 = std::vector<std::vector<FieldValue>>;
 
-  double TimeAt(Place place);
+  std::optional<double> TimeAt(Place place);
+  double TimeNear(int row, int first);
   Place FirstPlace(double time, bool behind);
   std::optional<int> FindByKey(int row, EventSearch& search, const std::vector<int>& watched, LongTask& task,
                                int& reached);
@@ -79,6 +82,7 @@ class LogView {
   RowOrder order_;
   std::optional<double> first_, last_;
   std::map<int, std::unique_ptr<SortedPlaces>> sorted_;  ///< by column: the second time it is there at once
+  std::map<Place, std::vector<FieldValue>> removed_;     ///< what the rows had that Remove was told of
   std::map<int, Fields64> blocks_;  ///< what was read of the rows shown, by the number of the block
 };
 

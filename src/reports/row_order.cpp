@@ -95,8 +95,9 @@ void RowOrder::Remove(Place place) {
   if (row >= 0) shown_.erase(shown_.begin() + row);
 }
 
-void RowOrder::Restore(Place place) {
+void RowOrder::Restore(Place place, std::int64_t key) {
   gone_[place] = false;
+  keys_[place] = key;
   Fill();
 }
 

@@ -69,8 +69,8 @@ class RowOrder {
 
   bool IsGone(Place place) const { return gone_[place]; }
   void Remove(Place place);
-  /// Takes a removal back.
-  void Restore(Place place);
+  /// Takes a removal back; the row has this key from here on.
+  void Restore(Place place, std::int64_t key);
 
  private:
   void Fill();

@@ -43,6 +43,9 @@ inline constexpr MessageText CannotBeEdited{2703, "The log can be read, not chan
 inline constexpr MessageText LogIsEmpty{2704, "The log has no records."};
 inline constexpr MessageText NoRowsInRange{2705, "No records lie between these times. \"ALL\" shows the whole log."};
 
+inline constexpr MessageText RowIsBackElsewhere{3201, "The row is back. It lies outside of the times that are shown."};
+inline constexpr MessageText FactorBelowZero{3202, "The filter factor can't be less than 0."};
+
 // A log that can only be read; the path stands behind the second
 inline constexpr MessageText SaveAsLogTitle{2894, "Save as log"};
 inline constexpr MessageText SavedAsLog{2895, "Saved. Open it by PlayBack File to change it: "};

@@ -335,6 +335,58 @@ TEST_F(SummaryReportEditing, DeletesARowOfTheLogAndPutsItBack) {
   EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), (Lines{"3"}));
 }
 
+TEST_F(SummaryReportEditing, GoesToTheRowThatIsPutBackInAnotherOrder) {
+  Record({5, 3, 9});
+  log.Finalise();
+  View([&](QDialog&) {
+    GoTo(kLog, 2);
+    Press("cmdDelete");
+    ClickHead(kLog, kPressureColumn);
+    EXPECT_EQ(Shown(kLog, kPressureColumn), (Lines{"3.000", "5.000"}));
+    Press("cmdUndo");
+    EXPECT_EQ(Shown(kLog, kPressureColumn), (Lines{"3.000", "5.000", "9.000"}));
+    EXPECT_EQ(Row(kLog), 2);
+    Press("cmdDelete");
+    EXPECT_EQ(Query(path, "SELECT Pressure FROM logData"), (Lines{"5.0", "3.0"}));
+  });
+}
+
+TEST_F(SummaryReportEditing, StaysAtItsRowWhereTheOnePutBackIsOutOfTheRange) {
+  Record({0, 1, 2, 3});
+  log.Finalise();
+  View([&](QDialog&) {
+    GoTo(kLog, 0);
+    Press("cmdDelete");
+    Enter("txtBeginTime", "14-Mar-2026 09:30:02");
+    Press("cmdUpdate");
+    GoTo(kLog, 1);
+    Press("cmdUndo");
+    EXPECT_EQ(Shown(kLog, kPressureColumn), (Lines{"2.000", "3.000"}));
+    EXPECT_EQ(Row(kLog), 1);
+    EXPECT_EQ(Text("lblNote"), "The row is back. It lies outside of the times that are shown.");
+  });
+}
+
+TEST_F(SummaryReportEditing, TakesAFactorWithACommaAndRefusesOneBelowZero) {
+  Record({10, 10, 16, 10, 10});
+  log.Finalise();
+  View([&](QDialog&) {
+    Find<QComboBox>("Combo1").setCurrentIndex(1);
+    Enter("Text2", "1,5");
+    Press("cmdFilter");
+    EXPECT_EQ(Row(kLog), 2) << "16 is more than 1.5 times 10";
+    GoTo(kLog, 0);
+    Enter("Text2", "1,7");
+    Press("cmdFilter");
+    EXPECT_EQ(Row(kLog), 4) << "nothing jumps that far";
+    GoTo(kLog, 0);
+    Enter("Text2", "-2");
+    Press("cmdFilter");
+    EXPECT_EQ(Row(kLog), 0);
+    EXPECT_EQ(Text("lblNote"), "The filter factor can't be less than 0.");
+  });
+}
+
 TEST_F(SummaryReportEditing, TurnsTheOrderOfAGridByItsHeads) {
   Record({5, 3, 9});
   Comment(Morning() + Seconds(1), "b");

@@ -127,6 +127,63 @@ TEST_F(LogEditsTest, SayThatARowIsGoneAlready) {
   EXPECT_FALSE(edits->CanUndo());
 }
 
+TEST_F(LogEditsTest, PutARowBackWhereItBelongsInAnOrderThatWasReadWithoutIt) {
+  Record({30, 10, 20});
+  log.Finalise();
+  Open();
+  edits->DeleteRow(2);  // 20
+  edits->DeleteRow(0);  // 30, the highest
+  LongTask task(dialogs, clock, "Test");
+  view->SortBy(ColumnOf(*view, "Pressure"), false, task);
+  EXPECT_EQ(Shown(*view), (Keys{2}));
+  EXPECT_EQ(edits->Undo(), Place{0});
+  EXPECT_EQ(Shown(*view), (Keys{2, 1}));
+  EXPECT_EQ(edits->Undo(), Place{2});
+  EXPECT_EQ(Shown(*view), (Keys{2, 3, 1})) << "10, 20, 30";
+  EXPECT_EQ(view->Order().RowOf(2), 1);
+  view->SortBy(ColumnOf(*view, "Pressure"), true, task);
+  EXPECT_EQ(Shown(*view), (Keys{1, 3, 2}));
+}
+
+TEST_F(LogEditsTest, PutALineBackWhoseKeyHasBeenTaken) {
+  Record({10, 20});
+  for (const char* comment : {"a", "b", "c"}) Comment(clock.Now() + Seconds(1), comment);
+  log.Finalise();
+  Open();
+  edits->RemoveLine(2);
+  edits->RemoveLine(3);
+  edits->AddLine(0, "d");  // the highest key that stands is 1: this line gets 2
+  edits->AddLine(0, "e");  // and this one 3
+  edits->Undo();
+  EXPECT_EQ(Query(path, "SELECT Comments FROM SummaryReport ORDER BY rowid"), (Lines{"a", "d", "e", "c"}));
+  edits->Undo();
+  EXPECT_EQ(Query(path, "SELECT Comments FROM SummaryReport ORDER BY Date, Time, rowid"),
+            (Lines{"d", "e", "a", "b", "c"}))
+      << "each once, at its own time";
+  EXPECT_FALSE(edits->CanUndo());
+}
+
+TEST_F(LogEditsTest, PutARowOfTheLogBackWhoseNumberHasBeenTaken) {
+  Record({10, 20});
+  log.Finalise();
+  Open();
+  edits->DeleteRow(1);
+  Connection::Open(path, OpenMode::ReadWrite)
+      ->Execute("INSERT INTO logData (ID, Date, Time, Pressure) SELECT 2, Date, Time, 99 FROM logData");
+  EXPECT_EQ(edits->Undo(), Place{1});
+  EXPECT_EQ(Query(path, "SELECT ID, Pressure FROM logData ORDER BY ID"), (Lines{"1|10.0", "2|99.0", "3|20.0"}));
+  EXPECT_EQ(Shown(*view), (Keys{1, 3}));
+}
+
+TEST_F(LogEditsTest, AddNoLineForARowThatSomebodyElseHasDeleted) {
+  Record({10, 20});
+  log.Finalise();
+  Open();
+  Connection::Open(path, OpenMode::ReadWrite)->Execute("DELETE FROM logData WHERE ID = 1");
+  EXPECT_FALSE(ErrorOf([&] { edits->AddLine(0, "of nothing"); }, ErrorNumber::NoCurrentRecord).empty());
+  EXPECT_TRUE(Report().empty());
+}
+
 TEST_F(LogEditsTest, PutBackARowOfATableWithoutAnIdentity) {
   path = folder.File("other.mdb");
   MakeDatabase(path,

@@ -195,6 +195,19 @@ TEST_F(LogViewTest, FindsAJumpBehindManyRowsAndAGap) {
   EXPECT_EQ(Find(*view, 0, 2, {0, 1}), 1397) << "1400, less the three that are gone";
 }
 
+TEST_F(LogViewTest, FindsTimesAmongRowsThatSomebodyElseHasDeleted) {
+  Record({0, 1, 2, 3, 4, 5, 6, 7});
+  const auto view = Open();
+  log.Writing()->Execute("DELETE FROM logData WHERE ID IN (4, 5, 6)");  // the middle, where a bisection looks first
+  EXPECT_EQ(Go(*view, 0, 0.5), 1);
+  EXPECT_EQ(Go(*view, 7, 1.5), 1);
+  EXPECT_EQ(Go(*view, 0, 5.5), 6);
+  EXPECT_EQ(Go(*view, 4, 1.5), 1) << "from one of them, whose time is that of the row ahead of it";
+  view->SetRange(Morning() + Seconds(0.5), Morning() + Seconds(1.5));
+  EXPECT_EQ(Shown(*view), (Keys{2}));
+  EXPECT_TRUE(view->IsInFile(0));
+}
+
 TEST_F(LogViewTest, ReadsALogThatIsRecordedToAndLetsItEnd) {
   Record({1, 2, 3});
   const auto view = Open();

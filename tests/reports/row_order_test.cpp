@@ -91,8 +91,8 @@ TEST(RowOrderTest, LeavesARowOutUntilItIsRestored) {
   EXPECT_EQ(KeysShown(order), (Keys{12, 13, 11, 14}));
   order.Remove(3);
   EXPECT_EQ(KeysShown(order), (Keys{12, 11, 14}));
-  order.Restore(0);
-  EXPECT_EQ(KeysShown(order), (Keys{10, 12, 11, 14}));
+  order.Restore(0, 15);
+  EXPECT_EQ(KeysShown(order), (Keys{15, 12, 11, 14})) << "under a new key";
 }
 
 TEST(RowOrderTest, OfALogWithoutRowsShowsNothing) {

@@ -224,7 +224,9 @@ void frmSummaryReport::cmdGo_Click(Run run) {
 
 void frmSummaryReport::cmdFilter_Click(Run run) {
   FilterStop_ = FilterStop::No;
-  const EventSearch search(Val(FromQt(ui_->Text2->text())));
+  const double factor = ReadFactor(FromQt(ui_->Text2->text()));
+  if (factor < 0) return ShowNote(text::FactorBelowZero);
+  const EventSearch search(factor);
   std::vector<int> watched(view_.Channels().size());
   std::iota(watched.begin(), watched.end(), 0);
   if (ui_->Combo1->currentIndex() > 0) watched = {ui_->Combo1->currentIndex() - 1};
@@ -306,6 +308,7 @@ void frmSummaryReport::cmdDelete_Click(Run run) {
 }
 
 void frmSummaryReport::cmdUndo_Click(Run run) {
+  const int present = LogRow();
   const auto place = run([&] { return edits_.Undo(); });
   if (!place) {
     ReadSummary(SummaryKey());
@@ -313,7 +316,9 @@ void frmSummaryReport::cmdUndo_Click(Run run) {
     return;
   }
   rows_->ShowAnew();
-  GoToRow(std::max(0, view_.Order().RowOf(*place)));
+  const int back = view_.Order().RowOf(*place);
+  GoToRow(back >= 0 ? back : present);
+  ShowNote(back >= 0 ? OperatorText() : OperatorText(text::RowIsBackElsewhere));
 }
 
 /// A failure of the database on the report has a box of its own. False where it came.
