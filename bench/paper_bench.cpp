@@ -139,6 +139,9 @@ class Table : public TableSource {
     return true;
   }
   bool Next() override { return ++row_ < kRows; }
+  std::optional<double> Number(int column) override {
+    return column < 2 ? std::nullopt : std::optional(row_ % 1000 + 0.25);
+  }
   std::string Text(int column) override {
     if (column == 0) return "14-Mar-2026";
     if (column == 1) return FormatDate(46095 + row_ / 86400.0, "hh:mm:ss");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ class TableSource {
   /// Goes to the first record, and to the next one; false where there is none.
   virtual bool First() = 0;
   virtual bool Next() = 0;
+  /// The value of a cell of the present record; nothing where it is no number.
+  virtual std::optional<double> Number(int column) = 0;
   /// A cell of the present record as a grid shows it; empty for Null.
   virtual std::string Text(int column) = 0;
 };
@@ -34,8 +37,8 @@ struct TablePrint {
   std::string family = "Small Fonts";
 };
 
-/// Prints a table on pages with a head each. Raises what the printer and the source raise, and TaskCancelled; nothing
-/// is printed then.
+/// Prints a table on pages with a head each: numbers by their size, all else as it is shown, on several lines where it
+/// is wider than its column. Raises what the printer and the source raise, and TaskCancelled; nothing is printed then.
 void PrintGrid(Printer& printer, TableSource& source, const TablePrint& print, const Language& language,
                LongTask& task);
 

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "base/text.h"
 
 namespace velk {
 
@@ -13,11 +12,6 @@ std::string FormatByMagnitude(double value) {
   if (size <= 100) return Format(value, "#0.00");
   if (size <= 1000) return Format(value, "#0.0");
   return Format(value, "#0,000");
-}
-
-std::string PrintedNumber(const std::string& shown) {
-  const std::string plain = ReplaceAll(shown, ",", "");
-  return IsNumeric(plain) ? FormatByMagnitude(Val(plain)) : shown;
 }
 
 }  // namespace velk

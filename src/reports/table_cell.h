@@ -8,8 +8,4 @@ namespace velk {
 /// where thousands are grouped.
 std::string FormatByMagnitude(double value);
 
-/// What is printed of a number that a grid shows: the same number by its magnitude. What is no number stays as it is
-/// shown.
-std::string PrintedNumber(const std::string& shown);
-
 }  // namespace velk

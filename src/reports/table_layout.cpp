@@ -1,7 +1,8 @@
 #include "reports/table_layout.h"
 
 #include <algorithm>
-#include <sstream>
+
+#include "reports/cell_lines.h"
 
 namespace velk {
 
@@ -10,15 +11,9 @@ namespace {
 constexpr int kLargest = 10, kSmallest = 6;
 constexpr double kUsable = 0.92;  ///< of the sheet's width
 constexpr double kSpread = 1.1;
+constexpr double kMostOfSheet = 0.25;  ///< that a column gets for its cells
 constexpr const char* kBetween = "       ";
 constexpr const char* kNarrowest = "XXX";
-
-std::vector<std::string> WordsOf(const std::string& heading) {
-  std::istringstream rest(heading);
-  std::vector<std::string> words;
-  for (std::string word; rest >> word;) words.push_back(word);
-  return words;
-}
 
 /// What a column has to have room for below its heading.
 const char* SampleOf(CellKind kind) {
@@ -41,24 +36,21 @@ double WidestWord(const Surface& page, const std::vector<std::string>& words) {
   return widest;
 }
 
-/// As many words a line as fit in `room`.
-std::vector<std::string> Wrapped(const Surface& page, const std::vector<std::string>& words, double room) {
-  std::vector<std::string> lines;
-  for (const std::string& word : words) {
-    const std::string longer = lines.empty() ? word : lines.back() + " " + word;
-    if (!lines.empty() && page.TextWidth(longer) <= room)
-      lines.back() = longer;
-    else
-      lines.push_back(word);
-  }
-  return lines;
-}
-
-TableLayout::Column Measured(const Surface& page, const TableColumn& column, int index) {
+/// As wide as its heading and its kind ask for, and as its cells do up to a share of the sheet: what is wider is
+/// broken.
+TableLayout::Column Measured(const Surface& page, const TableColumn& column, int index, double room) {
   const std::vector<std::string> words = WordsOf(column.heading);
   const double heading = WidestWord(page, words);
-  const double width = std::max(heading + page.TextWidth(kBetween), page.TextWidth(SampleOf(column.kind)));
-  return {index, 0, width * kSpread, Wrapped(page, words, heading)};
+  const double cells = std::min(page.TextWidth(column.longest + " "), kMostOfSheet * room);
+  const double width = std::max({heading + page.TextWidth(kBetween), page.TextWidth(SampleOf(column.kind)), cells});
+  return {index, 0, width * kSpread, width, Wrapped(page, words, heading)};
+}
+
+/// A text at the right takes what the sheet has left, if it can use it.
+void Widen(const Surface& page, TableLayout::Column& last, const TableColumn& column, double end) {
+  if (column.kind != CellKind::Text) return;
+  last.width = std::max(last.width, std::min(kSpread * page.TextWidth(column.longest + " "), end - last.left));
+  last.room = last.width / kSpread;
 }
 
 bool IsRepeated(const TableColumn& column) {
@@ -77,7 +69,7 @@ TableLayout LayOutTable(Surface& page, const std::vector<TableColumn>& columns, 
     measured.clear();
     double total = 0;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      measured.push_back(Measured(page, columns[i], static_cast<int>(i)));
+      measured.push_back(Measured(page, columns[i], static_cast<int>(i), room));
       total += measured.back().width;
     }
     if (total <= room || layout.points == kSmallest) break;
@@ -102,6 +94,8 @@ TableLayout LayOutTable(Surface& page, const std::vector<TableColumn>& columns, 
     add(std::move(column));
   }
   if (!group.empty()) layout.groups.push_back(std::move(group));
+  for (auto& shown : layout.groups)
+    Widen(page, shown.back(), columns[static_cast<std::size_t>(shown.back().index)], margin + room);
   return layout;
 }
 

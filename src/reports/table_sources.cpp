@@ -1,11 +1,22 @@
 #include "reports/table_sources.h"
 
 #include <cmath>
+#include <variant>
 
 #include "log/texts.h"
 #include "reports/report_lines.h"
 
 namespace velk {
+
+namespace {
+
+std::optional<double> NumberIn(const FieldValue& field) {
+  if (const auto* whole = std::get_if<std::int64_t>(&field)) return static_cast<double>(*whole);
+  const auto* number = std::get_if<double>(&field);
+  return number ? std::optional(*number) : std::nullopt;
+}
+
+}  // namespace
 
 std::string HeadingOfColumn(const std::string& name, CellKind kind, const Language& language) {
   if (kind == CellKind::Date) return language.In(text::ReportDate);
@@ -35,6 +46,11 @@ bool LogTable::Next() {
   return ++row_ < view_.Count();
 }
 
+std::optional<double> LogTable::Number(int column) {
+  const std::vector<FieldValue>& fields = view_.Fields(row_);
+  return fields.empty() ? std::nullopt : NumberIn(fields[static_cast<std::size_t>(column)]);
+}
+
 ReportTable::ReportTable(const SummaryLines& report, const Language& language) : report_(report) {
   for (const SummaryColumn& column : report.columns)
     columns_.push_back({HeadingOfColumn(column.name, KindOfColumn(column), language), KindOfColumn(column)});
@@ -55,6 +71,10 @@ bool ReportTable::First() {
 
 bool ReportTable::Next() {
   return ++line_ < report_.lines.size();
+}
+
+std::optional<double> ReportTable::Number(int column) {
+  return NumberIn(report_.lines[line_].fields[static_cast<std::size_t>(column)]);
 }
 
 std::string ReportTable::Text(int column) {

@@ -21,6 +21,7 @@ class LogTable : public TableSource {
   std::int64_t Count() override { return view_.Count(); }
   bool First() override;
   bool Next() override;
+  std::optional<double> Number(int column) override;
   std::string Text(int column) override { return view_.Text(row_, column); }
 
  private:
@@ -41,6 +42,7 @@ class ReportTable : public TableSource {
   std::int64_t Count() override { return static_cast<std::int64_t>(report_.lines.size()); }
   bool First() override;
   bool Next() override;
+  std::optional<double> Number(int column) override;
   std::string Text(int column) override;
 
  private:

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
+#include <cstdio>
 #include <map>
+#include <sstream>
+#include <variant>
 
 #include "base/dates.h"
 #include "platform/printing/pdf_printer.h"
@@ -36,15 +38,25 @@ class Records : public TableSource {
     return count_ > 0;
   }
   bool Next() override { return ++present_ < count_; }
+  std::optional<double> Number(int column) override {
+    if (column < 2) return std::nullopt;
+    if (const auto special = cells.find(present_); special != cells.end()) {
+      const auto* number = std::get_if<double>(&special->second);
+      return number ? std::optional(*number) : std::nullopt;
+    }
+    return std::stod(Text(column));
+  }
   std::string Text(int column) override {
     if (column == 0) return FormatDate(kFirst, "dd-mmm-yyyy");
     if (column == 1) return FormatDate(kFirst + TimeOfDay(0, 0, present_), "hh:mm:ss");
-    if (const auto special = cells.find(present_); special != cells.end()) return special->second;
+    if (const auto special = cells.find(present_); special != cells.end())
+      return std::holds_alternative<double>(special->second) ? "as a grid shows it"
+                                                             : std::get<std::string>(special->second);
     return std::to_string(present_) + "." + std::to_string(column) + "00";
   }
 
   std::vector<TableColumn> columns;
-  std::map<int, std::string> cells;  ///< what stands in the values of a record
+  std::map<int, std::variant<double, std::string>> cells;  ///< what stands in the values of a record
   int walks = 0;
 
  private:
@@ -121,11 +133,13 @@ TEST_F(PrintGridTest, LeavesRecordsOutBehindEachThatItPrints) {
 }
 
 TEST_F(PrintGridTest, PrintsNumbersByTheirSizeAndOthersAsTheyAre) {
-  Records records(1, 5);
-  records.cells = {{0, "1,000.500"}, {1, "10.500"}, {2, ""}, {3, "nan"}, {4, "open"}};
+  Records records(1, 8);
+  records.cells = {{0, 1000.5}, {1, 10.5},      {2, ""},       {3, std::nan("")},
+                   {4, "open"}, {5, 1000.4996}, {6, 100.2499}, {7, "12,5"}};
   Print(records);
-  for (const char* cell : {"'1,001'", "'10.50'", "'nan'", "'open'"}) EXPECT_EQ(With(cell).size(), 1u) << cell;
-  EXPECT_EQ(With("print 33.3 ").size(), 4u) << "nothing of an empty one";
+  for (const char* cell : {"'1,001'", "'10.50'", "'nan'", "'open'", "'1,000'", "'100.2'", "'12,5'"})
+    EXPECT_EQ(With(cell).size(), 1u) << cell;
+  EXPECT_EQ(With("print 33.3 ").size(), 7u) << "nothing of an empty one";
 }
 
 TEST_F(PrintGridTest, PutsColumnsThatDoNotFitOnFollowingPagesBehindDateAndTime) {
@@ -135,6 +149,93 @@ TEST_F(PrintGridTest, PutsColumnsThatDoNotFitOnFollowingPagesBehindDateAndTime) 
   EXPECT_EQ(With("'09:30:00'").size(), 3u);
   EXPECT_EQ(With("print 8 50.68 '14-Mar-2026'").size(), 3u);
   EXPECT_EQ(With("'Pressure'").size(), 20u);
+  EXPECT_EQ(records.walks, 1);
+}
+
+/// Words of 5 letters with the blank behind each.
+std::string WordsIn(int count) {
+  std::string words;
+  for (int i = 0; i < count; ++i) words += "word ";
+  return words;
+}
+
+/// The right end of what a call of print has printed, in letters that are 1 wide.
+double EndOf(const std::string& call) {
+  std::istringstream words(call);
+  std::string print;
+  double x = 0;
+  words >> print >> x;
+  return x + static_cast<double>(call.rfind('\'') - call.find('\'') - 1);
+}
+
+/// A comment has what date and time leave of the 193.2 that columns may take: 159.9, less what keeps columns apart.
+TEST_F(PrintGridTest, BreaksACommentThatIsWiderThanTheSheet) {
+  Records records(0, 3);
+  records.columns.push_back({"Comments", CellKind::Text});
+  records.cells = {{0, WordsIn(51)}, {1, "first\r\nsecond"}, {2, "short"}};
+  Print(records);
+  const auto lines = With("word");
+  ASSERT_EQ(lines.size(), 2u) << "29 words of 5 letters in 145";
+  EXPECT_TRUE(lines[0].starts_with("print 33.3 48.68 'word word ")) << lines[0];
+  EXPECT_TRUE(lines[1].starts_with("print 33.3 51.08 'word word ")) << lines[1];
+  for (const std::string& line : lines) EXPECT_LE(EndOf(line), 193.2);
+  EXPECT_EQ(With("'first'"), (std::vector<std::string>{"print 33.3 53.48 'first' 000000"}));
+  EXPECT_EQ(With("'second'"), (std::vector<std::string>{"print 33.3 55.88 'second' 000000"}));
+  EXPECT_EQ(With("'short'"), (std::vector<std::string>{"print 33.3 58.28 'short' 000000"}));
+  EXPECT_EQ(With("'09:30:02'"), (std::vector<std::string>{"print 21.2 58.28 '09:30:02' 000000"}));
+}
+
+/// Between 48.68 and 269 there is room for 91 lines.
+TEST_F(PrintGridTest, KeepsTheLinesOfARecordOnOnePage) {
+  Records records(0, 91);
+  records.columns.push_back({"Comments", CellKind::Text});
+  for (int i = 0; i < 90; ++i) records.cells[i] = "one";
+  records.cells[90] = "two\nlines";
+  Print(records);
+  EXPECT_EQ(document->pages, 2);
+  EXPECT_EQ(With("'two'"), (std::vector<std::string>{"print 33.3 48.68 'two' 000000"}));
+}
+
+TEST_F(PrintGridTest, EndsACommentThatIsLongerThanAPageWithAnEllipsis) {
+  Records records(0, 1);
+  records.columns.push_back({"Comments", CellKind::Text});
+  records.cells = {{0, WordsIn(4000)}};
+  Print(records);
+  EXPECT_EQ(document->pages, 1);
+  EXPECT_EQ(With("'word").size(), 91u);
+  EXPECT_TRUE(With("'word").back().find("\u2026'") != std::string::npos);
+}
+
+TEST_F(PrintGridTest, MakesAColumnAsWideAsItsWidestNumber) {
+  Records records(0, 2);
+  for (int i = 0; i < 2; ++i) records.columns.push_back({"Rpm", CellKind::Number});
+  records.cells = {{1, 123456789012.0}};
+  Print(records);
+  const auto cells = With("'123,456,789,012'");
+  ASSERT_EQ(cells.size(), 2u);
+  EXPECT_TRUE(cells[0].starts_with("print 33.3 ")) << cells[0];
+  EXPECT_TRUE(cells[1].starts_with("print 50.9 ")) << "15 letters and a blank, times 1.1, behind it: " << cells[1];
+}
+
+TEST_F(PrintGridTest, BreaksATextInAColumnOfNumbersInsteadOfPrintingOverTheNextOne) {
+  Records records(0, 1);
+  for (int i = 0; i < 2; ++i) records.columns.push_back({"Rpm", CellKind::Number});
+  records.cells = {{0, std::string(100, 'x')}};
+  Print(records);
+  std::vector<std::string> left;
+  for (const std::string& call : With("'xxx"))
+    if (call.starts_with("print 33.3 ")) left.push_back(call);
+  ASSERT_EQ(left.size(), 3u) << "46 letters, a quarter of the sheet, in each line";
+  for (const std::string& call : left) EXPECT_LE(EndOf(call), 33.3 + 46.3 * 1.1);
+}
+
+/// Cells are known ahead for 10,000 records: one behind them finds a column that is too narrow.
+TEST_F(PrintGridTest, BreaksACellThatIsWiderThanAllThatWereKnown) {
+  Records records(0, 10'001);
+  for (int i = 0; i < 2; ++i) records.columns.push_back({"Rpm", CellKind::Number});
+  records.cells = {{10'000, "much wider than others"}};
+  Print(records);
+  EXPECT_EQ(With("'much wider'").size() + With("'much'").size(), 2u);
   EXPECT_EQ(records.walks, 1);
 }
 
@@ -196,13 +297,32 @@ TEST(TableLayoutTest, LeavesNoColumnOut) {
   for (int i = 0; i < 66; ++i) EXPECT_EQ(shown[static_cast<std::size_t>(i)], i);
 }
 
+std::string TextIn(const std::string& pdf) {
+  std::string text;
+  FILE* pipe = popen(("pdftotext -raw '" + pdf + "' -").c_str(), "r");
+  for (int c = 0; pipe && (c = fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+  if (pipe) pclose(pipe);
+  return text;
+}
+
 TEST_F(PrintGridTest, PrintsTenThousandRecordsOf18ColumnsToAFile) {
   const test::TemporaryFolder folder;
   Records records(16, 10'000);
   LongTask task(dialogs, clock, "Printing");
   PrintGrid(*MakePdfPrinter(folder.File("log.pdf")), records, {"Data Log", 0, kFirst, "DejaVu Sans"}, test::English(),
             task);
-  EXPECT_GT(std::filesystem::file_size(folder.File("log.pdf")), 100'000u);
+  const std::string words = TextIn(folder.File("log.pdf"));
+  const auto times = [&](const char* word) {
+    int count = 0;
+    for (std::size_t at = words.find(word); at != std::string::npos; at = words.find(word, at + 1)) ++count;
+    return count;
+  };
+  const int groups = times("09:30:01");
+  EXPECT_GE(groups, 1);
+  EXPECT_LE(groups, 3) << "of columns that fit beside each other";
+  for (const char* time : {"10:00:00", "11:59:59", "12:16:38"}) EXPECT_EQ(times(time), groups) << time;
+  EXPECT_GE(times("12:16:39"), groups) << "the last one, which the heads tell too";
+  for (const char* value : {"5.160", "5.170"}) EXPECT_EQ(times(value), 1) << "of the fifth record: " << value;
 }
 
 }  // namespace

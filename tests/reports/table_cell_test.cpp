@@ -21,12 +21,5 @@ TEST(TableCell, HasAsManyPlacesAsItsSizeNeeds) {
   EXPECT_EQ(FormatByMagnitude(std::nan("")), "nan");
 }
 
-TEST(TableCell, IsReadFromWhatTheGridShows) {
-  EXPECT_EQ(PrintedNumber("1,234,567.500"), "1,234,568");
-  EXPECT_EQ(PrintedNumber("12.500"), "12.50");
-  EXPECT_EQ(PrintedNumber("-0.250"), "-0.250");
-  for (const char* asItIs : {"", "nan", "inf", "text", "1.2.3", "12 bar"}) EXPECT_EQ(PrintedNumber(asItIs), asItIs);
-}
-
 }  // namespace
 }  // namespace velk
