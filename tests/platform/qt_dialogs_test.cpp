@@ -294,6 +294,23 @@ TEST_F(QtDialogsTest, TakesTheNameOfANewFileAsItWasTyped) {
   EXPECT_EQ(dialogs_.SaveFile({"", "Data files (*.mdb)|*.mdb", folder.Path()}), folder.Path("new"));
 }
 
+TEST_F(QtDialogsTest, GivesANameTheEndingOfTheFilterThatWasChosen) {
+  const MemoryFolder folder;
+  const auto save = [&](int filter, const char* name) {
+    WhenShown<QFileDialog>([=](QFileDialog& box) {
+      box.selectNameFilter(box.nameFilters().at(filter));
+      box.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromLatin1(name));
+      QTest::keyClick(box.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+    });
+    return dialogs_.SaveFile({"", "JPEG Files (*.jpg) |*.jpg;*.jpeg|Bitmaps|*.bmp|All|*.*", folder.Path()});
+  };
+  EXPECT_EQ(save(0, "page"), folder.Path("page.jpg"));
+  EXPECT_EQ(save(1, "page"), folder.Path("page.bmp"));
+  EXPECT_EQ(save(1, "Well 7.5"), folder.Path("Well 7.5.bmp"));
+  EXPECT_EQ(save(1, "page.JPEG"), folder.Path("page.JPEG")) << "an ending of another filter";
+  EXPECT_EQ(save(2, "page"), folder.Path("page"));
+}
+
 TEST_F(QtDialogsTest, OpensOnlyAFileThatIsThere) {
   const MemoryFolder folder;
   folder.Write("logo.png", "x");

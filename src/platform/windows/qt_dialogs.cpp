@@ -84,6 +84,23 @@ QString Patterns(const QString& patterns) {
   return list.join(' ');
 }
 
+/// The patterns of a filter as the toolkit has it: "JPEG Files (*.jpg *.jpeg)".
+QStringList PatternsOf(const QString& filter) {
+  const qsizetype bracket = filter.lastIndexOf('(');
+  return filter.mid(bracket + 1, filter.lastIndexOf(')') - bracket - 1).split(' ', Qt::SkipEmptyParts);
+}
+
+/// Of several filters the one that was chosen gives its ending to a name that has none of theirs.
+QString WithEnding(const QString& path, const QFileDialog& files) {
+  const QStringList filters = files.nameFilters();
+  if (filters.size() < 2) return path;
+  for (const QString& filter : filters)
+    for (const QString& pattern : PatternsOf(filter))
+      if (pattern.startsWith(QLatin1String("*.")) && path.endsWith(pattern.mid(1), Qt::CaseInsensitive)) return path;
+  const QStringList chosen = PatternsOf(files.selectedNameFilter());
+  return !chosen.isEmpty() && chosen.front().startsWith(QLatin1String("*.")) ? path + chosen.front().mid(1) : path;
+}
+
 /// All of the program's, also those that a caller of Modal shows: each has an event loop on the stack.
 std::vector<QDialog*> ModalWindowsShown() {
   std::vector<QDialog*> shown;
@@ -256,7 +273,10 @@ std::optional<std::string> QtDialogs::RunFiles(const QPointer<QFileDialog>& file
   files->setLabelText(QFileDialog::Accept, TextOf(text::ButtonOk));
   files->setLabelText(QFileDialog::Reject, TextOf(text::ButtonCancel));
   std::optional<std::string> path;
-  if (Run(files.data()) && !files->selectedFiles().isEmpty()) path = files->selectedFiles().first().toStdString();
+  if (Run(files.data()) && !files->selectedFiles().isEmpty()) {
+    const QString chosen = files->selectedFiles().first();
+    path = (files->acceptMode() == QFileDialog::AcceptSave ? WithEnding(chosen, *files) : chosen).toStdString();
+  }
   delete files;
   return path;
 }
