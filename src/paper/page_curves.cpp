@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "base/dates.h"
 #include "graphs/row_values.h"
 #include "graphs/wrapping.h"
 #include "platform/drawing/units.h"
@@ -13,13 +12,19 @@ namespace velk {
 
 namespace {
 
-/// Records further apart than this have a gap between them.
-constexpr double kGap = 100.0 / 86400;
-/// On paper a pen is 0.025 of the printer's pixels for an inch, of which 26.25 make a millimetre.
-constexpr double kPaperPen = 0.025 * 26.25;
+/// Records 100 s apart have a gap between them; times of whole seconds can miss that by their last bits.
+constexpr double kGap = 99.9995 / 86400;
+/// PrinterPixelsPerUnit divided by it are the dots of a millimetre: a sheet of 210 mm counts as 8 inches.
+constexpr double kUnitsOfMillimetre = 26.25;
+/// On paper a pen is 0.025 of PrinterPixelsPerUnit wide.
+constexpr double kPaperPen = 0.025 * kUnitsOfMillimetre;
 constexpr double kPreviewPen = 3;
 
 }  // namespace
+
+double PaperDots(double printerPixelsPerUnit) {
+  return printerPixelsPerUnit / kUnitsOfMillimetre * PerInch(Unit::Millimetre);
+}
 
 double PenOf(PageTarget target) {
   return target == PageTarget::Paper ? Convert(kPaperPen, Unit::Millimetre, Unit::Pixel) : kPreviewPen;
@@ -50,8 +55,8 @@ PageCurves::PageCurves(const CurveSource& curves, const PageLayout& layout, cons
 void PageCurves::PlotLine(int slot, double firstTime, double secondTime, float firstValue, float secondValue) {
   Plotted& curve = plotted_[static_cast<std::size_t>(slot - 1)];
   if (curve.perUnit == 0) return;
-  const bool joined = std::abs(secondTime - firstTime) < kGap;
-  if (!std::isfinite(secondValue) || (joined && !std::isfinite(firstValue))) return;
+  const bool joined = std::abs(secondTime - firstTime) < kGap && std::isfinite(firstValue);
+  if (!std::isfinite(secondValue)) return;
   const double y1 = Y(joined ? firstTime : secondTime), y2 = Y(secondTime);
   WrappingPasses passes(joined ? firstValue : secondValue, secondValue, curve.scale, curve.wraps);
   for (WrappingPass pass; passes.Next(pass);)
@@ -73,7 +78,7 @@ void PageCurves::Take(double time, std::span<const float> values) {
       curve.hasRun = true;
     } else {
       CloseRun(curve);
-      if (!std::isnan(previousTime_)) PlotLine(static_cast<int>(i) + 1, previousTime_, time, curve.previous, value);
+      PlotLine(static_cast<int>(i) + 1, previousTime_, time, curve.previous, value);
       curve.isOpen = isPlain;
       curve.least = curve.most = value;
     }
@@ -110,10 +115,7 @@ void DrawCurves(PageCurves& to, LogReader& log, const Session& session, const Pa
                 const PageTimes& times, LongTask& task) {
   RowValues values(session, curves, log.Channels().size());
   log.Choose(values.Channels());
-  // As the log stores times: End is a bit beside one.
-  const auto stored = [](double time) { return JoinDateTime(DatePart(time), TimePart(time)); };
-  const double first = stored(times.start), last = stored(times.End());
-  const auto span = log.Find({first, last, RowFilter::Compare::Sum});
+  const auto span = log.Find(times.Around());
   if (!span) return;
   RowBlocks blocks = log.Blocks(*span);
   RowBlock block;
@@ -123,7 +125,7 @@ void DrawCurves(PageCurves& to, LogReader& log, const Session& session, const Pa
   while (blocks.Next(block, step)) {
     for (std::size_t row = 0; row < block.Count(); ++row) {
       const double time = block.times[row];
-      if (!(time >= first && time <= last)) continue;
+      if (!times.Covers(time)) continue;
       values.Take(block.Values(row));
       for (int slot = 1; slot <= curves.Count(); ++slot) shown[static_cast<std::size_t>(slot) - 1] = values.Of(slot);
       to.Take(time, shown);

@@ -21,11 +21,12 @@ class PageCurves {
   /// The curves outlive this. They are drawn for a device of so many dots an inch.
   PageCurves(const CurveSource& curves, const PageLayout& layout, const PageTimes& times, double dotsPerInch);
 
-  /// Adds a curve's segment between two records; the second point alone where they lie 100 s or more apart. Values and
-  /// times that are no number, and a curve without a scale, add nothing.
+  /// Adds a curve's segment between two records; the second point alone where they lie 100 s or more apart, and where
+  /// the first has no value or no time. A second value or time that is no number, and a curve without a scale, add
+  /// nothing.
   void PlotLine(int slot, double firstTime, double secondTime, float firstValue, float secondValue);
-  /// Adds the next record, with a value a curve: the same as a PlotLine of each from the record before. Records that
-  /// share a row of dots cost next to nothing; what they come to is there behind Finish.
+  /// Adds the next record, with a value a curve: the same as a PlotLine of each from the record before, which the first
+  /// one has none of. Records that share a row of dots cost next to nothing; what they come to is there behind Finish.
   void Take(double time, std::span<const float> values);
   void Finish();
   /// Draws on a surface in millimetres, curve by curve; `pen` in pixels of 96 dots an inch.
@@ -58,6 +59,10 @@ class PageCurves {
   double previousTime_;     ///< of the last record; NaN before the first
   double previousRow_ = 0;  ///< the row of dots that it lies in
 };
+
+/// Dots an inch of a printer by its PrinterPixelsPerUnit: with them a curve's places, in millimetres, are what that
+/// number and 26.25 make of them in the printer's dots.
+double PaperDots(double printerPixelsPerUnit);
 
 /// Width of a curve's pen in pixels of 96 dots an inch.
 double PenOf(PageTarget target);

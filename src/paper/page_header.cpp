@@ -124,7 +124,7 @@ void InsertReportComments(Surface& page, const PageLayout& layout, const PageTim
                           const std::vector<ReportComment>& comments, const PageFont& font) {
   page.SetFont(Small(font));
   for (const ReportComment& comment : comments) {
-    if (!(comment.time >= times.start && comment.time <= times.End())) continue;
+    if (!times.Covers(comment.time)) continue;
     const std::string shown = Fitted(page, OnOneLine(comment.text), kFrameRight - kCurveLeft - 2 * kBeside);
     const double y = layout.PlotY((comment.time - times.start) / (times.End() - times.start));
     page.Print(kFrameRight - kBeside - page.TextWidth(shown), y - page.TextHeight(shown) / 2, shown, colour::Black);

@@ -70,6 +70,11 @@ double RoundStep(double span) {
 
 }  // namespace
 
+RowFilter PageTimes::Around() const {
+  constexpr double kLoss = 2 / kMillisecondsOfDay;
+  return {start - kLoss, End() + kLoss, RowFilter::Compare::Sum};
+}
+
 bool PageTimes::IsSound() const {
   return step > 0 && IsDateTime(start) && IsDateTime(End()) && End() > start;
 }
@@ -89,8 +94,7 @@ PageTimes TimesOf(double first, double last, bool autoScale) {
 }
 
 bool EndsBefore(const PageTimes& times, double last) {
-  // Not by the bits that a quarter of a span can lose.
-  return last - times.End() > 0.5 / kMillisecondsOfDay;
+  return last - times.End() > kSameTime;
 }
 
 }  // namespace velk

@@ -1,6 +1,12 @@
 #pragma once
 
+#include "log/row_filter.h"
+
 namespace velk {
+
+/// Times that differ by less, in days, are the same one: a quarter of a span, four times, and a log, which keeps day
+/// and time of day apart, lose some of their bits.
+inline constexpr double kSameTime = 0.5 / 86'400'000;
 
 /// The time range of a page: four equal intervals from `start` on, in days.
 struct PageTimes {
@@ -8,6 +14,10 @@ struct PageTimes {
   double step = 0;
 
   double End() const { return start + 4 * step; }
+  /// Whether the time of a record or a comment lies on the page, its ends included.
+  bool Covers(double time) const { return time > start - kSameTime && time < End() + kSameTime; }
+  /// All rows of the page, and some beside it: a filter cuts its times to whole milliseconds.
+  RowFilter Around() const;
   /// Whether it can be drawn: it has a length, and is a time throughout.
   bool IsSound() const;
 };

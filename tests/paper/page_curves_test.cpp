@@ -50,8 +50,8 @@ std::vector<std::string> Lines(const PageCurves& page) {
 }
 
 struct Page {
-  explicit Page(Curves given, double dots = kDots)
-      : curves(std::move(given)), layout(LayOut(1, {}, {}, PageTarget::Paper)), page(curves, layout, kTimes, dots) {}
+  explicit Page(Curves given, double dots = kDots, const PageTimes& times = kTimes)
+      : curves(std::move(given)), layout(LayOut(1, {}, {}, PageTarget::Paper)), page(curves, layout, times, dots) {}
   void Plot(double first, double second, float from, float to) {
     page.PlotLine(1, kStart + first * kSecond, kStart + second * kSecond, from, to);
   }
@@ -94,6 +94,29 @@ TEST(PageCurvesTest, LeaveAGapOpenFrom100SecondsOn) {
   EXPECT_EQ(Lines(apart.page), (Calls{"line 70 129 70 129 0000FF w1"})) << "the second point alone";
 }
 
+TEST(PageCurvesTest, HaveAGapAt100SecondsWhateverTheLastBitsOfTheTimes) {
+  for (int hour = 0; hour < 24; ++hour)
+    for (int minute = 0; minute < 58; ++minute) {
+      const double day = DateSerial(2026, 3, 14);
+      const PageTimes times{JoinDateTime(day, TimeOfDay(hour, minute, 0)), kTimes.step};
+      Page page(OneCurve(), kDots, times);
+      page.page.PlotLine(1, times.start, JoinDateTime(day, TimeOfDay(hour, minute, 100)), 10, 20);
+      ASSERT_EQ(Lines(page.page), (Calls{"line 70 128 70 128 0000FF w1"})) << hour << ":" << minute;
+    }
+}
+
+TEST(PageCurvesTest, DrawAPointOfAValueThatIsAlone) {
+  const float none = std::nanf("");
+  Page page(OneCurve());
+  for (const auto& [second, value] :
+       {std::pair(0, 20.0f), std::pair(150, 30.0f), std::pair(160, none), std::pair(170, 40.0f), std::pair(180, none)})
+    page.page.Take(kStart + second * kSecond, std::vector<float>{value});
+  page.page.Finish();
+  EXPECT_EQ(Lines(page.page),
+            (Calls{"line 70 28 70 28 0000FF w1", "line 85 178 85 178 0000FF w1", "line 100 198 100 198 0000FF w1"}))
+      << "ahead of a gap, behind it, between two empty fields";
+}
+
 TEST(PageCurvesTest, KeepLeastAndMostOfWhatLiesInOneRowOfDots) {
   Page page(OneCurve());
   for (int i = 0; i < 1000; ++i) page.Plot(50, 50, i == 500 ? 90 : 20, i == 499 ? 90 : 20);
@@ -104,7 +127,6 @@ TEST(PageCurvesTest, DrawNothingOfWhatIsNoNumber) {
   Page page(OneCurve(true));
   const float nan = std::nanf(""), inf = std::numeric_limits<float>::infinity();
   for (const float bad : {nan, inf, -inf}) {
-    page.Plot(0, 1, bad, 10);
     page.Plot(0, 1, 10, bad);
     page.Plot(0, 1, bad, bad);
   }
@@ -126,6 +148,12 @@ TEST(PageCurvesTest, HavePensOfTheDevice) {
       << "0.025 of the pixels of an inch, 26.25 of which are a millimetre";
 }
 
+TEST(PageCurvesTest, AreDrawnForTheDotsThatAPrinterHas) {
+  // 210 mm are 8.27 inches, which count as 8.
+  EXPECT_NEAR(PaperDots(600 * 210 / 25.4 / 8), 600, 1e-9);
+  EXPECT_NEAR(PaperDots(1200 * 210 / 25.4 / 8), 1200, 1e-9);
+}
+
 // --- The same dots as a drawing of every record ---
 
 constexpr int kPictureDots = 300;
@@ -137,36 +165,37 @@ struct Sheet {
   PaintedSurface surface{painter, Unit::Millimetre, kSheetWidth, kSheetHeight, kPictureDots};
 };
 
-/// Each record's segment by itself, its ends at the nearest dot.
-void DrawEachRecord(Surface& surface, const PageLayout& layout, const Parameter& curve,
-                    const std::vector<std::pair<double, float>>& records) {
+using Records = std::vector<std::pair<double, float>>;
+
+/// Each record's segment by itself, its ends at the nearest dot; the point of one that has nothing ahead of it.
+void DrawEachRecord(Surface& surface, const PageLayout& layout, const Parameter& curve, const Records& records,
+                    const PageTimes& times = kTimes) {
   surface.SetPenWidth(PenOf(PageTarget::Paper));
   const double dot = 25.4 / kPictureDots;
   const auto snap = [&](double mm) { return std::nearbyint(mm / dot) * dot; };
   const Scale scale{static_cast<float>(curve.min), static_cast<float>(curve.max)};
-  for (std::size_t i = 1; i < records.size(); ++i) {
-    const auto [time1, value1] = records[i - 1];
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    const auto [time1, value1] = records[i == 0 ? 0 : i - 1];
     const auto [time2, value2] = records[i];
-    const bool joined = time2 - time1 < 100 * kSecond;
+    const bool joined = std::lround((time2 - time1) * 86'400'000) < 100'000 && std::isfinite(value1);
+    if (!std::isfinite(value2)) continue;
     WrappingPasses passes(joined ? value1 : value2, value2, scale, curve.Wrapping);
     for (WrappingPass pass; passes.Next(pass);) {
       const auto x = [&](double value) { return 40 + (value - scale.min) * 150.0 / (scale.max - scale.min); };
       const auto y = [&](double time) {
-        return layout.plotTop +
-               (time - kTimes.start) * (layout.bottom - layout.plotTop) / (kTimes.End() - kTimes.start);
+        return layout.plotTop + (time - times.start) * (layout.bottom - layout.plotTop) / (times.End() - times.start);
       };
       const PageSegment cut = ClipLine({x(pass.previous), y(joined ? time1 : time2), x(pass.value), y(time2)}, 40, 190);
-      if (!std::isfinite(cut.x1 + cut.x2)) continue;
       surface.Line(snap(cut.x1), snap(cut.y1), snap(cut.x2), snap(cut.y2), curve.color);
     }
   }
 }
 
 /// Noise with spikes of one sample, gaps, values far beyond the scale, steps back in time.
-std::vector<std::pair<double, float>> RandomRecords(std::uint32_t seed, int count) {
+Records RandomRecords(std::uint32_t seed, int count) {
   std::mt19937 random(seed);
   std::uniform_real_distribution<float> noise(-1, 1);
-  std::vector<std::pair<double, float>> records;
+  Records records;
   double second = 0;
   float level = 50;
   for (int i = 0; i < count && second < 229; ++i) {
@@ -185,8 +214,8 @@ TEST(PageCurvesTest, AreTheSameDotsAsADrawingOfEveryRecord) {
     const bool wraps = seed % 2 == 0;
     const auto records = RandomRecords(seed, seed < 3 ? 500 : 20'000);
     Page page(OneCurve(wraps), kPictureDots);
-    for (std::size_t i = 1; i < records.size(); ++i)
-      page.page.PlotLine(1, records[i - 1].first, records[i].first, records[i - 1].second, records[i].second);
+    for (const auto& [time, value] : records) page.page.Take(time, std::vector<float>{value});
+    page.page.Finish();
     Sheet reduced, full;
     page.page.Draw(reduced.surface, PenOf(PageTarget::Paper));
     DrawEachRecord(full.surface, page.layout, page.curves.all[0], records);
@@ -195,6 +224,44 @@ TEST(PageCurvesTest, AreTheSameDotsAsADrawingOfEveryRecord) {
     if (seed >= 3) {
       EXPECT_LT(page.page.LineCount(), records.size()) << "seed " << seed;
     }
+  }
+}
+
+/// Records of 16 days, 625 s a row of dots, so that gaps lie within rows too.
+Records RecordsOfDays(std::uint32_t seed) {
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<float> noise(-4, 4);
+  const double day = DateSerial(2026, 3, 14);
+  Records records;
+  float level = 50;
+  for (double second = 0; second < 16 * 86'400.0;) {
+    level = std::clamp(level + noise(random), -10.0f, 110.0f);
+    records.emplace_back(day + std::floor(second / 86'400) + TimeOfDay(0, 0, std::fmod(second, 86'400)), level);
+    const int steps[] = {1, 5, 30, 99, 100, 101, 300, 2000};
+    second += steps[random() % 8];
+  }
+  return records;
+}
+
+TEST(PageCurvesTest, LeaveGapsOpenWithinARowOfDots) {
+  const PageTimes days{DateSerial(2026, 3, 14), 4};
+  for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+    const Records records = RecordsOfDays(seed);
+    Page page(OneCurve(seed % 2 == 0), kPictureDots, days);
+    const auto rowOf = [&](double time) {
+      return std::nearbyint(page.layout.PlotY((time - days.start) / 16) / 25.4 * kPictureDots);
+    };
+    int within = 0;
+    for (std::size_t i = 1; i < records.size(); ++i)
+      within += records[i].first - records[i - 1].first > 99.5 * kSecond &&
+                rowOf(records[i].first) == rowOf(records[i - 1].first);
+    ASSERT_GT(within, 1000) << "gaps that both ends of lie in one row";
+    for (const auto& [time, value] : records) page.page.Take(time, std::vector<float>{value});
+    page.page.Finish();
+    Sheet reduced, full;
+    page.page.Draw(reduced.surface, PenOf(PageTarget::Paper));
+    DrawEachRecord(full.surface, page.layout, page.curves.all[0], records, days);
+    EXPECT_EQ(reduced.image, full.image) << "seed " << seed;
   }
 }
 
@@ -211,19 +278,19 @@ TEST(PageCurvesTest, TakeRecordsAsTheyPlotTheirSegments) {
     for (std::size_t i = 0; i < records.size(); ++i) {
       const auto [time, value] = records[i];
       taken.page.Take(time, std::vector<float>(3, value));
-      for (int slot = 1; slot <= 3 && i > 0; ++slot)
-        plotted.page.PlotLine(slot, records[i - 1].first, time, records[i - 1].second, value);
+      const auto [timeBefore, valueBefore] = i > 0 ? records[i - 1] : std::pair(std::nan(""), 0.0f);
+      for (int slot = 1; slot <= 3; ++slot) plotted.page.PlotLine(slot, timeBefore, time, valueBefore, value);
     }
     taken.page.Finish();
     EXPECT_EQ(Lines(taken.page), Lines(plotted.page)) << "seed " << seed;
   }
 }
 
-TEST(PageCurvesTest, TakeASingleRecordForNothingAndTwoForARun) {
+TEST(PageCurvesTest, TakeASingleRecordForAPointAndTwoForARun) {
   Page page(OneCurve());
   page.page.Take(kStart, std::vector<float>{20});
   page.page.Finish();
-  EXPECT_EQ(page.page.LineCount(), 0u);
+  EXPECT_EQ(Lines(page.page), (Calls{"line 70 28 70 28 0000FF w1"}));
   page.page.Take(kStart, std::vector<float>{60});
   page.page.Take(kStart, std::vector<float>{40});
   page.page.Finish();

@@ -129,6 +129,21 @@ TEST_F(PageHeaderTest, PlacesCommentsOfThePageAtTheirTimes) {
   EXPECT_TRUE(sheet.With("www")[0].starts_with("print 41 33")) << "cut at the frame";
 }
 
+TEST_F(PageHeaderTest, PrintsACommentAtEachEndOfThePageWhateverTheLastBitsOfItsTime) {
+  layout = LayOut(2, {}, {}, PageTarget::Preview);
+  for (int day = 0; day < 60; ++day)
+    for (int hour = 0; hour < 24; ++hour) {
+      const auto at = [&](int later) {
+        return JoinDateTime(DateSerial(2026, 3, 1) + day + (hour + later) / 24, TimeOfDay((hour + later) % 24, 0, 0));
+      };
+      const PageTimes times{at(0), TimeOfDay(1, 0, 0)};
+      sheet.calls.clear();
+      InsertReportComments(sheet, layout, times, {{at(0), "start"}, {at(4), "end"}}, {"Sans", 10});
+      ASSERT_EQ(sheet.With("'start'").size(), 1u) << day << " " << hour;
+      ASSERT_EQ(sheet.With("'end'").size(), 1u) << day << " " << hour;
+    }
+}
+
 TEST_F(PageHeaderTest, TellsBelowTheFrameWhatItShows) {
   layout = LayOut(2, {}, {}, PageTarget::Paper);
   DrawFoot(sheet, layout, kOverMidnight, "/jobs/Well 7.mdb", kEvening, {"Sans", 10}, test::English());
