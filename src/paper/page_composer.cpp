@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/dates.h"
 #include "base/errors.h"
 #include "imaging/read_picture.h"
 #include "log/log_reader.h"
@@ -21,6 +22,15 @@ constexpr double kLogoLeft = 20, kLogoTop = 10, kLogoHeight = 20, kLogoWidest = 
 constexpr double kLeastSide = 1;
 constexpr double kTextLeft = 110, kTextTop = 10;
 
+constexpr int kLastYear = 9999;
+constexpr std::size_t kDrawnKept = 4;
+
+/// Why records from `first` to `last` make no page.
+OperatorText CauseOf(double first, double last) {
+  if (!IsDateTime(first) || !IsDateTime(last)) return text::NoTimeAtAnEnd;
+  return last < first ? text::EndsBeforeItBegins : text::NoSpan;
+}
+
 double Within(double place, double size, double sheet) {
   return std::clamp(place, 0.0, std::max(0.0, sheet - size));
 }
@@ -37,12 +47,24 @@ bool PageComposer::FilesAndTime(bool autoScale) {
   log.Choose({});
   const auto first = log.First(), last = log.Last();
   last_ = last ? last->time : 0;
+  const auto latest = log.Nearest(DateSerial(kLastYear, 12, 31));
+  latest_ = latest ? latest->time : last_;
   times_ = first && last ? TimesOf(first->time, last->time, autoScale) : PageTimes();
-  return times_.IsSound();
+  scaling_ = autoScale ? Scaling::Round : Scaling::Whole;
+  const bool isSound = times_.IsSound();
+  if (!isSound) whyNoPage_ = first && last ? CauseOf(first->time, last->time) : OperatorText(text::NoSpan);
+  return isSound;
+}
+
+OperatorText PageComposer::Missing() const {
+  if (scaling_ == Scaling::Round && EndsBefore(times_, last_)) return text::PageEndsEarlier;
+  if (scaling_ != Scaling::Entered && EndsBefore(times_, latest_)) return text::LaterRecordsMissing;
+  return {};
 }
 
 void PageComposer::SetTimes(double start, double end) {
   times_ = TimesOf(start, end, false);
+  scaling_ = Scaling::Entered;
 }
 
 bool PageComposer::LoadLogo() {
@@ -70,9 +92,9 @@ PageBox PageComposer::LogoBox() const {
   const double natural = std::min(kLogoWidest, kLogoHeight * logo_.width() / logo_.height());
   box.width = isPlaced ? std::min<double>(session_.PrintGraphImageW, kSheetWidth) : natural;
   box.height =
-      isPlaced ? std::min<double>(session_.PrintGraphImageH, kSheetHeight) : natural * logo_.height() / logo_.width();
+      isPlaced ? std::min<double>(session_.PrintGraphImageH, kEndOfHead) : natural * logo_.height() / logo_.width();
   box.left = Within(isPlaced ? session_.PrintGraphImageX : kLogoLeft, box.width, kSheetWidth);
-  box.top = Within(isPlaced ? session_.PrintGraphImageY : kLogoTop, box.height, kSheetHeight);
+  box.top = Within(isPlaced ? session_.PrintGraphImageY : kLogoTop, box.height, kEndOfHead);
   return box;
 }
 
@@ -81,14 +103,14 @@ PageBox PageComposer::TextBox() const {
   const bool isPlaced = session_.PrintGraphText1X > 0 || session_.PrintGraphText1Y > 0;
   box.isThere = session_.TextInserted;
   box.left = Within(isPlaced ? session_.PrintGraphText1X : kTextLeft, box.width, kSheetWidth);
-  box.top = Within(isPlaced ? session_.PrintGraphText1Y : kTextTop, box.height, kSheetHeight);
+  box.top = Within(isPlaced ? session_.PrintGraphText1Y : kTextTop, box.height, kEndOfHead);
   return box;
 }
 
 void PageComposer::MoveLogo(double left, double top) {
   const PageBox box = LogoBox();
   session_.PrintGraphImageX = static_cast<float>(Within(left, box.width, kSheetWidth));
-  session_.PrintGraphImageY = static_cast<float>(Within(top, box.height, kSheetHeight));
+  session_.PrintGraphImageY = static_cast<float>(Within(top, box.height, kEndOfHead));
   session_.PrintGraphImageW = static_cast<float>(box.width);
   session_.PrintGraphImageH = static_cast<float>(box.height);
 }
@@ -98,45 +120,84 @@ void PageComposer::SizeLogo(double width, double height) {
   session_.PrintGraphImageX = static_cast<float>(box.left);
   session_.PrintGraphImageY = static_cast<float>(box.top);
   session_.PrintGraphImageW = static_cast<float>(std::clamp(width, kLeastSide, kSheetWidth));
-  session_.PrintGraphImageH = static_cast<float>(std::clamp(height, kLeastSide, kSheetHeight));
+  session_.PrintGraphImageH = static_cast<float>(std::clamp(height, kLeastSide, kEndOfHead));
 }
 
 void PageComposer::MoveText(double left, double top) {
   // 0, 0 stands for a block that was never placed.
   session_.PrintGraphText1X = static_cast<float>(std::max(0.1, Within(left, textSize_.width, kSheetWidth)));
-  session_.PrintGraphText1Y = static_cast<float>(Within(top, textSize_.height, kSheetHeight));
+  session_.PrintGraphText1Y = static_cast<float>(Within(top, textSize_.height, kEndOfHead));
+}
+
+PageComposer::State PageComposer::Present() const {
+  return {times_,
+          scaling_,
+          last_,
+          latest_,
+          logo_,
+          lines_,
+          textSize_,
+          session_.LogoInserted,
+          session_.TextInserted,
+          session_.PrintGraphImageX,
+          session_.PrintGraphImageY,
+          session_.PrintGraphImageH,
+          session_.PrintGraphImageW,
+          session_.PrintGraphText1X,
+          session_.PrintGraphText1Y,
+          session_.CurrentFont};
+}
+
+void PageComposer::PutBack(const State& state) {
+  times_ = state.times;
+  scaling_ = state.scaling;
+  last_ = state.last;
+  latest_ = state.latest;
+  logo_ = state.logo;
+  textSize_ = state.textSize;
+  if (lines_ != state.lines) StoreLines(state.lines);
+  session_.LogoInserted = state.logoInserted;
+  session_.TextInserted = state.textInserted;
+  session_.PrintGraphImageX = state.imageX;
+  session_.PrintGraphImageY = state.imageY;
+  session_.PrintGraphImageH = state.imageH;
+  session_.PrintGraphImageW = state.imageW;
+  session_.PrintGraphText1X = state.textX;
+  session_.PrintGraphText1Y = state.textY;
+  session_.CurrentFont = state.font;
 }
 
 PageLayout PageComposer::Layout(PageTarget target) const {
   return LayOut(curves_.Count(), LogoBox(), TextBox(), target);
 }
 
-const PageCurves& PageComposer::Curves(PageTarget target, double dotsPerInch) {
+std::shared_ptr<const PageCurves> PageComposer::Curves(PageTarget target, double dotsPerInch) {
   const PageLayout layout = Layout(target);
   const Key key{target, dotsPerInch, times_.start, times_.step, layout.plotTop};
-  if (drawn_ && drawnFor_ == key) return *drawn_;
-  drawn_.reset();
-  PageCurves curves(curves_, layout, times_, dotsPerInch);
+  for (const auto& [drawnFor, curves] : drawn_)
+    if (drawnFor == key) return curves;
+  const auto curves = std::make_shared<PageCurves>(curves_, layout, times_, dotsPerInch);
   LongTask task(platform_.dialogs, platform_.clock, text::PageTitle);
   task.Doing(text::DrawingPage);
   LogReader log = ShowsFile(session_) ? ReaderOfPlayed(log_, platform_.language) : LogReader(log_);
-  DrawCurves(curves, log, session_, curves_, times_, task);
-  drawnFor_ = key;
-  return drawn_.emplace(std::move(curves));
+  DrawCurves(*curves, log, session_, curves_, times_, task);
+  if (drawn_.size() >= kDrawnKept) drawn_.erase(drawn_.begin());
+  drawn_.emplace_back(key, curves);
+  return curves;
 }
 
 std::vector<ReportComment> PageComposer::Comments() const {
   const auto connection = Connection::Open(log_, OpenMode::ReadOnly);
   if (!Catalog(*connection).Find("SummaryReport")) throw RuntimeError(ErrorNumber::NoSuchTable, text::NoReportForPage);
-  return ReadComments(*connection, {times_.start, times_.End(), RowFilter::Compare::Sum});
+  return ReadComments(*connection, times_.Around());
 }
 
 void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, const PageFont& font, Parts parts) {
   textSize_ = SizeOf(page, Lines(), font);
   const PageLayout layout = Layout(target);
-  const PageCurves* curves = nullptr;
+  std::shared_ptr<const PageCurves> curves;
   std::vector<ReportComment> comments;
-  if (parts.curves) RunStep("DrawCurves", [&] { curves = &Curves(target, dotsPerInch); });
+  if (parts.curves) RunStep("DrawCurves", [&] { curves = Curves(target, dotsPerInch); });
   if (parts.comments) RunStep("InsertReportComments", [&] { comments = Comments(); });
   RunStep(target == PageTarget::Paper ? "PrintHeader" : "DrawHeader",
           [&] { DrawHeader(page, curves_, layout, times_, font, platform_.language); });

@@ -2,8 +2,9 @@
 
 #include <QImage>
 #include <functional>
-#include <optional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "graphs/parameter_curves.h"
@@ -26,13 +27,14 @@ class PageComposer {
 
   const std::string& Log() const { return log_; }
   const PageTimes& Times() const { return times_; }
-  /// Time of the last record.
-  double Last() const { return last_; }
 
   /// Finds the times of the page in the log: by round intervals, or, where `autoScale` is off, in four equal parts.
-  /// False, and the times are not sound, where the log has no records over a length of time. Raises what reading it
-  /// raises.
+  /// False, and the times are not sound, where the log has no records over a length of time: WhyNoPage tells the
+  /// cause. Raises what reading it raises.
   bool FilesAndTime(bool autoScale);
+  const OperatorText& WhyNoPage() const { return whyNoPage_; }
+  /// What of the log is not on the page, though nobody has entered its times; empty where all of it is.
+  OperatorText Missing() const;
   /// A page from `start` to `end`, which the operator has entered.
   void SetTimes(double start, double end);
 
@@ -48,11 +50,16 @@ class PageComposer {
   PageBox TextBox() const;
   /// The company's picture; null where there is none.
   const QImage& Logo() const { return logo_; }
-  /// Moves one so that its corner is there, within the sheet, and remembers it.
+  /// Moves one so that its corner is there, within the sheet and above the plot, and remembers it.
   void MoveLogo(double left, double top);
-  /// Gives the picture another size, of at least 1 mm, and remembers it.
+  /// Gives the picture another size, of at least 1 mm and no higher than kEndOfHead, and remembers it.
   void SizeLogo(double width, double height);
   void MoveText(double left, double top);
+
+  // --- What a change that is given up puts back ---
+  struct State;
+  State Present() const;
+  void PutBack(const State& state);
 
   /// Where the frame lies.
   PageLayout Layout(PageTarget target) const;
@@ -72,7 +79,7 @@ class PageComposer {
  private:
   TextBlock Lines() const;
   void RunStep(const char* procedure, const std::function<void()>& step) const;
-  const PageCurves& Curves(PageTarget target, double dotsPerInch);
+  std::shared_ptr<const PageCurves> Curves(PageTarget target, double dotsPerInch);
   std::vector<ReportComment> Comments() const;
 
   /// What curves were read for: as long as it is the same, they are not read again.
@@ -82,17 +89,34 @@ class PageComposer {
     bool operator==(const Key&) const = default;
   };
 
+  /// How the times came about.
+  enum class Scaling { Round, Whole, Entered };
+
   Session& session_;
   Platform platform_;
   ParameterCurves curves_;
   std::string log_;
   PageTimes times_;
-  double last_ = 0;
+  Scaling scaling_ = Scaling::Round;
+  double last_ = 0;    ///< time of the last record
+  double latest_ = 0;  ///< a record has; later than that of the last one where the clock was set back
+  OperatorText whyNoPage_;
   QImage logo_;
   PageLines lines_;  ///< without their prefixes
   PageBox textSize_;
-  std::optional<Key> drawnFor_;
-  std::optional<PageCurves> drawn_;
+  std::vector<std::pair<Key, std::shared_ptr<const PageCurves>>> drawn_;  ///< the last ones
+};
+
+struct PageComposer::State {
+  PageTimes times;
+  Scaling scaling;
+  double last, latest;
+  QImage logo;
+  PageLines lines;
+  PageBox textSize;
+  bool logoInserted, textInserted;
+  float imageX, imageY, imageH, imageW, textX, textY;
+  std::string font;
 };
 
 }  // namespace velk

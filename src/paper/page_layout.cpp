@@ -11,8 +11,7 @@ namespace {
 constexpr double kAboveFrame = 10;
 constexpr double kAbovePlot = 2;
 constexpr double kLowestPlotTop = 180;
-/// What stands above the frame may lie anywhere on the sheet; the frame doesn't follow it beyond this.
-constexpr double kLowestTop = 100;
+constexpr double kLowestTop = kEndOfHead + kAboveFrame;
 constexpr double kPreviewBottom = 277;
 constexpr double kPaperBottom = 257;
 constexpr double kReadable = 3;  ///< contrast

@@ -11,6 +11,7 @@ inline constexpr double kFrameLeft = 20, kFrameRight = 190;
 inline constexpr double kCurveLeft = 40;  ///< the band left of it holds the times
 inline constexpr double kTopOfPage = 20;  ///< of the frame where nothing lies above it
 inline constexpr double kRowHeight = 6;   ///< of a curve's row in the header
+inline constexpr double kEndOfHead = 90;  ///< what stands above the frame ends there at the lowest
 
 /// What stands above the frame: the company's picture, the lines of client and well.
 struct PageBox {

@@ -17,6 +17,13 @@ inline constexpr MessageText JobLine{2654, " Job    : "};
 // The window
 inline constexpr MessageText PageTitle{2655, "Graph Print Preview"};
 inline constexpr MessageText NoSpan{2656, "The log has no records over a length of time: there is no page to show."};
+inline constexpr MessageText NoTimeAtAnEnd{
+    3203, "The first or the last record of the log has no date and time: there is no page to show."};
+inline constexpr MessageText EndsBeforeItBegins{3204,
+                                                "The last record of the log is earlier than the first one, since the "
+                                                "clock was set back: there is no page to show."};
+inline constexpr MessageText LaterRecordsMissing{
+    3205, "Some records are later than the last one, since the clock was set back, and not on the page."};
 inline constexpr MessageText DrawingPage{2657, "Drawing the page"};
 inline constexpr MessageText NoReportForPage{2658, "Summary Report does not exist"};
 inline constexpr MessageText EnterStart{2659, "Enter start date and time"};
@@ -31,7 +38,7 @@ inline constexpr MessageText InsertHeader{2666, "Insert Header Information"};
 inline constexpr MessageText AutoScaling{2667, "Auto Scaling"};
 inline constexpr MessageText ManualScaling{2668, "Manual Scaling"};
 inline constexpr MessageText SavePictureTitle{2669, "Save Picture"};
-inline constexpr MessageText PictureFilter{2670, "JPEG Files (*.jpg) |*.jpg|Bitmaps (*.bmp)|*.bmp"};
+inline constexpr MessageText PictureFilter{2670, "JPEG Files (*.jpg) |*.jpg;*.jpeg|Bitmaps (*.bmp)|*.bmp"};
 inline constexpr MessageText LogoUnreadable{2673, "The company logo can't be read: "};
 inline constexpr MessageText MarginsHide{
     2676, "The printer leaves a margin in which something of the page lies: it will be cut off there."};

@@ -12,31 +12,9 @@
 namespace velk {
 namespace {
 
-constexpr double kDay = 86400;
+using test::PrintGraphWindow;
 
-class PrintGraphWindow : public test::PageFixture {
- protected:
-  PrintGraphWindow() { job.session.CurrentParameters[1].color = 0x0000FF; }
-  /// A green logo of 60 by 40 pixels, on the page.
-  void WithLogo() {
-    QImage logo(60, 40, QImage::Format_RGB32);
-    logo.fill(Qt::green);
-    ASSERT_TRUE(logo.save(QString::fromStdString(File("logo.png"))));
-    job.session.CompanyLogoFile = File("logo.png");
-    job.session.LogoInserted = true;
-  }
-  std::string File(const char* name) { return job.folder.File(name); }
-  bool Drawn(const std::string& call) const {
-    const auto& calls = printers.documents.back()->page.calls;
-    return std::find(calls.begin(), calls.end(), call) != calls.end();
-  }
-  int LinesOf(const std::string& colour) const {
-    int count = 0;
-    for (const std::string& call : printers.documents.back()->page.calls)
-      count += call.starts_with("line") && call.find(colour) != std::string::npos;
-    return count;
-  }
-};
+constexpr double kDay = 86400;
 
 TEST_F(PrintGraphWindow, ShowsTheSheetAtHalfItsSizeWithoutCurvesAtFirst) {
   job.Record(0, 240);
@@ -149,7 +127,10 @@ TEST_F(PrintGraphWindow, TellsOfMarginsInWhichSomethingLies) {
     ThenChoosePrinter(0);
     job.dialogs.Expect("leaves a margin", Answer::Ok);
     Press("Print");
+    ThenChoosePrinter(0);
+    Press("Print");
   });
+  ASSERT_EQ(printers.documents.size(), 2u) << "told once";
   EXPECT_TRUE(printers.documents[0]->ended);
 }
 
@@ -198,8 +179,10 @@ TEST_F(PrintGraphWindow, RefusesAnEndThatIsNotBehindTheStart) {
     job.dialogs.ExpectInput("Enter start date and time", "14-Mar-2030 00:00:00");
     job.dialogs.ExpectInput("Enter end date and time", "14-Mar-2029 00:00:00");
     job.dialogs.Expect("The end has to be later", Answer::Ok);
+    const QImage before = Sheet();
     Press("AutoScale");
-    EXPECT_FALSE(Sheet().isNull());
+    EXPECT_EQ(Sheet(), before);
+    EXPECT_TRUE(IsPressed("AutoScale")) << "nothing has changed";
   });
 }
 
@@ -390,6 +373,95 @@ TEST_F(PrintGraphWindow, SaysWhereTheLogHasNoReport) {
     job.dialogs.Expect("Summary Report does not exist", Answer::Cancel);
     Press("Comments");
     EXPECT_FALSE(IsPressed("Comments"));
+  });
+}
+
+// --- Logo, printer and files ---
+
+TEST_F(PrintGraphWindow, TellsOnceOfALogoThatIsDamagedAndTakesItWhenItIsWhole) {
+  job.Record(0, 240);
+  WithLogo();
+  const std::string logo = File("logo.png");
+  const auto whole = std::filesystem::file_size(logo);
+  std::filesystem::copy_file(logo, File("whole.png"));
+  std::filesystem::resize_file(logo, whole / 2);
+  job.dialogs.Expect("The company logo can't be read: " + logo, Answer::Ok);
+  OpenPage([&](QDialog&) {
+    EXPECT_FALSE(IsPressed("Logo"));
+    EXPECT_EQ(Find<QAbstractButton>("Logo").toolTip(), "Insert Company Logo");
+    std::filesystem::copy_file(File("whole.png"), logo, std::filesystem::copy_options::overwrite_existing);
+    Press("Logo");
+    EXPECT_TRUE(IsPressed("Logo"));
+    EXPECT_TRUE(job.session.LogoInserted);
+  });
+}
+
+TEST_F(PrintGraphWindow, KeepsTheLogoAboveThePlotWhereItIsDroppedLower) {
+  job.Record(0, 240);
+  WithLogo();
+  OpenPage([&](QDialog&) {
+    QWidget& sheet = Find<QWidget>("Picture1");
+    const auto at = [&](double x, double y) {
+      return QPoint(static_cast<int>(x * sheet.width() / 210), static_cast<int>(y * sheet.height() / 297));
+    };
+    QTest::mousePress(&sheet, Qt::LeftButton, {}, at(30, 20));
+    QTest::mouseMove(&sheet, at(30, 200));
+    QTest::mouseRelease(&sheet, Qt::LeftButton, {}, at(30, 200));
+    EXPECT_NEAR(job.session.PrintGraphImageY, 70, 0.01) << "20 high, it ends at 90, and the frame begins at 100";
+    ThenChoosePrinter(0);
+    Press("Print");
+  });
+  EXPECT_TRUE(Drawn("line 20 100 190 100 000000 w0.944882"));
+}
+
+TEST_F(PrintGraphWindow, PrintsTheEndOfAScaleAtTheRightEdgeOfTheFrame) {
+  job.session.CurrentParameters[1].min = 0;
+  job.session.CurrentParameters[1].max = 50;
+  job.Append(0, {0});
+  job.Append(60, {50});
+  OpenPage([&](QDialog&) {
+    ThenChoosePrinter(0);
+    Press("Print");
+  });
+  // 600 dots an inch are 620.08 for each of 8 inches of 210 mm: 26.25 of them make 23.622 a millimetre, and 190 mm fall
+  // on dot 4488, which is at 189.992; 40 mm on 945, 28 on 661 and 257 on 6071.
+  EXPECT_TRUE(Drawn("line 40.005 27.9823 189.992 257.006 0000FF w2.48031"));
+}
+
+TEST_F(PrintGraphWindow, GivesFilesTheirEndings) {
+  job.Record(0, 240);
+  const auto begins = [&](const char* name) {
+    std::ifstream file(File(name), std::ios::binary);
+    std::string bytes(2, ' ');
+    file.read(bytes.data(), 2);
+    return bytes;
+  };
+  OpenPage([&](QDialog&) {
+    for (const char* name : {"Well 7.5", "page.jpeg", "page.BMP"}) {
+      job.dialogs.ExpectSaveFile(File(name));
+      Press("SaveToFile");
+    }
+    ThenChoosePrinter(2);
+    job.dialogs.ExpectSaveFile(File("Well 7.5"));
+    Press("Print");
+  });
+  EXPECT_EQ(begins("Well 7.5.jpg"), "\xFF\xD8");
+  EXPECT_EQ(begins("page.jpeg"), "\xFF\xD8");
+  EXPECT_EQ(begins("page.BMP"), "BM");
+  EXPECT_EQ(begins("Well 7.5.pdf"), "%P");
+}
+
+TEST_F(PrintGraphWindow, TellsOfADiskThatIsFullForItsPictures) {
+  job.Record(0, 240);
+  OpenPage([&](QDialog& window) {
+    for (const char* name : {"page.jpg", "page.bmp"}) {
+      job.dialogs.ExpectSaveFile(File(name));
+      job.dialogs.Expect(" - Toolbar1_ButtonClick", Answer::Cancel);
+      const test::FileSizeLimit full(1000);
+      Press("SaveToFile");
+      EXPECT_TRUE(window.isVisible());
+      EXPECT_FALSE(std::filesystem::exists(File(name)));
+    }
   });
 }
 

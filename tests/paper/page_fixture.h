@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QWidget>
+#include <algorithm>
 
 #include "graphs/history_fixture.h"
 #include "paper/windows/print_graph_command.h"
@@ -17,6 +18,16 @@
 namespace velk::test {
 
 inline constexpr int kGraphOfJob = 3;
+
+/// A clock that moves each time it is asked, so that a long task can be cancelled at its first step.
+class SteppingClock : public FakeClock {
+ public:
+  using FakeClock::FakeClock;
+  std::int64_t Ticks() const override { return passed_ += 10; }
+
+ private:
+  mutable std::int64_t passed_ = 0;
+};
 
 /// The window of the page of a recorded job, with printers that can be looked at.
 class PageFixture : public testing::Test {
@@ -64,10 +75,36 @@ class PageFixture : public testing::Test {
   FakePrinters printers;
   int kept = 0;
   PrinterChoice choice{printers};
-  PrintGraph print{host, job.session, job.platform, choice, [this] { ++kept; }};
+  SteppingClock stepping{job.gate};
+  const Platform platform{stepping, job.gate, job.dialogs, job.settings, English()};
+  PrintGraph print{host, job.session, platform, choice, [this] { ++kept; }};
 
  private:
   QDialog* window_ = nullptr;
+};
+
+class PrintGraphWindow : public PageFixture {
+ protected:
+  PrintGraphWindow() { job.session.CurrentParameters[1].color = 0x0000FF; }
+  /// A green logo of 60 by 40 pixels, on the page.
+  void WithLogo() {
+    QImage logo(60, 40, QImage::Format_RGB32);
+    logo.fill(Qt::green);
+    ASSERT_TRUE(logo.save(QString::fromStdString(File("logo.png"))));
+    job.session.CompanyLogoFile = File("logo.png");
+    job.session.LogoInserted = true;
+  }
+  std::string File(const char* name) { return job.folder.File(name); }
+  bool Drawn(const std::string& call) const {
+    const auto& calls = printers.documents.back()->page.calls;
+    return std::find(calls.begin(), calls.end(), call) != calls.end();
+  }
+  int LinesOf(const std::string& colour) const {
+    int count = 0;
+    for (const std::string& call : printers.documents.back()->page.calls)
+      count += call.starts_with("line") && call.find(colour) != std::string::npos;
+    return count;
+  }
 };
 
 }  // namespace velk::test

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "base/dates.h"
+#include "base/scope.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "imaging/picture_file.h"
@@ -27,14 +28,19 @@ namespace {
 
 constexpr double kOfParent = 0.85;  ///< height of the sheet at 50 %, of the main window's
 constexpr double kLeastHeight = 300;
-constexpr int kPictureDots = 150;  ///< an inch: of the preview's curves and of a saved picture
+constexpr int kPictureDots = 150;  ///< an inch of a saved picture
 constexpr int kPdfDots = 300;
 constexpr int kJpegQuality = 90;
 constexpr double kPaperPoints = 10;
 constexpr double kLeastLogoPixels = 200;  ///< wide, in its own window
 constexpr const char* kMoment = "dd-mmm-yyyy hh:mm:ss";
+constexpr int kWholePage = 2;  ///< the entry of the zoom at which the page fits
 
 }  // namespace
+
+MessageBox LogoUnreadableBox(const std::string& file) {
+  return {text::LogoUnreadable + file, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation};
+}
 
 frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageComposer& composer)
     : QDialog(host.Parent()),
@@ -42,20 +48,18 @@ frmPrintGraph::frmPrintGraph(WindowHost& host, const PageAccess& access, PageCom
       host_(host),
       access_(access),
       composer_(composer),
-      view_(new PageView(this)) {
+      view_(new PageView(this)),
+      zoom_(kWholePage) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Printing);
   ui_->Scroll->setWidget(view_);
   for (const char* percent : {"100 %", "75 %", "50 %"}) ui_->Zoom->addItem(QString::fromLatin1(percent));
-  ui_->Zoom->setCurrentIndex(2);
+  ui_->Zoom->setCurrentIndex(zoom_);
   view_->logo = [this] { return composer_.LogoBox(); };
   view_->words = [this] { return composer_.TextBox(); };
   composer_.runStep = [this](const char* procedure, const auto& step) { RunStep(procedure, step); };
   const auto dropped = [this](void (PageComposer::*place)(double, double)) {
-    return [this, place](double left, double top) {
-      (composer_.*place)(left, top);
-      Placed();
-    };
+    return [this, place](double left, double top) { Place([=, this] { (composer_.*place)(left, top); }); };
   };
   view_->onLogoDropped = dropped(&PageComposer::MoveLogo);
   view_->onWordsDropped = dropped(&PageComposer::MoveText);
@@ -119,30 +123,41 @@ QImage frmPrintGraph::DrawSheet(double height, double ratio, double points) {
   PaintedSurface sheet(painter, Unit::Millimetre, kSheetWidth, kSheetHeight, dotsPerInch);
   // A small sheet gets no larger letters than paper has.
   const double pagePoints = std::min(kPaperPoints, points * PerInch(Unit::Pixel) * ratio / dotsPerInch);
-  composer_.Paint(sheet, PageTarget::Preview, kPictureDots, {Family(), pagePoints}, {curvesDrawn_, commentsDrawn_});
+  composer_.Paint(sheet, PageTarget::Preview, dotsPerInch, {Family(), pagePoints}, {curvesDrawn_, commentsDrawn_});
   painter.end();
   image.setDevicePixelRatio(ratio);
   return image;
 }
 
-void frmPrintGraph::RefreshPicture1() {
-  RunProcedure({access_.platform.dialogs, "RefreshPicture1", text::PageTitle}, [&](Run run) { RedrawOrLeave(run); });
+void frmPrintGraph::RefreshPicture1(const std::function<void()>& change) {
+  RunProcedure({access_.platform.dialogs, "RefreshPicture1", text::PageTitle}, [&](Run run) { Change(run, change); });
   UpdateKeys();
 }
 
-/// What can't be drawn is left out, and its key released, so that the page stands as it was.
-void frmPrintGraph::RedrawOrLeave(Run run) {
+/// A change of the page, and what it takes to show it. Where that is left, or fails, all is as it was.
+void frmPrintGraph::Change(Run run, const std::function<void()>& change) {
+  const PageComposer::State page = composer_.Present();
+  const bool curves = curvesDrawn_, comments = commentsDrawn_, autoScale = access_.autoScaleTime;
+  try {
+    change();
+    Redraw(run);
+  } catch (...) {
+    composer_.PutBack(page);
+    curvesDrawn_ = curves;
+    commentsDrawn_ = comments;
+    access_.autoScaleTime = autoScale;
+    const QSignalBlocker quiet(ui_->Zoom);
+    ui_->Zoom->setCurrentIndex(zoom_);
+    throw;
+  }
+  zoom_ = ui_->Zoom->currentIndex();
+}
+
+void frmPrintGraph::Redraw(Run run) {
   const QWidget* parent = parentWidget();
   const double fit = std::max(kLeastHeight, kOfParent * (parent ? parent->height() : kLeastHeight));
   const double points = std::max(1.0, std::floor(5 * ZoomPercent() / 50));
-  const auto draw = [&] { view_->Show(DrawSheet(fit * ZoomPercent() / 50, devicePixelRatioF(), points)); };
-  try {
-    run(draw);
-  } catch (const LeaveProcedure&) {
-    curvesDrawn_ = commentsDrawn_ = false;
-    draw();
-    throw;
-  }
+  run([&] { view_->Show(DrawSheet(fit * ZoomPercent() / 50, devicePixelRatioF(), points)); });
 }
 
 void frmPrintGraph::UpdateKeys() {
@@ -153,13 +168,12 @@ void frmPrintGraph::UpdateKeys() {
   };
   ui_->DrawCurves->setChecked(curvesDrawn_);
   ui_->Comments->setChecked(commentsDrawn_);
-  show(ui_->Logo, access_.session.LogoInserted, text::RemoveLogo, text::InsertLogo);
+  show(ui_->Logo, composer_.LogoBox().isThere, text::RemoveLogo, text::InsertLogo);
   show(ui_->InsertText, access_.session.TextInserted, text::RemoveHeader, text::InsertHeader);
   show(ui_->AutoScale, access_.autoScaleTime, text::AutoScaling, text::ManualScaling);
   ui_->Logo->setEnabled(composer_.HasLogoFile());
   ShowPlaces();
-  const bool endsEarly = access_.autoScaleTime && EndsBefore(composer_.Times(), composer_.Last());
-  ui_->lblNote->setText(endsEarly ? ToQt(language.In(text::PageEndsEarlier)) : QString());
+  ui_->lblNote->setText(ToQt(language.In(composer_.Missing())));
   const PrinterChoice& printer = access_.printer;
   ui_->lblPrinter->setText(ToQt(language.In(text::PrintingTo) +
                                 (printer.PrintsToFile() ? language.In(text::PrintToFile) : printer.PrinterName())));
@@ -180,47 +194,50 @@ void frmPrintGraph::RunStep(const char* procedure, const std::function<void()>& 
 }
 
 void frmPrintGraph::DrawCurves_Click(Run run) {
-  curvesDrawn_ = !curvesDrawn_;
-  RedrawOrLeave(run);
+  Change(run, [&] { curvesDrawn_ = !curvesDrawn_; });
 }
 
 void frmPrintGraph::Comments_Click(Run run) {
-  commentsDrawn_ = !commentsDrawn_;
-  RedrawOrLeave(run);
+  Change(run, [&] { commentsDrawn_ = !commentsDrawn_; });
 }
 
 void frmPrintGraph::Logo_Click(Run run) {
-  bool& inserted = access_.session.LogoInserted;
-  if (!inserted && !composer_.LoadLogo()) {
-    access_.platform.dialogs.Message(
-        {text::LogoUnreadable + access_.session.CompanyLogoFile, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
-    return;
-  }
-  inserted = !inserted;
+  Change(run, [&] {
+    const bool insert = !composer_.LogoBox().isThere;
+    if (insert && !composer_.LoadLogo()) {
+      access_.platform.dialogs.Message(LogoUnreadableBox(access_.session.CompanyLogoFile));
+      throw LeaveProcedure{};
+    }
+    access_.session.LogoInserted = insert;
+  });
   access_.keepSettings();
-  RedrawOrLeave(run);
 }
 
 void frmPrintGraph::InsertText_Click(Run run) {
-  bool& inserted = access_.session.TextInserted;
-  if (!inserted) {
-    PageLines lines = composer_.StoredLines();
-    constexpr MessageText kPrompts[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-      const auto entered = access_.platform.dialogs.Input(kPrompts[i], text::PageTitle, lines[i]);
-      if (!entered) return;
-      lines[i] = *entered;
-    }
-    RunStep("FillPicture3Info", [&] { composer_.StoreLines(lines); });
-  }
-  inserted = !inserted;
+  Change(run, [&] {
+    bool& inserted = access_.session.TextInserted;
+    if (!inserted) RunStep("FillPicture3Info", [&] { FillPicture3Info(); });
+    inserted = !inserted;
+  });
   access_.keepSettings();
-  RedrawOrLeave(run);
+}
+
+void frmPrintGraph::FillPicture3Info() {
+  PageLines lines = composer_.StoredLines();
+  constexpr MessageText kPrompts[] = {text::ClientLine, text::FieldLine, text::WellLine, text::JobLine};
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const auto entered = access_.platform.dialogs.Input(kPrompts[i], text::PageTitle, lines[i]);
+    if (!entered) throw LeaveProcedure{};
+    lines[i] = *entered;
+  }
+  composer_.StoreLines(lines);
 }
 
 std::optional<double> frmPrintGraph::AskForTime(const MessageText& prompt, double present) {
-  const auto entered = access_.platform.dialogs.Input(prompt, text::StartTitle, FormatDate(present, kMoment));
-  if (!entered) return std::nullopt;
+  const std::string shown = FormatDate(present, kMoment);
+  const auto entered = access_.platform.dialogs.Input(prompt, text::StartTitle, shown);
+  // What was offered is the present time, with its fraction of a second.
+  if (!entered || *entered == shown) return std::nullopt;
   try {
     return CDate(*entered);
   } catch (const RuntimeError&) {
@@ -240,22 +257,34 @@ bool frmPrintGraph::AskForTimes() {
   return false;
 }
 
-void frmPrintGraph::AutoScale_Click(Run run) {
-  if (access_.autoScaleTime)
-    AskForTimes();
-  else
-    RunStep("FilesAndTime", [&] { composer_.FilesAndTime(true); });
-  access_.autoScaleTime = !access_.autoScaleTime;
-  RedrawOrLeave(run);
+void frmPrintGraph::FilesAndTime(bool autoScale) {
+  RunStep("FilesAndTime", [&] {
+    if (composer_.FilesAndTime(autoScale)) return;
+    access_.platform.dialogs.Message({composer_.WhyNoPage(), text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
+    throw LeaveProcedure{};
+  });
+  access_.autoScaleTime = autoScale;
 }
 
+void frmPrintGraph::AutoScale_Click(Run run) {
+  Change(run, [&] {
+    if (!access_.autoScaleTime) return FilesAndTime(true);
+    if (!AskForTimes()) throw LeaveProcedure{};
+    access_.autoScaleTime = false;
+  });
+}
+
+/// All times of the log on a page that is seen as a whole.
 void frmPrintGraph::FullView_Click(Run run) {
-  RunStep("FilesAndTime", [&] { composer_.FilesAndTime(false); });
-  access_.autoScaleTime = false;
-  RedrawOrLeave(run);
+  Change(run, [&] {
+    FilesAndTime(false);
+    const QSignalBlocker quiet(ui_->Zoom);
+    ui_->Zoom->setCurrentIndex(kWholePage);
+  });
 }
 
 Bitmap frmPrintGraph::SheetAsPicture() {
+  const OnLeaving previewAgain([&, page = composer_.Present()] { composer_.PutBack(page); });
   const double height = kSheetHeight / PerInch(Unit::Millimetre) * kPictureDots;
   const QImage sheet = DrawSheet(height, 1, kPaperPoints * kPictureDots / PerInch(Unit::Pixel));
   Bitmap image;
@@ -266,7 +295,7 @@ Bitmap frmPrintGraph::SheetAsPicture() {
 
 void frmPrintGraph::SaveToFile_Click(Run run) {
   const auto path = AskForFile(access_.platform.dialogs, access_.session.DefaultDirectory, text::SavePictureTitle,
-                               text::PictureFilter, ".jpg");
+                               text::PictureFilter, {".jpg", ".bmp", ".jpeg"});
   if (!path) return;
   run([&] {
     const Bitmap image = SheetAsPicture();
@@ -292,9 +321,13 @@ void frmPrintGraph::Print_Click(Run run) {
 }
 
 void frmPrintGraph::PrintOn(Printer& printer) {
-  if (composer_.LiesInMargins(printer.Sheet()))
+  const OnLeaving previewAgain([&, page = composer_.Present()] { composer_.PutBack(page); });
+  if (!marginsTold_ && composer_.LiesInMargins(printer.Sheet())) {
     access_.platform.dialogs.Message({text::MarginsHide, text::PageTitle, Buttons::Ok, BoxIcon::Information});
-  const double dots = access_.printer.PrintsToFile() ? kPdfDots : printer.DotsPerInch();
+    marginsTold_ = true;
+  }
+  const double dots =
+      access_.printer.PrintsToFile() ? kPdfDots : PaperDots(static_cast<double>(PrinterScaleFactor(printer)));
   Surface& page = printer.Begin(composer_.Log().substr(composer_.Log().rfind('/') + 1), Unit::Millimetre);
   composer_.Paint(page, PageTarget::Paper, dots, {Family(), kPaperPoints}, {true, commentsDrawn_});
   printer.End();
@@ -306,10 +339,7 @@ void frmPrintGraph::ConnectPlaces() {
   const QString millimetres = ToQt(access_.platform.language.In(text::Millimetres));
   const auto follow = [&](QDoubleSpinBox* entry, const std::function<void(double)>& place) {
     entry->setSuffix(millimetres);
-    connect(entry, &QDoubleSpinBox::valueChanged, this, [this, place](double value) {
-      place(value);
-      Placed();
-    });
+    connect(entry, &QDoubleSpinBox::valueChanged, this, [this, place](double value) { Place([&] { place(value); }); });
   };
   follow(ui_->LogoLeft, [this](double left) { composer_.MoveLogo(left, composer_.LogoBox().top); });
   follow(ui_->LogoTop, [this](double top) { composer_.MoveLogo(composer_.LogoBox().left, top); });
@@ -319,9 +349,9 @@ void frmPrintGraph::ConnectPlaces() {
   follow(ui_->HeaderTop, [this](double top) { composer_.MoveText(composer_.TextBox().left, top); });
 }
 
-void frmPrintGraph::Placed() {
+void frmPrintGraph::Place(const std::function<void()>& place) {
+  RefreshPicture1(place);
   access_.keepSettings();
-  RefreshPicture1();
 }
 
 void frmPrintGraph::ShowPlaces() {
@@ -333,11 +363,11 @@ void frmPrintGraph::ShowPlaces() {
   };
   const PageBox logo = composer_.LogoBox(), words = composer_.TextBox();
   show(ui_->LogoLeft, logo.left, kSheetWidth, logo.isThere);
-  show(ui_->LogoTop, logo.top, kSheetHeight, logo.isThere);
+  show(ui_->LogoTop, logo.top, kEndOfHead, logo.isThere);
   show(ui_->LogoWidth, logo.width, kSheetWidth, logo.isThere);
-  show(ui_->LogoHeight, logo.height, kSheetHeight, logo.isThere);
+  show(ui_->LogoHeight, logo.height, kEndOfHead, logo.isThere);
   show(ui_->HeaderLeft, words.left, kSheetWidth, words.isThere);
-  show(ui_->HeaderTop, words.top, kSheetHeight, words.isThere);
+  show(ui_->HeaderTop, words.top, kEndOfHead, words.isThere);
   ui_->Resize->setEnabled(logo.isThere);
 }
 
@@ -346,19 +376,16 @@ void frmPrintGraph::Resize_Click(Run) {
   const PageBox box = composer_.LogoBox();
   const double pixels = std::max(100 / (ZoomPercent() * view_->MillimetresPerPixel()),  // a millimetre
                                  kLeastLogoPixels / box.width);
-  host_.Show<frmImage>(composer_.Logo(), QSizeF(box.width * pixels, box.height * pixels).toSize(),
-                       [&](double wide, double high) {
-                         composer_.SizeLogo(box.width * wide, box.height * high);
-                         Placed();
-                       });
+  host_.Show<frmImage>(
+      composer_.Logo(), QSizeF(box.width * pixels, box.height * pixels).toSize(),
+      [&](double wide, double high) { Place([&] { composer_.SizeLogo(box.width * wide, box.height * high); }); });
 }
 
 void frmPrintGraph::ChangeFont_Click(Run run) {
   const auto chosen = access_.platform.dialogs.Font({.family = Family()});
   if (!chosen) return;
-  access_.session.CurrentFont = chosen->family;
+  Change(run, [&] { access_.session.CurrentFont = chosen->family; });
   access_.keepSettings();
-  RedrawOrLeave(run);
 }
 
 }  // namespace velk

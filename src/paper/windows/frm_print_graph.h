@@ -32,6 +32,9 @@ struct PageAccess {
   std::function<void()> keepSettings;  ///< what was placed or entered goes to the disk
 };
 
+/// The company's picture can't be read.
+MessageBox LogoUnreadableBox(const std::string& file);
+
 /// The page of one graph: previewed, printed, saved as a picture.
 class frmPrintGraph : public QDialog {
   Q_OBJECT
@@ -44,9 +47,10 @@ class frmPrintGraph : public QDialog {
  private:
   using Run = const Statements&;
   void Bind(QAbstractButton* key, void (frmPrintGraph::*work)(Run));
-  void RefreshPicture1();
+  void RefreshPicture1(const std::function<void()>& change = [] {});
+  void Change(Run run, const std::function<void()>& change);
+  void Redraw(Run run);
   QImage DrawSheet(double height, double ratio, double points);
-  void RedrawOrLeave(Run run);
   void UpdateKeys();
   void ShowTime(double y);
   double ZoomPercent() const;
@@ -58,8 +62,10 @@ class frmPrintGraph : public QDialog {
   void Comments_Click(Run run);
   void Logo_Click(Run run);
   void InsertText_Click(Run run);
+  void FillPicture3Info();
   void AutoScale_Click(Run run);
   void FullView_Click(Run run);
+  void FilesAndTime(bool autoScale);
   bool AskForTimes();
   std::optional<double> AskForTime(const MessageText& prompt, double present);
   void Resize_Click(Run run);
@@ -70,7 +76,7 @@ class frmPrintGraph : public QDialog {
   Bitmap SheetAsPicture();
   void ConnectPlaces();
   void ShowPlaces();
-  void Placed();
+  void Place(const std::function<void()>& place);
   std::string Family() const;
 
   std::unique_ptr<Ui::frmPrintGraph> ui_;
@@ -81,6 +87,8 @@ class frmPrintGraph : public QDialog {
   bool curvesDrawn_ = false;
   bool commentsDrawn_ = false;
   bool drawing_ = false;
+  bool marginsTold_ = false;
+  int zoom_;  ///< the entry of the list that the page is shown at
 };
 
 }  // namespace velk

@@ -15,9 +15,11 @@ void PrintGraph::Print(int graph) {
   RunProcedure({platform_.dialogs, "FilesAndTime", text::PageTitle}, [&](const Statements& run) {
     PageComposer composer(session_, platform_, graph, session_.LogFileInUse);
     if (!run([&] { return composer.FilesAndTime(autoScaleTime_); })) {
-      platform_.dialogs.Message({text::NoSpan, text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
+      platform_.dialogs.Message({composer.WhyNoPage(), text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
       return;
     }
+    if (session_.LogoInserted && composer.HasLogoFile() && composer.Logo().isNull())
+      platform_.dialogs.Message(LogoUnreadableBox(session_.CompanyLogoFile));
     host_.Show<frmPrintGraph>(PageAccess{session_, platform_, printer_, autoScaleTime_, keepSettings_}, composer);
   });
 }
