@@ -47,6 +47,30 @@ TEST_F(Queues, GetAllPagesAsTexts) {
   EXPECT_NE(about.find("A4"), std::string::npos) << about;
 }
 
+TEST_F(Queues, AreAskedForA4AndNotToScaleThePages) {
+  Print(*printers_.Make("One"));
+  const std::string document = Arrived();
+  ASSERT_NE(document, "");
+  const fs::path job = fs::path(std::getenv("VELK_JOB_OPTIONS")) / fs::path(document).stem();
+  const std::string options = " " + OutputOf("cat '" + job.string() + "'");
+  EXPECT_NE(options.find(" media=A4"), std::string::npos) << options;
+  EXPECT_NE(options.find(" print-scaling=none"), std::string::npos) << options;
+}
+
+TEST_F(Queues, TellWhereThereIsNoRoomForADocument) {
+  const char* const before = std::getenv("TMPDIR");
+  const std::string kept = before ? before : "";
+  ASSERT_EQ(setenv("TMPDIR", "/dev/null", 1), 0);
+  try {
+    Print(*printers_.Make("One"));
+    ADD_FAILURE() << "nothing was raised";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::DeviceIOError) << error.what();
+  }
+  before ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
+  EXPECT_TRUE(fs::is_empty(folder_));
+}
+
 TEST_F(Queues, TellTheirMarginsAndTheWholeSheet) {
   const auto printer = printers_.Make("One");
   const Paper sheet = printer->Sheet();

@@ -35,6 +35,25 @@ Paper SheetOf(const std::string& name) {
   return sheet;
 }
 
+/// What a job asks for, whatever the queue does by itself: sheets of A4, and pages at their own size.
+class PageOptions {
+ public:
+  PageOptions() {
+    count_ = cupsAddOption("media", "A4", count_, &options_);
+    count_ = cupsAddOption("print-scaling", "none", count_, &options_);
+  }
+  ~PageOptions() { cupsFreeOptions(count_, options_); }
+  PageOptions(const PageOptions&) = delete;
+  PageOptions& operator=(const PageOptions&) = delete;
+
+  int Count() const { return count_; }
+  cups_option_t* All() const { return options_; }
+
+ private:
+  int count_ = 0;
+  cups_option_t* options_ = nullptr;
+};
+
 /// A document for a queue of the system: a file until it ends, so that one that is given up never reaches the queue.
 /// The print service is handed it here, since the toolkit tells nobody whether the service took it.
 class QueuePrinter : public Printer {
@@ -47,13 +66,18 @@ class QueuePrinter : public Printer {
 
   Surface& Begin(const std::string& title, Unit unit) override {
     if (InfoOf(name_).isNull()) Refuse({});
+    if (!folder_.isValid())
+      throw RuntimeError(ErrorNumber::DeviceIOError,
+                         SystemText(ErrorNumber::DeviceIOError, FromQt(folder_.errorString())));
     title_ = title;
     return pages_->Begin(title, unit);
   }
   void NewPage() override { pages_->NewPage(); }
   void End() override {
     pages_->End();
-    if (cupsPrintFile(name_.c_str(), Path().c_str(), title_.c_str(), 0, nullptr) == 0) Refuse(cupsLastErrorString());
+    const PageOptions options;
+    if (cupsPrintFile(name_.c_str(), Path().c_str(), title_.c_str(), options.Count(), options.All()) == 0)
+      Refuse(cupsLastErrorString());
   }
 
  private:
