@@ -9,10 +9,10 @@
 namespace velk {
 namespace {
 
+using test::Lines;
 using test::Morning;
 using test::Seconds;
 using Keys = std::vector<std::int64_t>;
-using Lines = std::vector<std::string>;
 
 class LogEditsTest : public test::ViewedLog {
  protected:

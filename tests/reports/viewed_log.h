@@ -10,6 +10,8 @@
 
 namespace velk::test {
 
+using Lines = std::vector<std::string>;
+
 inline double Morning() {
   return JoinDateTime(DateSerial(2026, 3, 14), TimeOfDay(9, 30, 0));
 }
