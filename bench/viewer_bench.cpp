@@ -1,16 +1,19 @@
-// What the viewer of logs costs over VELK_BENCH_ROWS (2.6 million, 1.8 GB) with 64 channels: its opening with the grid,
-// a page of it, the search for an event, ranges, sorts. The folder has to have room for the log: the present one, or
-// VELK_BENCH_FOLDER. A log that VELK_BENCH_LOG names stays for the next run.
+// What the viewer of logs costs over VELK_BENCH_ROWS (2.6 million, 1.8 GB) with 64 channels: its opening, with the grid
+// alone and as a window, a page of it, the search for an event, ranges, sorts. The folder has to have room for the log:
+// the present one, or VELK_BENCH_FOLDER. A log that VELK_BENCH_LOG names stays for the next run.
 
 #include <benchmark/benchmark.h>
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QTableView>
 #include <limits>
 #include <numeric>
 
 #include "bench/long_log.h"
+#include "log/open_log.h"
 #include "reports/log_view.h"
+#include "reports/windows/frm_summary_report.h"
 #include "reports/windows/log_grid_model.h"
 
 namespace velk::bench {
@@ -53,6 +56,34 @@ void OpenWithItsGrid(benchmark::State& state) {
     grid.setModel(&model);
     grid.resize(1000, 600);
     benchmark::DoNotOptimize(grid.grab());
+  }
+}
+
+/// A machine without printers.
+class NoPrinters : public SystemPrinters {
+ public:
+  std::vector<std::string> Names() const override { return {}; }
+  std::string Default() const override { return {}; }
+  std::unique_ptr<Printer> Make(const std::string&) const override { return nullptr; }
+};
+
+/// The window itself, from the file to its first picture.
+void OpenTheViewer(benchmark::State& state) {
+  Job& job = Job::Made();
+  Recording& recording = job.recording;
+  OpenLog open(recording.session, recording.platform, recording.log);
+  open.EnsureReport(job.file);
+  const Translation words;
+  WindowHost host(recording.dialogs, words);
+  const NoPrinters printers;
+  PrinterChoice choice(printers);
+  for (auto _ : state) {
+    LongTask task = job.Task();
+    LogView view(job.file, task);
+    frmSummaryReport window(host, {recording.session, recording.platform, open, choice}, view);
+    window.show();
+    QApplication::processEvents();
+    benchmark::DoNotOptimize(window.grab());
   }
 }
 
@@ -113,6 +144,7 @@ void SortAgain(benchmark::State& state) {
 }
 
 BENCHMARK(OpenWithItsGrid)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(OpenTheViewer)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
 BENCHMARK(ShowAPage)->Unit(benchmark::kMicrosecond);
 BENCHMARK(SearchAllColumns)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
 BENCHMARK(SetARange)->Unit(benchmark::kMicrosecond);
