@@ -11,6 +11,7 @@
 #include "model/texts.h"
 #include "platform/database/jet_copy.h"
 #include "reports/viewer_fixture.h"
+#include "support/file_size_limit.h"
 #include "support/locking_program.h"
 #include "support/recording_view.h"
 
@@ -193,6 +194,22 @@ TEST_F(SummaryReportEditing, TellsOfAPrinterThatFailsAndStaysAsItWas) {
     EXPECT_EQ(Row(kLog), 1);
     EXPECT_TRUE(IsOn("cmdPrintLog"));
   });
+}
+
+TEST_F(SummaryReportEditing, TellsOfADiskThatIsFullForATableAndStaysAsItWas) {
+  Record(std::vector<double>(300, 5));
+  log.Finalise();
+  const std::string pdf = folder.File("log.pdf");
+  View([&](QDialog& window) {
+    dialogs.ExpectInput("Skip every ... lines", "0");
+    ThenChoosePrinter(2);
+    dialogs.ExpectSaveFile(pdf);
+    dialogs.Expect(" - PrintGrid", Answer::Cancel);
+    const test::FileSizeLimit full(1000);
+    Press("cmdPrintLog");
+    EXPECT_TRUE(window.isVisible());
+  });
+  EXPECT_FALSE(std::filesystem::exists(pdf));
 }
 
 TEST_F(SummaryReportEditing, CanOnlyBeReadWhileAnotherProgramRecords) {
