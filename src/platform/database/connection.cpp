@@ -141,6 +141,10 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, OpenMode m
 
 Connection::Connection(std::string path, OpenMode mode) : path_(std::move(path)), file_(path_) {
   try {
+    if (mode == OpenMode::Follow) {
+      OpenHandle(SQLITE_OPEN_READONLY, false);
+      return;
+    }
     if (mode != OpenMode::ReadOnly) {
       OpenHandle(SQLITE_OPEN_READWRITE);
       // The engine falls back to reading where it may not write.
@@ -171,7 +175,7 @@ void Connection::UseCopy(int flags) {
     throw RuntimeError(ErrorNumber::NotADatabase, text::JetNotReadBefore + path_ + text::JetNotReadAfter);
 }
 
-void Connection::OpenHandle(int flags) {
+void Connection::OpenHandle(int flags, bool waits) {
   sqlite3_close_v2(handle_);
   handle_ = nullptr;
   // Without locks of its own: a connection belongs to one thread.
@@ -180,9 +184,9 @@ void Connection::OpenHandle(int flags) {
   if (code != SQLITE_OK) Raise(code);
   if (file_ == path_ && HoldsJetFile(handle_)) {
     UseCopy(flags);
-    return OpenHandle(flags);
+    return OpenHandle(flags, waits);
   }
-  sqlite3_busy_timeout(handle_, kBusyMilliseconds);
+  if (waits) sqlite3_busy_timeout(handle_, kBusyMilliseconds);
   Defend();
   // Who records has the index already: its readers need no room.
   if (AsksForLog(handle_) && !FileLock::HolderOf(path_)) RequireRoomForIndex(path_, LogOf(handle_));

@@ -11,6 +11,7 @@ namespace velk {
 
 enum class OpenMode {
   ReadOnly,   ///< the file is looked at
+  Follow,     ///< the same, of a file that another program writes: no waiting for it, and nothing is mended in it
   ReadWrite,  ///< the file has to be there and to be writable
   CreateNew,  ///< the file must not be there yet
 };
@@ -60,7 +61,7 @@ class Connection {
 
  private:
   Connection(std::string path, OpenMode mode);
-  void OpenHandle(int flags);
+  void OpenHandle(int flags, bool waits = true);
   void UseCopy(int flags);
   void Defend();
   std::string SetJournalMode(const std::string& mode);
