@@ -3,12 +3,14 @@
 //
 //   velk_jet_reader tables CHARSET FILE                            what tables there are, with their columns
 //   velk_jet_reader rows CHARSET FILE TABLE                        all rows of a table
-//   velk_jet_reader rows CHARSET FILE TABLE DATE TIME DAY CLOCK    those with DATE >= DAY and TIME >= CLOCK, in days
+//   velk_jet_reader rows CHARSET FILE TABLE DATE TIME DAY SECOND   those of one day, from a second of it on
 //
 // CHARSET is that of texts in files of version 3, such as CP1251. The answer goes to the standard output, numbers in the
 // machine's order: "VELKJET1"; for each table 'T', its name and count of columns, and for each column its name and
 // type (a byte, as the format numbers them); for each row 'R' and its cells, each a byte (0 nothing, 1 a 64-bit float,
-// 2 a 64-bit whole number, 3 a text) and the value; at the end 'E'. Names and texts are a 32-bit length and UTF-8.
+// 2 a 64-bit whole number, 3 a text) and the value; behind rows of one day 'D' and, as a 64-bit float, the earliest
+// later day that there are rows of; behind all rows of a table of which some could not be read 'L' and how many, as a
+// 64-bit whole number; at the end 'E'. Names and texts are a 32-bit length and UTF-8.
 // Without the 'E' the answer is not whole.
 
 // Ahead of the library, which would take it for C.
@@ -21,6 +23,7 @@
 #include <unistd.h>
 
 #include <strings.h>
+#include <cmath>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -214,18 +217,29 @@ void PutCell(Answer& answer, MdbHandle* file, const MdbColumn* column) {
   }
 }
 
-/// Which rows are wanted: a day and a time of day, each tested for itself.
+/// Which rows are wanted: those of a day, from a second of it on.
 struct Filter {
   const MdbColumn* date = nullptr;
   const MdbColumn* time = nullptr;
   double day = 0;
-  double clock = 0;
+  double second = 0;
+  double laterDay = 0;  ///< the earliest one behind that day; 0 where none was seen
 
-  bool Passes(const MdbHandle* file) const {
-    return date == nullptr || (HasCell(date) && HasCell(time) && Raw<double>(file, date) >= day &&
-                               Raw<double>(file, time) >= clock);
+  bool Passes(const MdbHandle* file) {
+    constexpr double kSecondsOfDay = 86400;
+    // Times of others are computed in other ways.
+    constexpr double kGrain = 5e-4;
+    if (date == nullptr) return true;
+    if (!HasCell(date) || !HasCell(time)) return false;
+    const double rowDay = std::floor(Raw<double>(file, date)), clock = Raw<double>(file, time);
+    if (rowDay > day && (laterDay == 0 || rowDay < laterDay)) laterDay = rowDay;
+    return rowDay == day && std::floor((clock - std::floor(clock)) * kSecondsOfDay + kGrain) >= second;
   }
 };
+
+bool IsMoment(const MdbColumn* column) {
+  return column != nullptr && column->col_type == MDB_DATETIME;
+}
 
 int PutRows(Answer& answer, MdbHandle* file, const char* path, char** arguments, int count) {
   struct stat status {};
@@ -237,15 +251,24 @@ int PutRows(Answer& answer, MdbHandle* file, const char* path, char** arguments,
     Filter filter;
     if (count >= 5) filter = {ColumnOf(table, arguments[1]), ColumnOf(table, arguments[2]), std::atof(arguments[3]),
                               std::atof(arguments[4])};
-    if (count >= 5 && (filter.date == nullptr || filter.time == nullptr)) return 2;
+    if (count >= 5 && (!IsMoment(filter.date) || !IsMoment(filter.time))) return 2;
     const auto columns = ColumnsOf(table);
     PutHead(answer, place.name.c_str(), columns);
+    std::int64_t rows = 0;
     // A row takes two bytes at least: more than that are a circle of pages.
-    for (std::int64_t rows = 0; mdb_fetch_row(table); ++rows) {
+    for (; mdb_fetch_row(table); ++rows) {
       if (rows > most / 2) return 2;
       if (!filter.Passes(file)) continue;
       answer.Byte('R');
       for (const MdbColumn* column : columns) PutCell(answer, file, column);
+    }
+    if (filter.laterDay != 0) {
+      answer.Byte('D');
+      answer.Number(filter.laterDay);
+    }
+    if (filter.date == nullptr && rows < static_cast<std::int64_t>(table->num_rows)) {
+      answer.Byte('L');
+      answer.Number(static_cast<std::int64_t>(table->num_rows) - rows);
     }
     answer.Byte('E');
     return 0;

@@ -64,9 +64,10 @@ double WithOurBits(double value) {
   throw RuntimeError(ErrorNumber::NotADatabase, text::ForeignUnreadable + path);
 }
 
-void CopyTable(Connection& log, JetReader& reader, const char* name) {
+/// Gives how many rows of it could not be read.
+std::int64_t CopyTable(Connection& log, JetReader& reader, const char* name) {
   JetTable foreign;
-  if (!reader.NextTable(foreign)) return;
+  if (!reader.NextTable(foreign)) return 0;
   const Table table = TableOf(foreign, name);
   Catalog(log).Append(table);
   std::string marks;
@@ -81,6 +82,7 @@ void CopyTable(Connection& log, JetReader& reader, const char* name) {
     }
     insert.Execute();
   }
+  return reader.Lost();
 }
 
 bool HasTable(const std::vector<JetTable>& tables, const char* name) {
@@ -95,13 +97,19 @@ void PrepareLog(const std::string& path, const JetTools& tools, const Platform& 
   if (!IsJetFile(path)) return;
   const std::string copy = JetCopyOf(path);
   if (FileExists(copy)) return TouchJetCopy(copy);
-  LongTask task(platform.dialogs, platform.clock, text::ReadingForeignLog);
-  task.Doing(path);
-  CopyJetLog(path, copy, tools, task);
+  std::int64_t lost = 0;
+  {
+    LongTask task(platform.dialogs, platform.clock, text::ReadingForeignLog);
+    task.Doing(path);
+    lost = CopyJetLog(path, copy, tools, task);
+  }
   ClearJetCopies(path);
+  if (lost > 0)
+    platform.dialogs.Message(
+        {text::RowsLostBefore + std::to_string(lost) + "\n\n" + path, {}, Buttons::Ok, BoxIcon::Exclamation});
 }
 
-void CopyJetLog(const std::string& path, const std::string& copy, const JetTools& tools, LongTask& task) {
+std::int64_t CopyJetLog(const std::string& path, const std::string& copy, const JetTools& tools, LongTask& task) {
   // Its values take about as many bytes here as there.
   const double size = FileBytes(path);
   const auto step = [&](double bytes) { task.Step(bytes, size); };
@@ -113,6 +121,7 @@ void CopyJetLog(const std::string& path, const std::string& copy, const JetTools
 
   // Another program may be at the same.
   NewFile file(copy, NewFile::IfThere::Replace);
+  std::int64_t lost = 0;
   {
     const auto log = Connection::Open(file.PartName(), OpenMode::CreateNew);
     log->Execute("PRAGMA page_size=16384; PRAGMA journal_mode=MEMORY; PRAGMA cache_size=-65536");
@@ -121,7 +130,7 @@ void CopyJetLog(const std::string& path, const std::string& copy, const JetTools
       if (!HasTable(tables, name)) continue;
       JetReader rows(tools, "rows", path, {name}, step);
       try {
-        CopyTable(*log, rows, name);
+        lost += CopyTable(*log, rows, name);
       } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::Database) RaiseDamaged(path);
         throw;
@@ -131,6 +140,7 @@ void CopyJetLog(const std::string& path, const std::string& copy, const JetTools
     transaction.Commit();
   }
   file.Complete();
+  return lost;
 }
 
 }  // namespace velk

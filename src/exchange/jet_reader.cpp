@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "base/errors.h"
+#include "base/scope.h"
 #include "exchange/text_encoding.h"
 #include "exchange/texts.h"
 #include "platform/files/file_errors.h"
@@ -32,12 +33,47 @@ std::vector<std::string> Words(const std::string& work, const JetTools& tools, c
 JetReader::JetReader(const JetTools& tools, const std::string& work, const std::string& path,
                      const std::vector<std::string>& arguments, std::function<void(double bytes)> step)
     : path_(path), step_(std::move(step)), program_(tools.program, Words(work, tools, path, arguments)) {
+}
+
+void JetReader::Begin() {
+  if (begun_) return;
   Need(std::strlen(kMark));
-  if (buffer_.compare(0, std::strlen(kMark), kMark) != 0) Fail();
-  begin_ = std::strlen(kMark);
+  if (buffer_.compare(begin_, std::strlen(kMark), kMark) != 0) Fail();
+  begin_ += std::strlen(kMark);
+  begun_ = true;
+}
+
+/// Gives back what has come of an item that is not whole yet.
+template <class Item>
+JetReader::Came JetReader::Take(Item&& item) {
+  // What was taken goes in large pieces.
+  if (begin_ == buffer_.size() || begin_ > kReadAtOnce) {
+    buffer_.erase(0, begin_);
+    begin_ = 0;
+  }
+  const std::size_t start = begin_;
+  const bool begunBefore = begun_;
+  waits_ = false;
+  const OnLeaving done([this] { waits_ = true; });
+  try {
+    return item() ? Came::One : Came::End;
+  } catch (const NotYet&) {
+    begin_ = start;
+    begun_ = begunBefore;
+    return Came::Nothing;
+  }
+}
+
+JetReader::Came JetReader::TakeTable(JetTable& table) {
+  return Take([&] { return NextTable(table); });
+}
+
+JetReader::Came JetReader::TakeRow(std::vector<FieldValue>& cells) {
+  return Take([&] { return NextRow(cells); });
 }
 
 bool JetReader::NextTable(JetTable& table) {
+  Begin();
   const char mark = Mark();
   if (mark == 'E') return End(), false;
   if (mark != 'T') Fail();
@@ -54,7 +90,15 @@ bool JetReader::NextTable(JetTable& table) {
 }
 
 bool JetReader::NextRow(std::vector<FieldValue>& cells) {
-  const char mark = Mark();
+  char mark = Mark();
+  if (mark == 'D') {
+    laterDay_ = Number<double>();
+    mark = Mark();
+  }
+  if (mark == 'L') {
+    lost_ = Number<std::int64_t>();
+    mark = Mark();
+  }
   if (mark == 'E') return End(), false;
   if (mark != 'R') Fail();
   cells.resize(columns_);
@@ -102,19 +146,28 @@ std::string JetReader::Text() {
 
 void JetReader::Need(std::size_t bytes) {
   if (buffer_.size() - begin_ >= bytes) return;
+  if (!waits_) {
+    Read(0);
+    if (buffer_.size() - begin_ < bytes) throw NotYet{};
+    return;
+  }
   buffer_.erase(0, begin_);
   begin_ = 0;
-  auto heard = std::chrono::steady_clock::now();
+  heard_ = std::chrono::steady_clock::now();
   while (buffer_.size() < bytes) {
-    const std::size_t before = buffer_.size();
-    const auto output = program_.Read(buffer_, kReadAtOnce, kWaitMilliseconds);
-    if (output == ChildProgram::Output::Ended) Fail();
-    const auto now = std::chrono::steady_clock::now();
-    if (output == ChildProgram::Output::Came) heard = now;
-    if (now - heard > kSilence) Fail();
-    bytes_ += static_cast<double>(buffer_.size() - before);
+    Read(kWaitMilliseconds);
     if (step_) step_(bytes_);
   }
+}
+
+void JetReader::Read(int milliseconds) {
+  const std::size_t before = buffer_.size();
+  const auto output = program_.Read(buffer_, kReadAtOnce, milliseconds);
+  if (output == ChildProgram::Output::Ended) Fail();
+  const auto now = std::chrono::steady_clock::now();
+  if (output == ChildProgram::Output::Came) heard_ = now;
+  if (now - heard_ > kSilence) Fail();
+  bytes_ += static_cast<double>(buffer_.size() - before);
 }
 
 /// An answer counts only where its program has ended well too.

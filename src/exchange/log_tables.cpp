@@ -49,12 +49,16 @@ void CreateLogTables(Connection& log, const std::vector<std::string>& names, boo
                                     std::vector<bool>(names.size(), true)));
 }
 
+std::int32_t CurveColour(std::size_t place) {
+  return kCurveColours[place % kCurveColours.size()];
+}
+
 void FillGraphSettings(const std::shared_ptr<Connection>& log, const std::vector<std::string>& names,
                        const Language& language) {
   std::vector<Parameter> channels(names.size());
   for (std::size_t i = 0; i < names.size(); ++i) {
     channels[i].name = names[i];
-    channels[i].color = kCurveColours[i % kCurveColours.size()];
+    channels[i].color = CurveColour(i);
     channels[i].FormIndex = static_cast<std::int16_t>(i + 1);
   }
   WriteGraphSettings(log, channels, false, language);

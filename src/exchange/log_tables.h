@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +17,9 @@ namespace velk {
 /// SummaryReport, both empty. logData has no index yet.
 void CreateLogTables(Connection& log, const std::vector<std::string>& names, bool hasComments,
                      const Language& language);
+
+/// A colour for a curve for which nobody has chosen one: of sixteen that can be told apart, by its place.
+std::int32_t CurveColour(std::size_t place);
 
 /// A row of GraphSettings for each name: scale 0 to 100, a graph of its own, a colour of sixteen that can be told
 /// apart.

@@ -66,5 +66,19 @@ inline constexpr MessageText OutputIsTheSource{2883, "The file to write is the l
 // A log of the Jet format
 inline constexpr MessageText ForeignUnreadable{2889, "The file is damaged, or no database that can be read: "};
 inline constexpr MessageText ReadingForeignLog{2890, "Reading the log"};
+inline constexpr MessageText RowsLostBefore{
+    3049, "The file is damaged. What could be read of it is shown; so many rows of it could not be read: "};
+
+// A database that another program fills
+inline constexpr MessageText InvalidParameters{3040, "Invalid parameters are supplied"};
+inline constexpr MessageText FieldUnit{3041, "Unit"};
+inline constexpr MessageText LiveDatabaseTitle{3042, "Import External Live Data"};
+inline constexpr MessageText SelectDateAndTime{3043, "Please select Time and Date data field?"};
+inline constexpr MessageText FieldNotValid{3044, "The field ["};
+inline constexpr MessageText NotValidDate{3045, "] is not VALID date type"};
+inline constexpr MessageText NotValidTime{3046, "] is not VALID time type"};
+inline constexpr MessageText NoFieldsSelected{3047, "No fields are selected"};
+inline constexpr MessageText ReadingTables{3048, "Reading the tables"};
+inline constexpr MessageText FieldProperties{3050, "Properties..."};
 
 }  // namespace velk::text

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <random>
 
 #include "base/dates.h"
 #include "exchange/exchange_fixture.h"
@@ -133,27 +132,6 @@ TEST_F(JetLog, TellsTheFileWhereItsReaderDies) {
   tools.program = "/none/velk_jet_reader";
   ErrorOf([&] { Prepare(file); }, ErrorNumber::PathNotFound);
   EXPECT_EQ(Copies(), Rows{});
-}
-
-TEST_F(JetLog, OpensOrFailsWithOneErrorHoweverItIsDamaged) {
-  const std::string whole = Read(Unpack("log_1000.mdb"));
-  std::mt19937 random(20261122);
-  int failed = 0;
-  for (int i = 0; i < 25; ++i) {
-    std::string bytes = whole;
-    for (int flips = 1 + 8 * i; flips > 0; --flips)
-      bytes[4096 + random() % (bytes.size() - 4096)] = static_cast<char>(random());
-    if (i % 5 == 0) bytes.resize(4096 + random() % bytes.size() / 2);
-    const std::string file = Write("damaged" + std::to_string(i) + ".mdb", bytes);
-    try {
-      Prepare(file);
-    } catch (const RuntimeError& error) {
-      ++failed;
-      EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
-    }
-  }
-  EXPECT_GT(failed, 3);
-  for (const std::string& copy : Copies()) EXPECT_EQ(copy.find(".part"), std::string::npos) << copy;
 }
 
 TEST_F(JetLog, LeavesNothingBehindWhereItIsCancelled) {

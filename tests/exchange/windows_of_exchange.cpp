@@ -4,10 +4,12 @@
 #include "exchange/windows/data_file_info.h"
 #include "exchange/windows/file_options.h"
 #include "exchange/windows/frm_export.h"
+#include "exchange/windows/frm_imprt_live_data.h"
 #include "exchange/windows/pick_columns.h"
 #include "exchange/windows/rename_fields.h"
 #include "exchange/windows/view_data.h"
 #include "model/help_topics.h"
+#include "platform/database/connection.h"
 #include "support/window_driving.h"
 #include "windows/every_window.h"
 
@@ -72,6 +74,19 @@ std::vector<std::string> ManyNames(int count) {
   return names;
 }
 
+std::shared_ptr<QWidget> OpenLiveChoice(const std::string& language, bool isChosen) {
+  const Job job = MakeJob(language);
+  LiveImport live;
+  if (isChosen) {
+    live = {true, job->folder.File("rig 7.mdb"), "Readings", "Day", "Clock", {LiveField{.Name = "Hook load"}}};
+    Connection::Open(live.DBaseName, OpenMode::CreateNew)
+        ->Execute(
+            "CREATE TABLE Readings (Day DATE, Clock DATE, \"Hook load\" DOUBLE, Depth DOUBLE, \"Pump pressure\" "
+            "DOUBLE)");
+  }
+  return Hosted<frmImprtLiveData>(job, LiveChoiceAccess{job->platform, "/", {}, [](const LiveImport&) {}}, live);
+}
+
 const WindowsOf kExchange([] {
   return std::vector<ListedWindow>{
       {"ConvertDataFiles",
@@ -117,6 +132,16 @@ const WindowsOf kExchange([] {
        topic::Exchange,
        {"lblChosen"},
        [](const std::string& language) { return Hosted<PickColumns>(MakeJob(language), ManyNames(70), 64); }},
+      {"frmImprtLiveData",
+       "",
+       topic::Exchange,
+       {"lblDate", "lblTime", "txtDatabaseName"},
+       [](const std::string& language) { return OpenLiveChoice(language, true); }},
+      {"frmImprtLiveData",
+       "first",
+       topic::Exchange,
+       {"lblDate", "lblTime", "txtDatabaseName"},
+       [](const std::string& language) { return OpenLiveChoice(language, false); }},
       {"frmExport",
        "",
        topic::Exchange,
