@@ -36,4 +36,14 @@ inline constexpr MessageText RemoveTitle{2331, "Remove Parameter from Graph"};
 inline constexpr MessageText RemovePrompt{2332, "Select the Parameter to Remove"};
 inline constexpr MessageText FileNameFirst{2333, "File Name should be Supplied first."};
 
+// The chart of another program's data
+inline constexpr MessageText ExternalTitle{3060, "External Data Display"};
+inline constexpr MessageText UnableToReadData{3061, "Unable to read the data"};
+inline constexpr MessageText NoDataToPlot{3062, "No Data availble to plot"};
+inline constexpr MessageText FollowedTable{3063, "Followed: "};
+inline constexpr MessageText FollowingPaused{3064, "Not followed at present: "};
+inline constexpr MessageText LastRowAt{3065, ". Last row: "};
+inline constexpr MessageText NoRowSince{3066, ". No row since "};
+inline constexpr MessageText NotReadTriedAgain{3067, "It can't be read, and is tried again every 7 s. "};
+
 }  // namespace velk::text

@@ -5,13 +5,40 @@
 #include "graphs/windows/curve_editor.h"
 #include "model/help_topics.h"
 #include "model/parameter_questions.h"
+#include "model/status.h"
+#include "model/texts.h"
 #include "platform/dialogs/procedure.h"
+#include "settings/windows/properties.h"
 
 namespace velk {
 
 namespace {
 
 constexpr int kBeside = 24;  ///< pixels that a new window stands away from the one that it came from
+
+/// The curves of a live window are parameters of the working set. Their properties are left alone while data come in.
+EditedCurves CurvesOf(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed,
+                      std::function<std::function<void()>(int parameter)> calibrationOf) {
+  EditedCurves curves;
+  curves.idOf = [&form](int slot) { return form.Curves().ParameterOf(slot); };
+  curves.definition = [&session](int parameter) {
+    return session.CurrentParameters[static_cast<std::size_t>(parameter)];
+  };
+  curves.store = [&session](int parameter, const Parameter& edited) {
+    CopyDefinition(edited, session.CurrentParameters[static_cast<std::size_t>(parameter)]);
+  };
+  curves.editProperties = [&host, &session, calibrationOf = std::move(calibrationOf)](int parameter) {
+    if (StatusIs(session, text::StatusAcquiringData) || StatusIs(session, text::StatusAcquiringPaused)) return false;
+    const auto properties = host.Ask<Properties>(PropertiesOf(session, parameter), calibrationOf(parameter));
+    if (properties) StoreProperties(session, parameter, *properties);
+    return properties.has_value();
+  };
+  curves.show = [&form, changed = std::move(changed)] {
+    form.RefreshForm();
+    changed();
+  };
+  return curves;
+}
 
 }  // namespace
 
@@ -26,8 +53,10 @@ CurveDesk::~CurveDesk() {
 }
 
 void CurveDesk::Attach(GraphFormNew& form) {
-  new CurveEditor(form, host_, session_, changed_,
-                  [this](int parameter) { return calibrationOf ? calibrationOf(parameter) : std::function<void()>(); });
+  const auto calibration = [this](int parameter) {
+    return calibrationOf ? calibrationOf(parameter) : std::function<void()>();
+  };
+  new CurveEditor(form, form.View(), host_, CurvesOf(form, host_, session_, changed_, calibration));
   Bind(form, "Print", &CurveDesk::Print);
   Bind(form, "Copy", &CurveDesk::Copy);
   Bind(form, "Paste", &CurveDesk::Paste);

@@ -7,10 +7,7 @@
 
 #include "base/text_qt.h"
 #include "graphs/texts.h"
-#include "model/status.h"
-#include "model/texts.h"
 #include "platform/dialogs/procedure.h"
-#include "settings/windows/properties.h"
 
 namespace velk {
 
@@ -42,23 +39,17 @@ constexpr LabelClick kLabelClicks[] = {{"Label1_Click", "Label1_MouseDown", AskN
 
 }  // namespace
 
-CurveEditor::CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed,
-                         CalibrationOf calibrationOf)
-    : QObject(&form),
-      form_(form),
-      host_(host),
-      session_(session),
-      changed_(std::move(changed)),
-      calibrationOf_(std::move(calibrationOf)) {
-  form_.View().HeaderBand().installEventFilter(this);
-  form_.View().Labels().installEventFilter(this);
+CurveEditor::CurveEditor(QWidget& window, ChartView& view, WindowHost& host, EditedCurves curves)
+    : QObject(&window), view_(view), host_(host), curves_(std::move(curves)) {
+  view_.HeaderBand().installEventFilter(this);
+  view_.Labels().installEventFilter(this);
 }
 
 bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
   // The view's parts tell of their end too, when the view is there no longer.
   const bool asksForTip = event->type() == QEvent::ToolTip;
   if (!asksForTip && event->type() != QEvent::MouseButtonRelease) return false;
-  const bool isHeader = watched == &form_.View().HeaderBand();
+  const bool isHeader = watched == &view_.HeaderBand();
   if (asksForTip) {
     const auto& help = *static_cast<QHelpEvent*>(event);
     return isHeader && Picture1_MouseMove(help.pos(), help.globalPos());
@@ -69,7 +60,7 @@ bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
     if (mouse.button() == Qt::LeftButton) Picture1_Click(point);
     return false;
   }
-  const LabelRows::Place label = form_.View().Labels().PlaceAt(point);
+  const LabelRows::Place label = view_.Labels().PlaceAt(point);
   if (label.column == 0) return false;
   if (mouse.button() == Qt::LeftButton) Label_Click(label);
   if (mouse.button() == Qt::RightButton) Label_MouseDown(label);
@@ -80,15 +71,15 @@ bool CurveEditor::Picture1_MouseMove(const QPoint& point, const QPoint& onScreen
   MessageText tip;
   RunProcedure({host_.Boxes(), "Picture1_MouseMove"}, [&](const Statements& run) {
     run([&] {
-      tip = TipOf(form_.View().PlaceInHeader(point).zone);
-      QToolTip::showText(onScreen, ToQt(host_.Words().Translator.In(tip)), &form_.View().HeaderBand());
+      tip = TipOf(view_.PlaceInHeader(point).zone);
+      QToolTip::showText(onScreen, ToQt(host_.Words().Translator.In(tip)), &view_.HeaderBand());
     });
   });
   return tip != MessageText{};
 }
 
 void CurveEditor::Picture1_Click(const QPoint& point) {
-  const HeaderPlace place = form_.View().PlaceInHeader(point);
+  const HeaderPlace place = view_.PlaceInHeader(point);
   switch (place.zone) {
     case HeaderZone::None:
       return;
@@ -107,34 +98,26 @@ void CurveEditor::Label_Click(const LabelRows::Place& label) {
 }
 
 void CurveEditor::Label_MouseDown(const LabelRows::Place& label) {
-  if (StatusIs(session_, text::StatusAcquiringData) || StatusIs(session_, text::StatusAcquiringPaused)) return;
-  const auto ask = [&host = host_, &session = session_, calibrationOf = calibrationOf_](int parameter) {
-    const auto properties = host.Ask<Properties>(PropertiesOf(session, parameter), calibrationOf(parameter));
-    if (properties) StoreProperties(session, parameter, *properties);
-    return properties.has_value();
-  };
-  Change(kLabelClicks[label.column - 1].down, label.row + 1, ask);
+  Change(kLabelClicks[label.column - 1].down, label.row + 1, curves_.editProperties);
 }
 
 void CurveEditor::Edit(const char* procedure, int slot, CurveQuestion ask) {
-  Change(procedure, slot, [&dialogs = host_.Boxes(), &session = session_, ask](int parameter) {
-    const auto edited = ask(dialogs, session.CurrentParameters[static_cast<std::size_t>(parameter)]);
-    if (edited) CopyDefinition(*edited, session.CurrentParameters[static_cast<std::size_t>(parameter)]);
+  Change(procedure, slot, [&dialogs = host_.Boxes(), curves = curves_, ask](int id) {
+    const auto edited = ask(dialogs, curves.definition(id));
+    if (edited) curves.store(id, *edited);
     return edited.has_value();
   });
 }
 
 void CurveEditor::Change(const char* procedure, int slot, const std::function<bool(int)>& ask) {
-  const int parameter = form_.Curves().ParameterOf(slot);
-  if (parameter == 0) return;
+  const int id = curves_.idOf(slot);
+  if (id == 0) return;
   // The window may be closed while the question stands.
   const QPointer<CurveEditor> alive(this);
-  RunProcedure({host_.Boxes(), procedure}, [&](const Statements& run) {
-    if (!ask(parameter)) return;
+  RunProcedure({host_.Boxes(), procedure}, [&, ask = ask](const Statements& run) {
+    if (!ask(id)) return;
     run([&] {
-      if (!alive) return;
-      form_.RefreshForm();
-      changed_();
+      if (alive) curves_.show();
     });
   });
 }

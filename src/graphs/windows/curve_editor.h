@@ -5,24 +5,31 @@
 #include <functional>
 
 #include "graphs/curve_entry.h"
-#include "graphs/windows/graph_form_new.h"
+#include "graphs/windows/chart_view.h"
 #include "i18n/windows/window_host.h"
 
 namespace velk {
 
-/// What calibrates a parameter in its instrument; empty where nothing does.
-using CalibrationOf = std::function<std::function<void()>(int parameter)>;
+/// The curves that an editor works on. Each goes by an identity of its own while a question about it stands; events run
+/// meanwhile, and what is asked may have gone when the answer comes. All but `show` are called then too.
+struct EditedCurves {
+  std::function<int(int slot)> idOf;  ///< 0 where the slot is empty
+  std::function<Parameter(int id)> definition;
+  std::function<void(int id, const Parameter& edited)> store;
+  /// Asks by a window of its own, on the right button; whether something was entered.
+  std::function<bool(int id)> editProperties;
+  /// The chart is shown anew.
+  std::function<void()> show;
+};
 
-/// Edits the curves of one graph window where they stand: by clicks on its header band and on its labels. It lives as
-/// long as the window, whose child it is.
+/// Edits the curves of one chart where they stand: by clicks on its header band and on its labels. It lives as long as
+/// the window of the chart, whose child it is.
 class CurveEditor : public QObject {
   Q_OBJECT
 
  public:
-  /// All outlive the window. `changed` is called behind each edit, once it has reached the configuration;
-  /// `calibrationOf` gives what calibrates a parameter where it stands, or nothing.
-  CurveEditor(GraphFormNew& form, WindowHost& host, Session& session, std::function<void()> changed,
-              CalibrationOf calibrationOf);
+  /// All outlive the window.
+  CurveEditor(QWidget& window, ChartView& view, WindowHost& host, EditedCurves curves);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,17 +39,14 @@ class CurveEditor : public QObject {
   bool Picture1_MouseMove(const QPoint& point, const QPoint& onScreen);
   void Picture1_Click(const QPoint& point);
   void Label_Click(const LabelRows::Place& label);
-  /// The properties of a curve, but not while data come in.
   void Label_MouseDown(const LabelRows::Place& label);
   void Edit(const char* procedure, int slot, CurveQuestion ask);
-  /// Runs `ask` with the number of the curve's parameter, and shows what it has changed; false leaves all as it is.
-  void Change(const char* procedure, int slot, const std::function<bool(int parameter)>& ask);
+  /// Runs `ask` with the identity of the curve, and shows what it has changed; false leaves all as it is.
+  void Change(const char* procedure, int slot, const std::function<bool(int id)>& ask);
 
-  GraphFormNew& form_;
+  ChartView& view_;
   WindowHost& host_;
-  Session& session_;
-  const std::function<void()> changed_;
-  const CalibrationOf calibrationOf_;
+  const EditedCurves curves_;
 };
 
 }  // namespace velk
