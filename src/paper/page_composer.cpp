@@ -5,8 +5,7 @@
 #include "base/dates.h"
 #include "base/errors.h"
 #include "imaging/read_picture.h"
-#include "log/log_reader.h"
-#include "log/playback_file.h"
+#include "paper/log_records.h"
 #include "paper/texts.h"
 #include "platform/database/catalog.h"
 #include "platform/loop/clock.h"
@@ -22,7 +21,6 @@ constexpr double kLogoLeft = 20, kLogoTop = 10, kLogoHeight = 20, kLogoWidest = 
 constexpr double kLeastSide = 1;
 constexpr double kTextLeft = 110, kTextTop = 10;
 
-constexpr int kLastYear = 9999;
 constexpr std::size_t kDrawnKept = 4;
 
 /// Why records from `first` to `last` make no page.
@@ -38,21 +36,27 @@ double Within(double place, double size, double sheet) {
 }  // namespace
 
 PageComposer::PageComposer(Session& session, const Platform& platform, int graph, std::string log)
-    : session_(session), platform_(platform), curves_(session, graph), log_(std::move(log)), lines_(StoredLines()) {
+    : PageComposer(session, platform, std::make_unique<LogRecords>(session, platform.language, graph, log), log) {
+}
+
+PageComposer::PageComposer(Session& session, const Platform& platform, std::unique_ptr<PageRecords> records,
+                           std::string log)
+    : session_(session),
+      platform_(platform),
+      records_(std::move(records)),
+      log_(std::move(log)),
+      lines_(StoredLines()) {
   LoadLogo();
 }
 
 bool PageComposer::FilesAndTime(bool autoScale) {
-  LogReader log(log_);
-  log.Choose({});
-  const auto first = log.First(), last = log.Last();
-  last_ = last ? last->time : 0;
-  const auto latest = log.Nearest(DateSerial(kLastYear, 12, 31));
-  latest_ = latest ? latest->time : last_;
-  times_ = first && last ? TimesOf(first->time, last->time, autoScale) : PageTimes();
+  const auto span = records_->FirstAndLast();
+  last_ = span ? span->last : 0;
+  latest_ = span ? span->latest : 0;
+  times_ = span ? TimesOf(span->first, span->last, autoScale) : PageTimes();
   scaling_ = autoScale ? Scaling::Round : Scaling::Whole;
   const bool isSound = times_.IsSound();
-  if (!isSound) whyNoPage_ = first && last ? CauseOf(first->time, last->time) : OperatorText(text::NoSpan);
+  if (!isSound) whyNoPage_ = span ? CauseOf(span->first, span->last) : OperatorText(text::NoSpan);
   return isSound;
 }
 
@@ -168,7 +172,7 @@ void PageComposer::PutBack(const State& state) {
 }
 
 PageLayout PageComposer::Layout(PageTarget target) const {
-  return LayOut(curves_.Count(), LogoBox(), TextBox(), target);
+  return LayOut(records_->Curves().Count(), LogoBox(), TextBox(), target);
 }
 
 std::shared_ptr<const PageCurves> PageComposer::Curves(PageTarget target, double dotsPerInch) {
@@ -176,11 +180,10 @@ std::shared_ptr<const PageCurves> PageComposer::Curves(PageTarget target, double
   const Key key{target, dotsPerInch, times_.start, times_.step, layout.plotTop};
   for (const auto& [drawnFor, curves] : drawn_)
     if (drawnFor == key) return curves;
-  const auto curves = std::make_shared<PageCurves>(curves_, layout, times_, dotsPerInch);
+  const auto curves = std::make_shared<PageCurves>(records_->Curves(), layout, times_, dotsPerInch);
   LongTask task(platform_.dialogs, platform_.clock, text::PageTitle);
   task.Doing(text::DrawingPage);
-  LogReader log = ShowsFile(session_) ? ReaderOfPlayed(log_, platform_.language) : LogReader(log_);
-  DrawCurves(*curves, log, session_, curves_, times_, task);
+  records_->Draw(*curves, times_, task);
   if (drawn_.size() >= kDrawnKept) drawn_.erase(drawn_.begin());
   drawn_.emplace_back(key, curves);
   return curves;
@@ -200,10 +203,10 @@ void PageComposer::Paint(Surface& page, PageTarget target, double dotsPerInch, c
   if (parts.curves) RunStep("DrawCurves", [&] { curves = Curves(target, dotsPerInch); });
   if (parts.comments) RunStep("InsertReportComments", [&] { comments = Comments(); });
   RunStep(target == PageTarget::Paper ? "PrintHeader" : "DrawHeader",
-          [&] { DrawHeader(page, curves_, layout, times_, font, platform_.language); });
+          [&] { DrawHeader(page, records_->Curves(), layout, times_, font, platform_.language); });
   if (curves) curves->Draw(page, PenOf(target));
   InsertReportComments(page, layout, times_, comments, font);
-  DrawFoot(page, layout, times_, log_, platform_.clock.Now(), font, platform_.language);
+  DrawFoot(page, layout, times_, File(), platform_.clock.Now(), font, platform_.language);
   if (const PageBox box = LogoBox(); box.isThere)
     page.Picture(box.left, box.top, box.width, box.height,
                  {reinterpret_cast<const std::uint32_t*>(logo_.constBits()),

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "graphs/parameter_curves.h"
 #include "model/session.h"
 #include "paper/page_curves.h"
 #include "paper/page_header.h"
+#include "paper/page_records.h"
 #include "platform/platform.h"
 #include "platform/printing/printer.h"
 #include "settings/page_lines.h"
@@ -24,8 +24,11 @@ class PageComposer {
   /// All outlive the composer. `graph` is the number of the graph whose curves are drawn, `log` the file they come
   /// from.
   PageComposer(Session& session, const Platform& platform, int graph, std::string log);
+  /// A page of other records, with the comments of a log.
+  PageComposer(Session& session, const Platform& platform, std::unique_ptr<PageRecords> records, std::string log);
 
-  const std::string& Log() const { return log_; }
+  /// The file that the records come from.
+  const std::string& File() const { return records_->File(); }
   const PageTimes& Times() const { return times_; }
 
   /// Finds the times of the page in the log: by round intervals, or, where `autoScale` is off, in four equal parts.
@@ -94,8 +97,8 @@ class PageComposer {
 
   Session& session_;
   Platform platform_;
-  ParameterCurves curves_;
-  std::string log_;
+  std::unique_ptr<PageRecords> records_;
+  std::string log_;  ///< whose report has the comments
   PageTimes times_;
   Scaling scaling_ = Scaling::Round;
   double last_ = 0;    ///< time of the last record

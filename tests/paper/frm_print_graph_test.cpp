@@ -3,9 +3,13 @@
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QTest>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "exchange/jet_log.h"
 #include "paper/page_fixture.h"
 #include "support/file_size_limit.h"
 
@@ -463,6 +467,74 @@ TEST_F(PrintGraphWindow, TellsOfADiskThatIsFullForItsPictures) {
       EXPECT_FALSE(std::filesystem::exists(File(name)));
     }
   });
+}
+
+// --- A table that another program fills ---
+
+/// Rows a second apart, in any order; the value goes from 0 to 100 and back in two minutes each.
+LiveImport TableOfOthers(const std::string& database, int count) {
+  Connection::Open(database, OpenMode::CreateNew)
+      ->Execute(
+          "CREATE TABLE r (d DATE, t DATE, a DOUBLE);"
+          "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+          std::to_string(count) +
+          ") INSERT INTO r SELECT 46095, (34200 + i) / 86400.0, abs(i % 240 - 120) FROM n "
+          "ORDER BY i % 7");
+  LiveImport live{true, database, "r", "d", "t", {}};
+  live.Fields.push_back(
+      LiveField{.Name = "a", .DisplayName = "Hook load", .max = 120, .Unit = "t", .Colour = 0x0000FF});
+  return live;
+}
+
+TEST_F(PrintGraphWindow, ShowsATableOfAnotherProgram) {
+  job.Record(0, 5);
+  const LiveImport live = TableOfOthers(File("rig 7.mdb"), 480);
+  script.Then("frmPrintGraph", [this](QDialog& window) {
+    window.findChild<QAbstractButton*>("DrawCurves")->click();
+    ThenChoosePrinter(0);
+    window.findChild<QAbstractButton*>("Print")->click();
+    window.reject();
+  });
+  print.PrintExternal(live, {});
+  ASSERT_FALSE(printers.documents.empty());
+  EXPECT_GT(LinesOf("0000FF"), 100);
+  // In order of time each line leads from one second to the next, half a millimetre further down.
+  for (const std::string& call : printers.documents.back()->page.calls) {
+    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    if (call.find("0000FF") != std::string::npos &&
+        std::sscanf(call.c_str(), "line %lf %lf %lf %lf", &x1, &y1, &x2, &y2) == 4)
+      EXPECT_LT(std::abs(y2 - y1), 2) << call;
+  }
+}
+
+TEST_F(PrintGraphWindow, TellsWhereTheTableOfAnotherProgramHasNothingToShow) {
+  const LiveImport live = TableOfOthers(File("rig 7.mdb"), 0);
+  job.dialogs.Expect("no page to show", Answer::Ok);
+  print.PrintExternal(live, {});
+  std::filesystem::remove(File("rig 7.mdb"));
+  job.dialogs.Expect("File not found", Answer::Cancel);
+  print.PrintExternal(live, {});
+}
+
+TEST_F(PrintGraphWindow, DrawsALogOfTheJetFormat) {
+  const std::string log = File("old.mdb");
+  const std::string from = std::string(VELK_SOURCE_DIR) + "/tests/data/jet/log_1000.mdb.gz";
+  ASSERT_EQ(std::system(("gunzip -c '" + from + "' > '" + log + "'").c_str()), 0);
+  const test::TemporaryFolder cache;
+  setenv("XDG_CACHE_HOME", cache.Path().c_str(), 1);
+  PrepareLog(log, {VELK_JET_READER}, job.platform);
+  job.session.LogFileInUse = log;
+  job.session.CurrentParameters[1].max = 1000;
+  script.Then("frmPrintGraph", [this](QDialog& window) {
+    window.findChild<QAbstractButton*>("DrawCurves")->click();
+    ThenChoosePrinter(0);
+    window.findChild<QAbstractButton*>("Print")->click();
+    window.reject();
+  });
+  print.Print(test::kGraphOfJob);
+  unsetenv("XDG_CACHE_HOME");
+  ASSERT_FALSE(printers.documents.empty());
+  EXPECT_GT(LinesOf("0000FF"), 30);
 }
 
 }  // namespace

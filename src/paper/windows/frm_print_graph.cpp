@@ -328,7 +328,7 @@ void frmPrintGraph::PrintOn(Printer& printer) {
   }
   const double dots =
       access_.printer.PrintsToFile() ? kPdfDots : PaperDots(static_cast<double>(PrinterScaleFactor(printer)));
-  Surface& page = printer.Begin(composer_.Log().substr(composer_.Log().rfind('/') + 1), Unit::Millimetre);
+  Surface& page = printer.Begin(composer_.File().substr(composer_.File().rfind('/') + 1), Unit::Millimetre);
   composer_.Paint(page, PageTarget::Paper, dots, {Family(), kPaperPoints}, {true, commentsDrawn_});
   printer.End();
 }

@@ -1,5 +1,7 @@
 #include "paper/windows/print_graph_command.h"
 
+#include "paper/external_records.h"
+#include "paper/log_records.h"
 #include "paper/texts.h"
 #include "paper/windows/frm_print_graph.h"
 #include "platform/dialogs/procedure.h"
@@ -12,8 +14,16 @@ PrintGraph::PrintGraph(WindowHost& host, Session& session, const Platform& platf
 }
 
 void PrintGraph::Print(int graph) {
+  Show([&] { return std::make_unique<LogRecords>(session_, platform_.language, graph, session_.LogFileInUse); });
+}
+
+void PrintGraph::PrintExternal(const LiveImport& live, const JetTools& tools) {
+  Show([&] { return std::make_unique<ExternalRecords>(platform_, live, tools); });
+}
+
+void PrintGraph::Show(const std::function<std::unique_ptr<PageRecords>()>& records) {
   RunProcedure({platform_.dialogs, "FilesAndTime", text::PageTitle}, [&](const Statements& run) {
-    PageComposer composer(session_, platform_, graph, session_.LogFileInUse);
+    PageComposer composer(session_, platform_, records(), session_.LogFileInUse);
     if (!run([&] { return composer.FilesAndTime(autoScaleTime_); })) {
       platform_.dialogs.Message({composer.WhyNoPage(), text::PageTitle, Buttons::Ok, BoxIcon::Exclamation});
       return;
