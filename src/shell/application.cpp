@@ -112,7 +112,7 @@ void Application::BindCommands() {
   form_.onSpeedChange = [this](int speed) { playback_.HScroll1_Change(speed); };
   BindAlarms(commands, windows_, session_);
   BindLargeValues(commands, windows_, {session_, platform_.clock, [this] { KeepSettings(); }});
-  frame_.Toggles().onChartLooks = [this] { graphs_.FollowLooks(); };
+  frame_.Toggles().onChartLooks = [this] { FollowChartLooks(); };
   frame_.Toggles().onStored = [this] { KeepSettings(); };
   BindSummaryReport(commands, windows_, {session_, platform_, openLog_, printerChoice_});
   FollowComments(windows_, openLog_);
@@ -208,11 +208,34 @@ void Application::BindExchange(CommandBinder& commands) {
                                      [this](const std::string& path) { PrepareLog(path); }});
     });
   playback_.onChosen = [this](const std::string& path) { PrepareLog(path); };
+  commands.Bind("mnuImprtLiveData", [this] { mnuImprtLiveData_Click(windows_, LiveAccess()); });
+}
+
+ImportLiveAccess Application::LiveAccess() {
+  const auto store = [this](const LiveImport& live) {
+    SaveToRegistory(platform_.settings, live);
+    platform_.settings.Flush();
+  };
+  const auto keep = [this](const LiveImport& live) {
+    SaveToRegistory(platform_.settings, live);
+    KeepSettings();
+  };
+  const auto print = [this](const LiveImport& live) { printGraph_.PrintExternal(live, ToolsForJet()); };
+  return {{session_, platform_, openLog_, ToolsForJet(), keep, print}, form_, store};
+}
+
+JetTools Application::ToolsForJet() const {
+  const bool isCyrillic = CodePageOf(windows_.Words().Languages.Language()) == CodePage::Cyrillic;
+  return {JetReaderIn(programFolder_), isCyrillic ? "CP1251" : "CP1252"};
 }
 
 void Application::PrepareLog(const std::string& path) {
-  const bool isCyrillic = CodePageOf(windows_.Words().Languages.Language()) == CodePage::Cyrillic;
-  velk::PrepareLog(path, {JetReaderIn(programFolder_), isCyrillic ? "CP1251" : "CP1252"}, platform_);
+  velk::PrepareLog(path, ToolsForJet(), platform_);
+}
+
+void Application::FollowChartLooks() {
+  graphs_.FollowLooks();
+  if (auto* external = windows_.Opened<frmExtGraphForm>()) external->FollowLooks();
 }
 
 std::string Application::LogOfSession() const {

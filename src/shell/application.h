@@ -10,6 +10,7 @@
 #include "formula/windows/formula_commands.h"
 #include "graphs/windows/curve_desk.h"
 #include "graphs/windows/graph_windows_mdi.h"
+#include "graphs/windows/import_live_command.h"
 #include "i18n/translation.h"
 #include "i18n/windows/window_host.h"
 #include "instruments/calibration/reset_value.h"
@@ -69,6 +70,10 @@ class Application {
   void BindUnit(CommandBinder& commands);
   void BindWells(CommandBinder& commands);
   void BindExchange(CommandBinder& commands);
+  /// What reads files of the Jet format, for the operator's language.
+  JetTools ToolsForJet() const;
+  /// What following another program's database works with.
+  ImportLiveAccess LiveAccess();
   /// The log that is open, or else the one that was recorded to last.
   std::string LogOfSession() const;
   /// Ahead of the opening of a log that was chosen to be read.
@@ -78,6 +83,7 @@ class Application {
   LiveLog RunningLog() const;
   void EditSerialPort();
   void EditTable();
+  void FollowChartLooks();
   /// A change is on the disk at once: a power cut before the exit would take it.
   void KeepSettings();
   void ReopenGraph(int graph);

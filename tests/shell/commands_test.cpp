@@ -227,7 +227,7 @@ TEST(CommandsOfTheProgram, HaveTheWorkThatIsBuilt) {
   std::set<std::string_view> without;
   for (const CommandRow& row : CommandTable())
     if (!rig.Window().Table().HasWork(row.Name())) without.insert(row.Name());
-  EXPECT_EQ(without, (std::set<std::string_view>{"mnuEditOPCServer", "mnuImprtLiveData"}));
+  EXPECT_EQ(without, (std::set<std::string_view>{"mnuEditOPCServer"}));
 }
 
 TEST(CommandsOfTheProgram, LetRecordAndExitButtonsFollowTheirMenuItems) {
