@@ -1,17 +1,25 @@
 // What comes in and goes out as text: VELK_BENCH_ROWS (2.6 million) of 18 columns into a finished log and out of it,
 // beside the sqlite3 program doing the same in the same run, and the first page of a text file of a gigabyte
-// (VELK_BENCH_BYTES). The folder has to have room for all of it: the present one, or VELK_BENCH_FOLDER.
+// (VELK_BENCH_BYTES). A log of the Jet format, made by bench/grow_jet_log.py, is VELK_BENCH_JET: its first opening, and
+// a look for new rows in it. The folder has to have room for all of it: the present one, or VELK_BENCH_FOLDER.
 
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
 #include <QTableView>
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "base/dates.h"
 #include "bench/long_log.h"
 #include "exchange/csv_import.h"
 #include "exchange/csv_times.h"
+#include "exchange/import_data.h"
+#include "exchange/jet_log.h"
 #include "exchange/windows/view_data.h"
 #include "exchange/write_csv.h"
 #include "exchange/write_xml.h"
@@ -141,12 +149,67 @@ void FirstPageOfALongFile(benchmark::State& state) {
   state.counters["MB at most"] = static_cast<double>(used.ru_maxrss) / 1024;
 }
 
+/// Skips a bench where no log of the Jet format was made.
+const char* JetLogOf(benchmark::State& state) {
+  const char* file = std::getenv("VELK_BENCH_JET");
+  if (file == nullptr) state.SkipWithError("VELK_BENCH_JET names no file");
+  return file;
+}
+
+void JetLogOpensFirst(benchmark::State& state) {
+  const char* const file = JetLogOf(state);
+  if (file == nullptr) return;
+  Folder folder;
+  Recording recording{folder};
+  const std::string copy = folder.File("copy.mdb");
+  for (auto _ : state) {
+    std::filesystem::remove(copy);
+    LongTask task(recording.dialogs, recording.clock, "Bench");
+    CopyJetLog(file, copy, {VELK_JET_READER}, task);
+  }
+}
+
+/// The rows behind the last one of a day: the work of the child, and the longest piece of ours.
+void PollOfAJetLog(benchmark::State& state) {
+  const char* const file = JetLogOf(state);
+  if (file == nullptr) return;
+  ImportData data;
+  data.Initialize({true, file, "logData", "Date", "Time", {LiveField{.Name = "ID"}}}, {VELK_JET_READER});
+  double longest = 0;
+  rusage before{}, after{};
+  getrusage(RUSAGE_CHILDREN, &before);
+  for (auto _ : state) {
+    const auto clock = [] {
+      return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    };
+    double begin = clock();
+    const auto read = data.ReadData({45362, 43000});
+    std::vector<ForeignRow> rows;
+    for (bool goesOn = true; goesOn;) {
+      goesOn = read->Read(rows);
+      longest = std::max(longest, clock() - begin);
+      std::this_thread::sleep_for(std::chrono::milliseconds(12));
+      begin = clock();
+    }
+  }
+  getrusage(RUSAGE_CHILDREN, &after);
+  const auto seconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+  };
+  state.counters["longest piece, ms"] = longest;
+  state.counters["child, s"] = benchmark::Counter(
+      seconds(after.ru_utime) + seconds(after.ru_stime) - seconds(before.ru_utime) - seconds(before.ru_stime),
+      benchmark::Counter::kAvgIterations);
+}
+
 // First: the memory of the others is not its own.
 BENCHMARK(FirstPageOfALongFile)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(TextIntoALog)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(TextIntoATableBySqlite3)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(LogIntoText)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(LogIntoTextBySqlite3)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(JetLogOpensFirst)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(PollOfAJetLog)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 BENCHMARK(LogIntoXml)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 
 }  // namespace
