@@ -167,6 +167,8 @@ class OpcTransport {
 
   /// The servers that a host ("" for this machine, "10.0.0.5:4841") knows of.
   virtual void FindServers(const std::string& host, Servers done) = 0;
+  /// The operator begins anew: what he refused is asked about once more.
+  virtual void ForgetRefusals() {}
   /// A session of the caller's; below, those to one endpoint share one connection.
   virtual void Connect(const OpcPlace& place, Connected done) = 0;
 };

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/opc/opc_transport.h"
+#include "platform/opc/ua/ua_connection.h"
+#include "platform/opc/ua/ua_reading.h"
+
+namespace velk::ua {
+
+/// Who has items in a group. Told by posts.
+struct ItemOwner {
+  OpcSubscription::Changes handler;
+  std::vector<OpcChange> waiting;  ///< until the post that tells them runs
+};
+
+/// A subscription at the server. It keeps what was asked for and makes it again when the server is back.
+class Group : public ConnectionUser, public std::enable_shared_from_this<Group> {
+ public:
+  Group(ConnectionPointer connection, const OpcSubscriptionWish& wish);
+  ~Group() override;
+
+  const OpcSubscriptionWish& Wish() const { return wish_; }
+  /// `done` here and below is told from inside the library's work.
+  void Open() { Make(); }
+  /// Told when the server has it, or refused it; at once where it has.
+  void WhenMade(OpcDone done);
+  void SetUpdateRate(int milliseconds, OpcDone done);
+  void SetDeadBand(float percent, OpcDone done);
+  void SetActive(bool active, OpcDone done);
+
+  void AddItem(const std::shared_ptr<ItemOwner>& owner, const OpcItemWish& wish, OpcSubscription::Added done);
+  void RemoveItem(std::int32_t serverHandle, OpcDone done);
+  void SetItemActive(std::int32_t serverHandle, bool active, OpcDone done);
+  /// Refused at once, and nothing sent, where there is no such item or the value has no way into its type.
+  OpcStatus WriteItem(std::int32_t serverHandle, const OpcValue& value, OpcDone done);
+
+  /// What the server says of an item, without one being made.
+  static void Describe(
+      const ConnectionPointer& connection, const OpcItemWish& wish,
+      std::function<void(const OpcItemAnswer&, const std::string& node, const std::string& type)> done);
+
+  void OnLive() override { Make(); }
+  void OnLost() override;
+
+ private:
+  struct Item {
+    std::weak_ptr<ItemOwner> owner;
+    OpcItemWish wish;
+    OpcItemAnswer answer;
+    std::string node;
+    std::string dataType;
+    UA_UInt32 monitored = 0;  ///< the server's number of it; 0: none
+  };
+
+  void Make();
+  void TellMade(OpcStatus status);
+  void Watch(std::int32_t serverHandle, OpcDone done);
+  void WatchAgain(std::int32_t serverHandle);
+  void TakeValue(const Item& item, const UA_DataValue& value);
+  void Tell(const std::shared_ptr<ItemOwner>& owner, OpcChange change);
+  static void TakeNotification(UA_Client* client, UA_UInt32 subscription, void* group, UA_UInt32 monitored, void* item,
+                               UA_DataValue* value);
+
+  ConnectionPointer connection_;
+  OpcSubscriptionWish wish_;
+  UA_UInt32 subscription_ = 0;  ///< the server's number of it; 0: none
+  std::vector<OpcDone> whenMade_;
+  std::map<std::int32_t, Item> items_;
+  std::int32_t lastHandle_ = 0;
+};
+
+}  // namespace velk::ua

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/loop/clock.h"
+#include "platform/opc/opc_questions.h"
+#include "platform/opc/opc_transport.h"
+
+namespace velk {
+
+/// Where the program was built without the OPC UA library each call fails by kOpcNotSupported. Else OPC UA over the
+/// machine's own network. It works in ticks of the event loop while there is a session or a search.
+///
+/// Without questions no certificate is accepted that wasn't before, and nobody logs in. `keys` is the folder of the
+/// program's own key and of accepted certificates; empty: that of the user.
+std::unique_ptr<OpcTransport> MakeUaTransport(Clock& clock, OpcQuestions* questions = nullptr,
+                                              const std::string& keys = {});
+
+}  // namespace velk
