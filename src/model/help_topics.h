@@ -23,5 +23,6 @@ inline constexpr int Viewer = 1520;
 inline constexpr int Wells = 1600;
 inline constexpr int UnitTable = 1610;
 inline constexpr int Exchange = 1700;
+inline constexpr int Opc = 1800;
 
 }  // namespace velk::topic

@@ -87,13 +87,23 @@ OpcStatus OPCBrowserClass::Look() {
   const auto found = std::make_shared<std::vector<OpcNode>>();
   const std::string folder = path_.empty() ? std::string() : path_.back();
   const OpcStatus status = calls_.Wait([&](OpcDone done) {
-    session_->Browse(folder, [found, done = std::move(done)](const OpcPage& page) {
+    // A part may come behind a wait that was cancelled.
+    session_->Browse(folder, [this, found, alive = std::weak_ptr(life_), done = std::move(done)](const OpcPage& page) {
+      if (found->empty() && !page.isLast && !alive.expired()) TellFirst(page.nodes);
       found->insert(found->end(), page.nodes.begin(), page.nodes.end());
       if (!IsGood(page.status) || page.isLast) done(page.status);
     });
   });
   if (IsGood(status)) here_ = std::move(*found);
   return status;
+}
+
+void OPCBrowserClass::TellFirst(const std::vector<OpcNode>& nodes) const {
+  if (!onFirstLeafs) return;
+  std::vector<std::string> names;
+  for (const OpcNode& node : nodes)
+    if (node.isVariable && Passes(node)) names.push_back(node.name);
+  onFirstLeafs(names);
 }
 
 bool OPCBrowserClass::ShowBranches() {

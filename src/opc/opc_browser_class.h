@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,6 +31,8 @@ class OPCBrowserClass {
   /// Fills the items with the branches / with the leaves of this folder that pass the filters.
   bool ShowBranches();
   bool ShowLeafs();
+  /// Told while ShowLeafs waits for a folder that comes in parts: the names of the first part that pass the filters.
+  std::function<void(const std::vector<std::string>& names)> onFirstLeafs;
   int GetItemCount() const { return static_cast<int>(items_.size()); }
   /// Items count from 1; nothing, behind a box, where there is no such one.
   std::optional<std::string> GetItemName(int item);
@@ -43,6 +47,7 @@ class OPCBrowserClass {
  private:
   /// Reads what stands in this folder, unless that is known.
   OpcStatus Look();
+  void TellFirst(const std::vector<OpcNode>& nodes) const;
   bool Passes(const OpcNode& leaf) const;
 
   OpcCalls& calls_;
@@ -53,6 +58,7 @@ class OPCBrowserClass {
   std::string names_;
   OpcDataType type_;
   OpcAccess access_ = OpcAccess::Any;
+  std::shared_ptr<char> life_ = std::make_shared<char>();
 };
 
 /// Whether a name passes a filter as SetFilter takes it.

@@ -19,6 +19,9 @@ struct Waiting {
   bool isOver = false;
 };
 
+constexpr std::int64_t kAppearMilliseconds = 300;
+constexpr std::int64_t kQuestionMilliseconds = 200;  ///< no round without a box takes so long
+
 std::string HexText(OpcStatus number) {
   char text[9];
   std::snprintf(text, sizeof text, "%X", number);
@@ -30,7 +33,7 @@ std::string HexText(OpcStatus number) {
 OpcStatus OpcCalls::Wait(const std::function<void(OpcDone)>& begin, OpcDone late) {
   const auto state = std::make_shared<Waiting>();
   const int cancels = cancels_;
-  const std::int64_t deadline = clock_.Ticks() + kOpcMilliseconds;
+  std::int64_t deadline = clock_.Ticks() + kOpcMilliseconds;
   ++waiting_;
   const OnLeaving done([&] {
     --waiting_;
@@ -43,10 +46,23 @@ OpcStatus OpcCalls::Wait(const std::function<void(OpcDone)>& begin, OpcDone late
       late(status);
     }
   });
+  if (state->answer) return *state->answer;
+  Dialogs::Progress box(dialogs_, text::OpcAsking);
+  bool hasAppeared = false;
   while (!state->answer) {
-    if (cancels != cancels_ || dialogs_.IsEnding()) return kOpcCancelled;
-    if (clock_.Ticks() >= deadline) return kOpcTimeout;
+    const std::int64_t left = deadline - clock_.Ticks();
+    if (cancels != cancels_ || box.IsCancelled()) return kOpcCancelled;
+    if (left <= 0) return kOpcTimeout;
+    if (!hasAppeared && left <= kOpcMilliseconds - kAppearMilliseconds) {
+      hasAppeared = true;
+      box.Show(text::OpcWaits, -1);
+      box.Appear();
+    }
+    const std::int64_t before = clock_.Ticks();
     clock_.WaitRound();
+    // A question that the server gives rise to is no time of the server's.
+    const std::int64_t spent = clock_.Ticks() - before;
+    if (spent > kQuestionMilliseconds) deadline += spent;
   }
   return *state->answer;
 }
@@ -61,7 +77,7 @@ void OpcCalls::DisplayOPC_COM_ErrorValue(std::string_view name, OpcStatus number
 bool OpcCalls::Succeeded(std::string_view name, OpcStatus status) {
   if (IsGood(status)) return true;
   // Whoever cancelled knows of it.
-  if (status != kOpcCancelled) DisplayOPC_COM_ErrorValue(name, status);
+  if (status != kOpcCancelled && quiet_ == 0) DisplayOPC_COM_ErrorValue(name, status);
   return false;
 }
 

@@ -20,11 +20,24 @@ class OpcCalls {
   OpcTransport& Transport() { return transport_; }
 
   /// Begins a call and waits for what came of it: kOpcMilliseconds at most, then kOpcTimeout; kOpcCancelled behind
-  /// Cancel and at the end of the program. `begin` is handed what takes the answer. An answer that comes when nobody
+  /// Cancel and at the end of the program. The window below takes nothing else meanwhile; a box with Cancel comes up
+  /// behind 300 ms. `begin` is handed what takes the answer. An answer that comes when nobody
   /// waits for it goes to `late`, which undoes what the call did.
   OpcStatus Wait(const std::function<void(OpcDone)>& begin, OpcDone late = {});
 
   bool IsWaiting() const { return waiting_ > 0; }
+  /// While one stands, failures show no box: whoever has made it tells of them in his own way.
+  class Quiet {
+   public:
+    explicit Quiet(OpcCalls& calls) : calls_(calls) { ++calls_.quiet_; }
+    ~Quiet() { --calls_.quiet_; }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+   private:
+    OpcCalls& calls_;
+  };
+
   /// Ends the waits that stand.
   void Cancel() { ++cancels_; }
 
@@ -39,6 +52,7 @@ class OpcCalls {
   Dialogs& dialogs_;
   int waiting_ = 0;
   int cancels_ = 0;
+  int quiet_ = 0;
 };
 
 }  // namespace velk

@@ -51,6 +51,7 @@ std::optional<std::vector<OpcServerEntry>> OPCServerClass::GetOPCServerList(cons
 
 OpcStatus OPCServerClass::Connect(const OpcPlace& place) {
   const auto session = std::make_shared<std::unique_ptr<OpcSession>>();
+  calls_.Transport().ForgetRefusals();
   const OpcStatus status = calls_.Wait(
       [&](OpcDone done) {
         calls_.Transport().Connect(

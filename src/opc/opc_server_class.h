@@ -29,6 +29,8 @@ class OPCServerClass {
   std::optional<std::vector<OpcServerEntry>> GetOPCServerList(const std::string& node);
   bool ConnectOPCServer(const std::string& name, const std::string& node, std::int16_t index, const std::string& key);
   bool DisconnectOPCServer();
+  /// Connected, and the server answers.
+  bool IsLive() const { return session_ && session_->IsLive(); }
 
   const std::string& GetOPCServerKey() const { return ServerKey_; }
   const Groups& GetOPCServerGroupCollection() const { return groups_; }

@@ -29,6 +29,11 @@ std::string OpcStatusText(std::int32_t quality) {
   return (quality < 0 ? "Bad" : "Bad ") + std::to_string(quality);
 }
 
+std::string OpcStatusTextAtFirst(std::int32_t quality) {
+  if ((quality & kOpcQualityGood) != 0) return "Good";
+  return (quality < 0 ? "Bad " : "Bad  ") + std::to_string(quality);
+}
+
 std::string OpcLineText(const OpcValue& value, std::string_view delimiter, std::string_view terminator) {
   if (value.elements.empty()) return {};
   const OpcElement& first = value.elements.front();

@@ -16,6 +16,9 @@ std::string OpcDisplayText(const OpcValue& value);
 /// "Good", or "Bad" and the quality in the form that has a blank in front of a positive number. Uncertain is good too.
 std::string OpcStatusText(std::int32_t quality);
 
+/// The same where a list is filled: two blanks ahead of the number.
+std::string OpcStatusTextAtFirst(std::int32_t quality);
+
 /// A value as it stands on the line: the first element of an array, Boolean "1" and "0", a text without what would
 /// divide or end the line.
 std::string OpcLineText(const OpcValue& value, std::string_view delimiter, std::string_view terminator);

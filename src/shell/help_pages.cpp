@@ -21,16 +21,27 @@ struct Topic {
 
 /// In the order of the contents.
 constexpr Topic kTopics[] = {
-    {topic::FirstStart, "first_start"},  {topic::Connecting, "connecting"},
-    {topic::Instruments, "instruments"}, {topic::Recording, "recording"},
-    {topic::Playback, "playback"},       {topic::Parameters, "parameters"},
-    {topic::StripChart, "strip_chart"},  {topic::Printing, "printing"},
-    {topic::Viewer, "viewer"},           {topic::Exchange, "exchange"},
-    {topic::Formulas, "formulas"},       {topic::Alarms, "alarms"},
-    {topic::Templates, "templates"},     {topic::Languages, "languages"},
-    {topic::Failures, "failures"},       {topic::Files, "files"},
-    {topic::Keyboard, "keyboard"},       {topic::Wells, "wells"},
-    {topic::UnitTable, "units"},         {topic::Licences, "licences"},
+    {topic::FirstStart, "first_start"},
+    {topic::Connecting, "connecting"},
+    {topic::Instruments, "instruments"},
+    {topic::Recording, "recording"},
+    {topic::Playback, "playback"},
+    {topic::Parameters, "parameters"},
+    {topic::StripChart, "strip_chart"},
+    {topic::Printing, "printing"},
+    {topic::Viewer, "viewer"},
+    {topic::Exchange, "exchange"},
+    {topic::Opc, "opc"},
+    {topic::Formulas, "formulas"},
+    {topic::Alarms, "alarms"},
+    {topic::Templates, "templates"},
+    {topic::Languages, "languages"},
+    {topic::Failures, "failures"},
+    {topic::Files, "files"},
+    {topic::Keyboard, "keyboard"},
+    {topic::Wells, "wells"},
+    {topic::UnitTable, "units"},
+    {topic::Licences, "licences"},
 };
 
 QString PathOf(const char* page, const std::string& language) {

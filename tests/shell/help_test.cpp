@@ -144,7 +144,7 @@ TEST_F(HelpWindowTest, OpensATopicAndMarksItInTheContents) {
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(Shown(), "recording.html");
   EXPECT_EQ(Selected(), "Recording");
-  EXPECT_EQ(list->count(), 20);
+  EXPECT_EQ(list->count(), 21);
 }
 
 TEST_F(HelpWindowTest, GoesThroughTheContentsByArrowKeysAndBackByAltLeft) {
@@ -177,7 +177,7 @@ TEST_F(HelpWindowTest, SearchNarrowsTheContentsAndEnterShowsTheFirstPageFound) {
   EXPECT_EQ(Shown(), "strip_chart.html");
   EXPECT_EQ(browser->textCursor().selectedText(), "15") << "the first word is marked";
   search->clear();
-  EXPECT_EQ(list->count(), 20);
+  EXPECT_EQ(list->count(), 21);
 }
 
 TEST_F(HelpWindowTest, SaysThatNothingWasFound) {
