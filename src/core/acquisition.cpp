@@ -100,6 +100,7 @@ void Acquisition::Connect(const Statements& run) {
   graphs_.UnloadAll();
   ClearAlarms(session_, view_);
   LeaveFile(session_);
+  sources_.Current().Prepare();
   session_.AcquisitionMode = true;
   session_.StopRequested = false;
   session_.Times.GraphTimeStep = session_.SamplingRate;

@@ -124,6 +124,8 @@ inline constexpr MessageText LoadFormattedTemplate{
     2617,
     "Lines of this protocol deliver no values. Load the template \"Formatted lines (blank, CR)\" or \"Formatted lines "
     "(comma, CR LF)\" by Edit Settings."};
+inline constexpr MessageText ChannelsAreItems{
+    3311, "The channels are the items of the list under Edit Settings, OPC Server. No serial port is used."};
 inline constexpr MessageText LoadAnyLinesTemplate{
     2618, "This protocol can't be chosen here. Load the template \"Any serial lines\" by Edit Settings."};
 
@@ -185,6 +187,7 @@ inline constexpr MessageText ProtocolDataTakerB{2483, "Data Taker b"};
 inline constexpr MessageText ProtocolHoneywell{2484, "HPT - Honeywell eZtrend"};
 inline constexpr MessageText ProtocolLumoThroughHmi{2485, "ORBEN LUMO through HMI"};
 inline constexpr MessageText ProtocolAnySerialData{2486, "Any Serial Data"};
+inline constexpr MessageText ProtocolOpcServer{3310, "OPC Server"};
 
 // The box of a lost link counts while it stands: a time behind the first and the last, number and time around the
 // second

@@ -19,6 +19,7 @@ struct DataState {
   double heldSince = 0;         ///< time in days from which on the last values stand for rejected lines; 0: they do not
   double pausedSince = 0;       ///< time in days; 0: the job is not paused
   int channel = 0;              ///< that a sample works on; 0: none by itself
+  OperatorText sourceFault;     ///< what the source of samples goes without, though lines come
   OperatorText failure;         ///< what goes wrong with each sample while no box tells of it
 
   // --- Recording ---

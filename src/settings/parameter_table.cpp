@@ -15,15 +15,18 @@ namespace velk {
 
 // --- Cells ---
 
-ParameterTable::ParameterTable(const Session& session) {
+ParameterTable::ParameterTable(const Session& session, const std::vector<std::string>& tags) {
   for (int i = 0; i < kTableColumns; ++i) {
     const auto column = static_cast<TableColumn>(i);
     const bool isAlarm = column == TableColumn::LowerAlarm || column == TableColumn::UpperAlarm;
-    if (!isAlarm || session.AcquisitionMode) columns_.push_back(column);
+    const bool isKnown = column == TableColumn::Tag ? !tags.empty() : !isAlarm || session.AcquisitionMode;
+    if (isKnown) columns_.push_back(column);
   }
   for (int i = 1; i <= session.TotalParameters; ++i) {
     Row row;
     for (const TableColumn column : columns_) row.push_back(CellOf(session.CurrentParameters[i], column));
+    const auto channel = static_cast<std::size_t>(i);
+    if (i <= session.NumberOfParameters && channel <= tags.size()) row.front() = tags[channel - 1];
     cells_.push_back(std::move(row));
   }
   before_ = cells_;
@@ -53,6 +56,7 @@ bool ParameterTable::IsChanged(int row, TableColumn column) const {
 void ParameterTable::Change(const std::vector<Edit>& edits) {
   std::vector<Edit> replaced;
   for (const Edit& edit : edits) {
+    if (edit.column >= 0 && edit.column < ColumnCount() && Column(edit.column) == TableColumn::Tag) continue;
     if (edit.row < 0 || edit.row >= RowCount() || edit.column < 0 || edit.column >= ColumnCount()) continue;
     const std::string kept = AsKept(Column(edit.column), edit.text);
     std::string& cell = At(edit.row, edit.column);

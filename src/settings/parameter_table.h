@@ -17,7 +17,8 @@ namespace velk {
 class ParameterTable {
  public:
   /// CurrentParameters 1 to TotalParameters. Alarms have their columns while AcquisitionMode is set.
-  explicit ParameterTable(const Session& session);
+  /// `tags` says where channels 1 and further come from; without any there is no column of them.
+  explicit ParameterTable(const Session& session, const std::vector<std::string>& tags = {});
 
   int RowCount() const { return static_cast<int>(cells_.size()); }
   int ColumnCount() const { return static_cast<int>(columns_.size()); }

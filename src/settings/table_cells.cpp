@@ -20,9 +20,9 @@ namespace velk {
 namespace {
 
 constexpr MessageText kHeadings[kTableColumns] = {
-    text::HeadingName,  text::HeadingUnits,  text::HeadingMinimum,    text::HeadingMaximum,
-    text::HeadingColor, text::HeadingFormat, text::HeadingLowerAlarm, text::HeadingUpperAlarm,
-    text::HeadingGraph, text::HeadingGain,   text::HeadingOffset};
+    text::HeadingTag,        text::HeadingName,  text::HeadingUnits,  text::HeadingMinimum,
+    text::HeadingMaximum,    text::HeadingColor, text::HeadingFormat, text::HeadingLowerAlarm,
+    text::HeadingUpperAlarm, text::HeadingGraph, text::HeadingGain,   text::HeadingOffset};
 
 bool IsNoAlarm(std::string_view text) {
   return Trim(text).empty() || LowerCase(Trim(text)) == LowerCase(kNoAlarm);
@@ -35,13 +35,16 @@ const MessageText& HeadingOf(TableColumn column) {
 }
 
 bool IsNumberColumn(TableColumn column) {
-  return column != TableColumn::Name && column != TableColumn::Units && column != TableColumn::Color;
+  return column != TableColumn::Tag && column != TableColumn::Name && column != TableColumn::Units &&
+         column != TableColumn::Color;
 }
 
 std::string CellOf(const Parameter& parameter, TableColumn column) {
   switch (column) {
     case TableColumn::Name:
       break;
+    case TableColumn::Tag:
+      return {};
     case TableColumn::Units:
       return parameter.units;
     case TableColumn::Minimum:
@@ -77,6 +80,7 @@ std::string AsKept(TableColumn column, std::string_view entered) {
 
 std::optional<MessageText> FaultOfCell(TableColumn column, std::string_view text) {
   switch (column) {
+    case TableColumn::Tag:
     case TableColumn::Name:
     case TableColumn::Units:
     case TableColumn::Format:

@@ -12,6 +12,7 @@ namespace velk {
 
 /// The columns of the table of parameters, in their order.
 enum class TableColumn {
+  Tag,  ///< where the channel comes from
   Name,
   Units,
   Minimum,
@@ -24,14 +25,14 @@ enum class TableColumn {
   Gain,
   Offset,
 };
-inline constexpr int kTableColumns = 11;
+inline constexpr int kTableColumns = 12;
 
 const MessageText& HeadingOf(TableColumn column);
 /// Shown at the right of its cell.
 bool IsNumberColumn(TableColumn column);
 
-/// What the cell of a parameter shows: numbers with a point, an alarm that isn't set as nothing, a format by its
-/// sample, a colour as "#RRGGBB".
+/// What the cell of a parameter shows, but for its tag, which no parameter holds: numbers with a point, an alarm that
+/// isn't set as nothing, a format by its sample, a colour as "#RRGGBB".
 std::string CellOf(const Parameter& parameter, TableColumn column);
 
 /// A text as the column keeps it: a format that none of the samples stands for is "1234.123". Other columns keep what

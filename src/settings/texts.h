@@ -48,6 +48,7 @@ inline constexpr MessageText SavedButNotLoadable{2603,
                                                  "and save it once more where it is to be loaded later."};
 
 // The table of parameters
+inline constexpr MessageText HeadingTag{3312, "Tag"};
 inline constexpr MessageText HeadingName{2273, "Name"};
 inline constexpr MessageText HeadingUnits{2274, "Units"};
 inline constexpr MessageText HeadingMinimum{2275, "Minimum"};

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QMdiArea>
+#include <algorithm>
 
 #include "base/text_qt.h"
 #include "core/commands.h"
@@ -21,6 +22,7 @@
 #include "instruments/windows/serial_port_command.h"
 #include "instruments/windows/unit_settings_command.h"
 #include "log/windows/real_time_report.h"
+#include "opc/windows/frm_main_opc.h"
 #include "platform/dialogs/procedure.h"
 #include "platform/files/file_errors.h"
 #include "platform/ports/port_devices.h"
@@ -69,7 +71,10 @@ Application::Application(const Services& services)
       jobFiles_(session_, platform_, questions_, graphs_),
       recorder_(session_, platform_, form_, log_, jobFiles_),
       road_(session_, platform_, form_, recorder_),
-      sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock)),
+      opcQuestions_(windows_),
+      opc_(services.makeOpc(platform_.clock, opcQuestions_)),
+      opcItems_(*opc_, platform_.clock, platform_.settings),
+      sources_(session_, platform_, timers_, link_, road_, services.makePageFetch(platform_.clock), form_, opcItems_),
       playback_(session_, platform_, timers_, form_, graphs_),
       acquisition_(session_, platform_, form_, graphs_, link_, recorder_, road_, sources_, playback_),
       dataPanel_(session_, platform_, form_, recorder_, link_),
@@ -120,6 +125,8 @@ void Application::BindCommands() {
   editSettings_.Bind(commands);
   commands.Bind("mnuEditSerialPort", [this] { EditSerialPort(); });
   commands.Bind("mnuEditTable", [this] { EditTable(); });
+  commands.Bind("mnuEditOPCServer", [this] { EditOPCServer(); });
+  sources_.onChannels = [this] { KeepSettings(); };
   commands.Bind("mnuToolsCalibrate", [this] {
     mnuToolsCalibrate_Click(windows_, session_, platform_, form_, link_, timers_, [this] { KeepSettings(); });
   });
@@ -273,6 +280,12 @@ void Application::EditTable() {
   const LinkLease lease(link_, timers_);
   mnuEditTable_Click(windows_, session_, platform_, graphs_);
   curves_.UpdateToolbars();
+}
+
+/// A job's items that are connected already go on beside those of the window: below, they share the connection.
+void Application::EditOPCServer() {
+  velk::mnuEditOPCServer_Click(windows_, platform_, *opc_, std::max(0, kMaxParameters - session_.NumberOfFormulae),
+                               [this] { sources_.FollowOpcList(); });
 }
 
 /// In the middle of the area; its page begins where those of the others do.

@@ -21,7 +21,10 @@
 #include "log/open_log.h"
 #include "log/windows/job_questions_qt.h"
 #include "model/main_timers.h"
+#include "opc/velk_opc_module.h"
+#include "opc/windows/opc_questions_qt.h"
 #include "paper/windows/print_graph_command.h"
+#include "platform/opc/ua/ua_transport.h"
 #include "platform/ports/serial.h"
 #include "platform/windows/qt_printers.h"
 #include "settings/windows/edit_settings_commands.h"
@@ -42,6 +45,9 @@ struct Services {
   SerialPortFactory makePort;
   JobQuestions* questions = nullptr;  ///< null: the operator is asked by windows
   std::function<std::unique_ptr<PageFetch>(Clock&)> makePageFetch = MakePageFetch;
+  std::function<std::unique_ptr<OpcTransport>(Clock&, OpcQuestions&)> makeOpc = [](Clock& clock, OpcQuestions& asked) {
+    return MakeUaTransport(clock, &asked);
+  };
   /// Where the program's own files are; beside the executable where it is empty.
   std::string programFolder = {};
   std::string devices = "/dev";  ///< where serial devices are looked for
@@ -84,6 +90,7 @@ class Application {
   void EditSerialPort();
   void EditTable();
   void FollowChartLooks();
+  void EditOPCServer();
   /// A change is on the disk at once: a power cut before the exit would take it.
   void KeepSettings();
   void ReopenGraph(int graph);
@@ -109,6 +116,9 @@ class Application {
   JobFiles jobFiles_;
   Recorder recorder_;
   SampleRoad road_;
+  OpcQuestionsQt opcQuestions_;
+  std::unique_ptr<OpcTransport> opc_;
+  VELKOPCModule opcItems_;
   SampleSources sources_;
   Playback playback_;
   Acquisition acquisition_;

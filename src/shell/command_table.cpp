@@ -62,7 +62,7 @@ constexpr CommandRow kTable[] = {
     // Edit Settings
     {.item = "mnuEditAutoDetect", .states = "1000000", .onEveryChange = '0'},
     {.item = "mnuEditSerialPort", .states = "1000000"},
-    {.item = "mnuEditOPCServer"},
+    {.item = "mnuEditOPCServer", .states = "1000000"},
     {.item = "mnuEditTable", .states = "0100100"},
     {.item = "mnuEditSaveTemplate", .states = "1101101", .onEveryChange = '1'},
     {.item = "mnuEditLoadTemplate", .states = "1000000"},

@@ -31,6 +31,7 @@ void StartUp::Run() {
   Step(3, [this] { LoadLanguage(); });
   Step(4, [this] { parts_.form.ResetCaption(); });
   ReadSettings();
+  Step(6, [this] { parts_.sources.ConnectOPCItems(); });
   Step(7, [&] { SetProtocolConstants(session); });
   ResetFlags();
   Step(9, [this] { parts_.frame.LoadCompanyLogo(); });

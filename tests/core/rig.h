@@ -8,6 +8,7 @@
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/fake_graphs.h"
+#include "support/fake_opc.h"
 #include "support/fake_serial_port.h"
 #include "support/recording_view.h"
 #include "support/scripted_dialogs.h"
@@ -59,7 +60,9 @@ class Rig {
   Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
   ScriptedPages* pages = new ScriptedPages(clock);  ///< owned by sources
-  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
+  FakeOpc opc;
+  VELKOPCModule opcItems{opc, clock, settings};
+  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages), view, opcItems};
   Playback playback{session, platform, timers, view, graphs};
   Acquisition acquisition{session, platform, view, graphs, link, recorder, road, sources, playback};
 };

@@ -35,22 +35,23 @@ constexpr ListRow kList[] = {
     {"HPT - Honeywell eZtrend", "HPT - Honeywell eZtrend", ProtocolDialog::EthernetConfiguration},
     {"ORBEN LUMO through HMI", "ORBEN LUMO through HMI", ProtocolDialog::EthernetConfiguration},
     {"Any Serial Data", "before", ProtocolDialog::FormattedData},
+    {"OPC Server", "OPC Server", ProtocolDialog::None},
 };
 
-TEST(ProtocolList, ShowsTheSixteenInOrder) {
+TEST(ProtocolList, ShowsTheSeventeenInOrder) {
   ASSERT_EQ(Protocols().size(), std::size(kList));
-  for (int i = 0; i < 16; ++i) {
+  for (int i = 0; i < 17; ++i) {
     EXPECT_EQ(Protocols()[static_cast<std::size_t>(i)].caption.english, kList[i].shown);
     EXPECT_EQ(ProtocolPlace(kList[i].shown), i);
   }
-  EXPECT_EQ(ProtocolPlace("OPC Server"), -1);
+  EXPECT_EQ(ProtocolPlace("KESTA version 6"), -1);
   EXPECT_EQ(ProtocolPlace(""), -1);
 }
 
-TEST(ProtocolList, StoresWhatIsPickedTheFirstAsTheSecondAndTheLastNotAtAll) {
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(PickedSerialData(i, "before"), kList[i].stored) << i;
+TEST(ProtocolList, StoresWhatIsPickedTheFirstAsTheSecondAndAnySerialDataNotAtAll) {
+  for (int i = 0; i < 17; ++i) EXPECT_EQ(PickedSerialData(i, "before"), kList[i].stored) << i;
   EXPECT_EQ(PickedSerialData(15, "KESTA version 3"), "KESTA version 3");
-  EXPECT_EQ(PickedSerialData(-1, "OPC Server"), "OPC Server");
+  EXPECT_EQ(PickedSerialData(-1, "KESTA version 6"), "KESTA version 6");
 }
 
 TEST(ProtocolList, LeadsToTheDialogOfTheProtocol) {

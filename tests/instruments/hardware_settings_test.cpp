@@ -67,7 +67,7 @@ TEST_F(HardwareSettingsWindow, OffersTheListsInTheirOrder) {
   Open(Question());
   EXPECT_EQ(window->objectName(), "HardwareSettings");
   EXPECT_EQ(window->windowTitle(), "Edit Hardware Settings");
-  EXPECT_EQ(List("cboSerialData").count(), 16);
+  EXPECT_EQ(List("cboSerialData").count(), 17);
   EXPECT_EQ(List("cboSerialData").itemText(0), "formatted and at regular intervals");
   EXPECT_EQ(List("cboSerialData").itemText(15), "Any Serial Data");
   EXPECT_EQ(Entries("cboSampling"), (QStringList{"1", "5", "10", "15", "20", "30"}));
@@ -99,7 +99,7 @@ TEST_F(HardwareSettingsWindow, ShowsWhatIsStored) {
 }
 
 TEST_F(HardwareSettingsWindow, GivesBackWhatWasNotTouched) {
-  const HardwareQuestion question{{.SerialData = "OPC Server",
+  const HardwareQuestion question{{.SerialData = "KESTA version 6",
                                    .NumberOfParameters = 0,
                                    .SamplingRate = 2.0000001 / 86400,
                                    .SensitivityCriterion = 0,
@@ -113,7 +113,7 @@ TEST_F(HardwareSettingsWindow, GivesBackWhatWasNotTouched) {
                                   Question().ports};
   Open(question);
   Show(*window, "HardwareSettings-not-offered");
-  EXPECT_EQ(List("cboSerialData").placeholderText(), "OPC Server");
+  EXPECT_EQ(List("cboSerialData").placeholderText(), "KESTA version 6");
   EXPECT_EQ(List("cboSampling").placeholderText(), "2");
   EXPECT_EQ(List("cboPort").placeholderText(), "Com Port 9");
   EXPECT_EQ(List("cboBaudRate").placeholderText(), "115200");
@@ -123,7 +123,7 @@ TEST_F(HardwareSettingsWindow, GivesBackWhatWasNotTouched) {
   EXPECT_EQ(List("cboHandshake").placeholderText(), "3");
   Press("cmdOK");
   EXPECT_EQ(window->result(), QDialog::Accepted);
-  EXPECT_EQ(window->Answer().SerialData, "OPC Server");
+  EXPECT_EQ(window->Answer().SerialData, "KESTA version 6");
   EXPECT_EQ(window->Answer().NumberOfParameters, 0);
   EXPECT_EQ(window->Answer().SamplingRate, 2.0000001 / 86400);
   EXPECT_EQ(window->Answer().SensitivityCriterion, 0);

@@ -32,6 +32,7 @@ constexpr Row kRows[] = {
     {"HPT - Honeywell eZtrend", Driver::NetworkedPage, false, false},
     {"ORBEN LUMO through HMI", Driver::NetworkedPage, false, false},
     {"Any Serial Data", Driver::EventLineDriver, false, true},
+    {"OPC Server", Driver::OpcItems, false, false},
 };
 
 /// A session whose port settings tell whether anything was changed.
@@ -74,12 +75,11 @@ TEST(Protocols, AreFoundByTheirExactText) {
   EXPECT_EQ(FindProtocol("LUMO version A"), &Protocols()[8]);
   EXPECT_EQ(FindProtocol("lumo version a"), nullptr);
   EXPECT_EQ(FindProtocol(""), nullptr);
-  EXPECT_EQ(FindProtocol("OPC Server"), nullptr);
 }
 
 TEST(Protocols, GiveARowWithoutAnythingForWhatIsNoEntryOfTheList) {
   EXPECT_EQ(&ProtocolOf("LUMO version A"), &Protocols()[8]);
-  for (const char* serialData : {"OPC Server", "", "KESTA version 6"}) {
+  for (const char* serialData : {"", "KESTA version 6"}) {
     const Protocol& row = ProtocolOf(serialData);
     EXPECT_EQ(row.driver, Driver::None) << serialData;
     EXPECT_EQ(row.decoder, &decoder::None) << serialData;
@@ -88,13 +88,12 @@ TEST(Protocols, GiveARowWithoutAnythingForWhatIsNoEntryOfTheList) {
   }
 }
 
-/// Those of the sixteen, OPC and an unknown name that a flag is set for.
+/// Those of the seventeen and an unknown name that a flag is set for.
 std::vector<std::string_view> NamesWhere(const std::function<bool(const Protocol&)>& holds) {
   std::vector<std::string_view> names;
   for (const Row& row : kRows)
     if (holds(ProtocolOf(row.serialData))) names.emplace_back(row.serialData);
-  for (const char* other : {"OPC Server", "unknown"})
-    if (holds(ProtocolOf(other))) names.emplace_back(other);
+  if (holds(ProtocolOf("unknown"))) names.emplace_back("unknown");
   return names;
 }
 

@@ -83,6 +83,28 @@ TEST_F(ParameterTableTest, HasNoAlarmsOutsideOfAcquisition) {
   EXPECT_FALSE(table.HasAlarms());
 }
 
+TEST_F(ParameterTableTest, HasAColumnOfTagsWhereChannelsComeFromItems) {
+  const ParameterTable table(session, {"ns=2;s=Pump.Pressure", "ns=2;s=Pump.Flow", "beyond the channels"});
+  ASSERT_EQ(table.PlaceOf(TableColumn::Tag), 0);
+  EXPECT_EQ(table.PlaceOf(TableColumn::Name), 1);
+  EXPECT_EQ(HeadingOf(TableColumn::Tag).english, "Tag");
+  EXPECT_EQ(table.Cell(0, TableColumn::Tag), "ns=2;s=Pump.Pressure");
+  EXPECT_EQ(table.Cell(1, TableColumn::Tag), "ns=2;s=Pump.Flow");
+  EXPECT_EQ(table.Cell(2, TableColumn::Tag), "") << "a computed channel comes from nowhere";
+  EXPECT_EQ(ParameterTable(session).PlaceOf(TableColumn::Tag), -1);
+}
+
+TEST_F(ParameterTableTest, LeavesTagsAsTheyAre) {
+  ParameterTable table(session, {"A", "B"});
+  table.Change({{0, 0, "other"}});
+  table.Paste({0, 0, 0, 1}, "other\tPump");
+  EXPECT_EQ(table.Cell(0, TableColumn::Tag), "A");
+  EXPECT_EQ(table.Cell(0, TableColumn::Name), "Pump");
+  EXPECT_FALSE(table.FaultOf(0, 0));
+  StoreTable(session, table);
+  EXPECT_EQ(session.CurrentParameters[1].name, "Pump");
+}
+
 TEST_F(ParameterTableTest, ShowsEachFormatByItsSample) {
   struct Case {
     const char* format;

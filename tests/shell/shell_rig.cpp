@@ -30,6 +30,11 @@ void ShellRig::Start() {
     pages = made.get();
     return made;
   };
+  services.makeOpc = [this](Clock&, OpcQuestions&) {
+    auto made = std::make_unique<FakeOpc>();
+    opc = made.get();
+    return made;
+  };
   services.programFolder = programFolder;
   application = std::make_unique<Application>(services);
   application->MDIForm_Load();

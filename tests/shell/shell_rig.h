@@ -7,6 +7,7 @@
 #include "platform/settings/settings.h"
 #include "shell/application.h"
 #include "support/fake_clock.h"
+#include "support/fake_opc.h"
 #include "support/fake_serial_port.h"
 #include "support/scripted_dialogs.h"
 #include "support/scripted_job_questions.h"
@@ -52,6 +53,7 @@ class ShellRig {
   std::unique_ptr<SettingsStore> settings;
   FakeDevice plainPort, linePort;
   ScriptedPages* pages = nullptr;  ///< of the application that runs
+  FakeOpc* opc = nullptr;          ///< likewise
   std::string programFolder;       ///< empty: that of the test program, where no translation files are
   bool staysOnItsScreen = false;   ///< the main window is not given a desktop's size after its start
   std::unique_ptr<Application> application;

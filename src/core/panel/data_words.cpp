@@ -73,14 +73,16 @@ OperatorText RowsText(DataWords& words, const Session& session, std::int64_t tic
   return shown;
 }
 
-/// Why lines were rejected, and what fails with each sample; empty where all is well.
+/// Why lines were rejected, what the source goes without, and what fails with each sample; empty where all is well.
 OperatorText ReasonsText(DataWords& words, const DataState& data) {
   OperatorText shown;
   const long long rejected = data.rejected - data.firstLines;
   if (rejected > 0) Add(shown, Count(rejected, text::Rejected) + data.lastReason);
-  if (data.failure.IsEmpty()) return shown;
-  words.warns = true;
-  Add(shown, data.failure);
+  for (const OperatorText* const fault : {&data.sourceFault, &data.failure}) {
+    if (fault->IsEmpty()) continue;
+    words.warns = true;
+    Add(shown, *fault);
+  }
   return shown;
 }
 

@@ -11,6 +11,8 @@ class SampleSource {
   SampleSource(const SampleSource&) = delete;
   SampleSource& operator=(const SampleSource&) = delete;
 
+  /// At Connect, ahead of all that goes by the number of channels: brings it up to date.
+  virtual void Prepare() {}
   /// What Connect asks: whether the instrument is there. Readies its port, waits in rounds until Stop, and tells what
   /// is wrong in boxes of its own; Connect goes on all the same.
   virtual void Check() = 0;

@@ -7,7 +7,8 @@
 namespace velk {
 
 SampleSources::SampleSources(Session& session, const Platform& platform, MainTimers& timers, Link& link,
-                             SampleRoad& road, std::unique_ptr<PageFetch> pages)
+                             SampleRoad& road, std::unique_ptr<PageFetch> pages, MainView& view,
+                             VELKOPCModule& opcItems)
     : session_(session),
       timers_(timers),
       link_(link),
@@ -19,7 +20,11 @@ SampleSources::SampleSources(Session& session, const Platform& platform, MainTim
       ticked_(session, platform, link, road, ticks_),
       buffered_(session, platform, timers, link, road),
       pages_(session, platform, timers, road, std::move(pages)),
+      opc_(session, platform, timers, view, road, opcItems),
       driverless_(platform) {
+  opc_.onChannels = [this] {
+    if (onChannels) onChannels();
+  };
   // A tick that was on its way when the timer was switched off belongs to nobody.
   timers_.Timer1->SetHandler([this] {
     if (timers_.Timer1->Enabled()) Current().Timer1_Timer();
@@ -45,15 +50,27 @@ SampleSource& SampleSources::Current() {
       return buffered_;
     case Driver::NetworkedPage:
       return pages_;
+    case Driver::OpcItems:
+      return opc_;
     case Driver::None:
       break;
   }
   return driverless_;
 }
 
+void SampleSources::FollowProtocol() {
+  pages_.FollowProtocol();
+  opc_.FollowProtocol();
+}
+
+void SampleSources::ConnectOPCItems() {
+  if (ProtocolOf(session_).driver == Driver::OpcItems) opc_.FollowProtocol();
+}
+
 void SampleSources::ShutDown() {
   timers_.Timer1->SetEnabled(false);
   pages_.ShutDown();
+  opc_.ShutDown();
 }
 
 bool SampleSources::IsRunning() const {

@@ -6,6 +6,7 @@
 #include "core/sources/buffered_source.h"
 #include "core/sources/driverless_source.h"
 #include "core/sources/line_source.h"
+#include "core/sources/opc_source.h"
 #include "core/sources/page_source.h"
 #include "core/sources/port_ticks.h"
 #include "core/sources/ticked_source.h"
@@ -16,7 +17,7 @@ namespace velk {
 class SampleSources {
  public:
   SampleSources(Session& session, const Platform& platform, MainTimers& timers, Link& link, SampleRoad& road,
-                std::unique_ptr<PageFetch> pages);
+                std::unique_ptr<PageFetch> pages, MainView& view, VELKOPCModule& opcItems);
   ~SampleSources();
   SampleSources(const SampleSources&) = delete;
   SampleSources& operator=(const SampleSources&) = delete;
@@ -24,7 +25,11 @@ class SampleSources {
   /// The source of the session's present protocol.
   SampleSource& Current();
   /// At start-up and wherever the protocol may have changed: what the source does outside of a job too.
-  void FollowProtocol() { pages_.FollowProtocol(); }
+  void FollowProtocol();
+  /// The items of OPC servers, ahead of the rest of the start.
+  void ConnectOPCItems();
+  /// The list of items that is stored is another one.
+  void FollowOpcList() { opc_.FollowList(); }
   /// At the end of the program: nothing is asked for any more.
   void ShutDown();
   /// Work of a source is on the stack.
@@ -32,6 +37,8 @@ class SampleSources {
 
   /// The instrument of a running job has not answered in time; told behind the tick that waited for it.
   std::function<void()> onTimeOut;
+  /// A source has counted its channels anew.
+  std::function<void()> onChannels;
 
  private:
   Session& session_;
@@ -42,6 +49,7 @@ class SampleSources {
   TickedSource ticked_;
   BufferedSource buffered_;
   PageSource pages_;
+  OpcSource opc_;
   DriverlessSource driverless_;
 };
 

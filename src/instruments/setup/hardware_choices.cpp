@@ -96,12 +96,17 @@ OperatorText ProtocolNote(int picked, std::string_view serialData) {
   const auto index = static_cast<std::size_t>(picked);
   if (picked >= 0 && index < protocols.size() && protocols[index].picking == Picking::Nothing)
     return text::LoadAnyLinesTemplate;
+  if (CountsItems(serialData)) return text::ChannelsAreItems;
   return ProtocolOf(serialData).deliversNoValues ? text::LoadFormattedTemplate : OperatorText();
 }
 
 std::optional<int> ChannelsOf(std::string_view serialData) {
   const std::optional<UnitConstants>& unit = ProtocolOf(serialData).unit;
   return unit ? std::optional<int>(unit->channels) : std::nullopt;
+}
+
+bool CountsItems(std::string_view serialData) {
+  return ProtocolOf(serialData).driver == Driver::OpcItems;
 }
 
 HardwareChoices WithFixedPort(HardwareChoices choices) {

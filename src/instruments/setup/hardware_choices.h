@@ -70,6 +70,9 @@ OperatorText ProtocolNote(int picked, std::string_view serialData);
 /// The count of values in a line of an own unit; nothing for any other protocol.
 std::optional<int> ChannelsOf(std::string_view serialData);
 
+/// Whether the number of channels is that of the items of a list which is kept elsewhere.
+bool CountsItems(std::string_view serialData);
+
 /// The choices with the port as an own unit fixes it; as they are for any other protocol.
 HardwareChoices WithFixedPort(HardwareChoices choices);
 

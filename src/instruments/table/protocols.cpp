@@ -101,12 +101,13 @@ constexpr Protocol kProtocols[] = {
      .dialog = ProtocolDialog::FormattedData,
      .picking = Picking::Nothing,
      .asksAtStart = true},
+    {.serialData = protocol::OpcServer,
+     .caption = text::ProtocolOpcServer,
+     .driver = Driver::OpcItems,
+     .hasPort = false},
 };
 
 static_assert(std::end(kProtocols)[-1].picking != Picking::NextEntry);
-
-/// No entry of the list: its values come from a server.
-constexpr Protocol kOpcServer{.serialData = protocol::OpcServer, .hasPort = false};
 
 constexpr Protocol kUnknown{};
 
@@ -129,8 +130,8 @@ const Protocol* FindProtocol(std::string_view serialData) {
 }
 
 const Protocol& ProtocolOf(std::string_view serialData) {
-  if (const Protocol* const row = FindProtocol(serialData)) return *row;
-  return serialData == kOpcServer.serialData ? kOpcServer : kUnknown;
+  const Protocol* const row = FindProtocol(serialData);
+  return row != nullptr ? *row : kUnknown;
 }
 
 const Protocol& ProtocolOf(const Session& session) {

@@ -33,7 +33,7 @@ inline constexpr std::string_view OpcServer = "OPC Server";
 }  // namespace protocol
 
 /// How the lines of a protocol come in.
-enum class Driver { EventLineDriver, PolledByTick, BufferedLines, NetworkedPage, None };
+enum class Driver { EventLineDriver, PolledByTick, BufferedLines, NetworkedPage, OpcItems, None };
 
 /// The dialog that the set-up of the serial port goes on to.
 enum class ProtocolDialog { None, FormattedData, RequestedData, Intermittent, EthernetConfiguration };
@@ -88,14 +88,13 @@ struct Protocol {
   ValuesPageReader valuesPage = LineFromNamedCells;  ///< for Timer5
 };
 
-/// The sixteen protocols of the protocol list; the place in the table is the place in the list.
+/// The seventeen protocols of the protocol list; the place in the table is the place in the list.
 std::span<const Protocol> Protocols();
 
 /// The entry of the protocol list of a value of SerialData, or null.
 const Protocol* FindProtocol(std::string_view serialData);
 
-/// The row of a value of SerialData: of the list, or of what is chosen elsewhere. For any other value a row without
-/// driver, decoder or dialog.
+/// The row of a value of SerialData. For a value that is no entry of the list a row without driver, decoder or dialog.
 const Protocol& ProtocolOf(std::string_view serialData);
 /// That of the session's SerialData.
 const Protocol& ProtocolOf(const Session& session);

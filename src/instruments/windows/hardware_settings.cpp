@@ -131,7 +131,8 @@ void HardwareSettings::UpdateDisplay() {
   ShowChoice(*ui_->cboStopBits, PlaceOf(kStopBits, shown.StopBits), shown.StopBits);
   ShowChoice(*ui_->cboHandshake, PlaceOf(kHandshakes, shown.Handshake), std::to_string(shown.Handshake));
 
-  const bool free = !ProtocolOf(shown.SerialData).unit;
+  ui_->txtNumberOfParameters->setEnabled(!CountsItems(shown.SerialData));
+  const bool free = !ProtocolOf(shown.SerialData).unit && !CountsItems(shown.SerialData);
   for (QWidget* const frame : std::initializer_list<QWidget*>{ui_->fraBaudRate, ui_->fraParity, ui_->fraDataBits,
                                                               ui_->fraStopBits, ui_->fraHandshake})
     frame->setEnabled(free);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "instruments/setup/hardware_choices.h"
 #include "model/graph_map.h"
 #include "model/graph_window.h"
+#include "opc/velk_opc_module.h"
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
 #include "settings/texts.h"
@@ -43,13 +45,19 @@ void ShowEdited(Session& session, GraphWindows& graphs) {
   }
 }
 
+/// The items that channels come from; none where the protocol has no items, and while a file plays.
+std::vector<std::string> TagsOf(const Session& session, SettingsStore& settings) {
+  if (!session.AcquisitionMode || !CountsItems(session.SerialData)) return {};
+  return OpcTags(settings);
+}
+
 }  // namespace
 
 void mnuEditTable_Click(WindowHost& host, Session& session, const Platform& platform, GraphWindows& graphs) {
   RunProcedure({platform.dialogs, "mnuEditTable_Click"}, [&](const Statements& run) {
     const ColumnWidths before = ReadColumnWidths(platform.settings);
     ColumnWidths widths = before;
-    const auto table = host.Show<ParametersTable>(ParameterTable(session), &widths);
+    const auto table = host.Show<ParametersTable>(ParameterTable(session, TagsOf(session, platform.settings)), &widths);
     if (widths != before) SaveColumnWidths(platform.settings, widths);
     if (!table) return;
     const bool raised = StoreTable(session, *table);

@@ -74,8 +74,8 @@ QVariant ParameterTableModel::headerData(int section, Qt::Orientation orientatio
 Qt::ItemFlags ParameterTableModel::flags(const QModelIndex& cell) const {
   const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   const TableColumn column = table_.Column(cell.column());
-  const bool isChosen = column == TableColumn::Color || column == TableColumn::Format;
-  return isChosen ? shown : shown | Qt::ItemIsEditable;
+  const bool isTyped = column != TableColumn::Tag && column != TableColumn::Color && column != TableColumn::Format;
+  return isTyped ? shown | Qt::ItemIsEditable : shown;
 }
 
 }  // namespace velk

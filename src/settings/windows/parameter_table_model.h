@@ -21,7 +21,7 @@ class ParameterTableModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& cell, int role) const override;
   bool setData(const QModelIndex& cell, const QVariant& value, int role) override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-  /// Colours and formats are chosen, not typed.
+  /// Colours and formats are chosen, not typed, and a tag stays as it is.
   Qt::ItemFlags flags(const QModelIndex& cell) const override;
 
   /// The table has changed.

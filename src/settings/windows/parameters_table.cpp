@@ -65,7 +65,7 @@ ParametersTable::ParametersTable(WindowHost& host, ParameterTable table, ColumnW
   ConnectMenu();
   TranslateForm(*this, host.Words());
   ui_->Grid1->setAccessibleName(windowTitle());
-  ui_->Grid1->setCurrentIndex(model_.index(0, 0));
+  ui_->Grid1->setCurrentIndex(model_.index(0, table_.PlaceOf(TableColumn::Name)));
   ui_->Grid1->setFocus();
   ShowRemark();
   FitToScreen();
