@@ -211,6 +211,7 @@ void Acquisition::PauseAfterTimeOut() {
 
 void Acquisition::StopJob(const Statements& run) {
   session_.AcquireStarted = false;
+  session_.Data.pausedSince = 0;
   run([&] { sources_.Current().End(); });
   for (const char* button : {"Pause", "Stop", "RecordToDB"}) view_.SetButtonVisible(button, false);
   session_.RecordToDB = false;

@@ -11,6 +11,11 @@ namespace velk {
 /// first. A level that is neither a number nor "None" nor empty counts as the number at its front, so as 0.
 AlarmSide SideOutOfLimits(const Parameter& parameter, float value);
 
+/// What stands ahead of a name or a value: nothing where the side is None.
+inline const char* AlarmMark(AlarmSide side) {
+  return side == AlarmSide::Low ? "\u25BC " : side == AlarmSide::High ? "\u25B2 " : "";
+}
+
 /// Tests a parameter of the running sample and shows the outcome: its label on the graph, the indicator, the beep.
 void TestAlarms(Session& session, MainView& view, int parameter);
 

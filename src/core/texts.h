@@ -61,6 +61,7 @@ inline constexpr MessageText RowOf{2079, " of "};
 // Large values
 inline constexpr MessageText NoLargeValues{
     2720, "Channels stand here in large digits once the program is connected to the hardware."};
+inline constexpr MessageText NoneChosen{3410, "No channel is chosen. Tick those to be shown under Channels."};
 
 // Why a line was rejected
 inline constexpr MessageText LineFailsCheck{2024, "the line fails its protocol's check"};

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "base/dates.h"
+#include "core/panel/data_words.h"
 #include "core/rig.h"
+#include "model/texts.h"
 
 namespace velk {
 namespace {
@@ -309,6 +311,15 @@ TEST_F(Job, StopFromPausedAndFromReadyToAcquireGoesToReady) {
   rig.Connect();
   rig.acquisition.mnuAcquireStop_Click();
   ExpectStatus("Ready");
+}
+
+TEST_F(Job, APauseEndsWithItsJobSoThatAPlaybackIsNotGrey) {
+  rig.ConnectAndStart();
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_TRUE(HasStaleValues(rig.session, rig.clock.Ticks()));
+  rig.acquisition.mnuAcquireStop_Click();
+  rig.session.CurrentStatus = text::StatusPlayingBack;
+  EXPECT_FALSE(HasStaleValues(rig.session, rig.clock.Ticks()));
 }
 
 TEST_F(Job, ASecondJobAppendsToTheFileOfTheFirst) {

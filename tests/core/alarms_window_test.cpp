@@ -55,6 +55,16 @@ TEST_F(AlarmsWindow, NamesTheParametersThatAreOutOfTheirLimits) {
   EXPECT_EQ(Names(window), (std::vector<std::string>{"Pump pressure", "Hook load & torque", "Additional Parameter 1"}));
 }
 
+TEST_F(AlarmsWindow, SaysByTheMarksOfTheChartsWhichSideOfTheLimitsAValueIs) {
+  Give(2, {{1, "Pump pressure"}, {2, "Rate"}});
+  session_.CurrentParameters[1].upperalarm = "100";
+  session_.CurrentValue[1] = 101;
+  session_.CurrentParameters[2].loweralarm = "5";
+  session_.CurrentValue[2] = 4;
+  Alarms window(test::EnglishHost(), session_);
+  EXPECT_EQ(Names(window), (std::vector<std::string>{"\u25B2 Pump pressure", "\u25BC Rate"}));
+}
+
 TEST_F(AlarmsWindow, LeavesOutWhatLiesBehindTheLastParameter) {
   Give(2, {{2, "In"}, {3, "Out"}});
   Alarms window(test::EnglishHost(), session_);

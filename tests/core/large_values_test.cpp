@@ -31,6 +31,8 @@ class LargeValuesTest : public testing::Test {
       channel.GraphVisible = i != 2;
       session.CurrentValue[i] = static_cast<float>(i) + 0.25F;
     }
+    session.AcquisitionMode = session.Data.hasValues = true;
+    session.CurrentStatus = text::StatusAcquiringData;
   }
 
   Session session;
@@ -52,9 +54,28 @@ TEST_F(LargeValuesTest, AreThoseThatWereChosenAsFarAsTheyAreThere) {
   EXPECT_EQ(LargeChannels(session), (Channels{1, 3, 4, 5}));
 }
 
+TEST_F(LargeValuesTest, KeepTheChoiceOfALongerJobWhenOneIsTickedInAShorterOne) {
+  session.LargeValues = "3 14";
+  session.LargeValues = LargeChannelsWith(session, 5, true);
+  EXPECT_EQ(session.LargeValues, "3 5 14");
+  EXPECT_EQ(LargeChannels(session), (Channels{3, 5}));
+}
+
+TEST_F(LargeValuesTest, AreNoneOnceTheLastTickWasTakenOff) {
+  session.LargeValues = "3 14";
+  session.LargeValues = LargeChannelsWith(session, 3, false);
+  EXPECT_TRUE(LargeChannels(session).empty());
+  session.TotalParameters = 14;
+  session.CurrentParameters[14].GraphVisible = true;
+  EXPECT_EQ(LargeChannels(session), Channels{14});
+  session.LargeValues = LargeChannelsWith(session, 6, true);
+  EXPECT_EQ(session.LargeValues, "6 14");
+}
+
 class LargeValuesWindow : public LargeValuesTest {
  protected:
   LargeValuesWindow() {
+    session.Data.lastLine = session.Data.lastSample = clock.Ticks();
     window.show();
     QApplication::processEvents();
   }
@@ -85,7 +106,7 @@ TEST_F(LargeValuesWindow, FollowsTheValuesFourTimesASecond) {
 }
 
 TEST_F(LargeValuesWindow, ShowsNoValueOfAnEarlierJob) {
-  session.AcquisitionMode = true;
+  session.Data.hasValues = false;
   clock.Advance(300);
   EXPECT_EQ(Tiles()[0].value, "\u2013");
   session.Data.hasValues = true;
@@ -94,8 +115,6 @@ TEST_F(LargeValuesWindow, ShowsNoValueOfAnEarlierJob) {
 }
 
 TEST_F(LargeValuesWindow, GreysValuesThatAreNoPresentOnes) {
-  session.AcquisitionMode = session.Data.hasValues = true;
-  session.CurrentStatus = text::StatusAcquiringData;
   session.Data.samples = 1;
   session.Data.lastLine = session.Data.lastSample = clock.Ticks();
   clock.Advance(300);
@@ -106,6 +125,29 @@ TEST_F(LargeValuesWindow, GreysValuesThatAreNoPresentOnes) {
   session.Data.pausedSince = clock.Now();
   clock.Advance(300);
   EXPECT_TRUE(Tiles()[0].stale) << "paused";
+}
+
+TEST_F(LargeValuesWindow, GreysTheValuesOfAJobThatHasEnded) {
+  clock.Advance(300);
+  EXPECT_FALSE(Tiles()[0].stale);
+  session.CurrentStatus = text::StatusReady;
+  clock.Advance(300);
+  EXPECT_TRUE(Tiles()[0].stale);
+  EXPECT_EQ(Tiles()[0].value, "1.3");
+}
+
+TEST_F(LargeValuesWindow, ShowsTheValuesOfAPlaybackAsTheyAreFromItsFirstRowOn) {
+  session.AcquisitionMode = session.Data.hasValues = false;
+  session.CurrentStatus = text::StatusReadyToPlayback;
+  clock.Advance(300);
+  EXPECT_EQ(Tiles()[0].value, "\u2013") << "no row was played yet";
+  session.Data.hasValues = true;
+  for (const MessageText& status : {text::StatusPlayingBack, text::StatusPlayingBackPaused}) {
+    session.CurrentStatus = status;
+    clock.Advance(300);
+    EXPECT_EQ(Tiles()[0].value, "1.3") << status.english;
+    EXPECT_FALSE(Tiles()[0].stale) << status.english;
+  }
 }
 
 TEST_F(LargeValuesWindow, HasDarkPaperByNightWithTheColoursOfTheCharts) {
@@ -145,6 +187,17 @@ TEST_F(LargeValuesWindow, OffersTheShownChannelsAndKeepsTheChoice) {
   EXPECT_EQ(session.LargeValues, "3 4 5 6");
   EXPECT_EQ(Tiles().size(), 4u);
   EXPECT_EQ(kept, 2);
+}
+
+TEST_F(LargeValuesWindow, SaysHowToChooseWhereNothingIsTicked) {
+  for (int entry = 0; entry < 4; ++entry) Entries()[entry]->setChecked(false);
+  EXPECT_TRUE(Tiles().empty());
+  EXPECT_TRUE(FindControl<QPushButton>(window, "cmdChannels")->isEnabled());
+  EXPECT_EQ(FindControl<ValueTiles>(window, "Tiles")->Hint(),
+            "No channel is chosen. Tick those to be shown under Channels.");
+  Entries()[4]->setChecked(true);
+  EXPECT_EQ(Tiles().size(), 1u);
+  EXPECT_EQ(Tiles()[0].name, "P6");
 }
 
 TEST_F(LargeValuesWindow, HasDigitsThatAreReadAcrossTheCabin) {

@@ -400,7 +400,7 @@ TEST_F(Program, OpensTheAlarmsFromBothButtonsWhileSamplesGoOn) {
       QWidget* window = QApplication::activeModalWidget();
       ASSERT_NE(window, nullptr);
       EXPECT_EQ(window->windowTitle(), "Alarms");
-      EXPECT_EQ(window->findChild<QLabel*>("Label1_0")->text(), "Parameter 1");
+      EXPECT_EQ(window->findChild<QLabel*>("Label1_0")->text(), "\u25B2 Parameter 1");
       const auto plotted = rig.State().Times.LastPlotTime;
       rig.Frame(70, 0, 0);
       EXPECT_GT(rig.State().Times.LastPlotTime, plotted) << "samples go on";

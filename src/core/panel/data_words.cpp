@@ -94,7 +94,7 @@ bool IsSilent(const Session& session, std::int64_t ticks) {
 
 bool HasStaleValues(const Session& session, std::int64_t ticks) {
   const DataState& data = session.Data;
-  if (data.pausedSince != 0) return true;
+  if (data.pausedSince != 0 || StatusIs(session, text::StatusReady)) return true;
   if (!StatusIs(session, text::StatusAcquiringData)) return false;
   return IsSilent(session, ticks) || (data.samples > 0 && ticks - data.lastSample >= SilenceMs(session));
 }

@@ -18,7 +18,8 @@ struct DataWords {
 
 /// No line has come for as long as SilenceMs tells.
 bool IsSilent(const Session& session, std::int64_t ticks);
-/// The values that stand are no present ones: the job is paused, nothing comes, or nothing that could be taken.
+/// The values that stand are no present ones: there is no job and no playback, the job is paused, nothing comes, or
+/// nothing that could be taken.
 bool HasStaleValues(const Session& session, std::int64_t ticks);
 
 /// `ticks` is the clock's, `perSecond` how fast samples come, where that is known already.

@@ -2,8 +2,10 @@
 
 #include <QScreen>
 #include <QStyle>
+#include <string>
 
 #include "base/text_qt.h"
+#include "core/alarms.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
 #include "ui_alarms_window.h"
@@ -15,13 +17,18 @@ namespace {
 constexpr int kBetweenLabels = 3;  // 45 twips
 constexpr int kBelowLabels = 67;   // 1000 twips: the button
 
+std::string MarkedName(const Session& session, int parameter) {
+  const Parameter& alarmed = session.CurrentParameters[parameter];
+  return AlarmMark(SideOutOfLimits(alarmed, session.CurrentValue[parameter])) + alarmed.name;
+}
+
 }  // namespace
 
 Alarms::Alarms(WindowHost& host, const Session& session) : QDialog(host.Parent()), ui_(std::make_unique<Ui::Alarms>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Alarms);
   for (int i = 1; i <= session.TotalParameters; ++i)
-    if (session.AlarmTriggered[i]) AddLabel(ToQt(session.CurrentParameters[i].name));
+    if (session.AlarmTriggered[i]) AddLabel(ToQt(MarkedName(session, i)));
   FitToLabels();
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(*this, host.Words());

@@ -25,17 +25,23 @@ constexpr QSize kSize(960, 560);
 ValueTiles::Tile TileOf(const Session& session, int channel, bool stale) {
   const Parameter& parameter = session.CurrentParameters[channel];
   const float value = session.CurrentValue[channel];
-  const bool isOfEarlierJob = session.AcquisitionMode && !session.Data.hasValues;
-  const std::string text =
-      isOfEarlierJob || std::isnan(value) ? "\u2013" : Format(static_cast<double>(value), parameter.format);
+  const bool isValue = session.Data.hasValues && !std::isnan(value);
+  const std::string text = isValue ? Format(static_cast<double>(value), parameter.format) : "\u2013";
   const AlarmSide side = session.AlarmTriggered[channel] ? SideOutOfLimits(parameter, value) : AlarmSide::None;
   return {ToQt(parameter.name), ToQt(text), ToQt(parameter.units), parameter.color, side, stale};
+}
+
+bool HasChannels(const Session& session) {
+  for (int i = 1; i <= session.TotalParameters; ++i)
+    if (session.CurrentParameters[i].GraphVisible) return true;
+  return false;
 }
 
 }  // namespace
 
 frmLargeValues::frmLargeValues(WindowHost& host, const LargeValuesAccess& access)
     : ui_(std::make_unique<Ui::frmLargeValues>()),
+      words_(host.Words()),
       access_(access),
       menu_(new QMenu(this)),
       look_(access.clock.MakeTimer()) {
@@ -45,7 +51,6 @@ frmLargeValues::frmLargeValues(WindowHost& host, const LargeValuesAccess& access
   ui_->cmdChannels->setMenu(menu_);
   connect(menu_, &QMenu::aboutToShow, this, &frmLargeValues::FillMenu);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QWidget::close);
-  ui_->Tiles->SetHint(ToQt(host.Words().Translator.In(text::NoLargeValues)));
   TranslateForm(*this, host.Words());
   resize(kSize);
   look_->SetInterval(kLookMs);
@@ -77,7 +82,9 @@ void frmLargeValues::ShowValues() {
   const bool stale = HasStaleValues(access_.session, access_.clock.Ticks());
   for (const int channel : LargeChannels(access_.session)) tiles.push_back(TileOf(access_.session, channel, stale));
   ui_->Tiles->SetNight(access_.session.NightColours || palette().color(QPalette::Window).lightness() <= 127);
-  ui_->cmdChannels->setEnabled(!tiles.empty());
+  const bool hasChannels = HasChannels(access_.session);
+  ui_->cmdChannels->setEnabled(hasChannels);
+  ui_->Tiles->SetHint(ToQt(words_.Translator.In(hasChannels ? text::NoneChosen : text::NoLargeValues)));
   ui_->Tiles->Show(std::move(tiles));
 }
 
@@ -95,11 +102,7 @@ void frmLargeValues::FillMenu() {
 }
 
 void frmLargeValues::Choose(int channel, bool chosen) {
-  std::vector<int> channels = LargeChannels(access_.session);
-  std::erase(channels, channel);
-  if (chosen) channels.push_back(channel);
-  std::sort(channels.begin(), channels.end());
-  access_.session.LargeValues = LargeChannelsText(channels);
+  access_.session.LargeValues = LargeChannelsWith(access_.session, channel, chosen);
   ShowValues();
   access_.keepSettings();
 }

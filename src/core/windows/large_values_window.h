@@ -43,6 +43,7 @@ class frmLargeValues : public QWidget {
   void Choose(int channel, bool chosen);
 
   std::unique_ptr<Ui::frmLargeValues> ui_;
+  const Translation& words_;
   const LargeValuesAccess access_;
   QMenu* menu_;
   std::unique_ptr<Timer> look_;

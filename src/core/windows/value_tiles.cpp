@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/colour.h"
+#include "core/alarms.h"
 #include "platform/drawing/qt_drawing.h"
 
 namespace velk {
@@ -33,6 +34,12 @@ QFont Largest(QFont font, const QString& text, const QSizeF& room) {
 }
 
 }  // namespace
+
+void ValueTiles::SetHint(const QString& hint) {
+  if (hint == hint_) return;
+  hint_ = hint;
+  update();
+}
 
 void ValueTiles::Show(std::vector<Tile> tiles) {
   if (tiles == tiles_) return;
@@ -89,9 +96,7 @@ void ValueTiles::PaintTile(QPainter& painter, const Tile& tile, const QRect& box
   painter.setFont(Largest(font(), heading, top.size()));
   painter.drawText(top, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(heading, Qt::ElideRight, top.width()));
-  const QString mark = tile.side == AlarmSide::Low    ? QStringLiteral("\u25BC ")
-                       : tile.side == AlarmSide::High ? QStringLiteral("\u25B2 ")
-                                                      : QString();
+  const QString mark = QString::fromUtf8(AlarmMark(tile.side));
   if (alarmed && !tile.stale) painter.setPen(ToQColor(ReadableOn(ColourOf(alarm), ColourOf(ground), kReadable)));
   // Room for the mark and a sign, so that the digits keep their size when one comes.
   painter.setFont(Largest(font(), QStringLiteral("\u25B2 -") + tile.value, bottom.size()));

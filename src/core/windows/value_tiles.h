@@ -26,7 +26,8 @@ class ValueTiles : public QWidget {
   explicit ValueTiles(QWidget* parent = nullptr) : QWidget(parent) {}
 
   /// What stands in place of tiles where there are none.
-  void SetHint(const QString& hint) { hint_ = hint; }
+  void SetHint(const QString& hint);
+  const QString& Hint() const { return hint_; }
   /// On dark paper, in the colours that the charts have on it.
   void SetNight(bool night);
   /// Repaints where something has changed.
