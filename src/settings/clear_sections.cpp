@@ -20,29 +20,34 @@ int StoredFormulae(SettingsStore& store) {
   return static_cast<int>(std::clamp(Val(count), 0.0, static_cast<double>(kMaxParameters)));
 }
 
-void DeleteNumbered(SettingsStore& store, const std::string& section, int count) {
-  for (int i = 1; i <= count; ++i) store.Delete(kLiveSettings, section + std::to_string(i));
-}
-
-void DeleteGroup(SettingsStore& store, SettingsGroup group) {
+/// The sections of a group, of numbered formulae the first `formulae`.
+std::vector<std::string> SectionsOf(SettingsGroup group, int formulae) {
+  std::vector<std::string> sections;
+  const auto add = [&](const std::string& section, const std::string& numbered, int count) {
+    sections.push_back(section);
+    for (int i = 1; i <= count; ++i) sections.push_back(numbered + std::to_string(i));
+  };
   switch (group) {
     case SettingsGroup::General:
-      return store.Delete(kLiveSettings, "General");
+      add("General", "", 0);
+      break;
     case SettingsGroup::Protocol:
-      return store.Delete(kLiveSettings, "Protocol");
+      add("Protocol", "", 0);
+      break;
     case SettingsGroup::PrintGraph:
-      return store.Delete(kLiveSettings, "PrintGraph");
+      add("PrintGraph", "", 0);
+      break;
     case SettingsGroup::Parameters:
-      store.Delete(kLiveSettings, "Parameters");
-      return DeleteNumbered(store, "Parameter", kMaxParameters);
+      add("Parameters", "Parameter", kMaxParameters);
+      break;
     case SettingsGroup::Playback:
-      store.Delete(kLiveSettings, "Playback");
-      return DeleteNumbered(store, "PlaybackParameter", kMaxParameters);
+      add("Playback", "PlaybackParameter", kMaxParameters);
+      break;
     case SettingsGroup::Formulae:
-      // The count goes with the section.
-      DeleteNumbered(store, "Formula", StoredFormulae(store));
-      return store.Delete(kLiveSettings, "Formulae");
+      add("Formulae", "Formula", formulae);
+      break;
   }
+  return sections;
 }
 
 }  // namespace
@@ -50,7 +55,9 @@ void DeleteGroup(SettingsStore& store, SettingsGroup group) {
 std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, const Language& language,
                                         const GroupChoice& groups) {
   for (int group = 0; group < kSettingsGroups; ++group) {
-    if (groups[static_cast<std::size_t>(group)]) DeleteGroup(store, static_cast<SettingsGroup>(group));
+    if (!groups[static_cast<std::size_t>(group)]) continue;
+    for (const std::string& section : SectionsOf(static_cast<SettingsGroup>(group), StoredFormulae(store)))
+      store.Delete(kLiveSettings, section);
   }
   std::vector<OperatorText> problems = LoadSettings(session, store, language);
   SetProtocolConstants(session);
@@ -69,8 +76,11 @@ OperatorText ClearQuestion(const GroupChoice& groups) {
 }
 
 std::vector<OperatorText> TakeBackClearing(Session& session, SettingsStore& store, const Language& language,
-                                           const std::string& before) {
-  store.Restore(kLiveSettings, before);
+                                           const BeforeClearing& before) {
+  for (int group = 0; group < kSettingsGroups; ++group) {
+    const std::optional<std::string>& text = before[static_cast<std::size_t>(group)];
+    if (text) store.Restore(kLiveSettings, *text, SectionsOf(static_cast<SettingsGroup>(group), kMaxParameters));
+  }
   std::vector<OperatorText> problems = LoadSettings(session, store, language);
   SetProtocolConstants(session);
   store.Flush();

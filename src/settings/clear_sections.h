@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,9 +30,13 @@ OperatorText ClearQuestion(const GroupChoice& groups);
 std::vector<OperatorText> ClearSections(Session& session, SettingsStore& store, const Language& language,
                                         const GroupChoice& groups);
 
-/// Puts the live settings back to a text that SettingsStore::TextOf gave, on the disk too, and loads them. Gives and
-/// raises what ClearSections does.
+/// By group: the live settings ahead of its first clearing, as SettingsStore::TextOf gave them; none where it was not
+/// cleared.
+using BeforeClearing = std::array<std::optional<std::string>, kSettingsGroups>;
+
+/// Puts the sections of each group that was cleared back to what they were, on the disk too, and loads the live
+/// settings. What else was set since then stays. Gives and raises what ClearSections does.
 std::vector<OperatorText> TakeBackClearing(Session& session, SettingsStore& store, const Language& language,
-                                           const std::string& before);
+                                           const BeforeClearing& before);
 
 }  // namespace velk

@@ -133,6 +133,18 @@ TEST(IniFile, LetsTheLastOfEqualKeysCount) {
   EXPECT_EQ(ValueOf(file, "B", "k"), "x");
 }
 
+TEST(IniFile, TakesASectionOverFromAnotherFile) {
+  IniFile file("[A]\na=1\nx=1\n[B]\nb=1\n[C]\nc=1\n");
+  const IniFile other("[A]\n; why\na=2\n[B]\nb=2\n");
+  file.TakeOver(other, "A");
+  file.TakeOver(other, "C");
+  EXPECT_EQ(*file.Find("A", "a"), "2");
+  EXPECT_EQ(file.Find("A", "x"), nullptr);
+  EXPECT_NE(file.Text().find("[A]\n; why\n"), std::string::npos);
+  EXPECT_EQ(*file.Find("B", "b"), "1");
+  EXPECT_EQ(file.Find("C", "c"), nullptr) << "the other has no such section";
+}
+
 TEST(IniFile, DeletesASectionAndLeavesTheOthers) {
   IniFile file("[A]\nk=1\n[B]\nk=2\n[C]\nk=3\n");
   EXPECT_TRUE(file.Delete("A"));

@@ -399,6 +399,38 @@ TEST_F(EditSettingsTest, TakesBackWhatWasClearedWithWhatNobodyReads) {
   EXPECT_EQ(OnDisk("VELK2", "General", "TheTimeOut"), "9");
 }
 
+TEST_F(EditSettingsTest, TakesBackWhatStoodAheadOfTheFirstOfTwoClearings) {
+  session_.TheTimeOut = 9;
+  session_.Parameters[1].name = "Pressure";
+  Clear({0});
+  session_.TheTimeOut = 7;
+  Clear({0, 3});
+  windows_.ThenClick("ClearSettings", "cmdTakeBack");
+  commands_.mnuEditClear_Click();
+  EXPECT_EQ(session_.TheTimeOut, 9);
+  EXPECT_EQ(session_.Parameters[1].name, "Pressure");
+  windows_.Then("ClearSettings", [](QDialog& window) {
+    EXPECT_FALSE(test::FindControl<QPushButton>(window, "cmdTakeBack")->isEnabled()) << "all of it is back";
+    test::Click(window, "cmdCancel");
+  });
+  commands_.mnuEditClear_Click();
+}
+
+TEST_F(EditSettingsTest, LeavesWhatWasSetSinceAClearingThatIsTakenBack) {
+  session_.TheTimeOut = 9;
+  session_.BaudRate = 300;
+  Clear({0});
+  session_.BaudRate = 600;
+  session_.Parameters[1].name = "Pressure";
+  Clear({3});
+  windows_.ThenClick("ClearSettings", "cmdTakeBack");
+  commands_.mnuEditClear_Click();
+  EXPECT_EQ(session_.TheTimeOut, 9);
+  EXPECT_EQ(session_.BaudRate, 600);
+  EXPECT_EQ(session_.Parameters[1].name, "Pressure") << "it was set behind the first clearing";
+  EXPECT_EQ(OnDisk("VELK2", "Protocol", "BaudRate"), "600");
+}
+
 TEST_F(EditSettingsTest, TellsInTheLanguageOfTheBoxesWhatCouldNotBeRead) {
   const test::InBrackets language;
   test::ScriptedDialogs boxes(gate_, language);

@@ -261,6 +261,13 @@ bool IniFile::Delete(std::string_view section) {
   return true;
 }
 
+void IniFile::TakeOver(const IniFile& other, std::string_view section) {
+  Delete(section);
+  const Section* const taken = other.FindSection(section);
+  if (taken == nullptr) return;
+  sections_[AddSection(section, taken->header)].lines = taken->lines;
+}
+
 bool IniFile::IsEmpty() const {
   return sections_.empty() && preamble_.empty();
 }

@@ -39,6 +39,8 @@ class IniFile {
   bool Set(std::string_view section, std::string_view key, std::string_view value);
   /// Takes away a section with its comments; gives whether it was there.
   bool Delete(std::string_view section);
+  /// Makes a section what it is in `other`, with its comments; there is none where that has none.
+  void TakeOver(const IniFile& other, std::string_view section);
   /// No section and no line is left.
   bool IsEmpty() const;
 

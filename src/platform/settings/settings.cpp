@@ -122,9 +122,11 @@ std::string SettingsStore::TextOf(std::string_view application) {
   return impl_->Open(application).ini.Text();
 }
 
-void SettingsStore::Restore(std::string_view application, const std::string& text) {
+void SettingsStore::Restore(std::string_view application, const std::string& text,
+                            const std::vector<std::string>& sections) {
   SettingsFile& opened = impl_->Open(application);
-  opened.ini = IniFile(text);
+  const IniFile before(text);
+  for (const std::string& section : sections) opened.ini.TakeOver(before, section);
   opened.changed = true;
 }
 

@@ -47,9 +47,9 @@ class SettingsStore {
   void Delete(std::string_view application, std::string_view section);
   void Delete(std::string_view application);
 
-  /// All that an application holds, in the form of its file, and the way back to it.
+  /// All that an application holds, in the form of its file, and for some of its sections the way back to it.
   std::string TextOf(std::string_view application);
-  void Restore(std::string_view application, const std::string& text);
+  void Restore(std::string_view application, const std::string& text, const std::vector<std::string>& sections);
 
   /// Drops what waits for Flush; the application's file is read again when it is next asked for.
   void Forget(std::string_view application);

@@ -1,5 +1,7 @@
 #include "settings/windows/edit_settings_commands.h"
 
+#include <optional>
+
 #include "platform/dialogs/procedure.h"
 #include "settings/settings_io.h"
 #include "settings/settings_keys.h"
@@ -25,24 +27,31 @@ void EditSettingsCommands::Bind(CommandBinder& commands) {
 
 void EditSettingsCommands::mnuEditClear_Click() {
   RunProcedure({edit_.platform.dialogs, "mnuEditClear_Click"}, [&](const Statements& run) {
-    const std::optional<ClearChoice> choice = host_.Ask<ClearSettings>(beforeClearing_.has_value());
+    const std::optional<ClearChoice> choice = host_.Ask<ClearSettings>(beforeClearing_ != BeforeClearing{});
     if (!choice) return;
     Platform& platform = edit_.platform;
     if (choice->takeBack) {
-      const std::string before = *beforeClearing_;
-      ShowProblems(edit_,
-                   run([&] { return TakeBackClearing(edit_.session, platform.settings, platform.language, before); }));
-      beforeClearing_.reset();
+      run([&] { KeepSettings(edit_.session, platform.settings); });
+      ShowProblems(edit_, run([&] {
+                     return TakeBackClearing(edit_.session, platform.settings, platform.language, beforeClearing_);
+                   }));
+      beforeClearing_ = {};
       return;
     }
     if (!IsEmpty(choice->groups)) {
       if (!IsSureToClear(choice->groups)) return;
       run([&] { KeepSettings(edit_.session, platform.settings); });
-      beforeClearing_ = platform.settings.TextOf(kLiveSettings);
+      RememberFor(choice->groups);
     }
     ShowProblems(
         edit_, run([&] { return ClearSections(edit_.session, platform.settings, platform.language, choice->groups); }));
   });
+}
+
+/// Of a group that is cleared twice the first time counts: by the second one it holds little but presets.
+void EditSettingsCommands::RememberFor(const GroupChoice& groups) {
+  for (std::size_t i = 0; i < groups.size(); ++i)
+    if (groups[i] && !beforeClearing_[i]) beforeClearing_[i] = edit_.platform.settings.TextOf(kLiveSettings);
 }
 
 bool EditSettingsCommands::IsSureToClear(const GroupChoice& groups) const {

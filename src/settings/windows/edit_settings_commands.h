@@ -1,8 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
-#include <string>
 
 #include "i18n/windows/window_host.h"
 #include "model/command_binder.h"
@@ -25,11 +23,12 @@ class EditSettingsCommands {
 
  private:
   bool IsSureToClear(const GroupChoice& groups) const;
+  void RememberFor(const GroupChoice& groups);
 
   WindowHost& host_;
   const EditSettings edit_;
   const std::function<void()> afterwards_;
-  std::optional<std::string> beforeClearing_;  ///< the live settings ahead of the last clearing
+  BeforeClearing beforeClearing_;  ///< what Take Back brings
 };
 
 }  // namespace velk
