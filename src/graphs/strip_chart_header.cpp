@@ -22,11 +22,13 @@ std::string Shortened(const Surface& surface, const std::string& text, double ro
 }
 
 /// Name and units of a curve. Where they are wider than `room` the name is cut first: a value without its units is
-/// none.
+/// none. Where no letter of it has room the units stand alone, and where they have none, nothing.
 std::string TitleOf(const Surface& surface, const Parameter& curve, double room) {
   const std::string units = " (" + curve.units + ")";
   const std::string name = Shortened(surface, curve.name, room - surface.TextWidth(units));
-  return name.empty() && !curve.name.empty() ? Shortened(surface, curve.name, room) : name + units;
+  if (!name.empty() || curve.name.empty()) return name + units;
+  const std::string unitsAlone = "(" + curve.units + ")";
+  return surface.TextWidth(unitsAlone) <= room ? unitsAlone : std::string();
 }
 
 }  // namespace

@@ -358,6 +358,24 @@ TEST(InitialHeader, GivesATitleTheRoomBetweenTheNumbersBeforeItIsCutAndKeepsItsU
   for (const std::string& call : c.picture1.calls) EXPECT_EQ(call.find("Дав"), std::string::npos) << call;
 }
 
+TEST(InitialHeader, LeavesTheUnitsWhereTheNameHasNoRoomAndNeverANameWithoutThem) {
+  RecordedChart c;
+  c.session.CurrentParameters[1].name = "Давление нагнетания";
+  c.pic2.Resize(2200, 3600);
+  c.chart.InitialHeader();
+  // From 170 to 774, behind which "100" begins at 834: 500 for "(psi)", which ends at 774.
+  EXPECT_EQ(c.picture1.calls[4], "print 1240 50 '(psi)' 0000FF");
+  for (double width = 1500; width <= 2966; width += 50) {
+    c.pic2.Resize(width, 3600);
+    c.Forget();
+    c.chart.InitialHeader();
+    for (const std::string& call : c.picture1.calls) {
+      if (call.find("Д") == std::string::npos) continue;
+      EXPECT_NE(call.find(" (psi)'"), std::string::npos) << width << ": " << call;
+    }
+  }
+}
+
 TEST(InitialHeader, IsAsHighAsItsRows) {
   EXPECT_DOUBLE_EQ(RecordedChart(1).chart.HeaderHeight(), 250);
   EXPECT_DOUBLE_EQ(RecordedChart(8).chart.HeaderHeight(), 2000);
