@@ -114,6 +114,18 @@ TEST_F(LinkTest, TheOtherFailuresNameTheDeviceToo) {
   }
 }
 
+TEST_F(LinkTest, ThePlugNamesTheDeviceOfThePortThatWasOpenedLast) {
+  settings.Save("VELK2", "Protocol", "PortDevice2", "/dev/second");
+  link.SetODataCom();
+  link.CloseODataCom();
+  EXPECT_EQ(view.toolTips["disconnect"], std::string("Disconnected: ") + kDevice);
+  session.PortNumber = 2;
+  ASSERT_TRUE(link.OpenPlainPort(Handshake::None));
+  EXPECT_EQ(view.toolTips["connect"], "Connected: /dev/second");
+  link.ClosePlainPort();
+  EXPECT_EQ(view.toolTips["disconnect"], "Disconnected: /dev/second");
+}
+
 TEST_F(LinkTest, RetryOpensAgain) {
   driver.Vanish();
   dialogs.Expect(" - SetODataCom", Answer::Retry);

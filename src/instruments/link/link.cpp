@@ -116,7 +116,9 @@ void Link::TakeUnitSeparators() {
 /// A device that does not open, and that the operator has just been told of, is left to the watchdog.
 void Link::OpenDriver(const std::string& toldAlready) {
   try {
-    ODataCom1.Open(DriverSettings());
+    const LineDriverSettings settings = DriverSettings();
+    deviceInUse_ = settings.port.device;
+    ODataCom1.Open(settings);
     DriverOpened();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
   } catch (const PortError& error) {
@@ -230,6 +232,7 @@ bool Link::OpenPlainPort(Handshake handshake) {
       ClosePlainPort();
       try {
         plain_ = PlainSettings(handshake, device_.Of(session_.PortNumber));
+        deviceInUse_ = plain_.device;
         MSComm1->Open(plain_);
         device_.Opened();
         ShowImages(true);
@@ -247,7 +250,7 @@ bool Link::KeepPlainPortOpen() {
   if (platform_.clock.Ticks() < nextReopen_) return false;
   nextReopen_ = platform_.clock.Ticks() + ODataCom1.Settings().retryMilliseconds;
   try {
-    plain_.device = device_.Find();
+    deviceInUse_ = plain_.device = device_.Find();
     MSComm1->Open(plain_);
     device_.Opened();
     ShowImages(true);
@@ -270,7 +273,8 @@ void Link::CycleODataCom() {
 bool Link::Reopen() {
   try {
     ODataCom1.ClosePort();
-    ODataCom1.Reopen(device_.Find());
+    deviceInUse_ = device_.Find();
+    ODataCom1.Reopen(deviceInUse_);
     DriverOpened();
     TellUnsupported(ODataCom1.Settings().port, ODataCom1.Unsupported());
     return true;
@@ -375,19 +379,13 @@ void Link::ShowImages(bool connected) {
   const int open = silent_ ? image::ConnectSilent : image::ConnectOn;
   view_.SetButtonImage("connect", connected ? open : image::ConnectOff);
   view_.SetButtonImage("disconnect", connected ? image::DisconnectOn : image::DisconnectOff);
-  const std::string& device = DeviceInUse();
-  if (device.empty()) return;
-  view_.SetButtonToolTip("connect", (silent_ ? text::NoDataFrom : text::ConnectedTo) + device);
-  view_.SetButtonToolTip("disconnect", text::DisconnectedFrom + device);
-}
-
-const std::string& Link::DeviceInUse() const {
-  return MSComm1->IsOpen() || ODataCom1.Settings().port.device.empty() ? plain_.device
-                                                                       : ODataCom1.Settings().port.device;
+  if (deviceInUse_.empty()) return;
+  view_.SetButtonToolTip("connect", (silent_ ? text::NoDataFrom : text::ConnectedTo) + deviceInUse_);
+  view_.SetButtonToolTip("disconnect", text::DisconnectedFrom + deviceInUse_);
 }
 
 OperatorText Link::PortInUse() const {
-  return text::ComPort + std::to_string(session_.PortNumber) + ": " + DeviceInUse();
+  return text::ComPort + std::to_string(session_.PortNumber) + ": " + deviceInUse_;
 }
 
 void Link::ShowSilence(bool silent) {

@@ -123,7 +123,6 @@ class Link {
   void ShowUntold();
   void ShowBox();
   void ShowImages(bool connected);
-  const std::string& DeviceInUse() const;
 
   Session& session_;
   Platform& platform_;
@@ -133,6 +132,7 @@ class Link {
   std::unique_ptr<Timer> retry_;  ///< on while the device is gone
   SerialSettings plain_;          ///< of the plain port's last opening
   FollowedDevice device_;         ///< of both ports
+  std::string deviceInUse_;       ///< by the port that was opened last, or was to be
   std::int64_t linesSeen_ = 0;
   std::string lastFrameTime_;
   bool watchRests_ = false;      ///< the watchdog looks less often than it would in a job
