@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <algorithm>
 
 #include "base/colour.h"
 #include "graphs/graph_form_fixture.h"
@@ -42,18 +43,37 @@ struct FilledDesk : GraphDesk {
   }
 };
 
+/// Nothing is grey below the plot of three curves, nothing is cut.
+void ExpectFilled(FilledDesk& desk) {
+  const auto* view = desk.Find<QWidget>("ChartView");
+  const auto* picture1 = desk.Find<QWidget>("Picture1");
+  EXPECT_EQ(picture1->height(), view->height());
+  // 3 rows of header and 100 twips above the plot, 100 below it.
+  EXPECT_EQ(desk.Find<QWidget>("Pic2")->height(), picture1->height() - 56 - 6);
+  EXPECT_EQ(desk.Find<QWidget>("Frame1")->geometry().bottom() + 1, picture1->height());
+  EXPECT_EQ(desk.Find<QWidget>("Picture3")->height(), desk.Find<QWidget>("Pic2")->height());
+}
+
 TEST(FilledWindows, LeaveNothingGreyBelowThePlotAndCutNothing) {
   FilledDesk desk(3);
   for (const QSize size : {QSize(700, 400), QSize(900, 760), QSize(620, 1500)}) {
     desk.Size(size.width(), size.height());
-    const auto* view = desk.Find<QWidget>("ChartView");
-    const auto* picture1 = desk.Find<QWidget>("Picture1");
-    EXPECT_EQ(picture1->height(), view->height());
-    // 3 rows of header and 100 twips above the plot, 100 below it.
-    EXPECT_EQ(desk.Find<QWidget>("Pic2")->height(), picture1->height() - 56 - 6);
-    EXPECT_EQ(desk.Find<QWidget>("Frame1")->geometry().bottom() + 1, picture1->height());
-    EXPECT_EQ(desk.Find<QWidget>("Picture3")->height(), desk.Find<QWidget>("Pic2")->height());
+    ExpectFilled(desk);
   }
+}
+
+TEST(FilledWindows, LeaveNothingGreyWhereTheyFillTheArea) {
+  FilledDesk desk(3);
+  desk.Size(700, 400);
+  desk.Form().parentWidget()->showMaximized();
+  desk.Settle();
+  EXPECT_TRUE(
+      desk.area.viewport()->rect().contains(desk.Form().geometry().translated(desk.Form().parentWidget()->pos())));
+  EXPECT_GE(desk.Form().height(), desk.area.viewport()->height() - 40) << "its frame and title aside";
+  ExpectFilled(desk);
+  desk.area.resize(1000, 600);
+  desk.Settle();
+  ExpectFilled(desk);
 }
 
 TEST(FilledWindows, HoldAsMuchTimeAsEver) {
@@ -144,6 +164,54 @@ TEST(FilledWindows, FollowTheAreaUntilTheOperatorHasMovedOne) {
   desk.Settle();
   EXPECT_EQ(desk.Form().parentWidget()->size(), desk.area.viewport()->size());
   desk.area.resize(1200, 640);
+  desk.Settle();
+  EXPECT_EQ(desk.Form().parentWidget()->size(), desk.area.viewport()->size());
+}
+
+TEST(FilledWindows, FollowTheAreaThatIsScrolled) {
+  FilledDesk desk(4);
+  for (int i = 1; i <= 4; ++i) desk.session.CurrentParameters[i].FormIndex = static_cast<std::int16_t>(i);
+  BuildGraphMap(desk.session, 4);
+  desk.area.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  desk.area.resize(700, 300);
+  desk.Create();
+  desk.Settle();
+  QScrollBar* const bar = desk.area.verticalScrollBar();
+  ASSERT_GT(bar->maximum(), 0);
+  bar->setValue(bar->maximum());
+  desk.area.resize(760, 320);
+  desk.Settle();
+  int right = 0;
+  for (int graph = 1; graph <= 4; ++graph)
+    right = std::max(right, desk.Form(graph).parentWidget()->geometry().right() + 1);
+  EXPECT_EQ(right, desk.area.viewport()->width());
+  EXPECT_EQ(desk.Form(1).parentWidget()->pos(), QPoint(0, 0));
+}
+
+TEST(FilledWindows, FollowTheAreaBehindTheReturnOfOneThatFilledIt) {
+  FilledDesk desk(2);
+  desk.session.CurrentParameters[2].FormIndex = 5;
+  BuildGraphMap(desk.session, 2);
+  desk.Create();
+  desk.Settle();
+  desk.Form(3).parentWidget()->showMaximized();
+  desk.Settle();
+  desk.area.resize(1000, 700);
+  desk.Settle();
+  desk.Form(3).parentWidget()->showNormal();
+  desk.Settle();
+  const QRect both = desk.Form(3).parentWidget()->geometry() | desk.Form(5).parentWidget()->geometry();
+  EXPECT_EQ(both, desk.area.viewport()->rect());
+}
+
+TEST(FilledWindows, FollowTheAreaBehindTheOpeningOfOneThatWasClosed) {
+  FilledDesk desk;
+  desk.windows.Close(3);
+  desk.Settle();
+  desk.windows.Open(3, QRect(100, 80, 600, 400), 0);
+  desk.Settle();
+  EXPECT_EQ(desk.Form().parentWidget()->geometry(), QRect(100, 80, 600, 400));
+  desk.area.resize(1000, 700);
   desk.Settle();
   EXPECT_EQ(desk.Form().parentWidget()->size(), desk.area.viewport()->size());
 }

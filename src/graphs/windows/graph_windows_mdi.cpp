@@ -2,6 +2,8 @@
 
 #include <QEvent>
 #include <QMdiSubWindow>
+#include <QScrollBar>
+#include <utility>
 
 #include "graphs/window_tiling.h"
 
@@ -36,6 +38,7 @@ void GraphWindowsMdi::PlaceWindows(const std::vector<int>& graphs,
     const int curves = session_.GraphCurveCount[graph];
     heights.push_back(fills ? ChartView::LeastHeight(measures, curves) : ChartView::WantedHeight(measures, curves));
   }
+  for (QScrollBar* bar : {area_.horizontalScrollBar(), area_.verticalScrollBar()}) bar->setValue(0);
   const QSize room = area_.viewport()->size();
   const auto places =
       fills ? FillWithWindows(room.width(), room.height(), heights) : TileWindows(room.width(), room.height(), heights);
@@ -47,27 +50,31 @@ void GraphWindowsMdi::PlaceWindows(const std::vector<int>& graphs,
 }
 
 bool GraphWindowsMdi::StandWherePlaced() const {
+  const QPoint scrolled(area_.horizontalScrollBar()->value(), area_.verticalScrollBar()->value());
   bool any = false;
   for (int graph = 1; graph <= kMaxParameters; ++graph) {
     const GraphFormNew* form = Form(graph);
     if (form == nullptr) continue;
     const QWidget* window = form->parentWidget();
     any = true;
-    if (window->isMaximized() || window->isMinimized() || window->geometry() != placed_[graph]) return false;
+    if (window->isMaximized() || window->isMinimized()) return false;
+    if (window->geometry().translated(scrolled) != placed_[graph]) return false;
   }
   return any;
 }
 
 bool GraphWindowsMdi::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize && !willFollow_ && StandWherePlaced()) {
-    willFollow_ = true;
-    QMetaObject::invokeMethod(
-        this, [this] { FollowArea(); }, Qt::QueuedConnection);
-  }
+  if (event->type() == QEvent::Resize && StandWherePlaced()) FollowSoon();
   return QObject::eventFilter(watched, event);
 }
 
 /// Behind the area's own work on its new size.
+void GraphWindowsMdi::FollowSoon() {
+  if (std::exchange(willFollow_, true)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { FollowArea(); }, Qt::QueuedConnection);
+}
+
 void GraphWindowsMdi::FollowArea() {
   willFollow_ = false;
   if (!StandWherePlaced()) return;
@@ -106,12 +113,21 @@ GraphFormNew* GraphWindowsMdi::Form(int graphNumber) const {
   return session_.GraphForms[graphNumber] != nullptr ? forms_[graphNumber].data() : nullptr;
 }
 
+void GraphWindowsMdi::Open(int graphNumber, const QRect& place, double timeOrigin) {
+  placed_[graphNumber] = place;
+  Create(graphNumber, place, timeOrigin);
+}
+
 void GraphWindowsMdi::Create(int graphNumber, const QRect& place, double timeOrigin) {
   auto* form = new GraphFormNew(session_, platform_, translation_, graphNumber, refresh_, onHeaderChanged_, log_);
   QMdiSubWindow* window = area_.addSubWindow(form);
   // The window itself says when it may be deleted.
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   window->setGeometry(place);
+  // One that filled the area goes back to where it stood, while the area may have another size.
+  connect(window, &QMdiSubWindow::windowStateChanged, this, [this](Qt::WindowStates before, Qt::WindowStates now) {
+    if ((before ^ now) & (Qt::WindowMaximized | Qt::WindowMinimized)) FollowSoon();
+  });
   forms_[graphNumber] = form;
   if (onCreated) onCreated(*form);
   form->Load(timeOrigin);

@@ -30,7 +30,7 @@ class GraphWindowsMdi : public QObject, public GraphWindows {
   /// The open window of a graph number; null where there is none.
   GraphFormNew* Form(int graphNumber) const;
   /// Makes the window of a graph number that has none. Its page begins at `timeOrigin`; 0: with the first sample.
-  void Open(int graphNumber, const QRect& place, double timeOrigin) { Create(graphNumber, place, timeOrigin); }
+  void Open(int graphNumber, const QRect& place, double timeOrigin);
   void Close(int graphNumber) { Unload(graphNumber); }
   /// FitGraphsToWindows or NightColours has changed.
   void FollowLooks();
@@ -43,6 +43,7 @@ class GraphWindowsMdi : public QObject, public GraphWindows {
   void Create(int graphNumber, const QRect& place, double timeOrigin);
   void PlaceWindows(const std::vector<int>& graphs, const std::function<void(int graph, const QRect& place)>& put);
   bool StandWherePlaced() const;
+  void FollowSoon();
   void FollowArea();
   void Unload(int graphNumber);
 
@@ -54,7 +55,7 @@ class GraphWindowsMdi : public QObject, public GraphWindows {
   OpenLog* log_;
   ScreenRefresh refresh_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;
-  std::array<QRect, kSlots> placed_;  ///< where the program has put each
+  std::array<QRect, kSlots> placed_;  ///< where the program has put each in the area, which may be scrolled
   bool willFollow_ = false;
 };
 
