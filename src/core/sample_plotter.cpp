@@ -16,7 +16,9 @@ void SamplePlotter::Draw(const Statements& run, const Plotting& plotting) {
   for (int i = 1; i <= session_.TotalParameters; ++i) {
     if (!session_.CurrentParameters[i].GraphVisible) continue;
     if (i > session_.NumberOfParameters && !plotting.isComputed) ComputeOne(run, i);
+    session_.Data.channel = i;
     DrawParameter(i, plotting);
+    session_.Data.channel = 0;
   }
   session_.FirstPoint = false;
   if (plotting.watchesAlarms) HideAlarmsIfNone(session_, view_);

@@ -102,6 +102,7 @@ void SampleRoad::Sample(const Report& report, const std::function<Values(const S
   ++depth_;
   const OnLeaving done([this] { Leave(); });
   errors_.BeginSample();
+  session_.SampleBoxes = &errors_;
   RunProcedure(report, [&](const Statements& run) { RunSample(run, take); });
   errors_.EndSample();
 }
@@ -116,7 +117,9 @@ bool SampleRoad::PassesGuard() {
 /// Samples may lie one on top of the other. The last one to leave ends the recording if Stop was pressed meanwhile.
 void SampleRoad::Leave() {
   session_.SampleBusy = false;
-  if (--depth_ == 0 && session_.StopRequested) log_.Finish();
+  if (--depth_ > 0) return;
+  session_.SampleBoxes = nullptr;
+  if (session_.StopRequested) log_.Finish();
 }
 
 void SampleRoad::RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take) {

@@ -12,6 +12,7 @@
 
 namespace velk {
 
+class BoxPause;
 class GraphWindow;
 
 /// The one session of the process: plain fields that everything reads and writes directly, those that the settings keep
@@ -38,11 +39,12 @@ struct Session : StoredSettings {
   // --- Status ---
   MessageText CurrentStatus;  ///< the status word, see status.h
   bool AcquireStarted = false;
-  bool AcquisitionMode = false;  ///< set at Connect, cleared when a playback file is chosen
-  bool StopRequested = false;    ///< set by Stop and by a time-out, honoured at the head of the next sample
-  bool SampleBusy = false;       ///< a sample is running
-  std::int16_t SampleSkips = 0;  ///< events that the guard has swallowed since the last run
-  bool FirstPoint = true;        ///< until the first plotted sample of the process
+  bool AcquisitionMode = false;     ///< set at Connect, cleared when a playback file is chosen
+  bool StopRequested = false;       ///< set by Stop and by a time-out, honoured at the head of the next sample
+  bool SampleBusy = false;          ///< a sample is running
+  std::int16_t SampleSkips = 0;     ///< events that the guard has swallowed since the last run
+  BoxPause* SampleBoxes = nullptr;  ///< keeps boxes away that would come with each sample; null: none is under way
+  bool FirstPoint = true;           ///< until the first plotted sample of the process
   bool AskOnExit = true;
   bool ProgramEnding = false;  ///< graph windows then don't save their layout
 

@@ -265,6 +265,57 @@ TEST_F(Program, AGraphThatWasClosedIsOpenedAgainFromTheMenuAndDrawsOn) {
   EXPECT_EQ(rig.State().GraphForms[graph]->TimeOrigin(), rig.State().Times.GraphPageTime);
 }
 
+/// The pages of a job of twenty minutes, with a sample a second or with those at its ends alone.
+int PagesOfTwentyMinutes(bool withGap) {
+  test::ShellRig rig;
+  rig.Start();
+  rig.Connect();
+  rig.dialogs.ExpectSaveFile(rig.folder.File("job"));
+  rig.Choose("mnuFileRecord");
+  rig.Press("Pause");
+  rig.Frame(1, 2, 3);
+  if (withGap) rig.clock.Advance(1'198'000);
+  for (int second = 2; second < 1200 && !withGap; ++second) rig.Frame(1, 2, 3);
+  rig.Frame(1, 2, 3);
+  return rig.State().PageCount;
+}
+
+TEST_F(Program, AGapCountsItsPagesAsIfItsSamplesHadCome) {
+  const int pages = PagesOfTwentyMinutes(false);
+  EXPECT_GE(pages, 8) << "ten blocks, a page with each but the first two at most";
+  EXPECT_EQ(PagesOfTwentyMinutes(true), pages);
+}
+
+TEST_F(Program, AGapOfManyPagesAsksForAFileOnce) {
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(1, 2, 3);
+  rig.clock.Advance(3'600'000);
+  rig.dialogs.Expect("File name not supplied, save the data now?", Answer::No);
+  rig.Frame(1, 2, 3);
+  EXPECT_GE(rig.State().PageCount, 28);
+}
+
+TEST_F(Program, ABoxOfAChartComesAgainBehindTenSecondsAndIsNamedMeanwhile) {
+  rig.Start();
+  rig.Connect();
+  rig.Press("Pause");
+  rig.Frame(1, 2, 3);
+  Parameter& channel = rig.State().CurrentParameters[2];
+  channel.min = channel.max = 7;
+  rig.dialogs.Expect("Division by zero - PlotValue", Answer::Cancel);
+  for (int second = 0; second < 9; ++second) {
+    rig.Frame(1, 2, 3);
+    EXPECT_EQ(rig.State().Data.failure.English(), "Division by zero (" + channel.name + ")");
+  }
+  rig.dialogs.Expect("Division by zero - PlotValue", Answer::Cancel);
+  for (int second = 0; second < 3; ++second) rig.Frame(1, 2, 3);
+  channel.max = 8;
+  rig.Frame(1, 2, 3);
+  EXPECT_TRUE(rig.State().Data.failure.IsEmpty());
+}
+
 TEST_F(Program, SetsTheLinkUpAgainForAnotherUnit) {
   rig.Start();
   rig.windows.Then("HardwareSettings", [](QDialog& window) {

@@ -30,7 +30,8 @@ bool GraphFormNew::Operation(const char* procedure, Statement&& statement, const
   } catch (const std::exception&) {  // runs again below, where its text is shown
   }
   const Stay stay(*this);
-  return RunProcedure({platform_.dialogs, procedure, title}, [&](auto run) { run(statement); });
+  BoxPause* const pause = session_.Data.channel > 0 ? session_.SampleBoxes : nullptr;
+  return RunProcedure({platform_.dialogs, procedure, title, pause}, [&](auto run) { run(statement); });
 }
 
 bool GraphFormNew::RunStatement(const char* procedure, const std::function<void()>& statement,
