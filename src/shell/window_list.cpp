@@ -11,6 +11,8 @@
 
 #include "base/text_qt.h"
 #include "graphs/windows/graph_form_new.h"
+#include "model/status.h"
+#include "model/texts.h"
 #include "shell/main_form.h"
 #include "shell/texts.h"
 #include "shell/window_places.h"
@@ -72,8 +74,10 @@ void WindowList::FillList() {
   list_->menuAction()->setEnabled(!list_->isEmpty());
 }
 
-/// By the name of the graph's first curve, which is the title of its window.
+/// By the name of the graph's first curve, which is the title of its window. The graphs of a job or playback that has
+/// ended would stay empty.
 void WindowList::AddClosed() {
+  if (StatusIs(session_, text::StatusReady)) return;
   for (int k = 1; k <= session_.GraphCount; ++k) {
     const int graph = session_.GraphList[static_cast<std::size_t>(k)];
     if (!onReopen || session_.GraphForms[static_cast<std::size_t>(graph)] != nullptr) continue;

@@ -7,6 +7,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 
+#include "model/texts.h"
 #include "shell/main_form.h"
 #include "support/fake_graphs.h"
 #include "support/in_english.h"
@@ -179,6 +180,8 @@ TEST_F(WindowListTest, OffersGraphsThatWereClosedAgain) {
   EXPECT_EQ(Entries(), (QStringList{"&1 Pressure", "Open Again: Flow && rate"}));
   List()->actions()[1]->trigger();
   EXPECT_EQ(reopened, std::vector<int>{5});
+  session.CurrentStatus = text::StatusReady;
+  EXPECT_EQ(Entries(), QStringList{"&1 Pressure"}) << "the job has ended: its graph would stay empty";
 }
 
 }  // namespace
