@@ -128,6 +128,11 @@ inline constexpr MessageText ChannelsAreItems{
     3311, "The channels are the items of the list under Edit Settings, OPC Server. No serial port is used."};
 inline constexpr MessageText LoadAnyLinesTemplate{
     2618, "This protocol can't be chosen here. Load the template \"Any serial lines\" by Edit Settings."};
+inline constexpr MessageText DeliversNoValues{3405, "Lines of this protocol deliver no values."};
+inline constexpr MessageText NotChosenHere{3406, "This protocol can't be chosen here."};
+inline constexpr MessageText LoadTemplateNamed{3407, " Load the template \""};
+inline constexpr MessageText OrTemplate{3408, "\" or \""};
+inline constexpr MessageText ByEditSettings{3409, "\" by Edit Settings."};
 
 // Lines as they arrive
 inline constexpr MessageText ListensYet{2619, "Listening. Nothing has come yet."};

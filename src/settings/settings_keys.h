@@ -7,11 +7,9 @@
 
 #include "base/operator_text.h"
 #include "model/session.h"
+#include "model/settings_names.h"
 
 namespace velk {
-
-inline constexpr std::string_view kLiveSettings = "VELK2";
-inline constexpr std::string_view kTemplateList = "VELKTemplates";
 
 /// Twips. A graph window has at most 16000 rows of 15 twips; what is below them would not be drawn.
 inline constexpr double kMaxGraphHeight = 16000.0 * 15;

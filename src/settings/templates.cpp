@@ -72,13 +72,6 @@ bool JobStands(const Session& session) {
 
 }  // namespace
 
-std::string TemplateApplication(std::string_view name) {
-  const std::string application = "VELK" + std::string(name);
-  // A template "2" must not be the live settings. No other template begins like this.
-  if (application == kLiveSettings || application == kTemplateList) return "Template" + application;
-  return application;
-}
-
 void LoadTemplate(Session& session, SettingsStore& store, const Language& language, const std::string& name) {
   const std::string application = TemplateApplication(name);
   store.RequireWhole(application);

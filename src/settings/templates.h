@@ -6,13 +6,10 @@
 
 #include "base/language.h"
 #include "model/session.h"
+#include "model/settings_names.h"
 #include "platform/settings/settings.h"
 
 namespace velk {
-
-/// The application of the store that holds a template: "VELK" and its name. Any name that is not empty is one, and two
-/// that differ in case are two.
-std::string TemplateApplication(std::string_view name);
 
 /// Fills the session from a template, with the presets of LoadSettings, and takes over the constants of the unit that
 /// it names. What templates don't hold stays. Raises FileNotFound where there is no such template, DeviceIOError where

@@ -52,6 +52,13 @@ std::string JetReaderIn(const std::string& programFolder) {
   return FileExists(beside) ? beside : programFolder + "/../../jet_reader/velk_jet_reader";
 }
 
+/// Whether somebody has chosen the instrument: the protocol of a first start is a preset, which is stored with the
+/// rest.
+bool WasChosen(const Session& session, SettingsStore& settings) {
+  if (settings.Find(kLiveSettings, "Protocol", "SerialPortChosen")) return true;
+  return !session.SerialData.empty() && session.SerialData != protocol::Formatted;
+}
+
 }  // namespace
 
 Application::Application(const Services& services)
@@ -140,9 +147,8 @@ void Application::BindCommands() {
   curves_.onPrint = [this](int graph) { printGraph_.Print(graph); };
   shutDown_.Bind(commands);
   form_.Guide().portIsThere = [this] {
-    // On a first start the protocol is a preset that nobody has chosen.
-    return platform_.settings.Find(kLiveSettings, "Protocol", "SerialData") &&
-           PortIsThere(PortDevice(platform_.settings, session_.PortNumber));
+    return WasChosen(session_, platform_.settings) &&
+           (!ProtocolOf(session_).hasPort || PortIsThere(PortDevice(platform_.settings, session_.PortNumber)));
   };
   form_.Guide().onSimulatedUnit = [this] {
     if (!StartWithSimulatedUnit(programFolder_, session_, platform_.language))

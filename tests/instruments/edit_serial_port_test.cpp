@@ -15,6 +15,7 @@
 #include "instruments/windows/intermittent.h"
 #include "instruments/windows/requested_data.h"
 #include "instruments/windows/serial_port_command.h"
+#include "instruments/windows_fixture.h"
 #include "platform/settings/settings.h"
 #include "support/fake_clock.h"
 #include "support/host.h"
@@ -154,6 +155,19 @@ TEST_F(EditSerialPort, OpensWithWhatTheSessionHolds) {
   EXPECT_EQ(windows.hardware.BaudRate, 4800);
   EXPECT_EQ(HardwareQuestionOf(session, settings, nullptr).formulae, 3);
   EXPECT_EQ(windows.ports, 4);
+}
+
+TEST_F(EditSerialPort, KnowsTheTemplatesByTheirNamesInTheListWhateverTheLanguage) {
+  session.TemplateNames = {"", "Formatted lines (blank, CR)", "Любые строки"};
+  settings.Save("VELKFormatted lines (blank, CR)", "Protocol", "SerialData", "formatted and at regular intervals");
+  settings.Save("VELKЛюбые строки", "Protocol", "SerialData", "Any Serial Data");
+  const std::vector<ListedTemplate> templates = HardwareQuestionOf(session, settings, nullptr).templates;
+  const Translation russian = test::In("Russian");
+  EXPECT_EQ(
+      russian.Translator.In(ProtocolNote(0, PickedSerialData(0, ""), templates)),
+      "Строки этого протокола не дают значений. Загрузите шаблон «Formatted lines (blank, CR)» через «Настройки».");
+  EXPECT_EQ(ProtocolNote(15, "", templates).English(),
+            "This protocol can't be chosen here. Load the template \"Любые строки\" by Edit Settings.");
 }
 
 TEST_F(EditSerialPort, TakesAFormattedProtocolOver) {

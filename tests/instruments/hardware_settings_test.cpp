@@ -303,7 +303,11 @@ TEST_F(HardwareSettingsWindow, LeavesANumberOfChannelsThatWasTyped) {
 }
 
 TEST_F(HardwareSettingsWindow, SaysWhichTemplateServesWhereThePickedEntryDeliversNoValues) {
-  Open(Question());
+  HardwareQuestion question = Question();
+  const char* const formatted = "formatted and at regular intervals";
+  question.templates = {
+      {"May", "Data Taker a"}, {"Blank, CR", formatted}, {"Запятая", formatted}, {"Все", "Any Serial Data"}};
+  Open(question);
   window->show();
   auto& note = Find<QLabel>(*window, "lblProtocolNote");
   EXPECT_FALSE(note.isVisible());
@@ -312,11 +316,17 @@ TEST_F(HardwareSettingsWindow, SaysWhichTemplateServesWhereThePickedEntryDeliver
     EXPECT_FALSE(note.isVisible());
     List("cboSerialData").setCurrentIndex(place);
     EXPECT_TRUE(note.isVisible()) << place;
-    EXPECT_TRUE(note.text().contains("Formatted lines (blank, CR)")) << place;
+    EXPECT_TRUE(note.text().endsWith(" no values. Load the template \"Blank, CR\" or \"Запятая\" by Edit Settings."));
   }
   List("cboSerialData").setCurrentIndex(12);
   List("cboSerialData").setCurrentIndex(15);
-  EXPECT_TRUE(note.text().contains("Any serial lines"));
+  EXPECT_EQ(note.text(), "This protocol can't be chosen here. Load the template \"Все\" by Edit Settings.");
+}
+
+TEST_F(HardwareSettingsWindow, NamesNoTemplateThatIsNotInTheList) {
+  Open(Question());
+  List("cboSerialData").setCurrentIndex(0);
+  EXPECT_EQ(Find<QLabel>(*window, "lblProtocolNote").text(), "Lines of this protocol deliver no values.");
 }
 
 /// A port on which a test speaks.

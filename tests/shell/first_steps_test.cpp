@@ -9,6 +9,9 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "instruments/setup/edit_serial_port.h"
+#include "instruments/table/protocols.h"
+#include "settings/settings_io.h"
 #include "shell/shell_rig.h"
 #include "support/pty.h"
 
@@ -149,9 +152,21 @@ TEST_F(Guide, ShowsNoInstrumentAsChosenOnAFirstStartThoughThePortOfThePresetsIsT
   const test::Pty unit;
   rig.settings->Save("VELK2", "Protocol", "PortDevice1", unit.Device());
   EXPECT_TRUE(IsDone("cmdStep_1"));
-  rig.settings->Delete("VELK2", "Protocol");
-  rig.settings->Save("VELK2", "Protocol", "PortDevice1", unit.Device());
+  rig.State().SerialData = "formatted and at regular intervals";
+  KeepSettings(rig.State(), *rig.settings);
+  EXPECT_FALSE(IsDone("cmdStep_1")) << "any change of the settings stores the preset";
+  const SerialPortOutcome chosen = OutcomeOf(rig.State(), HardwareChoicesOf(rig.State()), test::English());
+  StoreSerialPort(rig.State(), *rig.settings, chosen);
+  EXPECT_TRUE(IsDone("cmdStep_1")) << "Serial Port was answered";
+}
+
+TEST_F(Guide, AsksForNoDeviceWhereTheProtocolHasNoPort) {
+  rig.settings->Save("VELK2", "Protocol", "PortDevice1", "/dev/nobody-has-this");
   EXPECT_FALSE(IsDone("cmdStep_1"));
+  for (const Protocol& row : Protocols())
+    if (!row.hasPort) rig.State().SerialData = std::string(row.serialData);
+  ASSERT_FALSE(ProtocolOf(rig.State()).hasPort);
+  EXPECT_TRUE(IsDone("cmdStep_1"));
 }
 
 TEST_F(Guide, OffersASimulatedUnit) {

@@ -3,9 +3,23 @@
 #include <utility>
 
 #include "instruments/table/protocols.h"
+#include "model/settings_names.h"
 #include "platform/settings/settings.h"
 
 namespace velk {
+
+namespace {
+
+std::vector<ListedTemplate> TemplatesOf(const Session& session, SettingsStore& settings) {
+  std::vector<ListedTemplate> templates;
+  for (std::size_t i = 1; i < session.TemplateNames.size(); ++i) {
+    const std::string& name = session.TemplateNames[i];
+    templates.push_back({name, settings.Get(TemplateApplication(name), "Protocol", "SerialData", "")});
+  }
+  return templates;
+}
+
+}  // namespace
 
 HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening) {
   const auto look = [&settings] { return PortsFound{PortEntries(settings), NamedDevices()}; };
@@ -16,7 +30,8 @@ HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& setti
           .devices = std::move(found.devices),
           .delimiter = session.Delimiter,
           .listening = listening,
-          .look = look};
+          .look = look,
+          .templates = TemplatesOf(session, settings)};
 }
 
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language) {
@@ -41,6 +56,7 @@ void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPort
   StoreHardwareChoices(session, outcome.choices);
   for (const auto& [number, device] : outcome.choices.PortDevice)
     settings.Save("VELK2", "Protocol", "PortDevice" + std::to_string(number), device);
+  settings.Save("VELK2", "Protocol", "SerialPortChosen", "True");
   settings.Save("VELK2", "Parameters", "NumberOfParameters", std::to_string(session.NumberOfParameters));
 }
 

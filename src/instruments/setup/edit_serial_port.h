@@ -38,6 +38,7 @@ struct HardwareQuestion {
   std::string delimiter = " ";            ///< between the values of a line that is no own unit's
   PortListening* listening = nullptr;     ///< null where nobody can listen
   std::function<PortsFound()> look = {};  ///< what is plugged in by now; null: nothing comes and goes
+  std::vector<ListedTemplate> templates = {};
 };
 
 /// Where the networked unit is; fields are named as the session's.
@@ -60,8 +61,9 @@ struct SerialPortOutcome {
 HardwareQuestion HardwareQuestionOf(const Session& session, SettingsStore& settings, PortListening* listening);
 SerialPortOutcome OutcomeOf(const Session& session, const HardwareChoices& choices, const Language& language);
 
-/// Takes the outcome over: the session, the protocol's constants, and NumberOfParameters and the devices of ports in
-/// the settings store, which no other save of the settings writes. Raises the store's file errors.
+/// Takes the outcome over: the session, the protocol's constants, and in the settings store what no other save of the
+/// settings writes: NumberOfParameters, the devices of ports, and that somebody has chosen. Raises the store's file
+/// errors.
 void StoreSerialPort(Session& session, SettingsStore& settings, const SerialPortOutcome& outcome);
 
 }  // namespace velk

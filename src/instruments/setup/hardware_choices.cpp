@@ -21,6 +21,9 @@ constexpr std::array<MessageText, 5> kParityTexts{text::ParityEven, text::Parity
 constexpr std::array<MessageText, 3> kHandshakeTexts{text::HandshakeNone, text::HandshakeXonXoff,
                                                      text::HandshakeHardware};
 
+/// The note stands in a few lines.
+constexpr std::size_t kTemplatesNamed = 2;
+
 std::optional<int> WholeNumber(std::string_view typed) {
   const std::string text = Trim(typed);
   int number = 0;
@@ -28,6 +31,17 @@ std::optional<int> WholeNumber(std::string_view typed) {
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   if (error != std::errc() || stop != end) return std::nullopt;
   return number;
+}
+
+/// Which templates of a protocol there are to load; empty where there is none.
+OperatorText LoadTemplateText(const std::vector<ListedTemplate>& templates, std::string_view serialData) {
+  OperatorText names;
+  std::size_t named = 0;
+  for (const ListedTemplate& one : templates) {
+    if (one.serialData != serialData || named == kTemplatesNamed) continue;
+    names += named++ > 0 ? text::OrTemplate + one.name : OperatorText(one.name);
+  }
+  return named > 0 ? text::LoadTemplateNamed + names + text::ByEditSettings : OperatorText();
 }
 
 NumberRead Fault(OperatorText text) {
@@ -91,13 +105,14 @@ std::string PickedSerialData(int place, std::string_view stored) {
   return std::string(stored);
 }
 
-OperatorText ProtocolNote(int picked, std::string_view serialData) {
+OperatorText ProtocolNote(int picked, std::string_view serialData, const std::vector<ListedTemplate>& templates) {
   const std::span<const Protocol> protocols = Protocols();
   const auto index = static_cast<std::size_t>(picked);
   if (picked >= 0 && index < protocols.size() && protocols[index].picking == Picking::Nothing)
-    return text::LoadAnyLinesTemplate;
+    return text::NotChosenHere + LoadTemplateText(templates, protocol::AnySerialData);
   if (CountsItems(serialData)) return text::ChannelsAreItems;
-  return ProtocolOf(serialData).deliversNoValues ? text::LoadFormattedTemplate : OperatorText();
+  if (!ProtocolOf(serialData).deliversNoValues) return {};
+  return text::DeliversNoValues + LoadTemplateText(templates, protocol::Formatted);
 }
 
 std::optional<int> ChannelsOf(std::string_view serialData) {

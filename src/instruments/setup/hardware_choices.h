@@ -63,9 +63,15 @@ int ProtocolPlace(std::string_view serialData);
 /// SerialData once an entry was picked: its own, that of the next entry or what is `stored`, as its row tells.
 std::string PickedSerialData(int place, std::string_view stored);
 
+/// A template by its name in the list of templates, which is in the language that it was made in.
+struct ListedTemplate {
+  std::string name;
+  std::string serialData;  ///< the protocol in it
+};
+
 /// What stands beneath the list once an entry was picked (-1: none was) and this is what would be stored: that no
-/// values will come, and which template to load; else nothing.
-OperatorText ProtocolNote(int picked, std::string_view serialData);
+/// values will come, and which of the templates to load; else nothing.
+OperatorText ProtocolNote(int picked, std::string_view serialData, const std::vector<ListedTemplate>& templates);
 
 /// The count of values in a line of an own unit; nothing for any other protocol.
 std::optional<int> ChannelsOf(std::string_view serialData);

@@ -41,6 +41,7 @@ HardwareSettings::HardwareSettings(WindowHost& host, const HardwareQuestion& que
       delimiter_(question.delimiter),
       listening_(question.listening),
       look_(question.look),
+      templates_(question.templates),
       choices_(question.choices),
       sampling_(SamplingChoiceOf(question.choices.SamplingRate)) {
   ui_->setupUi(this);
@@ -162,7 +163,7 @@ void HardwareSettings::PickProtocol(int place) {
 }
 
 void HardwareSettings::ShowNote(int picked) {
-  const OperatorText note = ProtocolNote(picked, choices_.SerialData);
+  const OperatorText note = ProtocolNote(picked, choices_.SerialData, templates_);
   ui_->lblProtocolNote->setText(ToQt(host_.Words().Translator.In(note)));
   ui_->lblProtocolNote->setVisible(!note.IsEmpty());
 }

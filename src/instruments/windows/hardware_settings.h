@@ -60,6 +60,7 @@ class HardwareSettings : public QDialog {
   const std::string delimiter_;
   PortListening* const listening_;
   const std::function<PortsFound()> look_;
+  const std::vector<ListedTemplate> templates_;
   QTimer lookTimer_{this};
   HardwareChoices choices_;
   HeardLines heard_;
