@@ -24,6 +24,8 @@ frmOPCGroupProperties::frmOPCGroupProperties(WindowHost& host, const OpcGroupSho
   connect(ui_->CancelButton, &QPushButton::clicked, this, &QDialog::reject);
   if (!group.itemsWithoutRange.empty())
     ui_->lblNote->setText(ToQt(host.Words().Translator.In(text::OpcNoRangeBefore) + group.itemsWithoutRange));
+  // Few lines: a window is fitted to a text that is broken as if it were broken less.
+  ui_->lblNote->setMinimumWidth(48 * fontMetrics().averageCharWidth());
   ui_->lblNote->setVisible(!group.itemsWithoutRange.empty());
   // Behind the note, so that the window is fitted to it too.
   TranslateForm(*this, host.Words());
