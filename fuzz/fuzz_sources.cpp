@@ -14,6 +14,7 @@
 #include "platform/settings/settings.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/fake_graphs.h"
+#include "tests/support/fake_opc.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_view.h"
 #include "tests/support/scripted_job_questions.h"
@@ -73,7 +74,9 @@ struct Rig {
   Recorder recorder{session, platform, view, log, jobFiles};
   SampleRoad road{session, platform, view, recorder};
   test::ScriptedPages* pages = new test::ScriptedPages(clock);
-  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages)};
+  test::FakeOpc opc;
+  VELKOPCModule opcItems{opc, clock, settings};
+  SampleSources sources{session, platform, timers, link, road, std::unique_ptr<PageFetch>(pages), view, opcItems};
 
   // The words alone: a change of the status through the main window costs more than all the rest of a run.
   const MessageText ready = text::StatusReady;
