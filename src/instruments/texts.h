@@ -120,14 +120,8 @@ inline constexpr MessageText ChooseDevice{2615, "Choose a device or enter its pa
 inline constexpr MessageText DeviceOfList{2616, "As the list of ports has it: "};
 
 // Beneath a protocol that the list can't serve with
-inline constexpr MessageText LoadFormattedTemplate{
-    2617,
-    "Lines of this protocol deliver no values. Load the template \"Formatted lines (blank, CR)\" or \"Formatted lines "
-    "(comma, CR LF)\" by Edit Settings."};
 inline constexpr MessageText ChannelsAreItems{
     3311, "The channels are the items of the list under Edit Settings, OPC Server. No serial port is used."};
-inline constexpr MessageText LoadAnyLinesTemplate{
-    2618, "This protocol can't be chosen here. Load the template \"Any serial lines\" by Edit Settings."};
 inline constexpr MessageText DeliversNoValues{3405, "Lines of this protocol deliver no values."};
 inline constexpr MessageText NotChosenHere{3406, "This protocol can't be chosen here."};
 inline constexpr MessageText LoadTemplateNamed{3407, " Load the template \""};
