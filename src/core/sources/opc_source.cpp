@@ -105,7 +105,7 @@ void OpcSource::ShutDown() {
   items_.DisconnectOPCItems();
 }
 
-void OpcSource::Timer8_Timer() {
+void OpcSource::Timer8_Timer() {  // NOLINT(bugprone-virtual-near-miss)
   if (!items_.IsConnected()) return;
   if (const auto line = items_.Line(platform_.clock.Now(), session_.Delimiter, session_.Terminator)) Text1_ = *line;
   session_.Data.sourceFault = items_.TroubleText();
@@ -121,7 +121,7 @@ void OpcSource::ShowPlug() {
   view_.SetButtonToolTip("disconnect", trouble.IsEmpty() ? OperatorText(text::OpcNoItems) : trouble);
 }
 
-void OpcSource::Timer7_Timer() {
+void OpcSource::Timer7_Timer() {  // NOLINT(bugprone-virtual-near-miss)
   if (!timer7_.Enabled() || Text1_.empty() || !StatusIs(session_, text::StatusAcquiringData)) return;
   // A copy: the sample lets events run, and with them the next line.
   const std::string line = Text1_;

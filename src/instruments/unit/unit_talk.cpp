@@ -27,7 +27,7 @@ void SaveOrForget(CAdc12nCom& board) {
   const OnLeaving done([&] {
     if (!isSent) board.ForgetChannels();
   });
-  if (board.SaveDataToBoard() != 0) throw board.RefusedCommand();
+  if (board.SaveDataToBoard() != 0) throw BoardError(board.RefusedCommand());
   isSent = true;
 }
 
