@@ -35,7 +35,7 @@ double Within(double place, double size, double sheet) {
 
 }  // namespace
 
-PageComposer::PageComposer(Session& session, const Platform& platform, int graph, std::string log)
+PageComposer::PageComposer(Session& session, const Platform& platform, int graph, const std::string& log)
     : PageComposer(session, platform, std::make_unique<LogRecords>(session, platform.language, graph, log), log) {
 }
 

@@ -23,7 +23,7 @@ class PageComposer {
  public:
   /// All outlive the composer. `graph` is the number of the graph whose curves are drawn, `log` the file they come
   /// from.
-  PageComposer(Session& session, const Platform& platform, int graph, std::string log);
+  PageComposer(Session& session, const Platform& platform, int graph, const std::string& log);
   /// A page of other records, with the comments of a log.
   PageComposer(Session& session, const Platform& platform, std::unique_ptr<PageRecords> records, std::string log);
 
