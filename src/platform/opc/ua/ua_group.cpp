@@ -91,7 +91,7 @@ void Group::OnLost() {
   for (auto& [handle, item] : items_) item.monitored = 0;
 }
 
-void Group::SetUpdateRate(int milliseconds, OpcDone done) {
+void Group::SetUpdateRate(int milliseconds, const OpcDone& done) {
   if (milliseconds < 0) return done(kOpcOutOfRange);
   if (subscription_ == 0) return done(kOpcNotConnected);
   UA_ModifySubscriptionRequest request;
@@ -116,7 +116,7 @@ void Group::SetUpdateRate(int milliseconds, OpcDone done) {
 }
 
 /// Items with a range are watched anew, since a deadband is theirs and not the subscription's.
-void Group::SetDeadBand(float percent, OpcDone done) {
+void Group::SetDeadBand(float percent, const OpcDone& done) {
   if (!(percent >= 0 && percent <= 100)) return done(kOpcOutOfRange);
   if (subscription_ == 0) return done(kOpcNotConnected);
   wish_.deadBand = percent;
@@ -167,7 +167,7 @@ void Group::Describe(const ConnectionPointer& connection, const OpcItemWish& wis
     ReadTraits(alive, {node}, [weak, wish, node, done](OpcStatus status, const std::vector<Traits>& all) {
       if (IsGood(status)) status = all.at(0).status;
       if (!IsGood(status)) return done({.status = status}, {}, {});
-      const Traits traits = all.at(0);
+      const Traits& traits = all.at(0);
       if (!traits.hasType || !CanConvert(traits.type, wish.type)) return done({.status = kOpcTypeMismatch}, {}, {});
       const ConnectionPointer still = weak.lock();
       if (!still) return;
@@ -202,7 +202,7 @@ void Group::AddItem(const std::shared_ptr<ItemOwner>& owner, const OpcItemWish& 
            });
 }
 
-void Group::Watch(std::int32_t serverHandle, OpcDone done) {
+void Group::Watch(std::int32_t serverHandle, const OpcDone& done) {
   const Item& item = items_.at(serverHandle);
   NodeId node(UA_TYPES[UA_TYPES_NODEID]);
   UA_NodeId_parse(&*node, ViewOf(item.node));
@@ -254,7 +254,7 @@ void Group::WatchAgain(std::int32_t serverHandle) {
   });
 }
 
-void Group::RemoveItem(std::int32_t serverHandle, OpcDone done) {
+void Group::RemoveItem(std::int32_t serverHandle, const OpcDone& done) {
   const auto found = items_.find(serverHandle);
   if (found == items_.end()) return done(kOpcUnknownItem);
   UA_UInt32 monitored = found->second.monitored;

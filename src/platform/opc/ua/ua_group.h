@@ -28,12 +28,12 @@ class Group : public ConnectionUser, public std::enable_shared_from_this<Group> 
   void Open() { Make(); }
   /// Told when the server has it, or refused it; at once where it has.
   void WhenMade(OpcDone done);
-  void SetUpdateRate(int milliseconds, OpcDone done);
-  void SetDeadBand(float percent, OpcDone done);
+  void SetUpdateRate(int milliseconds, const OpcDone& done);
+  void SetDeadBand(float percent, const OpcDone& done);
   void SetActive(bool active, OpcDone done);
 
   void AddItem(const std::shared_ptr<ItemOwner>& owner, const OpcItemWish& wish, OpcSubscription::Added done);
-  void RemoveItem(std::int32_t serverHandle, OpcDone done);
+  void RemoveItem(std::int32_t serverHandle, const OpcDone& done);
   void SetItemActive(std::int32_t serverHandle, bool active, OpcDone done);
   /// Refused at once, and nothing sent, where there is no such item or the value has no way into its type.
   OpcStatus WriteItem(std::int32_t serverHandle, const OpcValue& value, OpcDone done);
@@ -58,7 +58,7 @@ class Group : public ConnectionUser, public std::enable_shared_from_this<Group> 
 
   void Make();
   void TellMade(OpcStatus status);
-  void Watch(std::int32_t serverHandle, OpcDone done);
+  void Watch(std::int32_t serverHandle, const OpcDone& done);
   void WatchAgain(std::int32_t serverHandle);
   void TakeValue(const Item& item, const UA_DataValue& value);
   void Tell(const std::shared_ptr<ItemOwner>& owner, OpcChange change);

@@ -65,7 +65,7 @@ bool PutWhole(const OpcElement& element, void* to) {
   if (!number) return false;
   const double value = std::nearbyint(std::get<double>(*number));
   // The largest numbers of 64 bits are none of Double's, which rounds them up beyond the type.
-  constexpr double kEnd = 2.0 * (static_cast<double>(std::numeric_limits<Whole>::max() / 2 + 1));
+  constexpr double kEnd = 2.0 * static_cast<double>(Whole{1} << (std::numeric_limits<Whole>::digits - 1));
   if (!(value >= static_cast<double>(std::numeric_limits<Whole>::min()) && value < kEnd)) return false;
   *static_cast<Whole*>(to) = static_cast<Whole>(value);
   return true;
