@@ -23,15 +23,15 @@ class HurriedClock : public SystemClock {
   using SystemClock::SystemClock;
   std::int64_t Ticks() const override {
     rounds_ = 0;
-    return 30 * SystemClock::Ticks();
+    return 10 * SystemClock::Ticks();
   }
   void WaitRound() override {
     Yield();
-    if (++rounds_ < kRoundsOfAnAnswer) usleep(250);
+    if (++rounds_ < kRoundsOfAnAnswer) usleep(500);
   }
 
  private:
-  static constexpr int kRoundsOfAnAnswer = 12'000;
+  static constexpr int kRoundsOfAnAnswer = 6'000;
   mutable int rounds_ = 0;  ///< since somebody asked for the time
 };
 
