@@ -177,7 +177,8 @@ class LiveChart {
   Translation translation_;
   Session session_;
   QMdiArea area_;
-  GraphWindowsMdi windows_{session_, platform_, translation_, area_};
+  ScreenRefresh refresh_{platform_.clock};
+  GraphWindowsMdi windows_{session_, platform_, translation_, area_, refresh_};
   const int curves_;
   Job job_;
   const double start_ = DateSerial(2026, 3, 14);

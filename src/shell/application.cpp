@@ -67,13 +67,15 @@ Application::Application(const Services& services)
       windows_(platform_.dialogs, services.translation),
       jobWindows_(windows_),
       questions_(services.questions ? *services.questions : jobWindows_),
-      form_(platform_.language, session_),
+      refresh_(platform_.clock),
+      form_(platform_.language, session_, refresh_),
       frame_(form_, session_, platform_, windows_),
       link_(session_, platform_, form_, timers_, services.makePort, services.devices),
       log_(session_, platform_),
       openLog_(session_, platform_, log_),
       graphs_(
-          session_, platform_, services.translation, form_.GraphArea(), [this] { StoreGraphSettings(); }, &openLog_),
+          session_, platform_, services.translation, form_.GraphArea(), refresh_, [this] { StoreGraphSettings(); },
+          &openLog_),
       curves_(windows_, session_, platform_, graphs_, [this] { KeepSettings(); }),
       jobFiles_(session_, platform_, questions_, graphs_),
       recorder_(session_, platform_, form_, log_, jobFiles_),
@@ -158,7 +160,7 @@ void Application::BindCommands() {
     dataPanel_.Watch(stands);
     liveSurvey_.Stop();
   };
-  form_.onPanels = [this] { dataPanel_.LookAlong(); };
+  refresh_.Ahead([this] { dataPanel_.LookAlong(); });
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
 }
 

@@ -24,6 +24,7 @@
 #include "opc/velk_opc_module.h"
 #include "opc/windows/opc_questions_qt.h"
 #include "paper/windows/print_graph_command.h"
+#include "platform/loop/screen_refresh.h"
 #include "platform/opc/ua/ua_transport.h"
 #include "platform/ports/serial.h"
 #include "platform/windows/qt_printers.h"
@@ -106,6 +107,7 @@ class Application {
   WindowHost windows_;
   JobQuestionsQt jobWindows_;
   JobQuestions& questions_;
+  ScreenRefresh refresh_;
   MainForm form_;
   Frame frame_;
   Link link_;

@@ -32,7 +32,6 @@ namespace velk {
 
 namespace {
 
-constexpr int kRefreshMs = 33;
 constexpr int kFilePanel = 2;
 constexpr int kMissingRowsPanel = 5;
 constexpr int kPlacePanel = 6;
@@ -118,8 +117,8 @@ QAction& Known(QAction* action, std::string_view name) {
 
 }  // namespace
 
-MainForm::MainForm(const Language& language, const Session& session)
-    : language_(language), ui_(std::make_unique<Ui::MainForm>()) {
+MainForm::MainForm(const Language& language, const Session& session, const ScreenRefresh& refresh)
+    : language_(language), ui_(std::make_unique<Ui::MainForm>()), refresh_(refresh, [this] { ShowPending(); }) {
   LoadIcons();
   QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
@@ -132,9 +131,6 @@ MainForm::MainForm(const Language& language, const Session& session)
   BuildStatusBar();
   commands_ = std::make_unique<Commands>(menuItems_, buttons_, session, language_);
   firstSteps_ = new FirstSteps(*this, session, RoomAboveGraphs());
-  panelRefresh_.setSingleShot(true);
-  panelRefresh_.setInterval(kRefreshMs);
-  connect(&panelRefresh_, &QTimer::timeout, this, &MainForm::ShowPending);
 }
 
 MainForm::~MainForm() {
@@ -252,7 +248,7 @@ void MainForm::SetPanel(int panel, const OperatorText& shown) {
   if (!ChangesWithEverySample(panel)) return ShowPanel(panel, text);
   if (told_[panel] == text) return;
   pending_[panel] = told_[panel] = std::move(text);
-  if (!panelRefresh_.isActive()) panelRefresh_.start();
+  refresh_.Ask();
 }
 
 void MainForm::ShowPanel(int panel, const std::string& text) {
@@ -262,7 +258,6 @@ void MainForm::ShowPanel(int panel, const std::string& text) {
 }
 
 void MainForm::ShowPending() {
-  if (onPanels) onPanels();
   for (const auto& [panel, text] : std::exchange(pending_, {})) ShowPanel(panel, text);
 }
 

@@ -2,7 +2,6 @@
 
 #include <QLabel>
 #include <QMainWindow>
-#include <QTimer>
 #include <functional>
 #include <map>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "base/language.h"
 #include "base/text_qt.h"
 #include "model/main_view.h"
+#include "platform/loop/screen_refresh.h"
 #include "shell/commands.h"
 
 class QBoxLayout;
@@ -33,8 +33,8 @@ class MainForm : public QMainWindow, public MainView {
   Q_OBJECT
 
  public:
-  /// Both outlive the window.
-  MainForm(const Language& language, const Session& session);
+  /// All outlive the window; panels that change with each sample are shown with `refresh`.
+  MainForm(const Language& language, const Session& session, const ScreenRefresh& refresh);
   ~MainForm() override;
 
   QMdiArea& GraphArea();
@@ -55,8 +55,6 @@ class MainForm : public QMainWindow, public MainView {
   std::function<void(const std::string& place)> onPlaced;
   /// The operator has moved the speed bar.
   std::function<void(int speed)> onSpeedChange;
-  /// Panels that change with every sample are about to be shown.
-  std::function<void()> onPanels;
 
   /// Puts the window where it was left, within the screens that there are.
   void PlaceOnScreen(const std::string& place);
@@ -106,8 +104,8 @@ class MainForm : public QMainWindow, public MainView {
   FirstSteps* firstSteps_ = nullptr;
   StatusPanel* panels_[9] = {};
   std::map<int, std::string> told_;     ///< last, of the panels that change with every sample
-  std::map<int, std::string> pending_;  ///< panels that change with every sample are shown at most 30 times a second
-  QTimer panelRefresh_;
+  std::map<int, std::string> pending_;  ///< of the same, until the screen follows
+  ScreenRefresh::Part refresh_;
   bool hourglass_ = false;
   bool dataWarns_ = false;
   QString caption_;

@@ -1,8 +1,24 @@
 #include "shell/status_panel.h"
 
 #include <QEvent>
+#include <algorithm>
 
 namespace velk {
+
+namespace {
+
+bool DifferInDigitsOnly(const QString& text, const QString& other) {
+  const auto alike = [](QChar a, QChar b) { return a == b || (a.isDigit() && b.isDigit()); };
+  return std::equal(text.begin(), text.end(), other.begin(), other.end(), alike);
+}
+
+bool DigitsAreOfOneWidth(const QFontMetrics& font) {
+  for (char digit = '1'; digit <= '9'; ++digit)
+    if (font.horizontalAdvance(QLatin1Char(digit)) != font.horizontalAdvance(QLatin1Char('0'))) return false;
+  return true;
+}
+
+}  // namespace
 
 StatusPanel::StatusPanel(QLabel* label) : label_(label) {
   label_->setParent(this);
@@ -11,11 +27,14 @@ StatusPanel::StatusPanel(QLabel* label) : label_(label) {
 
 void StatusPanel::ShowText(const QString& text) {
   if (text == label_->text()) return;
+  // To ask for the room shapes the text twice: as much work as a sample's on the screen.
+  const bool needsTheSame = digitsAreAlike_ && DifferInDigitsOnly(text, label_->text());
   label_->setText(text);
-  FollowLabel();
+  if (!needsTheSame) FollowLabel();
 }
 
 void StatusPanel::FollowLabel() {
+  digitsAreAlike_ = DigitsAreOfOneWidth(label_->fontMetrics());
   const QSize room = label_->sizeHint(), least = label_->minimumSizeHint();
   if (room == room_ && least == least_) return;
   room_ = room;

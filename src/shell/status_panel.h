@@ -30,6 +30,7 @@ class StatusPanel : public QWidget {
   QLabel* label_;
   QSize room_;
   QSize least_;
+  bool digitsAreAlike_ = false;  ///< in width, in the label's letters
 };
 
 }  // namespace velk

@@ -83,7 +83,8 @@ class CurvesOnTheDesk : public testing::Test {
   test::WindowScript script;
   Session session;
   QMdiArea area;
-  GraphWindowsMdi windows{session, platform, test::EnglishWindows(), area};
+  ScreenRefresh refresh{platform.clock};
+  GraphWindowsMdi windows{session, platform, test::EnglishWindows(), area, refresh};
   int changes = 0;
   int failures = 0;  ///< how often what follows a change is still to fail
   CurveDesk desk{host, session, platform, windows, [this] {
@@ -398,7 +399,7 @@ TEST_F(CurvesOnTheDesk, GetAFreeNumberWhereTheirsIsTaken) {
 
 TEST_F(CurvesOnTheDesk, GoWithTheWindowsThatStandOpenAtTheEnd) {
   auto ownArea = std::make_unique<QMdiArea>();
-  GraphWindowsMdi ownWindows{session, platform, test::EnglishWindows(), *ownArea};
+  GraphWindowsMdi ownWindows{session, platform, test::EnglishWindows(), *ownArea, refresh};
   const CurveDesk ownDesk{host, session, platform, ownWindows, [] {}};
   Open({1});
   windows.UnloadAll();

@@ -47,7 +47,8 @@ struct GraphDesk {
   Session session;
   int headersStored = 0;
   QMdiArea area;
-  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, [this] { ++headersStored; }};
+  ScreenRefresh refresh{platform.clock};
+  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, refresh, [this] { ++headersStored; }};
 };
 
 }  // namespace velk::test

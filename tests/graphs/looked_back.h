@@ -101,7 +101,8 @@ struct LookedBack : RecordedJob {
   }
 
   QMdiArea area;
-  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, {}, &open};
+  ScreenRefresh refresh{platform.clock};
+  GraphWindowsMdi windows{session, platform, EnglishWindows(), area, refresh, {}, &open};
 };
 
 }  // namespace velk::test

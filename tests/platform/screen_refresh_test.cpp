@@ -59,6 +59,24 @@ TEST_F(Refreshing, ShowsNothingMoreOfAPartThatIsOnItsWayOut) {
   EXPECT_EQ(secondShown, 1);
 }
 
+TEST_F(Refreshing, ShowsAlongWhatChangesJustAhead) {
+  int looks = 0;
+  refresh.Ahead([this, &looks] {
+    ++looks;
+    second->Ask();
+  });
+  clock.Advance(1000);
+  EXPECT_EQ(looks, 0) << "nothing is to be shown";
+  first.Ask();
+  clock.Advance(33);
+  EXPECT_EQ(looks + secondShown, 0);
+  clock.Advance(1);
+  EXPECT_EQ(secondShown, 1);
+  clock.Advance(1000);
+  EXPECT_EQ(looks, 1) << "the screen wasn't followed once more for it";
+  EXPECT_EQ(secondShown, 1);
+}
+
 TEST_F(Refreshing, GoesOnWithoutAPartThatHasEnded) {
   first.Ask();
   second->Ask();

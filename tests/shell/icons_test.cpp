@@ -10,6 +10,7 @@
 #include "model/main_view.h"
 #include "shell/main_form.h"
 #include "support/in_english.h"
+#include "support/still_screen.h"
 
 namespace velk::test {
 namespace {
@@ -25,7 +26,8 @@ QImage Lines(const char* name, double side) {
 /// The main window brings the pictures into the program.
 struct Icons : testing::Test {
   Session session;
-  MainForm form{test::English(), session};
+  test::StillScreen screen;
+  MainForm form{test::English(), session, screen.refresh};
 };
 
 TEST_F(Icons, EveryNumberOfTheImageListHasAPicture) {

@@ -23,6 +23,7 @@
 #include "shell/path_label.h"
 #include "support/in_english.h"
 #include "support/recording_view.h"
+#include "support/still_screen.h"
 
 namespace velk {
 namespace {
@@ -94,7 +95,8 @@ constexpr Entry kCaptions[] = {
 class MainFormTest : public testing::Test {
  protected:
   Session session;
-  MainForm form{test::English(), session};
+  test::StillScreen screen;
+  MainForm form{test::English(), session, screen.refresh};
 };
 
 TEST_F(MainFormTest, HasEveryMenuItemWithItsCaption) {
@@ -346,7 +348,8 @@ class StatusBarOfASmallScreen : public testing::Test {
 
   Session session;
   Translation translation;
-  MainForm form{translation.Translator, session};
+  test::StillScreen screen;
+  MainForm form{translation.Translator, session, screen.refresh};
 };
 
 TEST_F(StatusBarOfASmallScreen, ShowsWhyLinesAreRejectedInRussianToo) {

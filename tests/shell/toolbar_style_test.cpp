@@ -21,6 +21,7 @@
 #include "shell/main_form.h"
 #include "support/dark_desktop.h"
 #include "support/in_english.h"
+#include "support/still_screen.h"
 
 namespace velk::test {
 namespace {
@@ -45,7 +46,8 @@ double Luminance(QRgb colour) {
 /// The main window brings the pictures into the program.
 struct ToolbarStyleTest : testing::Test {
   Session session;
-  MainForm form{test::English(), session};
+  test::StillScreen screen;
+  MainForm form{test::English(), session, screen.refresh};
   ToolbarStyle style{QStyleFactory::create("Fusion")};
 };
 

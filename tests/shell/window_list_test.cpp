@@ -11,6 +11,7 @@
 #include "shell/main_form.h"
 #include "support/fake_graphs.h"
 #include "support/in_english.h"
+#include "support/still_screen.h"
 
 namespace velk {
 namespace {
@@ -45,7 +46,8 @@ class WindowListTest : public testing::Test {
   }
 
   Session session;
-  MainForm form{test::English(), session};
+  test::StillScreen screen;
+  MainForm form{test::English(), session, screen.refresh};
   WindowList list{form, session};
 };
 

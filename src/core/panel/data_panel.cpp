@@ -48,9 +48,9 @@ void DataPanel::Watch(bool job) {
 }
 
 void DataPanel::LookAlong() {
-  if (!timer_->Enabled() || platform_.clock.Ticks() < nextLook_ - kWithinMs) return;
+  if (!timer_->Enabled()) return;
   timer_->SetInterval(kLookMs + kWithinMs);
-  Look();
+  if (platform_.clock.Ticks() >= nextLook_ - kWithinMs) Look();
 }
 
 void DataPanel::Look() {

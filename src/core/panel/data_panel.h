@@ -23,8 +23,8 @@ class DataPanel {
   void Watch(bool job);
   /// Tells what is to be told at this moment.
   void Look();
-  /// The other panels of the status bar are about to be shown anew: a look that is due by now goes along, since to wake
-  /// up and paint for it alone costs more than the look.
+  /// The screen is about to follow a sample: a look that is due by now goes along, since to wake up and paint for it
+  /// alone costs more than the look. By itself the panel looks only where the next sample stays away.
   void LookAlong();
 
  private:

@@ -10,14 +10,14 @@
 namespace velk {
 
 GraphWindowsMdi::GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
-                                 std::function<void()> onHeaderChanged, OpenLog* log)
+                                 const ScreenRefresh& refresh, std::function<void()> onHeaderChanged, OpenLog* log)
     : session_(session),
       platform_(platform),
       translation_(translation),
       area_(area),
       onHeaderChanged_(std::move(onHeaderChanged)),
       log_(log),
-      refresh_(platform.clock) {
+      refresh_(refresh) {
   area_.viewport()->installEventFilter(this);
 }
 

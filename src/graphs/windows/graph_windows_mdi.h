@@ -8,6 +8,7 @@
 #include "graphs/windows/graph_form_new.h"
 #include "model/graph_window.h"
 #include "model/session.h"
+#include "platform/loop/screen_refresh.h"
 #include "platform/platform.h"
 
 class QMdiSubWindow;
@@ -19,9 +20,9 @@ namespace velk {
 class GraphWindowsMdi : public QObject, public GraphWindows {
  public:
   /// `onHeaderChanged`, where given, is called whenever a window has drawn its header anew. `log` is what the windows
-  /// look back into.
+  /// look back into. `refresh` outlives it.
   GraphWindowsMdi(Session& session, Platform& platform, const Translation& translation, QMdiArea& area,
-                  std::function<void()> onHeaderChanged = {}, OpenLog* log = nullptr);
+                  const ScreenRefresh& refresh, std::function<void()> onHeaderChanged = {}, OpenLog* log = nullptr);
 
   void CreateGraphWindows() override;
   void UnloadAll() override;
@@ -53,7 +54,7 @@ class GraphWindowsMdi : public QObject, public GraphWindows {
   QMdiArea& area_;
   std::function<void()> onHeaderChanged_;
   OpenLog* log_;
-  ScreenRefresh refresh_;
+  const ScreenRefresh& refresh_;
   std::array<QPointer<GraphFormNew>, kSlots> forms_;
   std::array<QRect, kSlots> placed_;  ///< where the program has put each in the area, which may be scrolled
   bool willFollow_ = false;

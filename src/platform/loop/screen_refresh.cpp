@@ -13,6 +13,7 @@ constexpr int kRefreshMs = 34;
 
 struct ScreenRefresh::Round {
   void Show() {
+    if (ahead) ahead();
     timer->SetEnabled(false);
     waits = false;
     for (Part* const part : parts)
@@ -20,6 +21,7 @@ struct ScreenRefresh::Round {
   }
 
   std::unique_ptr<Timer> timer;
+  std::function<void()> ahead;
   bool waits = false;
   std::vector<Part*> parts;
 };
@@ -28,6 +30,10 @@ ScreenRefresh::ScreenRefresh(Clock& clock) : round_(std::make_shared<Round>()) {
   round_->timer = clock.MakeQuickTimer();
   round_->timer->SetInterval(kRefreshMs);
   round_->timer->SetHandler([round = round_.get()] { round->Show(); });
+}
+
+void ScreenRefresh::Ahead(std::function<void()> look) {
+  round_->ahead = std::move(look);
 }
 
 ScreenRefresh::Part::Part(const ScreenRefresh& refresh, std::function<void()> show)
