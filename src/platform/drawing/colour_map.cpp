@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "base/colour.h"
 
@@ -68,13 +69,6 @@ Share ShareOf(const Distance& colour, const Distance& ink) {
                     square(colour.blue - part * ink.blue)};
 }
 
-/// Whether eight pixels are all alike.
-bool IsAll(const std::uint32_t* pixels, std::uint32_t pixel) {
-  std::uint32_t differences = 0;
-  for (int i = 0; i < 8; ++i) differences |= pixels[i] ^ pixel;
-  return differences == 0;
-}
-
 std::int32_t Mixed(std::int32_t paper, std::int32_t ink, double part) {
   const auto channel = [part](int from, int to) { return static_cast<int>(std::lround(from + part * (to - from))); };
   return Rgb(channel(Red(paper), Red(ink)), channel(Green(paper), Green(ink)), channel(Blue(paper), Blue(ink)));
@@ -134,13 +128,14 @@ std::uint32_t ColourMap::Of(std::uint32_t pixel) const {
 }
 
 void ColourMap::Map(const std::uint32_t* from, std::uint32_t* to, std::size_t count) {
-  const std::uint32_t white = PixelOf(colour::White);
+  // Most of a picture is paper: eight pixels at a time, as far as it goes.
+  constexpr std::size_t kAtOnce = 8, kBytes = kAtOnce * sizeof(std::uint32_t);
+  std::array<std::uint32_t, kAtOnce> white, paper;
+  white.fill(PixelOf(colour::White));
+  paper.fill(paper_);
   for (std::size_t i = 0; i < count; ++i) {
-    // Most of a picture is paper: eight pixels at a time, as far as it goes.
-    while (i + 8 <= count && IsAll(from + i, white)) {
-      std::fill_n(to + i, 8, paper_);
-      i += 8;
-    }
+    for (; i + kAtOnce <= count && std::memcmp(from + i, white.data(), kBytes) == 0; i += kAtOnce)
+      std::memcpy(to + i, paper.data(), kBytes);
     if (i == count) return;
     const std::uint32_t pixel = from[i];
     Entry& entry = entries_[pixel * 2654435761U >> 22];
