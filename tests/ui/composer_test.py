@@ -1,36 +1,26 @@
 """The real program on a display, worked by the mouse: the page of a graph is put together, saved and printed, and found as
 it was left after a restart."""
 
-import contextlib
-import os
-import sqlite3
 import struct
 import subprocess
 import unittest
 import zlib
 
-from desktop import Desktop, wait_for
-from mouse import Seen
+from desktop import wait_for
+from played_log import DAY, PlayedLog
 
-VELK = os.environ["VELK_PROGRAM"]
 ROWS = 7200
-DAY = 46095  # 14 March 2026
 PAGE = "frmPrintGraph/"
 SHEET_WIDTH, SHEET_HEIGHT = 210, 297
 LOGO = (60, 40)  # pixels: 30 by 20 mm on the page, at 20, 10 until it is dragged
 
 # A row a second from midnight on; a client's name in a comment.
 LOG = """
-CREATE TABLE logData (ID INTEGER PRIMARY KEY, Date DATE, Time DATE, Pressure DOUBLE);
-CREATE INDEX logDataTimes ON logData (Date, Time);
-CREATE TABLE GraphSettings (ParameterName VARCHAR(50), units VARCHAR(50), Minimum DOUBLE, Maximum DOUBLE,
-                            NumberFormat VARCHAR(50), GraphNumber INTEGER, CurveColor INTEGER);
 INSERT INTO GraphSettings VALUES ('Pressure', 'psi', 0, 1000, '#0.00', 1, 255);
 CREATE TABLE SummaryReport (Date DATE, Time DATE, Pressure DOUBLE, Comments LONGTEXT);
 INSERT INTO SummaryReport VALUES (%(day)d, 0.05, 100, 'packer set');
-WITH RECURSIVE number(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM number WHERE n + 1 < %(rows)d)
 INSERT INTO logData (Date, Time, Pressure) SELECT %(day)d, n / 86400.0, n %% 900 FROM number;
-""" % {"day": DAY, "rows": ROWS}
+""" % {"day": DAY}
 
 
 def green_png(width, height):
@@ -41,34 +31,15 @@ def green_png(width, height):
             chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
-class Composer(unittest.TestCase):
+class Composer(PlayedLog):
     def setUp(self):
-        self.desktop = Desktop()
-        self.addCleanup(self.desktop.close)
-        self.log = self.desktop.path / "job.mdb"
-        with contextlib.closing(sqlite3.connect(self.log)) as database:
-            database.executescript(LOG)
+        self.make_log("Pressure DOUBLE", ROWS, LOG)
         logo = self.desktop.path / "logo.png"
         logo.write_bytes(green_png(*LOGO))
-        folder = self.desktop.path / "config" / "VELK"
-        folder.mkdir(parents=True)
-        (folder / "VELK2.ini").write_text(
-            "[General]\nCurrent_language=English\nCompanyLogoFile=%s\n[Protocol]\nSerialData=KESTA version 5\n" % logo,
-            encoding="utf-8")
-
-    def choose_file(self, path):
-        self.seen.place("QFileDialog")
-        self.desktop.press("ctrl+a")
-        self.desktop.write(str(path))
-        self.desktop.press("Return")
-        wait_for(lambda: not self.seen.is_seen("QFileDialog"), "the file to be taken")
+        self.write_settings("CompanyLogoFile=%s\n" % logo)
 
     def open(self):
-        self.seen = Seen(self.desktop, VELK)
-        self.addCleanup(self.seen.close)
-        self.seen.choose("mnuFile", "mnuFilePlayback")
-        self.choose_file(self.log)
-        self.seen.wait_for("MainForm/StatusBar1_1", "text", "Ready to Playback")
+        self.play_back()
         self.seen.click("GraphFormNew:1/Print")
         self.seen.place(PAGE + "Picture1")
 
@@ -104,17 +75,14 @@ class Composer(unittest.TestCase):
     def save(self):
         picture = self.desktop.path / "page.jpg"
         self.seen.click(PAGE + "SaveToFile")
-        self.choose_file(picture)
+        self.seen.choose_file(picture)
         wait_for(picture.exists, "the picture")
         self.assertEqual(picture.read_bytes()[:2], b"\xff\xd8")
 
     def print(self):
         pdf = self.desktop.path / "page.pdf"
         self.seen.click(PAGE + "Print")
-        self.seen.click("frmPrinterSelect/List1")
-        self.desktop.press("End")
-        self.seen.click("frmPrinterSelect/Command1")
-        self.choose_file(pdf)
+        self.print_to_pdf(pdf)
         wait_for(pdf.exists, "the document")
         text = subprocess.run(["pdftotext", pdf, "-"], capture_output=True, text=True, check=True).stdout
         for words in ("Pressure (psi)", "packer set", "00:00:00", "02:00:00", "14-Mar-26"):

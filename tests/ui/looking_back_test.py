@@ -79,13 +79,6 @@ class LookingBack(unittest.TestCase):
     def wait_for_status(self, english):
         self.seen.wait_for("MainForm/StatusBar1_1", "text", self.said(english))
 
-    def choose_file(self, path):
-        self.seen.place("QFileDialog")
-        self.desktop.press("ctrl+a")
-        self.desktop.write(str(path))
-        self.desktop.press("Return")
-        wait_for(lambda: not self.seen.is_seen("QFileDialog"), "the file to be taken")
-
     def put_away_box(self, english):
         wait_for(lambda: self.said(english) in self.seen.text("QMessageBox"), "the box " + english)
         self.desktop.press("Return")
@@ -118,7 +111,7 @@ class LookingBack(unittest.TestCase):
         self.seen.click("MainForm/Acquire")
         self.wait_for_status("Ready to Acquire")
         self.seen.click("MainForm/Record")
-        self.choose_file(log)
+        self.seen.choose_file(log)
         self.seen.click("MainForm/Pause")
         self.seen.place("frmIncParamInSum")
         if self.seen.property("frmIncParamInSum/chk_1", "checked") == "false":  # else as the job before had it
@@ -212,7 +205,7 @@ class LookingBack(unittest.TestCase):
 
     def open_log(self, log):
         self.seen.click("MainForm/PlayBack")
-        self.choose_file(log)
+        self.seen.choose_file(log)
         self.wait_for_status("Ready to Playback")
 
     def row_played(self):

@@ -90,6 +90,14 @@ class Seen:
         self.click("MainForm/" + menu)
         self.click("MainForm/" + item)
 
+    def choose_file(self, path):
+        """Answers the dialog of a file, open or about to come."""
+        self.place("QFileDialog")
+        self.desktop.press("ctrl+a")
+        self.desktop.write(str(path))
+        self.desktop.press("Return")
+        wait_for(lambda: not self.is_seen("QFileDialog"), "the file to be taken")
+
     def drag_handle(self, path, share):
         """The handle of a bar to this share of its way."""
         x, y, width, height = self.place(path, "groove")
