@@ -1,5 +1,5 @@
-// A sound file of rows with any of its bytes changed: the pages are left to statements, or give what statements give
-// wherever the engine's own check finds the file sound. The input is places and bytes, three bytes a change.
+// A sound file of rows and an index with any of its bytes changed: the pages are left to statements, or give what these
+// give wherever the engine's own check finds the file sound. The input is places and bytes, three bytes a change.
 
 #include <unistd.h>
 
@@ -10,10 +10,14 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "base/errors.h"
+#include "platform/database/command.h"
+#include "platform/database/connection.h"
+#include "platform/database/index_pages.h"
 #include "platform/database/table_pages.h"
 
 namespace {
@@ -30,10 +34,12 @@ std::string SoundFile() {
   std::filesystem::remove(kFile);
   Connection::Open(kFile, OpenMode::CreateNew)
       ->Execute(
-          "PRAGMA page_size=512; CREATE TABLE logData (ID INTEGER PRIMARY KEY, A DOUBLE, B);"
+          "PRAGMA page_size=512; CREATE TABLE logData (ID INTEGER PRIMARY KEY, A DOUBLE, B, C);"
+          "CREATE INDEX byTwo ON logData (C, A);"
           "WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 120)"
           "INSERT INTO logData SELECT i, i / 7.0, CASE i % 6 WHEN 0 THEN NULL WHEN 1 THEN 'text' WHEN 2 THEN -i"
-          " WHEN 3 THEN i * 1000000 WHEN 4 THEN i % 2 ELSE i * -1e12 END FROM n");
+          " WHEN 3 THEN i * 1000000 WHEN 4 THEN i % 2 ELSE i * -1e12 END,"
+          "i * 7 % 10 FROM n");
   std::ifstream stream(kFile, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -48,11 +54,18 @@ std::optional<Numbers> OfPages(const Connection& connection) {
   return isRead ? std::optional(numbers) : std::nullopt;
 }
 
-Numbers OfStatements(const Connection& connection) {
+std::optional<Numbers> OfIndex(Connection& connection) {
+  std::vector<std::int64_t> keys;
+  if (!velk::KeysFromIndex(connection, "logData", {"C", "A"}, keys, [] {})) return std::nullopt;
+  return Numbers(keys.begin(), keys.end());
+}
+
+/// The fields of all rows that a statement gives.
+Numbers OfStatement(const Connection& connection, const char* sql) {
   Numbers numbers;
-  Command rows(connection, "SELECT rowid, A, B FROM logData WHERE rowid BETWEEN 10 AND 110 ORDER BY rowid");
+  Command rows(connection, sql);
   while (rows.Next())
-    for (int i = 0; i < 3; ++i) numbers.push_back(rows.Number(i));
+    for (int i = 0; i < rows.ColumnCount(); ++i) numbers.push_back(rows.Number(i));
   return numbers;
 }
 
@@ -75,11 +88,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (std::size_t i = 0; i + 2 < size; i += 3)
     bytes[static_cast<std::size_t>(data[i] << 8 | data[i + 1]) % bytes.size()] = static_cast<char>(data[i + 2]);
   std::ofstream(kFile, std::ios::binary) << bytes;
-  std::optional<Numbers> given;
   try {
     const auto connection = Connection::Open(kFile, OpenMode::ReadOnly);
-    given = OfPages(*connection);
-    if (given && IsSound(*connection) && !AreSame(*given, OfStatements(*connection))) std::abort();
+    const auto rows = OfPages(*connection), order = OfIndex(*connection);
+    if ((!rows && !order) || !IsSound(*connection)) return 0;
+    const char* stated = "SELECT rowid, A, B FROM logData WHERE rowid BETWEEN 10 AND 110 ORDER BY rowid";
+    if (rows && !AreSame(*rows, OfStatement(*connection, stated))) std::abort();
+    if (order &&
+        !AreSame(*order, OfStatement(*connection, "SELECT rowid FROM logData NOT INDEXED ORDER BY C, A, rowid")))
+      std::abort();
   } catch (const velk::RuntimeError&) {
     return 0;  // the engine refuses the file
   }

@@ -190,7 +190,7 @@ std::vector<std::int64_t> LogReader::KeysByTime(const std::function<void(std::in
   if (layout_.index.empty()) return KeysSortedByTime(step);
   const Access file(*this);
   const std::shared_ptr<Connection> held = connection_;
-  return KeysByIndex(held, layout_, step);
+  return KeysByIndex(*held, layout_, step);
 }
 
 /// Without an index. Rows without a time come first.

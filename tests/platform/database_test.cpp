@@ -391,6 +391,11 @@ TEST_F(DatabaseCatalog, FindsAnIndexByItsColumns) {
   EXPECT_EQ(catalog.IndexOver("t", {"A", "B"}), "i\"1");
   EXPECT_EQ(catalog.IndexOver("t", {"a"}), "i\"1");
   EXPECT_EQ(catalog.IndexOver("t", {"a", "c"}), "");
+  connection->Execute(
+      "CREATE INDEX down ON t (b DESC, c); CREATE INDEX cased ON t (b COLLATE NOCASE, c);"
+      "CREATE INDEX last ON t (c, a DESC)");
+  EXPECT_EQ(catalog.IndexOver("t", {"c"}), "last") << "a column that stands behind one that goes down is no first one";
+  EXPECT_EQ(catalog.IndexOver("t", {"c", "a"}), "");
 }
 
 }  // namespace

@@ -111,6 +111,7 @@ TEST_F(TablePagesTest, LeaveToStatementsWhatIsOutOfTheOrdinary) {
         "CREATE TABLE logData (ID INTEGER PRIMARY KEY, A) WITHOUT ROWID" + some,
         "CREATE TABLE logData (ID INTEGER PRIMARY KEY, B)" + some,
         "CREATE TABLE logData (A INTEGER PRIMARY KEY, B)" + some,
+        "CREATE TABLE logData (ID INTEGER PRIMARY KEY DESC, A)" + some,
         "CREATE TABLE logData (ID INTEGER PRIMARY KEY, B)" + some + "; ALTER TABLE logData ADD COLUMN A DEFAULT 7",
         "CREATE TABLE logData (ID INTEGER PRIMARY KEY, A); INSERT INTO logData VALUES (1, zeroblob(9000))" +
             std::string(),

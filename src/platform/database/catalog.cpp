@@ -62,11 +62,13 @@ std::string Catalog::IndexOver(const std::string& table, const std::vector<std::
   indexes.Bind(1, table);
   while (indexes.Next()) {
     const std::string name = indexes.Text(0);
-    Command described(connection_, "SELECT name FROM pragma_index_xinfo(?) WHERE \"desc\" = 0 AND coll = 'BINARY'");
+    Command described(connection_,
+                      "SELECT name, \"desc\" = 0 AND coll = 'BINARY' FROM pragma_index_xinfo(?) ORDER BY seqno");
     described.Bind(1, name);
-    std::size_t found = 0;
-    while (found < columns.size() && described.Next() && SameName(described.Text(0), columns[found])) ++found;
-    if (found == columns.size()) return name;
+    const auto isNext = [&](const std::string& column) {
+      return described.Next() && SameName(described.Text(0), column) && described.Integer(1) == 1;
+    };
+    if (std::all_of(columns.begin(), columns.end(), isNext)) return name;
   }
   return {};
 }

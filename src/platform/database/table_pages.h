@@ -11,6 +11,7 @@
 
 #include "platform/database/command.h"
 #include "platform/database/connection.h"
+#include "platform/database/page_file.h"
 
 namespace velk {
 
@@ -46,8 +47,6 @@ class TablePages {
   };
 
   bool ReadLocked(std::uint32_t root, const Span& keys, const Take& take);
-  bool ReadBytes(std::uint64_t at, std::span<unsigned char> bytes) const;
-  std::uint64_t PlaceOf(std::uint32_t page) const { return (page - std::uint64_t{1}) * pageSize_; }
   std::optional<int> DepthOfLeaves(std::uint32_t page) const;
   bool FindLeaves(std::uint32_t page, const Span& keys, int above);
   bool ReadLeaves(const Span& keys, const Take& take);
@@ -55,13 +54,12 @@ class TablePages {
   bool TakeRow(Bytes page, std::size_t cell, const Span& keys, const Take& take);
   bool LayOut(Bytes header, std::size_t at);
 
-  const Connection& connection_;
+  PageFile file_;
   Command root_;
   std::vector<Field> fields_;
   std::size_t numbers_;
   bool isPlain_ = true;  ///< the table has all its columns in each row, in order
 
-  std::size_t pageSize_ = 0, usable_ = 0;
   std::vector<std::uint32_t> leaves_;
   std::vector<unsigned char> pages_;
   std::vector<unsigned char> header_;  ///< of the row that fields_ were laid out for
