@@ -170,7 +170,7 @@ TEST_F(PrintGraphWindow, TakesTimesByHandAndKeepsThePresentOnesForWhatIsNoTime) 
                             FormatDate(test::JobStart() + 60 / kDay, "dd-mmm-yyyy hh:mm:ss"));
     Press("AutoScale");
     EXPECT_FALSE(IsPressed("AutoScale"));
-    // The middle of the plot, 34 to 277 mm of 297 with one curve: half a minute behind the start.
+    // The middle of the plot, 28 to 277 mm of 297 with one curve: half a minute behind the start.
     QWidget& sheet = Find<QWidget>("Picture1");
     QTest::mouseMove(&sheet, QPoint(sheet.width() / 2, static_cast<int>(sheet.height() * 152.5 / 297)));
     EXPECT_TRUE(Text("Label1").starts_with(FormatDate(test::JobStart(), "dd/mm/yy hh:mm:"))) << Text("Label1");
