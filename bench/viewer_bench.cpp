@@ -1,11 +1,14 @@
 // What the viewer of logs costs over VELK_BENCH_ROWS (2.6 million, 1.8 GB) with 64 channels: its opening, with the grid
-// alone and as a window, a page of it, the search for an event, ranges, sorts. The folder has to have room for the log:
+// alone and as a window, a page of it, ranges, by themselves and in the window, the search for an event, sorts. The
+// folder has to have room for the log:
 // the present one, or VELK_BENCH_FOLDER. A log that VELK_BENCH_LOG names stays for the next run.
 
 #include <benchmark/benchmark.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTableView>
 #include <limits>
 #include <numeric>
@@ -67,23 +70,57 @@ class NoPrinters : public SystemPrinters {
   std::unique_ptr<Printer> Make(const std::string&) const override { return nullptr; }
 };
 
-/// The window itself, from the file to its first picture.
-void OpenTheViewer(benchmark::State& state) {
-  Job& job = Job::Made();
-  Recording& recording = job.recording;
-  OpenLog open(recording.session, recording.platform, recording.log);
-  open.EnsureReport(job.file);
-  const Translation words;
-  WindowHost host(recording.dialogs, words);
-  const NoPrinters printers;
-  PrinterChoice choice(printers);
-  for (auto _ : state) {
-    LongTask task = job.Task();
-    LogView view(job.file, task);
-    frmSummaryReport window(host, {recording.session, recording.platform, open, choice}, view);
+/// The window itself.
+struct Viewer {
+  explicit Viewer(Job& job)
+      : open(job.recording.session, job.recording.platform, job.recording.log),
+        task(job.Task()),
+        view(job.file, task),
+        window(host, {job.recording.session, job.recording.platform, open, choice}, view) {
     window.show();
     QApplication::processEvents();
-    benchmark::DoNotOptimize(window.grab());
+  }
+
+  const Translation words;
+  const NoPrinters printers;
+  PrinterChoice choice{printers};
+  OpenLog open;
+  WindowHost host{Job::Made().recording.dialogs, words};
+  LongTask task;
+  LogView view;
+  frmSummaryReport window;
+};
+
+/// From the file to the window's first picture.
+void OpenTheViewer(benchmark::State& state) {
+  Job& job = Job::Made();
+  OpenLog(job.recording.session, job.recording.platform, job.recording.log).EnsureReport(job.file);
+  for (auto _ : state) {
+    Viewer viewer(job);
+    benchmark::DoNotOptimize(viewer.window.grab());
+  }
+}
+
+void ShowAPageInTheWindow(benchmark::State& state) {
+  Viewer viewer(Job::Made());
+  auto& grid = *viewer.window.findChild<QTableView*>("logDataGrid");
+  int row = 0;
+  for (auto _ : state) {
+    row = (row + 999'983) % (viewer.view.Count() - kRowsOfPage);
+    grid.scrollTo(grid.model()->index(row, 0), QAbstractItemView::PositionAtTop);
+    benchmark::DoNotOptimize(grid.viewport()->grab());
+  }
+}
+
+void SetARangeInTheWindow(benchmark::State& state) {
+  Viewer viewer(Job::Made());
+  auto& begin = *viewer.window.findChild<QLineEdit*>("txtBeginTime");
+  auto& update = *viewer.window.findChild<QAbstractButton*>("cmdUpdate");
+  bool isWhole = true;
+  for (auto _ : state) {
+    isWhole = !isWhole;
+    begin.setText(isWhole ? "14-Mar-2026 00:00:00" : "14-Mar-2026 00:10:00");
+    update.click();
   }
 }
 
@@ -146,8 +183,10 @@ void SortAgain(benchmark::State& state) {
 BENCHMARK(OpenWithItsGrid)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
 BENCHMARK(OpenTheViewer)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
 BENCHMARK(ShowAPage)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ShowAPageInTheWindow)->Unit(benchmark::kMicrosecond);
 BENCHMARK(SearchAllColumns)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
 BENCHMARK(SetARange)->Unit(benchmark::kMicrosecond);
+BENCHMARK(SetARangeInTheWindow)->Unit(benchmark::kMillisecond);
 BENCHMARK(SortForTheFirstTime)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(SortAgain)->Unit(benchmark::kMillisecond);
 

@@ -49,6 +49,20 @@ TEST_F(SummaryReportEditing, ShowsTheLogBesideItsReport) {
   });
 }
 
+TEST_F(SummaryReportEditing, GivesColumnsTheWidthOfTheirHeadsAndOfTheFirstRows) {
+  Record({5, 123456789.25, 3});
+  log.Finalise();
+  View([&](QDialog&) {
+    QTableView& grid = Grid(kLog);
+    const auto width = [&](const char* text) { return grid.fontMetrics().horizontalAdvance(QLatin1String(text)); };
+    EXPECT_GT(grid.columnWidth(kTimeColumn), width("00:00:00"));
+    EXPECT_GT(grid.columnWidth(kPressureColumn), width("123,456,789.250"));
+    EXPECT_LT(grid.columnWidth(kPressureColumn), 2 * width("123,456,789.250"));
+    for (int i = 0; i < grid.model()->columnCount(); ++i)
+      EXPECT_GE(grid.columnWidth(i), grid.horizontalHeader()->sectionSizeHint(i)) << i;
+  });
+}
+
 TEST_F(SummaryReportEditing, MakesTheReportOfALogThatHasNone) {
   Record({1});
   log.Writing()->Execute("DROP TABLE SummaryReport");
@@ -178,6 +192,29 @@ TEST_F(SummaryReportEditing, PrintsNothingWhereNoNumberOfLinesIsGiven) {
     Press("cmdPrintLog");
   });
   EXPECT_TRUE(printers.documents.empty());
+}
+
+TEST_F(SummaryReportEditing, PrintsOnceWhateverIsPressedMeanwhile) {
+  Record(std::vector<double>(300, 5));
+  log.Finalise();
+  View([&](QDialog&) {
+    bool pressed = false;
+    passing.onYield = [&] {
+      if (pressed) return;
+      pressed = true;
+      for (const char* key : {"cmdPrintLog", "cmdDelete", "cmdFilter"}) Find<QAbstractButton>(key).click();
+      ClickHead(kLog, kPressureColumn);
+    };
+    dialogs.ExpectInput("Skip every ... lines", "0");
+    ThenChoosePrinter(0);
+    Press("cmdPrintLog");
+    passing.onYield = nullptr;
+    EXPECT_TRUE(pressed);
+    EXPECT_EQ(Grid(kLog).model()->rowCount(), 300);
+    EXPECT_FALSE(Grid(kLog).horizontalHeader()->isSortIndicatorShown());
+  });
+  ASSERT_EQ(printers.documents.size(), 1u);
+  EXPECT_TRUE(printers.documents[0]->ended);
 }
 
 TEST_F(SummaryReportEditing, TellsOfAPrinterThatFailsAndStaysAsItWas) {

@@ -33,7 +33,6 @@ namespace {
 
 constexpr int kViewerLetters = 170, kViewerLines = 40;
 constexpr int kFactorLetters = 7;
-constexpr int kRowSpace = 6;  ///< pixels between the letters of two rows
 constexpr int kBarSteps = 1000;
 constexpr const char* kNumberPicture = "#,##0.000";
 
@@ -76,8 +75,8 @@ frmSummaryReport::frmSummaryReport(WindowHost& host, const ViewerAccess& access,
   setProperty("helpTopic", topic::Viewer);
   ui_->lblFile->setText(ToQt(view.Path()));
   ui_->lblFile->setToolTip(ToQt(view.Path()));
-  ui_->logDataGrid->setModel(rows_);
-  ui_->summaryGrid->setModel(lines_);
+  SetUpGrid(*ui_->logDataGrid, *rows_);
+  SetUpGrid(*ui_->summaryGrid, *lines_);
   delegate_->Guard(*ui_->summaryGrid);
   lines_->onEntered = [this](std::int64_t key, const std::string& column, std::optional<double> value) {
     return EnterField(key, column, value);
@@ -88,7 +87,7 @@ frmSummaryReport::frmSummaryReport(WindowHost& host, const ViewerAccess& access,
   TranslateForm(*this, host.Words());
   FitTexts();
   cmdALL_Click();
-  SortlogDataData();
+  LayOutLogGrid();
   ReadSummary(0);
   ShowNote({});
   UpdateKeys();
@@ -120,15 +119,6 @@ void frmSummaryReport::ConnectKeys() {
   connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->logDataGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, &frmSummaryReport::SortLog);
   connect(ui_->summaryGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, &frmSummaryReport::SortSummary);
-  for (QTableView* grid : {ui_->logDataGrid, ui_->summaryGrid}) {
-    grid->horizontalHeader()->setSectionsClickable(true);
-    grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + kRowSpace);
-    connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
-      ShowPositions();
-      UpdateKeys();
-    });
-  }
   connect(rows_, &LogGridModel::Unreadable, this, [this](const QString& reason) { ui_->lblNote->setText(reason); });
   connect(delegate_, &EntryDelegate::Refused, this,
           [this](bool refused) { ShowNote(refused ? OperatorText(text::EnterANumber) : OperatorText()); });

@@ -13,6 +13,7 @@
 #include "reports/windows/log_grid_model.h"
 
 class QAbstractButton;
+class QAbstractItemModel;
 class QTableView;
 
 namespace Ui {
@@ -77,7 +78,9 @@ class frmSummaryReport : public QDialog {
   void SortLog(int column);
   void SortSummary(int column);
   void SortSummaryData();
+  void SetUpGrid(QTableView& grid, QAbstractItemModel& model);
   void SortlogDataData();
+  void LayOutLogGrid();
   void AdjustSummaryGrid();
   void SetWidths(QTableView& grid, const std::vector<CellKind>& kinds);
 

@@ -19,6 +19,9 @@ namespace {
 
 constexpr double kMostSkipped = 32767;
 constexpr double kValueWidths = 1.3;  ///< of "99.999"
+constexpr int kRowsMeasured = 50;     ///< for the widths of the columns
+constexpr int kCellSpace = 10;        ///< pixels beside the letters of a cell
+constexpr int kRowSpace = 6;          ///< pixels between the letters of two rows
 
 }  // namespace
 
@@ -61,8 +64,24 @@ void frmSummaryReport::SortSummaryData() {
   AdjustSummaryGrid();
 }
 
+/// What the rows look like is said ahead of them: each word to the heads goes through all.
+void frmSummaryReport::SetUpGrid(QTableView& grid, QAbstractItemModel& model) {
+  grid.horizontalHeader()->setSectionsClickable(true);
+  grid.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  grid.verticalHeader()->setDefaultSectionSize(grid.fontMetrics().height() + kRowSpace);
+  grid.setModel(&model);
+  connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+    ShowPositions();
+    UpdateKeys();
+  });
+}
+
 void frmSummaryReport::SortlogDataData() {
   rows_->ShowAnew();
+  LayOutLogGrid();
+}
+
+void frmSummaryReport::LayOutLogGrid() {
   QHeaderView& heads = *ui_->logDataGrid->horizontalHeader();
   heads.setSortIndicatorShown(logOrder_.column >= 0);
   heads.setSortIndicator(logOrder_.column, logOrder_.descending ? Qt::DescendingOrder : Qt::AscendingOrder);
@@ -83,18 +102,20 @@ void frmSummaryReport::AdjustSummaryGrid() {
 }
 
 /// A value's column is 1.3 times as wide as "99.999", a date's and a time's as a sample of it; more where the head or
-/// what is shown needs it.
+/// one of the first rows needs it. The toolkit itself would measure a thousand rows.
 void frmSummaryReport::SetWidths(QTableView& grid, const std::vector<CellKind>& kinds) {
   const QFontMetrics letters = grid.fontMetrics();
   const int value = static_cast<int>(kValueWidths * letters.horizontalAdvance(QStringLiteral("99.999")));
-  const auto sample = [&](const char* text) { return letters.horizontalAdvance(QLatin1String(text)) + 8; };
-  grid.resizeColumnsToContents();
+  const auto width = [&](const QString& text) { return letters.horizontalAdvance(text) + kCellSpace; };
+  const QAbstractItemModel& model = *grid.model();
+  const int rows = std::min(model.rowCount(), kRowsMeasured);
   for (int i = 0; i < static_cast<int>(kinds.size()); ++i) {
     const CellKind kind = kinds[static_cast<std::size_t>(i)];
-    const int least = kind == CellKind::Date   ? sample("30-May-2000")
-                      : kind == CellKind::Time ? sample("00:00:00")
-                                               : value;
-    grid.setColumnWidth(i, std::max(grid.columnWidth(i), least));
+    int widest = kind == CellKind::Date   ? width(QStringLiteral("30-May-2000"))
+                 : kind == CellKind::Time ? width(QStringLiteral("00:00:00"))
+                                          : value;
+    for (int row = 0; row < rows; ++row) widest = std::max(widest, width(model.index(row, i).data().toString()));
+    grid.setColumnWidth(i, std::max(widest, grid.horizontalHeader()->sectionSizeHint(i)));
   }
 }
 
