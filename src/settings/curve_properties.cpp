@@ -22,13 +22,17 @@ PropertyTexts TextsOf(const CurveProperties& properties) {
 
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts) {
   for (auto field :
-       {&PropertyTexts::minimum, &PropertyTexts::maximum, &PropertyTexts::loweralarm, &PropertyTexts::upperalarm})
+       {&PropertyTexts::minimum, &PropertyTexts::maximum, &PropertyTexts::loweralarm, &PropertyTexts::upperalarm}) {
+    const bool isAlarm = field == &PropertyTexts::loweralarm || field == &PropertyTexts::upperalarm;
+    if (isAlarm && !properties.hasAlarms) continue;
     if (!EnteredNumber(texts.*field)) return PropertyFault{field, FaultOfNumber(texts.*field)};
+  }
   const PropertyTexts before = TextsOf(properties);
   // A number that nobody has touched keeps the digits that its text doesn't show.
   if (texts.minimum != before.minimum) properties.min = *EnteredNumber(texts.minimum);
   if (texts.maximum != before.maximum) properties.max = *EnteredNumber(texts.maximum);
   if (!(properties.min < properties.max)) return PropertyFault{&PropertyTexts::minimum, text::MinimumNotBelow};
+  if (!properties.hasAlarms) return properties;
   properties.loweralarm = AlarmOfText(texts.loweralarm);
   properties.upperalarm = AlarmOfText(texts.upperalarm);
   return properties;

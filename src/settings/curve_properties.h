@@ -41,8 +41,8 @@ struct PropertyFault {
   MessageText text;
 };
 
-/// `properties` with the numbers as they were entered; an alarm that is no number isn't set. Or the first fault: a
-/// number that can be read in two ways, a minimum that isn't below the maximum.
+/// `properties` with the numbers as they were entered, alarms where they are edited; one that is no number isn't set.
+/// Or the first fault: a number that can be read in two ways, a minimum that isn't below the maximum.
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts);
 
 /// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set. Smoothing is edited for the

@@ -59,6 +59,17 @@ TEST(CurveProperties, RefuseANumberThatCanBeReadInTwoWays) {
   }
 }
 
+TEST(CurveProperties, LeaveAlarmsThatAreNotEditedAsTheyAre) {
+  CurveProperties properties = Sound();
+  properties.hasAlarms = false;
+  properties.loweralarm = "1 234";  // what another program has stored
+  properties.upperalarm = "off";
+  const auto result = WithTexts(properties, TextsOf(properties));
+  ASSERT_TRUE(std::holds_alternative<CurveProperties>(result));
+  EXPECT_EQ(std::get<CurveProperties>(result).loweralarm, "1 234");
+  EXPECT_EQ(std::get<CurveProperties>(result).upperalarm, "off");
+}
+
 TEST(CurveProperties, ComeFromTheWorkingSetAndGoBackThere) {
   Session session;
   session.AcquisitionMode = true;
