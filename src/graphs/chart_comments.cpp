@@ -1,10 +1,10 @@
 #include "graphs/chart_comments.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/colour.h"
 #include "base/dates.h"
+#include "base/one_line.h"
 #include "base/text.h"
 
 namespace velk {
@@ -13,13 +13,6 @@ namespace {
 
 /// Room around a text.
 constexpr double kWider = 1.1;
-
-/// One line: what breaks it, and other control characters, are blanks.
-std::string OnOneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 32; }, ' ');
-  return text;
-}
 
 /// `text` without as many of its last characters as it takes until it is `room` wide.
 std::string Cut(const Surface& surface, const std::string& text, double room) {

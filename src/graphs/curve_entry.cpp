@@ -2,6 +2,7 @@
 
 #include "base/number_entry.h"
 #include "base/numbers.h"
+#include "base/one_line.h"
 #include "base/text.h"
 #include "graphs/texts.h"
 #include "model/parameter_questions.h"
@@ -25,9 +26,9 @@ std::optional<double> AskScale(Dialogs& dialogs, const MessageText& prompt, doub
 
 /// Whether a text was entered into `field`.
 bool AskText(Dialogs& dialogs, const MessageText& prompt, std::string& field) {
-  const auto answer = dialogs.Input(prompt, text::GraphsTitle, field);
-  if (!answer || Trim(*answer).empty()) return false;
-  field = *answer;
+  const std::string entered = OnOneLine(dialogs.Input(prompt, text::GraphsTitle, field).value_or(""));
+  if (Trim(entered).empty()) return false;
+  field = entered;
   return true;
 }
 

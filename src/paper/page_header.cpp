@@ -5,6 +5,7 @@
 #include "base/colour.h"
 #include "base/dates.h"
 #include "base/numbers.h"
+#include "base/one_line.h"
 #include "base/text.h"
 #include "graphs/texts.h"
 #include "paper/texts.h"
@@ -78,13 +79,6 @@ void DrawCurveRow(Surface& page, const Parameter& curve, double bottom) {
   page.Print(kCurveLeft + kBeside, y, min, InkOf(curve.color));
   page.Print(maxStart, y, max, InkOf(curve.color));
   if (!title.empty()) page.Print(middle - page.TextWidth(title) / 2, y, title, InkOf(curve.color));
-}
-
-std::string OnOneLine(const std::string& text) {
-  std::string line = text;
-  std::replace_if(
-      line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n' || c == '\t'; }, ' ');
-  return line;
 }
 
 TextFont Small(const PageFont& font) {

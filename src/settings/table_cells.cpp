@@ -9,6 +9,7 @@
 #include "base/colour.h"
 #include "base/number_entry.h"
 #include "base/numbers.h"
+#include "base/one_line.h"
 #include "base/text.h"
 #include "model/number_formats.h"
 #include "model/parameter_questions.h"
@@ -70,7 +71,7 @@ std::string CellOf(const Parameter& parameter, TableColumn column) {
 }
 
 std::string AsKept(TableColumn column, std::string_view entered) {
-  if (column != TableColumn::Format) return std::string(entered);
+  if (column != TableColumn::Format) return OnOneLine(std::string(entered));
   const std::string sample = WithDecimalPoint(Trim(entered));
   // Whoever knows the pictures may paste one.
   for (const NumberFormat& row : kNumberFormats)

@@ -36,7 +36,7 @@ bool IsNumberColumn(TableColumn column);
 std::string CellOf(const Parameter& parameter, TableColumn column);
 
 /// A text as the column keeps it: a format that none of the samples stands for is "1234.123". Other columns keep what
-/// was entered.
+/// was entered, on one line.
 std::string AsKept(TableColumn column, std::string_view entered);
 
 /// Why a text can't stand in its column; nothing where it can. The scales are compared by ParameterTable.

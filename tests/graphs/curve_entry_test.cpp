@@ -99,6 +99,15 @@ TEST_F(CurveEntry, TakesNameUnitsColourAndFormat) {
   EXPECT_EQ(dialogs.listsAsked.back().prompt, "Select Number Format");
 }
 
+TEST_F(CurveEntry, TakesNameAndUnitsOnOneLine) {
+  dialogs.ExpectInput("Enter parameter name", "Flow\r\nrate");  // as a cell of a spreadsheet gives it
+  EXPECT_EQ(AskName(dialogs, curve)->name, "Flow rate");
+  dialogs.ExpectInput("Enter parameter units", "l\n");
+  EXPECT_EQ(AskUnits(dialogs, curve)->units, "l ");
+  dialogs.ExpectInput("Enter parameter name", "\n");
+  EXPECT_FALSE(AskName(dialogs, curve));
+}
+
 TEST_F(CurveEntry, LeavesColourAndFormatOnCancel) {
   dialogs.ExpectColour("Pressure", std::nullopt);
   EXPECT_FALSE(AskCurveColour(dialogs, curve));

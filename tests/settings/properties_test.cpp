@@ -83,6 +83,15 @@ TEST_F(PropertiesWindow, GivesWhatWasEntered) {
   EXPECT_EQ(answer.color, 0x00FF00);
 }
 
+TEST_F(PropertiesWindow, TakesPastedNameAndUnitsOnOneLine) {
+  Open();
+  Field("txtName").setText("Flow\nrate");
+  Field("txtUnits").setText("l\nmin");
+  Click(*window, "cmdOK");
+  EXPECT_EQ(window->Answer().name, "Flow rate");
+  EXPECT_EQ(window->Answer().units, "l min");
+}
+
 TEST_F(PropertiesWindow, StaysOpenForAScaleUpsideDown) {
   Open();
   Field("txtMinimum").setText("250");

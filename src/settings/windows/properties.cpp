@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/colour.h"
+#include "base/one_line.h"
 #include "base/text_qt.h"
 #include "i18n/windows/translate_form.h"
 #include "model/help_topics.h"
@@ -107,8 +108,8 @@ void Properties::Command3_Click() {
 
 void Properties::cmdOK_Click() {
   CurveProperties entered = properties_;
-  entered.name = FromQt(ui_->txtName->text());
-  entered.units = FromQt(ui_->txtUnits->text());
+  entered.name = OnOneLine(FromQt(ui_->txtName->text()));
+  entered.units = OnOneLine(FromQt(ui_->txtUnits->text()));
   if (ui_->cboFormat->currentIndex() >= 0) entered.format = FormatOfSample(FromQt(ui_->cboFormat->currentText()));
   entered.Wrapping = ui_->optWrapping->isChecked();
   entered.smoothing = ui_->UpDown1->value();
