@@ -162,14 +162,13 @@ class RowReader {
   const int row_;
 };
 
-/// An emptied name hides the curve; a channel that gets a name is shown.
+/// An empty name hides the curve, one that was empty before too; a channel that gets a name is shown.
 void StoreName(const RowReader& row, Parameter& parameter) {
-  if (const std::string* cell = row.Changed(TableColumn::Name)) {
-    const std::string name = NameOfCell(*cell);
-    if (parameter.name == kBlankName && name != kBlankName) parameter.GraphVisible = true;
-    parameter.name = name;
-  }
-  if (parameter.name == kBlankName) parameter.GraphVisible = false;
+  const std::string* const cell = row.Changed(TableColumn::Name);
+  const std::string name = NameOfCell(cell != nullptr ? *cell : parameter.name);
+  if (parameter.name == kBlankName && name != kBlankName) parameter.GraphVisible = true;
+  parameter.name = name;
+  if (name == kBlankName) parameter.GraphVisible = false;
 }
 
 bool StoreScale(const RowReader& row, Parameter& parameter) {

@@ -159,6 +159,24 @@ TEST_F(ParameterTableTest, TurnsAnEmptyNameIntoBlankAndHidesItsCurve) {
   EXPECT_TRUE(Typed(0, TableColumn::Name, "Pump").GraphVisible) << "a name brings it back";
 }
 
+TEST_F(ParameterTableTest, TurnsANameThatWasEmptyBeforeIntoBlankToo) {
+  for (const char* name : {"", " ", "Blank"}) {
+    session.CurrentParameters[1] = Named(name, 1);
+    Typed(1, TableColumn::Units, "l/min");
+    EXPECT_EQ(session.CurrentParameters[1].name, "BLANK") << name;
+    EXPECT_FALSE(session.CurrentParameters[1].GraphVisible) << name;
+  }
+}
+
+TEST_F(ParameterTableTest, TakesTheLinesOfACellForOne) {
+  ParameterTable table(session);
+  table.Paste({0, 0, 0, 0}, "\"Flow\r\nrate\"\t\"l\n\"\r\n\"A \"\"4\"\"\"\r\n");
+  StoreTable(session, table);
+  EXPECT_EQ(session.CurrentParameters[1].name, "Flow rate");
+  EXPECT_EQ(session.CurrentParameters[1].units, "l ");
+  EXPECT_EQ(session.CurrentParameters[2].name, "A \"4\"");
+}
+
 TEST_F(ParameterTableTest, KeepsTheMinimumOfABlankChannel) {
   ParameterTable table(session);
   table.Change({{0, 0, ""}, {0, table.PlaceOf(TableColumn::Minimum), "7"}});

@@ -30,9 +30,8 @@ bool HasSameCurves(const CurvesOfGraphs& a, const CurvesOfGraphs& b, int graph) 
 }
 
 /// The windows anew where a graph is shown that wasn't. Else each stays where the operator has put it: with the curves
-/// that it had it shows them as they are now; made anew with others; closed without any.
-void ShowEdited(Session& session, GraphWindows& graphs) {
-  const CurvesOfGraphs before = session.GraphSlots;
+/// that it had `before` it shows them as they are now; made anew with others; closed without any.
+void ShowEdited(Session& session, GraphWindows& graphs, const CurvesOfGraphs& before) {
   BuildGraphMap(session, session.TotalParameters);
   if (!AllWindowsAreOpen(session)) return graphs.CreateGraphWindows();
   for (int graph = 1; graph <= kMaxParameters; ++graph) {
@@ -55,10 +54,10 @@ std::vector<std::string> TagsOf(const Session& session, SettingsStore& settings)
 
 void mnuEditTable_Click(WindowHost& host, Session& session, const Platform& platform, GraphWindows& graphs) {
   RunProcedure({platform.dialogs, "mnuEditTable_Click"}, [&](const Statements& run) {
-    const ColumnWidths before = ReadColumnWidths(platform.settings);
-    ColumnWidths widths = before;
+    const ColumnWidths kept = ReadColumnWidths(platform.settings);
+    ColumnWidths widths = kept;
     const auto table = host.Show<ParametersTable>(ParameterTable(session, TagsOf(session, platform.settings)), &widths);
-    if (widths != before) SaveColumnWidths(platform.settings, widths);
+    if (widths != kept) SaveColumnWidths(platform.settings, widths);
     if (!table) return;
     const bool raised = StoreTable(session, *table);
     CarryTableBack(session);
@@ -67,7 +66,8 @@ void mnuEditTable_Click(WindowHost& host, Session& session, const Platform& plat
     // The end of the program closes the table too; its graphs are gone by then, and nobody is asked.
     if (!session.ProgramEnding) {
       if (raised) platform.dialogs.Message({text::MaximumNotAbove, {}, Buttons::Ok, BoxIcon::Critical});
-      run([&] { ShowEdited(session, graphs); });
+      const CurvesOfGraphs before = session.GraphSlots;
+      run([&] { ShowEdited(session, graphs, before); });
     }
   });
 }
