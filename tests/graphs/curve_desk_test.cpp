@@ -10,6 +10,7 @@
 #include <QToolTip>
 
 #include "graphs/graph_form_fixture.h"
+#include "graphs/windows/curve_editor.h"
 #include "model/texts.h"
 #include "support/memory_folder.h"
 #include "support/window_script.h"
@@ -154,6 +155,24 @@ TEST_F(CurvesOnTheDesk, TakeNoOtherButtonAndNoOtherPlace) {
   EXPECT_EQ(changes, 0);
 }
 
+TEST_F(CurvesOnTheDesk, AskNothingWhereTheMouseWasDrawnFromElsewhere) {
+  Open({1, 1});
+  QWidget& labels = Form(1).View().Labels();
+  const auto label = [this](const char* name) { return test::LabelBox(Form(1), name).center(); };
+  const auto drag = [](QWidget& widget, Qt::MouseButton button, QPoint from, QPoint to) {
+    QTest::mousePress(&widget, button, {}, from);
+    QTest::mouseRelease(&widget, button, {}, to);
+  };
+  drag(labels, Qt::LeftButton, label("Label1_0"), label("Label1_1"));
+  drag(labels, Qt::LeftButton, label("Label1_0"), label("Label3_0"));
+  drag(labels, Qt::RightButton, label("Label1_0"), label("Label1_1"));
+  drag(Band(1), Qt::LeftButton, HeaderPoint(1, 1, 0.1), HeaderPoint(1, 2, 0.1));
+  drag(Band(1), Qt::LeftButton, HeaderPoint(1, 1, 0.1), HeaderPoint(1, 1, 0.5));
+  const QPoint onPlot = HeaderPoint(1, 2, 0.5) + QPoint(0, 100);
+  drag(Band(1), Qt::LeftButton, onPlot, HeaderPoint(1, 2, 0.5));
+  EXPECT_EQ(changes, 0);
+}
+
 // --- On the labels ---
 
 TEST_F(CurvesOnTheDesk, ChangeTheirNameAndTheTitleOfTheWindow) {
@@ -254,6 +273,59 @@ TEST_F(CurvesOnTheDesk, TellThatTheirRemovalFailed) {
   Press(1, "Remove");
   EXPECT_TRUE(IsOpen(2));
   EXPECT_EQ(changes, 1);
+}
+
+TEST_F(CurvesOnTheDesk, TellThatAKeyOfTheirToolbarFailedAndTryAgain) {
+  Open({1, 2});
+  session.LogFileInUse = "/jobs/a.mdb";
+  int printed = 0;
+  desk.onPrint = [&](int) {
+    if (++printed == 1) throw RuntimeError(ErrorNumber::Overflow);
+  };
+  dialogs.Expect("Overflow - Toolbar1_ButtonClick", Answer::Retry);
+  Press(1, "Print");
+  EXPECT_EQ(printed, 2);
+  failures = 1;
+  Press(1, "Copy");
+  dialogs.Expect("Overflow - Toolbar1_ButtonClick", Answer::Retry);
+  Press(2, "Paste");
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(Form(2).Curves().Count(), 2);
+  EXPECT_FALSE(IsOpen(1));
+  for (const Answer answer : {Answer::Retry, Answer::Cancel}) {
+    dialogs.Expect("Must supply a file name", Answer::Ok, [] { throw RuntimeError(ErrorNumber::Overflow); });
+    dialogs.Expect("Overflow - Toolbar1_ButtonClick", answer);
+  }
+  Press(2, "AddComment");
+}
+
+TEST_F(CurvesOnTheDesk, TellThatTheirWindowFailedToComeToTheFront) {
+  Open({1, 2});
+  area.setActiveSubWindow(qobject_cast<QMdiSubWindow*>(Form(2).parentWidget()));
+  delete &Key(1, "ReadValue");
+  dialogs.Expect(" - Form_Activate", Answer::Cancel);
+  area.setActiveSubWindow(qobject_cast<QMdiSubWindow*>(Form(1).parentWidget()));
+}
+
+/// Curves that can't be counted.
+class LostCurves : public CurveSource {
+ public:
+  int Count() const override { throw RuntimeError(ErrorNumber::Overflow); }
+  const Parameter& Curve(int /*slot*/) const override { return curve_; }
+
+ private:
+  Parameter curve_;
+};
+
+TEST_F(CurvesOnTheDesk, TellThatTheTipOfTheirHeaderFailed) {
+  const LostCurves curves;
+  QWidget window;
+  ChartView view(session.Times, {}, curves, window.font(), test::English(), refresh, &window);
+  new CurveEditor(window, view, host, {});
+  for (const Answer answer : {Answer::Retry, Answer::Cancel}) dialogs.Expect("Overflow - Picture1_MouseMove", answer);
+  QHelpEvent help(QEvent::ToolTip, QPoint(300, 8), QPoint(300, 8));
+  QApplication::sendEvent(&view.HeaderBand(), &help);
+  EXPECT_FALSE(help.isAccepted());
 }
 
 // --- From window to window ---

@@ -97,6 +97,19 @@ TEST(GraphReadValue, IsOfferedOnlyWhileALogIsOpen) {
   EXPECT_TRUE(job.Key("AddComment").isEnabled());
 }
 
+TEST(GraphReadValue, FollowsTheLogWhenItsWindowComesToTheFront) {
+  LookedBack job;
+  auto* const window = qobject_cast<QMdiSubWindow*>(job.Form().parentWidget());
+  const auto bringToFront = [&] {
+    job.area.setActiveSubWindow(nullptr);
+    job.area.setActiveSubWindow(window);
+  };
+  job.log.Finalise();
+  EXPECT_TRUE(job.Key("ReadValue").isEnabled());
+  bringToFront();
+  EXPECT_FALSE(job.Key("ReadValue").isEnabled());
+}
+
 // --- Comments ---
 
 TEST(GraphComment, IsEnteredWithF7AndStandsInTheReportAndOnTheChart) {

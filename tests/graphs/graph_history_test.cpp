@@ -378,6 +378,17 @@ TEST(GraphRepaint, BringsTheCurvesBackFromTheLogAtAResize) {
   EXPECT_GT(dark, 20);
 }
 
+TEST(GraphRepaint, DrawsTheCurvesOnTheirPresentScaleAtAResize) {
+  LookedBack job;
+  job.Sample(0, 200);
+  job.session.CurrentParameters[1].max = 200;
+  job.Form().RefreshForm();
+  job.Form().parentWidget()->resize(900, 420);
+  const QImage plot = job.Plot();
+  EXPECT_TRUE(HasAt(plot, 40, 20, kRedDot)) << "80 of 200";
+  EXPECT_FALSE(HasAt(plot, 80, 20, kRedDot)) << "80 of 100";
+}
+
 /// As a page of this window is that is drawn with these curves from the start.
 TEST(GraphRepaint, DrawsThePageOfHistoryWithTheCurvesThatTheWindowIsGiven) {
   LookedBack job(2);

@@ -1,5 +1,7 @@
 #include "graphs/windows/curve_desk.h"
 
+#include <utility>
+
 #include "graphs/curve_moves.h"
 #include "graphs/texts.h"
 #include "graphs/windows/curve_editor.h"
@@ -7,7 +9,6 @@
 #include "model/parameter_questions.h"
 #include "model/status.h"
 #include "model/texts.h"
-#include "platform/dialogs/procedure.h"
 #include "settings/windows/properties.h"
 
 namespace velk {
@@ -65,9 +66,10 @@ void CurveDesk::Attach(GraphFormNew& form) {
   UpdateToolbar(form);  // which isn't among the others yet
 }
 
-void CurveDesk::Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(int graph)) {
+void CurveDesk::Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(const Statements& run, int graph)) {
   form.Toolbar().Bind(key, [this, work, graph = form.FormIndex()] {
-    RunProcedure({platform_.dialogs, "Toolbar1_ButtonClick"}, [&](const Statements&) { (this->*work)(graph); });
+    RunProcedure({platform_.dialogs, "Toolbar1_ButtonClick"},
+                 [&](const Statements& run) { (this->*work)(run, graph); });
   });
 }
 
@@ -84,19 +86,19 @@ void CurveDesk::UpdateToolbars() {
     if (GraphFormNew* form = graphs_.Form(graph)) UpdateToolbar(*form);
 }
 
-void CurveDesk::Print(int graph) {
+void CurveDesk::Print(const Statements& run, int graph) {
   if (session_.LogFileInUse.empty())
     platform_.dialogs.Message({text::FileNameFirst, text::GraphsTitle});
   else if (onPrint)
-    onPrint(graph);
+    run([&] { onPrint(graph); });
 }
 
-void CurveDesk::Copy(int graph) {
+void CurveDesk::Copy(const Statements& run, int graph) {
   session_.CopySource = static_cast<std::int16_t>(graph);
-  UpdateToolbars();
+  run([&] { UpdateToolbars(); });
 }
 
-void CurveDesk::Paste(int graph) {
+void CurveDesk::Paste(const Statements& run, int graph) {
   if (session_.CopySource == 0 || session_.CopySource == graph) return;
   if (!HasRoomForCurve(session_, graph)) {
     platform_.dialogs.Message(
@@ -105,18 +107,22 @@ void CurveDesk::Paste(int graph) {
   }
   const int source = std::exchange(session_.CopySource, std::int16_t{0});
   MoveFirstCurve(session_, source, graph);
-  LoadAgain(source);
-  LoadAgain(graph);
-  UpdateToolbars();
-  changed_();
+  run([&] {
+    LoadAgain(source);
+    LoadAgain(graph);
+    UpdateToolbars();
+    changed_();
+  });
 }
 
-void CurveDesk::Remove(int graph) {
+void CurveDesk::Remove(const Statements& run, int graph) {
   const int count = session_.GraphCurveCount[graph];
   if (count == 2) return RemoveParameter(graph, 2);
   if (count < 2) return;
-  const auto slot = AskWhich(platform_.dialogs, text::RemoveTitle, text::RemovePrompt, CurveNames(session_, graph),
-                             topic::StripChart);
+  const auto slot = run([&] {
+    return AskWhich(platform_.dialogs, text::RemoveTitle, text::RemovePrompt, CurveNames(session_, graph),
+                    topic::StripChart);
+  });
   // Events have run: the window may have other curves by now.
   if (slot && session_.GraphCurveCount[graph] == count) RemoveParameter(graph, *slot);
 }

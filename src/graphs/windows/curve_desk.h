@@ -4,6 +4,7 @@
 
 #include "graphs/windows/graph_windows_mdi.h"
 #include "i18n/windows/window_host.h"
+#include "platform/dialogs/procedure.h"
 
 namespace velk {
 
@@ -29,11 +30,11 @@ class CurveDesk {
  private:
   /// Gives a new window its work.
   void Attach(GraphFormNew& form);
-  void Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(int graph));
-  void Print(int graph);
-  void Copy(int graph);
-  void Paste(int graph);
-  void Remove(int graph);
+  void Bind(GraphFormNew& form, const char* key, void (CurveDesk::*work)(const Statements& run, int graph));
+  void Print(const Statements& run, int graph);
+  void Copy(const Statements& run, int graph);
+  void Paste(const Statements& run, int graph);
+  void Remove(const Statements& run, int graph);
   void RemoveParameter(int graph, int slot);
   /// Lays a window out for its present curves, and closes it where it has none.
   void LoadAgain(int graph);

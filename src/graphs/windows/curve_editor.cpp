@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QToolTip>
+#include <utility>
 
 #include "base/text_qt.h"
 #include "graphs/texts.h"
@@ -47,24 +48,39 @@ CurveEditor::CurveEditor(QWidget& window, ChartView& view, WindowHost& host, Edi
 
 bool CurveEditor::eventFilter(QObject* watched, QEvent* event) {
   // The view's parts tell of their end too, when the view is there no longer.
+  const bool isPress = event->type() == QEvent::MouseButtonPress;
+  const bool isRelease = event->type() == QEvent::MouseButtonRelease;
   const bool asksForTip = event->type() == QEvent::ToolTip;
-  if (!asksForTip && event->type() != QEvent::MouseButtonRelease) return false;
+  if (!isPress && !isRelease && !asksForTip) return false;
   const bool isHeader = watched == &view_.HeaderBand();
   if (asksForTip) {
     const auto& help = *static_cast<QHelpEvent*>(event);
     return isHeader && Picture1_MouseMove(help.pos(), help.globalPos());
   }
   const auto& mouse = *static_cast<QMouseEvent*>(event);
-  const QPoint point = mouse.position().toPoint();
+  const Part part = PartAt(isHeader, mouse.position().toPoint());
+  const Part pressed = std::exchange(pressed_, isPress ? part : Part{});
+  // A button that went down elsewhere, on the plot say, and was drawn here means nothing here.
+  if (isRelease && part == pressed && part.row > 0) Click(part, mouse.button());
+  return false;
+}
+
+CurveEditor::Part CurveEditor::PartAt(bool isHeader, const QPoint& point) const {
   if (isHeader) {
-    if (mouse.button() == Qt::LeftButton) Picture1_Click(point);
-    return false;
+    const HeaderPlace place = view_.PlaceInHeader(point);
+    return {.zone = place.zone, .row = place.row};
   }
   const LabelRows::Place label = view_.Labels().PlaceAt(point);
-  if (label.column == 0) return false;
-  if (mouse.button() == Qt::LeftButton) Label_Click(label);
-  if (mouse.button() == Qt::RightButton) Label_MouseDown(label);
-  return false;
+  return label.column == 0 ? Part{} : Part{.column = label.column, .row = label.row + 1};
+}
+
+void CurveEditor::Click(const Part& part, Qt::MouseButton button) {
+  if (part.column == 0) {
+    if (button == Qt::LeftButton) Picture1_Click(part);
+    return;
+  }
+  if (button == Qt::LeftButton) Label_Click(part);
+  if (button == Qt::RightButton) Label_MouseDown(part);
 }
 
 bool CurveEditor::Picture1_MouseMove(const QPoint& point, const QPoint& onScreen) {
@@ -78,27 +94,26 @@ bool CurveEditor::Picture1_MouseMove(const QPoint& point, const QPoint& onScreen
   return tip != MessageText{};
 }
 
-void CurveEditor::Picture1_Click(const QPoint& point) {
-  const HeaderPlace place = view_.PlaceInHeader(point);
-  switch (place.zone) {
+void CurveEditor::Picture1_Click(const Part& part) {
+  switch (part.zone) {
     case HeaderZone::None:
       return;
     case HeaderZone::Minimum:
-      return Edit("Picture1_Click", place.row, AskMinimum);
+      return Edit("Picture1_Click", part.row, AskMinimum);
     case HeaderZone::Colour:
-      return Edit("Picture1_Click", place.row, AskCurveColour);
+      return Edit("Picture1_Click", part.row, AskCurveColour);
     case HeaderZone::Maximum:
-      return Edit("Picture1_Click", place.row, AskMaximum);
+      return Edit("Picture1_Click", part.row, AskMaximum);
   }
 }
 
-void CurveEditor::Label_Click(const LabelRows::Place& label) {
-  const LabelClick& row = kLabelClicks[label.column - 1];
-  Edit(row.click, label.row + 1, row.ask);
+void CurveEditor::Label_Click(const Part& label) {
+  const LabelClick& click = kLabelClicks[label.column - 1];
+  Edit(click.click, label.row, click.ask);
 }
 
-void CurveEditor::Label_MouseDown(const LabelRows::Place& label) {
-  Change(kLabelClicks[label.column - 1].down, label.row + 1, curves_.editProperties);
+void CurveEditor::Label_MouseDown(const Part& label) {
+  Change(kLabelClicks[label.column - 1].down, label.row, curves_.editProperties);
 }
 
 void CurveEditor::Edit(const char* procedure, int slot, CurveQuestion ask) {

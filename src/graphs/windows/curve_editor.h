@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "graphs/curve_entry.h"
+#include "graphs/header_zones.h"
 #include "graphs/windows/chart_view.h"
 #include "i18n/windows/window_host.h"
 
@@ -37,9 +38,18 @@ class CurveEditor : public QObject {
  private:
   /// Tells what a click would change where the mouse rests; nothing, and false, where that is nothing.
   bool Picture1_MouseMove(const QPoint& point, const QPoint& onScreen);
-  void Picture1_Click(const QPoint& point);
-  void Label_Click(const LabelRows::Place& label);
-  void Label_MouseDown(const LabelRows::Place& label);
+  /// A part of the chart that a mouse button acts on; none where `row` is 0.
+  struct Part {
+    HeaderZone zone = HeaderZone::None;  ///< on the header band
+    int column = 0;                      ///< else of a label: 1 its name, 2 its value, 3 its units
+    int row = 0;                         ///< of the curve, from 1
+    bool operator==(const Part&) const = default;
+  };
+  Part PartAt(bool isHeader, const QPoint& point) const;
+  void Click(const Part& part, Qt::MouseButton button);
+  void Picture1_Click(const Part& part);
+  void Label_Click(const Part& label);
+  void Label_MouseDown(const Part& label);
   void Edit(const char* procedure, int slot, CurveQuestion ask);
   /// Runs `ask` with the identity of the curve, and shows what it has changed; false leaves all as it is.
   void Change(const char* procedure, int slot, const std::function<bool(int id)>& ask);
@@ -47,6 +57,7 @@ class CurveEditor : public QObject {
   ChartView& view_;
   WindowHost& host_;
   const EditedCurves curves_;
+  Part pressed_;  ///< where the button went down that is held
 };
 
 }  // namespace velk

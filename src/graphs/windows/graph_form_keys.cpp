@@ -24,8 +24,11 @@ constexpr int kLeastCommentWidth = 240;
 }  // namespace
 
 void GraphFormNew::BindToolbar() {
-  toolbar_->Bind("AddComment", [this] { AddComment(); });
-  toolbar_->Bind("ReadValue", [this] { ReadValue(); });
+  const auto bind = [this](const char* key, void (GraphFormNew::*work)()) {
+    toolbar_->Bind(key, [this, work] { RunKey("Toolbar1_ButtonClick", work); });
+  };
+  bind("AddComment", &GraphFormNew::AddComment);
+  bind("ReadValue", &GraphFormNew::ReadValue);
   commentBox_->onDone = [this](const QString& comment) {
     const Stay stay(*this);
     setFocus();
@@ -50,13 +53,12 @@ void GraphFormNew::FollowLog() {
 void GraphFormNew::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_F7 && !(event->key() == Qt::Key_Escape && readValue_->IsOn()))
     return QWidget::keyPressEvent(event);
-  Form_KeyUp(event->key());
+  RunKey("Form_KeyUp", event->key() == Qt::Key_F7 ? &GraphFormNew::AddComment : &GraphFormNew::ReadValue);
 }
 
-void GraphFormNew::Form_KeyUp(int key) {
+void GraphFormNew::RunKey(const char* procedure, void (GraphFormNew::*work)()) {
   const Stay stay(*this);
-  RunProcedure({platform_.dialogs, "Form_KeyUp"},
-               [&](const Statements& run) { run([&] { key == Qt::Key_F7 ? AddComment() : ReadValue(); }); });
+  RunProcedure({platform_.dialogs, procedure}, [&](const Statements& run) { run([&] { (this->*work)(); }); });
 }
 
 /// The window comes to the front.

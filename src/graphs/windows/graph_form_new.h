@@ -108,8 +108,8 @@ class GraphFormNew : public QWidget, public GraphWindow {
   void ReadValue();
   void FollowLog();
   void Form_Activate();
-  /// F7 and, while values are read, Esc.
-  void Form_KeyUp(int key);
+  /// A key of the toolbar, or of the window: F7 and, while values are read, Esc.
+  void RunKey(const char* procedure, void (GraphFormNew::*work)());
   void AddTheComment(const std::string& comment);
   void SetCaption(const std::optional<std::string>& text);
   QSize WindowSize() const;
