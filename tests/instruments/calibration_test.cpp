@@ -5,6 +5,7 @@
 #include "instruments/calibration/read_reference.h"
 #include "instruments/calibration/reset_value.h"
 #include "instruments/link_fixture.h"
+#include "model/help_topics.h"
 
 namespace velk {
 namespace {
@@ -247,6 +248,7 @@ TEST_F(ResettingValues, SendTheNumberAheadOfTheLastCharacter) {
   Reset("Counter", "100");
   EXPECT_EQ(plain.written, "R1=100\r");
   EXPECT_EQ(dialogs.listsAsked.back().prompt, "Select Parameter");
+  EXPECT_EQ(dialogs.listsAsked.back().helpTopic, topic::Parameters);
   EXPECT_EQ(dialogs.listsAsked.back().entries, (std::vector<std::string>{"Counter", "Depth"}));
   EXPECT_EQ(dialogs.inputTitles.back(), "Resetting parameter value");
 }

@@ -1,7 +1,11 @@
 // Boxes in the states that the rooms above put them into.
 
 #include "formula/texts.h"
+#include "graphs/texts.h"
+#include "instruments/texts.h"
 #include "model/help_topics.h"
+#include "model/number_formats.h"
+#include "model/texts.h"
 #include "platform/texts.h"
 #include "platform/windows/list_input_box.h"
 #include "platform/windows/progress_window.h"
@@ -19,6 +23,11 @@ std::shared_ptr<QWidget> OpenListBox(const Job& job, const OperatorText& title, 
 
 std::shared_ptr<QWidget> OpenLanguageQuestion(const std::string& language) {
   return OpenListBox(MakeJob(language), text::SelectLanguage, "", {"English", "Russian"}, false, topic::Languages);
+}
+
+std::shared_ptr<QWidget> OpenFormatQuestion(const std::string& language) {
+  return OpenListBox(MakeJob(language), text::NumberFormatTitle, text::NumberFormatPrompt, NumberFormatSamples(), false,
+                     topic::Parameters);
 }
 
 std::shared_ptr<QWidget> OpenProgress(const std::string& language) {
@@ -58,6 +67,17 @@ const WindowsOf kPlatform([] {
        {},
        list(text::RemoveAdditionalTitle, text::RemoveAdditionalPrompt, false, topic::Formulas)},
       {"ListInputBox", "language", topic::Languages, {}, OpenLanguageQuestion},
+      {"ListInputBox", "format", topic::Parameters, {}, OpenFormatQuestion},
+      {"ListInputBox",
+       "curve",
+       topic::StripChart,
+       {},
+       list(text::RemoveTitle, text::RemovePrompt, false, topic::StripChart)},
+      {"ListInputBox",
+       "reset",
+       topic::Parameters,
+       {},
+       list(text::ResetValueTitle, text::ResetValuePrompt, false, topic::Parameters)},
       {"ProgressWindow", "", topic::FirstStart, {"ProgressWindow", "lblDoing", "barDone"}, OpenProgress},
   };
 });

@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <utility>
 
 #include "model/status.h"
 #include "model/texts.h"
@@ -52,6 +53,13 @@ class CalibrationInTheProgram : public testing::Test {
     FindControl<QLineEdit>(window, box)->setText(reference);
     Click(window, button);
   }
+  void Reset(const char* value) {
+    rig.dialogs.ExpectChoice("Reset Parameter Value", "Parameter 1");
+    rig.dialogs.ExpectInput("Enter the new value", value);
+    rig.Choose("mnuToolsReset");
+  }
+  /// What the program has sent that asks for no value.
+  std::string TakeSent() { return std::exchange(sent, {}) + std::exchange(rig.plainPort.written, {}); }
   std::string OnDisk(const char* section, const char* key) {
     SettingsStore store(rig.folder.File("settings"));
     return store.Get("VELK2", section, key, "missing");
@@ -101,14 +109,26 @@ TEST_F(CalibrationInTheProgram, IsOfferedAheadOfAJobOnly) {
   EXPECT_FALSE(rig.Window().MenuItem("mnuToolsCalibrate")->isEnabled());
 }
 
+TEST_F(CalibrationInTheProgram, LetsAValueBeResetAheadOfAJobAndInItsPause) {
+  Reset("7");
+  EXPECT_EQ(TakeSent(), "A=7\r");
+  Calibrate([this](QDialog& window) { Reference(window, "Text1_0", "cmdRef_0", "0", "4"); });
+  Reset("8");
+  EXPECT_EQ(TakeSent(), "A=8\r") << "the port is open again behind a calibration";
+  rig.Press("Pause");
+  rig.clock.Advance(2000);
+  rig.Press("Pause");
+  ASSERT_TRUE(StatusIs(rig.State(), text::StatusAcquiringPaused));
+  Reset("9");
+  EXPECT_EQ(TakeSent(), "A=9\r");
+}
+
 TEST_F(CalibrationInTheProgram, LetsAValueBeResetInARunningJob) {
   rig.Press("Pause");
   rig.clock.Advance(2000);
-  rig.dialogs.ExpectChoice("Reset Parameter Value", "Parameter 1");
-  rig.dialogs.ExpectInput("Enter the new value", "0");
-  rig.Choose("mnuToolsReset");
+  Reset("0");
   rig.clock.Advance(2000);
-  EXPECT_EQ(sent + rig.plainPort.written, "A=0\r");
+  EXPECT_EQ(TakeSent(), "A=0\r");
   EXPECT_TRUE(StatusIs(rig.State(), text::StatusAcquiringData));
 }
 

@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "instruments/texts.h"
+#include "model/help_topics.h"
 #include "model/parameter_questions.h"
 #include "model/texts.h"
 #include "platform/dialogs/procedure.h"
@@ -34,7 +35,8 @@ void ResetValue::mnuToolsReset_Click() {
   RunProcedure({platform_.dialogs, "mnuToolsReset_Click"}, [&](const Statements&) {
     std::vector<std::string> names;
     for (int i = 1; i <= session_.NumberOfParameters; ++i) names.push_back(session_.Parameters[i].name);
-    const auto parameter = AskWhich(platform_.dialogs, text::ResetValueTitle, text::ResetValuePrompt, names);
+    const auto parameter =
+        AskWhich(platform_.dialogs, text::ResetValueTitle, text::ResetValuePrompt, names, topic::Parameters);
     if (!parameter) return;
     const std::string command = session_.Parameters[*parameter].ResetCommand;
     if (command.empty()) {
