@@ -46,7 +46,8 @@ struct SampleJob {
   TemporaryFolder folder;
   LogWriter log{session, platform};
   OpenLog open{session, platform, log};
-  GraphWindowsMdi graphWindows{session, platform, translation, area, {}, &open};
+  ScreenRefresh refresh{clock};
+  GraphWindowsMdi graphWindows{session, platform, translation, area, refresh, {}, &open};
 
  private:
   void Add(const std::string& name, const std::string& units, std::int32_t color, float value);
