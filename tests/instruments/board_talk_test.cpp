@@ -182,6 +182,15 @@ TEST_F(BoardTalk, TheClockIsSetWithTheWeekdayFromSundayAndAYearOfFourDigits) {
   EXPECT_EQ(Sent(), "Trad\rC 0 8 3 2026 23 59 59\rr\r");
 }
 
+TEST_F(BoardTalk, TheClockIsSetToTheTimeAtWhichTheCommandGoesOut) {
+  board.SetDateToNow();
+  EXPECT_EQ(Sent(), "Trad\rC 6 14 3 2026 9 30 3\rr\r") << "command mode has taken three seconds";
+  clock.SetNow(46095 + 0.5);
+  unit.answers["Trad\r"] = {"", "OK"};
+  board.SetDateToNow();
+  EXPECT_EQ(Sent(), "Trad\rr\rTrad\rC 6 14 3 2026 12 0 16\rr\r") << "and here three seconds, seven, three and three";
+}
+
 // --- Calibration ---
 
 TEST_F(BoardTalk, ACalibrationLeavesTheBoardInCommandModeUntilItEnds) {

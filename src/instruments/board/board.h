@@ -119,6 +119,8 @@ class CAdc12nCom {
   double EndCalibrateChannel();
   bool Calibrating() const { return calibrating_; }
   void SetDate(double dateTime);
+  /// The time at which the command goes out: until the unit is in command mode, seconds have passed.
+  void SetDateToNow();
 
   /// Whether the operator has cancelled, asked in each round of a wait.
   std::function<bool()> isCancelled;
@@ -169,6 +171,7 @@ class CAdc12nCom {
   BoardChannel& Checked(const char* procedure, int channel);
   void SendDifferences(int channel);
   std::string AskReading();
+  void SendDate(double dateTime);
 
   const Session& session_;
   Platform platform_;

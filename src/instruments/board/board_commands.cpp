@@ -5,6 +5,7 @@
 #include "instruments/board/board.h"
 #include "instruments/texts.h"
 #include "platform/dialogs/long_task.h"
+#include "platform/loop/clock.h"
 
 namespace velk {
 
@@ -81,6 +82,15 @@ std::string CAdc12nCom::AskReading() {
 
 void CAdc12nCom::SetDate(double dateTime) {
   EnsureTradMode(text::SourceSetDate);
+  SendDate(dateTime);
+}
+
+void CAdc12nCom::SetDateToNow() {
+  EnsureTradMode(text::SourceSetDate);
+  SendDate(platform_.clock.Now());
+}
+
+void CAdc12nCom::SendDate(double dateTime) {
   const DateParts now = Split(dateTime);
   std::string command = "C";
   for (const int part : {now.weekday, now.day, now.month, now.year, now.hour, now.minute, now.second})

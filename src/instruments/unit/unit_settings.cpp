@@ -82,7 +82,7 @@ void UnitSettings::ResetToSystemDefault() {
 void UnitSettings::SetClock() {
   const UnitTalk talk(unit_, cancelled_);
   const CAdc12nCom::Status status(talk.Board());
-  talk.Board().SetDate(unit_.platform.clock.Now());
+  talk.Board().SetDateToNow();
 }
 
 void UnitSettings::SendCommand(const std::string& command) {
