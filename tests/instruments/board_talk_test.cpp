@@ -43,6 +43,11 @@ TEST_F(BoardTalk, OkCountsInTwoPiecesAmongOtherBytes) {
   EXPECT_EQ(Took([&] { EXPECT_FALSE(board.SendTrad()); }), 3600);
 }
 
+TEST_F(BoardTalk, OkCountsAmongMoreBytesThanAreKept) {
+  unit.answers["Trad\r"] = {std::string(40'000, '7') + "OK" + std::string(40'000, '7')};
+  EXPECT_EQ(Took([&] { EXPECT_FALSE(board.SendTrad()); }), 3000);
+}
+
 TEST_F(BoardTalk, TradEndsBehindSevenThousandRoundsAndLeavesTheMode) {
   Silence();
   EXPECT_EQ(Took([&] { EXPECT_TRUE(board.SendTrad()); }), 3000 + 7000);

@@ -157,8 +157,9 @@ bool CAdc12nCom::SendTrad() {
   std::string buffer;
   const bool isThere = Await(kModeRounds, [&] {
     buffer += ReadWaiting();
+    if (buffer.find("OK") != std::string::npos) return true;
     if (buffer.size() > kLongestReply) buffer.erase(0, buffer.size() - 1);
-    return buffer.find("OK") != std::string::npos;
+    return false;
   });
   reply_ = buffer;
   if (isThere) inTradMode_ = true;
