@@ -1,6 +1,9 @@
 // What the program says to a unit's board, against a unit of its own process on a pseudo-terminal.
 
-#include "instruments/unit/hardware_tools.h"
+#include <iterator>
+#include <sstream>
+
+#include "base/dates.h"
 #include "simulators/board_rig.h"
 
 namespace velk {
@@ -178,6 +181,8 @@ std::vector<FaultCase> Faults() {
   cases.push_back({lumo, kRead, "table cut in the headings", {"--cut-table", "30"}, "unable to get channels data"});
   cases.push_back({lumo, kRead, "table cut in a channel", {"--cut-table", "90"}, "Unable to get channels data"});
   cases.push_back({lumo, kRead, "no line behind the channels", {"--no-end"}, ""});
+  cases.push_back({lumo, kRead, "sends on and on behind the table", {"--babble-after", "p"}, ""});
+  cases.push_back({lumo, kSend, "sends on and on behind an offset", {"--babble-after", "o"}, ""});
   cases.push_back(
       {kesta3, kRead, "unplugged at the table, back later", {"--unplug-at", "p", "--return-after", "1"}, kGone});
   cases.push_back({kesta4,
@@ -217,130 +222,38 @@ TEST(AUnitThatIsSpokenTo, ShowsTheTimeOfItsLastFrame) {
   EXPECT_EQ(shown.size(), 11U + 2 + 8);
 }
 
-// --- The tools ---
+// --- What the simulated unit does beside its table ---
 
-struct Tools : testing::Test {
-  void Start(std::vector<std::string> arguments) {
-    rig.Start("KESTA version 4", std::move(arguments));
-    ASSERT_TRUE(tools->Enter());
-    ASSERT_TRUE(tools->IsReady());
+struct SimulatedUnit : testing::Test {
+  /// The fields of the last frame that was sent; the first one is its time.
+  std::vector<std::string> Frame() {
+    EXPECT_TRUE(rig.Streams());
+    std::istringstream frame(rig.Journal("sound").back());
+    return {std::istream_iterator<std::string>(frame), {}};
   }
-  const UnitCommand& Command(char letter) {
-    for (const UnitCommand& command : UnitCommands())
-      if (command.letter == letter) return command;
-    throw std::logic_error("no such command");
-  }
-  /// The commands that the unit has heard once the tools are gone.
-  std::vector<std::string> Heard() {
-    tools.reset();
-    rig.Streams();
-    return rig.Journal("heard");
-  }
-
   UnitRig rig;
-  std::unique_ptr<HardwareTools> tools = std::make_unique<HardwareTools>(rig.access);
 };
 
-TEST_F(Tools, SendEachCommandAndLeaveTheUnitRunning) {
-  Start({});
-  rig.dialogs.ExpectInput("Enter the new value", "2,5");
-  rig.dialogs.Expect("Command sent", Answer::Ok);
-  EXPECT_EQ(tools->Send(Command('g'), 3, ""), "2.5");
-  rig.dialogs.ExpectInput("Enter the number decimal places", "0");
-  rig.dialogs.Expect("Command sent", Answer::Ok);
-  tools->Send(Command('n'), 4, "");
-  rig.dialogs.ExpectInput("Enter the number decimal places", "3");
-  rig.dialogs.Expect("Command sent", Answer::Ok);
-  tools->Send(Command('n'), 5, "");
-  rig.dialogs.Expect("Command sent", Answer::Ok);
-  tools->Send(Command('L'), 6, "");
-  rig.dialogs.ExpectInput("Enter the new value", "");
-  tools->Send(Command('i'), 9, "");
-  rig.dialogs.ExpectInput("Enter the new value", std::nullopt);
-  tools->Send(Command('o'), 9, "");
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "g 3 2.5", "n 4 0.", "n 5 0.000", "L 6", "r"}));
-  EXPECT_EQ(rig.Journal("mode").back(), "run");
+TEST_F(SimulatedUnit, HasValuesThatFollowGainAndOffset) {
+  rig.Start("LUMO version A", {});
+  rig.unit.SendCommand("g 2 0");
+  rig.unit.SendCommand("o 2 42.5");
+  rig.unit.SendCommand("g 3 -1");
+  const std::vector<std::string> frame = Frame();
+  ASSERT_EQ(frame.size(), 5U);
+  EXPECT_EQ(frame[2], "000042.500");
+  EXPECT_EQ(frame[3][0], '-');
+  EXPECT_NE(frame[1][0], '-');
 }
 
-TEST_F(Tools, AskAgainForWhatIsNoNumberAndWarnOfAnExponent) {
-  Start({});
-  rig.dialogs.ExpectInput("Enter the new value", "half");
-  rig.dialogs.Expect("This is no number", Answer::Ok);
-  rig.dialogs.ExpectInput("Enter the new value", "0.00005");
-  rig.dialogs.Expect("5E-05: the unit's table has no exponents", Answer::No);
-  EXPECT_EQ(tools->Send(Command('o'), 1, ""), "");
-  rig.dialogs.ExpectInput("Enter the number decimal places", "1.5");
-  rig.dialogs.Expect("The number of decimal places is a whole number from 0 to 15.", Answer::Ok);
-  rig.dialogs.ExpectInput("Enter the number decimal places", "");
-  tools->Send(Command('n'), 1, "");
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "r"}));
-}
-
-TEST_F(Tools, CalibrateAnAnalogChannelByTwoReferences) {
-  Start({"--reading", "4", "--reading", "20"});
-  rig.dialogs.ExpectInput("Enter the first reference value", "0");
-  rig.dialogs.Expect("Reading is 4", Answer::Ok);
-  rig.dialogs.ExpectInput("Enter the second reference value", "100");
-  rig.dialogs.Expect("Reading is 20", Answer::Ok);
-  tools->Send(Command('c'), 8, "");
-  EXPECT_EQ(rig.dialogs.inputTitles.front(), "Calibration of channel 8");
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "c 8", "k", "f", "c 8", "k", "f", "g 8 6.25", "o 8 -25", "r"}));
-}
-
-TEST_F(Tools, CalibrateACounterByOneReference) {
-  Start({"--reading", "50"});
-  rig.dialogs.ExpectInput("Enter the reference value", "100");
-  rig.dialogs.Expect("When you have finished, click the OK button", Answer::Ok);
-  rig.dialogs.Expect("Reading is 50", Answer::Ok);
-  tools->Send(Command('c'), 9, "");
-  EXPECT_EQ(rig.dialogs.inputTitles.front(), "Calibrate counter channel 9");
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "c 9", "k", "f", "g 9 2", "o 9 0", "r"}));
-}
-
-TEST_F(Tools, SendNothingWhereBothReadingsAreTheSame) {
-  Start({"--reading", "4"});
-  rig.dialogs.ExpectInput("Enter the first reference value", "0");
-  rig.dialogs.Expect("Reading is 4", Answer::Ok);
-  rig.dialogs.ExpectInput("Enter the second reference value", "100");
-  rig.dialogs.Expect("Reading is 4", Answer::Ok);
-  rig.dialogs.Expect("Gain is zero", Answer::Ok);
-  tools->Send(Command('c'), 1, "");
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "c 1", "k", "f", "c 1", "k", "f", "r"}));
-}
-
-TEST_F(Tools, CancelEndsAReadingThatDoesNotCome) {
-  Start({"--no-answer-to", "k"});
-  rig.dialogs.ExpectInput("Enter the first reference value", "0");
-  auto timer = rig.clock.MakeTimer();
-  timer->SetInterval(100);
-  timer->SetHandler([&] { tools->Cancel(); });
-  timer->SetEnabled(true);
-  const std::int64_t begun = rig.clock.SystemClock::Ticks();
-  tools->Send(Command('c'), 1, "");
-  timer->SetEnabled(false);
-  EXPECT_LT(rig.clock.SystemClock::Ticks() - begun, 600) << "a reading is waited for a second here";
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Trad", "c 1", "k", "f", "r"}));
-}
-
-TEST_F(Tools, TellWhereTheUnitCannotBeBroughtToCommandMode) {
-  rig.Start("KESTA version 4", {"--keeps-running"});
-  rig.dialogs.Expect("unable to establish communication with the hardware. - Form_Load", Answer::Cancel);
-  EXPECT_FALSE(tools->Enter());
-  EXPECT_FALSE(tools->IsReady());
-  EXPECT_TRUE(rig.link.ODataCom1.IsOpen());
-  EXPECT_TRUE(rig.Streams());
-}
-
-TEST_F(Tools, TellOnceOfACableThatIsPulledOut) {
-  Start({"--unplug-at", "L"});
-  rig.dialogs.Expect("Command sent", Answer::Ok, [&] { rig.RunUntil([&] { return !rig.link.MSComm1->IsOpen(); }); });
-  tools->Send(Command('L'), 6, "");
-  rig.dialogs.ExpectInput("Enter the new value", "1");
-  rig.dialogs.Expect(" - Command2_Click", Answer::Cancel);
-  tools->Send(Command('g'), 6, "");
-  EXPECT_FALSE(tools->IsReady());
-  tools.reset();
-  rig.RunUntil([] { return false; }, 1.5);  // a second box would come with the first try to open it again
+TEST_F(SimulatedUnit, HasAClockThatIsSet) {
+  rig.Start("LUMO version A", {});
+  {
+    bool cancelled = false;
+    const UnitTalk talk(rig.access, cancelled);
+    talk.Board().SetDate(46088 + TimeOfDay(3, 4, 5));
+  }
+  EXPECT_TRUE(Frame()[0].starts_with("03:04:")) << Frame()[0];
 }
 
 }  // namespace

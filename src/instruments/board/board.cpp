@@ -84,6 +84,7 @@ void CAdc12nCom::RaiseGone() {
   owesRun_ = owesRun_ || addressed_;
   ForgetChannels();
   calibrating_ = inTradMode_ = addressed_ = false;
+  lossRaised_ = true;
   throw RuntimeError(ErrorNumber::DeviceUnavailable, device_ + text::UnitIsGone);
 }
 
@@ -94,7 +95,7 @@ void CAdc12nCom::SetupComPort(SerialPort* port, std::int16_t portNumber, std::in
   comPort_ = port;
   // Without its port a calibration has ended by itself.
   if (comPort_->IsOpen()) EndOpenCalibration();
-  calibrating_ = false;
+  calibrating_ = lossRaised_ = false;
   if (comPort_->IsOpen()) comPort_->Close();
   if (!IsBoardBaudRate(baud)) Raise(3, text::SourceSetupComPort, text::InvalidBaudRate);
   if (handshake < 0 || handshake > 3) Raise(4, text::SourceSetupComPort, text::InvalidHandshake);

@@ -66,6 +66,8 @@ class CAdc12nCom {
   bool InTradMode() const { return inTradMode_; }
   /// The unit may have been left in command mode when its device went away: it needs an "r" once it is back.
   bool OwesRun() const { return owesRun_; }
+  /// Since SetupComPort an error has told that the device is gone.
+  bool LossRaised() const { return lossRaised_; }
   /// It streams.
   void Runs() { owesRun_ = false; }
   /// Sends what ends a calibration and command mode, and waits for no answer: for the way out of whatever failed.
@@ -189,6 +191,7 @@ class CAdc12nCom {
   bool commandsEchoed_ = false;
   bool addressed_ = false;  ///< was spoken to since it last streamed
   bool owesRun_ = false;
+  bool lossRaised_ = false;
   std::optional<BoardError> refused_;
   std::string commandIssued_;
   std::string reply_;

@@ -17,7 +17,7 @@ UnitTalk::UnitTalk(const UnitAccess& unit, bool& cancelled) : link_(unit.link), 
 
 UnitTalk::~UnitTalk() {
   link_.Board.isCancelled = nullptr;
-  if (!link_.MSComm1->IsOpen()) lease_.LossIsTold();
+  if (link_.Board.LossRaised()) lease_.LossIsTold();
   if (link_.Board.MayBeInTradMode()) link_.Board.BringToRunMode();
   link_.Board.CloseComPort();
 }
