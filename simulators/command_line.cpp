@@ -68,6 +68,12 @@ void CommandLine::Refuse(std::string_view option) const {
   std::exit(2);
 }
 
+void CommonOptions::AddCommon(CommandLine& commandLine) {
+  commandLine.Text("--link", link);
+  commandLine.Text("--journal", journal);
+  commandLine.Number("--seed", seed);
+}
+
 std::string Unescape(std::string_view text) {
   std::string plain;
   for (std::size_t at = 0; at < text.size(); ++at) {

@@ -32,6 +32,15 @@ class CommandLine {
   std::map<std::string_view, std::function<bool(std::string_view)>> takers_;
 };
 
+/// What simulators that journal what they send are told alike.
+struct CommonOptions {
+  std::string link;     ///< leads to the device; empty for none
+  std::string journal;  ///< empty for none
+  long seed = 1;        ///< of values and noise
+
+  void AddCommon(CommandLine& commandLine);
+};
+
 /// The text with \r, \n, \t, \\ and \xHH read for what they stand for.
 std::string Unescape(std::string_view text);
 

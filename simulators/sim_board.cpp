@@ -49,13 +49,12 @@ constexpr int kBaud = 19200;
 constexpr double kRest = 0.002;
 constexpr double kSecondsADay = 86400;
 
-struct BoardOptions {
+struct BoardOptions : sim::CommonOptions {
   std::string unit = "KESTA version 4";
   double interval = 1;
   bool echo = false;
   std::vector<double> readings;
-  std::string link, journal, tableFile;
-  long seed = 1;
+  std::string tableFile;
   bool silent = false, okAfterRun = false, keepsRunning = false, noEnd = false, odd = false;
   double lateOk = 0, returnAfter = -1, pieceRest = 0;
   std::set<std::string> noAnswerTo, noEchoFor;
@@ -66,6 +65,7 @@ struct BoardOptions {
 BoardOptions ReadOptions(int argc, char** argv) {
   BoardOptions options;
   sim::CommandLine line("velk_sim_board", kHelp);
+  options.AddCommon(line);
   line.Text("--unit", options.unit);
   line.Number("--interval", options.interval);
   line.Flag("--echo", options.echo);
@@ -73,10 +73,7 @@ BoardOptions ReadOptions(int argc, char** argv) {
     options.readings.push_back(std::strtod(std::string(text).c_str(), nullptr));
     return !text.empty();
   });
-  line.Text("--link", options.link);
-  line.Text("--journal", options.journal);
   line.Text("--table-file", options.tableFile);
-  line.Number("--seed", options.seed);
   line.Flag("--silent", options.silent);
   line.Flag("--ok-after-run", options.okAfterRun);
   line.Flag("--keeps-running", options.keepsRunning);
@@ -143,7 +140,7 @@ class Unit {
         SendFrame();
         due = std::max(due + options_.interval, sim::Seconds());
       }
-      if (isHeard && babbles_) line_.Transmit("7");
+      if (isHeard && babbles_) line_.Transmit("7777777777777777");
       sim::RestUntil(sim::Seconds() + kRest);
     }
   }

@@ -29,11 +29,11 @@ constexpr const char* kHelp =
     "\nThe first line printed is the path of the device. Ends on SIGTERM and SIGINT, and with the program that started "
     "it.\n";
 
-struct Options {
+struct Options : sim::CommonOptions {
   std::vector<std::string> commands;
-  std::string end = "\\r\\n", link, journal;
+  std::string end = "\\r\\n";
   double delay = 0, dribble = 0, interval = 1;
-  long silentEvery = 0, garbageEvery = 0, cutEvery = 0, wrongCountEvery = 0, answers = 0, seed = 1;
+  long silentEvery = 0, garbageEvery = 0, cutEvery = 0, wrongCountEvery = 0, answers = 0;
   bool babble = false;
   int baud = 9600;
 };
@@ -41,13 +41,12 @@ struct Options {
 Options ReadOptions(int argc, char** argv) {
   Options options;
   sim::CommandLine commandLine("velk_sim_request", kHelp);
+  options.AddCommon(commandLine);
   commandLine.Take("--command", [&](std::string_view text) {
     options.commands.push_back(sim::Unescape(text));
     return !text.empty();
   });
   commandLine.Text("--end", options.end);
-  commandLine.Text("--link", options.link);
-  commandLine.Text("--journal", options.journal);
   commandLine.Number("--delay", options.delay);
   commandLine.Number("--dribble", options.dribble);
   commandLine.Number("--interval", options.interval);
@@ -56,7 +55,6 @@ Options ReadOptions(int argc, char** argv) {
   commandLine.Number("--cut-every", options.cutEvery);
   commandLine.Number("--wrong-count-every", options.wrongCountEvery);
   commandLine.Number("--answers", options.answers);
-  commandLine.Number("--seed", options.seed);
   commandLine.Number("--baud", options.baud);
   commandLine.Flag("--babble", options.babble);
   commandLine.Read(argc, argv);

@@ -8,14 +8,12 @@
 namespace sim {
 
 void StreamOptions::AddTo(CommandLine& commandLine) {
+  AddCommon(commandLine);
   commandLine.Number("--channels", channels);
   commandLine.Number("--interval", interval);
   commandLine.Number("--baud", baud);
-  commandLine.Text("--link", link);
-  commandLine.Text("--journal", journal);
   commandLine.Text("--clock", clock);
   commandLine.Number("--frames", frames);
-  commandLine.Number("--seed", seed);
   commandLine.Flag("--flood", flood);
   commandLine.Number("--cut-every", cutEvery);
   commandLine.Number("--wrong-count-every", wrongCountEvery);

@@ -12,13 +12,12 @@ namespace sim {
 
 /// What instruments that send by themselves have in common. Times are seconds, counts are frames; a count of 0 means
 /// never. "every n" means the n-th frame, the 2n-th and so on.
-struct StreamOptions {
+struct StreamOptions : CommonOptions {
   int channels = 8;
   double interval = 1;
   int baud = 9600;
-  std::string link, journal, clock;
+  std::string clock;
   long frames = 0;  ///< ends after this many
-  long seed = 1;
   bool flood = false;
   long cutEvery = 0;         ///< the end of the frame is not sent
   long wrongCountEvery = 0;  ///< one value more than asked for
