@@ -8,9 +8,8 @@
 
 namespace velk {
 
-ParameterTableModel::ParameterTableModel(const ParameterTable& table, const Translation& words,
-                                         std::function<void(const QModelIndex&, const QString&)> enter)
-    : table_(table), words_(words), enter_(std::move(enter)) {
+ParameterTableModel::ParameterTableModel(const ParameterTable& table, const Translation& words, EnterText enter)
+    : CellModel(std::move(enter)), table_(table), words_(words) {
 }
 
 int ParameterTableModel::rowCount(const QModelIndex& parent) const {
@@ -25,44 +24,43 @@ QString ParameterTableModel::Text(const OperatorText& text) const {
   return ToQt(words_.Translator.In(text));
 }
 
+QString ParameterTableModel::TextOf(const QModelIndex& cell) const {
+  return ToQt(table_.Cell(cell.row(), cell.column()));
+}
+
+bool ParameterTableModel::IsFault(const QModelIndex& cell) const {
+  return table_.FaultOf(cell.row(), cell.column()).has_value();
+}
+
+bool ParameterTableModel::IsRemarkable(const QModelIndex& cell) const {
+  return table_.Column(cell.column()) == TableColumn::Name && table_.RepeatsName(cell.row());
+}
+
+/// A colour fills its cell, and a text that is cut can be read in the tool tip.
 QVariant ParameterTableModel::data(const QModelIndex& cell, int role) const {
   const TableColumn column = table_.Column(cell.column());
-  const QString text = ToQt(table_.Cell(cell.row(), cell.column()));
-  const auto colour = column == TableColumn::Color ? ColourOfCell(FromQt(text)) : std::nullopt;
+  const auto colour = column == TableColumn::Color ? ColourOfCell(FromQt(TextOf(cell))) : std::nullopt;
   switch (role) {
     case Qt::DisplayRole:
-      return colour ? QString() : text;
-    case Qt::EditRole:
-    case Qt::AccessibleTextRole:
-      return text;
+      return colour ? QString() : TextOf(cell);
     case Qt::ToolTipRole: {
       const QString remark = RemarkOn(cell);
-      return remark.isEmpty() ? text : remark;
+      return remark.isEmpty() ? TextOf(cell) : remark;
     }
     case Qt::TextAlignmentRole:
       return QVariant((IsNumberColumn(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     case ColourRole:
       return colour ? QColor(Red(*colour), Green(*colour), Blue(*colour)) : QColor();
-    case FaultRole:
-      return table_.FaultOf(cell.row(), cell.column()).has_value();
-    case HintRole:
-      return column == TableColumn::Name && table_.RepeatsName(cell.row());
     default:
-      return {};
+      return CellModel::data(cell, role);
   }
 }
 
 QString ParameterTableModel::RemarkOn(const QModelIndex& cell) const {
   if (!cell.isValid()) return {};
   if (const auto fault = table_.FaultOf(cell.row(), cell.column())) return Text(*fault);
-  if (!data(cell, HintRole).toBool()) return {};
+  if (!IsRemarkable(cell)) return {};
   return Text(text::SameNameBefore + table_.Cell(cell.row(), cell.column()) + text::SameNameAfter);
-}
-
-bool ParameterTableModel::setData(const QModelIndex& cell, const QVariant& value, int role) {
-  if (role != Qt::EditRole) return false;
-  enter_(cell, value.toString());
-  return true;
 }
 
 QVariant ParameterTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

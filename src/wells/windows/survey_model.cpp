@@ -1,14 +1,12 @@
 #include "wells/windows/survey_model.h"
 
 #include "base/text_qt.h"
-#include "platform/windows/cell_roles.h"
 #include "wells/texts.h"
 
 namespace velk {
 
-SurveyModel::SurveyModel(const SurveyGrid& grid, const WellUnits& units, const Translation& words,
-                         std::function<void(const QModelIndex&, const QString&)> enter)
-    : grid_(grid), units_(units), words_(words), enter_(std::move(enter)), rows_(grid.RowCount()) {
+SurveyModel::SurveyModel(const SurveyGrid& grid, const WellUnits& units, const Translation& words, EnterText enter)
+    : CellModel(std::move(enter)), grid_(grid), units_(units), words_(words), rows_(grid.RowCount()) {
 }
 
 int SurveyModel::rowCount(const QModelIndex& parent) const {
@@ -23,35 +21,22 @@ QString SurveyModel::Text(const OperatorText& text) const {
   return ToQt(words_.Translator.In(text));
 }
 
-QVariant SurveyModel::data(const QModelIndex& cell, int role) const {
-  switch (role) {
-    case Qt::DisplayRole:
-    case Qt::EditRole:
-    case Qt::AccessibleTextRole:
-      return ToQt(grid_.Cell(cell.row(), cell.column()));
-    case Qt::ToolTipRole:
-      return RemarkOn(cell);
-    case Qt::TextAlignmentRole:
-      return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-    case FaultRole:
-      return cell.column() == 0 && grid_.IsFault(cell.row());
-    case HintRole:
-      return grid_.RemarkOn(cell.row(), cell.column()).has_value();
-    default:
-      return {};
-  }
+QString SurveyModel::TextOf(const QModelIndex& cell) const {
+  return ToQt(grid_.Cell(cell.row(), cell.column()));
+}
+
+bool SurveyModel::IsFault(const QModelIndex& cell) const {
+  return cell.column() == 0 && grid_.IsFault(cell.row());
+}
+
+bool SurveyModel::IsRemarkable(const QModelIndex& cell) const {
+  return grid_.RemarkOn(cell.row(), cell.column()).has_value();
 }
 
 QString SurveyModel::RemarkOn(const QModelIndex& cell) const {
   if (!cell.isValid()) return {};
   const auto remark = grid_.RemarkOn(cell.row(), cell.column());
   return remark ? Text(*remark) : QString();
-}
-
-bool SurveyModel::setData(const QModelIndex& cell, const QVariant& value, int role) {
-  if (role != Qt::EditRole) return false;
-  enter_(cell, value.toString());
-  return true;
 }
 
 QVariant SurveyModel::headerData(int section, Qt::Orientation orientation, int role) const {

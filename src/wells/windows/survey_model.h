@@ -1,32 +1,32 @@
 #pragma once
 
-#include <QAbstractTableModel>
-#include <functional>
-
 #include "i18n/translation.h"
+#include "platform/windows/cell_model.h"
 #include "wells/survey_grid.h"
 #include "wells/well_units.h"
 
 namespace velk {
 
 /// The rows of a survey as the toolkit shows them; units stand below the headings.
-class SurveyModel : public QAbstractTableModel {
+class SurveyModel : public CellModel {
  public:
-  /// All outlive the model. `enter` is called with what was typed into a cell.
-  SurveyModel(const SurveyGrid& grid, const WellUnits& units, const Translation& words,
-              std::function<void(const QModelIndex& cell, const QString& typed)> enter);
+  /// All outlive the model.
+  SurveyModel(const SurveyGrid& grid, const WellUnits& units, const Translation& words, EnterText enter);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
-  QVariant data(const QModelIndex& cell, int role) const override;
-  bool setData(const QModelIndex& cell, const QVariant& value, int role) override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& cell) const override;
 
   /// The grid has changed. What is selected stays.
   void ShowAnew();
-  /// What is wrong with a cell, or remarkable; empty else.
-  QString RemarkOn(const QModelIndex& cell) const;
+  QString RemarkOn(const QModelIndex& cell) const override;
+
+ protected:
+  QString TextOf(const QModelIndex& cell) const override;
+  /// The whole row; its first cell carries the mark.
+  bool IsFault(const QModelIndex& cell) const override;
+  bool IsRemarkable(const QModelIndex& cell) const override;
 
  private:
   QString Text(const OperatorText& text) const;
@@ -34,7 +34,6 @@ class SurveyModel : public QAbstractTableModel {
   const SurveyGrid& grid_;
   const WellUnits& units_;
   const Translation& words_;
-  const std::function<void(const QModelIndex&, const QString&)> enter_;
   int rows_;  ///< that the views know of
 };
 
