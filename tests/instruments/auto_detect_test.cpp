@@ -4,6 +4,8 @@
 
 #include "base/text.h"
 #include "instruments/link_fixture.h"
+#include "instruments/table/protocols.h"
+#include "instruments/texts.h"
 #include "model/status.h"
 #include "model/texts.h"
 
@@ -13,14 +15,21 @@ namespace {
 /// Any devices that are there for sure; nobody opens them.
 constexpr const char* kDevices[] = {"/dev/null", "/dev/zero", "/dev/full", "/dev/random"};
 
+/// What the box of the search was told.
+struct ShownSearch {
+  bool appeared = false;
+  std::vector<std::pair<std::string, double>> steps;
+};
+
 struct SearchBox : ProgressBox {
-  explicit SearchBox(bool& cancelled) : cancelled_(cancelled) {}
-  void Appear() override {}
-  void Show(const std::string&, double) override {}
+  SearchBox(bool& cancelled, ShownSearch& shown) : cancelled_(cancelled), shown_(shown) {}
+  void Appear() override { shown_.appeared = true; }
+  void Show(const std::string& doing, double share) override { shown_.steps.emplace_back(doing, share); }
   bool IsCancelled() const override { return cancelled_; }
 
  private:
   bool& cancelled_;
+  ShownSearch& shown_;
 };
 
 struct AutoDetectTest : test::LinkTest {
@@ -57,7 +66,7 @@ struct AutoDetectTest : test::LinkTest {
   }
   void Detect() {
     mnuEditAutoDetect_Click({session, platform, view, link, timers,
-                             [this] { return std::make_unique<SearchBox>(cancelled); }, [this] { ++kept; }});
+                             [this] { return std::make_unique<SearchBox>(cancelled, shown); }, [this] { ++kept; }});
     EXPECT_TRUE(StatusIs(session, text::StatusReady));
     EXPECT_FALSE(session.StopRequested);
     EXPECT_FALSE(plain.open);
@@ -73,6 +82,7 @@ struct AutoDetectTest : test::LinkTest {
   std::map<std::string, std::function<void(const std::string& heard, const SerialSettings&)>> units;
   std::function<void()> onRound;
   std::string sent;
+  ShownSearch shown;
   bool quiet = false;
   bool cancelled = false;
   int kept = 0;
@@ -207,6 +217,123 @@ TEST_F(AsksVersion1, LeavesASilentPortBehindFifteenSecondsHoweverSlowTheSampling
   Detect();
   EXPECT_LT(clock.Ticks() - begun, 5000 + 5000 + 15000 + 1000);
   EXPECT_EQ(session.SamplingRate, 1.0 / 24);
+}
+
+TEST_F(AsksVersion1, TakesNoUnitWhoseAnswersHaveMoreDelimitersThanThereAreChannels) {
+  units["/dev/null"] = [this](const std::string& heard, const SerialSettings& port) {
+    if (port.baudRate == 9600 && !heard.empty()) plain.waiting += "12,5\r\n";
+  };
+  dialogs.Expect("Hardware unknown", Answer::Ok);
+  dialogs.Expect("Go back to the settings of before?", Answer::Yes);
+  Detect();
+}
+
+TEST_F(AutoDetectTest, ShowsWhichPortIsSearchedAndHowFarItIs) {
+  settings.Save("VELK2", "Protocol", "PortDevice2", "/dev/none");
+  settings.Save("VELK2", "Protocol", "PortDevice4", "/dev/none");
+  onRound = [&] { EXPECT_TRUE(StatusIs(session, text::DetectionInProgress)); };
+  dialogs.Expect("Hardware unknown", Answer::Ok);
+  dialogs.Expect("Go back to the settings of before?", Answer::Yes);
+  Detect();
+  EXPECT_TRUE(shown.appeared);
+  ASSERT_EQ(shown.steps.size(), 6U);
+  const char* doing[] = {"Listening to Com Port 1",
+                         "Listening to Com Port 3",
+                         "Listening with hardware handshake to Com Port 1",
+                         "Listening with hardware handshake to Com Port 3",
+                         "Asking at Com Port 1",
+                         "Asking at Com Port 3"};
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(shown.steps[i].first, doing[i]);
+    EXPECT_DOUBLE_EQ(shown.steps[i].second, static_cast<double>(i) / 6);
+  }
+}
+
+TEST_F(AutoDetectTest, ShowsThatAUnitIsAskedWhichItIs) {
+  Streams("/dev/zero", "12:00:01 1 2\r\n", true);
+  dialogs.Expect("KESTA version 4 hardware detected", Answer::Ok);
+  Detect();
+  EXPECT_EQ(shown.steps.back().first, "Asking which unit it is at Com Port 2");
+}
+
+TEST_F(AutoDetectTest, PassesOverAUnitThatIsUnpluggedWhileItIsAskedWhichItIs) {
+  Streams("/dev/null", "12:00:01 1 2\r\n", false);
+  bool isPulled = false;
+  onRound = [&] {
+    if (plain.written != "Trad\r" || std::exchange(isPulled, true)) return;
+    plain.HangUp();
+    units.clear();
+    Streams("/dev/full", "12:00:01 1 2 3\r\n", true);
+  };
+  dialogs.Expect("KESTA version 4 hardware detected", Answer::Ok);
+  Detect();
+  EXPECT_EQ(Opened(), "null zero full ");
+  EXPECT_EQ(session.PortNumber, 3);
+  EXPECT_EQ(session.NumberOfParameters, 3);
+}
+
+/// Where the search fails or finds nothing the link is as it was, for the settings of before.
+struct AutoDetectInAJob : AutoDetectTest {
+  AutoDetectInAJob() {
+    SetProtocolConstants(session);
+    link.SetODataCom();
+  }
+  void ExpectAsBefore() {
+    EXPECT_EQ(session.SerialData, "LUMO version A");
+    EXPECT_EQ(session.NumberOfParameters, 3);
+    EXPECT_EQ(session.Parameters[1].name, "Pressure");
+    EXPECT_TRUE(driver.open);
+    EXPECT_EQ(driver.openings.back().device, "/dev/null");
+    EXPECT_TRUE(timers.Timer2->Enabled());
+    EXPECT_EQ(kept, 0);
+  }
+};
+
+TEST_F(AutoDetectInAJob, HasItsLinkBackWhereNothingWasFound) {
+  onRound = [&] { EXPECT_FALSE(driver.open) << "nobody else is on the port"; };
+  dialogs.Expect("Hardware unknown", Answer::Ok);
+  dialogs.Expect("Go back to the settings of before?", Answer::Yes);
+  Detect();
+  ExpectAsBefore();
+}
+
+TEST_F(AutoDetectInAJob, TellsAFaultOfAPortWithTheNameOfTheCommandAndHasItsLinkBack) {
+  onRound = [&] {
+    if (clock.Ticks() > 7000) throw RuntimeError(ErrorNumber::PortNotOpen);
+  };
+  dialogs.Expect(" - mnuEditAutoDetect_Click", Answer::Cancel);
+  Detect();
+  ExpectAsBefore();
+}
+
+TEST_F(AutoDetectInAJob, SearchesFromTheFirstPortOnAgainOnRetry) {
+  bool fails = true;
+  onRound = [&] {
+    if (fails && clock.Ticks() > 7000) throw RuntimeError(ErrorNumber::PortNotOpen);
+  };
+  dialogs.Expect(" - mnuEditAutoDetect_Click", Answer::Retry, [&] {
+    fails = false;
+    Streams("/dev/null", "12:00:01 1 2\r\n", true);
+  });
+  dialogs.Expect("KESTA version 4 hardware detected", Answer::Ok);
+  Detect();
+  EXPECT_EQ(session.PortNumber, 1);
+  EXPECT_EQ(kept, 1);
+}
+
+TEST_F(AutoDetectTest, LeavesTheTableAsFarAsItWasFilledWhereACancelledSearchIsKept) {
+  session.Parameters[5].name = "Rate";
+  onRound = [&] { cancelled = clock.Ticks() > 45'000; };
+  dialogs.Expect("Hardware unknown", Answer::Ok);
+  dialogs.Expect("Go back to the settings of before?", Answer::No);
+  Detect();
+  EXPECT_EQ(session.SerialData, "sent when requested") << "the phase in which it was cancelled";
+  EXPECT_EQ(session.NumberOfParameters, 1);
+  EXPECT_EQ(session.Parameters[1].name, "Parameter 1");
+  EXPECT_EQ(session.Parameters[2].CommandString, "N3TH*");
+  EXPECT_EQ(session.Parameters[5].name, "");
+  EXPECT_EQ(StoredCount(), "1");
+  EXPECT_EQ(kept, 1);
 }
 
 TEST_F(AutoDetectTest, OffersTheSettingsOfBeforeWhereNothingWasFound) {

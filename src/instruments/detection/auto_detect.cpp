@@ -6,6 +6,7 @@
 #include "instruments/setup/hardware_choices.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
+#include "model/help_topics.h"
 #include "model/status.h"
 #include "model/texts.h"
 #include "platform/dialogs/procedure.h"
@@ -27,7 +28,11 @@ bool Search(const AutoDetect& parts) {
   if (!isFound) {
     OperatorText text = text::HardwareUnknown;
     if (const OperatorText ports = search.PortsNotOpened(); !ports.IsEmpty()) text += "\n\n" + ports;
-    parts.platform.dialogs.Message({text, text::DetectTitle, Buttons::Ok, BoxIcon::Exclamation});
+    parts.platform.dialogs.Message({.text = text,
+                                    .title = text::DetectTitle,
+                                    .buttons = Buttons::Ok,
+                                    .icon = BoxIcon::Exclamation,
+                                    .helpTopic = topic::UnitTable});
     parts.session.NumberOfParameters = 1;
   }
   return isFound && !search.IsCancelled();
@@ -35,8 +40,11 @@ bool Search(const AutoDetect& parts) {
 
 /// The end of the program asks nobody.
 bool WantsSettingsOfBefore(Dialogs& dialogs) {
-  return dialogs.IsEnding() || dialogs.Message({text::KeepSettingsOfBefore, text::DetectTitle, Buttons::YesNo,
-                                                BoxIcon::Question}) == Answer::Yes;
+  return dialogs.IsEnding() || dialogs.Message({.text = text::KeepSettingsOfBefore,
+                                                .title = text::DetectTitle,
+                                                .buttons = Buttons::YesNo,
+                                                .icon = BoxIcon::Question,
+                                                .helpTopic = topic::UnitTable}) == Answer::Yes;
 }
 
 /// Whether the session has other settings behind it.

@@ -8,6 +8,7 @@
 #include "instruments/setup/hardware_choices.h"
 #include "instruments/table/protocols.h"
 #include "instruments/texts.h"
+#include "model/help_topics.h"
 #include "platform/loop/clock.h"
 #include "platform/ports/port_devices.h"
 
@@ -137,7 +138,11 @@ void PortSearch::Tell(const MessageText& found) {
   port_.Close();
   OperatorText text = found;
   if (const OperatorText ports = PortsNotOpened(); !ports.IsEmpty()) text += "\n\n" + ports;
-  platform_.dialogs.Message({text, text::DetectTitle, Buttons::Ok, BoxIcon::Information});
+  platform_.dialogs.Message({.text = text,
+                             .title = text::DetectTitle,
+                             .buttons = Buttons::Ok,
+                             .icon = BoxIcon::Information,
+                             .helpTopic = topic::UnitTable});
 }
 
 // --- Units that send by themselves ---
@@ -193,6 +198,8 @@ bool PortSearch::TakeStreaming(const HeardLine& line) {
   }
   if (!line.endsInCrLf) return false;
   const bool isOwnUnit = AnswersToTrad();
+  // Whoever was pulled out has told nothing.
+  if (!port_.IsOpen()) return false;
   session_.Terminator = "\r\n";
   if (IsCancelled()) return true;
   if (isOwnUnit) session_.SerialData = protocol::Kesta4;
@@ -203,6 +210,7 @@ bool PortSearch::TakeStreaming(const HeardLine& line) {
 /// Whether it goes to command mode; it is sent to run behind that.
 bool PortSearch::AnswersToTrad() {
   box_.Show(text::DetectCommanding + OperatorText(std::to_string(session_.PortNumber)), -1);
+  if (!port_.IsOpen()) return false;
   port_.ClearInput();
   port_.Write("Trad\r");
   std::string heard;
