@@ -1,5 +1,9 @@
+#include <QApplication>
 #include <QPushButton>
+#include <stdexcept>
 
+#include "instruments/texts.h"
+#include "instruments/windows/auto_detect_box.h"
 #include "instruments/windows/calibrate_form.h"
 #include "instruments/windows/formatted_data.h"
 #include "instruments/windows/frm_hpt_honeywell_ez_trend.h"
@@ -98,6 +102,23 @@ std::shared_ptr<QWidget> OpenOrbenHardware(const std::string& language, bool isR
   return Hosted<ORBENHardware>(MakeJob(language), work);
 }
 
+std::shared_ptr<QWidget> OpenAutoDetect(const std::string& language) {
+  struct Held {
+    Job job;
+    std::unique_ptr<ProgressBox> box;
+  };
+  const Job job = MakeJob(language);
+  const std::shared_ptr<Held> held(new Held{job, MakeFrmAutoDetect(job->host)});
+  held->box->Show(job->platform.language.In(text::DetectListeningHandshake + std::string("3")), 0.6);
+  held->box->Appear();
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() != "frmAutoDetect") continue;
+    window->hide();
+    return {held, window};
+  }
+  throw std::logic_error("no frmAutoDetect");
+}
+
 const std::set<std::string> kUnitTable = {"lblClock", "lblIssued"};
 const std::set<std::string> kSeparatorWindow = {"optTerminator_*", "lblTyped"};
 
@@ -140,6 +161,7 @@ const WindowsOf kInstruments([] {
       {"OrbenSettings", "unread", topic::UnitTable, kUnitTable, unitTable(false)},
       {"ORBENHardware", "", topic::UnitTable, {}, unitTools(true)},
       {"ORBENHardware", "not-ready", topic::UnitTable, {}, unitTools(false)},
+      {"frmAutoDetect", "", topic::UnitTable, {"frmAutoDetect", "lblDoing", "barDone", "cmdCancel"}, OpenAutoDetect},
   };
 });
 

@@ -52,10 +52,14 @@ class AutoDetection : public testing::TestWithParam<Sought> {
   Search search;
 };
 
-TEST_P(AutoDetection, FindsTheUnitAmongSilentAndMissingPortsAndRecordsIt) {
+TEST_P(AutoDetection, FindsTheUnitAmongSilentBusyAndMissingPortsAndRecordsIt) {
   const Sought& sought = GetParam();
   test::ProgramRig& rig = search.rig;
   search.SetPort(sought.port == 1 ? 4 : 1, search.silent.Device());
+  const test::Pty busy;
+  const auto holder = MakeSerialPort();
+  holder->Open({.device = busy.Device()});
+  search.SetPort(sought.port == 3 ? 2 : 3, busy.Device());
   search.SetPort(sought.port, rig.StartSimulator(sought.simulator, sought.arguments));
   rig.StartProgram();
   rig.dialogs.Expect(sought.told, Answer::Ok);

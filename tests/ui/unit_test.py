@@ -1,5 +1,6 @@
 """The real program on a display, worked by the mouse: the table of a simulated unit is read, edited and sent back, and a
-command goes to it by the tools, in both languages; a channel is calibrated on the unit from its curve."""
+command goes to it by the tools, in both languages; a channel is calibrated on the unit from its curve; the unit is
+searched for and found."""
 
 import os
 import subprocess
@@ -13,7 +14,7 @@ CHANNELS = 4
 
 
 class Unit(unittest.TestCase):
-    def start(self, language, *readings):
+    def start(self, language, *readings, silent_port=False):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
         settings = self.desktop.path / "config" / "VELK"
@@ -24,10 +25,18 @@ class Unit(unittest.TestCase):
             [os.environ["VELK_SIM_BOARD"], "--unit", UNIT, "--table-file", self.table, "--journal", self.journal,
              "--interval", "0.2", *readings], stdout=subprocess.PIPE, text=True)
         self.addCleanup(self.end_unit)
+        ports = [self.unit.stdout.readline().strip()]
+        if silent_port:
+            nobody, port = os.openpty()
+            self.addCleanup(os.close, nobody)
+            ports.insert(0, os.ttyname(port))
+            os.close(port)
         (settings / "VELK2.ini").write_text(
-            "[General]\nCurrent_language=%s\n[Protocol]\nSerialData=%s\nPortDevice1=%s\n"
-            "[Parameters]\nNumberOfParameters=%d\n" %
-            (language, UNIT, self.unit.stdout.readline().strip(), CHANNELS) +
+            "[General]\nCurrent_language=%s\n[Protocol]\nSerialData=%s\nPortNumber=%d\n" %
+            (language, UNIT, len(ports)) +
+            "".join("PortDevice%d=%s\n" % (number, (ports + ["/dev/velk-none"] * 3)[number - 1])
+                    for number in range(1, 5)) +
+            "[Parameters]\nNumberOfParameters=%d\n" % CHANNELS +
             "".join("[Parameter%d]\nname=Channel %d\nunits=psi\nmax=100\nformat=#0.00\nFormIndex=1\nGraphVisible=True\n" %
                     (number, number) for number in range(1, CHANNELS + 1)))
         self.seen = Seen(self.desktop, os.environ["VELK_PROGRAM"])
@@ -90,6 +99,39 @@ class Unit(unittest.TestCase):
         self.seen.place("QInputDialog")
         self.desktop.write(text)
         self.desktop.press("Return")
+
+    def search(self, language):
+        """A search that is cancelled goes back to the settings of before; the next one finds the unit."""
+        self.start(language, silent_port=True)
+        self.seen.choose("mnuEdit", "mnuEditAutoDetect")
+        self.seen.place("frmAutoDetect/cmdCancel")
+        self.seen.picture("detect-search-" + language)
+        self.seen.click("frmAutoDetect/cmdCancel")
+        self.seen.place("QMessageBox")
+        self.seen.picture("detect-unknown-" + language)
+        unknown = self.seen.text("QMessageBox")
+        self.desktop.press("Return")
+        wait_for(lambda: self.seen.text("QMessageBox") not in ("", unknown), "the question behind it")
+        self.seen.picture("detect-before-" + language)
+        self.desktop.press("Return")
+        wait_for(lambda: not self.seen.is_seen("QMessageBox"), "the question to go")
+        self.assertEqual(self.last_mode(), "run")
+
+        self.seen.choose("mnuEdit", "mnuEditAutoDetect")
+        self.seen.place("QMessageBox")
+        self.assertIn("KESTA", self.seen.text("QMessageBox"))
+        self.seen.picture("detect-found-" + language)
+        self.desktop.press("Return")
+        wait_for(lambda: not self.seen.is_seen("QMessageBox"), "the box to go")
+        settings = self.desktop.path / "config" / "VELK" / "VELK2.ini"
+        wait_for(lambda: "SerialData=KESTA version 4" in settings.read_text().splitlines(), "the unit to be saved")
+        wait_for(lambda: self.last_mode() == "run", "the unit to run behind the search")
+
+    def test_is_found_in_english(self):
+        self.search("English")
+
+    def test_is_found_in_russian(self):
+        self.search("Russian")
 
     def test_is_calibrated_from_a_curve(self):
         self.start("English", "--reading", "4", "--reading", "20")

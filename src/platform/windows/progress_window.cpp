@@ -53,9 +53,11 @@ void ProgressWindow::reject() {
 
 // --- As a box ---
 
-StandingProgress::StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name)
+StandingProgress::StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name,
+                                   int helpTopic)
     : window_(new ProgressWindow(title, cancel, owner)) {
   window_->setObjectName(QLatin1String(name));
+  if (helpTopic != 0) window_->setProperty("helpTopic", helpTopic);
 }
 
 StandingProgress::~StandingProgress() {

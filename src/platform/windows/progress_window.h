@@ -38,8 +38,9 @@ class ProgressWindow : public QDialog {
 /// is cancelled then.
 class StandingProgress : public ProgressBox {
  public:
-  /// `name` is that of the window, where it has one of its own.
-  StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name = "ProgressWindow");
+  /// `name` is that of the window, where it has one of its own, and `helpTopic` the page that F1 opens in it.
+  StandingProgress(const QString& title, const QString& cancel, QWidget* owner, const char* name = "ProgressWindow",
+                   int helpTopic = 0);
   ~StandingProgress() override;
 
   void Appear() override;
