@@ -78,6 +78,19 @@ TEST_F(BoardTalk, RunWithFewerBytesIsATimeOut) {
   EXPECT_TRUE(board.InTradMode());
 }
 
+TEST_F(BoardTalk, OfAFreshBoardNothingIsKnown) {
+  const CAdc12nCom fresh(session, platform, [](int) { return std::string("/dev/none"); });
+  EXPECT_FALSE(fresh.ChannelsLoaded());
+  EXPECT_FALSE(fresh.DataChanged());
+  EXPECT_FALSE(fresh.InTradMode());
+  EXPECT_FALSE(fresh.MayBeInTradMode());
+  EXPECT_FALSE(fresh.Calibrating());
+  EXPECT_FALSE(fresh.CommandsEchoed());
+  EXPECT_FALSE(fresh.OwesRun());
+  EXPECT_EQ(fresh.CommandIssued(), "");
+  EXPECT_EQ(fresh.Reply(), "");
+}
+
 TEST_F(BoardTalk, AMissingAndAnUnopenedPortAreError5OfTheCaller) {
   const std::string text = "Please call 'SetupComPort' before you call this method.";
   CAdc12nCom fresh(session, platform, [](int) { return std::string("/dev/none"); });

@@ -85,6 +85,25 @@ TEST_F(UnitTalkTest, ReadsTheTableAheadOfASendBehindALostCableSinceAnotherUnitMa
   EXPECT_EQ(Sent(), "Trad\rp\rr\rTrad\rr\r");
 }
 
+TEST_F(UnitTalkTest, TellsOnceOfAPortThatAnotherProgramHasAndGoesOnOnceItIsFree) {
+  plain.failOpen = driver.failOpen = [] { throw PortError(ErrorNumber::FileAlreadyOpen, test::kDevice); };
+  try {
+    table.MatchParameters();
+    ADD_FAILURE();
+  } catch (const RuntimeError& error) {
+    EXPECT_STREQ(error.what(), "/dev/ttyVelk: the serial device is in use by another program.");
+  }
+  clock.Advance(3000);
+  EXPECT_TRUE(dialogs.shown.empty()) << "its own caller tells";
+  EXPECT_FALSE(driver.open);
+  plain.ComeBack();
+  driver.ComeBack();
+  clock.Advance(1500);
+  EXPECT_TRUE(driver.open);
+  table.MatchParameters();
+  EXPECT_EQ(session.OrbenSettings[2][unit_column::Offset], "3");
+}
+
 TEST_F(UnitTalkTest, OwesTheUnitItsRunUntilItStreams) {
   LoseTheCableInACommand();
   EXPECT_TRUE(link.Board.OwesRun());
