@@ -19,7 +19,9 @@ QRect PathLabel::Room() const {
 }
 
 QString PathLabel::Shown() const {
-  return fontMetrics().elidedText(text(), givesWay_, Room().width());
+  const QString shown = fontMetrics().elidedText(text(), givesWay_, Room().width());
+  const bool isDots = shown.size() == 1 && shown != text();
+  return isDots ? QString() : shown;
 }
 
 void PathLabel::paintEvent(QPaintEvent*) {

@@ -15,7 +15,7 @@ class PathLabel : public QLabel {
 
   QSize sizeHint() const override { return minimumSizeHint(); }
   QSize minimumSizeHint() const override { return {1, QLabel::sizeHint().height()}; }
-  /// The text as there is room for it.
+  /// The text as there is room for it; nothing where that would be the dots alone.
   QString Shown() const;
 
  protected:

@@ -28,12 +28,13 @@ StatusPanel::StatusPanel(QLabel* label) : label_(label) {
 void StatusPanel::ShowText(const QString& text) {
   if (text == label_->text()) return;
   // To ask for the room shapes the text twice: as much work as a sample's on the screen.
-  const bool needsTheSame = digitsAreAlike_ && DifferInDigitsOnly(text, label_->text());
+  const bool needsTheSame = digitsAreAlike_ && label_->font() == letters_ && DifferInDigitsOnly(text, label_->text());
   label_->setText(text);
   if (!needsTheSame) FollowLabel();
 }
 
 void StatusPanel::FollowLabel() {
+  letters_ = label_->font();
   digitsAreAlike_ = DigitsAreOfOneWidth(label_->fontMetrics());
   const QSize room = label_->sizeHint(), least = label_->minimumSizeHint();
   if (room == room_ && least == least_) return;

@@ -30,7 +30,8 @@ class StatusPanel : public QWidget {
   QLabel* label_;
   QSize room_;
   QSize least_;
-  bool digitsAreAlike_ = false;  ///< in width, in the label's letters
+  QFont letters_;                ///< of the label, of which a style sheet's change tells only the label
+  bool digitsAreAlike_ = false;  ///< in width, in these letters
 };
 
 }  // namespace velk

@@ -352,6 +352,17 @@ class StatusBarOfASmallScreen : public testing::Test {
   MainForm form{translation.Translator, session, screen.refresh};
 };
 
+TEST_F(StatusBarOfASmallScreen, ShowsNoDotsWhereTheFileHasNoRoom) {
+  auto& file = *form.findChild<PathLabel*>("StatusBar1_2");
+  file.setText("Current File: /data/job.mdb");
+  file.resize(1000, 20);
+  EXPECT_EQ(file.Shown(), "Current File: /data/job.mdb");
+  file.resize(120, 20);
+  EXPECT_TRUE(file.Shown().endsWith("b")) << "the end of the file's name stays";
+  file.resize(file.fontMetrics().horizontalAdvance("WW"), 20);
+  EXPECT_EQ(file.Shown(), "");
+}
+
 TEST_F(StatusBarOfASmallScreen, ShowsWhyLinesAreRejectedInRussianToo) {
   const OperatorText wrongCount = "4" + text::ValuesWhere + "18" + text::AreExpected;
   for (const OperatorText& reason :

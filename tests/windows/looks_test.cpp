@@ -7,6 +7,7 @@
 #include <cmath>
 #include <map>
 
+#include "shell/path_label.h"
 #include "support/dark_desktop.h"
 #include "support/window_texts.h"
 #include "windows/every_window.h"
@@ -45,8 +46,10 @@ double BestContrast(const QImage& picture) {
   return best;
 }
 
-/// Curves have the colours that the operator gave them, and what a toolbar shows are its buttons.
+/// Curves have the colours that the operator gave them, what a toolbar shows are its buttons, and a path that has no
+/// room gives way whole.
 bool HasNoLettersOfOurs(const QWidget& control) {
+  if (const auto* path = qobject_cast<const PathLabel*>(&control)) return path->Shown().isEmpty();
   return control.parentWidget()->objectName() == "LabelPanel" || qobject_cast<const QToolBar*>(&control);
 }
 

@@ -29,7 +29,8 @@ class ScannedField {
 /// hands out no results. One a connection, which it doesn't outlive.
 class Scan {
  public:
-  /// Takes the fields of a row, which last for the call; true where it has seen enough and goes on later. Throws nothing.
+  /// Takes the fields of a row, which last for the call; true where it has seen enough and goes on later. Throws
+  /// nothing.
   using Visit = std::function<bool(std::span<const ScannedField> fields)>;
   /// As many fields as a row can be asked for.
   static constexpr std::size_t kMostFields = 100;
