@@ -103,8 +103,9 @@ class Viewer(PlayedLog):
 
     def sort_by_id(self, lowest, highest):
         """Up, then down; ID of the first row each time."""
-        x, y, _, _ = self.seen.place(WINDOW + "logDataGrid")
-        head = (x + 45, y + 10)  # that of ID, beside the numbers of the rows
+        _, y, _, _ = self.seen.place(WINDOW + "logDataGrid")
+        cell = self.seen.find(name="logDataGrid", column=0)
+        head = (cell["x"] + cell["w"] // 2, y + 10)
         for first in (lowest, highest):
             self.seen.point(*head)
             self.desktop.click()

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolButton>
+#include <algorithm>
 
 namespace {
 
@@ -65,8 +66,11 @@ class Look {
     const QModelIndex root = view.rootIndex();
     const int rows = model != nullptr ? model->rowCount(root) : 0;
     const int columns = model != nullptr ? model->columnCount(root) : 0;
-    if (rows * columns > kMostCells) return;
-    for (int row = 0; row < rows; ++row)
+    if (columns == 0) return;
+    // Of a long table those that can be seen are among the ones from its upper edge on.
+    const int most = std::max(1, kMostCells / columns);
+    const int first = rows > most ? std::max(0, view.indexAt(QPoint(1, 1)).row()) : 0;
+    for (int row = first; row < std::min(rows, first + most); ++row)
       for (int column = 0; column < columns; ++column) {
         const QModelIndex cell = model->index(row, column, root);
         const QRect place = view.visualRect(cell) & view.viewport()->rect();
