@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/dates.h"
+#include "bench/no_dialogs.h"
 #include "graphs/windows/graph_windows_mdi.h"
 #include "i18n/translation.h"
 #include "model/graph_map.h"
@@ -86,22 +87,6 @@ class BenchClock : public Clock {
   std::vector<ManualTimer*> timers_;
 };
 
-class NoDialogs : public Dialogs {
- public:
-  using Dialogs::Dialogs;
-
- protected:
-  Answer ShowMessage(const ShownMessage& box) override {
-    std::fprintf(stderr, "a box came up: %s\n", box.text.c_str());
-    std::exit(1);
-  }
-  std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
-};
-
 /// How charts come to the screen.
 enum class Look {
   Plain,  ///< 900 x 240 dots, as the other chart has
@@ -170,7 +155,7 @@ class LiveChart {
   Gate gate_;
   BenchClock clock_;
   Language language_;
-  NoDialogs dialogs_{gate_, language_};
+  bench::NoDialogs dialogs_{gate_, language_};
   QTemporaryDir folder_;
   SettingsStore settings_{folder_.path().toStdString()};
   Platform platform_{clock_, gate_, dialogs_, settings_, language_};

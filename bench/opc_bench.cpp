@@ -12,8 +12,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 
+#include "bench/no_dialogs.h"
 #include "bench/process_watch.h"
 #include "i18n/translation.h"
 #include "opc/velk_opc_module.h"
@@ -37,24 +40,10 @@ double CpuMilliseconds() {
   return of(used.ru_utime) + of(used.ru_stime);
 }
 
-class NoDialogs : public Dialogs {
- public:
-  using Dialogs::Dialogs;
-
- protected:
-  Answer ShowMessage(const ShownMessage& box) override {
-    std::fprintf(stderr, "a box came up: %s\n", box.text.c_str());
-    std::exit(1);
-  }
-  std::optional<std::string> ShowInput(const std::string&, const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ShowOpenFile(const ShownFileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> ShowSaveFile(const ShownFileQuestion&) override { return std::nullopt; }
-};
-
 struct Plant {
-  explicit Plant(int many) : server({VELK_SIM_OPC, "--port", "48777", "--many", std::to_string(many)}, {}) {
+  explicit Plant(int many)
+      : server({VELK_SIM_OPC, "--port", "48777", "--many", std::to_string(many), "--moving", std::to_string(many)},
+               {}) {
     Run(1000);
   }
 
@@ -76,7 +65,7 @@ struct Plant {
   std::string folder = std::filesystem::temp_directory_path() / ("velk_opc_bench_" + std::to_string(getpid()));
   SettingsStore settings{folder};
   Translation translation;
-  NoDialogs dialogs{gate, translation.Translator};
+  bench::NoDialogs dialogs{gate, translation.Translator};
   std::unique_ptr<OpcTransport> transport = MakeUaTransport(clock, nullptr, folder);
 };
 
@@ -93,42 +82,60 @@ double Share(Plant& plant, std::int64_t& longest) {
   return 100 * (CpuMilliseconds() - before) / kMilliseconds;
 }
 
+/// What so many items of one stored group cost, all of them moving, while `begin` has brought them up.
+void MeasureItems(benchmark::State& state, int items, int rate,
+                  const std::function<std::shared_ptr<void>(Plant&)>& begin) {
+  Plant plant(items);
+  std::int64_t longest = 0;
+  const double idle = Share(plant, longest);
+  SaveOPCConfiguration(plant.settings, {{kUrl, "", {{"Plant", 0, rate, ManyIds(items)}}}});
+  const std::shared_ptr<void> users = begin(plant);
+  state.counters["core_percent"] = Share(plant, longest) - idle;
+  state.counters["longest_block_ms"] = static_cast<double>(longest);
+}
+
 void ItemsOfAJob64At100ms(benchmark::State& state) {
   for (auto _ : state) {
-    Plant plant(64);
-    std::int64_t longest = 0;
-    const double idle = Share(plant, longest);
-    SaveOPCConfiguration(plant.settings, {{kUrl, "", {{"Plant", 0, 100, ManyIds(64)}}}});
-    VELKOPCModule items(*plant.transport, plant.clock, plant.settings);
-    items.ConnectOPCItems(64);
-    plant.Run(3000);
-    if (!items.Line(0, " ", "\r")) state.SkipWithError("not all items have reported");
-    state.counters["core_percent"] = Share(plant, longest) - idle;
-    state.counters["longest_block_ms"] = static_cast<double>(longest);
+    MeasureItems(state, 64, 100, [&](Plant& plant) {
+      const auto items = std::make_shared<VELKOPCModule>(*plant.transport, plant.clock, plant.settings);
+      items->ConnectOPCItems(64);
+      plant.Run(3000);
+      if (!items->Line(0, " ", "\r")) state.SkipWithError("not all items have reported");
+      return items;
+    });
   }
 }
 BENCHMARK(ItemsOfAJob64At100ms)->Iterations(1)->Unit(benchmark::kMillisecond);
 
+/// The window with all that it stands on.
+struct Manager {
+  explicit Manager(Plant& plant)
+      : calls(*plant.transport, plant.clock, plant.dialogs),
+        list(calls, plant.settings),
+        host(plant.dialogs, plant.translation),
+        window(host, {plant.clock, plant.gate, plant.dialogs, plant.settings, plant.translation.Translator}, calls,
+               list) {
+    window.show();
+  }
+
+  OpcCalls calls;
+  OpcManager list;
+  WindowHost host;
+  frmMainOPC window;
+};
+
 void ItemsOfTheManager1000At250ms(benchmark::State& state) {
   for (auto _ : state) {
-    Plant plant(1000);
-    std::int64_t longest = 0;
-    const double idle = Share(plant, longest);
-    SaveOPCConfiguration(plant.settings, {{kUrl, "", {{"Plant", 0, 250, ManyIds(1000)}}}});
-    OpcCalls calls(*plant.transport, plant.clock, plant.dialogs);
-    OpcManager manager(calls, plant.settings);
-    WindowHost host(plant.dialogs, plant.translation);
-    frmMainOPC window(host, {plant.clock, plant.gate, plant.dialogs, plant.settings, plant.translation.Translator},
-                      calls, manager);
-    window.show();
-    const std::int64_t start = plant.clock.Ticks();
-    window.findChild<QAction*>("mnuTreeViewConnect")->trigger();
-    state.counters["connect_ms"] = static_cast<double>(plant.clock.Ticks() - start);
-    auto* tree = window.findChild<QTreeWidget*>();
-    tree->setCurrentItem(tree->topLevelItem(0)->child(0)->child(0));
-    plant.Run(2000);
-    state.counters["core_percent"] = Share(plant, longest) - idle;
-    state.counters["longest_block_ms"] = static_cast<double>(longest);
+    MeasureItems(state, 1000, 250, [&](Plant& plant) {
+      const auto manager = std::make_shared<Manager>(plant);
+      const std::int64_t start = plant.clock.Ticks();
+      manager->window.findChild<QAction*>("mnuTreeViewConnect")->trigger();
+      state.counters["connect_ms"] = static_cast<double>(plant.clock.Ticks() - start);
+      auto* tree = manager->window.findChild<QTreeWidget*>();
+      tree->setCurrentItem(tree->topLevelItem(0)->child(0)->child(0));
+      plant.Run(2000);
+      return manager;
+    });
   }
 }
 BENCHMARK(ItemsOfTheManager1000At250ms)->Iterations(1)->Unit(benchmark::kMillisecond);
