@@ -1,14 +1,13 @@
 #include "opc_nodes.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace sim {
 
 namespace {
 
-constexpr int kMoving = 64;  ///< of the many variables
 constexpr UA_Byte kRead = UA_ACCESSLEVELMASK_READ;
 constexpr UA_Byte kWrite = UA_ACCESSLEVELMASK_WRITE;
 
@@ -55,6 +54,12 @@ class Plant {
 
   void Variable(const std::string& folder, const std::string& name, int type, const void* value, UA_Byte access = kRead,
                 std::size_t elements = 0) {
+    Node(folder, name, folder + "." + name, type, value, access, elements);
+  }
+
+  /// A variable whose identifier says nothing of where it stands.
+  void Node(const std::string& folder, const std::string& name, const std::string& id, int type, const void* value,
+            UA_Byte access = kRead, std::size_t elements = 0) {
     UA_VariableAttributes attributes = UA_VariableAttributes_default;
     attributes.displayName = TextOf(name);
     attributes.dataType = UA_TYPES[type].typeId;
@@ -69,9 +74,9 @@ class Plant {
       attributes.arrayDimensions = &dimension;
       attributes.arrayDimensionsSize = 1;
     }
-    UA_Server_addVariableNode(server_, IdOf(folder + "." + name), IdOf(folder),
-                              UA_NODEID_NUMERIC(0, UA_NS0ID_HASCOMPONENT), NameOf(name),
-                              UA_NODEID_NUMERIC(0, UA_NS0ID_BASEDATAVARIABLETYPE), attributes, nullptr, nullptr);
+    UA_Server_addVariableNode(server_, IdOf(id), IdOf(folder), UA_NODEID_NUMERIC(0, UA_NS0ID_HASCOMPONENT),
+                              NameOf(name), UA_NODEID_NUMERIC(0, UA_NS0ID_BASEDATAVARIABLETYPE), attributes, nullptr,
+                              nullptr);
   }
 
   /// The engineering range of a variable, which a deadband is a share of.
@@ -123,6 +128,10 @@ void AddPump(Plant& plant) {
   const UA_Byte mode = 3;
   plant.Variable("Pump", "Mode", UA_TYPES_BYTE, &mode);
   plant.Variable("Pump", "Secret", UA_TYPES_DOUBLE, &depth, kWrite);
+  const UA_Double motor = 75;
+  plant.Variable("Pump", "Motor", UA_TYPES_DOUBLE, &motor);
+  plant.Variable("Pump.Motor", "Current", UA_TYPES_DOUBLE, &depth);
+  plant.Variable("Pump.Motor", "Speed", UA_TYPES_DOUBLE, &depth);
 }
 
 void AddTypes(Plant& plant) {
@@ -165,6 +174,22 @@ void AddQuality(Plant& plant) {
   range.low = 0;
   range.high = 1;
   plant.Variable("Quality", "Structure", UA_TYPES_RANGE, &range);
+  const std::string word = "word";
+  const UA_String text = View(word);
+  plant.Variable("Quality", "Odd", UA_TYPES_STRING, &text);
+  plant.Range("Quality.Odd", 0, 1);
+}
+
+void AddLarge(Plant& plant) {
+  plant.Folder("Large", IdOf("Plant"));
+  // An odd letter first, so that no power of two is the end of a letter of two bytes.
+  std::string letters = "x";
+  for (int i = 0; i < 100'000; ++i) letters += "ж";
+  const UA_String text = View(letters);
+  plant.Variable("Large", "Text", UA_TYPES_STRING, &text);
+  const std::vector<UA_Double> numbers(150'000, 1.5);
+  plant.Variable("Large", "Array", UA_TYPES_DOUBLE, numbers.data(), kRead, numbers.size());
+  plant.Variable("Large", "Long", UA_TYPES_DOUBLE, numbers.data(), kRead, 20'000);
 }
 
 }  // namespace
@@ -176,6 +201,8 @@ void AddPlant(UA_Server* server, int many) {
   AddTypes(plant);
   AddArrays(plant);
   AddQuality(plant);
+  AddLarge(plant);
+  plant.Folder("Changing", IdOf("Plant"));
   plant.Folder("Many", IdOf("Plant"));
   for (int i = 0; i < many; ++i) {
     const UA_Double number = i;
@@ -183,20 +210,34 @@ void AddPlant(UA_Server* server, int many) {
   }
 }
 
-std::uint32_t MovePlant(UA_Server* server, int many) {
+std::uint32_t MovePlant(UA_Server* server, int moving) {
   static UA_UInt32 count = 0;
   ++count;
   UA_Variant value;
   UA_Double number = 0.5 * count;
   UA_Variant_setScalar(&value, &number, &UA_TYPES[UA_TYPES_DOUBLE]);
   UA_Server_writeValue(server, IdOf("Pump.Depth"), value);
-  for (int i = 0; i < std::min(many, kMoving); ++i) {
+  for (int i = 0; i < moving; ++i) {
     number = 10000.0 * i + count;
     UA_Server_writeValue(server, IdOf("Many.V" + std::to_string(i)), value);
   }
   UA_Variant_setScalar(&value, &count, &UA_TYPES[UA_TYPES_UINT32]);
   UA_Server_writeValue(server, IdOf("Pump.Count"), value);
   return count;
+}
+
+void ChangePlant(UA_Server* server) {
+  static int levels = 0;
+  static bool isThere = false;
+  isThere = !isThere;
+  if (isThere) ++levels;
+  const std::string id = "Changing.Level." + std::to_string(levels);
+  const UA_Double value = 100.0 * levels;
+  if (isThere) {
+    Plant(server).Node("Changing", "Level", id, UA_TYPES_DOUBLE, &value);
+  } else {
+    UA_Server_deleteNode(server, IdOf(id), true);
+  }
 }
 
 }  // namespace sim

@@ -4,6 +4,10 @@
 #include <open62541/server.h>
 #include <open62541/server_config_default.h>
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <string>
 
@@ -18,17 +22,24 @@ namespace {
 constexpr const char* kHelp =
     R"(velk_sim_opc: a plant's server of OPC UA on loopback.
 
-  --port N       port on 127.0.0.1 (default 48400)
+  --host ADDRESS address that it listens on (default 127.0.0.1)
+  --port N       its port (default 48400)
   --name TEXT    name of the application (default "VELK Plant")
   --many N       variables in Plant/Many (default 10)
+  --moving N     how many of them have another value each time (default 64)
   --interval S   seconds between two values of Plant/Pump/Depth and Count (default 0.1; 0: they stand still)
   --secured      an endpoint that signs and encrypts, with a fresh certificate, beside the open one
   --expired      the same with a certificate whose time is over
   --user NAME    a user, who has to log in with --password TEXT; nobody else is let in
   --journal F    each value of Count, a line each, as it is written
+  --slow MS      answers come this much later, each
+  --limit N      nodes that may be read or browsed in one call (default: any number)
+  --subscriptions N   subscriptions that a session may have (default: any number)
+  --notice MS    how long the end is announced before it comes (default 0)
+  --empty        Plant/Changing is empty at the start
 
 The first line printed is the endpoint. Ends on SIGTERM and SIGINT, and with the program that started it; SIGSTOP makes
-it silent.
+it silent; each SIGUSR1 takes Plant/Changing/Level away, or puts it there again as another node.
 )";
 
 void SayNothing(void*, UA_LogLevel, UA_LogCategory, const char*, va_list) {
@@ -37,18 +48,27 @@ void SayNothing(void*, UA_LogLevel, UA_LogCategory, const char*, va_list) {
 const std::string kPolicy = "http://opcfoundation.org/UA/SecurityPolicy#Basic256Sha256";
 const std::string kOpen = "http://opcfoundation.org/UA/SecurityPolicy#None";
 
+constexpr double kBeatMilliseconds = 10;
+
 UA_Logger silent = {SayNothing, nullptr, nullptr};
 
 struct Options {
+  std::string host = "127.0.0.1";
   int port = 48400;
   std::string name = "VELK Plant";
   int many = 10;
+  int moving = 64;
   double interval = 0.1;
   bool secured = false;
   bool expired = false;
   std::string user;
   std::string password;
   std::string journal;
+  int slow = 0;
+  int limit = 0;
+  int subscriptions = 0;
+  int notice = 0;
+  bool empty = false;
 };
 
 UA_String ViewOf(const std::string& text) {
@@ -80,7 +100,11 @@ UA_Server* MakeServer(const Options& options, std::string& url) {
   UA_ServerConfig config{};
   config.logging = &silent;
   UA_ServerConfig_setMinimal(&config, static_cast<UA_UInt16>(options.port), nullptr);
-  url = "opc.tcp://127.0.0.1:" + std::to_string(options.port);
+  config.shutdownDelay = options.notice;
+  config.maxNodesPerRead = static_cast<UA_UInt32>(options.limit);
+  config.maxSubscriptionsPerSession = static_cast<UA_UInt32>(options.subscriptions);
+  config.maxNodesPerBrowse = static_cast<UA_UInt32>(options.limit);
+  url = "opc.tcp://" + options.host + ":" + std::to_string(options.port);
   UA_Array_delete(config.serverUrls, config.serverUrlsSize, &UA_TYPES[UA_TYPES_STRING]);
   config.serverUrls = static_cast<UA_String*>(UA_Array_new(1, &UA_TYPES[UA_TYPES_STRING]));
   config.serverUrlsSize = 1;
@@ -98,48 +122,74 @@ UA_Server* MakeServer(const Options& options, std::string& url) {
   return UA_Server_newWithConfig(&config);
 }
 
-struct Moving {
+volatile std::sig_atomic_t changes = 0;
+
+/// What the callbacks of the server work with.
+struct Running {
+  Options options;
+  std::string url;
   sim::Journal journal;
-  int many;
+  UA_Boolean goesOn = true;
+  int changed = 0;
 };
 
 void Move(UA_Server* server, void* data) {
-  auto& moving = *static_cast<Moving*>(data);
-  moving.journal.Write("sound", std::to_string(sim::MovePlant(server, moving.many)));
+  auto& running = *static_cast<Running*>(data);
+  const int moving = std::min(running.options.many, running.options.moving);
+  running.journal.Write("sound", std::to_string(sim::MovePlant(server, moving)));
 }
 
-}  // namespace
+/// Called between the answers, first when the server listens.
+void Beat(UA_Server* server, void* data) {
+  auto& running = *static_cast<Running*>(data);
+  if (!running.url.empty()) {
+    std::printf("%s\n", running.url.c_str());
+    std::fflush(stdout);
+    running.url.clear();
+  }
+  if (sim::Ending()) running.goesOn = false;
+  for (; running.changed < changes; ++running.changed) sim::ChangePlant(server);
+  if (running.options.slow > 0) usleep(static_cast<useconds_t>(running.options.slow) * 1000);
+}
 
-int main(int argc, char** argv) {
-  Options options;
+void ReadOptions(int argc, char** argv, Options& options) {
   sim::CommandLine commandLine("velk_sim_opc", kHelp);
+  commandLine.Text("--host", options.host);
   commandLine.Number("--port", options.port);
   commandLine.Text("--name", options.name);
   commandLine.Number("--many", options.many);
+  commandLine.Number("--moving", options.moving);
   commandLine.Number("--interval", options.interval);
   commandLine.Flag("--secured", options.secured);
   commandLine.Flag("--expired", options.expired);
   commandLine.Text("--user", options.user);
   commandLine.Text("--password", options.password);
   commandLine.Text("--journal", options.journal);
+  commandLine.Number("--slow", options.slow);
+  commandLine.Number("--limit", options.limit);
+  commandLine.Number("--subscriptions", options.subscriptions);
+  commandLine.Number("--notice", options.notice);
+  commandLine.Flag("--empty", options.empty);
   commandLine.Read(argc, argv);
+}
 
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options options;
+  ReadOptions(argc, argv, options);
   sim::CatchSignals();
+  std::signal(SIGUSR1, [](int) { changes = changes + 1; });
   std::string url;
   UA_Server* const server = MakeServer(options, url);
   if (server == nullptr) return 1;
   sim::AddPlant(server, options.many);
-  Moving moving{sim::Journal(options.journal), options.many};
-  if (options.interval > 0) UA_Server_addRepeatedCallback(server, Move, &moving, options.interval * 1000, nullptr);
-  if (UA_Server_run_startup(server) != UA_STATUSCODE_GOOD) {
-    UA_Server_delete(server);
-    std::fprintf(stderr, "velk_sim_opc: port %d is taken\n", options.port);
-    return 1;
-  }
-  std::printf("%s\n", url.c_str());
-  std::fflush(stdout);
-  while (!sim::Ending()) UA_Server_run_iterate(server, true);
-  UA_Server_run_shutdown(server);
+  if (!options.empty) sim::ChangePlant(server);
+  Running running{options, url, sim::Journal(options.journal)};
+  if (options.interval > 0) UA_Server_addRepeatedCallback(server, Move, &running, options.interval * 1000, nullptr);
+  UA_Server_addRepeatedCallback(server, Beat, &running, kBeatMilliseconds, nullptr);
+  const bool isWhole = UA_Server_run(server, &running.goesOn) == UA_STATUSCODE_GOOD;
   UA_Server_delete(server);
-  return 0;
+  if (!isWhole) std::fprintf(stderr, "velk_sim_opc: port %d is taken\n", options.port);
+  return isWhole ? 0 : 1;
 }

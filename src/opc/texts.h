@@ -80,5 +80,13 @@ inline constexpr MessageText OpcCertificateTitle{3360, "OPC Server Certificate"}
 inline constexpr MessageText OpcLoginWanted{
     3361, " asks for a user and a password. They are kept until the program ends, and stored nowhere."};
 inline constexpr MessageText OpcLoginRefused{3362, " has refused this user and password."};
+inline constexpr MessageText OpcCertificateOver{3363, " shows a certificate whose time is over. It is refused."};
+
+// The quality of a value; a number stands behind a bad one
+inline constexpr MessageText OpcGood{3364, "Good"};
+inline constexpr MessageText OpcBad{3365, "Bad"};
+
+// A server that has announced its end
+inline constexpr MessageText OpcGoesDown{3366, " (going down)"};
 
 }  // namespace velk::text

@@ -78,6 +78,9 @@ TEST_F(OpcSelection, CopiesAClickedEntryAndConnectsIt) {
   auto* list = FindControl<QListWidget>(*window, "OPCServerList");
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
   EXPECT_EQ(TextOf(*window, "SelectedOPCServer"), "Mud");
+  Type(*window, "SelectedOPCServer", "Other");
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+  EXPECT_EQ(TextOf(*window, "SelectedOPCServer"), "Mud") << "clicked again";
   Click(*window, "ConnectToOPCServer");
   EXPECT_EQ(added, (std::vector<std::pair<std::string, std::string>>{{"Mud", "10.0.0.5"}}));
   EXPECT_FALSE(window->isVisible());
@@ -231,6 +234,13 @@ TEST_F(OpcWindows, AChangedCertificateIsCalledSo) {
   dialogs.Expect(" shows another certificate than the one that was accepted here.", Answer::No);
   EXPECT_FALSE(questions.Accepts({"opc.tcp://rig:4840", "CN=Plant", "AA:BB", 46000, true}));
   EXPECT_EQ(dialogs.shown.back().icon, BoxIcon::Critical);
+}
+
+TEST_F(OpcWindows, ACertificateWhoseTimeIsOverIsToldWithItsDate) {
+  OpcQuestionsQt questions(host);
+  dialogs.Expect("The server opc.tcp://rig:4840 shows a certificate whose time is over. It is refused.", Answer::Ok);
+  questions.TellExpired({"opc.tcp://rig:4840", "CN=Plant", "AA:BB", 46000, false});
+  EXPECT_NE(dialogs.shown.back().text.find("Holder: CN=Plant\nValid to: 09-Dec-2025"), std::string::npos);
 }
 
 TEST_F(OpcWindows, UserAndPasswordAreAskedForAndThePasswordIsNotSeen) {

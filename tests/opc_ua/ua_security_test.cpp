@@ -16,6 +16,7 @@ class Decided : public OpcQuestions {
     asked.push_back(certificate);
     return accepts;
   }
+  void TellExpired(const OpcCertificate& certificate) override { expired.push_back(certificate); }
   std::optional<OpcLogin> Login(const std::string& url, bool again) override {
     logins.push_back(url + (again ? " again" : ""));
     if (passwords.empty()) return std::nullopt;
@@ -27,6 +28,7 @@ class Decided : public OpcQuestions {
   bool accepts = true;
   std::vector<std::string> passwords;
   std::vector<OpcCertificate> asked;
+  std::vector<OpcCertificate> expired;
   std::vector<std::string> logins;
 };
 
@@ -113,6 +115,10 @@ TEST_F(SecuredServer, IsRefusedOnceTheTimeOfItsCertificateIsOver) {
   EXPECT_EQ(ConnectPlant(&status), nullptr);
   EXPECT_EQ(status, kOpcCertificateExpired);
   EXPECT_TRUE(operator_.asked.empty());
+  ASSERT_EQ(operator_.expired.size(), 1U);
+  EXPECT_NEAR(operator_.expired[0].validTo, clock.Now() - 1.0 / 24, 0.01) << "an hour ago";
+  EXPECT_EQ(ConnectPlant(&status), nullptr);
+  EXPECT_EQ(operator_.expired.size(), 1U) << "told once";
 }
 
 TEST_F(SecuredServer, AsksForUserAndPasswordOnceAProgram) {

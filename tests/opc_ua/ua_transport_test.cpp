@@ -75,7 +75,7 @@ TEST_F(UaTransportTest, BrowsesFoldersWithTypesAndAccess) {
   EXPECT_TRUE(plant->isBranch);
   EXPECT_EQ(plant->id, "ns=1;s=Plant");
   const std::vector<OpcNode> pump = Browse(*session, "ns=1;s=Pump");
-  ASSERT_EQ(pump.size(), 7U);
+  ASSERT_EQ(pump.size(), 8U);
   EXPECT_EQ(pump[0], (OpcNode{.name = "Rate",
                               .id = "ns=1;s=Pump.Rate",
                               .isVariable = true,

@@ -22,6 +22,8 @@ frmSelectOPCServer::frmSelectOPCServer(WindowHost& host, OpcCalls& calls, AddSel
   setProperty("helpTopic", topic::Opc);
   connect(ui_->Command1, &QPushButton::clicked, this, &frmSelectOPCServer::Command1_Click);
   connect(ui_->OPCServerList, &QListWidget::currentRowChanged, this, &frmSelectOPCServer::OPCServerList_Click);
+  // An entry may be clicked again, over what was typed meanwhile.
+  connect(ui_->OPCServerList, &QListWidget::itemClicked, this, &frmSelectOPCServer::OPCServerList_Click);
   connect(ui_->OPCServerList, &QListWidget::itemDoubleClicked, this, &frmSelectOPCServer::ConnectToOPCServer_Click);
   connect(ui_->ConnectToOPCServer, &QPushButton::clicked, this, &frmSelectOPCServer::ConnectToOPCServer_Click);
   connect(ui_->CancelButton, &QPushButton::clicked, this, &QDialog::reject);

@@ -7,11 +7,20 @@
 
 namespace velk {
 
+namespace {
+
+/// What is wrong with a certificate, whose it is and how long it holds.
+OperatorText Described(const OpcCertificate& certificate, const MessageText& why) {
+  OperatorText text = text::OpcServerAt + OperatorText(certificate.url) + why;
+  text += "\n\n" + (text::OpcCertificateHolder + OperatorText(certificate.subject));
+  return text += "\n" + (text::OpcCertificateValidTo + OperatorText(FormatDate(certificate.validTo, "dd-mmm-yyyy")));
+}
+
+}  // namespace
+
 bool OpcQuestionsQt::Accepts(const OpcCertificate& certificate) {
-  OperatorText question = text::OpcServerAt + OperatorText(certificate.url);
-  question += certificate.isChanged ? text::OpcCertificateChanged : text::OpcCertificateUnknown;
-  question += "\n\n" + (text::OpcCertificateHolder + OperatorText(certificate.subject));
-  question += "\n" + (text::OpcCertificateValidTo + OperatorText(FormatDate(certificate.validTo, "dd-mmm-yyyy")));
+  OperatorText question =
+      Described(certificate, certificate.isChanged ? text::OpcCertificateChanged : text::OpcCertificateUnknown);
   question += "\nSHA-256:\n" + certificate.fingerprint.substr(0, certificate.fingerprint.size() / 2) + "\n" +
               certificate.fingerprint.substr(certificate.fingerprint.size() / 2);
   question += "\n\n" + OperatorText(text::OpcCertificateAccept);
@@ -21,6 +30,13 @@ bool OpcQuestionsQt::Accepts(const OpcCertificate& certificate) {
                                 .icon = certificate.isChanged ? BoxIcon::Critical : BoxIcon::Question,
                                 .safeDefault = true,
                                 .helpTopic = topic::Opc}) == Answer::Yes;
+}
+
+void OpcQuestionsQt::TellExpired(const OpcCertificate& certificate) {
+  host_.Boxes().Message({.text = Described(certificate, text::OpcCertificateOver),
+                         .title = text::OpcCertificateTitle,
+                         .icon = BoxIcon::Critical,
+                         .helpTopic = topic::Opc});
 }
 
 std::optional<OpcLogin> OpcQuestionsQt::Login(const std::string& url, bool again) {

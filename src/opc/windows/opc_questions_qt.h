@@ -11,6 +11,7 @@ class OpcQuestionsQt : public OpcQuestions {
   explicit OpcQuestionsQt(WindowHost& host) : host_(host) {}
 
   bool Accepts(const OpcCertificate& certificate) override;
+  void TellExpired(const OpcCertificate& certificate) override;
   std::optional<OpcLogin> Login(const std::string& url, bool again) override;
 
  private:

@@ -25,6 +25,8 @@ class OpcQuestions {
   virtual ~OpcQuestions() = default;
   /// Whether a certificate is the server's that is meant. What is accepted is not asked about again.
   virtual bool Accepts(const OpcCertificate& certificate) = 0;
+  /// A certificate whose time is over is refused, and nobody is asked.
+  virtual void TellExpired(const OpcCertificate& certificate) = 0;
   /// User and password; `again` behind some that were refused. Nothing leaves the server alone.
   virtual std::optional<OpcLogin> Login(const std::string& url, bool again) = 0;
 };

@@ -13,10 +13,11 @@
 namespace velk {
 
 // The way to OPC servers. Nothing here waits: each call returns at once, and what came of it is told later from the
-// event loop, or at once where it is known. An answer comes once, within kOpcMilliseconds, or not at all where what was
-// asked has gone. Handles end what they stand for when they go.
+// event loop, or at once where it is known. An answer comes once, or not at all where what was asked has gone; a server
+// that is slow, or an operator who is asked, can take longer than anybody waits. Handles end what they stand for when
+// they go.
 
-inline constexpr int kOpcMilliseconds = 5000;
+inline constexpr int kOpcMilliseconds = 5000;  ///< that a call is waited for
 
 /// A server that a host knows of.
 struct OpcServerEntry {
@@ -98,7 +99,7 @@ struct OpcChange {
 };
 
 struct OpcSubscriptionWish {
-  std::string name;          ///< empty: one is given
+  std::string name = {};     ///< empty: one is given
   int updateRate = 100;      ///< milliseconds
   float deadBand = 0;        ///< percent of the engineering range, 0 to 100
   bool isActive = true;      ///< publishes
@@ -131,7 +132,7 @@ class OpcSubscription {
 
 /// What a session tells by itself.
 struct OpcSessionEvents {
-  std::function<void()> onShutDown = {};  ///< the server announced its end, or is gone
+  std::function<void()> onShutDown = {};  ///< the server announced its end, or is gone without having done so
   std::function<void()> onLost = {};      ///< nothing comes; it is tried again
   std::function<void()> onBack = {};      ///< tried with success: items live again
 };

@@ -20,12 +20,15 @@ OpcStatus ResultOf(const void* response) {
   return static_cast<const UA_ResponseHeader*>(response)->serviceResult;
 }
 
-constexpr UA_UInt32 kLifeMilliseconds = 2000;        ///< between two looks whether the server still answers
+constexpr UA_UInt32 kServerStateNode = 2259;
+constexpr std::int64_t kLookMilliseconds = 1000;     ///< between two looks at the server's state
 constexpr std::int64_t kHurryingMilliseconds = 100;  ///< how long, behind the last question
 constexpr UA_UInt32 kSessionMilliseconds = 60000;
+constexpr UA_UInt32 kLongestMessage = 64U << 20;  ///< bytes
+constexpr UA_UInt32 kMostChunks = 4096;           ///< of a message
 
-/// The server is asked now and then; where it stays silent the session counts as lost.
-void NoteSilence(UA_Client* client) {
+/// Not even a sign of life came of a subscription.
+void NoteInactive(UA_Client* client, UA_UInt32 /*subscription*/, void* /*group*/) {
   static_cast<Connection*>(UA_Client_getContext(client))->NoteSilence();
 }
 
@@ -80,7 +83,7 @@ void SetEndpoint(UA_ClientConfig& config, Connection& connection) {
 
 void EndClient::operator()(UA_Client* client) const {
   UA_ClientConfig* const config = UA_Client_getConfig(client);
-  config->inactivityCallback = nullptr;
+  config->subscriptionInactivityCallback = nullptr;
   // The farewell is sent, and its answer is not waited for.
   config->timeout = 1;
   UA_Client_delete(client);
@@ -94,10 +97,11 @@ ClientPointer MakeClient(Connection& connection) {
   if (set != UA_STATUSCODE_GOOD) return nullptr;
   SetEndpoint(config, connection);
   config.timeout = Connection::kAnswerMilliseconds;
-  config.connectivityCheckInterval = kLifeMilliseconds;
+  config.localConnectionConfig.localMaxMessageSize = kLongestMessage;
+  config.localConnectionConfig.localMaxChunkCount = kMostChunks;
   config.requestedSessionTimeout = kSessionMilliseconds;
   config.noNewSession = true;
-  config.inactivityCallback = NoteSilence;
+  config.subscriptionInactivityCallback = NoteInactive;
   config.clientContext = &connection;
   return ClientPointer(UA_Client_newWithConfig(&config));
 }
@@ -127,6 +131,7 @@ void Connection::Open(OpcDone first) {
 
 void Connection::Try() {
   isSilent_ = false;
+  Hurry();
   client_ = MakeClient(*this);
   deadline_ = clock_.Ticks() + kConnectMilliseconds;
   const auto connect = depth_ == Depth::Session ? UA_Client_connectAsync : UA_Client_connectSecureChannelAsync;
@@ -151,7 +156,8 @@ void Connection::Tick() {
   // On its way to the endpoint the library opens the channel more than once.
   if (isLive_ && depth_ == Depth::Channel) isLive_ = IsOpen();
   if (isLive_ && depth_ == Depth::Session) {
-    if (!IsOpen() || isSilent_) Fail(UA_STATUSCODE_BADCONNECTIONCLOSED);
+    if (!IsOpen() || isSilent_) return Fail(UA_STATUSCODE_BADCONNECTIONCLOSED);
+    LookAtState();
   } else if (isLive_) {
     if (clock_.Ticks() >= deadline_) Fail(kOpcTimeout);
   } else if (IsOpen()) {
@@ -170,8 +176,39 @@ bool Connection::IsOpen() const {
   return depth_ == Depth::Session ? session == UA_SESSIONSTATE_ACTIVATED : channel == UA_SECURECHANNELSTATE_OPEN;
 }
 
+/// The same question tells whether the server still answers, and whether it is about to end.
+void Connection::LookAtState() {
+  if (isLooking_ || clock_.Ticks() < nextLook_) return;
+  UA_ReadValueId what;
+  UA_ReadValueId_init(&what);
+  what.nodeId = UA_NODEID_NUMERIC(0, kServerStateNode);
+  what.attributeId = UA_ATTRIBUTEID_VALUE;
+  UA_ReadRequest request;
+  UA_ReadRequest_init(&request);
+  request.nodesToRead = &what;
+  request.nodesToReadSize = 1;
+  isLooking_ = true;
+  const UA_StatusCode sent =
+      Send<UA_ReadResponse>(&request, UA_TYPES_READREQUEST, UA_TYPES_READRESPONSE,
+                            [this](OpcStatus status, const UA_ReadResponse* response) { TakeState(status, response); });
+  if (sent != UA_STATUSCODE_GOOD) isLooking_ = false;
+}
+
+void Connection::TakeState(OpcStatus status, const UA_ReadResponse* response) {
+  isLooking_ = false;
+  nextLook_ = clock_.Ticks() + kLookMilliseconds;
+  if (status == kOpcTimeout) NoteSilence();
+  if (response == nullptr || response->resultsSize != 1) return;
+  const UA_Variant& value = response->results[0].value;
+  // An enumeration comes as a whole number.
+  const bool isNumber = UA_Variant_isScalar(&value) && value.type->memSize == sizeof(UA_Int32);
+  if (!isNumber || *static_cast<const UA_Int32*>(value.data) != UA_SERVERSTATE_SHUTDOWN) return;
+  if (!std::exchange(isEnding_, true)) TellUsers(&ConnectionUser::OnShutDown);
+}
+
 void Connection::BecomeLive() {
   isLive_ = true;
+  isEnding_ = false;
   pause_ = kFirstPauseMilliseconds;
   TellUsers(&ConnectionUser::OnLive);
   if (depth_ == Depth::Channel) return;

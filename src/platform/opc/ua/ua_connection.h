@@ -44,6 +44,8 @@ class ConnectionUser {
   virtual ~ConnectionUser() = default;
   virtual void OnLive() = 0;
   virtual void OnLost() = 0;
+  /// The server says that it is about to end; once.
+  virtual void OnShutDown() {}
 };
 
 /// A connection to one endpoint. It is made, and made anew after a loss, with pauses that grow up to 30 s; its work is
@@ -79,7 +81,7 @@ class Connection {
   void Add(ConnectionUser& user) { users_.insert(&user); }
   void Remove(ConnectionUser& user) { users_.erase(&user); }
   bool Has(ConnectionUser* user) const { return users_.count(user) != 0; }
-  /// The server was asked whether it is there, and did not answer.
+  /// The server does not answer, or brings no more values: all is made anew.
   void NoteSilence() { isSilent_ = true; }
 
   /// An answer is on its way: ticks come closer for a moment.
@@ -101,7 +103,13 @@ class Connection {
   /// Whether what the depth asks for is there.
   bool IsOpen() const;
   void BecomeLive();
+  void LookAtState();
+  void TakeState(OpcStatus status, const UA_ReadResponse* response);
   void Fail(OpcStatus status);
+  /// As Call, without a hurry; nothing but whether it was sent.
+  template <class Response>
+  UA_StatusCode Send(const void* request, int requestType, int responseType,
+                     const std::function<void(OpcStatus, Response*)>& done);
   void TellUsers(void (ConnectionUser::*what)());
 
   Clock& clock_;
@@ -118,6 +126,9 @@ class Connection {
   int pause_ = kFirstPauseMilliseconds;
   double lastUpdate_ = 0;
   std::int64_t hurriesUntil_ = 0;
+  bool isLooking_ = false;     ///< the server is being asked for its state
+  std::int64_t nextLook_ = 0;  ///< when it is asked again
+  bool isEnding_ = false;      ///< it has said so
 };
 
 /// What the library hands back with an answer.
@@ -126,19 +137,34 @@ struct PendingCall {
 };
 void TakeAnswer(UA_Client* client, void* pending, UA_UInt32 request, void* response);
 
+/// What becomes of an answer: `done` is handed it, or null for a failed call.
+template <class Response>
+std::unique_ptr<PendingCall> Pending(std::function<void(OpcStatus, Response*)> done) {
+  auto pending = std::make_unique<PendingCall>();
+  pending->done = [done = std::move(done)](OpcStatus status, void* response) {
+    done(status, IsGood(status) ? static_cast<Response*>(response) : nullptr);
+  };
+  return pending;
+}
+
+template <class Response>
+UA_StatusCode Connection::Send(const void* request, int requestType, int responseType,
+                               const std::function<void(OpcStatus, Response*)>& done) {
+  auto pending = Pending<Response>(done);
+  const UA_StatusCode sent = __UA_Client_AsyncService(client_.get(), request, &UA_TYPES[requestType], TakeAnswer,
+                                                      &UA_TYPES[responseType], pending.get(), nullptr);
+  if (sent == UA_STATUSCODE_GOOD)
+    pending.release();  // NOLINT(bugprone-unused-return-value): TakeAnswer has it, which is called once in any case
+  return sent;
+}
+
 template <class Response>
 void Connection::Call(const void* request, int requestType, int responseType,
                       std::function<void(OpcStatus, Response*)> done) {
   if (!isLive_) return done(kOpcNotConnected, nullptr);
-  auto pending = std::make_unique<PendingCall>();
-  pending->done = [done](OpcStatus status, void* response) {
-    done(status, IsGood(status) ? static_cast<Response*>(response) : nullptr);
-  };
-  const UA_StatusCode sent = __UA_Client_AsyncService(client_.get(), request, &UA_TYPES[requestType], TakeAnswer,
-                                                      &UA_TYPES[responseType], pending.get(), nullptr);
+  const UA_StatusCode sent = Send(request, requestType, responseType, done);
   if (sent != UA_STATUSCODE_GOOD) return done(sent, nullptr);
   Hurry();
-  pending.release();  // NOLINT(bugprone-unused-return-value): TakeAnswer has it, which is called once in any case
 }
 
 }  // namespace velk::ua

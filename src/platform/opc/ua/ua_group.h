@@ -17,7 +17,8 @@ struct ItemOwner {
   std::vector<OpcChange> waiting;  ///< until the post that tells them runs
 };
 
-/// A subscription at the server. It keeps what was asked for and makes it again when the server is back.
+/// A subscription at the server. It keeps what was asked for and makes it again when the server is back; what the
+/// server refuses then is tried again with pauses that grow up to 30 s.
 class Group : public ConnectionUser, public std::enable_shared_from_this<Group> {
  public:
   Group(ConnectionPointer connection, const OpcSubscriptionWish& wish);
@@ -43,7 +44,7 @@ class Group : public ConnectionUser, public std::enable_shared_from_this<Group> 
       const ConnectionPointer& connection, const OpcItemWish& wish,
       std::function<void(const OpcItemAnswer&, const std::string& node, const std::string& type)> done);
 
-  void OnLive() override { Make(); }
+  void OnLive() override;
   void OnLost() override;
 
  private:
@@ -54,20 +55,34 @@ class Group : public ConnectionUser, public std::enable_shared_from_this<Group> 
     std::string node;
     std::string dataType;
     UA_UInt32 monitored = 0;  ///< the server's number of it; 0: none
+    bool isAsked = false;     ///< the server is being asked for it
   };
 
   void Make();
+  void TakeMade(OpcStatus status, UA_UInt32 subscription);
   void TellMade(OpcStatus status);
+  void TryLater();
+  void Retry();
   void Watch(std::int32_t serverHandle, const OpcDone& done);
+  void TakeWatched(std::int32_t serverHandle, OpcStatus status, UA_UInt32 monitored, const OpcDone& done);
   void WatchAgain(std::int32_t serverHandle);
+  void WatchAnew(bool rangedOnly, const OpcDone& done);
+  void Unwatch(std::vector<UA_UInt32> monitored);
+  void NoteMissing(std::int32_t serverHandle);
+  std::vector<std::int32_t> Handles() const;
   void TakeValue(const Item& item, const UA_DataValue& value);
+  void NoteGone(std::int32_t serverHandle, Item& item);
   void Tell(const std::shared_ptr<ItemOwner>& owner, OpcChange change);
   static void TakeNotification(UA_Client* client, UA_UInt32 subscription, void* group, UA_UInt32 monitored, void* item,
                                UA_DataValue* value);
+  static void TakeStatusChange(UA_Client* client, UA_UInt32 subscription, void* group,
+                               UA_StatusChangeNotification* change);
 
   ConnectionPointer connection_;
   OpcSubscriptionWish wish_;
   UA_UInt32 subscription_ = 0;  ///< the server's number of it; 0: none
+  bool isBeingMade_ = false;
+  std::unique_ptr<Timer> retry_;  ///< of what the server has refused when it was back
   std::vector<OpcDone> whenMade_;
   std::map<std::int32_t, Item> items_;
   std::int32_t lastHandle_ = 0;

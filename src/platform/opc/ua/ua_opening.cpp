@@ -130,20 +130,28 @@ void Opening::CheckCertificate() {
   const std::string certificate = TextOf((*access_.endpoint)->serverCertificate);
   const std::optional<CertificateFacts> facts = FactsOf(certificate);
   if (!facts) return End(kOpcCertificateRefused);
-  if (facts->validTo < clock_.Now()) return End(kOpcCertificateExpired);
   const std::string known = trust_.pki.PinOf(name_);
   access_.pin = FingerprintOf(certificate);
+  const OpcCertificate shown = {name_, facts->subject, access_.pin, facts->validTo, !known.empty()};
+  if (facts->validTo < clock_.Now()) return RefuseExpired(shown);
   if (known == access_.pin) return TakeIdentity();
   if (trust_.questions == nullptr || trust_.said.refused.count(name_) != 0) return End(kOpcCertificateRefused);
   const std::weak_ptr<char> life = life_;
-  const bool isAccepted =
-      trust_.questions->Accepts({name_, facts->subject, access_.pin, facts->validTo, !known.empty()});
+  const bool isAccepted = trust_.questions->Accepts(shown);
   if (life.expired()) return;
   if (!isAccepted) {
     trust_.said.refused.insert(name_);
     return End(kOpcCertificateRefused);
   }
   if (Kept([this] { trust_.pki.Pin(name_, access_.pin); })) TakeIdentity();
+}
+
+/// Told once, as a refusal of the operator's is asked for once.
+void Opening::RefuseExpired(const OpcCertificate& certificate) {
+  const std::weak_ptr<char> life = life_;
+  if (trust_.questions != nullptr && trust_.said.refused.insert(name_).second)
+    trust_.questions->TellExpired(certificate);
+  if (!life.expired()) End(kOpcCertificateExpired);
 }
 
 bool Opening::Kept(const std::function<void()>& keep) {

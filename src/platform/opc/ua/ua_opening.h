@@ -46,6 +46,7 @@ class Opening : private ConnectionUser {
   void OnLost() override {}
   void Choose(const UA_GetEndpointsResponse& response);
   void CheckCertificate();
+  void RefuseExpired(const OpcCertificate& certificate);
   /// Whether what was told to be kept is on the disk.
   bool Kept(const std::function<void()>& keep);
   void TakeIdentity();

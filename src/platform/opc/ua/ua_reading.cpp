@@ -16,6 +16,7 @@ constexpr std::array<UA_AttributeId, 3> kTraitAttributes = {UA_ATTRIBUTEID_DATAT
                                                             UA_ATTRIBUTEID_USERACCESSLEVEL};
 constexpr UA_UInt32 kHasProperty = 46;
 constexpr UA_UInt32 kHierarchical = 33;
+constexpr UA_UInt32 kHasComponent = 47;
 
 using NodeId = Owned<UA_NodeId>;
 
@@ -28,6 +29,29 @@ const Held* ScalarOf(const UA_DataValue& value, int type) {
   const bool isOne = value.hasValue && UA_Variant_hasScalarType(&value.value, &UA_TYPES[type]);
   return isOne && IsGood(value.hasStatus ? value.status : UA_STATUSCODE_GOOD) ? static_cast<Held*>(value.value.data)
                                                                               : nullptr;
+}
+
+/// Whether a server takes fewer questions at once, as small ones do.
+bool IsTooMuch(OpcStatus status, const std::vector<std::string>& ids) {
+  return status == UA_STATUSCODE_BADTOOMANYOPERATIONS && ids.size() > 1;
+}
+
+/// Asks for the one half of the nodes, then for the other, and puts both answers together.
+template <class Answers, class Read>
+void ReadHalves(const ConnectionPointer& connection, const std::vector<std::string>& ids, Read read,
+                std::function<void(OpcStatus, const Answers&)> done) {
+  const auto middle = ids.begin() + static_cast<std::ptrdiff_t>(ids.size() / 2);
+  read(connection, {ids.begin(), middle},
+       [weak = std::weak_ptr(connection), rest = std::vector(middle, ids.end()), read, done = std::move(done)](
+           OpcStatus status, const Answers& first) {
+         const ConnectionPointer alive = weak.lock();
+         if (!IsGood(status) || !alive) return done(status, {});
+         read(alive, rest, [first, done](OpcStatus other, const Answers& second) {
+           Answers all = first;
+           all.insert(all.end(), second.begin(), second.end());
+           done(other, all);
+         });
+       });
 }
 
 /// Of the three attributes of a node.
@@ -132,10 +156,12 @@ void ReadTraits(const ConnectionPointer& connection, const std::vector<std::stri
   }
   connection->Call<UA_ReadResponse>(
       &*request, UA_TYPES_READREQUEST, UA_TYPES_READRESPONSE,
-      [count = ids.size(), done = std::move(done)](OpcStatus status, UA_ReadResponse* response) {
+      [weak = std::weak_ptr(connection), ids, done = std::move(done)](OpcStatus status, UA_ReadResponse* response) {
+        const ConnectionPointer alive = weak.lock();
+        if (alive && IsTooMuch(status, ids)) return ReadHalves<std::vector<Traits>>(alive, ids, ReadTraits, done);
         std::vector<Traits> traits;
-        if (response != nullptr && response->resultsSize == count * kTraitAttributes.size()) {
-          for (std::size_t i = 0; i < count; ++i)
+        if (response != nullptr && response->resultsSize == ids.size() * kTraitAttributes.size()) {
+          for (std::size_t i = 0; i < ids.size(); ++i)
             traits.push_back(TraitsOf(response->results + i * kTraitAttributes.size()));
         } else if (IsGood(status)) {
           status = kOpcBadId;
@@ -155,7 +181,8 @@ void ResolveItem(const ConnectionPointer& connection, const std::string& id,
   ResolveSteps(connection, kRootId, std::move(*steps), std::move(done));
 }
 
-void ReadHasRange(const ConnectionPointer& connection, const std::string& id, std::function<void(bool)> done) {
+void ReadHasRange(const ConnectionPointer& connection, const std::string& id,
+                  std::function<void(OpcStatus, bool)> done) {
   UA_RelativePathElement step;
   UA_RelativePathElement_init(&step);
   step.referenceTypeId = UA_NODEID_NUMERIC(0, kHasProperty);
@@ -165,7 +192,7 @@ void ReadHasRange(const ConnectionPointer& connection, const std::string& id, st
   path.relativePath.elements = &step;
   path.relativePath.elementsSize = 1;
   NodeId node(UA_TYPES[UA_TYPES_NODEID]);
-  if (!Parse(id, *node)) return done(false);
+  if (!Parse(id, *node)) return done(kOpcBadId, false);
   path.startingNode = *node;
   UA_TranslateBrowsePathsToNodeIdsRequest request;
   UA_TranslateBrowsePathsToNodeIdsRequest_init(&request);
@@ -173,10 +200,67 @@ void ReadHasRange(const ConnectionPointer& connection, const std::string& id, st
   request.browsePathsSize = 1;
   connection->Call<UA_TranslateBrowsePathsToNodeIdsResponse>(
       &request, UA_TYPES_TRANSLATEBROWSEPATHSTONODEIDSREQUEST, UA_TYPES_TRANSLATEBROWSEPATHSTONODEIDSRESPONSE,
-      [done = std::move(done)](OpcStatus, auto* response) {
-        done(response != nullptr && response->resultsSize == 1 && IsGood(response->results[0].statusCode) &&
-             response->results[0].targetsSize > 0);
+      [done = std::move(done)](OpcStatus status, auto* response) {
+        done(status, response != nullptr && response->resultsSize == 1 && IsGood(response->results[0].statusCode) &&
+                         response->results[0].targetsSize > 0);
       });
+}
+
+namespace {
+
+/// Asks of each node for one part.
+UA_StatusCode AskForParts(const std::vector<std::string>& ids, UA_BrowseRequest& request) {
+  request.requestedMaxReferencesPerNode = 1;
+  request.nodesToBrowseSize = ids.size();
+  request.nodesToBrowse =
+      static_cast<UA_BrowseDescription*>(UA_Array_new(ids.size(), &UA_TYPES[UA_TYPES_BROWSEDESCRIPTION]));
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    UA_BrowseDescription& what = request.nodesToBrowse[i];
+    what.browseDirection = UA_BROWSEDIRECTION_FORWARD;
+    what.referenceTypeId = UA_NODEID_NUMERIC(0, kHasComponent);
+    what.includeSubtypes = true;
+    what.nodeClassMask = UA_NODECLASS_OBJECT | UA_NODECLASS_VARIABLE;
+    if (!Parse(ids[i], what.nodeId)) return UA_STATUSCODE_BADNODEIDINVALID;
+  }
+  return UA_STATUSCODE_GOOD;
+}
+
+/// Whether the server found one; a server that has no place to remember that there are more says so.
+std::vector<bool> PartsOf(const ConnectionPointer& connection, const UA_BrowseResponse& response) {
+  std::vector<bool> haveParts;
+  for (std::size_t i = 0; i < response.resultsSize; ++i) {
+    const UA_BrowseResult& result = response.results[i];
+    haveParts.push_back(result.referencesSize > 0 || result.statusCode == UA_STATUSCODE_BADNOCONTINUATIONPOINTS);
+    if (result.continuationPoint.length > 0)
+      BrowseOn(connection, result.continuationPoint, false,
+               [](OpcStatus, const std::vector<Reference>&, bool) { return false; });
+  }
+  return haveParts;
+}
+
+void TryHaveParts(const ConnectionPointer& connection, const std::vector<std::string>& ids,
+                  std::function<void(OpcStatus, const std::vector<bool>&)> done) {
+  Owned<UA_BrowseRequest> request(UA_TYPES[UA_TYPES_BROWSEREQUEST]);
+  const UA_StatusCode readable = AskForParts(ids, *request);
+  if (readable != UA_STATUSCODE_GOOD) return done(readable, {});
+  connection->Call<UA_BrowseResponse>(
+      &*request, UA_TYPES_BROWSEREQUEST, UA_TYPES_BROWSERESPONSE,
+      [weak = std::weak_ptr(connection), ids, done = std::move(done)](OpcStatus status, UA_BrowseResponse* response) {
+        const ConnectionPointer alive = weak.lock();
+        if (alive && IsTooMuch(status, ids)) return ReadHalves<std::vector<bool>>(alive, ids, TryHaveParts, done);
+        const bool isWhole = alive && response != nullptr && response->resultsSize == ids.size();
+        done(status, isWhole ? PartsOf(alive, *response) : std::vector<bool>(ids.size()));
+      });
+}
+
+}  // namespace
+
+void ReadHaveParts(const ConnectionPointer& connection, const std::vector<std::string>& ids,
+                   std::function<void(const std::vector<bool>&)> done) {
+  TryHaveParts(connection, ids, [count = ids.size(), done = std::move(done)](OpcStatus, std::vector<bool> haveParts) {
+    haveParts.resize(count);
+    done(haveParts);
+  });
 }
 
 void BrowseNode(const ConnectionPointer& connection, const std::string& id, TakeReferences page) {

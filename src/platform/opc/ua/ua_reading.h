@@ -34,7 +34,12 @@ void ResolveItem(const ConnectionPointer& connection, const std::string& id,
                  std::function<void(OpcStatus, const std::string&)> done);
 
 /// Whether a node has an engineering range.
-void ReadHasRange(const ConnectionPointer& connection, const std::string& id, std::function<void(bool)> done);
+void ReadHasRange(const ConnectionPointer& connection, const std::string& id,
+                  std::function<void(OpcStatus, bool)> done);
+
+/// Whether variables have others below them that are parts of them; properties are none.
+void ReadHaveParts(const ConnectionPointer& connection, const std::vector<std::string>& ids,
+                   std::function<void(const std::vector<bool>&)> done);
 
 /// A node below another.
 struct Reference {

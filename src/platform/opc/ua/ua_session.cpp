@@ -1,6 +1,7 @@
 #include "platform/opc/ua/ua_session.h"
 
 #include <utility>
+#include <vector>
 
 #include "base/numbers.h"
 #include "platform/opc/ua/ua_values.h"
@@ -59,6 +60,55 @@ class Teller {
   Clock& clock_;
   std::weak_ptr<char> life_;
 };
+
+/// The pages of a folder, told in their order however long each of them takes.
+class PagesInARow {
+ public:
+  PagesInARow(Teller tell, OpcSession::Pages page) : tell_(std::move(tell)), page_(std::move(page)) {}
+
+  std::size_t TakePlace() { return places_++; }
+  void Put(std::size_t place, OpcPage page) {
+    ready_[place] = std::move(page);
+    for (auto next = ready_.find(told_); next != ready_.end(); next = ready_.find(++told_)) {
+      tell_.Post([told = std::move(next->second), page = page_] { page(told); });
+      ready_.erase(next);
+    }
+  }
+
+ private:
+  Teller tell_;
+  OpcSession::Pages page_;
+  std::map<std::size_t, OpcPage> ready_;
+  std::size_t places_ = 0;
+  std::size_t told_ = 0;
+};
+
+OpcPage PageOf(OpcStatus status, const std::vector<Reference>& references, bool isLast) {
+  OpcPage page;
+  page.status = status;
+  page.isLast = isLast || !IsGood(status);
+  for (const Reference& reference : references) {
+    OpcNode node;
+    node.name = reference.name;
+    node.id = reference.id;
+    node.isBranch = !reference.isVariable;
+    node.isVariable = reference.isVariable;
+    page.nodes.push_back(std::move(node));
+  }
+  return page;
+}
+
+/// Of the variables among the nodes, in their order.
+void TakeTraits(std::vector<OpcNode>& nodes, const std::vector<Traits>& traits) {
+  std::size_t next = 0;
+  for (OpcNode& node : nodes) {
+    if (!node.isVariable) continue;
+    const Traits& own = traits.at(next++);
+    node.type = own.type;
+    node.isReadable = own.isReadable;
+    node.isWritable = own.isWritable;
+  }
+}
 
 /// A group as its user has it: alone, or with others who wish the same.
 class SubscriptionHandle : public OpcSubscription {
@@ -131,17 +181,25 @@ class Session : public OpcSession, private ConnectionUser {
 
  private:
   void OnLive() override {
+    isEnding_ = false;
     tell_.Post([this] {
       if (events_.onBack) events_.onBack();
     });
   }
-  void OnLost() override {
+  void OnShutDown() override {
+    isEnding_ = true;
     tell_.Post([this] {
       if (events_.onShutDown) events_.onShutDown();
+    });
+  }
+  void OnLost() override {
+    if (!isEnding_) OnShutDown();
+    tell_.Post([this] {
       if (events_.onLost) events_.onLost();
     });
   }
-  void TakeReferencesOf(OpcStatus status, const std::vector<Reference>& references, bool isLast, const Pages& page);
+  static void TakeReferencesOf(const ConnectionPointer& connection, OpcPage told,
+                               const std::shared_ptr<PagesInARow>& row);
   std::string NewName() { return "Group " + std::to_string(++lastName_); }
 
   std::shared_ptr<SharedConnection> shared_;
@@ -149,6 +207,7 @@ class Session : public OpcSession, private ConnectionUser {
   std::shared_ptr<char> life_ = std::make_shared<char>();
   Teller tell_;
   int lastName_ = 0;
+  bool isEnding_ = false;  ///< the end of the server was told
 };
 
 void Session::ReadStatus(Status done) {
@@ -177,46 +236,44 @@ void Session::ReadStatus(Status done) {
       });
 }
 
-/// The traits of a page's variables are read behind the page, and the next page is asked for meanwhile.
+/// The traits of a page's variables and whether they have parts are read behind the page, and the next page is asked
+/// for meanwhile.
 void Session::Browse(const std::string& nodeId, Pages page) {
+  const auto row = std::make_shared<PagesInARow>(tell_, std::move(page));
   BrowseNode(shared_->connection, nodeId.empty() ? kObjectsId : nodeId,
-             [this, life = std::weak_ptr(life_), page = std::move(page)](
-                 OpcStatus status, const std::vector<Reference>& references, bool isLast) {
+             [this, life = std::weak_ptr(life_), row](OpcStatus status, const std::vector<Reference>& references,
+                                                      bool isLast) {
                if (life.expired()) return false;
-               TakeReferencesOf(status, references, isLast, page);
+               TakeReferencesOf(shared_->connection, PageOf(status, references, isLast), row);
                return true;
              });
 }
 
-void Session::TakeReferencesOf(OpcStatus status, const std::vector<Reference>& references, bool isLast,
-                               const Pages& page) {
-  OpcPage told;
-  told.status = status;
-  told.isLast = isLast || !IsGood(status);
+void Session::TakeReferencesOf(const ConnectionPointer& connection, OpcPage told,
+                               const std::shared_ptr<PagesInARow>& row) {
+  const std::size_t place = row->TakePlace();
   std::vector<std::string> variables;
-  for (const Reference& reference : references) {
-    OpcNode node;
-    node.name = reference.name;
-    node.id = reference.id;
-    node.isBranch = !reference.isVariable;
-    node.isVariable = reference.isVariable;
+  for (const OpcNode& node : told.nodes)
     if (node.isVariable) variables.push_back(node.id);
-    told.nodes.push_back(std::move(node));
-  }
-  // Even without variables, so that pages are told in their order.
-  if (variables.empty()) variables.emplace_back(kRootId);
-  ReadTraits(shared_->connection, variables,
-             [tell = tell_, told, page](OpcStatus read, const std::vector<Traits>& traits) mutable {
-               std::size_t next = 0;
-               for (OpcNode& node : told.nodes) {
-                 if (!node.isVariable || !IsGood(read)) continue;
-                 const Traits& own = traits.at(next++);
-                 node.type = own.type;
-                 node.isReadable = own.isReadable;
-                 node.isWritable = own.isWritable;
+  if (variables.empty()) return row->Put(place, std::move(told));
+  ReadTraits(connection, variables,
+             [told = std::move(told), row, place, variables, weak = std::weak_ptr(connection)](
+                 OpcStatus read, const std::vector<Traits>& traits) mutable {
+               const ConnectionPointer alive = weak.lock();
+               if (!alive) return;
+               if (!IsGood(read)) {
+                 told.status = read;
+                 return row->Put(place, std::move(told));
                }
-               if (IsGood(told.status)) told.status = read;
-               tell.Post([page, told] { page(told); });
+               TakeTraits(told.nodes, traits);
+               ReadHaveParts(alive, variables,
+                             [told = std::move(told), row, place](const std::vector<bool>& haveParts) {
+                               OpcPage whole = told;
+                               std::size_t next = 0;
+                               for (OpcNode& node : whole.nodes)
+                                 if (node.isVariable) node.isBranch = haveParts.at(next++);
+                               row->Put(place, std::move(whole));
+                             });
              });
 }
 

@@ -79,8 +79,10 @@ void Finder::Take(const UA_FindServersResponse& response) {
 /// What has ended is let go of by a post: it may be inside the work of its own connection.
 class UaTransport : public OpcTransport {
  public:
-  UaTransport(Clock& clock, std::string folder, OpcQuestions* questions)
-      : clock_(clock), pki_(std::move(folder)), questions_(questions) {}
+  UaTransport(Clock& clock, std::string folder, OpcQuestions* questions, OpcLookUp lookUp)
+      : clock_(clock), lookUp_(std::move(lookUp)), pki_(std::move(folder)), questions_(questions) {
+    if (!lookUp_) lookUp_ = [this](const std::string& host, const auto& found) { LookUp(host, found); };
+  }
 
   void FindServers(const std::string& host, Servers done) override;
   void ForgetRefusals() override { said_.refused.clear(); }
@@ -101,13 +103,18 @@ class UaTransport : public OpcTransport {
   void Post(std::function<void()> task);
   void ConnectNamed(const OpcPlace& place, Connected done);
   void ConnectHost(const std::string& url, Connected done);
+  /// Tells the URL with an address in place of the host's name, or nothing where nobody knows the name.
+  void Reach(const std::string& url, const std::function<void(const std::optional<std::string>&)>& reached);
   void ConnectUrl(const std::string& url, const std::string& named, Connected done);
   void TellFound(const std::string& url, OpcStatus status, const std::vector<OpcServerEntry>& servers);
   void TellOpened(const std::string& url, const std::string& named, OpcStatus status,
                   const ConnectionPointer& connection);
+  using Found = std::function<void(const std::vector<std::string>& addresses)>;
+  void LookUp(const std::string& host, const Found& found);
   void LookUpAgain(const std::weak_ptr<Connection>& connection, const std::string& named);
 
   Clock& clock_;
+  OpcLookUp lookUp_;
   QObject context_;  ///< look-ups of hosts end with it
   const Pki pki_;
   OpcQuestions* questions_;
@@ -129,15 +136,18 @@ void UaTransport::Post(std::function<void()> task) {
 void UaTransport::FindServers(const std::string& host, Servers done) {
   const std::optional<std::string> url = OpcHostUrl(host);
   if (!url) return Post([done] { done(kOpcBadId, {}); });
-  Search& search = searches_[*url];
-  search.waiting.push_back(std::move(done));
-  if (search.finder) return;
-  search.finder =
-      std::make_unique<Finder>(clock_, *url, *OpcHostName(host),
-                               [this, at = *url](OpcStatus status, const std::vector<OpcServerEntry>& servers) {
-                                 Post([this, at, status, servers] { TellFound(at, status, servers); });
-                               });
-  search.finder->Begin();
+  std::vector<Servers>& waiting = searches_[*url].waiting;
+  waiting.push_back(std::move(done));
+  if (waiting.size() > 1) return;
+  Reach(*url, [this, at = *url, name = *OpcHostName(host)](const std::optional<std::string>& reached) {
+    const auto tell = [this, at](OpcStatus status, const std::vector<OpcServerEntry>& servers) {
+      Post([this, at, status, servers] { TellFound(at, status, servers); });
+    };
+    if (!reached) return tell(kOpcNoServer, {});
+    Search& search = searches_.at(at);
+    search.finder = std::make_unique<Finder>(clock_, *reached, name, tell);
+    search.finder->Begin();
+  });
 }
 
 void UaTransport::TellFound(const std::string& url, OpcStatus status, const std::vector<OpcServerEntry>& servers) {
@@ -166,30 +176,49 @@ void UaTransport::ConnectNamed(const OpcPlace& place, Connected done) {
 }
 
 /// The URL with the first address that was found for its host.
-std::optional<std::string> WithAddress(const std::string& url, const QHostInfo& info) {
-  if (info.addresses().isEmpty()) return std::nullopt;
-  const QHostAddress address = info.addresses().first();
-  const bool isLong = address.protocol() == QAbstractSocket::IPv6Protocol;
-  return WithOpcHost(url, FromQt(isLong ? "[" + address.toString() + "]" : address.toString()));
+std::optional<std::string> WithAddress(const std::string& url, const std::vector<std::string>& addresses) {
+  if (addresses.empty()) return std::nullopt;
+  const std::string& address = addresses.front();
+  const bool isLong = address.find(':') != std::string::npos;
+  return WithOpcHost(url, isLong ? "[" + address + "]" : address);
+}
+
+/// Servers of plants listen on the short kind of addresses; the long kind is taken where there is no other.
+void UaTransport::LookUp(const std::string& host, const Found& found) {
+  QHostInfo::lookupHost(ToQt(host), &context_, [found](const QHostInfo& info) {
+    std::vector<std::string> addresses;
+    for (const QHostAddress& each : info.addresses())
+      if (each.protocol() == QAbstractSocket::IPv4Protocol) addresses.push_back(FromQt(each.toString()));
+    for (const QHostAddress& each : info.addresses())
+      if (each.protocol() == QAbstractSocket::IPv6Protocol) addresses.push_back(FromQt(each.toString()));
+    found(addresses);
+  });
 }
 
 /// The library would look a name up on the stack, which can take long.
-void UaTransport::ConnectHost(const std::string& url, Connected done) {
+void UaTransport::Reach(const std::string& url, const std::function<void(const std::optional<std::string>&)>& reached) {
   const QString host = QUrl(ToQt(url)).host();
-  if (host == "localhost") return ConnectUrl(*WithOpcHost(url, "127.0.0.1"), {}, std::move(done));
-  if (!QHostAddress(host).isNull()) return ConnectUrl(url, {}, std::move(done));
-  QHostInfo::lookupHost(host, &context_, [this, url, done = std::move(done)](const QHostInfo& info) {
-    const std::optional<std::string> found = WithAddress(url, info);
-    if (!found) return done(kOpcNoServer, nullptr);
-    ConnectUrl(*found, url, done);
+  if (host == "localhost") return reached(WithOpcHost(url, "127.0.0.1"));
+  if (!QHostAddress(host).isNull()) return reached(url);
+  lookUp_(FromQt(host), [life = std::weak_ptr(life_), url, reached](const std::vector<std::string>& addresses) {
+    if (!life.expired()) reached(WithAddress(url, addresses));
+  });
+}
+
+void UaTransport::ConnectHost(const std::string& url, Connected done) {
+  Reach(url, [this, url, done = std::move(done)](const std::optional<std::string>& reached) {
+    if (!reached) return Post([done] { done(kOpcNoServer, nullptr); });
+    const QString host = QUrl(ToQt(url)).host();
+    const bool isNamed = host != "localhost" && QHostAddress(host).isNull();
+    ConnectUrl(*reached, isNamed ? url : std::string(), done);
   });
 }
 
 /// A host may have got another address while it was away.
 void UaTransport::LookUpAgain(const std::weak_ptr<Connection>& connection, const std::string& named) {
-  QHostInfo::lookupHost(QUrl(ToQt(named)).host(), &context_, [connection, named](const QHostInfo& info) {
+  lookUp_(FromQt(QUrl(ToQt(named)).host()), [connection, named](const std::vector<std::string>& addresses) {
     const ConnectionPointer alive = connection.lock();
-    const std::optional<std::string> found = WithAddress(named, info);
+    const std::optional<std::string> found = WithAddress(named, addresses);
     if (alive && found) alive->SetUrl(*found);
   });
 }
@@ -233,8 +262,9 @@ void UaTransport::TellOpened(const std::string& url, const std::string& named, O
 }  // namespace
 }  // namespace ua
 
-std::unique_ptr<OpcTransport> MakeUaTransport(Clock& clock, OpcQuestions* questions, const std::string& keys) {
-  return std::make_unique<ua::UaTransport>(clock, keys.empty() ? ua::PkiFolder() : keys, questions);
+std::unique_ptr<OpcTransport> MakeUaTransport(Clock& clock, OpcQuestions* questions, const std::string& keys,
+                                              OpcLookUp lookUp) {
+  return std::make_unique<ua::UaTransport>(clock, keys.empty() ? ua::PkiFolder() : keys, questions, std::move(lookUp));
 }
 
 }  // namespace velk

@@ -21,6 +21,14 @@ constexpr UA_UInt32 kNumber = 26;
 constexpr UA_UInt32 kUtcTime = 294;
 constexpr UA_UInt32 kDuration = 290;
 
+/// At most kMostBytes of a text, without the front half of a letter.
+std::string Within(const UA_String& text) {
+  std::size_t length = std::min(text.length, kMostBytes);
+  const auto isInside = [&](std::size_t at) { return at < text.length && (text.data[at] & 0xC0U) == 0x80U; };
+  while (length > 0 && isInside(length)) --length;
+  return length == 0 ? std::string() : std::string(reinterpret_cast<const char*>(text.data), length);
+}
+
 /// One element of a builtin type.
 std::optional<OpcElement> ElementOf(const void* data, UA_UInt32 kind) {
   switch (kind) {
@@ -49,9 +57,9 @@ std::optional<OpcElement> ElementOf(const void* data, UA_UInt32 kind) {
     case UA_DATATYPEKIND_DOUBLE:
       return OpcElement(*static_cast<const UA_Double*>(data));
     case UA_DATATYPEKIND_STRING:
-      return OpcElement(TextOf(*static_cast<const UA_String*>(data)).substr(0, kMostBytes));
+      return OpcElement(Within(*static_cast<const UA_String*>(data)));
     case UA_DATATYPEKIND_LOCALIZEDTEXT:
-      return OpcElement(TextOf(static_cast<const UA_LocalizedText*>(data)->text).substr(0, kMostBytes));
+      return OpcElement(Within(static_cast<const UA_LocalizedText*>(data)->text));
     case UA_DATATYPEKIND_DATETIME:
       return OpcElement(OpcDate{DaysOf(*static_cast<const UA_DateTime*>(data))});
     default:
@@ -218,6 +226,8 @@ std::int32_t QualityOf(UA_StatusCode status) {
       return kOpcQualityBad | 24;
     case UA_STATUSCODE_BADOUTOFSERVICE:
       return kOpcQualityBad | 28;
+    case UA_STATUSCODE_BADWAITINGFORINITIALDATA:
+      return kOpcQualityBad | 32;
     case UA_STATUSCODE_UNCERTAINNOCOMMUNICATIONLASTUSABLEVALUE:
     case UA_STATUSCODE_UNCERTAINLASTUSABLEVALUE:
       return kOpcQualityUncertain | 4;

@@ -14,7 +14,7 @@ class NoTransport : public OpcTransport {
 }  // namespace
 
 std::unique_ptr<OpcTransport> MakeUaTransport(Clock& /*clock*/, OpcQuestions* /*questions*/,
-                                              const std::string& /*keys*/) {
+                                              const std::string& /*keys*/, OpcLookUp /*lookUp*/) {  // NOLINT
   return std::make_unique<NoTransport>();
 }
 
