@@ -48,6 +48,7 @@ void frmRealTimeOPC::BeginServer() {
     if (IsGood(status)) {
       TakeServer(std::move(server));
     } else {
+      isLost_ = true;
       Fail();
     }
   });
@@ -56,6 +57,7 @@ void frmRealTimeOPC::BeginServer() {
 /// What comes of the group is told ahead of the moment that it is handed over where that is known at once.
 void frmRealTimeOPC::TakeServer(std::unique_ptr<OpcSession> server) {
   ConnectedOPCServer = std::move(server);
+  isLost_ = false;
   ConnectedOPCServer->SetEvents({.onLost = [this] { isLost_ = true; }, .onBack = [this] { isLost_ = false; }});
   ConnectedGroup = ConnectedOPCServer->Subscribe(groupWish_, [this, life = std::weak_ptr(life_)](OpcStatus status) {
     if (life.expired()) return;
@@ -118,7 +120,6 @@ void frmRealTimeOPC::Remove_Group() {
 void frmRealTimeOPC::Disconnect_Server() {
   life_.reset();
   ConnectedOPCServer.reset();
-  isLost_ = false;
 }
 
 }  // namespace velk

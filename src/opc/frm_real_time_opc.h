@@ -34,7 +34,7 @@ class frmRealTimeOPC {
   const OpcLineItem& OnLine() const { return line_; }
   const std::string& ItemID() const { return wish_.id; }
   const std::string& ServerName() const { return place_.server; }
-  /// The server was there and is gone: the value is an old one.
+  /// There is no connection to the server: a value that was there is an old one.
   bool IsLost() const { return isLost_; }
   /// There is no item, or it has no value.
   bool IsMissing() const { return line_.hasFailed || isEmpty_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <string_view>
 #include <tuple>
@@ -37,6 +38,14 @@ bool Matches(std::string_view name, std::string_view filter) {
       return false;
     }
   }
+}
+
+/// Nodes are chosen by their names: those of one name get their identifiers behind it.
+void TellApart(std::vector<OpcNode>& nodes) {
+  std::map<std::string, int> counts;
+  for (const OpcNode& node : nodes) ++counts[node.name];
+  for (OpcNode& node : nodes)
+    if (counts[node.name] > 1) node.name += " (" + node.id + ")";
 }
 
 }  // namespace
@@ -94,7 +103,9 @@ OpcStatus OPCBrowserClass::Look() {
       if (!IsGood(page.status) || page.isLast) done(page.status);
     });
   });
-  if (IsGood(status)) here_ = std::move(*found);
+  if (!IsGood(status)) return status;
+  TellApart(*found);
+  here_ = std::move(*found);
   return status;
 }
 

@@ -76,6 +76,7 @@ void OpcCalls::DisplayOPC_COM_ErrorValue(std::string_view name, OpcStatus number
 
 bool OpcCalls::Succeeded(std::string_view name, OpcStatus status) {
   if (IsGood(status)) return true;
+  if (status == kOpcCancelled) ++cancelled_;
   // Whoever cancelled knows of it.
   if (status != kOpcCancelled && quiet_ == 0) DisplayOPC_COM_ErrorValue(name, status);
   return false;

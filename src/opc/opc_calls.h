@@ -26,6 +26,8 @@ class OpcCalls {
   OpcStatus Wait(const std::function<void(OpcDone)>& begin, OpcDone late = {});
 
   bool IsWaiting() const { return waiting_ > 0; }
+  /// How many calls were cancelled so far.
+  int Cancelled() const { return cancelled_; }
   /// While one stands, failures show no box: whoever has made it tells of them in his own way.
   class Quiet {
    public:
@@ -53,6 +55,7 @@ class OpcCalls {
   int waiting_ = 0;
   int cancels_ = 0;
   int quiet_ = 0;
+  int cancelled_ = 0;
 };
 
 }  // namespace velk

@@ -16,6 +16,14 @@ void RemoveLate(OpcSubscription* group, const std::weak_ptr<char>& alive, const 
   if (!alive.expired() && IsGood(answer.status)) group->Remove(answer.serverHandle, [](OpcStatus) {});
 }
 
+/// Items that are asked for at once.
+struct AskedItems {
+  std::vector<OpcItemWish> wishes;
+  std::vector<std::optional<OpcItemAnswer>> answers;
+  std::size_t left = 0;
+  bool isOver = false;
+};
+
 /// Whether the server said it of the item, rather than that it could not be asked.
 bool IsVerdict(OpcStatus status) {
   return status != kOpcTimeout && status != kOpcNotConnected && status != kOpcNoServer && status != kOpcShutDown;
@@ -82,18 +90,53 @@ bool OPCGroupClass::AddOPCItem(const std::string& itemID, const OpcDataType& typ
       },
       [answer, group = group_.get(), alive = std::weak_ptr(alive_)](OpcStatus) { RemoveLate(group, alive, *answer); });
   if (!calls_.Succeeded("Add Item", status)) return false;
+  Keep(wish, *answer);
+  clientHandle = wish.clientHandle;
+  key = OpcItemKey(clientHandle);
+  return true;
+}
+
+bool OPCGroupClass::AddOPCItems(const std::vector<std::string>& itemIDs, std::vector<std::int32_t>& clientHandles) {
+  SetOPCItemsDefaultActive(true);
+  SetOPCItemsDefaultDataType({});
+  clientHandles.assign(itemIDs.size(), 0);
+  if (itemIDs.empty()) return true;
+  const auto asked = std::make_shared<AskedItems>();
+  for (const std::string& id : itemIDs) asked->wishes.push_back(WishOf(id, NextItemHandle()));
+  asked->answers.resize(itemIDs.size());
+  asked->left = itemIDs.size();
+  ++adding_;
+  const OnLeaving added([&] {
+    asked->isOver = true;
+    if (--adding_ == 0) early_.clear();
+  });
+  const OpcStatus status = calls_.Wait([&](const OpcDone& done) {
+    for (std::size_t i = 0; i < itemIDs.size(); ++i)
+      group_->Add(asked->wishes[i],
+                  [asked, i, done, group = group_.get(), alive = std::weak_ptr(alive_)](const OpcItemAnswer& told) {
+                    if (asked->isOver) return RemoveLate(group, alive, told);
+                    asked->answers[i] = told;
+                    if (--asked->left == 0) done(kOpcGood);
+                  });
+  });
+  for (std::size_t i = 0; i < itemIDs.size(); ++i) {
+    if (!asked->answers[i] || !IsGood(asked->answers[i]->status)) continue;
+    Keep(asked->wishes[i], *asked->answers[i]);
+    clientHandles[i] = asked->wishes[i].clientHandle;
+  }
+  return calls_.Succeeded("Add Item", status);
+}
+
+/// In the order of handles, even where a box let another item be added meanwhile.
+void OPCGroupClass::Keep(const OpcItemWish& wish, const OpcItemAnswer& answer) {
   auto item = std::make_unique<OPCItemClass>(calls_, *group_);
-  item->SetOPCItem(wish, *answer, GroupNode_);
-  // In the order of handles, even where a box let another item be added meanwhile.
+  item->SetOPCItem(wish, answer, GroupNode_);
   const auto behind = std::find_if(items_.rbegin(), items_.rend(),
                                    [&](const auto& each) { return each->GetItemIndex() < wish.clientHandle; });
   items_.insert(behind.base(), std::move(item));
   for (const OpcChange& change : early_) {
     if (change.clientHandle == wish.clientHandle) TakeChange(change);
   }
-  clientHandle = wish.clientHandle;
-  key = OpcItemKey(clientHandle);
-  return true;
 }
 
 bool OPCGroupClass::RemoveOPCItem(std::string_view key) {

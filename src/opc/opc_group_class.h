@@ -51,6 +51,9 @@ class OPCGroupClass {
   /// Adds an item and tells its key ("Item 5") and its client handle.
   bool AddOPCItem(const std::string& itemID, const OpcDataType& type, bool active, std::string& key,
                   std::int32_t& clientHandle);
+  /// Adds items as the server keeps them, all of them asked for at once, and tells their client handles: 0 for one that
+  /// is refused. False, and the last of them may be missing, where the server is silent or the wait was cancelled.
+  bool AddOPCItems(const std::vector<std::string>& itemIDs, std::vector<std::int32_t>& clientHandles);
   bool RemoveOPCItem(std::string_view key);
   /// Whether the item could be added; tells what the server says of it, and keeps none. A refusal is an answer, for
   /// which no box comes.
@@ -67,6 +70,7 @@ class OPCGroupClass {
 
  private:
   OpcItemWish WishOf(const std::string& itemID, std::int32_t clientHandle) const;
+  void Keep(const OpcItemWish& wish, const OpcItemAnswer& answer);
   /// The next client handle.
   std::int32_t NextItemHandle() { return ++lastHandle_; }
   /// False for a handle that no item has.

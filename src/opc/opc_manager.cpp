@@ -9,6 +9,8 @@ namespace velk {
 
 namespace {
 
+constexpr std::size_t kItemsAtOnce = 100;  ///< each such lot is waited for by itself
+
 template <class List>
 void EraseAt(List& list, std::size_t place) {
   list.erase(list.begin() + static_cast<std::ptrdiff_t>(place));
@@ -64,22 +66,33 @@ bool OpcManager::ConnectServer(std::size_t place) {
   if (!server->ConnectOPCServer(listed.name, listed.node, index, listed.key)) return false;
   listed.server = std::move(server);
   const OpcCalls::Quiet quiet(calls_);
-  for (ManagedGroup& group : listed.groups) group.key.clear();
-  for (ManagedGroup& group : listed.groups) AddStoredGroup(listed, group);
+  for (ManagedGroup& group : listed.groups) {
+    group.key.clear();
+    for (ManagedItem& item : group.items) item.handle = 0;
+  }
+  const int cancelled = calls_.Cancelled();
+  for (ManagedGroup& group : listed.groups) {
+    AddStoredGroup(*listed.server, group);
+    if (calls_.Cancelled() != cancelled) break;
+  }
   return true;
 }
 
 /// A server that falls silent is not asked for each of the rest.
-void OpcManager::AddStoredGroup(ManagedServer& server, ManagedGroup& group) {
-  for (ManagedItem& item : group.items) item.handle = 0;
-  if (!server.server->IsLive()) return;
+void OpcManager::AddStoredGroup(OPCServerClass& server, ManagedGroup& group) {
+  if (!server.IsLive()) return;
   std::string key;
-  if (!server.server->AddOPCGroup(group.name, group.updateRate, group.deadBand, true, key)) return;
+  if (!server.AddOPCGroup(group.name, group.updateRate, group.deadBand, true, key)) return;
   group.key = key;
-  OPCGroupClass& added = *server.server->FindGroup(key);
-  for (ManagedItem& item : group.items) {
-    if (!server.server->IsLive()) return;
-    added.AddOPCItem(item.id, {}, true, key, item.handle);
+  OPCGroupClass& added = *server.FindGroup(key);
+  for (std::size_t first = 0; first < group.items.size(); first += kItemsAtOnce) {
+    const std::size_t end = std::min(first + kItemsAtOnce, group.items.size());
+    std::vector<std::string> ids;
+    for (std::size_t i = first; i < end; ++i) ids.push_back(group.items[i].id);
+    std::vector<std::int32_t> handles;
+    const bool isAnswered = added.AddOPCItems(ids, handles);
+    for (std::size_t i = first; i < end; ++i) group.items[i].handle = handles[i - first];
+    if (!isAnswered) return;
   }
 }
 

@@ -66,7 +66,7 @@ class OpcManager {
 
  private:
   int NextServerIndex() const;
-  void AddStoredGroup(ManagedServer& server, ManagedGroup& group);
+  static void AddStoredGroup(OPCServerClass& server, ManagedGroup& group);
 
   OpcCalls& calls_;
   SettingsStore& settings_;

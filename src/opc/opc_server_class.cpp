@@ -77,9 +77,9 @@ bool OPCServerClass::ConnectOPCServer(const std::string& name, const std::string
   NodeName_ = node;
   ServerIndex_ = index;
   ServerKey_ = key;
-  session_->SetEvents({.onShutDown = [this] {
-    if (OPCServerObj_ServerShutDown) OPCServerObj_ServerShutDown();
-  }});
+  isGoingDown_ = false;
+  session_->SetEvents(
+      {.onShutDown = [this] { OPCServerObj_ServerShutDown(); }, .onBack = [this] { isGoingDown_ = false; }});
   return SetDefaultGroupIsActive(true) && SetDefaultGroupUpdateRate(kDefaultUpdateRate) && SetDefaultGroupDeadBand(0);
 }
 

@@ -31,6 +31,8 @@ class OPCServerClass {
   bool DisconnectOPCServer();
   /// Connected, and the server answers.
   bool IsLive() const { return session_ && session_->IsLive(); }
+  /// The server has announced its end and not come back since.
+  bool IsGoingDown() const { return isGoingDown_; }
 
   const std::string& GetOPCServerKey() const { return ServerKey_; }
   const Groups& GetOPCServerGroupCollection() const { return groups_; }
@@ -69,7 +71,8 @@ class OPCServerClass {
   /// The group of a key, or null.
   OPCGroupClass* FindGroup(std::string_view key) const;
 
-  std::function<void()> OPCServerObj_ServerShutDown;  ///< the server is going down, or has gone
+  /// The server is going down, or has gone.
+  void OPCServerObj_ServerShutDown() { isGoingDown_ = true; }
 
  private:
   std::optional<OpcServerStatus> ReadStatus(std::string_view name);
@@ -86,6 +89,7 @@ class OPCServerClass {
   std::int16_t ServerIndex_ = 0;
   OpcSubscriptionWish defaults_;
   std::unique_ptr<OpcSession> session_;
+  bool isGoingDown_ = false;
   Groups groups_;
 };
 

@@ -4,10 +4,13 @@
 
 #include "base/dates.h"
 #include "base/text.h"
+#include "opc/texts.h"
 
 namespace velk {
 
 namespace {
+
+constexpr std::size_t kMostShown = 1000;  ///< elements; a list that is looked at often has no time for more
 
 std::string ElementText(const OpcElement& element) {
   return std::get<std::string>(*Converted(element, OpcType::String));
@@ -17,21 +20,21 @@ std::string ElementText(const OpcElement& element) {
 
 std::string OpcDisplayText(const OpcValue& value) {
   std::string text;
-  for (const OpcElement& element : value.elements) {
-    if (!text.empty() || &element != &value.elements.front()) text += ", ";
-    text += ElementText(element);
+  for (std::size_t i = 0; i < std::min(value.elements.size(), kMostShown); ++i) {
+    if (i > 0) text += ", ";
+    text += ElementText(value.elements[i]);
   }
-  return text;
+  return value.elements.size() > kMostShown ? text + ", \u2026" : text;
 }
 
-std::string OpcStatusText(std::int32_t quality) {
-  if ((quality & kOpcQualityGood) != 0) return "Good";
-  return (quality < 0 ? "Bad" : "Bad ") + std::to_string(quality);
+OperatorText OpcStatusText(std::int32_t quality) {
+  if ((quality & kOpcQualityGood) != 0) return text::OpcGood;
+  return text::OpcBad + OperatorText((quality < 0 ? "" : " ") + std::to_string(quality));
 }
 
-std::string OpcStatusTextAtFirst(std::int32_t quality) {
-  if ((quality & kOpcQualityGood) != 0) return "Good";
-  return (quality < 0 ? "Bad " : "Bad  ") + std::to_string(quality);
+OperatorText OpcStatusTextAtFirst(std::int32_t quality) {
+  if ((quality & kOpcQualityGood) != 0) return text::OpcGood;
+  return text::OpcBad + OperatorText((quality < 0 ? " " : "  ") + std::to_string(quality));
 }
 
 std::string OpcLineText(const OpcValue& value, std::string_view delimiter, std::string_view terminator) {

@@ -6,18 +6,20 @@
 #include <string>
 #include <string_view>
 
+#include "base/operator_text.h"
 #include "platform/opc/opc_transport.h"
 
 namespace velk {
 
-/// A value as the list of items shows it: the elements of an array joined with ", ", Boolean "True" and "False".
+/// A value as the list of items shows it: the elements of an array joined with ", ", the first thousand of them;
+/// Boolean "True" and "False".
 std::string OpcDisplayText(const OpcValue& value);
 
 /// "Good", or "Bad" and the quality in the form that has a blank in front of a positive number. Uncertain is good too.
-std::string OpcStatusText(std::int32_t quality);
+OperatorText OpcStatusText(std::int32_t quality);
 
 /// The same where a list is filled: two blanks ahead of the number.
-std::string OpcStatusTextAtFirst(std::int32_t quality);
+OperatorText OpcStatusTextAtFirst(std::int32_t quality);
 
 /// A value as it stands on the line: the first element of an array, Boolean "1" and "0", a text without what would
 /// divide or end the line.

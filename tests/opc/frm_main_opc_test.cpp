@@ -93,7 +93,12 @@ TEST_F(OpcManagerWindow, AddsAServerAGroupAndAnItemThroughItsDialogs) {
   ASSERT_EQ(List().model()->rowCount(), 1);
   EXPECT_EQ(Cell(0, 0), QString::fromLatin1(kRate));
   EXPECT_EQ(Cell(0, 1), "");
-  EXPECT_EQ(Cell(0, 2), "Bad  0") << "two blanks until the next look";
+  EXPECT_EQ(Cell(0, 2), "Bad") << "until the next look";
+  clock.Advance(250);
+  EXPECT_EQ(Cell(0, 2), "Bad 0");
+  Choose(0);
+  Choose(0, 0);
+  EXPECT_EQ(Cell(0, 2), "Bad  0") << "two blanks where the list is filled";
   EXPECT_EQ(manager->Stored(), (OPCServers{{"Plant", "", {{"Pumps", 0, 100, {kRate}}}}}));
 }
 
@@ -108,6 +113,17 @@ TEST_F(OpcManagerWindow, ShowsAStoredServerUnconnectedUntilItIsAskedFor) {
   Choose(0, 0);
   EXPECT_EQ(Cell(0, 2), "Bad  0");
   EXPECT_EQ(Cell(1, 2), "Not at the server");
+}
+
+TEST_F(OpcManagerWindow, ShowsThatAServerHasAnnouncedItsEnd) {
+  OpenPumps();
+  const QString before = Tree().topLevelItem(0)->child(0)->text(0);
+  opc.events.onShutDown();
+  clock.Advance(250);
+  EXPECT_EQ(Tree().topLevelItem(0)->child(0)->text(0), before + " (going down)");
+  opc.events.onBack();
+  clock.Advance(250);
+  EXPECT_EQ(Tree().topLevelItem(0)->child(0)->text(0), before);
 }
 
 TEST_F(OpcManagerWindow, ShowsValuesAndTheirStatusAtEachTickOfItsTimer) {

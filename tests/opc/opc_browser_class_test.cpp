@@ -48,6 +48,27 @@ TEST_F(OpcBrowserTest, ShowsBranchesAndLeavesOfTheRoot) {
   EXPECT_EQ(Names(), List{"Clock"});
 }
 
+TEST_F(OpcBrowserTest, TellsNodesOfOneNameApartByTheirIdentifiers) {
+  OpcNode other = Leaf("Clock", OpcType::Double);
+  other.id = "ns=2;s=Clock";
+  opc.folders[""].push_back(other);
+  ASSERT_TRUE(browser_->ShowLeafs());
+  EXPECT_EQ(Names(), (List{"Clock (ns=1;s=Clock)", "Clock (ns=2;s=Clock)"}));
+  EXPECT_EQ(browser_->GetItemID("Clock (ns=2;s=Clock)"), "ns=2;s=Clock");
+}
+
+TEST_F(OpcBrowserTest, ShowsAVariableThatHasPartsAmongTheBranchesToo) {
+  opc.folders[""].back().isBranch = true;
+  opc.folders["ns=1;s=Clock"] = {Leaf("Zone")};
+  ASSERT_TRUE(browser_->ShowBranches());
+  EXPECT_EQ(Names(), (List{"Pumps", "Tanks", "Clock"}));
+  ASSERT_TRUE(browser_->ShowLeafs());
+  EXPECT_EQ(Names(), List{"Clock"});
+  ASSERT_TRUE(browser_->MoveDown("Clock"));
+  ASSERT_TRUE(browser_->ShowLeafs());
+  EXPECT_EQ(Names(), List{"Zone"});
+}
+
 TEST_F(OpcBrowserTest, WalksDownAndUp) {
   ASSERT_TRUE(browser_->MoveDown("Pumps"));
   ASSERT_TRUE(browser_->ShowLeafs());

@@ -70,6 +70,48 @@ TEST_F(OpcList, MixesUpNoGroupsWhereTheFirstIsRefused) {
   EXPECT_EQ(list.GroupOf(0, 1)->GetGroupName(), "Two");
 }
 
+TEST_F(OpcList, AsksForItemsAHundredAtATime) {
+  SaveOPCConfiguration(settings, {{"Plant", "", {{"Many", 0, 100, std::vector<std::string>(250, "A")}}}});
+  OpcManager list = Open();
+  opc.holdsAdditions = true;
+  std::vector<std::size_t> asked;
+  clock.onYield = [&] {
+    asked.push_back(opc.Held());
+    opc.AnswerLate();
+  };
+  ASSERT_TRUE(list.ConnectServer(0));
+  EXPECT_EQ(asked, (std::vector<std::size_t>{100, 100, 50}));
+  for (std::size_t item = 0; item < 250; ++item) ASSERT_NE(list.ItemOf(0, 0, item), nullptr) << item;
+  EXPECT_EQ(list.ItemOf(0, 0, 249)->GetItemIndex(), 250);
+}
+
+TEST_F(OpcList, AsksForNothingMoreBehindCancel) {
+  SaveOPCConfiguration(settings,
+                       {{"Plant", "", {{"One", 0, 100, std::vector<std::string>(150, "A")}, {"Two", 0, 100, {"B"}}}}});
+  OpcManager list = Open();
+  opc.holdsAdditions = true;
+  clock.onYield = [&] { calls.Cancel(); };
+  ASSERT_TRUE(list.ConnectServer(0));
+  EXPECT_EQ(opc.Held(), 100U);
+  EXPECT_NE(list.GroupOf(0, 0), nullptr);
+  EXPECT_EQ(list.GroupOf(0, 1), nullptr);
+  EXPECT_EQ(list.ItemOf(0, 0, 0), nullptr);
+  clock.onYield = {};
+  ASSERT_EQ(opc.groups.size(), 1U);
+  opc.AnswerLate();
+  EXPECT_TRUE(opc.groups[0]->items.empty()) << "what comes too late is taken away again";
+}
+
+TEST_F(OpcList, AsksASilentServerOnce) {
+  SaveOPCConfiguration(settings, {{"Plant", "", {{"One", 0, 100, std::vector<std::string>(150, "A")}}}});
+  OpcManager list = Open();
+  opc.holdsAdditions = true;
+  const std::int64_t start = clock.Ticks();
+  ASSERT_TRUE(list.ConnectServer(0));
+  EXPECT_LT(clock.Ticks() - start, 5100);
+  EXPECT_TRUE(dialogs.shown.empty());
+}
+
 TEST_F(OpcList, GrowsByServerGroupAndItem) {
   OpcManager list = Open();
   ASSERT_TRUE(list.AddSelectedOPCServerMain("Plant", "10.0.0.5"));

@@ -42,12 +42,18 @@ TEST(OpcDisplay, ShowsValuesAsTexts) {
   EXPECT_EQ(OpcDisplayText(ArrayOf({})), "");
 }
 
+TEST(OpcDisplay, ShowsAThousandElementsOfALongArray) {
+  const std::string whole = OpcDisplayText(ArrayOf(std::vector<OpcElement>(1000, true)));
+  EXPECT_EQ(whole.size(), 1000 * 4U + 999 * 2U);
+  EXPECT_EQ(OpcDisplayText(ArrayOf(std::vector<OpcElement>(1001, true))), whole + ", \u2026");
+}
+
 TEST(OpcDisplay, TellsGoodAndUncertainFromBad) {
-  EXPECT_EQ(OpcStatusText(192), "Good");
-  EXPECT_EQ(OpcStatusText(64), "Good");
-  EXPECT_EQ(OpcStatusText(216), "Good");
-  EXPECT_EQ(OpcStatusText(0), "Bad 0");
-  EXPECT_EQ(OpcStatusText(24), "Bad 24");
+  EXPECT_EQ(OpcStatusText(192).English(), "Good");
+  EXPECT_EQ(OpcStatusText(64).English(), "Good");
+  EXPECT_EQ(OpcStatusText(216).English(), "Good");
+  EXPECT_EQ(OpcStatusText(0).English(), "Bad 0");
+  EXPECT_EQ(OpcStatusText(24).English(), "Bad 24");
 }
 
 TEST(OpcLine, TakesTheFirstElementAndDigitsForFlags) {

@@ -149,6 +149,20 @@ TEST_F(OpcChannels, NameAServerThatIsGoneUntilItIsBack) {
   EXPECT_TRUE(module.TroubleText().IsEmpty());
 }
 
+TEST_F(OpcChannels, NameAServerThatIsNotThereYet) {
+  Store({"A", "B"});
+  opc.failures.assign(4, kOpcNoServer);
+  Connect();
+  EXPECT_EQ(module.TroubleText().English(), "no connection to Plant");
+  EXPECT_EQ(Line(), "12:00:00  \r");
+  clock.Advance(1100);
+  EXPECT_EQ(module.TroubleText().English(), "no connection to Plant") << "while it is tried again";
+  opc.firstValue = OpcValue(3.0);
+  clock.Advance(3000);
+  EXPECT_EQ(Line(), "12:00:00 3 3\r");
+  EXPECT_TRUE(module.TroubleText().IsEmpty());
+}
+
 TEST_F(OpcChannels, AreNamedThreeAtMostInTheTrouble) {
   Store({"p", "q", "r", "s"});
   Connect();

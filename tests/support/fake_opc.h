@@ -51,8 +51,11 @@ class FakeOpc : public OpcTransport {
   /// Gives the answers that were held back.
   void AnswerLate() {
     isSilent = false;
+    // What is asked behind an answer waits for the next time.
     for (std::deque<OpcDone> held = std::exchange(held_, {}); !held.empty(); held.pop_front()) held.front()(kOpcGood);
   }
+
+  std::size_t Held() const { return held_.size(); }
 
   std::vector<OpcServerEntry> servers;
   OpcServerStatus serverStatus;
@@ -60,6 +63,7 @@ class FakeOpc : public OpcTransport {
   std::map<std::string, OpcItemAnswer> known;           ///< items that can be added
   std::deque<OpcStatus> failures;                       ///< of the next calls; kOpcGood lets one pass
   bool isSilent = false;
+  bool holdsAdditions = false;  ///< the answers to Add come by AnswerLate
   std::size_t pageSize = 2;
   std::optional<OpcValue> firstValue;  ///< comes right behind the answer to Add
 
@@ -75,8 +79,8 @@ class FakeOpc : public OpcTransport {
   class Subscription;
   class Session;
 
-  void Answer(OpcDone answer) {
-    if (isSilent) {
+  void Answer(OpcDone answer, bool isHeld = false) {
+    if (isSilent || isHeld) {
       held_.push_back(std::move(answer));
       return;
     }
@@ -111,7 +115,7 @@ class FakeOpc::Subscription : public OpcSubscription {
   void SetActive(bool active, OpcDone done) override { Set(group_.wish.isActive, active, done); }
 
   void Add(const OpcItemWish& item, Added done) override {
-    opc_.Answer([this, item, done = std::move(done)](OpcStatus status) {
+    const auto add = [this, item, done = std::move(done)](OpcStatus status) {
       const auto found = opc_.known.find(item.id);
       if (IsGood(status) && found == opc_.known.end()) status = kOpcUnknownId;
       if (!IsGood(status)) return done({.status = status});
@@ -120,7 +124,8 @@ class FakeOpc::Subscription : public OpcSubscription {
       group_.items.push_back({item, answer.serverHandle});
       done(answer);
       if (opc_.firstValue) opc_.Report(item.id, *opc_.firstValue);
-    });
+    };
+    opc_.Answer(add, opc_.holdsAdditions);
   }
 
   void Remove(std::int32_t serverHandle, OpcDone done) override {

@@ -34,7 +34,6 @@ const std::vector<NamedOpcType>& NamedOpcTypes() {
   static const std::vector<NamedOpcType> kTypes = {
       {"Native", {}},
       {"Boolean", {OpcType::Boolean}},
-      {"BooleanArray", {OpcType::Boolean, true}},
       {"Byte", {OpcType::Byte}},
       {"ByteArray", {OpcType::Byte, true}},
       {"Short", {OpcType::Short}},
@@ -49,6 +48,7 @@ const std::vector<NamedOpcType>& NamedOpcTypes() {
       {"StringArray", {OpcType::String, true}},
       {"Date", {OpcType::Date}},
       {"DateArray", {OpcType::Date, true}},
+      {"BooleanArray", {OpcType::Boolean, true}},
   };
   return kTypes;
 }

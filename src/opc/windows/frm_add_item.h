@@ -55,7 +55,7 @@ class frmAddItem : public QDialog {
   QStringListModel names_;
 };
 
-/// The types that an item can be asked for, arrays behind their elements, as the lists name them.
+/// The types that an item can be asked for, as the lists name them.
 struct NamedOpcType {
   const char* name;
   OpcDataType type;

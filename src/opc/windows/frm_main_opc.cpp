@@ -101,7 +101,11 @@ void frmMainOPC::ConnectCommands() {
 QString frmMainOPC::LabelOf(const ManagedServer& server) const {
   OperatorText label = server.name;
   if (!server.node.empty()) label += " - " + server.node;
-  if (!server.server || !server.server->IsLive()) label += text::OpcNotConnected;
+  if (!server.server || !server.server->IsLive()) {
+    label += text::OpcNotConnected;
+  } else if (server.server->IsGoingDown()) {
+    label += text::OpcGoesDown;
+  }
   return ToQt(host_.Words().Translator.In(label));
 }
 
@@ -241,7 +245,7 @@ void frmMainOPC::mnuTreeViewNewItem_Click() {
   };
   host_.Show<frmAddItem>(access);
   if (!alive) return;
-  items_.ShowAnew();
+  items_.ShowAdded();
   ShowChosen();
 }
 

@@ -17,6 +17,17 @@ void OpcItemModel::ShowGroup(bool shows, std::size_t server, std::size_t group) 
   endResetModel();
 }
 
+void OpcItemModel::ShowAdded() {
+  if (!shows_) return;
+  const auto first = static_cast<int>(rows_.size());
+  const auto count = static_cast<int>(manager_.Servers().at(server_).groups.at(group_).items.size());
+  if (count <= first) return;
+  beginInsertRows({}, first, count - 1);
+  const OperatorText bad = text::OpcBad;
+  rows_.resize(static_cast<std::size_t>(count), {{}, bad, bad.English()});
+  endInsertRows();
+}
+
 OpcItemModel::Row OpcItemModel::RowOf(std::size_t item, bool isFirst) const {
   const OPCItemClass* const found = manager_.ItemOf(server_, group_, item);
   Row row;

@@ -19,8 +19,10 @@ class OpcItemModel : public QAbstractTableModel {
 
   /// The group whose items are shown, counted from 0; none where `shows` is false.
   void ShowGroup(bool shows, std::size_t server, std::size_t group);
-  /// Items were added or removed.
+  /// Items were removed.
   void ShowAnew() { ShowGroup(shows_, server_, group_); }
+  /// Items were added behind the others: each is bad until the next look.
+  void ShowAdded();
   /// Reads the values anew; only what has changed is drawn.
   void Refresh();
 
