@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "model/main_view.h"
 #include "opc/opc_configuration.h"
 #include "ui/program_rig.h"
 
@@ -101,6 +102,18 @@ TEST_F(OpcRecording, StopsWithinTwoSecondsWhereTheServerIsSilent) {
   rig.simulator->Signal(SIGSTOP);
   const double start = test::ProgramRig::Seconds();
   rig.StopJob();
+  EXPECT_LT(test::ProgramRig::Seconds() - start, 2);
+  rig.simulator->Signal(SIGCONT);
+}
+
+TEST_F(OpcRecording, ExitsWithinTwoSecondsWhereTheServerIsSilent) {
+  StartPlant();
+  StartProgram();
+  ASSERT_TRUE(
+      rig.RunUntil([this] { return rig.application->Window().ButtonImage("connect") == image::ConnectOn; }, 10'000));
+  rig.simulator->Signal(SIGSTOP);
+  const double start = test::ProgramRig::Seconds();
+  rig.Exit();
   EXPECT_LT(test::ProgramRig::Seconds() - start, 2);
   rig.simulator->Signal(SIGCONT);
 }
