@@ -67,8 +67,8 @@ class PagesInARow {
   PagesInARow(Teller tell, OpcSession::Pages page) : tell_(std::move(tell)), page_(std::move(page)) {}
 
   std::size_t TakePlace() { return places_++; }
-  void Put(std::size_t place, OpcPage page) {
-    ready_[place] = std::move(page);
+  void Put(std::size_t place, OpcPage whole) {
+    ready_[place] = std::move(whole);
     for (auto next = ready_.find(told_); next != ready_.end(); next = ready_.find(++told_)) {
       tell_.Post([told = std::move(next->second), page = page_] { page(told); });
       ready_.erase(next);
