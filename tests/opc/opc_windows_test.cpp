@@ -91,6 +91,10 @@ TEST_F(OpcSelection, TellsServersOfOneNameApartByTheirEndpoints) {
   Open();
   FindControl<QListWidget>(*window, "OPCServerList")->setCurrentRow(1);
   EXPECT_EQ(TextOf(*window, "SelectedOPCServer"), "opc.tcp://10.0.0.5:4841");
+  // The port of the node is where its list is kept, and not where the server is.
+  Type(*window, "OPCNodeName", "10.0.0.5:4850");
+  Click(*window, "ConnectToOPCServer");
+  EXPECT_EQ(added, (std::vector<std::pair<std::string, std::string>>{{"opc.tcp://10.0.0.5:4841", "10.0.0.5"}}));
 }
 
 TEST_F(OpcSelection, AsksForAServerWhereNoneIsSelected) {

@@ -8,6 +8,7 @@
 #include "model/help_topics.h"
 #include "opc/opc_server_class.h"
 #include "opc/texts.h"
+#include "platform/opc/opc_id.h"
 #include "ui_frm_select_opc_server.h"
 
 namespace velk {
@@ -71,8 +72,16 @@ void frmSelectOPCServer::ConnectToOPCServer_Click() {
     host_.Boxes().Message({text::OpcSelectServer, {}, Buttons::Ok, BoxIcon::Exclamation});
     return;
   }
-  const bool isAdded = add_(FromQt(selected), FromQt(ui_->OPCNodeName->text().trimmed()));
+  const bool isAdded = add_(FromQt(selected), NodeOf(FromQt(selected)));
   if (alive && isAdded) accept();
+}
+
+/// The port of a node is that of its list; an endpoint of the list has one of its own.
+std::string frmSelectOPCServer::NodeOf(const std::string& server) const {
+  const std::string node = FromQt(ui_->OPCNodeName->text().trimmed());
+  const bool isEndpoint =
+      std::any_of(servers_.begin(), servers_.end(), [&](const OpcServerEntry& each) { return each.url == server; });
+  return isEndpoint && !node.empty() ? OpcHostName(node).value_or(node) : node;
 }
 
 }  // namespace velk

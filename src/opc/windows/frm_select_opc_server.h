@@ -31,6 +31,8 @@ class frmSelectOPCServer : public QDialog {
   void Command1_Click();
   void OPCServerList_Click();
   void ConnectToOPCServer_Click();
+  /// What a server is stored with as its node.
+  std::string NodeOf(const std::string& server) const;
 
   WindowHost& host_;
   OpcCalls& calls_;
