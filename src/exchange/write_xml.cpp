@@ -1,7 +1,8 @@
 #include "exchange/write_xml.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "base/text.h"
 #include "exchange/field_text.h"
@@ -17,6 +18,9 @@ constexpr const char* kRoot =
     "\txmlns:dt='uuid:C2F41010-65B3-11d1-A29F-00AA00C14882'\r\n"
     "\txmlns:rs='urn:schemas-microsoft-com:rowset'\r\n"
     "\txmlns:z='#RowsetSchema'>\r\n";
+
+/// In the place of what no XML may hold.
+constexpr const char* kReplaced = "\xEF\xBF\xBD";
 
 const char* TypeOf(FieldKind kind) {
   switch (kind) {
@@ -61,10 +65,32 @@ struct Attribute {
   FieldText text;
 };
 
-/// Letters of all languages may stand in a name; their codes are not looked at.
-bool BelongsToName(unsigned char c, bool first) {
-  const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c >= 0x80;
+struct Letters {
+  char32_t first;
+  char32_t last;
+};
+/// Readers of XML agree that these begin names; of other letters some know more and some know fewer.
+constexpr Letters kLetters[] = {{'A', 'Z'},     {'_', '_'},     {'a', 'z'},     {0xC0, 0xD6},
+                                {0xD8, 0xF6},   {0xF8, 0xFF},   {0x401, 0x40C}, {0x40E, 0x44F},
+                                {0x451, 0x45C}, {0x45E, 0x481}, {0x490, 0x4C4}};
+
+bool BelongsToName(char32_t c, bool first) {
+  const bool isLetter = std::any_of(std::begin(kLetters), std::end(kLetters),
+                                    [c](const Letters& some) { return c >= some.first && c <= some.last; });
   return isLetter || (!first && ((c >= '0' && c <= '9') || c == '-' || c == '.'));
+}
+
+/// Sound UTF-8, whatever came.
+std::string SoundText(std::string_view text) {
+  return IsUtf8(text) ? std::string(text) : ToUtf8(text, CodePage::Western);
+}
+
+/// The code of the character at the front of a sound text.
+char32_t PointAt(std::string_view text, std::size_t bytes) {
+  const auto lead = static_cast<unsigned char>(text[0]);
+  char32_t point = bytes == 1 ? lead : lead & (0x7FU >> bytes);
+  for (std::size_t i = 1; i < bytes; ++i) point = point << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
+  return point;
 }
 
 void AppendAttribute(std::string& to, Attribute& attribute, const Command& row, int column, std::string& text) {
@@ -83,23 +109,28 @@ void AppendAttribute(std::string& to, Attribute& attribute, const Command& row, 
 
 std::string XmlName(std::string_view name) {
   std::string escaped;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    const auto c = static_cast<unsigned char>(name[i]);
-    const bool looksEscaped = c == '_' && i + 1 < name.size() && name[i + 1] == 'x';
-    if (BelongsToName(c, i == 0) && !looksEscaped) {
-      escaped += name[i];
-      continue;
+  const std::string sound = SoundText(name);
+  for (std::string_view rest = sound; !rest.empty();) {
+    const std::string character = Left(rest, 1);
+    const char32_t point = PointAt(character, character.size());
+    const bool looksEscaped = rest.starts_with("_x");
+    if (BelongsToName(point, escaped.empty()) && !looksEscaped) {
+      escaped += character;
+    } else {
+      char code[16];
+      std::snprintf(code, sizeof code, point > 0xFFFF ? "_x%08X_" : "_x%04X_", static_cast<unsigned>(point));
+      escaped += code;
     }
-    char code[8];
-    std::snprintf(code, sizeof code, "_x%04X_", static_cast<unsigned>(c));
-    escaped += code;
+    rest.remove_prefix(character.size());
   }
   return escaped;
 }
 
 std::string XmlText(std::string_view text) {
   std::string escaped;
-  const std::string sound = IsUtf8(text) ? std::string(text) : ToUtf8(text, CodePage::Western);
+  // Two codes are no characters, and no XML may hold them.
+  const std::string sound =
+      ReplaceAll(ReplaceAll(SoundText(text), "\xEF\xBF\xBE", kReplaced), "\xEF\xBF\xBF", kReplaced);
   for (const char character : sound) {
     const auto c = static_cast<unsigned char>(character);
     switch (character) {
@@ -129,7 +160,7 @@ std::string XmlText(std::string_view text) {
         break;
       default:
         if (c < 0x20)
-          escaped += "\xEF\xBF\xBD";
+          escaped += kReplaced;
         else
           escaped += character;
     }

@@ -175,12 +175,14 @@ std::vector<std::map<std::string, std::string>> RowsOfXml(const std::string& byt
 }
 
 TEST_F(Export, GivesAnXmlReaderTheSameBits) {
-  const std::vector<std::string> names = {"Глубина, м", "1st <%> & 'b'", "a_x0020_b", "C"};
+  const std::vector<std::string> names = {"Глубина, м", "1st <%> & 'b'", "a_x0020_b",       "C",
+                                          "t, °C",      "Q, м³/ч",       "№ 7 – «A» µ ½ 😀", "Ёлка_xΩ"};
   NameChannels(names);
   StartLog(path);
-  const float values[] = {0.1F, 1e-38F, 3.4028235e38F, -1.0F / 3.0F, 5e-45F, 123456.79F, 0};
+  const float values[] = {0.1F, 1e-38F, 3.4028235e38F, -1.0F / 3.0F, 5e-45F, 123456.79F, 0, 1, 2, 3, 4};
   for (int i = 0; i < 4; ++i) {
-    session.CurrentValue = {0, values[i], values[i + 1], values[i + 2], values[i + 3]};
+    for (std::size_t j = 0; j < names.size(); ++j)
+      session.CurrentValue[j + 1] = values[static_cast<std::size_t>(i) + j];
     AppendLogRow(clock.Now() + i * 0.3);
   }
   log.Finalise();
@@ -202,7 +204,14 @@ TEST_F(Export, EscapesNamesAndTexts) {
   EXPECT_EQ(XmlName("Глубина"), "Глубина");
   EXPECT_EQ(XmlName("1st %"), "_x0031_st_x0020__x0025_");
   EXPECT_EQ(XmlName("a_x0020_b"), "a_x005F_x0020_b");
+  EXPECT_EQ(XmlName("t°"), "t_x00B0_");
+  EXPECT_EQ(XmlName("м³"), "м_x00B3_");
+  EXPECT_EQ(XmlName("№7"), "_x2116_7");
+  EXPECT_EQ(XmlName("\xF0\x9F\x98\x80"), "_x0001F600_");
+  EXPECT_EQ(XmlName("\xB0"), "_x00B0_") << "a byte of a code page";
+  EXPECT_EQ(XmlName("Ёё_ÀÿЀ"), "Ёё_Àÿ_x0400_");
   EXPECT_EQ(XmlText("<a & 'b' \"c\">\n\x01"), "&lt;a &amp; &apos;b&apos; &quot;c&quot;&gt;&#xA;\xEF\xBF\xBD");
+  EXPECT_EQ(XmlText("a\xEF\xBF\xBE\xEF\xBF\xBF"), "a\xEF\xBF\xBD\xEF\xBF\xBD") << "no characters";
 }
 
 TEST_F(Export, RefusesAFileWithoutItsTable) {
