@@ -3,6 +3,7 @@
 #include <future>
 #include <optional>
 
+#include "base/errors.h"
 #include "exchange/log_tables.h"
 #include "exchange/row_inserter.h"
 #include "exchange/texts.h"
@@ -69,6 +70,15 @@ CsvImportResult WriteRows(const CsvFile& file, const CsvPlan& plan, RowInserter&
   return result;
 }
 
+/// Where an import is left in the middle: what was appended stays, as far as the disk takes it.
+void KeepRows(std::optional<Transaction>& transaction, Connection& log) {
+  try {
+    if (transaction) transaction->Commit();
+    log.Finalise();
+  } catch (const RuntimeError&) {  // what ended the import is told
+  }
+}
+
 void EnsureReportOf(Connection& log, const CsvPlan& plan, const Language& language) {
   if (Catalog(log).Find(kSummaryReport)) return;
   Catalog(log).Append(SummaryReportTable(SummaryColumnNames(plan.names, {}, language.In(text::Comments)),
@@ -108,12 +118,19 @@ CsvImportResult AppendToLog(const CsvFile& file, const CsvPlan& plan, const std:
   EnsureReportOf(*log, plan, language);
   RowInserter inserter(log, plan, CommentsColumn(*log));
   std::int64_t kept = 0;
-  const CsvImportResult result = WriteRows(file, plan, inserter, task, [&](std::int64_t rows) {
+  const auto keep = [&](std::int64_t rows) {
     if (rows - kept < kRowsKept) return;
     transaction->Commit();
     transaction.emplace(*log);
     kept = rows;
-  });
+  };
+  CsvImportResult result;
+  try {
+    result = WriteRows(file, plan, inserter, task, keep);
+  } catch (...) {
+    KeepRows(transaction, *log);
+    throw;
+  }
   transaction->Commit();
   log->Finalise();
   return result;

@@ -2,6 +2,7 @@
 
 #include "base/dates.h"
 #include "base/numbers.h"
+#include "exchange/csv_times.h"
 #include "exchange/exchange_fixture.h"
 #include "exchange/log_tables.h"
 #include "log/log_parameters.h"
@@ -72,6 +73,20 @@ TEST_F(CsvImport, GivesEachColumnItsGraphSettings) {
 TEST_F(CsvImport, TakesMissingFieldsAndTextsForZeroAndLeavesOutWhatIsTooMuch) {
   Import("Date,Time,A,B\n21-Nov-2026,10:00:00,7\n21-Nov-2026,10:00:01,abc,1.5x,9,9\n21-Nov-2026,10:00:02,,4\n");
   EXPECT_EQ(LogRows(), (Rows{"21-Nov-2026 10:00:00|7|0", "21-Nov-2026 10:00:01|0|1.5", "21-Nov-2026 10:00:02|0|4"}));
+}
+
+TEST_F(CsvImport, WritesEveryRowOfALongFile) {
+  std::string bytes = "Date,Time,A,B,TheComment\n";
+  for (int i = 1; i <= 9001; ++i)
+    bytes += "21-Nov-2026," + CsvTimeText(i) + "," + std::to_string(i) + "," + std::to_string(2 * i) +
+             (i % 3000 == 0 ? ",at " + std::to_string(i) : "") + "\n";
+  EXPECT_EQ(Import(bytes).rows, 9001);
+  EXPECT_EQ(Query(path,
+                  "SELECT count(*), max(ID) FROM logData WHERE A = ID AND B = 2 * ID AND round(Time * 86400) = ID AND "
+                  "(TheComment IS NULL) = (ID % 3000 <> 0)"),
+            (Rows{"9001|9001"}));
+  EXPECT_EQ(Query(path, "SELECT A, Comments FROM SummaryReport"),
+            (Rows{"3000.0|at 3000", "6000.0|at 6000", "9000.0|at 9000"}));
 }
 
 TEST_F(CsvImport, CarriesTheDateOfAFileWithoutDatesOverMidnight) {
@@ -208,7 +223,22 @@ TEST_F(CsvImport, KeepsWhatWasAppendedBeforeItIsCancelled) {
   for (int i = 0; i < 20000; ++i) bytes += "21-Nov-2026,10:00:00,1\n";
   dialogs.cancelProgress = true;
   EXPECT_THROW(Append(bytes), TaskCancelled);
-  EXPECT_EQ(Query(path, "SELECT count(*) > 0 FROM logData"), (Rows{"1"}));
+  EXPECT_EQ(Query(path, "SELECT count(*) > 1 FROM logData"), (Rows{"1"}));
+  EXPECT_EQ(FilesInFolder(), (Rows{"in.csv", "run.mdb"}));
+}
+
+TEST_F(CsvImport, LeavesALogWholeThatIsAppendedToOnAFullDisk) {
+  Import("Date,Time,A\n21-Nov-2026,10:00:00,1\n");
+  std::string bytes = "Date,Time,A\n";
+  for (int i = 0; i < 150'000; ++i) bytes += "21-Nov-2026,10:00:01," + std::to_string(i * 0.37) + "\n";
+  const auto append = [&](const CsvFile& file, const CsvPlan& plan, LongTask& task) {
+    // Some 51 bytes a row.
+    const test::FileSizeLimit limit(5'500'000);
+    return AppendToLog(file, plan, path, test::English(), task);
+  };
+  ErrorOf([&] { Run(bytes, append); }, ErrorNumber::DiskFull);
+  EXPECT_EQ(Query(path, "PRAGMA integrity_check"), (Rows{"ok"}));
+  EXPECT_EQ(Query(path, "SELECT count(*) >= 65536 FROM logData"), (Rows{"1"})) << "what was added stays";
   EXPECT_EQ(FilesInFolder(), (Rows{"in.csv", "run.mdb"}));
 }
 
