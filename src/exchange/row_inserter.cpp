@@ -13,13 +13,17 @@ namespace velk {
 
 namespace {
 
-std::string Statement(const char* table, const std::vector<std::string>& columns) {
-  std::string names, marks;
+/// Rows of one statement. To begin and end one takes the engine as long as half of a row of 18 channels.
+constexpr std::size_t kRowsTogether = 32;
+
+std::string Statement(const char* table, const std::vector<std::string>& columns, std::size_t rows = 1) {
+  std::string names, marks, values;
   for (const std::string& column : columns) {
     (names += names.empty() ? "" : ",") += QuoteName(column);
-    marks += marks.empty() ? "?" : ",?";
+    marks += marks.empty() ? "(?" : ",?";
   }
-  return std::string("INSERT INTO ") + table + " (" + names + ") VALUES (" + marks + ")";
+  for (std::size_t i = 0; i < rows; ++i) values += (i == 0 ? "" : ",") + marks + ")";
+  return std::string("INSERT INTO ") + table + " (" + names + ") VALUES " + values;
 }
 
 /// Date, Time and so many columns behind ID, Date and Time.
@@ -41,6 +45,7 @@ RowInserter::RowInserter(const std::shared_ptr<Connection>& log, const CsvPlan& 
   holdsComments_ = plan.commentField >= 0 && SameName(logData->columns.back().name, kCommentColumn);
   if (holdsComments_) columns.push_back(logData->columns.back().name);
   row_ = std::make_unique<Command>(*log, Statement(kLogData, columns));
+  rows_ = std::make_unique<Command>(*log, Statement(kLogData, columns, kRowsTogether));
 
   // Of a log that was recorded the report has the channels that were asked for only.
   std::vector<std::string> lineColumns = {"Date", "Time", comments};
@@ -56,14 +61,22 @@ RowInserter::RowInserter(const std::shared_ptr<Connection>& log, const CsvPlan& 
 }
 
 void RowInserter::InsertRows(const CsvRows& rows) {
-  const double* value = rows.values.data();
-  for (std::size_t row = 0; row < rows.Count(); ++row) {
-    row_->BindNumber(1, rows.days[row]).BindNumber(2, rows.times[row]);
-    int place = 3;
-    for (std::size_t i = 0; i < channels_; ++i) row_->BindNumber(place++, *value++);
-    if (holdsComments_) row_->Bind(place, rows.comments[row].empty() ? FieldValue() : FieldValue(rows.comments[row]));
-    row_->Execute();
+  std::size_t row = 0;
+  for (; row + kRowsTogether <= rows.Count(); row += kRowsTogether) Insert(*rows_, rows, row, kRowsTogether);
+  for (; row < rows.Count(); ++row) Insert(*row_, rows, row, 1);
+}
+
+void RowInserter::Insert(Command& command, const CsvRows& rows, std::size_t first, std::size_t count) const {
+  const double* value = rows.values.data() + first * channels_;
+  int place = 1;
+  for (std::size_t row = first; row < first + count; ++row) {
+    command.BindNumber(place, rows.days[row]).BindNumber(place + 1, rows.times[row]);
+    place += 2;
+    for (std::size_t i = 0; i < channels_; ++i) command.BindNumber(place++, *value++);
+    if (!holdsComments_) continue;
+    command.Bind(place++, rows.comments[row].empty() ? FieldValue() : FieldValue(rows.comments[row]));
   }
+  command.Execute();
 }
 
 void RowInserter::InsertComments(const CsvRows& rows) {

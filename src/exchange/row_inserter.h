@@ -21,9 +21,12 @@ class RowInserter {
   void InsertComments(const CsvRows& rows);
 
  private:
+  void Insert(Command& command, const CsvRows& rows, std::size_t first, std::size_t count) const;
+
   const std::size_t channels_;
   bool holdsComments_ = false;  ///< logData has their column
   std::unique_ptr<Command> row_;
+  std::unique_ptr<Command> rows_;  ///< the same for several rows
   std::unique_ptr<Command> comment_;
   std::vector<std::size_t> reported_;  ///< channels that the report has columns of, from 0 on
   std::string lastComment_;
