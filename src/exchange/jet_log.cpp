@@ -4,6 +4,8 @@
 
 #include "base/dates.h"
 #include "base/errors.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "exchange/texts.h"
 #include "log/log_schema.h"
 #include "platform/database/catalog.h"
@@ -85,6 +87,19 @@ std::int64_t CopyTable(Connection& log, JetReader& reader, const char* name) {
   return reader.Lost();
 }
 
+/// A copy notes by which code page its texts were read, in a number of the engine's that it makes no use of itself.
+int CodePageNumber(const JetTools& tools) {
+  return static_cast<int>(Val(Mid(tools.charset, 3)));
+}
+
+/// Whether a copy has the texts of its file. Those of version 3 are read by the language's code page.
+bool HasTextsOf(const std::string& path, const std::string& copy, const JetTools& tools) {
+  if (!IsJet3File(path)) return true;
+  const auto log = Connection::Open(copy, OpenMode::ReadOnly);
+  Command number(*log, "PRAGMA user_version");
+  return number.Next() && number.Integer(0) == CodePageNumber(tools);
+}
+
 bool HasTable(const std::vector<JetTable>& tables, const char* name) {
   for (const JetTable& table : tables)
     if (SameName(table.name, name)) return true;
@@ -96,7 +111,7 @@ bool HasTable(const std::vector<JetTable>& tables, const char* name) {
 void PrepareLog(const std::string& path, const JetTools& tools, const Platform& platform) {
   if (!IsJetFile(path)) return;
   const std::string copy = JetCopyOf(path);
-  if (FileExists(copy)) return TouchJetCopy(copy);
+  if (FileExists(copy) && HasTextsOf(path, copy, tools)) return TouchJetCopy(copy);
   std::int64_t lost = 0;
   {
     LongTask task(platform.dialogs, platform.clock, text::ReadingForeignLog);
@@ -126,17 +141,18 @@ std::int64_t CopyJetLog(const std::string& path, const std::string& copy, const 
     const auto log = Connection::Open(file.PartName(), OpenMode::CreateNew);
     log->Execute("PRAGMA page_size=16384; PRAGMA journal_mode=MEMORY; PRAGMA cache_size=-65536");
     Transaction transaction(*log);
-    for (const char* name : {kLogData, kGraphSettings, kSummaryReport}) {
-      if (!HasTable(tables, name)) continue;
-      JetReader rows(tools, "rows", path, {name}, step);
-      try {
+    log->Execute("PRAGMA user_version=" + std::to_string(CodePageNumber(tools)));
+    try {
+      for (const char* name : {kLogData, kGraphSettings, kSummaryReport}) {
+        if (!HasTable(tables, name)) continue;
+        JetReader rows(tools, "rows", path, {name}, step);
         lost += CopyTable(*log, rows, name);
-      } catch (const RuntimeError& error) {
-        if (error.Number() == ErrorNumber::Database) RaiseDamaged(path);
-        throw;
       }
+      Catalog(*log).AppendIndex(kLogDataTimes, kLogData, {"Date", "Time"});
+    } catch (const RuntimeError& error) {
+      if (error.Number() == ErrorNumber::Database) RaiseDamaged(path);
+      throw;
     }
-    Catalog(*log).AppendIndex(kLogDataTimes, kLogData, {"Date", "Time"});
     transaction.Commit();
   }
   file.Complete();

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "base/errors.h"
 #include "exchange/exchange_fixture.h"
 #include "exchange/jet_log.h"
 #include "exchange/windows/import_csv_command.h"
@@ -169,6 +170,38 @@ TEST_F(DamagedFiles, OfTheJetFormatOpenOrFailWithOneBox) {
   }
   EXPECT_GT(opened, files / 5);
   EXPECT_GT(told, files / 5);
+}
+
+TEST_F(DamagedFiles, AnswersOfTheProgramThatReadsTheJetFormatAreTakenOrRefused) {
+  const std::string file = folder.File("whole.mdb"), answer = folder.File("answer");
+  const std::string from = std::string(VELK_SOURCE_DIR) + "/tests/data/jet/log_1000.mdb.gz";
+  ASSERT_EQ(std::system(("gunzip -c '" + from + "' > '" + file + "'").c_str()), 0);
+  // It may write no file itself.
+  const std::string reads =
+      std::string(VELK_JET_READER) + " rows CP1252 '" + file + "' GraphSettings | cat > '" + answer + "'";
+  ASSERT_EQ(std::system(reads.c_str()), 0);
+  const std::string whole = Read(answer), program = Write("reader", "#!/bin/sh\nexec cat '" + answer + "'\n");
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all | std::filesystem::perms::others_exec);
+  const int answers = FilesToDamage(150);
+  int taken = 0, refused = 0;
+  for (int i = 0; i < answers; ++i) {
+    std::string bytes = i == 0 ? whole : Damaged(whole, 1 + i % 9, 0);
+    if (i % 6 == 5) bytes.resize(random() % bytes.size());
+    Write("answer", bytes);
+    try {
+      JetReader reader({program}, "rows", file, {}, {});
+      JetTable table;
+      std::vector<FieldValue> cells;
+      if (reader.NextTable(table))
+        while (reader.NextRow(cells)) ASSERT_EQ(cells.size(), table.columns.size()) << i;
+      ++taken;
+    } catch (const RuntimeError& error) {
+      ASSERT_EQ(error.Number(), ErrorNumber::NotADatabase) << i;
+      ++refused;
+    }
+  }
+  EXPECT_GT(taken, 0);
+  EXPECT_GT(refused, answers / 5);
 }
 
 TEST_F(DamagedFiles, OfTheJetFormatThatAreCutTellHowMuchIsMissing) {

@@ -6,11 +6,15 @@
 #include "base/dates.h"
 #include "exchange/exchange_fixture.h"
 #include "exchange/export_source.h"
+#include "exchange/foreign_tables.h"
+#include "exchange/import_data.h"
+#include "exchange/old_jet_log.h"
 #include "log/log_reader.h"
 #include "log/open_log.h"
 #include "log/playback_file.h"
 #include "platform/database/jet_copy.h"
 #include "platform/files/file_errors.h"
+#include "support/file_size_limit.h"
 
 namespace velk {
 namespace {
@@ -125,6 +129,14 @@ TEST_F(JetLog, TellsTheFileThatHoldsNoLog) {
   EXPECT_EQ(Copies(), Rows{});
 }
 
+TEST_F(JetLog, TellsTheFileWhoseLogHasNoTimes) {
+  test::Jet3File other;
+  other.AddTable("logData", {{"ID", test::Jet3File::LongInt}, {"A", test::Jet3File::Double}}, {{std::int64_t{1}, 1.5}});
+  const std::string file = Write("old.mdb", other.Bytes());
+  EXPECT_NE(ErrorOf([&] { Prepare(file); }, ErrorNumber::NotADatabase).find(file), std::string::npos);
+  EXPECT_EQ(Copies(), Rows{});
+}
+
 TEST_F(JetLog, TellsTheFileWhereItsReaderDies) {
   const std::string file = Unpack("log_1000.mdb");
   tools.program = "/bin/false";
@@ -160,6 +172,95 @@ TEST_F(JetLog, IsToldByItsFirstBytesAlone) {
   EXPECT_TRUE(IsJetFile(Write("c.mdb", std::string("\0\1\0\0Standard Jet DB\0", 20))));
   EXPECT_TRUE(IsJetFile(Write("d.mdb", std::string("\0\1\0\0Standard ACE DB\0", 20))));
   EXPECT_FALSE(IsJetFile(folder.File("none.mdb")));
+  EXPECT_TRUE(IsJet3File(Write("e.mdb", std::string("\0\1\0\0Standard Jet DB\0\0", 21))));
+  EXPECT_FALSE(IsJet3File(Write("f.mdb", std::string("\0\1\0\0Standard Jet DB\0\1", 21))));
+  EXPECT_FALSE(IsJet3File(Write("g.mdb", "SQLite format 3")));
+}
+
+TEST_F(JetLog, LeavesNothingBehindOnAFullDisk) {
+  const std::string file = Unpack("log_1000.mdb");
+  {
+    const test::FileSizeLimit limit(60'000);
+    ErrorOf([&] { Prepare(file); }, ErrorNumber::DiskFull);
+  }
+  EXPECT_EQ(Copies(), Rows{});
+  Prepare(file);
+  EXPECT_EQ(LogReader(file).Count(), 1000);
+}
+
+// --- Version 3, whose texts don't tell their code page ---
+
+/// A log with texts of Windows-1251.
+class OldJetLog : public JetLog {
+ protected:
+  std::string NameOfFirstChannel() const {
+    return OpenForPlayback(file, test::English()).parameters.channels.at(0).name;
+  }
+
+  const std::string file = Write("old.mdb", test::OldJetLogBytes());
+};
+
+TEST_F(OldJetLog, OpensWithItsValues) {
+  tools.charset = "CP1251";
+  Prepare(file);
+  PlaybackFile played = OpenForPlayback(file, test::English());
+  ASSERT_EQ(played.parameters.channels.size(), 2U);
+  EXPECT_EQ(played.parameters.channels[0].name, "Глубина");
+  EXPECT_EQ(played.parameters.channels[0].units, "м");
+  EXPECT_EQ(played.parameters.channels[0].min, -5);
+  EXPECT_EQ(played.parameters.channels[0].max, 250.5);
+  EXPECT_EQ(played.parameters.channels[0].format, "#0.0");
+  EXPECT_EQ(played.parameters.channels[0].color, 255);
+  EXPECT_EQ(played.parameters.channels[0].FormIndex, 2);
+  EXPECT_EQ(played.reader->Count(), 100);
+  const auto row = played.reader->ByKey(42);
+  ASSERT_TRUE(row);
+  EXPECT_EQ(FormatDate(row->time, "dd-mmm-yyyy hh:nn:ss"), "28-Feb-1998 23:00:42");
+  EXPECT_EQ(row->values, (std::vector<double>{0.1 * 42, 1.0 / 3}));
+  EXPECT_TRUE(std::isnan(played.reader->ByKey(7)->values[1])) << "it is missing there";
+  EXPECT_EQ(Query(file, "SELECT Comments, length(Note) FROM SummaryReport"),
+            (Rows{"Пакер " + std::string(600, 'c') + " № 7|250"}));
+}
+
+TEST_F(OldJetLog, HasTextsByTheCodePageThatIsAskedFor) {
+  Prepare(file);
+  EXPECT_EQ(NameOfFirstChannel(), "Ãëóáèíà") << "Windows-1252";
+}
+
+TEST_F(OldJetLog, IsReadAnewInASessionOfAnotherLanguage) {
+  Prepare(file);
+  tools.charset = "CP1251";
+  Prepare(file);
+  EXPECT_EQ(NameOfFirstChannel(), "Глубина");
+  EXPECT_EQ(Copies().size(), 1U);
+  tools.program = "/bin/false";
+  Prepare(file);
+  EXPECT_EQ(NameOfFirstChannel(), "Глубина") << "and kept from then on";
+}
+
+TEST_F(JetLog, IsKeptInASessionOfAnotherLanguageWhereItsTextsAreUnicode) {
+  const std::string file = Unpack("log_1000.mdb");
+  Prepare(file);
+  tools = {"/bin/false", "CP1251"};
+  Prepare(file);
+  EXPECT_EQ(LogReader(file).Count(), 1000);
+}
+
+TEST_F(OldJetLog, IsFollowedByItsNames) {
+  tools.charset = "CP1251";
+  const auto tables = ReadForeignTables(file, tools, {});
+  EXPECT_EQ(GetTablesName(tables), (Rows{"logData", "GraphSettings", "SummaryReport"}));
+  const auto fields = GetFieldsName(tables, "logData");
+  ASSERT_EQ(fields.size(), 5U);
+  EXPECT_EQ(fields[3].Name, "Глубина");
+  ImportData data;
+  data.Initialize({true, file, "logData", "Date", "Time", {fields[3]}}, tools);
+  const auto read = data.ReadData({DateSerial(1998, 2, 28), 23 * 3600 + 58});
+  std::vector<ForeignRow> rows;
+  while (read->Read(rows)) {
+  }
+  ASSERT_EQ(rows.size(), 2U) << "seconds 58 and 59; the others are of the minute before them";
+  EXPECT_EQ(rows[0].values, (std::vector<double>{0.1 * 58}));
 }
 
 }  // namespace

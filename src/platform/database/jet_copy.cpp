@@ -11,6 +11,7 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <optional>
 
 namespace velk {
 
@@ -43,27 +44,45 @@ std::string PathNumber(const std::string& path) {
   return text.data();
 }
 
-}  // namespace
-
-bool HoldsJetFile(sqlite3* handle) {
+/// What stands behind the marks of such a database; nothing in any other file. A file may end there.
+std::optional<char> VersionIn(sqlite3* handle) {
+  constexpr char kVersion3 = 0;
   sqlite3_file* file = nullptr;
   if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file)) != SQLITE_OK ||
       file == nullptr || file->pMethods == nullptr)
-    return false;
+    return std::nullopt;
   std::array<char, 20> head{};
-  return file->pMethods->xRead(file, head.data(), head.size(), 0) == SQLITE_OK &&
-         std::memcmp(head.data(), "\0\1\0\0Standard ", 13) == 0 &&
-         (std::memcmp(&head[13], "Jet DB", 6) == 0 || std::memcmp(&head[13], "ACE DB", 6) == 0);
+  if (file->pMethods->xRead(file, head.data(), head.size(), 0) != SQLITE_OK ||
+      std::memcmp(head.data(), "\0\1\0\0Standard ", 13) != 0 ||
+      (std::memcmp(&head[13], "Jet DB", 6) != 0 && std::memcmp(&head[13], "ACE DB", 6) != 0))
+    return std::nullopt;
+  char version = kVersion3;
+  const auto place = static_cast<sqlite3_int64>(head.size());
+  return file->pMethods->xRead(file, &version, 1, place) == SQLITE_OK ? version : kVersion3;
+}
+
+std::optional<char> VersionOf(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  sqlite3* handle = nullptr;
+  const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  const std::optional<char> version = code == SQLITE_OK ? VersionIn(handle) : std::nullopt;
+  sqlite3_close_v2(handle);
+  return version;
+}
+
+}  // namespace
+
+bool HoldsJetFile(sqlite3* handle) {
+  return VersionIn(handle).has_value();
 }
 
 bool IsJetFile(const std::string& path) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
-  sqlite3* handle = nullptr;
-  const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-  const bool holds = code == SQLITE_OK && HoldsJetFile(handle);
-  sqlite3_close_v2(handle);
-  return holds;
+  return VersionOf(path).has_value();
+}
+
+bool IsJet3File(const std::string& path) {
+  return VersionOf(path) == '\0';
 }
 
 std::string JetCopyOf(const std::string& path) {

@@ -14,6 +14,8 @@ bool IsJetFile(const std::string& path);
 /// The same of a file that the engine has opened. Nobody else may look into one that could be a database of ours: as
 /// soon as any descriptor of it is closed, the system takes the locks back that the engine holds in this process.
 bool HoldsJetFile(sqlite3* handle);
+/// Whether a file is one of version 3, whose texts don't tell which code page they are in.
+bool IsJet3File(const std::string& path);
 
 /// The name of the copy of a file, whether there is one or not. The folder that it lies in is made.
 std::string JetCopyOf(const std::string& path);
