@@ -20,8 +20,11 @@ CsvFile::CsvFile(const std::string& path, CodePage page, const std::function<voi
   });
   indexed_ = start_;
   LineReader reader(file_, start_);
-  const std::string first = reader.Next() ? ToUtf8(reader.Line(), page_) : std::string();
-  shape_ = AnalyseFirstLine(first, static_cast<double>(file_.Size()));
+  const std::string_view first = reader.Next() ? reader.Line() : std::string_view();
+  const auto bytes = static_cast<double>(file_.Size());
+  shape_ = AnalyseFirstLine(ToUtf8(first, page_), bytes);
+  // By the bytes that stand there: as UTF-8 a line of a code page is longer.
+  shape_.EstimatedRows = EstimateRows(bytes, first.size());
 }
 
 bool CsvFile::Index(std::int64_t bytes) {

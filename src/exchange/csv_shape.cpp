@@ -62,9 +62,13 @@ bool IsBlankLine(std::string_view line) {
   return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
+double EstimateRows(double fileBytes, std::size_t lineBytes) {
+  return lineBytes == 0 ? 0 : std::floor(fileBytes / static_cast<double>(lineBytes));
+}
+
 CsvShape AnalyseFirstLine(std::string_view line, double fileBytes) {
   CsvShape shape;
-  if (!line.empty()) shape.EstimatedRows = std::floor(fileBytes / static_cast<double>(line.size()));
+  shape.EstimatedRows = EstimateRows(fileBytes, line.size());
   const auto commas = std::count(line.begin(), line.end(), ',');
   shape.hasSemicolons = commas == 0 && line.find(';') != std::string_view::npos;
   shape.ColumnCount = static_cast<int>(std::min<std::ptrdiff_t>(commas + 1, kMostColumns));

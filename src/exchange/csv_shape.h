@@ -29,6 +29,9 @@ struct CsvShape {
 /// a parameter too: the last parameter finds no field in the rows.
 CsvShape AnalyseFirstLine(std::string_view line, double fileBytes);
 
+/// How many rows a file has, if all of its lines are as long as the first one.
+double EstimateRows(double fileBytes, std::size_t lineBytes);
+
 /// Takes the field at the front of a line off, with its comma.
 std::string_view TakeField(std::string_view& line);
 /// Whether a line holds nothing but blanks.

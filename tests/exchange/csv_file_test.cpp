@@ -115,6 +115,13 @@ TEST_F(CsvFiles, TellWhatKeepsThemFromBeingRead) {
   ErrorOf([&] { CsvFile(folder.Path().string(), CodePage::Western); }, ErrorNumber::BadFileName);
 }
 
+TEST_F(CsvFiles, EstimateTheirRowsByTheBytesOfTheFirstLine) {
+  const std::string line = "Date,Time,\xC3\xEB\xF3\xE1\xE8\xED\xE0\n";
+  ASSERT_EQ(line.size(), 18U);
+  const CsvFile file(Write("file.csv", line + std::string(170 - line.size(), 'x')), CodePage::Cyrillic);
+  EXPECT_EQ(file.Shape().EstimatedRows, 10) << "170 bytes, 17 a line";
+}
+
 class CsvGrid : public CsvFiles {
  protected:
   void Open(const std::string& bytes) {

@@ -5,6 +5,7 @@
 
 #include "exchange/exchange_fixture.h"
 #include "platform/files/file_lock.h"
+#include "support/file_size_limit.h"
 #include "support/window_driving.h"
 
 namespace velk {
@@ -163,6 +164,31 @@ TEST_F(ExportWindow, NeverWritesOverALogThatIsBeingRecorded) {
   dialogs.Expect("is being recorded or played back here", Answer::Ok);
   test::Click(*window, "cmdOK");
   EXPECT_EQ(Read(other), "rows");
+}
+
+TEST_F(ExportWindow, PreparesALogThatIsToBeRead) {
+  std::vector<std::string> prepared;
+  const frmExport window(host, ExportAccess{platform, ExportMode::LogToCsv, path, folder.Path().string(),
+                                            [&](const std::string& log) { prepared.push_back(log); }});
+  dialogs.ExpectOpenFile(path);
+  test::Click(window, "Command5");
+  EXPECT_EQ(prepared, (Rows{path, path}));
+}
+
+TEST_F(ExportWindow, TellsOfAFullDiskOnceAndLeavesNothing) {
+  for (const auto& [mode, name] : {std::pair(ExportMode::LogToCsv, "out.csv"), {ExportMode::LogToXml, "out.xml"}}) {
+    const auto window = Open(mode, path);
+    if (mode == ExportMode::LogToCsv) test::Click(*window, "Command2");
+    ChooseOutput(*window, name);
+    window->show();
+    dialogs.Expect("Disk full", Answer::Cancel);
+    {
+      const test::FileSizeLimit limit(10);
+      test::Click(*window, "cmdOK");
+    }
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(FilesInFolder(), (Rows{"run.mdb"}));
+  }
 }
 
 TEST_F(ExportWindow, TellsWhatCannotBeWritten) {

@@ -192,6 +192,10 @@ TEST_F(LiveChoice, KeepsWhatIsFollowedWhereTheFileIsGone) {
   OpenReadings();
   EXPECT_EQ(List("lstSelected"), (Names{"Hook"}));
   EXPECT_EQ(Text("lblDate"), "Day");
+  Find<QRadioButton>("optOn").setChecked(true);
+  Press("cmdOK1");
+  ASSERT_EQ(stored.size(), 1U) << "its chart says what it can't read, and tries again";
+  EXPECT_EQ(stored[0].TimeField, "Clock");
 }
 
 TEST_F(LiveChoice, LeavesTheFileWhereAnotherCantBeRead) {

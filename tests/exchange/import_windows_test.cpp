@@ -19,7 +19,10 @@
 #include "log/log_reader.h"
 #include "platform/files/file_errors.h"
 #include "platform/files/file_lock.h"
+#include "support/file_size_limit.h"
+#include "support/unprivileged.h"
 #include "support/window_script.h"
+#include "support/window_texts.h"
 
 namespace velk {
 namespace {
@@ -43,7 +46,7 @@ class ImportWizard : public test::ExchangeFixture {
       view(shown);
       test::Click(shown, "cmdFinish");
     });
-    mnuFileImportCSV_Click(host, Access());
+    mnuFileImportCSV_Click(*sees, Access());
   }
   ImportAccess Access() {
     return {platform, folder.Path().string(), [this] { return openLog; }};
@@ -62,6 +65,7 @@ class ImportWizard : public test::ExchangeFixture {
   Rows Values(const char* sql = "SELECT A FROM logData ORDER BY ID") const { return Query(path, sql); }
 
   WindowHost host{dialogs, test::EnglishWindows()};
+  WindowHost* sees = &host;
   std::string csv, openLog;
 };
 
@@ -157,8 +161,71 @@ TEST_F(ImportWizard, LeavesALogAsItIsByCancel) {
   Write("run.mdb", "a file");
   dialogs.ExpectSaveFile(path);
   dialogs.Expect("Database file not created", Answer::Ok);
-  Run(kTwoRows, CreateAnd("cmdCancel"));
+  Run(kTwoRows, [this](QDialog& view) {
+    test::WindowScript script;
+    script.Then("FileOptions", [this](QDialog& options) {
+      EXPECT_EQ(test::FindControl<QLabel>(options, "lblFile")->text().toStdString(), path);
+      test::Click(options, "cmdCancel");
+    });
+    Create(view);
+  });
   EXPECT_EQ(Read(path), "a file");
+}
+
+TEST_F(ImportWizard, AppendsToNoLogOfTheJetFormatAndAsksForAnother) {
+  const std::string jet("\0\1\0\0Standard Jet DB\0\1", 21);
+  Write("run.mdb", jet);
+  dialogs.ExpectSaveFile(path);
+  dialogs.Expect("is in the Jet format: it can be read, not changed", Answer::Ok);
+  dialogs.ExpectSaveFile(folder.File("other.mdb"));
+  NoSettings();
+  Completed();
+  Run(kTwoRows, CreateAnd("cmdAppend"));
+  EXPECT_EQ(Read(path), jet);
+  EXPECT_EQ(Query(folder.File("other.mdb"), "SELECT count(*) FROM logData"), (Rows{"2"}));
+}
+
+TEST_F(ImportWizard, TellsOfAFullDiskOnceAndLeavesNothing) {
+  std::string bytes = "Date,Time,A\n";
+  for (int i = 0; i < 20'000; ++i) bytes += "21-Nov-2026,10:00:00," + std::to_string(i * 0.37) + "\n";
+  dialogs.ExpectSaveFile(path);
+  dialogs.Expect("Error number 61: ", Answer::Ok);
+  Run(bytes, [](QDialog& view) {
+    const test::FileSizeLimit limit(200'000);
+    Create(view);
+  });
+  EXPECT_EQ(FilesInFolder(), (Rows{"in.csv"}));
+}
+
+TEST_F(ImportWizard, TellsOfAFolderThatCannotBeWrittenOnce) {
+  const std::filesystem::path closed = folder.Path() / "closed";
+  std::filesystem::create_directory(closed);
+  std::filesystem::permissions(closed, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  dialogs.ExpectSaveFile((closed / "run.mdb").string());
+  dialogs.Expect("Error number 70: ", Answer::Ok);
+  Run(kTwoRows, [](QDialog& view) {
+    const test::Unprivileged user;
+    Create(view);
+  });
+  EXPECT_TRUE(std::filesystem::is_empty(closed));
+}
+
+TEST_F(ImportWizard, ReadsTheCodePageOfARussianSession) {
+  WindowHost russian(dialogs, test::RussianWindows());
+  sees = &russian;
+  dialogs.ExpectSaveFile(path);
+  NoSettings();
+  Completed();
+  Run("Date,Time,\xC3\xEB\xF3\xE1\xE8\xED\xE0\n21-Nov-2026,10:00:00,1\n", Create);
+  EXPECT_EQ(Columns(path, "logData"), (Rows{"ID", "Date", "Time", "Глубина"}));
+}
+
+TEST_F(ImportWizard, ShowsNumbersAtTheRightAndCommentsAtTheLeft) {
+  Run("Date,Time,A,TheComment\n21-Nov-2026,10:00:00,1,Packer set\n", [](QDialog& view) {
+    const auto* rows = test::FindControl<QTableView>(view, "Grid1")->model();
+    EXPECT_EQ(rows->index(0, 2).data(Qt::TextAlignmentRole).toInt(), (Qt::AlignRight | Qt::AlignVCenter).toInt());
+    for (const int column : {0, 1, 3}) EXPECT_FALSE(rows->index(0, column).data(Qt::TextAlignmentRole).isValid());
+  });
 }
 
 TEST_F(ImportWizard, PutsANewLogInThePlaceOfAnother) {

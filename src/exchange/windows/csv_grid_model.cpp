@@ -34,8 +34,7 @@ int CsvGridModel::columnCount(const QModelIndex& parent) const {
 
 /// A grid can't take an error: what can't be read stays empty, and is told beside it.
 QVariant CsvGridModel::data(const QModelIndex& index, int role) const {
-  if (role == Qt::TextAlignmentRole && index.column() >= table_.File().Shape().ColumnsAhead())
-    return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+  if (role == Qt::TextAlignmentRole && HoldsNumbers(index.column())) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
   try {
     return ToQt(table_.Cell(index.row(), index.column()));
@@ -43,6 +42,11 @@ QVariant CsvGridModel::data(const QModelIndex& index, int role) const {
     emit Unreadable(ToQt(language_.In(error.Text())));
     return {};
   }
+}
+
+bool CsvGridModel::HoldsNumbers(int column) const {
+  const bool isLast = column + 1 == table_.Columns();
+  return column >= table_.File().Shape().ColumnsAhead() && !(isLast && table_.Heading(column) == kCommentColumn);
 }
 
 QVariant CsvGridModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -30,6 +30,7 @@ class CsvGridModel : public QAbstractTableModel {
   void Unreadable(const QString& reason) const;
 
  private:
+  bool HoldsNumbers(int column) const;
   QString Heading(int column) const;
 
   CsvTable& table_;

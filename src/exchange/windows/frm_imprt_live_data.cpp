@@ -198,8 +198,12 @@ int frmImprtLiveData::TypeOf(const std::string& name) const {
 
 OperatorText frmImprtLiveData::Fault() const {
   if (live_.DateField.empty() || live_.TimeField.empty()) return text::SelectDateAndTime;
-  if (!CanBeDate(TypeOf(live_.DateField))) return text::FieldNotValid + live_.DateField + text::NotValidDate;
-  if (!CanBeTime(TypeOf(live_.TimeField))) return text::FieldNotValid + live_.TimeField + text::NotValidTime;
+  // Where the database can't be read just now, all is as it was stored.
+  const bool hasTypes = !tables_.empty();
+  if (hasTypes && !CanBeDate(TypeOf(live_.DateField)))
+    return text::FieldNotValid + live_.DateField + text::NotValidDate;
+  if (hasTypes && !CanBeTime(TypeOf(live_.TimeField)))
+    return text::FieldNotValid + live_.TimeField + text::NotValidTime;
   if (live_.Fields.empty()) return text::NoFieldsSelected;
   return {};
 }

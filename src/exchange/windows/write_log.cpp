@@ -8,8 +8,10 @@
 #include "exchange/windows/file_options.h"
 #include "exchange/windows/pick_columns.h"
 #include "model/parameter.h"
+#include "platform/database/jet_copy.h"
 #include "platform/dialogs/long_task.h"
 #include "platform/files/file_errors.h"
+#include "platform/texts.h"
 
 namespace velk {
 
@@ -80,8 +82,8 @@ std::optional<WriteLog::Target> WriteLog::AskTarget(const CsvTable& table, const
       Tell(text::NotCreated);
       return std::nullopt;
     }
-    if (way != Way::New && IsOpenHere(offered)) {
-      Tell(text::LogIsOpenBefore + offered + text::LogIsOpenAfter);
+    if (const OperatorText reason = ReasonAgainst(*way, offered); !reason.IsEmpty()) {
+      Tell(reason);
       if (dialogs.IsEnding()) return std::nullopt;
       continue;
     }
@@ -132,10 +134,15 @@ void WriteLog::OfferGraphSettings(const std::string& path) {
   }
 }
 
-bool WriteLog::IsOpenHere(const std::string& path) const {
+/// Why a file that is there can't be written to in this way; empty where it can.
+OperatorText WriteLog::ReasonAgainst(Way way, const std::string& path) const {
+  if (way == Way::New) return {};
   std::error_code error;
   const std::string open = access_.openLog();
-  return !open.empty() && std::filesystem::equivalent(open, path, error);
+  if (!open.empty() && std::filesystem::equivalent(open, path, error))
+    return text::LogIsOpenBefore + path + text::LogIsOpenAfter;
+  if (way == Way::Append && IsJetFile(path)) return text::JetIsReadOnlyBefore + path + text::JetIsReadOnlyAfter;
+  return {};
 }
 
 void WriteLog::Tell(const OperatorText& text) {

@@ -42,7 +42,7 @@ class WriteLog {
   std::optional<Way> WayFor(const std::string& path);
   bool Write(const CsvTable& table, const CsvPlan& plan, const Target& target);
   void OfferGraphSettings(const std::string& path);
-  bool IsOpenHere(const std::string& path) const;
+  OperatorText ReasonAgainst(Way way, const std::string& path) const;
   void Tell(const OperatorText& text);
   void TellError(const RuntimeError& error);
 
