@@ -21,9 +21,4 @@ class ExternalCurves : public CurveSource {
   std::vector<Parameter> curves_;
 };
 
-/// A field as the curve that is drawn of it.
-Parameter CurveOf(const LiveField& field);
-/// What was edited of its curve goes back to the field.
-void StoreCurve(const Parameter& curve, LiveField& field);
-
 }  // namespace velk

@@ -38,36 +38,47 @@ std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties propertie
   return properties;
 }
 
+CurveProperties PropertiesOf(const Parameter& parameter) {
+  return {.name = parameter.name,
+          .units = parameter.units,
+          .min = parameter.min,
+          .max = parameter.max,
+          .format = parameter.format,
+          .color = parameter.color,
+          .Wrapping = parameter.Wrapping,
+          .smoothing = 1,
+          .loweralarm = parameter.loweralarm,
+          .upperalarm = parameter.upperalarm,
+          .hasAlarms = true,
+          .hasSmoothing = false};
+}
+
+void StoreProperties(Parameter& parameter, const CurveProperties& properties) {
+  parameter.name = properties.name;
+  parameter.units = properties.units;
+  parameter.min = properties.min;
+  parameter.max = properties.max;
+  parameter.format = properties.format;
+  parameter.color = properties.color;
+  parameter.Wrapping = properties.Wrapping;
+  if (!properties.hasAlarms) return;
+  parameter.loweralarm = properties.loweralarm;
+  parameter.upperalarm = properties.upperalarm;
+}
+
 CurveProperties PropertiesOf(const Session& session, int parameter) {
-  const Parameter& edited = session.CurrentParameters[static_cast<std::size_t>(parameter)];
-  return {.name = edited.name,
-          .units = edited.units,
-          .min = edited.min,
-          .max = edited.max,
-          .format = edited.format,
-          .color = edited.color,
-          .Wrapping = edited.Wrapping,
-          .smoothing = session.SmoothValue[static_cast<std::size_t>(parameter)],
-          .loweralarm = edited.loweralarm,
-          .upperalarm = edited.upperalarm,
-          .hasAlarms = session.AcquisitionMode,
-          .hasSmoothing = !ShowsFile(session) && parameter <= session.NumberOfParameters};
+  const auto slot = static_cast<std::size_t>(parameter);
+  CurveProperties properties = PropertiesOf(session.CurrentParameters[slot]);
+  properties.smoothing = session.SmoothValue[slot];
+  properties.hasAlarms = session.AcquisitionMode;
+  properties.hasSmoothing = !ShowsFile(session) && parameter <= session.NumberOfParameters;
+  return properties;
 }
 
 void StoreProperties(Session& session, int parameter, const CurveProperties& properties) {
-  Parameter& edited = session.CurrentParameters[static_cast<std::size_t>(parameter)];
-  edited.name = properties.name;
-  edited.units = properties.units;
-  edited.min = properties.min;
-  edited.max = properties.max;
-  edited.format = properties.format;
-  edited.color = properties.color;
-  edited.Wrapping = properties.Wrapping;
-  if (properties.hasSmoothing)
-    session.SmoothValue[static_cast<std::size_t>(parameter)] = static_cast<std::int16_t>(properties.smoothing);
-  if (!properties.hasAlarms) return;
-  edited.loweralarm = properties.loweralarm;
-  edited.upperalarm = properties.upperalarm;
+  const auto slot = static_cast<std::size_t>(parameter);
+  StoreProperties(session.CurrentParameters[slot], properties);
+  if (properties.hasSmoothing) session.SmoothValue[slot] = static_cast<std::int16_t>(properties.smoothing);
 }
 
 }  // namespace velk

@@ -45,6 +45,11 @@ struct PropertyFault {
 /// Or the first fault: a number that can be read in two ways, a minimum that isn't below the maximum.
 std::variant<CurveProperties, PropertyFault> WithTexts(CurveProperties properties, const PropertyTexts& texts);
 
+/// Those of a parameter by itself: with its alarms, without a moving average.
+CurveProperties PropertiesOf(const Parameter& parameter);
+/// Alarms are stored where they were edited.
+void StoreProperties(Parameter& parameter, const CurveProperties& properties);
+
 /// Those of a parameter of the working set. Alarms are edited while AcquisitionMode is set. Smoothing is edited for the
 /// unit's own channels: a played file goes through the same lengths, but they are the unit's set-up.
 CurveProperties PropertiesOf(const Session& session, int parameter);

@@ -113,5 +113,18 @@ TEST(LiveProperties, GoToTheFieldAndBack) {
   EXPECT_EQ(field.Upper, 210);
 }
 
+TEST(LiveProperties, LeaveALimitAsItIsThatNobodyTouches) {
+  LiveField field = TwoFields().Fields[0];
+  field.Lower = 1.0 / 3;
+  StoreProperties(field, PropertiesOf(field));
+  EXPECT_EQ(field.Lower, 1.0 / 3) << "its text has fifteen digits";
+  Parameter curve = CurveOf(field);
+  curve.units = "kN";
+  StoreCurve(field, curve);
+  EXPECT_EQ(field.Lower, 1.0 / 3);
+  EXPECT_EQ(field.Unit, "kN");
+  EXPECT_TRUE(field.LowerSet);
+}
+
 }  // namespace
 }  // namespace velk

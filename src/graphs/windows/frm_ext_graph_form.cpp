@@ -113,7 +113,7 @@ void frmExtGraphForm::BindEditor() {
     return edits ? CurveOf(*edits) : Parameter();
   };
   edited.store = [field](int id, const Parameter& curve) {
-    if (LiveField* const edits = field(id)) StoreCurve(curve, *edits);
+    if (LiveField* const edits = field(id)) StoreCurve(*edits, curve);
   };
   edited.editProperties = [field, &host = host_](int id) {
     const LiveField* const shown = field(id);
