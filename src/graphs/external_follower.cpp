@@ -1,7 +1,8 @@
 #include "graphs/external_follower.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <utility>
+#include <iterator>
 
 #include "base/errors.h"
 
@@ -9,20 +10,24 @@ namespace velk {
 
 namespace {
 
-/// Rows of a poll that are drawn before it has ended.
-constexpr std::size_t kMostWaiting = 20'000;
+/// Rows that are drawn at a stretch.
+constexpr std::size_t kRowsAtOnce = 2000;
+
+bool ComesEarlier(const ForeignRow& a, const ForeignRow& b) {
+  return a.time < b.time;
+}
 
 }  // namespace
 
 void ExternalFollower::Begin(const LiveImport& live) {
-  if (read_) return;
+  if (IsReading()) return;
   live_ = live;
   BeginAt(StartAt(plot_.LastRead()));
 }
 
 void ExternalFollower::BeginAt(const ForeignStart& start) {
   drawn_ = 0;
-  waiting_.clear();
+  later_.reset();
   plot_.BeginPoll();
   try {
     importReader_.Initialize(live_, tools_);
@@ -33,37 +38,41 @@ void ExternalFollower::BeginAt(const ForeignStart& start) {
 }
 
 bool ExternalFollower::ReadPiece() {
-  if (!read_) return false;
+  if (!IsReading()) return false;
+  if (!read_) return Plot();
   try {
     const bool goesOn = read_->Read(waiting_);
     fault_ = {};
-    if (!goesOn) return End();
+    if (goesOn) return false;
+    later_ = read_->LaterDay();
   } catch (const std::exception& error) {
     Leave();
     fault_ = TextOf(error);
     return false;
   }
-  return waiting_.size() >= kMostWaiting && Plot();
-}
-
-/// A day is asked for by itself: where it brings nothing new, a later one may.
-bool ExternalFollower::End() {
-  const std::optional<double> later = read_->LaterDay();
   read_.reset();
-  const bool isDrawn = Plot();
-  if (drawn_ == 0 && later) BeginAt({*later, 0});
-  return isDrawn;
+  if (!std::is_sorted(waiting_.begin(), waiting_.end(), ComesEarlier))
+    std::stable_sort(waiting_.begin(), waiting_.end(), ComesEarlier);
+  return Plot();
 }
 
+/// The next rows of a poll that has ended. A day is asked for by itself: where it brings nothing new, a later one may.
 bool ExternalFollower::Plot() {
-  const int drawn = plot_.PlotData(std::exchange(waiting_, {}));
+  const auto begin = waiting_.begin() + static_cast<std::ptrdiff_t>(plotted_);
+  const auto count = std::min(waiting_.end() - begin, static_cast<std::ptrdiff_t>(kRowsAtOnce));
+  plotted_ += static_cast<std::size_t>(count);
+  const int drawn = plot_.PlotData({std::make_move_iterator(begin), std::make_move_iterator(begin + count)});
   drawn_ += drawn;
+  if (plotted_ < waiting_.size()) return drawn > 0;
+  Leave();
+  if (drawn_ == 0 && later_) BeginAt({*later_, 0});
   return drawn > 0;
 }
 
 void ExternalFollower::Leave() {
   read_.reset();
-  waiting_.clear();
+  std::vector<ForeignRow>().swap(waiting_);
+  plotted_ = 0;
 }
 
 }  // namespace velk

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "base/operator_text.h"
@@ -18,8 +20,9 @@ class ExternalFollower {
 
   /// Begins a poll from the last row on; one that goes on is left alone. `live` has the fields of the plot.
   void Begin(const LiveImport& live);
-  bool IsReading() const { return read_ != nullptr; }
-  /// Reads on. What was read is drawn once the poll has ended, or has brought many rows. Gives whether rows were drawn.
+  bool IsReading() const { return read_ != nullptr || !waiting_.empty(); }
+  /// Reads on. What was read is drawn in order of time once the table has ended, some rows at a time. Gives whether
+  /// rows were drawn.
   bool ReadPiece();
   void Leave();
 
@@ -29,7 +32,6 @@ class ExternalFollower {
  private:
   void BeginAt(const ForeignStart& start);
   bool Plot();
-  bool End();
 
   ExternalPlot& plot_;
   const JetTools tools_;
@@ -37,7 +39,9 @@ class ExternalFollower {
   ImportData importReader_;
   std::unique_ptr<ForeignRead> read_;
   std::vector<ForeignRow> waiting_;
-  int drawn_ = 0;  ///< by this poll
+  std::size_t plotted_ = 0;      ///< of those
+  int drawn_ = 0;                ///< by this poll
+  std::optional<double> later_;  ///< the next day that has rows
   OperatorText fault_;
 };
 

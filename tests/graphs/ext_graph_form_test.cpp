@@ -1,4 +1,7 @@
 #include <QCloseEvent>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
 
 #include "graphs/external_fixture.h"
 #include "support/window_script.h"
@@ -99,6 +102,60 @@ TEST(ExternalChart, ReadsOnOverMidnight) {
   EXPECT_NE(table.State().find("15-Mar-2026 00:00:50"), std::string::npos) << table.State();
 }
 
+// --- A database of the Jet format ---
+
+/// 1,000 rows from 22:00:00 on, a second apart; the first value is the number of the row.
+struct FollowedJetTable : FollowedTable {
+  FollowedJetTable() {
+    database = folder.File("rig.mdb");
+    const std::string from = std::string(VELK_SOURCE_DIR) + "/tests/data/jet/log_1000.mdb.gz";
+    EXPECT_EQ(std::system(("gunzip -c '" + from + "' > '" + database + "'").c_str()), 0);
+    live.DBaseName = database;
+    live.TableName = "logData";
+    live.DateField = "Date";
+    live.TimeField = "Time";
+    live.Fields[0].Name = "ID";
+    live.Fields[0].max = 1000;
+    std::filesystem::create_directory(folder.File("programs"));
+    tools.program = folder.File("programs/reader");
+    UseReader(VELK_JET_READER);
+    clock.SetNow(DateSerial(2024, 2, 28) + TimeOfDay(22, 0, 0));
+  }
+  void UseReader(const char* program) const {
+    std::filesystem::remove(tools.program);
+    std::filesystem::create_symlink(program, tools.program);
+  }
+  /// The next look, until the line below the chart says so.
+  void LookUntil(const std::string& told) {
+    clock.Advance(7000);
+    for (int i = 0; i < 1000 && State().find(told) == std::string::npos; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));  // another process reads meanwhile
+      clock.Advance(13);
+    }
+  }
+};
+
+TEST(ExternalChart, FollowsADatabaseOfTheJetFormat) {
+  FollowedJetTable table;
+  table.Open();
+  table.LookUntil("Last row");
+  EXPECT_EQ(table.Label("Label2_0"), "1000.000");
+  EXPECT_EQ(table.State(), "Followed: rig.mdb, logData. Last row: 28-Feb-2024 22:16:39");
+  EXPECT_GT(table.CountOf(kRedDot), 50);
+}
+
+TEST(ExternalChart, SaysInItsLineWhereTheReaderOfTheJetFormatDiesAndBeginsANewOne) {
+  FollowedJetTable table;
+  table.UseReader("/bin/false");
+  table.Open();
+  table.LookUntil("can't be read");
+  EXPECT_EQ(table.State().find("It can't be read, and is tried again every 7 s. The file is damaged"), 0U)
+      << table.State();
+  table.UseReader(VELK_JET_READER);
+  table.LookUntil("Last row");
+  EXPECT_EQ(table.Label("Label2_0"), "1000.000");
+}
+
 // --- Editing ---
 
 TEST(ExternalChart, EditsAScaleByAClickOnItsHeader) {
@@ -151,7 +208,8 @@ TEST(ExternalChart, TellsOnceOfACurveWithoutAScale) {
   table.live.Fields[0].max = 0;
   table.Open();
   table.Fill(1, 60);
-  table.dialogs.Expect(" - PlotValue", Answer::Cancel);
+  table.dialogs.Expect(" - PlotValue", Answer::Cancel,
+                       [&] { EXPECT_FALSE(table.form->IsReading()) << "nothing is read while the box stands"; });
   table.Poll();
   table.Fill(61, 70);
   table.Poll();
@@ -287,6 +345,19 @@ TEST(ExternalChart, NeedsALogForACommentAndForPaper) {
   table.Find<QAction>("Print").trigger();
   ASSERT_EQ(table.printed.size(), 1U);
   EXPECT_EQ(table.printed[0], table.live);
+}
+
+TEST(ExternalChart, TellsWhatAKeyFailsIn) {
+  FollowedTable table;
+  table.Open();
+  table.printFails = true;
+  table.dialogs.Expect("Disk full - Toolbar1_ButtonClick", Answer::Retry, [&] {
+    EXPECT_FALSE(table.form->IsReading());
+    table.printFails = false;
+  });
+  table.Find<QAction>("Print").trigger();
+  EXPECT_EQ(table.printed.size(), 1U);
+  EXPECT_TRUE(table.form->IsReading());
 }
 
 // --- Its life ---

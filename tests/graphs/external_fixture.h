@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include "base/errors.h"
 #include "graphs/history_fixture.h"
 #include "graphs/label_reading.h"
 #include "graphs/looked_back.h"
@@ -50,7 +51,10 @@ struct FollowedTable : RecordedJob {
   frmExtGraphForm& Open() {
     form = &host.Open<frmExtGraphForm>(
         ExternalAccess{session, platform, open, tools, [this](const LiveImport& edited) { kept.push_back(edited); },
-                       [this](const LiveImport& table) { printed.push_back(table); }},
+                       [this](const LiveImport& table) {
+                         if (printFails) throw RuntimeError(ErrorNumber::DiskFull);
+                         printed.push_back(table);
+                       }},
         live);
     form->resize(1100, 420);
     form->StartReading();
@@ -87,6 +91,7 @@ struct FollowedTable : RecordedJob {
   LiveImport live;
   JetTools tools;
   std::vector<LiveImport> kept, printed;
+  bool printFails = false;
   WindowHost host{dialogs, EnglishWindows()};
   frmExtGraphForm* form = nullptr;
 };

@@ -154,6 +154,12 @@ class FollowedWhileWritten : public ExternalPage {
     for (int i = 0; i < count; ++i) ASSERT_EQ(values[static_cast<std::size_t>(i)], i + 1);
   }
 
+  /// Looks at a table that stands, until all of a look is drawn.
+  void Look(ExternalFollower& follower) {
+    follower.Begin(live);
+    while (follower.IsReading()) follower.ReadPiece();
+  }
+
   static int Count(int preset) {
     const char* seconds = std::getenv("VELK_FOLLOW_SECONDS");
     return seconds != nullptr ? std::atoi(seconds) * 10 : preset;
@@ -165,6 +171,24 @@ class FollowedWhileWritten : public ExternalPage {
 
 TEST_F(FollowedWhileWritten, BringsEveryRowOnceAndInOrder) {
   Follow(JobStart(), Count(600), Pause());
+}
+
+TEST_F(FollowedWhileWritten, BringsEveryRowOfATableWhoseRowsLieInNoOrder) {
+  plot.IntilizeTime(DateSerial(2026, 3, 15));
+  const std::string database = folder.File("rig 7.mdb");
+  // 7919 and 50,000 have no factor in common: each second once.
+  Connection::Open(database, OpenMode::CreateNew)
+      ->Execute(
+          "CREATE TABLE r (d DATE, t DATE, a DOUBLE);"
+          "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 49999)"
+          "INSERT INTO r SELECT 46096, (i * 7919 % 50000) / 86400.0, i * 7919 % 50000 FROM n");
+  live = {true, database, "r", "d", "t", live.Fields};
+  ExternalFollower follower(plot, {});
+  Look(follower);
+  ASSERT_EQ(values.size(), 50'000U);
+  for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(values[i], static_cast<double>(i));
+  Look(follower);
+  EXPECT_EQ(values.size(), 50'000U) << "each of them once";
 }
 
 TEST_F(FollowedWhileWritten, BringsEveryRowOverMidnight) {

@@ -226,7 +226,7 @@ std::string frmExtGraphForm::TextAt(double y) const {
 // --- Comments, printing ---
 
 void frmExtGraphForm::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F7) return AddComment();
+  if (event->key() == Qt::Key_F7) return RunKey("Form_KeyUp", &frmExtGraphForm::AddComment);
   if (event->key() == Qt::Key_Escape && readSlot_ != 0) return EndReadValue();
   QWidget::keyPressEvent(event);
 }

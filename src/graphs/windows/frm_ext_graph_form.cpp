@@ -5,7 +5,9 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <limits>
+#include <utility>
 
 #include "base/dates.h"
 #include "base/text_qt.h"
@@ -86,9 +88,12 @@ frmExtGraphForm::~frmExtGraphForm() {
 }
 
 void frmExtGraphForm::BindToolbar() {
-  toolbar_->Bind("AddComment", [this] { AddComment(); });
-  toolbar_->Bind("Print", [this] { Print(); });
-  toolbar_->Bind("ReadValue", [this] { ReadValue(); });
+  const auto bind = [this](const char* key, void (frmExtGraphForm::*work)()) {
+    toolbar_->Bind(key, [this, work] { RunKey("Toolbar1_ButtonClick", work); });
+  };
+  bind("AddComment", &frmExtGraphForm::AddComment);
+  bind("Print", &frmExtGraphForm::Print);
+  bind("ReadValue", &frmExtGraphForm::ReadValue);
   toolbar_->Release();
   for (QAbstractButton* key : toolbar_->findChildren<QAbstractButton*>()) key->setFocusPolicy(Qt::TabFocus);
   commentBox_->onDone = [this](const QString& comment) {
@@ -249,6 +254,21 @@ bool frmExtGraphForm::Operation(const char* procedure, const std::function<void(
   } catch (const std::exception&) {  // runs again below, where its text is shown
   }
   return handle_error(procedure, statement);
+}
+
+/// What has failed is told as it came, and done again by Retry only.
+void frmExtGraphForm::RunKey(const char* procedure, void (frmExtGraphForm::*work)()) {
+  const Stay stay(*this);
+  std::exception_ptr failed;
+  try {
+    return (this->*work)();
+  } catch (...) {
+    failed = std::current_exception();
+  }
+  handle_error(procedure, [&] {
+    if (failed) std::rethrow_exception(std::exchange(failed, nullptr));
+    (this->*work)();
+  });
 }
 
 /// Nothing is read while the box stands.

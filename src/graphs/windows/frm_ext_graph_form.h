@@ -99,6 +99,8 @@ class frmExtGraphForm : public QWidget {
   int StateHeight() const;
   QSize WindowSize() const;
   bool Operation(const char* procedure, const std::function<void()>& statement);
+  /// A key of the toolbar or of the window.
+  void RunKey(const char* procedure, void (frmExtGraphForm::*work)());
   bool handle_error(const char* procedure, const std::function<void()>& statement);
   void Tell(const OperatorText& text);
 
