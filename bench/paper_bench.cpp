@@ -152,7 +152,7 @@ class Table : public TableSource {
     columns_ = {{"Date", CellKind::Date}, {"Time", CellKind::Time}};
     for (int i = 1; i <= 16; ++i) columns_.push_back({"Channel " + std::to_string(i), CellKind::Number});
   }
-  const std::vector<TableColumn>& Columns() const override { return columns_; }
+  const std::vector<PrintedColumn>& Columns() const override { return columns_; }
   double FirstTime() override { return 46095; }
   double LastTime() override { return 46096; }
   std::int64_t Count() override { return kRows; }
@@ -172,7 +172,7 @@ class Table : public TableSource {
 
  private:
   static constexpr int kRows = 10'000;
-  std::vector<TableColumn> columns_;
+  std::vector<PrintedColumn> columns_;
   int row_ = 0;
 };
 

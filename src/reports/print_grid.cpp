@@ -30,7 +30,7 @@ std::string Moment(double time) {
 /// The pages of one table.
 class TablePages {
  public:
-  TablePages(Printer& printer, TableSource& source, const std::vector<TableColumn>& columns, const TablePrint& print,
+  TablePages(Printer& printer, TableSource& source, const std::vector<PrintedColumn>& columns, const TablePrint& print,
              const Language& language)
       : printer_(printer),
         family_(print.family),
@@ -173,7 +173,7 @@ class PrintedRecords {
 
  private:
   Cells CellsOfRecord() {
-    const std::vector<TableColumn>& columns = source_.Columns();
+    const std::vector<PrintedColumn>& columns = source_.Columns();
     Cells cells;
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
       const bool isNumber = columns[static_cast<std::size_t>(i)].kind == CellKind::Number;
@@ -193,7 +193,7 @@ class PrintedRecords {
 };
 
 /// The columns with their longest cells.
-std::vector<TableColumn> WithLongestCells(std::vector<TableColumn> columns, const std::vector<Cells>& rows) {
+std::vector<PrintedColumn> WithLongestCells(std::vector<PrintedColumn> columns, const std::vector<Cells>& rows) {
   for (const Cells& cells : rows)
     for (std::size_t i = 0; i < columns.size(); ++i)
       if (CharacterCount(cells[i]) > CharacterCount(columns[i].longest)) columns[i].longest = cells[i];

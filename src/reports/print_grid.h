@@ -16,7 +16,7 @@ class TableSource {
  public:
   virtual ~TableSource() = default;
 
-  virtual const std::vector<TableColumn>& Columns() const = 0;
+  virtual const std::vector<PrintedColumn>& Columns() const = 0;
   /// Date-times of the first and of the last record.
   virtual double FirstTime() = 0;
   virtual double LastTime() = 0;

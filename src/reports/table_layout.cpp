@@ -38,7 +38,7 @@ double WidestWord(const Surface& page, const std::vector<std::string>& words) {
 
 /// As wide as its heading and its kind ask for, and as its cells do up to a share of the sheet: what is wider is
 /// broken.
-TableLayout::Column Measured(const Surface& page, const TableColumn& column, int index, double room) {
+TableLayout::Column Measured(const Surface& page, const PrintedColumn& column, int index, double room) {
   const std::vector<std::string> words = WordsOf(column.heading);
   const double heading = WidestWord(page, words);
   const double cells = std::min(page.TextWidth(column.longest + " "), kMostOfSheet * room);
@@ -47,19 +47,19 @@ TableLayout::Column Measured(const Surface& page, const TableColumn& column, int
 }
 
 /// A text at the right takes what the sheet has left, if it can use it.
-void Widen(const Surface& page, TableLayout::Column& last, const TableColumn& column, double end) {
+void Widen(const Surface& page, TableLayout::Column& last, const PrintedColumn& column, double end) {
   if (column.kind != CellKind::Text) return;
   last.width = std::max(last.width, std::min(kSpread * page.TextWidth(column.longest + " "), end - last.left));
   last.room = last.width / kSpread;
 }
 
-bool IsRepeated(const TableColumn& column) {
+bool IsRepeated(const PrintedColumn& column) {
   return column.kind == CellKind::Date || column.kind == CellKind::Time;
 }
 
 }  // namespace
 
-TableLayout LayOutTable(Surface& page, const std::vector<TableColumn>& columns, const std::string& family,
+TableLayout LayOutTable(Surface& page, const std::vector<PrintedColumn>& columns, const std::string& family,
                         double margin) {
   const double room = kUsable * page.Width() - margin;
   TableLayout layout;

@@ -10,7 +10,7 @@ namespace velk {
 enum class CellKind { Date, Time, Number, Text };
 
 /// A column of a table that is printed.
-struct TableColumn {
+struct PrintedColumn {
   std::string heading;
   CellKind kind = CellKind::Number;
   std::string longest = {};  ///< of its cells, as far as they are known before it is laid out
@@ -34,7 +34,7 @@ struct TableLayout {
 /// The largest letters from 10 down to 6 points with which all columns fit in 0.92 of the surface's width, less
 /// `margin` at the left; at 6 the columns are divided among pages. A column has room for its longest cell, up to a
 /// quarter of the sheet; texts at the right of a page for as much as is left there.
-TableLayout LayOutTable(Surface& page, const std::vector<TableColumn>& columns, const std::string& family,
+TableLayout LayOutTable(Surface& page, const std::vector<PrintedColumn>& columns, const std::string& family,
                         double margin);
 
 }  // namespace velk

@@ -15,7 +15,7 @@ class LogTable : public TableSource {
   /// The view outlives it.
   LogTable(LogView& view, const Language& language);
 
-  const std::vector<TableColumn>& Columns() const override { return columns_; }
+  const std::vector<PrintedColumn>& Columns() const override { return columns_; }
   double FirstTime() override;
   double LastTime() override;
   std::int64_t Count() override { return view_.Count(); }
@@ -26,7 +26,7 @@ class LogTable : public TableSource {
 
  private:
   LogView& view_;
-  std::vector<TableColumn> columns_;
+  std::vector<PrintedColumn> columns_;
   int row_ = 0;
 };
 
@@ -36,7 +36,7 @@ class ReportTable : public TableSource {
   /// The report outlives it.
   ReportTable(const SummaryLines& report, const Language& language);
 
-  const std::vector<TableColumn>& Columns() const override { return columns_; }
+  const std::vector<PrintedColumn>& Columns() const override { return columns_; }
   double FirstTime() override;
   double LastTime() override;
   std::int64_t Count() override { return static_cast<std::int64_t>(report_.lines.size()); }
@@ -47,7 +47,7 @@ class ReportTable : public TableSource {
 
  private:
   const SummaryLines& report_;
-  std::vector<TableColumn> columns_;
+  std::vector<PrintedColumn> columns_;
   std::size_t line_ = 0;
 };
 

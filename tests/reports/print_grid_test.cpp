@@ -28,7 +28,7 @@ class Records : public TableSource {
     columns = {{"Date", CellKind::Date}, {"Time", CellKind::Time}};
     for (int i = 0; i < values; ++i) columns.push_back({"Pressure psi", CellKind::Number});
   }
-  const std::vector<TableColumn>& Columns() const override { return columns; }
+  const std::vector<PrintedColumn>& Columns() const override { return columns; }
   double FirstTime() override { return count_ ? kFirst : std::nan(""); }
   double LastTime() override { return count_ ? kFirst + TimeOfDay(0, 0, count_ - 1) : std::nan(""); }
   std::int64_t Count() override { return count_; }
@@ -55,7 +55,7 @@ class Records : public TableSource {
     return std::to_string(present_) + "." + std::to_string(column) + "00";
   }
 
-  std::vector<TableColumn> columns;
+  std::vector<PrintedColumn> columns;
   std::map<int, std::variant<double, std::string>> cells;  ///< what stands in the values of a record
   int walks = 0;
 
