@@ -42,6 +42,18 @@ class Layers(unittest.TestCase):
     def test_an_arrow_sideways_is_a_fault(self):
         self.assert_fault({"src/formula/a.h": includes("instruments/b.h"), "src/instruments/b.h": ""}, "layer 4")
 
+    def test_two_types_of_one_name_are_a_fault(self):
+        column = "namespace velk {\n\n%s {\n"
+        self.assert_fault({"src/log/a.h": column % "struct Column", "src/settings/b.h": column % "enum class Column : int"},
+                          "src/settings/b.h", "velk::Column", "src/log/a.h")
+
+    def test_types_that_cannot_be_mixed_up_may_share_a_name(self):
+        self.assert_clean({
+            "src/log/a.h": "namespace velk {\nstruct Column {\n",
+            "src/log/b.h": "namespace velk {\nstruct Column;\n",
+            "src/log/c.cpp": "namespace velk {\nnamespace {\nstruct Column {\n};\n}  // namespace\n",
+            "src/log/d.h": "namespace velk::raw {\nstruct Column {\n"})
+
     def test_the_line_of_the_include_is_told(self):
         self.assert_fault({"src/model/a.h": "\n\n" + includes("log/b.h"), "src/log/b.h": ""}, "src/model/a.h:3:")
 
