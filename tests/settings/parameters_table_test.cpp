@@ -193,6 +193,17 @@ TEST_F(ParametersTableWindow, AsksForTheColourByAClick) {
   EXPECT_EQ(Cell(1, TableColumn::Color), "#00FF00");
 }
 
+TEST_F(ParametersTableWindow, FramesAColourThatIsLikeItsGround) {
+  Open();
+  host.dialogs.ExpectColour("Select a color for P2", 0xFFFFFF);
+  ClickCell(1, TableColumn::Color);
+  GoTo(0, TableColumn::Name);
+  const QImage picture = grid->viewport()->grab().toImage();
+  const QRect cell = grid->visualRect(grid->model()->index(1, PlaceOf(TableColumn::Color)));
+  EXPECT_EQ(picture.pixelColor(cell.left() + 4, cell.center().y()), QColor(128, 128, 128));
+  EXPECT_EQ(picture.pixelColor(cell.left() + 5, cell.center().y()), QColor(Qt::white));
+}
+
 TEST_F(ParametersTableWindow, AsksOnceForTheColourByADoubleClick) {
   Open();
   host.dialogs.ExpectColour("Select a color for P2", 0x00FF00);

@@ -11,6 +11,7 @@
 
 #include "support/host.h"
 #include "support/window_script.h"
+#include "support/window_texts.h"
 
 namespace velk {
 namespace {
@@ -52,6 +53,23 @@ TEST_F(PropertiesWindow, ShowsAllOfAParameter) {
   EXPECT_EQ(FindControl<QComboBox>(*window, "cboFormat")->currentText(), "123456.1");
   EXPECT_EQ(FindControl<QSpinBox>(*window, "UpDown1")->value(), 3);
   EXPECT_EQ(FindControl<QCheckBox>(*window, "optWrapping")->text(), "Off");
+}
+
+TEST_F(PropertiesWindow, HasRoomForANameInLettersOfEverySize) {
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    const test::LargeText large(scale);
+    Open();
+    const QLineEdit& name = Field("txtName");
+    EXPECT_LT(name.fontMetrics().horizontalAdvance("Давление на входе насоса") + 12, name.width()) << scale;
+  }
+}
+
+TEST_F(PropertiesWindow, FramesAColourThatIsLikeItsGround) {
+  window = std::make_unique<Properties>(host, CurveProperties{.name = "x", .units = "", .color = 0xFFFFFF});
+  const QImage picture = FindControl<QPushButton>(*window, "cmdColor")->icon().pixmap(96, 16).toImage();
+  EXPECT_EQ(picture.pixelColor(0, 8), QColor(128, 128, 128));
+  EXPECT_EQ(picture.pixelColor(picture.width() - 2, 8), QColor(Qt::white));
+  EXPECT_EQ(picture.pixelColor(picture.width() - 1, 8), QColor(128, 128, 128));
 }
 
 TEST_F(PropertiesWindow, GivesWhatWasEntered) {

@@ -46,6 +46,12 @@ void Mark(QPainter& painter, const QStyleOptionViewItem& option, const QColor& c
   painter.restore();
 }
 
+/// The frame shows black on a dark desktop, and white on a light one.
+void FillFramed(QPainter& painter, const QRect& place, const QColor& fill) {
+  painter.fillRect(place, QColor(128, 128, 128));
+  painter.fillRect(place.adjusted(1, 1, -1, -1), fill);
+}
+
 }  // namespace
 
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& cell) const {
@@ -70,7 +76,7 @@ bool CellDelegate::eventFilter(QObject* editor, QEvent* event) {
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& cell) const {
   QStyledItemDelegate::paint(painter, option, cell);
   const QColor fill = cell.data(ColourRole).value<QColor>();
-  if (fill.isValid()) painter->fillRect(option.rect.adjusted(4, 4, -4, -4), fill);
+  if (fill.isValid()) FillFramed(*painter, option.rect.adjusted(4, 4, -4, -4), fill);
   const bool isDark = option.palette.color(QPalette::Base).lightness() < 128;
   const bool isAtTheRight = (cell.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0;
   if (cell.data(FaultRole).toBool())

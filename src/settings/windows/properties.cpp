@@ -1,5 +1,6 @@
 #include "settings/windows/properties.h"
 
+#include <QPainter>
 #include <QPixmap>
 #include <QPointer>
 #include <utility>
@@ -16,6 +17,12 @@
 #include "ui_properties.h"
 
 namespace velk {
+
+namespace {
+
+constexpr int kLettersOfName = 30;
+
+}  // namespace
 
 Properties::Properties(WindowHost& host, CurveProperties properties, std::function<void()> calibrate)
     : Properties(host, std::move(properties), "Properties", std::move(calibrate)) {
@@ -35,6 +42,7 @@ Properties::Properties(WindowHost& host, CurveProperties properties, const char*
   setObjectName(QLatin1String(name));
   setProperty("helpTopic", topic::Parameters);
   TranslateForm(*this, host.Words());
+  ui_->txtName->setMinimumWidth(kLettersOfName * fontMetrics().horizontalAdvance(QLatin1Char('0')));
   Fill();
   connect(ui_->cmdColor, &QPushButton::clicked, this, &Properties::cmdColor_Click);
   connect(ui_->optWrapping, &QCheckBox::toggled, this, &Properties::ShowWrapping);
@@ -67,10 +75,12 @@ void Properties::Fill() {
   ShowWrapping();
 }
 
-/// A picture in the colour, which every desktop shows as it is.
+/// A picture in the colour, which every desktop shows as it is; its frame shows one that is like the button's.
 void Properties::ShowColour() {
   QPixmap picture(96, 16);
-  picture.fill(QColor(Red(properties_.color), Green(properties_.color), Blue(properties_.color)));
+  picture.fill(QColor(128, 128, 128));
+  const QColor colour(Red(properties_.color), Green(properties_.color), Blue(properties_.color));
+  QPainter(&picture).fillRect(picture.rect().adjusted(1, 1, -1, -1), colour);
   ui_->cmdColor->setIcon(QIcon(picture));
   ui_->cmdColor->setIconSize(picture.size());
   ui_->cmdColor->setAccessibleName(ui_->lblColor->text().remove('&'));
