@@ -11,6 +11,7 @@
 
 #include "support/in_english.h"
 #include "support/window_driving.h"
+#include "support/window_texts.h"
 
 namespace velk {
 namespace {
@@ -40,6 +41,18 @@ TEST(ListInputBox, ShowsItsTitlePromptAndList) {
   EXPECT_EQ(Find<QListWidget>(window, "List1")->item(1)->text(), "Цементирование");
   EXPECT_EQ(Find<QPushButton>(window, "cmdOK")->text(), "OK");
   EXPECT_EQ(Find<QPushButton>(window, "cmdCancel")->text(), "Cancel");
+}
+
+TEST(ListInputBox, ShowsEightEntriesWithoutScrolling) {
+  const test::LargeText large(2);
+  std::vector<std::string> entries(8, "123456.1");
+  entries.push_back("a ninth");
+  ListInputBox window({"Number Format", "Select Number Format", entries}, test::English());
+  window.show();
+  const auto& list = *Find<QListWidget>(window, "List1");
+  const QRect inSight = list.viewport()->rect();
+  EXPECT_TRUE(inSight.contains(list.visualItemRect(list.item(7))));
+  EXPECT_FALSE(inSight.contains(list.visualItemRect(list.item(8))));
 }
 
 TEST(ListInputBox, HasItsTextBoxOnlyWhereATextMayBeEntered) {

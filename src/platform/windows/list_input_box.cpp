@@ -12,6 +12,13 @@
 
 namespace velk {
 
+namespace {
+
+/// The number formats are seven; a longer list scrolls.
+constexpr int kRowsInSight = 8;
+
+}  // namespace
+
 ListInputBox::ListInputBox(const ShownListQuestion& question, const Language& language, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::ListInputBox>()), question_(question) {
   ui_->setupUi(this);
@@ -49,13 +56,16 @@ ListInputBox::ListInputBox(const ShownListQuestion& question, const Language& la
 
 ListInputBox::~ListInputBox() = default;
 
-/// Wide enough for the title and the entries, as far as the screen has room.
+/// Wide enough for the title and the entries, as far as the screen has room, and high enough for some of them.
 void ListInputBox::FitToTexts() {
   const int room = screen()->availableSize().width() * 3 / 4;
   FitToTitle(*this);
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * ui_->List1->frameWidth();
   const int entries = std::min(ui_->List1->sizeHintForColumn(0) + bar, room);
   ui_->List1->setMinimumWidth(std::max(ui_->List1->minimumWidth(), entries));
+  const int rows = std::min(ui_->List1->count(), kRowsInSight);
+  const int high = rows * std::max(ui_->List1->sizeHintForRow(0), 0) + 2 * ui_->List1->frameWidth();
+  ui_->List1->setMinimumHeight(std::max(ui_->List1->minimumHeight(), high));
 }
 
 /// The first press of an arrow selects the first entry: the list made it the current one as soon as it got the
