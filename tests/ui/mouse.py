@@ -22,7 +22,8 @@ class Seen:
                                         text=True)
         desktop.running.append(self.process)
         wait_for(lambda: desktop.keyboard_owner() and
-                 desktop.keyboard_owner() == (first or self.property("MainForm", "windowTitle")), "the first window")
+                 desktop.keyboard_owner() == (first or self.property("MainForm", "windowTitle")),
+                 lambda: "the first window; the keyboard is with %r" % desktop.keyboard_owner())
 
     def close(self):
         self.process.stdin.close()
