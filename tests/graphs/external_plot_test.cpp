@@ -175,20 +175,21 @@ TEST_F(FollowedWhileWritten, BringsEveryRowOnceAndInOrder) {
 
 TEST_F(FollowedWhileWritten, BringsEveryRowOfATableWhoseRowsLieInNoOrder) {
   plot.IntilizeTime(DateSerial(2026, 3, 15));
+  plot.onBlock = {};  // a recorded page is copied with all that was drawn on it
   const std::string database = folder.File("rig 7.mdb");
-  // 7919 and 50,000 have no factor in common: each second once.
+  // 7919 and 25,000 have no factor in common: each second once.
   Connection::Open(database, OpenMode::CreateNew)
       ->Execute(
           "CREATE TABLE r (d DATE, t DATE, a DOUBLE);"
-          "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 49999)"
-          "INSERT INTO r SELECT 46096, (i * 7919 % 50000) / 86400.0, i * 7919 % 50000 FROM n");
+          "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 24999)"
+          "INSERT INTO r SELECT 46096, (i * 7919 % 25000) / 86400.0, i * 7919 % 25000 FROM n");
   live = {true, database, "r", "d", "t", live.Fields};
   ExternalFollower follower(plot, {});
   Look(follower);
-  ASSERT_EQ(values.size(), 50'000U);
+  ASSERT_EQ(values.size(), 25'000U);
   for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(values[i], static_cast<double>(i));
   Look(follower);
-  EXPECT_EQ(values.size(), 50'000U) << "each of them once";
+  EXPECT_EQ(values.size(), 25'000U) << "each of them once";
 }
 
 TEST_F(FollowedWhileWritten, BringsEveryRowOverMidnight) {

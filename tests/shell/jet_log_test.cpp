@@ -28,7 +28,10 @@ class JetLogInTheProgram : public testing::Test {
     rig.programFolder = programs.string();
     UseReader(VELK_JET_READER);
   }
-  ~JetLogInTheProgram() override { unsetenv("XDG_CACHE_HOME"); }
+  ~JetLogInTheProgram() override {
+    unsetenv("XDG_CACHE_HOME");
+    fs::current_path(before);
+  }
 
   void UseReader(const char* program) const {
     fs::remove(programs / "velk_jet_reader");
@@ -37,7 +40,9 @@ class JetLogInTheProgram : public testing::Test {
   /// A log of 1,000 rows of 18 channels.
   void Unpack() const {
     const std::string from = std::string(VELK_SOURCE_DIR) + "/tests/data/jet/log_1000.mdb.gz";
-    ASSERT_EQ(std::system(("gunzip -c '" + from + "' > '" + log + "'").c_str()), 0);
+    const std::string plain = rig.folder.File("plain");
+    ASSERT_EQ(std::system(("gunzip -c '" + from + "' > '" + plain + "'").c_str()), 0);
+    fs::rename(plain, log);
   }
   void Play() {
     rig.dialogs.ExpectOpenFile(log);
@@ -50,6 +55,8 @@ class JetLogInTheProgram : public testing::Test {
     return text;
   }
 
+  /// The program works in its own folder, which goes with the test.
+  const fs::path before = fs::current_path();
   test::ShellRig rig;
   const fs::path programs = rig.folder.Path() / "programs";
   const std::string log = rig.folder.File("Скважина 7 'old'.mdb");
