@@ -21,6 +21,8 @@ frmSelectOPCServer::frmSelectOPCServer(WindowHost& host, OpcCalls& calls, AddSel
       ui_(std::make_unique<Ui::frmSelectOPCServer>()) {
   ui_->setupUi(this);
   setProperty("helpTopic", topic::Opc);
+  // As wide as an address with its port.
+  ui_->OPCNodeName->setMinimumWidth(24 * fontMetrics().averageCharWidth());
   connect(ui_->Command1, &QPushButton::clicked, this, &frmSelectOPCServer::Command1_Click);
   connect(ui_->OPCServerList, &QListWidget::currentRowChanged, this, &frmSelectOPCServer::OPCServerList_Click);
   // An entry may be clicked again, over what was typed meanwhile.
