@@ -9,6 +9,7 @@ from desktop import wait_for
 
 ONLOOKER = os.environ["VELK_ONLOOKER"]
 STEPS_OF_A_DRAG = 8
+OPENS_WITHIN_SECONDS = 5  # on a busy machine too
 
 
 class Seen:
@@ -87,9 +88,18 @@ class Seen:
         self.wait_for(path, "checked", "true")
 
     def choose(self, menu, item):
-        """An item of a menu of the main window."""
-        self.click("MainForm/" + menu)
+        """An item of a menu of the main window. The window manager may move the window from under the first click."""
+        wait_for(lambda: self.opens(menu, item), "%s to open and show %s" % (menu, item))
         self.click("MainForm/" + item)
+
+    def opens(self, menu, item):
+        self.click("MainForm/" + menu)
+        end = time.monotonic() + OPENS_WITHIN_SECONDS
+        while time.monotonic() < end:
+            if self.is_seen("MainForm/" + item):
+                return True
+            time.sleep(0.02)
+        return False
 
     def choose_file(self, path):
         """Answers the dialog of a file, open or about to come."""
