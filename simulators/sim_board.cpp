@@ -130,11 +130,14 @@ class Unit {
 
   void Run() {
     double due = sim::Seconds();
+    bool wasHeard = false;
     while (!sim::Ending()) {
       const bool isHeard = line_.HasReader() && IsAtItsRate() && !options_.silent;
-      // What a reader sent before it left still arrives.
+      // What a reader sent before it left still arrives: it may be gone by now, or put the line's own rate back.
       const std::string bytes = line_.Receive();
-      if (!options_.silent && (isHeard || !line_.HasReader())) received_ += bytes;
+      const bool arrives = isHeard || wasHeard || !line_.HasReader();
+      if (!options_.silent && arrives) received_ += bytes;
+      wasHeard = isHeard;
       while (std::optional<std::string> command = NextCommand()) Obey(*command);
       if (isHeard && runs_ && sim::Seconds() >= due) {
         SendFrame();

@@ -161,7 +161,7 @@ void Group::WatchAgain(std::int32_t serverHandle) {
            });
 }
 
-/// The server has no such item for now: it is told to be bad, without a value, and asked for again.
+/// The server has no such item at the moment: it is told to be bad, without a value, and asked for again.
 void Group::NoteMissing(std::int32_t serverHandle) {
   const auto found = items_.find(serverHandle);
   if (found == items_.end()) return;
