@@ -86,6 +86,18 @@ TEST_F(Refreshing, GoesOnWithoutAPartThatHasEnded) {
   EXPECT_EQ(secondShown, 0);
 }
 
+TEST_F(Refreshing, NobodyLooksAheadOfItOnceItHasEnded) {
+  auto other = std::make_unique<ScreenRefresh>(clock);
+  int looks = 0;
+  other->Ahead([&looks] { ++looks; });
+  ScreenRefresh::Part part(*other, [this] { ++firstShown; });
+  part.Ask();
+  other.reset();
+  clock.Advance(34);
+  EXPECT_EQ(looks, 0);
+  EXPECT_EQ(firstShown, 1);
+}
+
 TEST_F(Refreshing, APartMayOutliveIt) {
   auto other = std::make_unique<ScreenRefresh>(clock);
   ScreenRefresh::Part part(*other, [this] { ++firstShown; });

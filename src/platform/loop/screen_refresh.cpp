@@ -32,6 +32,11 @@ ScreenRefresh::ScreenRefresh(Clock& clock) : round_(std::make_shared<Round>()) {
   round_->timer->SetHandler([round = round_.get()] { round->Show(); });
 }
 
+/// Parts that outlive it keep the round, and whoever looked ahead of it may be gone.
+ScreenRefresh::~ScreenRefresh() {
+  round_->ahead = nullptr;
+}
+
 void ScreenRefresh::Ahead(std::function<void()> look) {
   round_->ahead = std::move(look);
 }

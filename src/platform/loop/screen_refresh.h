@@ -15,9 +15,12 @@ class ScreenRefresh {
 
  public:
   explicit ScreenRefresh(Clock& clock);
+  ~ScreenRefresh();
+  ScreenRefresh(const ScreenRefresh&) = delete;
+  ScreenRefresh& operator=(const ScreenRefresh&) = delete;
 
-  /// Called ahead of each time: what changes a part by then is shown along with the others, since to wake up and paint
-  /// for it alone costs more than its work.
+  /// Called ahead of each time, as long as this lives: what changes a part by then is shown along with the others,
+  /// since to wake up and paint for it alone costs more than its work.
   void Ahead(std::function<void()> look);
 
   /// Something on the screen. It may outlive the ScreenRefresh, as a window does that is deleted later, but not the
