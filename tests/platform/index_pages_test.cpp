@@ -4,27 +4,20 @@
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <random>
 
 #include "base/errors.h"
 #include "platform/database/command.h"
-#include "support/temporary_folder.h"
+#include "platform/pages_fixture.h"
 
 namespace velk {
 namespace {
 
 using Keys = std::vector<std::int64_t>;
 
-class IndexPagesTest : public testing::Test {
+class IndexPagesTest : public test::PagesFixture {
  protected:
-  void Make(const std::string& sql, int pageSize = 4096) {
-    std::filesystem::remove(path_);
-    const auto connection = Connection::Open(path_, OpenMode::CreateNew);
-    connection->Execute("PRAGMA page_size=" + std::to_string(pageSize) + ";" + sql);
-  }
   /// Rows 1 to `count` of (ID, Date, Time), many with the same times, in an order of their own.
   void MakeMany(int count, int pageSize = 4096) {
     Make(
@@ -49,20 +42,12 @@ class IndexPagesTest : public testing::Test {
     while (rows.Next()) keys.push_back(rows.Integer(0));
     return keys;
   }
-  std::string Bytes() {
-    std::ifstream stream(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-  void Write(const std::string& bytes) { std::ofstream(path_, std::ios::binary) << bytes; }
   std::size_t Root() {
     const auto connection = Connection::Open(path_, OpenMode::ReadOnly);
     Command root(*connection, "SELECT rootpage FROM sqlite_schema WHERE type = 'index'");
     root.Next();
     return static_cast<std::size_t>(root.Integer(0));
   }
-
-  test::TemporaryFolder folder_;
-  std::string path_ = folder_.File("run.mdb");
 };
 
 TEST_F(IndexPagesTest, GiveTheKeysInTheOrderOfTheColumnsThenOfTheKeys) {

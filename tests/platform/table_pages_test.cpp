@@ -5,13 +5,11 @@
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <random>
 
 #include "base/errors.h"
-#include "support/temporary_folder.h"
+#include "platform/pages_fixture.h"
 
 namespace velk {
 namespace {
@@ -29,13 +27,8 @@ std::string Told(const Rows& rows) {
   return told;
 }
 
-class TablePagesTest : public testing::Test {
+class TablePagesTest : public test::PagesFixture {
  protected:
-  void Make(const std::string& sql, int pageSize = 4096) {
-    std::filesystem::remove(path_);
-    const auto connection = Connection::Open(path_, OpenMode::CreateNew);
-    connection->Execute("PRAGMA page_size=" + std::to_string(pageSize) + ";" + sql);
-  }
   /// Rows 1 to `count` of (ID, Date, Time, A, B), whose values take up all sizes.
   void MakeMany(int count, int pageSize = 4096) {
     Make(
@@ -71,9 +64,6 @@ class TablePagesTest : public testing::Test {
     }
     return rows;
   }
-
-  test::TemporaryFolder folder_;
-  std::string path_ = folder_.File("run.mdb");
 };
 
 TEST_F(TablePagesTest, GiveTheNumbersThatStatementsGive) {
@@ -240,8 +230,7 @@ TEST_F(TablePagesTest, KeepWritersOutOnlyWhileTheyRead) {
 
 TEST_F(TablePagesTest, StandThousandsOfDamagedFiles) {
   MakeMany(200, 512);
-  std::ifstream stream(path_, std::ios::binary);
-  const std::string whole{std::istreambuf_iterator<char>(stream), {}};
+  const std::string whole = Bytes();
   std::mt19937 random(15);
   int read = 0;
   for (int round = 0; round < 1000; ++round) {
@@ -251,7 +240,7 @@ TEST_F(TablePagesTest, StandThousandsOfDamagedFiles) {
       bytes[512 + random() % ((bytes.size() - 512) / 512) * 512 + random() % (round % 2 == 0 ? 512 : 24)] =
           static_cast<char>(random());
     if (round % 10 == 0) bytes.resize(512 + random() % (bytes.size() - 512));
-    std::ofstream(path_, std::ios::binary) << bytes;
+    Write(bytes);
     try {
       if (const auto rows = Read(1, 200, {"Date", "Time", "B"})) read += rows->size() <= 100'000;
     } catch (const RuntimeError&) {
