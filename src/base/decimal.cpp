@@ -6,6 +6,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+
+#include "base/numbers.h"
 
 namespace velk {
 
@@ -37,7 +40,7 @@ namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-template <std::size_t count>
+template <int count>
 constexpr std::array<std::uint64_t, count> PowersOf(std::uint64_t base) {
   std::array<std::uint64_t, count> powers{1};
   for (std::size_t i = 1; i < count; ++i) powers[i] = powers[i - 1] * base;
@@ -45,53 +48,79 @@ constexpr std::array<std::uint64_t, count> PowersOf(std::uint64_t base) {
 }
 
 constexpr auto kPowersOf5 = PowersOf<28>(5);  // 5^27 is the last that leaves a product with 53 bits within 128
-constexpr auto kPowersOf10 = PowersOf<16>(10);
+constexpr auto kPowersOf10 = PowersOf<17>(10);
 
-void DropTrailingZeros(Decimal& decimal) {
-  while (decimal.count > 0 && decimal.digits[decimal.count - 1] == '0') --decimal.count;
+/// 1E-12 to 1E15, those below 1 to the nearest.
+constexpr int kLeastPower = -12;
+constexpr double kPowers[] = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1, 1e0,  1e1,
+                              1e2,   1e3,   1e4,   1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+/// The eight digits of a number below 10^8 as numbers 0 to 9 in bytes, the first in the lowest. Fours, then pairs, then
+/// single digits are parted, each stage at once in lanes of one word: x / 100 is x * 5243 >> 19 below 10^4, and x / 10
+/// is x * 103 >> 10 below 100.
+std::uint64_t EightDigits(std::uint64_t number) {
+  const std::uint64_t fours = number / 10'000 + ((number % 10'000) << 32);
+  const std::uint64_t hundreds = ((fours * 5243) >> 19) & 0x0000'007F'0000'007F;
+  const std::uint64_t pairs = hundreds + ((fours - hundreds * 100) << 16);
+  const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F'000F'000F'000F;
+  return tens + ((pairs - tens * 10) << 8);
 }
 
-/// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-12 to 1E15.
-/// Gives false outside. Ties go to even, as in to_chars.
+/// Digits up to the last one that is not zero. There is such a one.
+int CountDigits(std::uint64_t eightDigits) {
+  return 8 - static_cast<int>(static_cast<unsigned>(std::countl_zero(eightDigits)) / 8);
+}
+
+/// The digits of a whole number below 10^16.
+void SetDigits(Decimal& decimal, std::uint64_t number) {
+  static_assert(std::endian::native == std::endian::little, "the first digit is the lowest byte");
+  constexpr std::uint64_t kZeros = 0x3030'3030'3030'3030;
+  const std::uint64_t front = EightDigits(number / kPowersOf10[8]);
+  const std::uint64_t back = EightDigits(number % kPowersOf10[8]);
+  decimal.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
+  const std::uint64_t text[] = {front | kZeros, back | kZeros};
+  static_assert(sizeof text == sizeof decimal.digits);
+  std::memcpy(decimal.digits, text, sizeof text);
+}
+
+/// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-11 to 1E15, of
+/// 7 digits from 1E-7. Gives false outside. Ties go to even, as in to_chars.
 bool FindDigits(Decimal& decimal, double magnitude, int digits) {
-  if (!(magnitude >= 1e-12 && magnitude < static_cast<double>(kPowersOf10[digits]))) return false;
+  if (!(magnitude >= kPowers[0] && magnitude < kPowers[digits - kLeastPower])) return false;
   const auto bits = std::bit_cast<std::uint64_t>(magnitude);
   const std::uint64_t mantissa = (bits & ((1ULL << 52) - 1)) | (1ULL << 52);
-  const int binaryExponent = static_cast<int>(bits >> 52) - 1075;
-  // 1233 / 4096 is the logarithm of 2. In this range the exponent is right or one too low, which the digits tell.
-  decimal.exponent = ((binaryExponent + 52) * 1233) >> 12;
-  for (;;) {
-    const int scale = digits - 1 - decimal.exponent;
-    if (scale < 0 || scale >= static_cast<int>(kPowersOf5.size())) return false;
-    // magnitude * 10^scale, the factor of 2^scale being part of the shift
-    const Wide product = Wide{mantissa} * kPowersOf5[scale];
-    const int shift = -(binaryExponent + scale);
-    auto whole = static_cast<std::uint64_t>(product >> shift);
-    if (whole >= kPowersOf10[digits]) {
-      ++decimal.exponent;
-      continue;
-    }
-    const Wide rest = product - (Wide{whole} << shift);
-    const Wide half = Wide{1} << (shift - 1);
-    if (rest > half || (rest == half && whole % 2 == 1)) ++whole;
-    if (whole == kPowersOf10[digits]) {
-      whole /= 10;
-      ++decimal.exponent;
-    }
-    std::to_chars(decimal.digits, decimal.digits + digits, whole);
-    decimal.count = digits;
-    return true;
+  const int binaryExponent = static_cast<int>(bits >> 52) - 1023;
+  // 1233 / 4096 is the logarithm of 2. In this range the exponent is right or one too low. The nearest to a power of
+  // ten counts as that power, since it is rounded to it.
+  int exponent = (binaryExponent * 1233) >> 12;
+  if (magnitude >= kPowers[exponent + 1 - kLeastPower]) ++exponent;
+  // magnitude * 10^scale * 2^64, which leaves the whole number that is looked for in the upper half. Its factor
+  // 10^scale * 2^(binaryExponent + 12) is below 2^62, since the number has 50 bits at most.
+  const int scale = digits - 1 - exponent;
+  const int shift = binaryExponent + scale + 12;
+  if (shift < 0) return false;
+  const Wide product = Wide{mantissa} * (kPowersOf5[scale] << shift);
+  // All but a half is added, and the rest of it where that makes an even number.
+  const std::uint64_t odd = static_cast<std::uint64_t>(product >> 64) & 1;
+  auto number = static_cast<std::uint64_t>((product + (1ULL << 63) - 1 + odd) >> 64);
+  if (number == kPowersOf10[digits]) {
+    number /= 10;
+    ++exponent;
   }
+  decimal.exponent = exponent;
+  SetDigits(decimal, number * kPowersOf10[16 - digits]);
+  return true;
 }
 
-/// The same for every finite number.
-void FindDigitsAnywhere(Decimal& decimal, double magnitude, int digits) {
+/// The same for every finite number. Kept apart, so that the short way needs no room for its text.
+[[gnu::noinline]] void FindDigitsAnywhere(Decimal& decimal, double magnitude, int digits) {
   // "d.ddde-ddd"
   char text[Decimal::kDigits64 + 10];
   const auto end = std::to_chars(text, std::end(text), magnitude, std::chars_format::scientific, digits - 1).ptr;
   decimal.digits[0] = text[0];
   std::copy_n(text + 2, digits - 1, decimal.digits + 1);
   decimal.count = digits;
+  while (decimal.digits[decimal.count - 1] == '0') --decimal.count;
   const char* sign = text + digits + 2;
   std::from_chars(sign + 1, end, decimal.exponent);
   if (*sign == '-') decimal.exponent = -decimal.exponent;
@@ -105,8 +134,77 @@ Decimal ToDecimal(double value, int digits) {
   if (value == 0) return decimal;
   const double magnitude = std::abs(value);
   if (!FindDigits(decimal, magnitude, digits)) FindDigitsAnywhere(decimal, magnitude, digits);
-  DropTrailingZeros(decimal);
   return decimal;
+}
+
+namespace {
+
+char* CopyText(char* out, std::string_view text) {
+  return std::copy(text.begin(), text.end(), out);
+}
+
+/// All of a number's digits, and some of what is behind them: a copy of known size takes two instructions.
+char* CopyDigits(char* out, const Decimal& number) {
+  std::memcpy(out, number.digits, sizeof number.digits);
+  return out + number.count;
+}
+
+/// "123", "12.5", "1200"
+char* WritePlainAboveOne(char* out, const Decimal& number) {
+  char* const end = CopyDigits(out, number);
+  char* const point = out + number.exponent + 1;
+  if (end <= point) return point;  // the digits that are not in use are zeros
+  std::memmove(point + 1, point, sizeof number.digits);
+  *point = '.';
+  return end + 1;
+}
+
+/// "0.00125"
+char* WritePlainBelowOne(char* out, const Decimal& number) {
+  std::memcpy(out, "0.000", 5);
+  return CopyDigits(out + 1 - number.exponent, number);
+}
+
+/// "1.5E-05"
+char* WriteExponentForm(char* out, const Decimal& number) {
+  *out++ = number.digits[0];
+  if (number.count > 1) {
+    *out++ = '.';
+    out = std::copy(number.digits + 1, number.digits + number.count, out);
+  }
+  out = CopyText(out, number.exponent < 0 ? "E-" : "E+");
+  const int exponent = std::abs(number.exponent);
+  if (exponent < 10) *out++ = '0';
+  return std::to_chars(out, out + 3, exponent).ptr;
+}
+
+char* WriteText(char* out, double value, int digits) {
+  if (!std::isfinite(value)) return CopyText(out, std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
+  const Decimal number = ToDecimal(value, digits);
+  if (number.IsZero()) return CopyText(out, "0");
+  if (number.negative) *out++ = '-';
+  if (number.exponent < -4 || number.exponent >= digits) return WriteExponentForm(out, number);
+  return number.exponent < 0 ? WritePlainBelowOne(out, number) : WritePlainAboveOne(out, number);
+}
+
+}  // namespace
+
+char* WriteNumberText(char* out, double value) {
+  return WriteText(out, value, Decimal::kDigits64);
+}
+
+char* WriteNumberText(char* out, float value) {
+  return WriteText(out, static_cast<double>(value), Decimal::kDigits32);
+}
+
+std::string NumberText(double value) {
+  char text[kNumberTextSize];
+  return {text, WriteNumberText(text, value)};
+}
+
+std::string NumberText(float value) {
+  char text[kNumberTextSize];
+  return {text, WriteNumberText(text, value)};
 }
 
 }  // namespace velk

@@ -11,9 +11,10 @@ struct Decimal {
   static constexpr int kDigits32 = 7;
 
   bool negative = false;
-  char digits[kDigits64];  ///< '0' to '9', the first one not '0'
-  int count = 0;           ///< digits in use, without trailing zeros; 0 for the number zero
-  int exponent = 0;        ///< the power of ten that the first digit counts; 0 for zero
+  /// '0' to '9', the first one not '0'. One more than can be in use: they are copied as a block of known size.
+  char digits[16];
+  int count = 0;     ///< digits in use, without trailing zeros; 0 for the number zero
+  int exponent = 0;  ///< the power of ten that the first digit counts; 0 for zero
 
   bool IsZero() const { return count == 0; }
   /// The digit that counts 10^power.
@@ -22,7 +23,7 @@ struct Decimal {
   void RoundTo(int power);
 };
 
-/// The nearest number of `digits` significant digits (at most 15). `value` is finite.
+/// The nearest number of `digits` significant digits (at most 15), '0' behind those in use. `value` is finite.
 Decimal ToDecimal(double value, int digits);
 
 }  // namespace velk

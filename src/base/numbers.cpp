@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "base/decimal.h"
 #include "base/errors.h"
 
 namespace velk {
@@ -47,20 +46,72 @@ struct Reading {
   std::size_t end = 0;  ///< behind the number; 0 where there is none
 };
 
+/// 1 to 1E19, all of them exact.
+constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+
+/// Takes digits at the front of a text as one whole number, modulo 2^64 of more than 19.
+const char* ReadDigits(const char* read, const char* end, std::uint64_t& number) {
+  for (; read != end; ++read) {
+    const unsigned digit = static_cast<unsigned char>(*read) - unsigned{'0'};
+    if (digit > 9) break;
+    number = number * 10 + digit;
+  }
+  return read;
+}
+
+/// Reads digits with an optional point. Gives the end, or null for what takes more than one division (an exponent, too
+/// many digits) and for what is no number.
+const char* ReadShort(const char* begin, const char* end, double& value) {
+  constexpr std::ptrdiff_t kMostDigits = 19;
+  constexpr std::uint64_t kLargestExact = 1ULL << 53;
+  std::uint64_t number = 0;
+  const char* read = ReadDigits(begin, end, number);
+  std::ptrdiff_t digits = read - begin;
+  std::ptrdiff_t places = 0;
+  if (read != end && *read == '.') {
+    const char* const fraction = read + 1;
+    read = ReadDigits(fraction, end, number);
+    places = read - fraction;
+    digits += places;
+  }
+  if (digits == 0 || digits > kMostDigits || number > kLargestExact) return nullptr;
+  if (read != end && (*read == 'e' || *read == 'E')) return nullptr;
+  // Both are exact, so that the quotient is rounded once: it is the nearest number.
+  value = static_cast<double>(number) / kExactPowers[places];
+  return read;
+}
+
+/// Reads every number, but no "inf", "nan" and sign, which from_chars would take too.
+const char* ReadAnyLength(const char* begin, const char* end, double& value) {
+  value = 0;
+  const bool point = begin != end && *begin == '.';
+  if (end - begin <= (point ? 1 : 0) || !IsDigit(begin[point ? 1 : 0])) return nullptr;
+  const auto [behind, error] = std::from_chars(begin, end, value);
+  if (error == std::errc::result_out_of_range) {
+    value = IsHuge(begin, behind) ? std::numeric_limits<double>::infinity() : 0;
+  }
+  return behind;
+}
+
+}  // namespace
+
+const char* ReadMagnitude(const char* begin, const char* end, double& value) {
+  const char* const behind = ReadShort(begin, end, value);
+  return behind != nullptr ? behind : ReadAnyLength(begin, end, value);
+}
+
+namespace {
+
 Reading ReadNumber(std::string_view text) {
   const char* const begin = text.data();
   const char* const end = begin + text.size();
   const char* read = std::find_if_not(begin, end, IsBlank);
   const bool negative = read != end && *read == '-';
   if (read != end && (*read == '-' || *read == '+')) ++read;
-  // from_chars would also take "inf", "nan" and a second sign.
-  const bool point = read != end && *read == '.';
-  if (end - read <= (point ? 1 : 0) || !IsDigit(read[point ? 1 : 0])) return {};
   Reading reading;
-  const auto [behind, error] = std::from_chars(read, end, reading.value);
-  if (error == std::errc::result_out_of_range) {
-    reading.value = IsHuge(read, behind) ? std::numeric_limits<double>::infinity() : 0;
-  }
+  const char* const behind = ReadMagnitude(read, end, reading.value);
+  if (behind == nullptr) return {};
   if (negative) reading.value = -reading.value;
   reading.end = static_cast<std::size_t>(behind - begin);
   return reading;
@@ -71,48 +122,6 @@ Reading ReadWhole(std::string_view text) {
   const Reading reading = ReadNumber(text);
   const bool whole = std::all_of(text.begin() + static_cast<std::ptrdiff_t>(reading.end), text.end(), IsBlank);
   return whole ? reading : Reading{};
-}
-
-char* CopyText(char* out, std::string_view text) {
-  return std::copy(text.begin(), text.end(), out);
-}
-
-/// "123", "12.5", "1200"
-char* WritePlainAboveOne(char* out, const Decimal& number) {
-  const int whole = number.exponent + 1;
-  out = std::copy_n(number.digits, std::min(number.count, whole), out);
-  if (number.count <= whole) return std::fill_n(out, whole - number.count, '0');
-  *out++ = '.';
-  return std::copy(number.digits + whole, number.digits + number.count, out);
-}
-
-/// "0.00125"
-char* WritePlainBelowOne(char* out, const Decimal& number) {
-  out = std::fill_n(CopyText(out, "0."), -number.exponent - 1, '0');
-  return std::copy_n(number.digits, number.count, out);
-}
-
-/// "1.5E-05"
-char* WriteExponentForm(char* out, const Decimal& number) {
-  *out++ = number.digits[0];
-  if (number.count > 1) {
-    *out++ = '.';
-    out = std::copy(number.digits + 1, number.digits + number.count, out);
-  }
-  out = CopyText(out, number.exponent < 0 ? "E-" : "E+");
-  const int exponent = std::abs(number.exponent);
-  if (exponent < 10) *out++ = '0';
-  return std::to_chars(out, out + 3, exponent).ptr;
-}
-
-char* WriteText(char* out, double value, int digits) {
-  if (std::isnan(value)) return CopyText(out, "nan");
-  if (std::isinf(value)) return CopyText(out, value < 0 ? "-inf" : "inf");
-  const Decimal number = ToDecimal(value, digits);
-  if (number.IsZero()) return CopyText(out, "0");
-  if (number.negative) *out++ = '-';
-  if (number.exponent < -4 || number.exponent >= digits) return WriteExponentForm(out, number);
-  return number.exponent < 0 ? WritePlainBelowOne(out, number) : WritePlainAboveOne(out, number);
 }
 
 }  // namespace
@@ -131,24 +140,6 @@ double ToDouble(std::string_view text) {
   if (reading.end == 0) throw RuntimeError(ErrorNumber::TypeMismatch);
   if (!std::isfinite(reading.value)) throw RuntimeError(ErrorNumber::Overflow);
   return reading.value;
-}
-
-char* WriteNumberText(char* out, double value) {
-  return WriteText(out, value, Decimal::kDigits64);
-}
-
-char* WriteNumberText(char* out, float value) {
-  return WriteText(out, static_cast<double>(value), Decimal::kDigits32);
-}
-
-std::string NumberText(double value) {
-  char text[kNumberTextSize];
-  return {text, WriteNumberText(text, value)};
-}
-
-std::string NumberText(float value) {
-  char text[kNumberTextSize];
-  return {text, WriteNumberText(text, value)};
 }
 
 }  // namespace velk

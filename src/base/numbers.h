@@ -11,6 +11,10 @@ namespace velk {
 /// beyond the 64-bit range gives an infinity, "-0" gives minus zero, "nan" and "inf" are no numbers and give 0.
 double Val(std::string_view text);
 
+/// The same without blanks and sign: a digit or a point is at `begin`. Gives what is behind the number; null, and 0,
+/// where there is none.
+const char* ReadMagnitude(const char* begin, const char* end, double& value);
+
 /// Whether the whole text, blanks at both ends aside, is one finite number in the form that Val reads.
 bool IsNumeric(std::string_view text);
 
@@ -24,8 +28,9 @@ double ToDouble(std::string_view text);
 std::string NumberText(double value);
 std::string NumberText(float value);
 
-/// Room that the longest of these texts takes: "-1.23456789012345E-308".
-inline constexpr std::size_t kNumberTextSize = 24;
+/// Room to write one of these texts in. The longest, "-1.23456789012345E-308", takes 22; what is written behind the end
+/// on the way has no meaning.
+inline constexpr std::size_t kNumberTextSize = 40;
 
 /// Writes NumberText(value) to `out`, which has room for kNumberTextSize characters, and gives its end. No zero behind
 /// it. For formulas, which write numbers many times a sample.

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <limits>
+#include <random>
 
 #include "base/errors.h"
 
@@ -122,6 +124,44 @@ TEST(Val, ReadsTextsOf400Digits) {
   EXPECT_EQ(Val("0." + zeros + "1e401"), 1);
   EXPECT_EQ(Val("1." + zeros), 1);
   EXPECT_EQ(Val(nines.substr(100)), 1e300);
+}
+
+std::string RandomDigits(std::mt19937& random, std::size_t count) {
+  std::string digits;
+  while (digits.size() < count) digits += static_cast<char>('0' + random() % 10);
+  return digits;
+}
+
+TEST(Val, IsTheNearestNumberThatTheCLibraryReads) {
+  std::mt19937 random(20261122);
+  for (int i = 0; i < 100'000; ++i) {
+    // Around 16 digits and 2^53 lies what is one exact division, and what is not.
+    std::string text = RandomDigits(random, 1 + random() % 11) + '.' + RandomDigits(random, random() % 11);
+    if (i % 4 == 0) text = "900719925474099" + RandomDigits(random, 1 + random() % 2);
+    if (i % 4 == 1) text = "0." + std::string(random() % 8, '0') + RandomDigits(random, 10 + random() % 12);
+    if (i % 16 == 2) text += 'e' + std::to_string(static_cast<int>(random() % 40) - 20);
+    EXPECT_EQ(Val(text), std::strtod(text.c_str(), nullptr)) << text;
+  }
+}
+
+TEST(ReadMagnitude, TakesNoBlankAndNoSign) {
+  for (const std::string text : {"", " 1", "-1", "+1", ".", "x", "inf", "nan", ".e1"}) {
+    double value = 1;
+    EXPECT_EQ(ReadMagnitude(text.data(), text.data() + text.size(), value), nullptr) << text;
+    EXPECT_EQ(value, 0) << text;
+  }
+}
+
+TEST(ReadMagnitude, GivesWhatIsBehindTheNumber) {
+  const std::vector<std::pair<std::string, std::string>> rows = {{"12", ""},      {"1.5-2", "-2"}, {".5.5", ".5"},
+                                                                 {"7.", ""},      {"1e5x", "x"},   {"1e", "e"},
+                                                                 {"1e999*", "*"}, {"2 ", " "}};
+  for (const auto& [text, rest] : rows) {
+    double value = 0;
+    EXPECT_EQ(ReadMagnitude(text.data(), text.data() + text.size(), value), text.data() + text.size() - rest.size())
+        << text;
+    EXPECT_EQ(value, Val(text)) << text;
+  }
 }
 
 TEST(IsNumeric, IsTrueOfOneFiniteNumberAsAWhole) {
