@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 
 #include "base/numbers.h"
@@ -17,17 +18,36 @@ namespace {
 /// Bit k: operator k may stand in the text. A pass for an operator whose bit is not set has nothing to do.
 using OperatorSet = unsigned;
 
-constexpr auto kOperatorsByFirstByte = [] {
-  std::array<std::uint8_t, 256> sets{};
+/// The bit beside them: a letter that may have to be lowered or encoded.
+constexpr OperatorSet kLetterToPrepare = 1U << (kLastOperator + 1);
+
+/// What can begin with a byte.
+constexpr auto kMeanings = [] {
+  std::array<std::uint8_t, 256> meanings{};
+  for (unsigned c = 'A'; c <= 'Z'; ++c) meanings[c] = kLetterToPrepare;
+  for (unsigned c = 0x80; c <= 0xFF; ++c) meanings[c] = kLetterToPrepare;
+  meanings['e'] = kLetterToPrepare;
   for (int k = 0; k <= kLastOperator; ++k) {
     const auto first = static_cast<unsigned char>(FormulaTokens[k].front());
-    sets[first] = static_cast<std::uint8_t>(sets[first] | 1U << k);
+    meanings[first] = static_cast<std::uint8_t>(meanings[first] | 1U << k);
   }
-  return sets;
+  return meanings;
 }();
 
-OperatorSet OperatorsBeginningWith(char c) {
-  return kOperatorsByFirstByte[static_cast<unsigned char>(c)];
+OperatorSet MeaningOf(char c) {
+  return kMeanings[static_cast<unsigned char>(c)];
+}
+
+OperatorSet MeaningOf(std::string_view text) {
+  OperatorSet meaning = 0;
+  for (const char c : text) meaning |= MeaningOf(c);
+  return meaning;
+}
+
+/// Whether one of these operators begins at `at`. All but "mod" are one character.
+bool BeginsOneOf(OperatorSet operators, std::string_view text, std::size_t at) {
+  const OperatorSet meaning = MeaningOf(text[at]) & operators;
+  return meaning != 0 && (meaning != 1U << kRemainder || text.substr(at).starts_with(FormulaTokens[kRemainder]));
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -54,7 +74,7 @@ class ResultText {
 
   /// "E+20" to "ep20".
   void Encode() {
-    char* const mark = std::find(begin_, end_, 'E');
+    char* const mark = std::find(std::max(begin_, end_ - kLongestExponent), end_, 'E');
     if (mark == end_) return;
     *mark = 'e';
     mark[1] = mark[1] == '+' ? 'p' : 'm';
@@ -63,6 +83,8 @@ class ResultText {
   std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
 
  private:
+  static constexpr std::ptrdiff_t kLongestExponent = 5;  // "E+308"
+
   char text_[2 + kNumberTextSize];
   char* begin_ = text_ + 1;
   char* end_;
@@ -74,51 +96,52 @@ void MarkLeadingMinus(std::string& inner) {
 
 /// Lower-cases the text, encodes its exponent marks and tells which operators may stand in it.
 OperatorSet LowerAndEncode(std::string& inner) {
+  OperatorSet present = MeaningOf(inner);
+  if ((present & kLetterToPrepare) == 0) return present;
   const bool ascii =
       std::all_of(inner.begin(), inner.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   if (!ascii) inner = LowerCase(inner);
-  OperatorSet present = 0;
+  present = 0;
   char previous = 0;
   for (char& c : inner) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     if (previous == 'e' && c == '+') c = 'p';
     if (previous == 'e' && c == '-') c = 'm';
-    present |= OperatorsBeginningWith(c);
+    present |= MeaningOf(c);
     previous = c;
   }
-  return present;
+  return present & ~kLetterToPrepare;
+}
+
+std::size_t FindOperator(std::string_view text, std::string_view name) {
+  return name.size() == 1 ? text.find(name.front()) : text.find(name);
 }
 
 struct LeftOperand {
   std::size_t boundary = 0;  ///< characters ahead of the operand
-  bool hasMinus = false;     ///< a minus was taken into the operand, so a positive result needs a "+" in its place
+  bool hasMinus = false;     ///< a minus was passed, so a positive result needs a "+" in its place
 };
 
-/// Looks back from an operator for those that are worked off later; a "-" stays with the operand.
-LeftOperand FindLeftOperand(std::string_view leftPart, int token, OperatorSet present) {
+/// Looks back from an operator for the nearest of those that are worked off later; a "-" stays with the operand. One
+/// ahead of a "+" is passed too.
+LeftOperand FindLeftOperand(std::string_view leftPart, OperatorSet later) {
   LeftOperand operand;
-  for (int m = token + 1; m <= kLastOperator; ++m) {
-    if ((present >> m & 1U) == 0) continue;
-    const std::size_t position = LastPosition(leftPart, FormulaTokens[m]);
-    if (position <= operand.boundary) continue;
-    if (m == kSubtraction) {
-      operand.boundary = position - 1;
-      operand.hasMinus = true;
-    } else {
-      operand.boundary = position + FormulaTokens[m].size() - 1;
-    }
+  for (std::size_t at = leftPart.size(); at-- > 0;) {
+    if (!BeginsOneOf(later, leftPart, at)) continue;
+    const char c = leftPart[at];
+    operand.hasMinus = c == '-';
+    if (operand.boundary == 0) operand.boundary = at + (c == '-' ? 0 : c == 'm' ? FormulaTokens[kRemainder].size() : 1);
+    if (c != '+') break;
   }
   return operand;
 }
 
 /// Length of the text from behind an operator to the next one; the first character may be a sign.
-std::size_t RightOperandLength(std::string_view rightPart, int token, OperatorSet present) {
-  std::size_t length = rightPart.size();
-  for (int m = token; m <= kLastOperator; ++m) {
-    if ((present >> m & 1U) == 0) continue;
-    length = std::min(length, rightPart.find(FormulaTokens[m], 1));
+std::size_t RightOperandLength(std::string_view rightPart, OperatorSet sameOrLater) {
+  for (std::size_t at = 1; at < rightPart.size(); ++at) {
+    if (BeginsOneOf(sameOrLater, rightPart, at)) return at;
   }
-  return length;
+  return rightPart.size();
 }
 
 /// Puts `result` in the place of an operation. Gives false when nothing came of it.
@@ -137,24 +160,39 @@ bool WriteBack(std::string& inner, std::size_t begin, std::size_t end, std::stri
 
 void WorkOffOperator(std::string& inner, FormulaToken token, OperatorSet& present) {
   const std::string_view name = FormulaTokens[token];
-  for (std::size_t at = inner.find(name); at != std::string::npos; at = inner.find(name)) {
+  for (std::size_t at = FindOperator(inner, name); at != std::string::npos; at = FindOperator(inner, name)) {
+    const OperatorSet sameOrLater = present >> token << token;
     const std::string_view leftPart = std::string_view(inner).substr(0, at);
     const std::string_view rightPart = std::string_view(inner).substr(at + name.size());
-    const LeftOperand left = FindLeftOperand(leftPart, token, present);
-    const std::size_t rightLength = RightOperandLength(rightPart, token, present);
+    const LeftOperand left = FindLeftOperand(leftPart, sameOrLater & ~(1U << token));
+    const std::size_t rightLength = RightOperandLength(rightPart, sameOrLater);
     const double value = ApplyOperator(OperandValue(Trimmed(leftPart.substr(left.boundary))),
                                        OperandValue(Trimmed(rightPart.substr(0, rightLength))), token);
     ResultText result(value);
     if (value > 0 && left.hasMinus) result.AddPlus();
     result.Encode();
-    present |= OperatorsBeginningWith(result.View().front());
+    present |= MeaningOf(result.View().front());
     if (!WriteBack(inner, left.boundary, at + name.size() + rightLength, result.View())) return;
   }
+}
+
+/// Works off a text without brackets.
+void WorkOffOperators(std::string& inner) {
+  MarkLeadingMinus(inner);
+  OperatorSet present = LowerAndEncode(inner);
+  for (OperatorSet rest = present; rest != 0;) {
+    const int token = std::countr_zero(rest);
+    WorkOffOperator(inner, static_cast<FormulaToken>(token), present);
+    rest = present >> (token + 1) << (token + 1);
+  }
+  ResolveOperand(inner);
 }
 
 /// Applies the functions whose names end `before`, and cuts the names off. One look at each function, in the order of
 /// the table.
 void WorkOffFunctions(std::string_view& before, std::string& inner, std::span<Parameter> additional, int formulaIndex) {
+  const bool endsWithLetter = !before.empty() && before.back() >= 'a' && before.back() <= 'z';
+  if (!endsWithLetter) return;
   for (int f = kFirstFunction; f <= kLastFunction; ++f) {
     if (!before.ends_with(FormulaTokens[f])) continue;
     const auto function = static_cast<FormulaToken>(f);
@@ -163,39 +201,36 @@ void WorkOffFunctions(std::string_view& before, std::string& inner, std::span<Pa
   }
 }
 
-/// Works off the bracket that closes first, or all of a text without one.
-void WorkOffInnermost(std::string& text, std::span<Parameter> additional, int formulaIndex) {
-  static thread_local std::string inner;  // kept, so that their memory is
-  static thread_local std::string rewritten;
-
-  std::string_view before;
-  std::string_view after;
-  inner = text;
-  if (const std::size_t close = text.find(')'); close != std::string::npos) {
-    const std::string_view ahead = std::string_view(text).substr(0, close);
-    const std::size_t open = LastPosition(ahead, "(");
-    before = Trimmed(ahead.substr(0, open == 0 ? 0 : open - 1));
-    inner = ahead.substr(open);
-    after = Trimmed(std::string_view(text).substr(close + 1));
-  }
-
-  MarkLeadingMinus(inner);
-  OperatorSet present = LowerAndEncode(inner);
-  for (int k = 0; k <= kLastOperator; ++k) {
-    if ((present >> k & 1U) != 0) WorkOffOperator(inner, static_cast<FormulaToken>(k), present);
-  }
-  ResolveOperand(inner);
+/// Works off the bracket that ends at `close`, which is the first to do so.
+void WorkOffBracket(std::string& text, std::size_t close, std::span<Parameter> additional, int formulaIndex) {
+  static thread_local std::string inner;  // kept, so that its memory is
+  const std::string_view ahead = std::string_view(text).substr(0, close);
+  const std::size_t open = LastPosition(ahead, "(");
+  inner = ahead.substr(open);
+  WorkOffOperators(inner);
+  std::string_view before = Trimmed(ahead.substr(0, open == 0 ? 0 : open - 1));
   WorkOffFunctions(before, inner, additional, formulaIndex);
 
-  rewritten.assign(before).append(inner).append(after);
-  text.swap(rewritten);
-  ResolveOperand(text);
+  const std::string_view after = Trimmed(std::string_view(text).substr(close + 1));
+  const auto begin = static_cast<std::size_t>(before.data() - text.data());
+  const auto afterBegin = static_cast<std::size_t>(after.data() - text.data());
+  text.erase(afterBegin + after.size());
+  text.replace(begin + before.size(), afterBegin - begin - before.size(), inner);
+  text.erase(0, begin);
 }
 
 }  // namespace
 
 void EvaluateFormula(std::string& text, int bracketCount, std::span<Parameter> additional, int formulaIndex) {
-  for (int pass = 0; pass <= bracketCount; ++pass) WorkOffInnermost(text, additional, formulaIndex);
+  for (int pass = 0; pass <= bracketCount; ++pass) {
+    const std::size_t close = text.find(')');
+    if (close == std::string::npos) {
+      WorkOffOperators(text);
+    } else {
+      WorkOffBracket(text, close, additional, formulaIndex);
+    }
+    ResolveOperand(text);
+  }
 }
 
 }  // namespace velk

@@ -1,7 +1,5 @@
 #include "formula/operands.h"
 
-#include <charconv>
-
 #include "base/numbers.h"
 #include "formula/formula_tokens.h"
 
@@ -13,10 +11,6 @@ constexpr std::string_view kPiText = "3.14159265358979";  // 4 x arctangent(1) a
 
 bool HasSign(std::string_view text) {
   return !text.empty() && (text.front() == '@' || text.front() == '-');
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 }  // namespace
@@ -34,8 +28,10 @@ std::size_t LastPosition(std::string_view text, std::string_view find) {
 void ResolveOperand(std::string& text) {
   // The sign keeps its place, since none of what follows can begin with it.
   const std::size_t sign = HasSign(text) ? 1 : 0;
-  if (text.find("ep") != std::string::npos) ReplaceFirst(text, "p", "+");
-  if (text.find("em") != std::string::npos) ReplaceFirst(text, "m", "-");
+  if (text.find('e') != std::string::npos) {
+    if (text.find("ep") != std::string::npos) ReplaceFirst(text, "p", "+");
+    if (text.find("em") != std::string::npos) ReplaceFirst(text, "m", "-");
+  }
   if (std::string_view(text).substr(sign) == FormulaTokens[kPi]) text.replace(sign, std::string::npos, kPiText);
   if (sign > 0) text.front() = '-';
 }
@@ -44,12 +40,9 @@ double OperandValue(std::string_view operand) {
   // Most operands are plain numbers, and those ResolveOperand leaves alone but for the sign.
   const bool negative = HasSign(operand);
   const std::string_view magnitude = operand.substr(negative ? 1 : 0);
-  if (!magnitude.empty() && IsDigit(magnitude.front())) {
-    double value = 0;
-    const char* const end = magnitude.data() + magnitude.size();
-    const auto [behind, error] = std::from_chars(magnitude.data(), end, value);
-    if (behind == end && error == std::errc()) return negative ? -value : value;
-  }
+  double value = 0;
+  const char* const end = magnitude.data() + magnitude.size();
+  if (ReadMagnitude(magnitude.data(), end, value) == end) return negative ? -value : value;
   static thread_local std::string text;  // kept, so that its memory is
   text = operand;
   ResolveOperand(text);
