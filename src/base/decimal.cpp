@@ -57,14 +57,21 @@ constexpr double kPowers[] = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5,
 
 /// The eight digits of a number below 10^8 as numbers 0 to 9 in bytes, the first in the lowest. Fours, then pairs, then
 /// single digits are parted, each stage at once in lanes of one word: x / 100 is x * 5243 >> 19 below 10^4, and x / 10
-/// is x * 103 >> 10 below 100.
+/// is x * 103 >> 10 below 100. The rest goes one lane up: hundreds + ((fours - hundreds * 100) << 16).
 std::uint64_t EightDigits(std::uint64_t number) {
   const std::uint64_t fours = number / 10'000 + ((number % 10'000) << 32);
   const std::uint64_t hundreds = ((fours * 5243) >> 19) & 0x0000'007F'0000'007F;
-  const std::uint64_t pairs = hundreds + ((fours - hundreds * 100) << 16);
+  const std::uint64_t pairs = (fours << 16) - hundreds * ((100 << 16) - 1);
   const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F'000F'000F'000F;
-  return tens + ((pairs - tens * 10) << 8);
+  return (pairs << 8) - tens * ((10 << 8) - 1);
 }
+
+/// A number as ToDecimal gives it, without its sign.
+struct Digits {
+  Wide text;  ///< 16 characters, the first in the lowest byte: those in use, and '0' behind them
+  int count;
+  int exponent;
+};
 
 /// Digits up to the last one that is not zero. There is such a one.
 int CountDigits(std::uint64_t eightDigits) {
@@ -72,20 +79,18 @@ int CountDigits(std::uint64_t eightDigits) {
 }
 
 /// The digits of a whole number below 10^16.
-void SetDigits(Decimal& decimal, std::uint64_t number) {
-  static_assert(std::endian::native == std::endian::little, "the first digit is the lowest byte");
+void SetDigits(Digits& digits, std::uint64_t number) {
+  static_assert(std::endian::native == std::endian::little, "the lowest byte is written first");
   constexpr std::uint64_t kZeros = 0x3030'3030'3030'3030;
   const std::uint64_t front = EightDigits(number / kPowersOf10[8]);
   const std::uint64_t back = EightDigits(number % kPowersOf10[8]);
-  decimal.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
-  const std::uint64_t text[] = {front | kZeros, back | kZeros};
-  static_assert(sizeof text == sizeof decimal.digits);
-  std::memcpy(decimal.digits, text, sizeof text);
+  digits.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
+  digits.text = Wide{back | kZeros} << 64 | (front | kZeros);
 }
 
 /// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-11 to 1E15, of
 /// 7 digits from 1E-7. Gives false outside. Ties go to even, as in to_chars.
-bool FindDigits(Decimal& decimal, double magnitude, int digits) {
+[[gnu::always_inline]] inline bool FindDigits(Digits& found, double magnitude, int digits) {
   if (!(magnitude >= kPowers[0] && magnitude < kPowers[digits - kLeastPower])) return false;
   const auto bits = std::bit_cast<std::uint64_t>(magnitude);
   const std::uint64_t mantissa = (bits & ((1ULL << 52) - 1)) | (1ULL << 52);
@@ -107,23 +112,32 @@ bool FindDigits(Decimal& decimal, double magnitude, int digits) {
     number /= 10;
     ++exponent;
   }
-  decimal.exponent = exponent;
-  SetDigits(decimal, number * kPowersOf10[16 - digits]);
+  found.exponent = exponent;
+  SetDigits(found, number * kPowersOf10[16 - digits]);
   return true;
 }
 
 /// The same for every finite number. Kept apart, so that the short way needs no room for its text.
-[[gnu::noinline]] void FindDigitsAnywhere(Decimal& decimal, double magnitude, int digits) {
+[[gnu::noinline]] Digits FindDigitsAnywhere(double magnitude, int digits) {
   // "d.ddde-ddd"
   char text[Decimal::kDigits64 + 10];
   const auto end = std::to_chars(text, std::end(text), magnitude, std::chars_format::scientific, digits - 1).ptr;
-  decimal.digits[0] = text[0];
-  std::copy_n(text + 2, digits - 1, decimal.digits + 1);
-  decimal.count = digits;
-  while (decimal.digits[decimal.count - 1] == '0') --decimal.count;
-  const char* sign = text + digits + 2;
-  std::from_chars(sign + 1, end, decimal.exponent);
-  if (*sign == '-') decimal.exponent = -decimal.exponent;
+  const char* const sign = text + digits + 2;
+  Digits found{};
+  std::from_chars(sign + 1, end, found.exponent);
+  if (*sign == '-') found.exponent = -found.exponent;
+  text[1] = text[0];
+  std::fill(text + 1 + digits, text + 1 + sizeof found.text, '0');
+  std::memcpy(&found.text, text + 1, sizeof found.text);
+  found.count = digits;
+  while (text[found.count] == '0') --found.count;
+  return found;
+}
+
+/// Inlined, so that the number of digits is a constant where texts are written.
+[[gnu::always_inline]] inline Digits DigitsOf(double magnitude, int digits) {
+  Digits found;
+  return FindDigits(found, magnitude, digits) ? found : FindDigitsAnywhere(magnitude, digits);
 }
 
 }  // namespace
@@ -132,8 +146,11 @@ Decimal ToDecimal(double value, int digits) {
   Decimal decimal;
   decimal.negative = std::signbit(value);
   if (value == 0) return decimal;
-  const double magnitude = std::abs(value);
-  if (!FindDigits(decimal, magnitude, digits)) FindDigitsAnywhere(decimal, magnitude, digits);
+  const Digits found = DigitsOf(std::abs(value), digits);
+  static_assert(sizeof decimal.digits == sizeof found.text);
+  std::memcpy(decimal.digits, &found.text, sizeof found.text);
+  decimal.count = found.count;
+  decimal.exponent = found.exponent;
   return decimal;
 }
 
@@ -143,46 +160,43 @@ char* CopyText(char* out, std::string_view text) {
   return std::copy(text.begin(), text.end(), out);
 }
 
-/// All of a number's digits, and some of what is behind them: a copy of known size takes two instructions.
-char* CopyDigits(char* out, const Decimal& number) {
-  std::memcpy(out, number.digits, sizeof number.digits);
-  return out + number.count;
+/// All 16 characters: a copy of known size takes two instructions.
+void CopyDigits(char* out, Wide text) {
+  std::memcpy(out, &text, sizeof text);
 }
 
 /// "123", "12.5", "1200"
-char* WritePlainAboveOne(char* out, const Decimal& number) {
-  char* const end = CopyDigits(out, number);
-  char* const point = out + number.exponent + 1;
-  if (end <= point) return point;  // the digits that are not in use are zeros
-  std::memmove(point + 1, point, sizeof number.digits);
-  *point = '.';
-  return end + 1;
+char* WritePlainAboveOne(char* out, const Digits& number) {
+  const int whole = number.exponent + 1;
+  CopyDigits(out, number.text);
+  if (number.count <= whole) return out + whole;
+  out[whole] = '.';
+  CopyDigits(out + whole + 1, number.text >> (8 * whole));
+  return out + number.count + 1;
 }
 
 /// "0.00125"
-char* WritePlainBelowOne(char* out, const Decimal& number) {
+char* WritePlainBelowOne(char* out, const Digits& number) {
   std::memcpy(out, "0.000", 5);
-  return CopyDigits(out + 1 - number.exponent, number);
+  out += 1 - number.exponent;
+  CopyDigits(out, number.text);
+  return out + number.count;
 }
 
 /// "1.5E-05"
-char* WriteExponentForm(char* out, const Decimal& number) {
-  *out++ = number.digits[0];
-  if (number.count > 1) {
-    *out++ = '.';
-    out = std::copy(number.digits + 1, number.digits + number.count, out);
-  }
+[[gnu::noinline]] char* WriteExponentForm(char* out, const Digits& number) {
+  out = WritePlainAboveOne(out, {.text = number.text, .count = number.count, .exponent = 0});
   out = CopyText(out, number.exponent < 0 ? "E-" : "E+");
   const int exponent = std::abs(number.exponent);
   if (exponent < 10) *out++ = '0';
   return std::to_chars(out, out + 3, exponent).ptr;
 }
 
-char* WriteText(char* out, double value, int digits) {
+[[gnu::always_inline]] inline char* WriteText(char* out, double value, int digits) {
   if (!std::isfinite(value)) return CopyText(out, std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
-  const Decimal number = ToDecimal(value, digits);
-  if (number.IsZero()) return CopyText(out, "0");
-  if (number.negative) *out++ = '-';
+  if (value == 0) return CopyText(out, "0");
+  if (value < 0) *out++ = '-';
+  const Digits number = DigitsOf(std::abs(value), digits);
   if (number.exponent < -4 || number.exponent >= digits) return WriteExponentForm(out, number);
   return number.exponent < 0 ? WritePlainBelowOne(out, number) : WritePlainAboveOne(out, number);
 }

@@ -82,8 +82,8 @@ const char* ReadShort(const char* begin, const char* end, double& value) {
   return read;
 }
 
-/// Reads every number, but no "inf", "nan" and sign, which from_chars would take too.
-const char* ReadAnyLength(const char* begin, const char* end, double& value) {
+/// Reads every number, but no "inf", "nan" and sign, which from_chars would take too. Kept apart from the short way.
+[[gnu::noinline]] const char* ReadAnyLength(const char* begin, const char* end, double& value) {
   value = 0;
   const bool point = begin != end && *begin == '.';
   if (end - begin <= (point ? 1 : 0) || !IsDigit(begin[point ? 1 : 0])) return nullptr;
