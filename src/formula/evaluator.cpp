@@ -18,7 +18,7 @@ namespace {
 /// Bit k: operator k may stand in the text. A pass for an operator whose bit is not set has nothing to do.
 using OperatorSet = unsigned;
 
-/// The bit beside them: a letter that may have to be lowered or encoded.
+/// The bit above them: a letter that may have to be lowered or encoded.
 constexpr OperatorSet kLetterToPrepare = 1U << (kLastOperator + 1);
 
 /// What can begin with a byte.
@@ -38,22 +38,22 @@ OperatorSet MeaningOf(char c) {
   return kMeanings[static_cast<unsigned char>(c)];
 }
 
-OperatorSet MeaningOf(std::string_view text) {
-  OperatorSet meaning = 0;
-  for (const char c : text) meaning |= MeaningOf(c);
-  return meaning;
+/// Whether a text begins with one of these operators. All but "mod" are one character. Inlined: asked of each
+/// character.
+[[gnu::always_inline]] inline bool BeginsWithOneOf(OperatorSet operators, std::string_view text) {
+  const OperatorSet meaning = MeaningOf(text.front()) & operators;
+  return meaning != 0 && (meaning != 1U << kRemainder || text.starts_with(FormulaTokens[kRemainder]));
 }
 
-/// Whether one of these operators begins at `at`. All but "mod" are one character.
-bool BeginsOneOf(OperatorSet operators, std::string_view text, std::size_t at) {
-  const OperatorSet meaning = MeaningOf(text[at]) & operators;
-  return meaning != 0 && (meaning != 1U << kRemainder || text.substr(at).starts_with(FormulaTokens[kRemainder]));
-}
-
-std::string_view Trimmed(std::string_view text) {
+[[gnu::noinline]] std::string_view WithoutBlanks(std::string_view text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
   return text;
+}
+
+std::string_view Trimmed(std::string_view text) {
+  const bool plain = text.empty() || (text.front() != ' ' && text.back() != ' ');
+  return plain ? text : WithoutBlanks(text);
 }
 
 /// A value as it is written into a formula.
@@ -95,13 +95,11 @@ void MarkLeadingMinus(std::string& inner) {
 }
 
 /// Lower-cases the text, encodes its exponent marks and tells which operators may stand in it.
-OperatorSet LowerAndEncode(std::string& inner) {
-  OperatorSet present = MeaningOf(inner);
-  if ((present & kLetterToPrepare) == 0) return present;
+[[gnu::noinline]] OperatorSet LowerAndEncode(std::string& inner) {
   const bool ascii =
       std::all_of(inner.begin(), inner.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   if (!ascii) inner = LowerCase(inner);
-  present = 0;
+  OperatorSet present = 0;
   char previous = 0;
   for (char& c : inner) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
@@ -113,8 +111,22 @@ OperatorSet LowerAndEncode(std::string& inner) {
   return present & ~kLetterToPrepare;
 }
 
-std::size_t FindOperator(std::string_view text, std::string_view name) {
-  return name.size() == 1 ? text.find(name.front()) : text.find(name);
+/// The same, which for most texts is one look that finds no letter.
+OperatorSet Prepare(std::string& inner) {
+  OperatorSet present = 0;
+  for (const char c : inner) {
+    present |= MeaningOf(c);
+    if (present >= kLetterToPrepare) return LowerAndEncode(inner);
+  }
+  return present;
+}
+
+std::size_t FindOperator(std::string_view text, FormulaToken token) {
+  const std::string_view name = FormulaTokens[token];
+  std::size_t at = text.find(name.front());
+  while (at != std::string_view::npos && !BeginsWithOneOf(1U << token, text.substr(at)))
+    at = text.find(name.front(), at + 1);
+  return at;
 }
 
 struct LeftOperand {
@@ -126,8 +138,9 @@ struct LeftOperand {
 /// ahead of a "+" is passed too.
 LeftOperand FindLeftOperand(std::string_view leftPart, OperatorSet later) {
   LeftOperand operand;
+  if (later == 0) return operand;
   for (std::size_t at = leftPart.size(); at-- > 0;) {
-    if (!BeginsOneOf(later, leftPart, at)) continue;
+    if (!BeginsWithOneOf(later, leftPart.substr(at))) continue;
     const char c = leftPart[at];
     operand.hasMinus = c == '-';
     if (operand.boundary == 0) operand.boundary = at + (c == '-' ? 0 : c == 'm' ? FormulaTokens[kRemainder].size() : 1);
@@ -138,10 +151,11 @@ LeftOperand FindLeftOperand(std::string_view leftPart, OperatorSet later) {
 
 /// Length of the text from behind an operator to the next one; the first character may be a sign.
 std::size_t RightOperandLength(std::string_view rightPart, OperatorSet sameOrLater) {
-  for (std::size_t at = 1; at < rightPart.size(); ++at) {
-    if (BeginsOneOf(sameOrLater, rightPart, at)) return at;
-  }
-  return rightPart.size();
+  if (rightPart.empty()) return 0;
+  const auto next = std::find_if(rightPart.begin() + 1, rightPart.end(), [&](const char& c) {
+    return BeginsWithOneOf(sameOrLater, {&c, rightPart.end()});
+  });
+  return static_cast<std::size_t>(next - rightPart.begin());
 }
 
 /// Puts `result` in the place of an operation. Gives false when nothing came of it.
@@ -160,7 +174,7 @@ bool WriteBack(std::string& inner, std::size_t begin, std::size_t end, std::stri
 
 void WorkOffOperator(std::string& inner, FormulaToken token, OperatorSet& present) {
   const std::string_view name = FormulaTokens[token];
-  for (std::size_t at = FindOperator(inner, name); at != std::string::npos; at = FindOperator(inner, name)) {
+  for (std::size_t at = FindOperator(inner, token); at != std::string::npos; at = FindOperator(inner, token)) {
     const OperatorSet sameOrLater = present >> token << token;
     const std::string_view leftPart = std::string_view(inner).substr(0, at);
     const std::string_view rightPart = std::string_view(inner).substr(at + name.size());
@@ -179,7 +193,7 @@ void WorkOffOperator(std::string& inner, FormulaToken token, OperatorSet& presen
 /// Works off a text without brackets.
 void WorkOffOperators(std::string& inner) {
   MarkLeadingMinus(inner);
-  OperatorSet present = LowerAndEncode(inner);
+  OperatorSet present = Prepare(inner);
   for (OperatorSet rest = present; rest != 0;) {
     const int token = std::countr_zero(rest);
     WorkOffOperator(inner, static_cast<FormulaToken>(token), present);
@@ -191,13 +205,13 @@ void WorkOffOperators(std::string& inner) {
 /// Applies the functions whose names end `before`, and cuts the names off. One look at each function, in the order of
 /// the table.
 void WorkOffFunctions(std::string_view& before, std::string& inner, std::span<Parameter> additional, int formulaIndex) {
-  const bool endsWithLetter = !before.empty() && before.back() >= 'a' && before.back() <= 'z';
-  if (!endsWithLetter) return;
+  if (before.empty()) return;
   for (int f = kFirstFunction; f <= kLastFunction; ++f) {
-    if (!before.ends_with(FormulaTokens[f])) continue;
+    const std::string_view name = FormulaTokens[f];
+    if (before.empty() || before.back() != name.back() || !before.ends_with(name)) continue;
     const auto function = static_cast<FormulaToken>(f);
     inner = ResultText(ApplyFunction(function, Val(inner), additional, formulaIndex)).View();
-    before.remove_suffix(FormulaTokens[f].size());
+    before.remove_suffix(name.size());
   }
 }
 
@@ -205,7 +219,7 @@ void WorkOffFunctions(std::string_view& before, std::string& inner, std::span<Pa
 void WorkOffBracket(std::string& text, std::size_t close, std::span<Parameter> additional, int formulaIndex) {
   static thread_local std::string inner;  // kept, so that its memory is
   const std::string_view ahead = std::string_view(text).substr(0, close);
-  const std::size_t open = LastPosition(ahead, "(");
+  const std::size_t open = ahead.rfind('(') + 1;
   inner = ahead.substr(open);
   WorkOffOperators(inner);
   std::string_view before = Trimmed(ahead.substr(0, open == 0 ? 0 : open - 1));

@@ -9,6 +9,20 @@ namespace {
 
 constexpr std::string_view kPiText = "3.14159265358979";  // 4 x arctangent(1) as a number is written
 
+/// Decodes one mark of each kind.
+[[gnu::noinline]] void ResolveMarks(std::string& text) {
+  if (text.find("ep") != std::string::npos) ReplaceFirst(text, "p", "+");
+  if (text.find("em") != std::string::npos) ReplaceFirst(text, "m", "-");
+}
+
+/// OperandValue of any text.
+[[gnu::noinline]] double ResolvedValue(std::string_view operand) {
+  static thread_local std::string text;  // kept, so that its memory is
+  text = operand;
+  ResolveOperand(text);
+  return Val(text);
+}
+
 bool HasSign(std::string_view text) {
   return !text.empty() && (text.front() == '@' || text.front() == '-');
 }
@@ -28,10 +42,7 @@ std::size_t LastPosition(std::string_view text, std::string_view find) {
 void ResolveOperand(std::string& text) {
   // The sign keeps its place, since none of what follows can begin with it.
   const std::size_t sign = HasSign(text) ? 1 : 0;
-  if (text.find('e') != std::string::npos) {
-    if (text.find("ep") != std::string::npos) ReplaceFirst(text, "p", "+");
-    if (text.find("em") != std::string::npos) ReplaceFirst(text, "m", "-");
-  }
+  if (text.find('e') != std::string::npos) ResolveMarks(text);
   if (std::string_view(text).substr(sign) == FormulaTokens[kPi]) text.replace(sign, std::string::npos, kPiText);
   if (sign > 0) text.front() = '-';
 }
@@ -43,10 +54,7 @@ double OperandValue(std::string_view operand) {
   double value = 0;
   const char* const end = magnitude.data() + magnitude.size();
   if (ReadMagnitude(magnitude.data(), end, value) == end) return negative ? -value : value;
-  static thread_local std::string text;  // kept, so that its memory is
-  text = operand;
-  ResolveOperand(text);
-  return Val(text);
+  return ResolvedValue(operand);
 }
 
 }  // namespace velk

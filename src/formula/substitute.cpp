@@ -70,26 +70,29 @@ int SubstituteParameters(const Session& session, std::string_view formula, std::
 int SubstituteParameters(const Session& session, const Session::PerParameter<float>& values, std::string_view formula,
                          std::string& text) {
   text.clear();
-  for (std::size_t at = 0;;) {
-    const std::size_t open = formula.find('{', at);
-    if (open == std::string_view::npos) {
-      text += formula.substr(at);
-      return static_cast<int>(std::count(text.begin(), text.end(), ')'));
+  int brackets = 0;
+  bool closed = false;  // by a "}" ahead of its "{", which encloses no name
+  for (std::size_t at = 0; at < formula.size(); ++at) {
+    const char c = formula[at];
+    if (c == ')') ++brackets;
+    if (c == '}') closed = true;
+    if (c != '{') {
+      text += c;
+      continue;
     }
-    // A "}" ahead of the "{" encloses no name either.
-    const std::size_t close = formula.find('}', at);
-    const bool enclosed = close != std::string_view::npos && close > open;
-    const int channel = enclosed ? FindChannel(session, formula.substr(open + 1, close - open - 1)) : 0;
+    const std::size_t close = closed ? std::string_view::npos : formula.find('}', at);
+    const bool enclosed = close != std::string_view::npos;
+    const int channel = enclosed ? FindChannel(session, formula.substr(at + 1, close - at - 1)) : 0;
     if (channel == 0) {
       text += formula.substr(at);
       return 0;
     }
     if (std::isnan(values[channel])) return kValueMissing;
     char value[kNumberTextSize];
-    char* const valueEnd = WriteNumberText(value, values[channel]);
-    text.append(formula.substr(at, open - at)).append(&value[0], valueEnd);
-    at = close + 1;
+    text.append(&value[0], WriteNumberText(value, values[channel]));
+    at = close;
   }
+  return brackets;
 }
 
 std::vector<int> ReferencesOf(const Session& session, std::string_view formula) {
