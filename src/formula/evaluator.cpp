@@ -190,13 +190,32 @@ void WorkOffOperator(std::string& inner, FormulaToken token, OperatorSet& presen
   }
 }
 
+/// Works off a text that is one operation of two plain numbers, as most come to be in the end. There is no operator
+/// beside it then, and no operand to be bounded. Gives false, and changes nothing, for any other text.
+bool WorkOffSingle(std::string& inner, FormulaToken token) {
+  const char* const end = inner.data() + inner.size();
+  double left = 0;
+  const char* const at = ReadOperand(inner.data(), end, left);
+  const std::string_view name = FormulaTokens[token];
+  if (at == nullptr || !std::string_view(at, end).starts_with(name)) return false;
+  double right = 0;
+  if (ReadOperand(at + name.size(), end, right) != end) return false;
+  ResultText result(ApplyOperator(left, right, token));
+  result.Encode();
+  inner = result.View();
+  MarkLeadingMinus(inner);
+  return true;
+}
+
 /// Works off a text without brackets.
 void WorkOffOperators(std::string& inner) {
   MarkLeadingMinus(inner);
   OperatorSet present = Prepare(inner);
   for (OperatorSet rest = present; rest != 0;) {
-    const int token = std::countr_zero(rest);
-    WorkOffOperator(inner, static_cast<FormulaToken>(token), present);
+    const auto token = static_cast<FormulaToken>(std::countr_zero(rest));
+    const OperatorSet others = rest & (rest - 1);
+    if (others == 0 && WorkOffSingle(inner, token)) break;
+    WorkOffOperator(inner, token, present);
     rest = present >> (token + 1) << (token + 1);
   }
   ResolveOperand(inner);

@@ -47,14 +47,18 @@ void ResolveOperand(std::string& text) {
   if (sign > 0) text.front() = '-';
 }
 
+const char* ReadOperand(const char* begin, const char* end, double& value) {
+  const bool negative = HasSign({begin, end});
+  const char* const behind = ReadMagnitude(begin + (negative ? 1 : 0), end, value);
+  if (negative) value = -value;
+  return behind;
+}
+
 double OperandValue(std::string_view operand) {
   // Most operands are plain numbers, and those ResolveOperand leaves alone but for the sign.
-  const bool negative = HasSign(operand);
-  const std::string_view magnitude = operand.substr(negative ? 1 : 0);
   double value = 0;
-  const char* const end = magnitude.data() + magnitude.size();
-  if (ReadMagnitude(magnitude.data(), end, value) == end) return negative ? -value : value;
-  return ResolvedValue(operand);
+  const char* const end = operand.data() + operand.size();
+  return ReadOperand(operand.data(), end, value) == end ? value : ResolvedValue(operand);
 }
 
 }  // namespace velk

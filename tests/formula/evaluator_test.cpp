@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <random>
 
 #include "base/errors.h"
+#include "base/numbers.h"
 #include "support/raises.h"
 
 namespace velk {
@@ -155,6 +158,31 @@ TEST(EvaluateFormula, CountsEveryCallAsASampleOfTheStatistics) {
 
 TEST(EvaluateFormula, FeedsBothUsesOfAStatisticIntoOneState) {
   EXPECT_EQ(Evaluated("avg(2)+avg(4)"), "5");
+}
+
+/// Numbers as they come to stand in formulas: signs, points, exponents, more digits than are written back.
+std::string AnyNumber(std::mt19937& random) {
+  const double magnitude = std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 80) - 60);
+  std::string text = random() % 8 == 0 ? "12.34567890123456789" : NumberText(magnitude);
+  if (random() % 3 == 0) text = std::to_string(random() % 20);
+  return random() % 3 == 0 ? '-' + text : text;
+}
+
+TEST(EvaluateFormula, WorksOffOneOperationAlikeAloneBesideBlanksAndInBrackets) {
+  std::mt19937 random(20261122);
+  for (int i = 0; i < 5'000; ++i) {
+    const std::string left = AnyNumber(random);
+    const std::string right = AnyNumber(random);
+    for (const char* const name : {"/", "*", "-", "+"}) {
+      std::string alone = left + name + right;
+      std::string apart = left + ' ' + name + right + ' ';
+      if (right == "0" || right == "-0") continue;  // an error where it divides
+      alone = Evaluated(alone);
+      EXPECT_EQ(alone, Evaluated(apart)) << apart;
+      // Brackets hand on the text of a result, and nothing is added to it.
+      EXPECT_EQ(Evaluated('(' + left + name + right + ')'), alone) << left << name << right;
+    }
+  }
 }
 
 TEST(EvaluateFormula, RaisesTheErrorsOfItsOperations) {

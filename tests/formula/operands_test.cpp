@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
+#include <vector>
 
 #include "base/numbers.h"
 
@@ -109,6 +111,24 @@ TEST(OperandValue, TakesTheShortWayOnlyWhereItIsTheSame) {
        {"1",     "1.",     "1.5",    "1e5", "1e+5", "1e",  "1ep",  "1em",   "1ep5",  "1em5x", "@1ep5", "0x10",
         "1e999", "-1e999", "1em999", "1 2", "inf",  "nan", "@nan", "1_000", "00012", "9p",    "9m",    "1epem"}) {
     EXPECT_EQ(OperandValue(text), Val(Resolved(text))) << text;
+  }
+}
+
+TEST(ReadOperand, GivesWhatIsBehindAPlainNumberAndItsSign) {
+  const std::vector<std::tuple<std::string, double, std::string>> rows = {
+      {"5", 5, ""}, {"@5*2", -5, "*2"}, {"-2.5+1", -2.5, "+1"}, {".5-", 0.5, "-"}, {"1ep3", 1, "ep3"}, {"2 ", 2, " "}};
+  for (const auto& [text, value, rest] : rows) {
+    const char* const end = text.data() + text.size();
+    double read = 0;
+    EXPECT_EQ(ReadOperand(text.data(), end, read), end - rest.size()) << text;
+    EXPECT_EQ(read, value) << text;
+  }
+}
+
+TEST(ReadOperand, GivesNothingWhereNoPlainNumberStands) {
+  for (const std::string text : {"", "@", "-", "+3", "--3", "@-3", " 3", "pi", "ep", "*"}) {
+    double read = 0;
+    EXPECT_EQ(ReadOperand(text.data(), text.data() + text.size(), read), nullptr) << text;
   }
 }
 
