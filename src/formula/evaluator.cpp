@@ -72,9 +72,15 @@ class ResultText {
     begin_ = text_;
   }
 
+  /// "E+20" to "e+20".
+  void Lower() {
+    char* const mark = Mark();
+    if (mark != end_) *mark = 'e';
+  }
+
   /// "E+20" to "ep20".
   void Encode() {
-    char* const mark = std::find(std::max(begin_, end_ - kLongestExponent), end_, 'E');
+    char* const mark = Mark();
     if (mark == end_) return;
     *mark = 'e';
     mark[1] = mark[1] == '+' ? 'p' : 'm';
@@ -84,6 +90,8 @@ class ResultText {
 
  private:
   static constexpr std::ptrdiff_t kLongestExponent = 5;  // "E+308"
+
+  char* Mark() { return std::find(std::max(begin_, end_ - kLongestExponent), end_, 'E'); }
 
   char text_[2 + kNumberTextSize];
   char* begin_ = text_ + 1;
@@ -191,7 +199,7 @@ void WorkOffOperator(std::string& inner, FormulaToken token, OperatorSet& presen
 }
 
 /// Works off a text that is one operation of two plain numbers, as most come to be in the end. There is no operator
-/// beside it then, and no operand to be bounded. Gives false, and changes nothing, for any other text.
+/// beside it then, and no operand to be bounded or resolved. Gives false, and changes nothing, for any other text.
 bool WorkOffSingle(std::string& inner, FormulaToken token) {
   const char* const end = inner.data() + inner.size();
   double left = 0;
@@ -201,9 +209,8 @@ bool WorkOffSingle(std::string& inner, FormulaToken token) {
   double right = 0;
   if (ReadOperand(at + name.size(), end, right) != end) return false;
   ResultText result(ApplyOperator(left, right, token));
-  result.Encode();
+  result.Lower();
   inner = result.View();
-  MarkLeadingMinus(inner);
   return true;
 }
 
@@ -214,7 +221,7 @@ void WorkOffOperators(std::string& inner) {
   for (OperatorSet rest = present; rest != 0;) {
     const auto token = static_cast<FormulaToken>(std::countr_zero(rest));
     const OperatorSet others = rest & (rest - 1);
-    if (others == 0 && WorkOffSingle(inner, token)) break;
+    if (others == 0 && WorkOffSingle(inner, token)) return;
     WorkOffOperator(inner, token, present);
     rest = present >> (token + 1) << (token + 1);
   }

@@ -69,29 +69,38 @@ int SubstituteParameters(const Session& session, std::string_view formula, std::
 
 int SubstituteParameters(const Session& session, const Session::PerParameter<float>& values, std::string_view formula,
                          std::string& text) {
-  text.clear();
+  // The text is as long as its room while it is written, which is faster than to append each piece. Ahead of a number
+  // there is always room for it and all that is left of the formula.
+  const std::size_t room = formula.size() + kNumberTextSize;
+  text.resize(std::max(text.capacity(), room));
+  char* out = text.data();
   int brackets = 0;
   bool closed = false;  // by a "}" ahead of its "{", which encloses no name
   for (std::size_t at = 0; at < formula.size(); ++at) {
     const char c = formula[at];
-    if (c == ')') ++brackets;
-    if (c == '}') closed = true;
     if (c != '{') {
-      text += c;
+      *out++ = c;
+      if (c == ')') ++brackets;
+      if (c == '}') closed = true;
       continue;
     }
     const std::size_t close = closed ? std::string_view::npos : formula.find('}', at);
     const bool enclosed = close != std::string_view::npos;
     const int channel = enclosed ? FindChannel(session, formula.substr(at + 1, close - at - 1)) : 0;
+    const auto written = static_cast<std::size_t>(out - text.data());
     if (channel == 0) {
-      text += formula.substr(at);
+      text.replace(written, std::string::npos, formula.substr(at));
       return 0;
     }
     if (std::isnan(values[channel])) return kValueMissing;
-    char value[kNumberTextSize];
-    text.append(&value[0], WriteNumberText(value, values[channel]));
+    if (text.size() - written < room) {
+      text.resize(text.size() + room);
+      out = text.data() + written;
+    }
+    out = WriteNumberText(out, values[channel]);
     at = close;
   }
+  text.resize(static_cast<std::size_t>(out - text.data()));
   return brackets;
 }
 

@@ -38,6 +38,18 @@ TEST_F(Substitute, LeavesATextWithoutReferences) {
   EXPECT_EQ(Text(""), "");
 }
 
+TEST_F(Substitute, MakesRoomForValuesThatAreLongerThanTheirReferences) {
+  Set(1, "d", -1.234567e-20F);
+  std::string formula;
+  std::string expected;
+  for (int i = 0; i < 500; ++i) {
+    EXPECT_EQ(Text(formula + "1"), expected + "1") << i;
+    formula += "{d}+";
+    expected += "-1.234567E-20+";
+  }
+  EXPECT_EQ(Text(formula + "{none}*2"), expected + "{none}*2");
+}
+
 TEST_F(Substitute, KeepsTheMinusOfANegativeValue) {
   EXPECT_EQ(Text("2*{rate}"), "2*-3.5");
   EXPECT_EQ(Text("5-{rate}"), "5--3.5");
