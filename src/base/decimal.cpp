@@ -48,7 +48,7 @@ constexpr std::array<std::uint64_t, count> PowersOf(std::uint64_t base) {
 }
 
 constexpr auto kPowersOf5 = PowersOf<28>(5);  // 5^27 is the last that leaves a product with 53 bits within 128
-constexpr auto kPowersOf10 = PowersOf<17>(10);
+constexpr auto kPowersOf10 = PowersOf<16>(10);
 
 /// 1E-12 to 1E15, those below 1 to the nearest.
 constexpr int kLeastPower = -12;
@@ -78,14 +78,21 @@ int CountDigits(std::uint64_t eightDigits) {
   return 8 - static_cast<int>(static_cast<unsigned>(std::countl_zero(eightDigits)) / 8);
 }
 
-/// The digits of a whole number below 10^16.
-void SetDigits(Digits& digits, std::uint64_t number) {
+/// The digits of a whole number that has `digits` of them. Of up to eight one word is enough.
+[[gnu::always_inline]] inline void SetDigits(Digits& found, std::uint64_t number, int digits) {
   static_assert(std::endian::native == std::endian::little, "the lowest byte is written first");
   constexpr std::uint64_t kZeros = 0x3030'3030'3030'3030;
-  const std::uint64_t front = EightDigits(number / kPowersOf10[8]);
-  const std::uint64_t back = EightDigits(number % kPowersOf10[8]);
-  digits.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
-  digits.text = Wide{back | kZeros} << 64 | (front | kZeros);
+  std::uint64_t front = 0;
+  std::uint64_t back = 0;
+  if (digits <= 8) {
+    front = EightDigits(number * kPowersOf10[8 - digits]);
+  } else {
+    const std::uint64_t filledUp = number * kPowersOf10[16 - digits];
+    front = EightDigits(filledUp / kPowersOf10[8]);
+    back = EightDigits(filledUp % kPowersOf10[8]);
+  }
+  found.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
+  found.text = Wide{back | kZeros} << 64 | (front | kZeros);
 }
 
 /// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-11 to 1E15, of
@@ -113,7 +120,7 @@ void SetDigits(Digits& digits, std::uint64_t number) {
     ++exponent;
   }
   found.exponent = exponent;
-  SetDigits(found, number * kPowersOf10[16 - digits]);
+  SetDigits(found, number, digits);
   return true;
 }
 
