@@ -184,7 +184,7 @@ char* WritePlainAboveOne(char* out, const Digits& number) {
 
 /// "0.00125"
 char* WritePlainBelowOne(char* out, const Digits& number) {
-  std::memcpy(out, "0.000", 5);
+  CopyText(out, "0.000");
   out += 1 - number.exponent;
   CopyDigits(out, number.text);
   return out + number.count;
