@@ -41,8 +41,9 @@ Scale ScaleLimits(double min, double max);
 inline float ValueToX(double value, Scale scale, double leftMargin, double width) {
   const double above = value - static_cast<double>(scale.min);
   const double range = static_cast<double>(scale.max) - static_cast<double>(scale.min);
-  if (!std::isfinite(above) || !std::isfinite(range)) return std::numeric_limits<float>::quiet_NaN();
-  if (range == 0) RaiseEmptyScale();
+  if (!std::isfinite(range)) return std::numeric_limits<float>::quiet_NaN();
+  if (range == 0 && std::isfinite(above)) RaiseEmptyScale();
+  // What is no number, or infinite, above a sound scale comes out as such.
   return NarrowOrNan(leftMargin + (width - leftMargin) * above / range);
 }
 

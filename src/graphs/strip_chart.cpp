@@ -62,30 +62,35 @@ void StripChart::PlotValue(double previousTime, double time, float previousValue
                            std::int32_t colour, bool wrapping) {
   const double origin = timeOrigin_ != 0 ? timeOrigin_ : CutToMinute(previousTime);
   const Span& span = SpanOf(previousTime, time, origin);
-  if (std::isnan(span.y1) || std::isnan(span.y2)) return;
+  if (!span.isDrawn) return;
   const Scale scale = scales_.Limits(min, max);
-  const double width = PlotTarget_->Width();
-
-  WrappingPasses passes(previousValue, value, scale, wrapping);
-  for (WrappingPass pass; passes.Next(pass);) {
-    const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
-    const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
-    if (std::isnan(x1) || std::isnan(x2)) return;
-    timeOrigin_ = origin;
-    PlotTarget_->SetPenWidth(pass.penWidth);
-    if (span.isGap)
-      PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
-    else
-      PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
+  WrappingPass pass{static_cast<double>(previousValue), static_cast<double>(value)};
+  if (!PlotPass(span, pass, scale, colour) || !wrapping) return;
+  WrappingPasses passes(previousValue, value, scale, true);
+  passes.Next(pass);  // the one that is drawn already
+  while (passes.Next(pass) && PlotPass(span, pass, scale, colour)) {
   }
 }
 
-const StripChart::Span& StripChart::SpanOf(double previousTime, double time, double origin) {
-  const double step = times_.GraphTimeStep;
-  if (span_.from == previousTime && span_.to == time && span_.origin == origin && span_.step == step) return span_;
+/// Gives whether the ends have a place.
+bool StripChart::PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour) {
+  const double width = PlotTarget_->Width();
+  const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
+  const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
+  if (std::isnan(x1) || std::isnan(x2)) return false;
+  timeOrigin_ = span.origin;
+  PlotTarget_->SetPenWidth(pass.penWidth);
+  if (span.isGap)
+    PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
+  else
+    PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
+  return true;
+}
+
+const StripChart::Span& StripChart::TakeSpan(double previousTime, double time, double origin) {
   const float y1 = Y(previousTime, origin), y2 = Y(time, origin);
   const bool isDrawn = !std::isnan(y1) && !std::isnan(y2);
-  span_ = {previousTime, time, origin, step, y1, y2, isDrawn && IsGap(previousTime, time)};
+  span_ = {previousTime, time, origin, times_.GraphTimeStep, y1, y2, isDrawn, isDrawn && IsGap(previousTime, time)};
   return span_;
 }
 

@@ -9,6 +9,7 @@
 #include "graphs/chart_measures.h"
 #include "graphs/coordinates.h"
 #include "graphs/curve_source.h"
+#include "graphs/wrapping.h"
 #include "model/time_base.h"
 #include "platform/drawing/retained_surface.h"
 
@@ -97,10 +98,17 @@ class StripChart {
   struct Span {
     double from = 0, to = 0, origin = 0, step = std::numeric_limits<double>::quiet_NaN();
     float y1 = 0, y2 = 0;
+    bool isDrawn = false;  ///< both ends have a place
     bool isGap = false;
   };
 
-  const Span& SpanOf(double previousTime, double time, double origin);
+  const Span& SpanOf(double previousTime, double time, double origin) {
+    const bool isThis =
+        span_.from == previousTime && span_.to == time && span_.origin == origin && span_.step == times_.GraphTimeStep;
+    return isThis ? span_ : TakeSpan(previousTime, time, origin);
+  }
+  const Span& TakeSpan(double previousTime, double time, double origin);
+  bool PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour);
   float Y(double time, double origin) const;
   Block Place(double blockStart, double blockEnd, double pageTime) const;
   void Scroll(const Block& block, double originBefore);
