@@ -3,7 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QFontMetricsF>
+#include <algorithm>
 #include <limits>
+#include <random>
+#include <string>
+#include <vector>
 
 #include "base/colour.h"
 
@@ -91,6 +96,50 @@ TEST(SurfaceImage, CutsALineThatRunsFarOutWithoutBendingIt) {
   EXPECT_EQ(At(surface, 90, 10), 0u);
 }
 
+/// Square pens at each step of the straight way, pixel by pixel; what lies outside is left out.
+void WalkByHand(QImage& picture, QPoint from, QPoint to, int pen) {
+  const int dx = std::abs(to.x() - from.x()), dy = std::abs(to.y() - from.y());
+  const int stepX = from.x() < to.x() ? 1 : -1, stepY = from.y() < to.y() ? 1 : -1;
+  for (int error = dx - dy;;) {
+    for (int y = from.y() - pen / 2; y < from.y() - pen / 2 + pen; ++y)
+      for (int x = from.x() - pen / 2; x < from.x() - pen / 2 + pen; ++x)
+        if (picture.rect().contains(x, y)) picture.setPixel(x, y, qRgb(255, 0, 0));
+    if (from == to) return;
+    const int twice = 2 * error;
+    if (twice >= -dy) error -= dy, from.rx() += stepX;
+    if (twice <= dx) error += dx, from.ry() += stepY;
+  }
+}
+
+TEST(SurfaceImage, DrawsALineAsItIsWalkedByHandInsideAndAtEachEdge) {
+  std::mt19937 random(7);
+  for (int i = 0; i < 3000; ++i) {
+    const double ratio = i % 2 == 0 ? 1 : 2;
+    SurfaceImage surface = Small(ratio);
+    const auto pen = static_cast<int>(random() % 4 + 1);
+    surface.SetPenWidth(pen);
+    const auto place = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    const QPoint from(place(surface.View().width() + 1), place(surface.View().height() + 1));
+    const QPoint to(std::clamp(from.x() + place(9) - 4, 0, surface.View().width()),
+                    std::clamp(from.y() + place(9) - 4, 0, surface.View().height()));
+    const auto twips = [&](int pixel) { return (pixel + 0.25) * 15 / ratio; };
+    surface.TakeDirty();
+    surface.Line(twips(from.x()), twips(from.y()), twips(to.x()), twips(to.y()), 0x0000FF);
+    QImage expected(surface.View().size(), QImage::Format_RGB32);
+    expected.fill(Qt::white);
+    WalkByHand(expected, from, to, static_cast<int>(pen * ratio));
+    QImage drawn = surface.View().copy();
+    drawn.setDevicePixelRatio(1);
+    ASSERT_EQ(drawn, expected) << from.x() << " " << from.y() << " to " << to.x() << " " << to.y() << ", pen " << pen;
+    const QRect dirty = surface.TakeDirty();
+    for (int y = 0; y < drawn.height(); ++y)
+      for (int x = 0; x < drawn.width(); ++x)
+        if (drawn.pixel(x, y) != qRgb(255, 255, 255)) {
+          ASSERT_TRUE(dirty.contains(static_cast<int>(x / ratio), static_cast<int>(y / ratio)));
+        }
+  }
+}
+
 TEST(SurfaceImage, DrawsNothingForPlacesThatAreNoNumbers) {
   SurfaceImage surface = Small();
   const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
@@ -144,6 +193,21 @@ TEST(SurfaceImage, MeasuresTextInTwipsAtEveryRatio) {
   EXPECT_NEAR(height, 1.16 * 13 * 15, 0.1 * height);
   EXPECT_NEAR(Small(2).TextWidth("09:32"), width, 0.05 * width);
   EXPECT_NEAR(Small(2).TextHeight("09:32"), height, 0.08 * height);
+}
+
+TEST(SurfaceImage, MeasuresEachTextInTheFontThatItHas) {
+  SurfaceImage surface = Small(1);
+  const std::vector<std::string> texts = {"10:04", "", "10:06", "14-Mar-2026", "Time", "(hh:mm)", "10:04"};
+  for (const int size : {13, 21, 13}) {
+    QFont font = SmallFont();
+    font.setPixelSize(size);
+    surface.UseFont(font);
+    for (int twice = 0; twice < 2; ++twice)
+      for (const std::string& text : texts) {
+        EXPECT_DOUBLE_EQ(surface.TextWidth(text), 15 * QFontMetricsF(font).horizontalAdvance(text.c_str())) << text;
+        EXPECT_DOUBLE_EQ(surface.TextHeight(text), 15 * QFontMetricsF(font).height());
+      }
+  }
 }
 
 TEST(SurfaceImage, PrintsAPaleTextOnThePaperAsAnyOther) {

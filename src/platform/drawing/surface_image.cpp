@@ -120,6 +120,7 @@ void SurfaceImage::TakeImage(QImage image) {
            image_.width(), image_.height()};
   UseFont(baseFont_);
   SetPenWidth(penWidth_);
+  FitRoom();
   MarkDirty(Bounds());
 }
 
@@ -132,6 +133,9 @@ void SurfaceImage::UseFont(const QFont& font) {
   baseFont_ = font;
   font_ = Scaled(font, ratio_);
   metrics_ = QFontMetricsF(font_, &image_);
+  letterHeight_ = metrics_.height();
+  ascent_ = metrics_.ascent();
+  measured_.fill({});
 }
 
 QPainter& SurfaceImage::Painter() {
@@ -151,6 +155,12 @@ void SurfaceImage::SetPenWidth(double pixels) {
   penWidth_ = pixels;
   penRatio_ = ratio_;
   penPixels_ = std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
+  FitRoom();
+}
+
+void SurfaceImage::FitRoom() {
+  const int margin = penPixels_ + 1;
+  room_ = {rows_.width / 2.0, rows_.height / 2.0, rows_.width / 2.0 - margin, rows_.height / 2.0 - margin};
 }
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
@@ -169,22 +179,23 @@ void SurfaceImage::Cls() {
 }
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
+  const ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
+  if (!room_.Has(line.x1, line.y1) || !room_.Has(line.x2, line.y2)) return CutLine(line, colour);
+  // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
+  const int x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
+  const int x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
+  RasterInside(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
+  MarkLine(x1i, y1i, x2i, y2i);
+}
+
+/// A line that may leave the surface, or has an end that is no number.
+void SurfaceImage::CutLine(ClippedSegment line, std::int32_t colour) {
   const int margin = penPixels_ + 1;
-  ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
-  int x1i, y1i, x2i, y2i;
-  if (HasInside(line, margin)) {
-    // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
-    x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
-    x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
-    RasterInside(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
-  } else {
-    if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
-    x1i = static_cast<int>(std::floor(line.x1)), y1i = static_cast<int>(std::floor(line.y1));
-    x2i = static_cast<int>(std::floor(line.x2)), y2i = static_cast<int>(std::floor(line.y2));
-    RasterSegment(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
-  }
-  MarkDirty(std::min(x1i, x2i) - margin, std::min(y1i, y2i) - margin, std::max(x1i, x2i) + margin,
-            std::max(y1i, y2i) + margin);
+  if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
+  const int x1 = static_cast<int>(std::floor(line.x1)), y1 = static_cast<int>(std::floor(line.y1));
+  const int x2 = static_cast<int>(std::floor(line.x2)), y2 = static_cast<int>(std::floor(line.y2));
+  RasterSegment(rows_, x1, y1, x2, y2, penPixels_, ToPixel(colour));
+  MarkLine(x1, y1, x2, y2);
 }
 
 void SurfaceImage::Circle(double x, double y, double radius, std::int32_t colour) {
@@ -225,23 +236,32 @@ void SurfaceImage::Picture(double x, double y, double width, double height, cons
 void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t colour) {
   // Written so that a place that is no number leaves too; a QRect could not hold one far out.
   if (!(std::abs(x) * scale_ < 2 * kMaxPixels && std::abs(y) * down_ < 2 * kMaxPixels)) return;
-  const QString line = ToQt(text);
-  const QRectF box(x * scale_, y * down_, metrics_.horizontalAdvance(line), metrics_.height());
+  const QRectF box(x * scale_, y * down_, Advance(text), letterHeight_);
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
   QPainter& painter = Painter();
   painter.setPen(ToQColor(colour));
   if (textCovers_) painter.fillRect(plate, Qt::white);
-  painter.drawText(QPointF(box.left(), box.top() + metrics_.ascent()), line);
+  painter.drawText(QPointF(box.left(), box.top() + ascent_), ToQt(text));
   MarkDirty(plate);
 }
 
+/// Width of a text in device pixels. Whoever prints one has measured it to find its place, and a label of the axis
+/// comes again with the next page: to shape it anew would take as long as to draw it.
+double SurfaceImage::Advance(std::string_view text) const {
+  for (const Measured& known : measured_)
+    if (!text.empty() && known.text == text) return known.advance;
+  Measured& oldest = measured_[nextMeasured_++ % measured_.size()];
+  oldest = {std::string(text), metrics_.horizontalAdvance(ToQt(text))};
+  return oldest.advance;
+}
+
 double SurfaceImage::TextWidth(std::string_view text) const {
-  return metrics_.horizontalAdvance(ToQt(text)) / scale_;
+  return Advance(text) / scale_;
 }
 
 double SurfaceImage::TextHeight(std::string_view) const {
-  return metrics_.height() / down_;
+  return letterHeight_ / down_;
 }
 
 void SurfaceImage::ScrollUp(int pixels) {

@@ -6,7 +6,10 @@
 #include <QPainter>
 #include <QRect>
 #include <algorithm>
+#include <array>
 #include <climits>
+#include <cmath>
+#include <string>
 
 #include "platform/drawing/retained_surface.h"
 #include "platform/drawing/segment_clip.h"
@@ -72,12 +75,14 @@ class SurfaceImage : public RetainedSurface {
     if (isRescaled_) ForgetOriginal();
   }
   void ForgetOriginal();
-  /// Whether a line lies on the surface with all of its pen. Written so that what is no number doesn't.
-  bool HasInside(const ClippedSegment& line, int margin) const {
-    const double right = rows_.width - margin, bottom = rows_.height - margin;
-    return line.x1 >= margin && line.x2 >= margin && line.y1 >= margin && line.y2 >= margin && line.x1 <= right &&
-           line.x2 <= right && line.y1 <= bottom && line.y2 <= bottom;
+  void MarkLine(int x1, int y1, int x2, int y2) {
+    const int margin = penPixels_ + 1;
+    MarkDirty(std::min(x1, x2) - margin, std::min(y1, y2) - margin, std::max(x1, x2) + margin,
+              std::max(y1, y2) + margin);
   }
+  void CutLine(ClippedSegment line, std::int32_t colour);
+  void FitRoom();
+  double Advance(std::string_view text) const;
   QRect Bounds() const { return image_.rect(); }
 
   double width_ = 0;
@@ -88,11 +93,26 @@ class SurfaceImage : public RetainedSurface {
   double penWidth_ = 1;
   double penRatio_ = 0;  ///< that penPixels_ was worked out for
   int penPixels_ = 1;    ///< the same in device pixels
+  /// Where a line's ends may stand for all of its pen to lie on the surface, as the middle and how far from there: a
+  /// place takes one comparison a direction, which what is no number doesn't pass.
+  struct Room {
+    double x = 0, y = 0, across = 0, down = 0;
+    bool Has(double px, double py) const { return std::abs(px - x) <= across && std::abs(py - y) <= down; }
+  };
+  Room room_;
   bool textCovers_ = false;
   QImage image_;
   QFont font_;  ///< scaled to device pixels
   QFontMetricsF metrics_;
   QFont baseFont_;
+  double letterHeight_ = 0;  ///< device pixels
+  double ascent_ = 0;
+  struct Measured {
+    std::string text;
+    double advance = 0;
+  };
+  mutable std::array<Measured, 4> measured_;  ///< in this font
+  mutable std::size_t nextMeasured_ = 0;
   /// What has changed, from the first to the last pixel; right of it and below it where nothing has.
   struct Changed {
     int left = INT_MAX, top = INT_MAX, right = INT_MIN, bottom = INT_MIN;
