@@ -2,10 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <vector>
+
 #include "base/colour.h"
 
 namespace velk {
 namespace {
+
+std::uint32_t PixelOf(std::int32_t colour) {
+  return 0xFF000000U | static_cast<std::uint32_t>(Red(colour) << 16 | Green(colour) << 8 | Blue(colour));
+}
 
 std::uint32_t Shown(ColourMap& map, std::uint32_t pixel) {
   std::uint32_t shown = 0;
@@ -74,6 +81,26 @@ TEST(ColourMap, ThinsTheShownInkWhereTheDrawnOneIsThin) {
   // A fifth of black.
   const std::uint32_t grey = Shown(map, 0xFFCCCCCC);
   EXPECT_NEAR(grey >> 16 & 0xFF, 0x14 + 0.2 * (0xAE - 0x14), 1);
+}
+
+TEST(ColourMap, MapsEachPixelOfARowWhateverStandsBesideIt) {
+  std::mt19937 random(3);
+  for (const bool night : {false, true}) {
+    ColourMap map;
+    map.SetNight(night);
+    std::vector<std::int32_t> inks{colour::White};
+    for (int i = 0; i < 64; ++i) map.AddInk(inks.emplace_back(static_cast<std::int32_t>(random() & 0xFFFFFF)));
+    for (int i = 0; i < 400; ++i) {
+      std::vector<std::uint32_t> row, expected, shown(random() % 60);
+      for (std::size_t k = 0; k < shown.size(); ++k) {
+        const std::int32_t ink = inks[random() % 12 == 0 ? random() % inks.size() : 0];
+        row.push_back(PixelOf(ink));
+        expected.push_back(ink == colour::White ? map.Paper() : PixelOf(map.Shown(ink)));
+      }
+      map.Map(row.data(), shown.data(), row.size());
+      ASSERT_EQ(shown, expected);
+    }
+  }
 }
 
 TEST(ColourMap, FollowsTheTimeOfDay) {

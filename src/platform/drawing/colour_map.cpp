@@ -127,21 +127,34 @@ std::uint32_t ColourMap::Of(std::uint32_t pixel) const {
   return PixelOf(Mixed(ColourOf(paper_), best, least.part));
 }
 
+/// Two places are asked, and the older pixel makes room: two inks that take turns along a row must not push each other
+/// out, since to look one up takes as long as many pixels.
+std::uint32_t ColourMap::LookUp(std::uint32_t pixel, std::size_t place) {
+  Entry& entry = entries_[place];
+  Entry& beside = entries_[place ^ 1];
+  if (beside.from == pixel) return beside.to;
+  beside = entry;
+  entry = {pixel, Of(pixel)};
+  return entry.to;
+}
+
 void ColourMap::Map(const std::uint32_t* from, std::uint32_t* to, std::size_t count) {
-  // Most of a picture is paper: eight pixels at a time, as far as it goes.
-  constexpr std::size_t kAtOnce = 8, kBytes = kAtOnce * sizeof(std::uint32_t);
-  std::array<std::uint32_t, kAtOnce> white, paper;
-  white.fill(PixelOf(colour::White));
-  paper.fill(paper_);
-  for (std::size_t i = 0; i < count; ++i) {
-    for (; i + kAtOnce <= count && std::memcmp(from + i, white.data(), kBytes) == 0; i += kAtOnce)
-      std::memcpy(to + i, paper.data(), kBytes);
-    if (i == count) return;
-    const std::uint32_t pixel = from[i];
-    Entry& entry = entries_[pixel * 2654435761U >> 22];
-    if (entry.from != pixel) entry = {pixel, Of(pixel)};
-    to[i] = entry.to;
+  // Most of a picture is paper: eight pixels at a time. White has all bits.
+  constexpr std::size_t kAtOnce = 8;
+  const auto map = [this](std::uint32_t pixel) {
+    const std::size_t place = pixel * 2654435761U >> 22;
+    return entries_[place].from == pixel ? entries_[place].to : LookUp(pixel, place);
+  };
+  std::size_t i = 0;
+  for (; i + kAtOnce <= count; i += kAtOnce) {
+    std::array<std::uint64_t, kAtOnce / 2> pairs;
+    std::memcpy(pairs.data(), from + i, sizeof pairs);
+    if ((pairs[0] & pairs[1] & pairs[2] & pairs[3]) == ~std::uint64_t{0})
+      std::fill_n(to + i, kAtOnce, paper_);
+    else
+      std::transform(from + i, from + i + kAtOnce, to + i, map);
   }
+  std::transform(from + i, from + count, to + i, map);
 }
 
 }  // namespace velk

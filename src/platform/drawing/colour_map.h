@@ -35,6 +35,7 @@ class ColourMap {
   };
   static constexpr std::size_t kEntries = 1024;
 
+  std::uint32_t LookUp(std::uint32_t pixel, std::size_t place);
   std::uint32_t Of(std::uint32_t pixel) const;
   void Forget();
 
