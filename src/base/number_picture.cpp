@@ -251,6 +251,42 @@ std::string_view TakeSection(std::string_view& picture) {
   return section;
 }
 
+/// What nearly all pictures are: digits, and digits behind a point. Read at a glance, since a value's label is written
+/// with each sample. Gives false, and writes nothing, for any other picture, and for a number of very many digits.
+bool WritePlain(std::string& out, Decimal number, std::string_view picture) {
+  Layout layout;
+  std::size_t at = 0;
+  for (; at < picture.size() && IsPlaceholder(picture[at]); ++at)
+    if (picture[at] == '0' || layout.wholeShown > 0) ++layout.wholeShown;
+  layout.whole = static_cast<int>(at);
+  const bool hasPoint = at < picture.size() && picture[at] == '.';
+  if (hasPoint) ++at;
+  for (; at < picture.size() && IsPlaceholder(picture[at]); ++at) {
+    ++layout.fraction;
+    if (picture[at] == '0') layout.fractionShown = layout.fraction;
+  }
+  if (at < picture.size() || !layout.ShowsNumber()) return false;
+
+  if (!number.IsZero()) number.RoundTo(-layout.fraction);
+  const bool isZero = number.IsZero();
+  const int whole = std::max(isZero ? 0 : number.exponent + 1, layout.wholeShown);
+  const int fraction = std::max(isZero ? 0 : number.count - 1 - number.exponent, layout.fractionShown);
+  char text[48];
+  if (whole + fraction + 2 > static_cast<int>(sizeof text)) return false;
+  char* end = text;
+  if (number.negative && !isZero) *end++ = '-';
+  // Of the digits, counted from the first that isn't 0: where the text begins, where the point stands, where it ends.
+  const auto write = [&](int from, int to) {
+    for (; from < to; ++from) *end++ = from >= 0 && from < number.count ? number.digits[from] : '0';
+  };
+  const int point = number.exponent + 1;
+  write(point - whole, point);
+  if (hasPoint) *end++ = '.';
+  write(point, point + fraction);
+  out.append(text, end);
+  return true;
+}
+
 void WriteSection(std::string& out, const Decimal& number, std::string_view section) {
   const Layout layout = LayoutOf(section);
   const Shown shown = Fit(number, layout);
@@ -280,7 +316,8 @@ void FormatTo(std::string& out, double value, std::string_view picture) {
   if (!std::isfinite(value) || picture.empty()) {
     out += NumberText(value);
   } else {
-    WriteSections(out, ToDecimal(value, Decimal::kDigits64), picture);
+    const Decimal number = ToDecimal(value, Decimal::kDigits64);
+    if (!WritePlain(out, number, picture)) WriteSections(out, number, picture);
   }
 }
 

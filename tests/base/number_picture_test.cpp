@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <random>
+#include <vector>
 
 #include "base/numbers.h"
 
@@ -166,6 +169,20 @@ TEST(Format, ChoosesTheSectionBySign) {
               {5, "0;-0;0;x", "5"},
               {5, ";0", ""},
               {-5, ";0", "5"}});
+}
+
+/// Nothing in quotes shows nothing, but makes a picture one that is taken apart token by token.
+TEST(Format, ByAPlainPictureIsThatOfTheSamePictureWithNothingInQuotes) {
+  std::mt19937_64 random(20);
+  const std::vector<std::string> pictures = {"0",   "#",     "#0",     "#0.0", "#0.000", "0.0#", "0.##", "#.##",
+                                             ".00", ".0#0#", "000.00", "0#0",  "#0#.",   "0.",   "##.0", "#.#0##"};
+  for (int i = 0; i < 20'000; ++i) {
+    const auto digits = static_cast<double>(random() % 2'000'001) - 1'000'000;
+    const double value = digits * std::pow(10.0, static_cast<double>(random() % 24) - 15);
+    const std::string& picture = pictures[random() % pictures.size()];
+    ASSERT_EQ(Format(value, picture), Format(value, picture + "\"\"")) << value << " by " << picture;
+  }
+  EXPECT_EQ(Format(1e300, "#0.0"), Format(1e300, "#0.0\"\""));
 }
 
 TEST(Format, OfAnEmptyPictureIsTheNumberText) {
