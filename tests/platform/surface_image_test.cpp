@@ -187,6 +187,17 @@ TEST(SurfaceImage, TellsTheRectangleThatChangedOnce) {
   EXPECT_TRUE(surface.TakeDirty().isEmpty());
 }
 
+TEST(SurfaceImage, TellsNoMoreOfALineThanItsPenHasTouched) {
+  SurfaceImage surface = Small();
+  surface.TakeDirty();
+  surface.SetPenWidth(2);
+  surface.Line(10 * 15 + 1, 20 * 15 + 1, 14 * 15 + 1, 21 * 15 + 1, colour::Black);
+  EXPECT_EQ(surface.TakeDirty(), QRect(QPoint(9, 19), QPoint(14, 21)));
+  surface.SetPenWidth(1);
+  surface.Line(10 * 15 + 1, 20 * 15 + 1, 10 * 15 + 1, 20 * 15 + 1, colour::Black);
+  EXPECT_EQ(surface.TakeDirty(), QRect(10, 20, 1, 1));
+}
+
 TEST(SurfaceImage, MeasuresTextInTwipsAtEveryRatio) {
   const double width = Small(1).TextWidth("09:32"), height = Small(1).TextHeight("09:32");
   EXPECT_NEAR(width, 5 * 0.6 * 13 * 15, 0.12 * width);

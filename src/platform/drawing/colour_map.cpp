@@ -145,11 +145,14 @@ void ColourMap::Map(const std::uint32_t* from, std::uint32_t* to, std::size_t co
     const std::size_t place = pixel * 2654435761U >> 22;
     return entries_[place].from == pixel ? entries_[place].to : LookUp(pixel, place);
   };
+  const auto pair = [from](std::size_t at) {
+    std::uint64_t two;
+    std::memcpy(&two, from + at, sizeof two);
+    return two;
+  };
   std::size_t i = 0;
   for (; i + kAtOnce <= count; i += kAtOnce) {
-    std::array<std::uint64_t, kAtOnce / 2> pairs;
-    std::memcpy(pairs.data(), from + i, sizeof pairs);
-    if ((pairs[0] & pairs[1] & pairs[2] & pairs[3]) == ~std::uint64_t{0})
+    if ((pair(i) & pair(i + 2) & pair(i + 4) & pair(i + 6)) == ~std::uint64_t{0})
       std::fill_n(to + i, kAtOnce, paper_);
     else
       std::transform(from + i, from + i + kAtOnce, to + i, map);

@@ -75,10 +75,11 @@ class SurfaceImage : public RetainedSurface {
     if (isRescaled_) ForgetOriginal();
   }
   void ForgetOriginal();
+  /// A line between two pixels: no row more than its pen has touched, since each is copied up to the screen.
   void MarkLine(int x1, int y1, int x2, int y2) {
-    const int margin = penPixels_ + 1;
-    MarkDirty(std::min(x1, x2) - margin, std::min(y1, y2) - margin, std::max(x1, x2) + margin,
-              std::max(y1, y2) + margin);
+    const int before = penPixels_ / 2, behind = penPixels_ - before - 1;
+    MarkDirty(std::min(x1, x2) - before, std::min(y1, y2) - before, std::max(x1, x2) + behind,
+              std::max(y1, y2) + behind);
   }
   void CutLine(ClippedSegment line, std::int32_t colour);
   void FitRoom();
