@@ -12,7 +12,7 @@ class Timer {
  public:
   virtual ~Timer() = default;
   virtual void SetHandler(std::function<void()> handler) = 0;
-  /// Milliseconds; below 1 counts as 1.
+  /// Milliseconds; below 1 counts as 1, or, for a quick timer, as the next round of the event loop.
   virtual void SetInterval(int milliseconds) = 0;
   virtual int Interval() const = 0;
   virtual void SetEnabled(bool enabled) = 0;

@@ -1,5 +1,6 @@
 #include "platform/loop/screen_refresh.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -12,7 +13,16 @@ constexpr int kRefreshMs = 34;
 }  // namespace
 
 struct ScreenRefresh::Round {
+  explicit Round(Clock& ticking) : clock(ticking), timer(ticking.MakeQuickTimer()) {}
+
+  void Begin() {
+    waits = true;
+    timer->SetInterval(static_cast<int>(std::max<std::int64_t>(0, next - clock.Ticks())));
+    timer->SetEnabled(true);
+  }
+
   void Show() {
+    next = clock.Ticks() + kRefreshMs;
     if (ahead) ahead();
     timer->SetEnabled(false);
     waits = false;
@@ -20,15 +30,15 @@ struct ScreenRefresh::Round {
       if (std::exchange(part->asked_, false)) part->show_();
   }
 
+  Clock& clock;
   std::unique_ptr<Timer> timer;
+  std::int64_t next = 0;  ///< the ticks from which on the screen may follow again
   std::function<void()> ahead;
   bool waits = false;
   std::vector<Part*> parts;
 };
 
-ScreenRefresh::ScreenRefresh(Clock& clock) : round_(std::make_shared<Round>()) {
-  round_->timer = clock.MakeQuickTimer();
-  round_->timer->SetInterval(kRefreshMs);
+ScreenRefresh::ScreenRefresh(Clock& clock) : round_(std::make_shared<Round>(clock)) {
   round_->timer->SetHandler([round = round_.get()] { round->Show(); });
 }
 
@@ -52,7 +62,7 @@ ScreenRefresh::Part::~Part() {
 
 void ScreenRefresh::Part::Wait() {
   asked_ = true;
-  if (!std::exchange(round_->waits, true)) round_->timer->SetEnabled(true);
+  if (!round_->waits) round_->Begin();
 }
 
 void ScreenRefresh::Part::Stop() {

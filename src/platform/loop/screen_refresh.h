@@ -7,8 +7,9 @@
 
 namespace velk {
 
-/// When the screen follows what has changed: 34 ms behind the first change, so at most 30 times a second, and all that
-/// has changed by then at once. One timer for all, since each would wake the machine by itself.
+/// When the screen follows what has changed: as soon as the event is over that changed it, but 34 ms behind the time
+/// before at the earliest, so at most 30 times a second; then all that has changed by then at once. A job of a few
+/// samples a second so wakes the machine once a sample. One timer for all, since each would wake it by itself.
 class ScreenRefresh {
  private:
   struct Round;

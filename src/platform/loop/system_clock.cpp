@@ -19,7 +19,7 @@ class EventLoopTimer : public Timer {
  public:
   enum class Ticks { Posted, AtOnce };
 
-  explicit EventLoopTimer(Ticks ticks) {
+  explicit EventLoopTimer(Ticks ticks) : least_(ticks == Ticks::AtOnce ? 0 : 1) {
     source_.setTimerType(Qt::PreciseTimer);
     source_.setInterval(1000);
     QObject::connect(&source_, &QTimer::timeout, &context_, [this, ticks] {
@@ -34,7 +34,7 @@ class EventLoopTimer : public Timer {
 
   void SetInterval(int milliseconds) override {
     DropWaitingTick();
-    source_.setInterval(std::max(1, milliseconds));
+    source_.setInterval(std::max(least_, milliseconds));
   }
 
   int Interval() const override { return source_.interval(); }
@@ -72,6 +72,7 @@ class EventLoopTimer : public Timer {
     tickWaits_ = false;
   }
 
+  const int least_;  ///< milliseconds
   QObject context_;
   QTimer source_;
   std::function<void()> handler_;
