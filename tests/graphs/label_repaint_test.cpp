@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QBackingStore>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPaintEvent>
@@ -59,6 +60,33 @@ TEST_F(Repainting, WhatAValueChangesIsRepainted) {
         ASSERT_TRUE(repainted.contains(QPoint(x, y))) << value << ": " << x << ", " << y;
       }
     EXPECT_GT(changed, 0) << value;
+  }
+}
+
+/// What stands on the screen where a widget is. A grab has it painted anew, by a painter.
+QImage OnTheScreen(const QWidget& widget) {
+  const QWidget& window = *widget.window();
+  const auto& screen = *static_cast<const QImage*>(window.backingStore()->paintDevice());
+  return screen.copy(QRect(widget.mapTo(&window, QPoint(0, 0)), widget.size())).convertToFormat(QImage::Format_RGB32);
+}
+
+QImage Grabbed(QWidget& widget) {
+  return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+TEST_F(Repainting, TheScreenShowsWhatAPainterWouldPaint) {
+  auto& plot = *desk.Find<QWidget>("Pic2");
+  for (const bool night : {false, true}) {
+    desk.session.NightColours = night;
+    desk.windows.FollowLooks();
+    QCoreApplication::processEvents();
+    for (const float value : {12.345F, 12.346F, -912.3F, 1234567.0F, 99.5F}) {
+      desk.Form().PlotValue(desk.session.Times.GraphPageTime, desk.session.Times.GraphPageTime + 20.0 / 86400, 10,
+                            value, 0, 100, 0x0000FF, false);
+      Show(value);
+      EXPECT_EQ(OnTheScreen(Labels()), Grabbed(Labels())) << value << (night ? " by night" : "");
+      EXPECT_EQ(OnTheScreen(plot), Grabbed(plot)) << value << (night ? " by night" : "");
+    }
   }
 }
 

@@ -15,6 +15,7 @@
 #include "base/text_qt.h"
 #include "graphs/windows/chart_fonts.h"
 #include "platform/drawing/qt_drawing.h"
+#include "platform/windows/paint_target.h"
 
 namespace velk {
 
@@ -306,6 +307,10 @@ int LabelRows::ValueLeft() const {
   return kLeft + shares_.name + kGap;
 }
 
+QRect LabelRows::ValueColumn() const {
+  return {ValueLeft(), 0, shares_.value, static_cast<int>(column_.height() / ratio_)};
+}
+
 QRect LabelRows::Box(const Place& place) const {
   const Row& row = rows_[static_cast<std::size_t>(place.row)];
   const int valueEnd = ValueLeft() + shares_.value;
@@ -354,9 +359,15 @@ void LabelRows::PaintTexts(QPainter& painter, const Row& row) const {
 
 void LabelRows::paintEvent(QPaintEvent* event) {
   if (ratio_ != devicePixelRatioF()) LayOut();
-  QPainter painter(this);
   const QRect rect = event->rect();
-  if (!QRect(ValueLeft(), 0, shares_.value, column_.height()).contains(rect)) {
+  const bool isOfValues = ValueColumn().contains(rect);
+  QPoint corner;
+  if (const PaintTarget target(redirected(&corner), corner); isOfValues && target.HasDots()) {
+    for (const QRect& part : event->region()) target.Copy(part, column_, ValueColumn().topLeft());
+    return;
+  }
+  QPainter painter(this);
+  if (!isOfValues) {
     painter.fillRect(rect, QColor(looks_.ground));
     for (const Row& row : rows_)
       if (row.top < rect.bottom() + 1 && row.top + row.height > rect.top()) PaintTexts(painter, row);

@@ -123,6 +123,7 @@ class LabelRows : public QWidget {
   void DrawByPainter(const Row& row, const Plate& plate, const QRect& box);
   QRect PlateBox(const Row& row) const;
   int ValueLeft() const;
+  QRect ValueColumn() const;
   void PaintTexts(QPainter& painter, const Row& row) const;
 
   std::vector<Row> rows_;

@@ -3,6 +3,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include "platform/windows/paint_target.h"
+
 namespace velk {
 
 SurfaceView::SurfaceView(QWidget* parent) : QWidget(parent) {
@@ -21,38 +23,58 @@ void SurfaceView::ShowChanges() {
   if (!changed.isEmpty()) update(changed);
 }
 
-/// The picture of the surface in the colours that are shown, good within `shown` pixels of the view.
-QImage SurfaceView::Mapped(const QRect& shown) {
+void SurfaceView::paintEvent(QPaintEvent* event) {
+  QPoint corner;
+  const PaintTarget target(redirected(&corner), corner);
+  if (surface_ == nullptr || !target.HasDots() || !CopyTo(target, event->region())) Paint(event->rect());
+}
+
+/// Gives whether the surface covers all of the region; it may be smaller than the view until a resize has gone through.
+bool SurfaceView::CopyTo(const PaintTarget& target, const QRegion& region) {
   const QImage picture = surface_->View();
+  const QRect shown = region.boundingRect();
+  const int ratio = target.Ratio();
+  if (picture.devicePixelRatio() != ratio || (shown.right() + 1) * ratio > picture.width() ||
+      (shown.bottom() + 1) * ratio > picture.height())
+    return false;
+  for (const QRect& rect : region) {
+    if (colours_->ChangesNothing()) {
+      target.Copy(rect, picture, {});
+      continue;
+    }
+    const int width = rect.width() * ratio;
+    for (int y = rect.top() * ratio; y < (rect.bottom() + 1) * ratio; ++y)
+      colours_->Map(reinterpret_cast<const QRgb*>(picture.constScanLine(y)) + rect.left() * ratio,
+                    target.Row(rect.left() * ratio, y), static_cast<std::size_t>(width));
+  }
+  return true;
+}
+
+void SurfaceView::Paint(const QRect& shown) {
+  QPainter painter(this);
+  if (surface_ == nullptr) return painter.fillRect(shown, Qt::white);
+  const QImage picture = surface_->View();
+  const QSizeF size = QSizeF(picture.size()) / picture.devicePixelRatio();
+  if (shown.right() >= size.width() || shown.bottom() >= size.height())
+    painter.fillRect(shown, QColor(colours_->Paper()));
+  if (colours_->ChangesNothing()) mapped_ = {};
+  painter.drawImage(0, 0, colours_->ChangesNothing() ? picture : Mapped(picture, shown));
+}
+
+/// The picture in the colours that are shown, good within `shown` pixels of the view.
+QImage SurfaceView::Mapped(const QImage& picture, const QRect& shown) {
   if (mapped_.size() != picture.size()) mapped_ = QImage(picture.size(), QImage::Format_RGB32);
   const double ratio = picture.devicePixelRatio();
   const QRect dots = QRectF(shown.x() * ratio, shown.y() * ratio, shown.width() * ratio, shown.height() * ratio)
                          .toAlignedRect()
                          .intersected(mapped_.rect());
   for (int y = dots.top(); y <= dots.bottom(); ++y)
-    colours_->Map(reinterpret_cast<const std::uint32_t*>(picture.constScanLine(y)) + dots.left(),
-                  reinterpret_cast<std::uint32_t*>(mapped_.scanLine(y)) + dots.left(),
-                  static_cast<std::size_t>(dots.width()));
+    colours_->Map(reinterpret_cast<const QRgb*>(picture.constScanLine(y)) + dots.left(),
+                  reinterpret_cast<QRgb*>(mapped_.scanLine(y)) + dots.left(), static_cast<std::size_t>(dots.width()));
   // Made over the same bytes: setting the ratio on a copy would copy all pixels.
   QImage view(mapped_.constBits(), mapped_.width(), mapped_.height(), mapped_.bytesPerLine(), mapped_.format());
   view.setDevicePixelRatio(ratio);
   return view;
-}
-
-void SurfaceView::paintEvent(QPaintEvent* event) {
-  QPainter painter(this);
-  const QRect shown = event->rect();
-  if (surface_ == nullptr) return painter.fillRect(shown, Qt::white);
-  // The surface may be smaller than the view until a resize has gone through.
-  const QSizeF size = QSizeF(surface_->View().size()) / surface_->View().devicePixelRatio();
-  if (shown.right() >= size.width() || shown.bottom() >= size.height())
-    painter.fillRect(shown, QColor(colours_->Paper()));
-  if (colours_->ChangesNothing()) {
-    mapped_ = {};
-    painter.drawImage(0, 0, surface_->View());
-  } else {
-    painter.drawImage(0, 0, Mapped(shown));
-  }
 }
 
 }  // namespace velk

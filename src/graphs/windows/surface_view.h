@@ -8,6 +8,8 @@
 
 namespace velk {
 
+class PaintTarget;
+
 /// Shows a surface in the colours of a map. What the surface has changed is repainted when ShowChanges is called, not
 /// before.
 class SurfaceView : public QWidget {
@@ -24,11 +26,13 @@ class SurfaceView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QImage Mapped(const QRect& shown);
+  bool CopyTo(const PaintTarget& target, const QRegion& region);
+  void Paint(const QRect& shown);
+  QImage Mapped(const QImage& picture, const QRect& shown);
 
   SurfaceImage* surface_ = nullptr;
   ColourMap* colours_ = nullptr;
-  QImage mapped_;  ///< the surface in other colours, as far as it was last shown
+  QImage mapped_;  ///< the surface in other colours, as far as a painter has last shown it
 };
 
 }  // namespace velk
