@@ -58,18 +58,18 @@ struct ToolbarButton {
 constexpr const char* kWarningMark = "\u26a0 ";
 constexpr const char* kRecordingMark = "\u25cf ";
 
-QLabel* MakePanel(int panel, QWidget* parent) {
+PanelLabel* MakePanel(int panel, QWidget* parent) {
   if (panel == kFilePanel) return new PathLabel(parent);
   if (panel == kDataPanel) return new WholeLabel(parent);
-  return new QLabel(parent);
+  return new PanelLabel(parent);
 }
 
 /// A word that is a tool tip and a caption has no letter of its own to be chosen by; in a menu it gets one.
 OperatorText WithLetter(const OperatorText& caption) {
-  constexpr std::pair<MessageText, MessageText> kLetters[] = {
+  constexpr std::pair<MessageText, MessageText> kMenuLetters[] = {
       {text::Start, text::MenuStart}, {text::Pause, text::MenuPause}, {text::Resume, text::MenuResume}};
   const std::string english = caption.English();
-  for (const auto& [word, withLetter] : kLetters)
+  for (const auto& [word, withLetter] : kMenuLetters)
     if (english == word.english) return withLetter;
   return caption;
 }
@@ -186,10 +186,9 @@ void MainForm::BuildStatusBar() {
   // What a job tells has the room of its text; the name of the file gives way to it first.
   constexpr int kStretch[] = {0, 3, 6, 1, 2, 3, 3, 0, 0};
   for (int panel = 1; panel <= kRecordingPanel; ++panel) {
-    QLabel* label = MakePanel(panel, this);
+    PanelLabel* label = MakePanel(panel, this);
     label->setObjectName(QStringLiteral("StatusBar1_%1").arg(panel));
     label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    label->setTextFormat(Qt::PlainText);
     panels_[panel] = new StatusPanel(label);
     panels_[panel]->setVisible(!ComesAndGoes(panel));
     // Status tips cover the others for a moment; what a job tells stays in view.

@@ -11,7 +11,7 @@ namespace velk {
 namespace {
 
 constexpr const char* kMaximised = "maximised";
-constexpr QSize kLeast(200, 100);
+constexpr QSize kLeastSize(200, 100);
 constexpr int kFarthest = 100'000;
 
 /// The part of a place that a screen shows.
@@ -46,7 +46,7 @@ MainPlace PlaceOf(const std::string& text) {
     if (!isNumber || std::abs(numbers[i]) > kFarthest) return {};
   }
   const QRect normal(numbers[0], numbers[1], numbers[2], numbers[3]);
-  if (normal.width() < kLeast.width() || normal.height() < kLeast.height()) return {};
+  if (normal.width() < kLeastSize.width() || normal.height() < kLeastSize.height()) return {};
   return {normal, words.size() == 5};
 }
 

@@ -1,7 +1,5 @@
 #include "shell/path_label.h"
 
-#include <QPainter>
-#include <QStyle>
 #include <algorithm>
 
 namespace velk {
@@ -22,13 +20,6 @@ QString PathLabel::Shown() const {
   const QString shown = fontMetrics().elidedText(text(), givesWay_, Room().width());
   const bool isDots = shown.size() == 1 && shown != text();
   return isDots ? QString() : shown;
-}
-
-void PathLabel::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  drawFrame(&painter);
-  style()->drawItemText(&painter, Room(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), Shown(),
-                        foregroundRole());
 }
 
 QSize WholeLabel::sizeHint() const {

@@ -1,29 +1,27 @@
 #pragma once
 
-#include <QLabel>
+#include "shell/panel_label.h"
 
 namespace velk {
 
 /// A line of text that is never the reason for a wider window. Where there is no room for it a part gives way: the
 /// middle of one that ends in a path, so that the name of the file stays in view; else its end.
-class PathLabel : public QLabel {
+class PathLabel : public PanelLabel {
   Q_OBJECT
 
  public:
   explicit PathLabel(QWidget* parent, Qt::TextElideMode givesWay = Qt::ElideMiddle)
-      : QLabel(parent), givesWay_(givesWay) {}
+      : PanelLabel(parent), givesWay_(givesWay) {}
 
   QSize sizeHint() const override { return minimumSizeHint(); }
   QSize minimumSizeHint() const override { return {1, QLabel::sizeHint().height()}; }
   /// The text as there is room for it; nothing where that would be the dots alone.
-  QString Shown() const;
+  QString Shown() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  QRect Room() const override;
 
  private:
-  QRect Room() const;
-
   const Qt::TextElideMode givesWay_;
 };
 

@@ -7,11 +7,6 @@ namespace velk {
 
 namespace {
 
-bool DifferInDigitsOnly(const QString& text, const QString& other) {
-  const auto alike = [](QChar a, QChar b) { return a == b || (a.isDigit() && b.isDigit()); };
-  return std::equal(text.begin(), text.end(), other.begin(), other.end(), alike);
-}
-
 bool DigitsAreOfOneWidth(const QFontMetrics& font) {
   for (char digit = '1'; digit <= '9'; ++digit)
     if (font.horizontalAdvance(QLatin1Char(digit)) != font.horizontalAdvance(QLatin1Char('0'))) return false;
@@ -20,7 +15,7 @@ bool DigitsAreOfOneWidth(const QFontMetrics& font) {
 
 }  // namespace
 
-StatusPanel::StatusPanel(QLabel* label) : label_(label) {
+StatusPanel::StatusPanel(PanelLabel* label) : label_(label) {
   label_->setParent(this);
   FollowLabel();
 }
@@ -29,7 +24,7 @@ void StatusPanel::ShowText(const QString& text) {
   if (text == label_->text()) return;
   // To ask for the room shapes the text twice: as much work as a sample's on the screen.
   const bool needsTheSame = digitsAreAlike_ && label_->font() == letters_ && DifferInDigitsOnly(text, label_->text());
-  label_->setText(text);
+  label_->ShowText(text);
   if (!needsTheSame) FollowLabel();
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QLabel>
 #include <QWidget>
+
+#include "shell/panel_label.h"
 
 namespace velk {
 
@@ -12,9 +13,9 @@ class StatusPanel : public QWidget {
 
  public:
   /// Takes the label over.
-  explicit StatusPanel(QLabel* label);
+  explicit StatusPanel(PanelLabel* label);
 
-  QLabel& Label() const { return *label_; }
+  PanelLabel& Label() const { return *label_; }
   void ShowText(const QString& text);
 
   QSize sizeHint() const override { return room_; }
@@ -27,7 +28,7 @@ class StatusPanel : public QWidget {
  private:
   void FollowLabel();
 
-  QLabel* label_;
+  PanelLabel* label_;
   QSize room_;
   QSize least_;
   QFont letters_;                ///< of the label, of which a style sheet's change tells only the label

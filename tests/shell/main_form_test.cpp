@@ -354,7 +354,7 @@ class StatusBarOfASmallScreen : public testing::Test {
 
 TEST_F(StatusBarOfASmallScreen, ShowsNoDotsWhereTheFileHasNoRoom) {
   auto& file = *form.findChild<PathLabel*>("StatusBar1_2");
-  file.setText("Current File: /data/job.mdb");
+  file.ShowText("Current File: /data/job.mdb");
   file.resize(1000, 20);
   EXPECT_EQ(file.Shown(), "Current File: /data/job.mdb");
   file.resize(120, 20);

@@ -6,7 +6,7 @@ namespace velk {
 namespace {
 
 TEST(StatusPanelTest, HasTheRoomOfItsTextWhateverHasChanged) {
-  StatusPanel panel(new QLabel);
+  StatusPanel panel(new PanelLabel(nullptr));
   const auto show = [&](const char* text) {
     panel.ShowText(QString::fromUtf8(text));
     EXPECT_EQ(panel.Label().text(), text);

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QGlyphRun>
+#include <QImage>
+#include <QLabel>
+#include <vector>
+
+class QTextLayout;
+
+namespace velk {
+
+/// Whether two texts are the same but for digits.
+bool DifferInDigitsOnly(const QString& text, const QString& other);
+
+/// A line of text in the status bar, whose digits may change with every sample. The style paints it first; from then on
+/// a text of which only digits differ is shown by its glyphs, on what stood there without a text: to have it shaped and
+/// styled anew takes as long as all else that a sample changes in a window.
+class PanelLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit PanelLabel(QWidget* parent);
+
+  void ShowText(const QString& text);
+  /// The text as there is room for it.
+  virtual QString Shown() const { return text(); }
+
+ protected:
+  /// Where the text stands.
+  virtual QRect Room() const;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  using QLabel::setText;  // would leave the glyphs as they are
+
+  /// A character that may become another digit: the glyph of a run.
+  struct Digit {
+    qsizetype character, glyph;
+    std::size_t run;
+  };
+
+  void PaintFrame();
+  void PaintText();
+  void FindGlyphs();
+  void FindDigits(const QTextLayout& layout);
+  bool ChangeDigits(const QString& text);
+  void Forget();
+
+  QImage blank_;                 ///< the label without its text; null where the glyphs are not known
+  QPointF origin_;               ///< of the glyphs
+  std::vector<QGlyphRun> runs_;  ///< one a font
+  std::vector<Digit> digits_;
+};
+
+}  // namespace velk

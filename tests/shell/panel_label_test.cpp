@@ -1,0 +1,127 @@
+#include "shell/panel_label.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QBackingStore>
+#include <QHBoxLayout>
+#include <memory>
+
+#include "shell/path_label.h"
+
+namespace velk {
+namespace {
+
+/// A window of two labels, and what stands on its screen: a grab would have them painted anew.
+class OnTheScreen {
+ public:
+  explicit OnTheScreen(bool bold) {
+    auto* const line = new QHBoxLayout(&window_);
+    for (PanelLabel* const label : {new PanelLabel(&window_), static_cast<PanelLabel*>(new PathLabel(&window_))}) {
+      label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+      QFont letters = label->font();
+      letters.setBold(bold);
+      label->setFont(letters);
+      line->addWidget(label);
+      labels.push_back(label);
+    }
+    window_.resize(900, 60);
+    window_.show();
+    QApplication::processEvents();
+  }
+
+  QImage Show(const QString& text) {
+    for (PanelLabel* const label : labels) label->ShowText(text);
+    return Picture();
+  }
+  QImage Picture() {
+    QApplication::processEvents();
+    return static_cast<const QImage*>(window_.backingStore()->paintDevice())->copy();
+  }
+
+  std::vector<PanelLabel*> labels;
+
+ private:
+  QWidget window_;
+};
+
+QString Clock(int second) {
+  return QStringLiteral("\u25cf REC well 7.mdb  %1:%2:%3")
+      .arg(second / 3600)
+      .arg(second / 60 % 60, 2, 10, QLatin1Char('0'))
+      .arg(second % 60, 2, 10, QLatin1Char('0'));
+}
+
+TEST(PanelLabelTest, LooksTheSameWhetherItsDigitsChangedOrAllOfItWasPaintedAnew) {
+  for (const bool bold : {false, true}) {
+    OnTheScreen changed(bold);
+    changed.Show(Clock(0));
+    for (int second = 7; second < 36'000; second += 1111) {
+      const QImage picture = changed.Show(Clock(second));
+      OnTheScreen fresh(bold);
+      EXPECT_EQ(picture, fresh.Show(Clock(second))) << Clock(second).toStdString();
+      EXPECT_NE(picture, fresh.Show(Clock(second + 1)));
+    }
+  }
+}
+
+TEST(PanelLabelTest, FollowsEachChangeOfWhatItLooksLike) {
+  OnTheScreen changed(false);
+  const auto same = [&](const char* what) {
+    const QImage picture = changed.Show(Clock(5));
+    OnTheScreen fresh(false);
+    for (std::size_t i = 0; i < fresh.labels.size(); ++i) {
+      fresh.labels[i]->setPalette(changed.labels[i]->palette());
+      fresh.labels[i]->setStyleSheet(changed.labels[i]->styleSheet());
+      fresh.labels[i]->setEnabled(changed.labels[i]->isEnabled());
+    }
+    EXPECT_EQ(picture, fresh.Show(Clock(5))) << what;
+    changed.Show(Clock(6));
+  };
+  same("as it began");
+  for (PanelLabel* const label : changed.labels) {
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, Qt::red);
+    label->setPalette(palette);
+  }
+  same("red letters");
+  for (PanelLabel* const label : changed.labels)
+    label->setStyleSheet(QStringLiteral("QLabel { color: white; background: #c8102e; font-weight: bold; }"));
+  same("a sheet");
+  for (PanelLabel* const label : changed.labels) label->setStyleSheet({});
+  same("no sheet");
+  for (PanelLabel* const label : changed.labels) label->setEnabled(false);
+  same("off");
+  for (PanelLabel* const label : changed.labels) label->setEnabled(true);
+  same("on");
+}
+
+TEST(PanelLabelTest, ShowsAnotherTextOfTheSameLengthWhole) {
+  OnTheScreen changed(false), fresh(false);
+  changed.Show("12 rows");
+  changed.Show("13 rows");
+  EXPECT_EQ(changed.Show("13 cows"), fresh.Show("13 cows"));
+  EXPECT_EQ(changed.Show(""), OnTheScreen(false).Show(""));
+  EXPECT_EQ(changed.Show("7"), OnTheScreen(false).Show("7"));
+}
+
+TEST(PanelLabelTest, ATextWithoutRoomGivesWayWhateverDigitsItHas) {
+  OnTheScreen changed(false);
+  const QString path = QString(200, 'm') + "/job ";
+  changed.Show(path + "1.mdb");
+  EXPECT_NE(changed.labels[1]->Shown(), changed.labels[1]->text());
+  const QImage picture = changed.Show(path + "2.mdb");
+  OnTheScreen fresh(false);
+  EXPECT_EQ(picture, fresh.Show(path + "2.mdb"));
+}
+
+TEST(PanelLabelTest, TellsTextsApartThatDifferInMoreThanDigits) {
+  EXPECT_TRUE(DifferInDigitsOnly("10:59:59", "11:00:00"));
+  EXPECT_TRUE(DifferInDigitsOnly("", ""));
+  EXPECT_FALSE(DifferInDigitsOnly("9 rows", "10 rows"));
+  EXPECT_FALSE(DifferInDigitsOnly("1 row", "1 cow"));
+  EXPECT_FALSE(DifferInDigitsOnly(QString::fromUtf8("1\u0661"), "11")) << "another script's";
+}
+
+}  // namespace
+}  // namespace velk
