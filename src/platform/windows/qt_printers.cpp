@@ -2,9 +2,11 @@
 
 #include <cups/cups.h>
 
+#include <QLibrary>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTemporaryDir>
+#include <optional>
 
 #include "base/errors.h"
 #include "base/text_qt.h"
@@ -35,23 +37,35 @@ Paper SheetOf(const std::string& name) {
   return sheet;
 }
 
-/// What a job asks for, whatever the queue does by itself: sheets of A4, and pages at their own size.
-class PageOptions {
+/// The library of the print service. It is loaded when something is printed, since with all that it needs itself it
+/// takes 3 MB, which a job that runs for weeks would carry along. Whoever has a queue has the library: the toolkit
+/// finds the queues by it.
+class PrintLibrary {
  public:
-  PageOptions() {
-    count_ = cupsAddOption("media", "A4", count_, &options_);
-    count_ = cupsAddOption("print-scaling", "none", count_, &options_);
+  /// The service's words where it did not take the document, else nothing.
+  std::optional<std::string> Print(const std::string& queue, const std::string& file, const std::string& title) const {
+    if (!library_.isLoaded()) return FromQt(library_.errorString());
+    // Sheets of A4, and pages at their own size, whatever the queue does by itself.
+    cups_option_t* options = nullptr;
+    int count = addOption_("media", "A4", 0, &options);
+    count = addOption_("print-scaling", "none", count, &options);
+    const bool taken = printFile_(queue.c_str(), file.c_str(), title.c_str(), count, options) != 0;
+    freeOptions_(count, options);
+    if (taken) return std::nullopt;
+    return lastError_();
   }
-  ~PageOptions() { cupsFreeOptions(count_, options_); }
-  PageOptions(const PageOptions&) = delete;
-  PageOptions& operator=(const PageOptions&) = delete;
-
-  int Count() const { return count_; }
-  cups_option_t* All() const { return options_; }
 
  private:
-  int count_ = 0;
-  cups_option_t* options_ = nullptr;
+  template <class Function>
+  Function* Find(const char* name) {
+    return reinterpret_cast<Function*>(library_.resolve(name));
+  }
+
+  QLibrary library_{QStringLiteral("cups"), 2};
+  decltype(cupsAddOption)* const addOption_ = Find<decltype(cupsAddOption)>("cupsAddOption");
+  decltype(cupsFreeOptions)* const freeOptions_ = Find<decltype(cupsFreeOptions)>("cupsFreeOptions");
+  decltype(cupsPrintFile)* const printFile_ = Find<decltype(cupsPrintFile)>("cupsPrintFile");
+  decltype(cupsLastErrorString)* const lastError_ = Find<decltype(cupsLastErrorString)>("cupsLastErrorString");
 };
 
 /// A document for a queue of the system: a file until it ends, so that one that is given up never reaches the queue.
@@ -75,9 +89,7 @@ class QueuePrinter : public Printer {
   void NewPage() override { pages_->NewPage(); }
   void End() override {
     pages_->End();
-    const PageOptions options;
-    if (cupsPrintFile(name_.c_str(), Path().c_str(), title_.c_str(), options.Count(), options.All()) == 0)
-      Refuse(cupsLastErrorString());
+    if (const auto words = PrintLibrary().Print(name_, Path(), title_)) Refuse(*words);
   }
 
  private:
