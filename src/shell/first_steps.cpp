@@ -23,7 +23,7 @@ namespace velk {
 namespace {
 
 /// What a step asks of the machine (is the device there?) and of the session is told by nobody.
-constexpr int kFollowMs = 1000;
+constexpr int kFollowMs = 2000;
 constexpr int kMarkSize = 16;
 /// A program needs some seconds to come up; a second press meanwhile would start another one.
 constexpr int kSimulatedStartsMs = 5000;

@@ -14,6 +14,8 @@ namespace velk {
 namespace {
 
 constexpr int kLookMs = 1000;
+/// While nothing is acquired there is less to tell, and each look wakes a machine that rests.
+constexpr int kRestMs = 2000;
 /// Samples that come once a second are a little late at times.
 constexpr int kWithinMs = 100;
 constexpr std::int64_t kToolTipMs = 5000;
@@ -36,7 +38,7 @@ DataPanel::DataPanel(Session& session, const Platform& platform, MainView& view,
       link_(link),
       timer_(platform.clock.MakeTimer()) {
   timer_->SetHandler([this] {
-    timer_->SetInterval(kLookMs);
+    timer_->SetInterval(StatusIs(session_, text::StatusAcquiringData) ? kLookMs : kRestMs);
     Look();
   });
 }
