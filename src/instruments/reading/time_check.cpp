@@ -16,6 +16,10 @@ bool IsBelow(std::string_view digits, double limit) {
 std::int32_t CountDelimiters(std::string_view line, std::string_view delimiter) {
   if (delimiter.empty()) return 0;
   std::int32_t count = 0;
+  if (delimiter.size() == 1) {  // nearly always: many characters at once
+    for (const char character : line) count += character == delimiter[0];
+    return count;
+  }
   for (std::size_t at = line.find(delimiter); at != std::string_view::npos;
        at = line.find(delimiter, at + delimiter.size()))
     ++count;
