@@ -5,7 +5,6 @@
 #include "base/dates.h"
 #include "base/scope.h"
 #include "core/texts.h"
-#include "instruments/reading/decimal_fields.h"
 #include "instruments/reading/heard_lines.h"
 #include "instruments/reading/time_check.h"
 #include "instruments/table/protocols.h"
@@ -178,8 +177,6 @@ Values SampleRoad::TakeValues(const Statements& run, const std::string& line) {
 
 LineFault SampleRoad::TakeLine(const Statements& run, const std::string& line) {
   if (!IsAccepted(session_, line)) return LineFault::CheckFailed;
-  if (ProtocolOf(session_).decimalFields && !HasDecimalFields(line, session_.Delimiter, session_.Terminator))
-    return LineFault::FieldNotDecimal;
   return run([&] { return values_.Take(session_, line); });
 }
 

@@ -1,11 +1,15 @@
 #include "core/sample_values.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "base/single.h"
-#include "instruments/reading/get_field.h"
+#include "instruments/reading/decimal_fields.h"
+#include "instruments/reading/field_numbers.h"
+#include "instruments/table/protocols.h"
 
 namespace velk {
 
@@ -30,17 +34,22 @@ const SampleValues::Scale& SampleValues::ScaleOf(const Session& session, int par
 }
 
 LineFault SampleValues::Take(Session& session, std::string_view line) {
-  std::size_t position = 0;
-  GetField(line, session.Delimiter, position);  // the time
-  for (int i = 1; i <= session.NumberOfParameters; ++i) {
-    if (position == 0) return LineFault::FieldMissing;  // GetField would begin at the line's front again
-    const double field = Val(GetField(line, session.Delimiter, position));
+  std::array<double, kSlots> fields;
+  const int wanted = session.NumberOfParameters;
+  const FieldNumbers read = ReadFieldNumbers(line, session.Delimiter, session.Terminator,
+                                             std::span(fields).first(static_cast<std::size_t>(std::max(wanted, 0))));
+  if (!read.areSound && ProtocolOf(session).decimalFields &&
+      !HasDecimalFields(line, session.Delimiter, session.Terminator))
+    return LineFault::FieldNotDecimal;
+  for (int i = 1; i <= wanted; ++i) {
+    if (static_cast<std::size_t>(i) > read.count) return LineFault::FieldMissing;
+    const double field = fields[static_cast<std::size_t>(i - 1)];
     const Scale& scale = ScaleOf(session, i);
     const double value = field * static_cast<double>(scale.gain32) + static_cast<double>(scale.offset32);
     if (!FitsSingle(field) || !FitsSingle(value)) return LineFault::BeyondRange;
     scaled_[i] = static_cast<float>(value);
   }
-  for (int i = 1; i <= session.NumberOfParameters; ++i) session.CurrentValue[i] = Smooth(session, i, scaled_[i]);
+  for (int i = 1; i <= wanted; ++i) session.CurrentValue[i] = Smooth(session, i, scaled_[i]);
   return LineFault::None;
 }
 

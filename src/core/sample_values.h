@@ -15,8 +15,9 @@ bool IsAccepted(const Session& session, std::string_view line);
 /// From the fields of an accepted line to CurrentValue: scaled, then averaged.
 class SampleValues {
  public:
-  /// Takes the fields 1 to NumberOfParameters behind the time. With a fault nothing has changed: FieldMissing for a
-  /// line that ends ahead of the last of them, BeyondRange for a field or its scaled value. An empty field is 0.
+  /// Takes the fields 1 to NumberOfParameters behind the time. With a fault nothing has changed: FieldNotDecimal where
+  /// the protocol sends decimal text and nothing else, FieldMissing for a line that ends ahead of the last of them,
+  /// BeyondRange for a field or its scaled value. An empty field is 0.
   LineFault Take(Session& session, std::string_view line);
 
  private:
