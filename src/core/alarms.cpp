@@ -1,6 +1,5 @@
 #include "core/alarms.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -62,9 +61,10 @@ void ClearAlarms(Session& session, MainView& view) {
 }
 
 void HideAlarmsIfNone(const Session& session, MainView& view) {
-  const auto& triggered = session.AlarmTriggered;
-  if (std::none_of(triggered.begin() + 1, triggered.end(), [](bool alarm) { return alarm; }))
-    ShowIndicator(view, false);
+  // Without a way out of the loop all are looked at at once.
+  bool any = false;
+  for (int i = 1; i <= kMaxParameters; ++i) any |= session.AlarmTriggered[i];
+  if (!any) ShowIndicator(view, false);
 }
 
 }  // namespace velk

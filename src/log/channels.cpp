@@ -10,11 +10,8 @@ std::vector<std::string> ChannelNames(const Session& session) {
 }
 
 LogRow PresentRow(const Session& session, double time) {
-  LogRow row{time, {}};
-  row.values.reserve(static_cast<std::size_t>(session.NumberOfParameters));
-  for (int i = 1; i <= session.NumberOfParameters; ++i)
-    row.values.push_back(static_cast<double>(session.CurrentValue[static_cast<std::size_t>(i)]));
-  return row;
+  const auto first = session.CurrentValue.begin() + 1;
+  return {time, {first, first + session.NumberOfParameters}};
 }
 
 }  // namespace velk
