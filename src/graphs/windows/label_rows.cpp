@@ -64,6 +64,7 @@ void LabelRows::UseFont(const QFont& font) {
 
 void LabelRows::Fill(const CurveSource& curves) {
   rows_.resize(static_cast<std::size_t>(curves.Count()));
+  values_.resize(rows_.size());
   for (int slot = 1; slot <= curves.Count(); ++slot)
     FillRow(rows_[static_cast<std::size_t>(slot - 1)], curves.Curve(slot));
   LayOut();
@@ -143,18 +144,8 @@ void LabelRows::DrawColumn() {
 
 // --- Values ---
 
-void LabelRows::SetValue(int row, double value) {
-  if (row < 0 || row >= Count()) return;
-  Row& labels = rows_[static_cast<std::size_t>(row)];
-  labels.value = value;
-  labels.changed = true;
-}
-
 void LabelRows::ForgetValues() {
-  for (Row& row : rows_) {
-    row.value.reset();
-    row.changed = true;
-  }
+  for (std::optional<double>& value : values_) value.reset();
 }
 
 void LabelRows::SetAlarm(int row, AlarmSide side) {
@@ -179,23 +170,25 @@ void LabelRows::SetNight(bool night) {
   DrawColumn();
 }
 
-void LabelRows::FormatValue(const Row& row, std::string& text) const {
+void LabelRows::FormatValue(std::optional<double> value, const std::string& picture, std::string& text) {
   text.clear();
-  if (!row.value) return;
-  if (std::isnan(*row.value))
+  if (!value) return;
+  if (std::isnan(*value))
     text = kNoValue;
   else
-    FormatTo(text, *row.value, row.picture);
+    FormatTo(text, *value, picture);
 }
 
 void LabelRows::ShowChanges() {
   FollowPalette();
   QRect dirty;
   bool widens = false;
-  for (Row& row : rows_) {
-    if (!row.changed) continue;
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    Row& row = rows_[i];
+    if (!row.changed && row.formatted == values_[i]) continue;
     row.changed = false;
-    FormatValue(row, formatted_);
+    row.formatted = values_[i];
+    FormatValue(row.formatted, row.picture, formatted_);
     if (row.text == formatted_ && row.drawn == PlateOf(row)) continue;
     row.text.swap(formatted_);
     if (NeedOf(row) > needs_.value || MarkOf(row) > needs_.mark) widens = true;
@@ -231,7 +224,10 @@ void LabelRows::FollowPalette() {
   looks_.onWhite = Readable(colour::Black, Qt::white);
   // Not the grey that would be readable: that is what an old value looks like.
   looks_.onPlate = IsDark(plate) ? QColor(Qt::white).rgb() : Readable(colour::Black, plate);
-  for (Row& row : rows_) row.ink = Readable(row.colour, plate);
+  for (Row& row : rows_) {
+    row.ink = Readable(row.colour, plate);
+    row.changed = true;
+  }
 }
 
 /// In the column, in device pixels.

@@ -32,7 +32,9 @@ class LabelRows : public QWidget {
 
   /// The latest value; rows are counted from 0, and what is no row is passed over. One that is no number stands as a
   /// dash.
-  void SetValue(int row, double value);
+  void SetValue(int row, double value) {
+    if (row >= 0 && row < static_cast<int>(values_.size())) values_[static_cast<std::size_t>(row)] = value;
+  }
   /// No row has a value until it is given one.
   void ForgetValues();
   /// Flashes the value of an alarmed curve: with each call its background changes between white and the colour of
@@ -77,9 +79,8 @@ class LabelRows : public QWidget {
     bool operator==(const Plate&) const = default;
   };
   struct Row {
-    // First what each sample touches.
-    std::optional<double> value;
-    bool changed = true;
+    std::optional<double> formatted;  ///< the value that the text is of
+    bool changed = true;              ///< in another way than by its value
     QString name;
     QString units;
     std::string picture;
@@ -114,7 +115,7 @@ class LabelRows : public QWidget {
   void LayOut();
   void FitTexts(Row& row) const;
   void DrawColumn();
-  void FormatValue(const Row& row, std::string& text) const;
+  static void FormatValue(std::optional<double> value, const std::string& picture, std::string& text);
   double NeedOf(const Row& row) const;
   double MarkOf(const Row& row) const;
   Plate PlateOf(const Row& row) const;
@@ -127,6 +128,7 @@ class LabelRows : public QWidget {
   void PaintTexts(QPainter& painter, const Row& row) const;
 
   std::vector<Row> rows_;
+  std::vector<std::optional<double>> values_;  ///< of the rows; side by side, since each sample sets them all
   QFont font_;
   DigitCells cells_;
   double ratio_ = 0;  ///< of the cells and the column
