@@ -17,8 +17,8 @@ struct PlainDecimal {
 /// always such a number, and it is read in a fraction of the time of from_chars, with the same result: digits and power
 /// of ten are whole numbers that a double holds, so their quotient is the double nearest to the number.
 inline PlainDecimal ReadPlainDecimal(std::string_view text) {
-  constexpr std::array<double, 16> kPowersOf10 = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  static constexpr std::array<double, 16> kPowersOf10 = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   const char* read = text.data();
   const char* const end = read + text.size();
   std::uint64_t digits = 0;
