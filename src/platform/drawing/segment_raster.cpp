@@ -14,11 +14,14 @@ void Fill(const PixelRows& surface, int left, int top, int right, int bottom, st
   top = std::max(top, 0);
   right = std::min(right, surface.width);
   bottom = std::min(bottom, surface.height);
-  if (left >= right) return;
-  for (int y = top; y < bottom; ++y) {
-    std::uint32_t* row = surface.pixels + static_cast<std::size_t>(y) * surface.stride;
-    std::fill(row + left, row + right, colour);
-  }
+  if (left >= right || top >= bottom) return;
+  const auto width = static_cast<std::size_t>(right - left);
+  std::uint32_t* row = surface.pixels + static_cast<std::size_t>(top) * surface.stride + left;
+  for (int y = top; y < bottom; ++y, row += surface.stride)
+    if (width == 1)
+      *row = colour;  // a column of the grid
+    else
+      std::fill_n(row, width, colour);
 }
 
 /// A square of pixels that lies on the surface.
@@ -87,14 +90,17 @@ void RasterByRows(const PixelRows& surface, int x1, int y1, int x2, int y2, int 
 }  // namespace
 
 void RasterInside(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
-  if (thickness == 1) return Walk<1>(surface, x1, y1, x2, y2, colour);
+  // Lines of a grid are long and straight, and thin.
+  if (thickness == 1 && x1 != x2 && y1 != y2) return Walk<1>(surface, x1, y1, x2, y2, colour);
   if (thickness == 2) return Walk<2>(surface, x1, y1, x2, y2, colour);
   if (thickness == 3) return Walk<3>(surface, x1, y1, x2, y2, colour);
   RasterByRows(surface, x1, y1, x2, y2, thickness, colour);
 }
 
 void RasterSegment(const PixelRows& surface, int x1, int y1, int x2, int y2, int thickness, std::uint32_t colour) {
-  if (IsInside(surface, x1, y1, x2, y2, thickness)) return RasterInside(surface, x1, y1, x2, y2, thickness, colour);
+  const bool isSlanted = x1 != x2 && y1 != y2;
+  if (isSlanted && IsInside(surface, x1, y1, x2, y2, thickness))
+    return RasterInside(surface, x1, y1, x2, y2, thickness, colour);
   RasterByRows(surface, x1, y1, x2, y2, thickness, colour);
 }
 
