@@ -58,6 +58,21 @@ void StripChart::SetBlockPairsPerPage() {
   times_.BlockPairsPerPage = BlockPairs();
 }
 
+/// Gives whether the ends have a place.
+inline bool StripChart::PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour) {
+  const double width = PlotTarget_->Width();
+  const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
+  const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
+  if (std::isnan(x1) || std::isnan(x2)) return false;
+  timeOrigin_ = span.origin;
+  PlotTarget_->SetPenWidth(pass.penWidth);
+  if (span.isGap)
+    PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
+  else
+    PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
+  return true;
+}
+
 void StripChart::PlotValue(double previousTime, double time, float previousValue, float value, double min, double max,
                            std::int32_t colour, bool wrapping) {
   const double origin = timeOrigin_ != 0 ? timeOrigin_ : CutToMinute(previousTime);
@@ -70,21 +85,6 @@ void StripChart::PlotValue(double previousTime, double time, float previousValue
   passes.Next(pass);  // the one that is drawn already
   while (passes.Next(pass) && PlotPass(span, pass, scale, colour)) {
   }
-}
-
-/// Gives whether the ends have a place.
-bool StripChart::PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour) {
-  const double width = PlotTarget_->Width();
-  const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
-  const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
-  if (std::isnan(x1) || std::isnan(x2)) return false;
-  timeOrigin_ = span.origin;
-  PlotTarget_->SetPenWidth(pass.penWidth);
-  if (span.isGap)
-    PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
-  else
-    PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
-  return true;
 }
 
 const StripChart::Span& StripChart::TakeSpan(double previousTime, double time, double origin) {
