@@ -247,6 +247,21 @@ TEST(SurfaceImage, StretchesPlacesDownThePageButNoLettersAndPens) {
   EXPECT_DOUBLE_EQ(surface.TextWidth("09:32"), Small().TextWidth("09:32"));
 }
 
+TEST(SurfaceImage, OnWhichNothingStandsYetIsAtAnotherSizeAsIfItHadAlwaysHadIt) {
+  SurfaceImage early = Small();
+  early.Rescale(2700, 900, 1, 2, 300);
+  early.Rescale(3000, 600, 1, 1, 300);
+  SurfaceImage late(3000, 600, 1, SmallFont());
+  EXPECT_EQ(early.TakeDirty(), QRect(0, 0, 200, 40));
+  for (SurfaceImage* const surface : {&early, &late}) {
+    surface->Line(150, 0, 2900, 590, 0x0000FF);
+    surface->Print(300, 200, "09:32", colour::Black);
+  }
+  EXPECT_EQ(early.View(), late.View());
+  early.Rescale(1500, 600, 1, 1, 300);
+  EXPECT_EQ(At(early, 10, 0), 0xFF0000u) << "what was drawn meanwhile goes along";
+}
+
 TEST(SurfaceImage, TakesItsPictureAlongToAnotherSize) {
   SurfaceImage surface = Small();
   surface.Line(150, 0, 150, 600, 0x0000FF);          // column 10, within the part that keeps its width

@@ -97,21 +97,26 @@ void SurfaceImage::Resize(double width, double height, double pixelRatio, double
   EndPainting();
   QImage larger(size, QImage::Format_RGB32);
   larger.fill(Qt::white);
-  if (sameRatio) QPainter(&larger).drawImage(0, 0, image_);
+  const bool staysBlank = !sameRatio || content_ == Content::Blank;
+  if (!staysBlank) QPainter(&larger).drawImage(0, 0, image_);
   TakeImage(std::move(larger));
+  if (staysBlank) content_ = Content::Blank;
 }
 
 void SurfaceImage::Rescale(double width, double height, double pixelRatio, double stretch, double fixedLeft) {
+  // A window is made before it has its size: nothing stands on its pictures then that would have to be kept.
+  if (content_ == Content::Blank) return Resize(width, height, pixelRatio, stretch);
   const double leftBefore = fixedLeft * scale_;
   QSize size;
   if (!TakeSize(width, height, pixelRatio, stretch, size)) return;
   EndPainting();
-  const QImage original = isRescaled_ ? original_ : image_.copy();
-  if (!isRescaled_) originalLeft_ = leftBefore;
+  const bool again = content_ == Content::Rescaled;
+  const QImage original = again ? original_ : image_.copy();
+  if (!again) originalLeft_ = leftBefore;
   TakeImage(Rescaled(original, static_cast<int>(std::lround(originalLeft_)), size,
                      static_cast<int>(std::lround(fixedLeft * scale_))));
   original_ = original;
-  isRescaled_ = true;
+  content_ = Content::Rescaled;
 }
 
 void SurfaceImage::TakeImage(QImage image) {
@@ -167,8 +172,8 @@ void SurfaceImage::MarkDirty(const QRect& pixels) {
   if (!pixels.isEmpty()) MarkDirty(pixels.left(), pixels.top(), pixels.right(), pixels.bottom());
 }
 
-void SurfaceImage::ForgetOriginal() {
-  isRescaled_ = false;
+void SurfaceImage::NoteDrawing() {
+  content_ = Content::Drawn;
   original_ = {};
 }
 

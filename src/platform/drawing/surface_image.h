@@ -72,9 +72,9 @@ class SurfaceImage : public RetainedSurface {
     dirty_.top = std::min(dirty_.top, top);
     dirty_.right = std::max(dirty_.right, right);
     dirty_.bottom = std::max(dirty_.bottom, bottom);
-    if (isRescaled_) ForgetOriginal();
+    if (content_ != Content::Drawn) NoteDrawing();
   }
-  void ForgetOriginal();
+  void NoteDrawing();
   /// A line between two pixels: no row more than its pen has touched, since each is copied up to the screen.
   void MarkLine(int x1, int y1, int x2, int y2) {
     const int before = penPixels_ / 2, behind = penPixels_ - before - 1;
@@ -121,9 +121,9 @@ class SurfaceImage : public RetainedSurface {
   Changed dirty_;
   QImage original_;          ///< before the last Rescale: sizes that follow each other are scaled from there
   double originalLeft_ = 0;  ///< pixels of it that keep their width
-  bool isRescaled_ = false;  ///< and nothing was drawn since
-  PixelRows rows_;           ///< the image's memory, for lines
-  QPainter painter_;         ///< for texts and circles; stays open, since opening costs more than a text
+  enum class Content { Blank, Drawn, Rescaled } content_ = Content::Blank;  ///< Rescaled: nothing was drawn since
+  PixelRows rows_;                                                          ///< the image's memory, for lines
+  QPainter painter_;  ///< for texts and circles; stays open, since opening costs more than a text
 };
 
 }  // namespace velk
