@@ -11,6 +11,8 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-con
                     -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wlogical-op -Wuseless-cast)
+  # Nobody puts other functions in the place of ours: those of one source may be inlined, as clang does anyway.
+  add_compile_options(-fno-semantic-interposition)
   if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # With -O2 and up it sees overlaps and overruns in additions of std::string where there are none.
     add_compile_options(-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
