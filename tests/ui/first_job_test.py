@@ -232,11 +232,13 @@ class SimulatedUnit(unittest.TestCase):
                      if os.path.realpath(command) == program and self.desktop.keyboard_program() == process), None)
 
     def choose(self, bar, letter, title):
-        """An item that opens this window. While Connect waits for the unit it does nothing yet."""
+        """An item that opens this window. While Connect waits for the unit it does nothing yet, and on a busy machine
+        the window takes its time: another Escape would close it as it comes."""
         def opens():
-            if self.desktop.keyboard_owner() != title:
-                self.desktop.press("Escape", bar, letter)
-                time.sleep(1)
+            self.desktop.press("Escape", bar, letter)
+            end = time.monotonic() + 5
+            while self.desktop.keyboard_owner() != title and time.monotonic() < end:
+                time.sleep(0.1)
             return self.desktop.keyboard_owner() == title
         wait_for(opens, title)
 
