@@ -50,6 +50,7 @@ void PanelLabel::paintEvent(QPaintEvent* event) {
     for (const QGlyphRun& run : runs_) painter.drawGlyphRun(origin_, run);
     return;
   }
+  if (!blank_.isNull()) return PaintOnBlank();
   PaintFrame();
   if (target.HasDots() && event->region() == QRegion(rect())) {
     FindGlyphs();
@@ -58,6 +59,15 @@ void PanelLabel::paintEvent(QPaintEvent* event) {
     setAttribute(Qt::WA_OpaquePaintEvent, !blank_.isNull());
   }
   PaintText();
+}
+
+/// In a grab, or on a screen of other dots: nothing stands behind the label there, since it is opaque.
+void PanelLabel::PaintOnBlank() {
+  QPainter(this).drawImage(0, 0, blank_);
+  PaintText();
+  if (blank_.devicePixelRatio() == devicePixelRatioF()) return;
+  Forget();
+  update();
 }
 
 void PanelLabel::PaintFrame() {

@@ -42,6 +42,7 @@ class PanelLabel : public QLabel {
   };
 
   void PaintFrame();
+  void PaintOnBlank();
   void PaintText();
   void FindGlyphs();
   void FindDigits(const QTextLayout& layout);

@@ -39,6 +39,8 @@ class OnTheScreen {
     return static_cast<const QImage*>(window_.backingStore()->paintDevice())->copy();
   }
 
+  QImage Grab() { return window_.grab().toImage().convertToFormat(Picture().format()); }
+
   std::vector<PanelLabel*> labels;
 
  private:
@@ -103,6 +105,18 @@ TEST(PanelLabelTest, ShowsAnotherTextOfTheSameLengthWhole) {
   EXPECT_EQ(changed.Show("13 cows"), fresh.Show("13 cows"));
   EXPECT_EQ(changed.Show(""), OnTheScreen(false).Show(""));
   EXPECT_EQ(changed.Show("7"), OnTheScreen(false).Show("7"));
+}
+
+/// A grab has no screen's memory, and paints what a window shows into a picture of its own.
+TEST(PanelLabelTest, IsGrabbedAsItStandsOnTheScreen) {
+  for (const bool bold : {false, true}) {
+    OnTheScreen window(bold);
+    const QImage shown = window.Show(Clock(5));
+    EXPECT_EQ(window.Grab(), shown) << "painted whole";
+    const QImage changed = window.Show(Clock(6));
+    EXPECT_NE(changed, shown);
+    EXPECT_EQ(window.Grab(), changed) << "another digit";
+  }
 }
 
 TEST(PanelLabelTest, ATextWithoutRoomGivesWayWhateverDigitsItHas) {
