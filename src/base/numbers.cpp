@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/errors.h"
+#include "base/plain_decimal.h"
 
 namespace velk {
 
@@ -46,42 +47,6 @@ struct Reading {
   std::size_t end = 0;  ///< behind the number; 0 where there is none
 };
 
-/// 1 to 1E19, all of them exact.
-constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
-/// Takes digits at the front of a text as one whole number, modulo 2^64 of more than 19.
-const char* ReadDigits(const char* read, const char* end, std::uint64_t& number) {
-  for (; read != end; ++read) {
-    const unsigned digit = static_cast<unsigned char>(*read) - unsigned{'0'};
-    if (digit > 9) break;
-    number = number * 10 + digit;
-  }
-  return read;
-}
-
-/// Reads digits with an optional point. Gives the end, or null for what takes more than one division (an exponent, too
-/// many digits) and for what is no number.
-const char* ReadShort(const char* begin, const char* end, double& value) {
-  constexpr std::ptrdiff_t kMostDigits = 19;
-  constexpr std::uint64_t kLargestExact = 1ULL << 53;
-  std::uint64_t number = 0;
-  const char* read = ReadDigits(begin, end, number);
-  std::ptrdiff_t digits = read - begin;
-  std::ptrdiff_t places = 0;
-  if (read != end && *read == '.') {
-    const char* const fraction = read + 1;
-    read = ReadDigits(fraction, end, number);
-    places = read - fraction;
-    digits += places;
-  }
-  if (digits == 0 || digits > kMostDigits || number > kLargestExact) return nullptr;
-  if (read != end && (*read == 'e' || *read == 'E')) return nullptr;
-  // Both are exact, so that the quotient is rounded once: it is the nearest number.
-  value = static_cast<double>(number) / kExactPowers[places];
-  return read;
-}
-
 /// Reads every number, but no "inf", "nan" and sign, which from_chars would take too. Kept apart from the short way.
 [[gnu::noinline]] const char* ReadAnyLength(const char* begin, const char* end, double& value) {
   value = 0;
@@ -97,8 +62,9 @@ const char* ReadShort(const char* begin, const char* end, double& value) {
 }  // namespace
 
 const char* ReadMagnitude(const char* begin, const char* end, double& value) {
-  const char* const behind = ReadShort(begin, end, value);
-  return behind != nullptr ? behind : ReadAnyLength(begin, end, value);
+  const char* const behind = ReadPlainMagnitude(begin, end, value);
+  const bool isWhole = behind != nullptr && (behind == end || (*behind != 'e' && *behind != 'E'));
+  return isWhole ? behind : ReadAnyLength(begin, end, value);
 }
 
 namespace {

@@ -31,11 +31,14 @@ TEST(PlainDecimal, IsNoneWithoutADigit) {
     EXPECT_EQ(ReadPlainDecimal(text).length, 0u) << text;
 }
 
-TEST(PlainDecimal, IsNoneBeyondFifteenDigits) {
+TEST(PlainDecimal, IsNoneBeyondNineteenDigitsAndTheWholeNumbersOfADouble) {
   EXPECT_EQ(ReadPlainDecimal("999999999999999").value, 999999999999999.0);
   EXPECT_EQ(ReadPlainDecimal("-.000000000000001").value, -1e-15);
-  EXPECT_EQ(ReadPlainDecimal("1000000000000000").length, 0u);
-  EXPECT_EQ(ReadPlainDecimal("0.000000000000001").length, 0u);
+  EXPECT_EQ(ReadPlainDecimal("0.000000000000000001").value, 1e-18);
+  EXPECT_EQ(ReadPlainDecimal("0.0000000000000000001").length, 0u);
+  EXPECT_EQ(ReadPlainDecimal("9007199254740992").value, 9007199254740992.0);
+  EXPECT_EQ(ReadPlainDecimal("9007199254740993").length, 0u);
+  EXPECT_EQ(ReadPlainDecimal("18446744073709551617").length, 0u);  // 2^64 + 1
   EXPECT_EQ(ReadPlainDecimal(std::string(100, '9')).length, 0u);
 }
 
@@ -55,6 +58,17 @@ TEST(PlainDecimal, IsTheNearestDouble) {
     const PlainDecimal read = ReadPlainDecimal(text);
     EXPECT_EQ(read.length, text.size()) << text;
     EXPECT_EQ(read.value, std::strtod(text.c_str(), nullptr)) << text;
+  }
+}
+
+TEST(PlainMagnitude, TakesNoSignAndGivesWhatIsBehindIt) {
+  const std::string text = "12.5e3";
+  const char* const end = text.data() + text.size();
+  double value = 0;
+  EXPECT_EQ(ReadPlainMagnitude(text.data(), end, value), end - 2);
+  EXPECT_EQ(value, 12.5);
+  for (const std::string none : {"", "-1", "+1", " 1", ".", "x"}) {
+    EXPECT_EQ(ReadPlainMagnitude(none.data(), none.data() + none.size(), value), nullptr) << none;
   }
 }
 
