@@ -50,10 +50,12 @@ constexpr std::array<std::uint64_t, count> PowersOf(std::uint64_t base) {
 constexpr auto kPowersOf5 = PowersOf<28>(5);  // 5^27 is the last that leaves a product with 53 bits within 128
 constexpr auto kPowersOf10 = PowersOf<16>(10);
 
-/// 1E-12 to 1E15, those below 1 to the nearest.
+/// 1E-12 to 1E22, those below 1 to the nearest, the others exact.
 constexpr int kLeastPower = -12;
-constexpr double kPowers[] = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1, 1e0,  1e1,
-                              1e2,   1e3,   1e4,   1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+constexpr int kLastPower = 22;
+constexpr double kPowers[] = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1,
+                              1e0,   1e1,   1e2,   1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                              1e12,  1e13,  1e14,  1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 /// The eight digits of a number below 10^8 as numbers 0 to 9 in bytes, the first in the lowest. Fours, then pairs, then
 /// single digits are parted, each stage at once in lanes of one word: x / 100 is x * 5243 >> 19 below 10^4, and x / 10
@@ -95,9 +97,15 @@ int CountDigits(std::uint64_t eightDigits) {
   found.text = Wide{back | kZeros} << 64 | (front | kZeros);
 }
 
+/// A number's digits as one whole number, the first of which counts 10^exponent.
+struct WholeDigits {
+  std::uint64_t number;
+  int exponent;
+};
+
 /// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-11 to 1E15, of
 /// 7 digits from 1E-7. Gives false outside. Ties go to even, as in to_chars.
-[[gnu::always_inline]] inline bool FindDigits(Digits& found, double magnitude, int digits) {
+[[gnu::always_inline]] inline bool FindWholeDigits(WholeDigits& found, double magnitude, int digits) {
   if (!(magnitude >= kPowers[0] && magnitude < kPowers[digits - kLeastPower])) return false;
   const auto bits = std::bit_cast<std::uint64_t>(magnitude);
   const std::uint64_t mantissa = (bits & ((1ULL << 52) - 1)) | (1ULL << 52);
@@ -114,13 +122,20 @@ int CountDigits(std::uint64_t eightDigits) {
   const Wide product = Wide{mantissa} * (kPowersOf5[scale] << shift);
   // All but a half is added, and the rest of it where that makes an even number.
   const std::uint64_t odd = static_cast<std::uint64_t>(product >> 64) & 1;
-  auto number = static_cast<std::uint64_t>((product + (1ULL << 63) - 1 + odd) >> 64);
-  if (number == kPowersOf10[digits]) {
-    number /= 10;
+  found.number = static_cast<std::uint64_t>((product + (1ULL << 63) - 1 + odd) >> 64);
+  if (found.number == kPowersOf10[digits]) {
+    found.number /= 10;
     ++exponent;
   }
   found.exponent = exponent;
-  SetDigits(found, number, digits);
+  return true;
+}
+
+[[gnu::always_inline]] inline bool FindDigits(Digits& found, double magnitude, int digits) {
+  WholeDigits whole;
+  if (!FindWholeDigits(whole, magnitude, digits)) return false;
+  found.exponent = whole.exponent;
+  SetDigits(found, whole.number, digits);
   return true;
 }
 
@@ -216,6 +231,26 @@ char* WriteNumberText(char* out, double value) {
 
 char* WriteNumberText(char* out, float value) {
   return WriteText(out, static_cast<double>(value), Decimal::kDigits32);
+}
+
+namespace {
+
+[[gnu::noinline]] double ThroughAnyText(double value) {
+  char text[kNumberTextSize];
+  return Val({text, WriteNumberText(text, value)});
+}
+
+}  // namespace
+
+double ThroughNumberText(double value) {
+  constexpr int kDigits = Decimal::kDigits64;
+  WholeDigits whole;
+  if (!FindWholeDigits(whole, std::abs(value), kDigits)) return ThroughAnyText(value);
+  const int places = kDigits - 1 - whole.exponent;
+  if (places < 0 || places > kLastPower) return ThroughAnyText(value);
+  // Digits and power are exact, so that the quotient is rounded once, as the text's number is.
+  const double magnitude = static_cast<double>(static_cast<std::int64_t>(whole.number)) / kPowers[places - kLeastPower];
+  return std::copysign(magnitude, value);
 }
 
 std::string NumberText(double value) {

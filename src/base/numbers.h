@@ -37,6 +37,9 @@ inline constexpr std::size_t kNumberTextSize = 40;
 char* WriteNumberText(char* out, double value);
 char* WriteNumberText(char* out, float value);
 
+/// Val(NumberText(value)), mostly without a text: what a number comes to that is kept with 15 digits.
+double ThroughNumberText(double value);
+
 /// Format a number by a picture: "0" a digit that is always there, "#" one that is there if needed, "." the decimal
 /// point, "," between digits groups thousands, "%" times 100, "e+00", "E+0", "e-00" exponent forms ("e+" always shows a
 /// sign, "e-" only a minus), quoted text and "\c" as literals, other characters as they stand, up to three sections

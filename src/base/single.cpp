@@ -6,7 +6,7 @@
 namespace velk {
 
 float ThroughText(double value) {
-  return ToSingle(Val(NumberText(value)));
+  return ToSingle(ThroughNumberText(value));
 }
 
 }  // namespace velk

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <random>
@@ -241,6 +242,35 @@ TEST(NumberText, ShowsA64BitFloatWith15Digits) {
       {-kInfinity, "-inf"},
   };
   for (const auto& [value, text] : rows) EXPECT_EQ(NumberText(value), text);
+}
+
+TEST(ThroughNumberText, IsTheNumberThatTheTextReadsAs) {
+  const double values[] = {1.0 / 3,
+                           -2.0 / 3,
+                           0.1 + 0.2,
+                           123456789.123456789,
+                           1e15,
+                           999999999999999.9,
+                           1e-4,
+                           1e-5,
+                           1.5e-8,
+                           1.0 / 3e8,
+                           1.0 / 7e9,
+                           5e-324,
+                           -1.0 / 86400 / 7e6,
+                           1e300,
+                           -1e-300,
+                           1.7976931348623157e308,
+                           kInfinity,
+                           kNaN};
+  for (const double value : values) EXPECT_EQ(ThroughNumberText(value), Val(NumberText(value))) << value;
+  EXPECT_FALSE(std::signbit(ThroughNumberText(-0.0)));
+  std::mt19937_64 random(20261123);
+  for (int i = 0; i < 100'000; ++i) {
+    const double mantissa = static_cast<double>(random()) * (random() % 2 ? 1 : -1);
+    const double value = std::ldexp(mantissa, static_cast<int>(random() % 120) - 110);
+    EXPECT_EQ(ThroughNumberText(value), std::strtod(NumberText(value).c_str(), nullptr)) << NumberText(value);
+  }
 }
 
 TEST(NumberText, ShowsA32BitFloatWith7Digits) {
