@@ -74,22 +74,22 @@ int SubstituteParameters(const Session& session, const Session::PerParameter<flo
   const std::size_t room = formula.size() + kNumberTextSize;
   text.resize(std::max(text.capacity(), room));
   char* out = text.data();
+  const char* read = formula.data();
+  const char* const end = read + formula.size();
   int brackets = 0;
   bool closed = false;  // by a "}" ahead of its "{", which encloses no name
-  for (std::size_t at = 0; at < formula.size(); ++at) {
-    const char c = formula[at];
-    if (c != '{') {
-      *out++ = c;
-      if (c == ')') ++brackets;
-      if (c == '}') closed = true;
-      continue;
+  for (;;) {
+    for (; read != end && *read != '{'; ++read) {
+      *out++ = *read;
+      brackets += *read == ')' ? 1 : 0;
+      closed |= *read == '}';
     }
-    const std::size_t close = closed ? std::string_view::npos : formula.find('}', at);
-    const bool enclosed = close != std::string_view::npos;
-    const int channel = enclosed ? FindChannel(session, formula.substr(at + 1, close - at - 1)) : 0;
+    if (read == end) break;
+    const char* const close = closed ? end : std::find(read, end, '}');
+    const int channel = close == end ? 0 : FindChannel(session, {read + 1, close});
     const auto written = static_cast<std::size_t>(out - text.data());
     if (channel == 0) {
-      text.replace(written, std::string::npos, formula.substr(at));
+      text.replace(written, std::string::npos, {read, end});
       return 0;
     }
     if (std::isnan(values[channel])) return kValueMissing;
@@ -98,7 +98,7 @@ int SubstituteParameters(const Session& session, const Session::PerParameter<flo
       out = text.data() + written;
     }
     out = WriteNumberText(out, values[channel]);
-    at = close;
+    read = close + 1;
   }
   text.resize(static_cast<std::size_t>(out - text.data()));
   return brackets;
