@@ -1,5 +1,6 @@
 // Any bytes as a formula, with any channel values: the checks and the evaluator always end, after a number of
-// operations that the length of the text bounds, with a text that has a value or with one of the errors that they name.
+// operations that the length of the text bounds, with a text that has a value or with one of the errors that they name,
+// and the short way of plain formulas gives what the rewriting of the text gives.
 
 #include <array>
 #include <cmath>
@@ -13,8 +14,8 @@
 #include "base/numbers.h"
 #include "formula/evaluator.h"
 #include "formula/formula_checks.h"
-#include "formula/operands.h"
 #include "formula/operations.h"
+#include "formula/rewriting.h"
 #include "formula/substitute.h"
 
 using namespace velk;
@@ -60,13 +61,6 @@ void Check(std::string formula) {
   Require(beeps == (textFailed ? 1 : 0));
 }
 
-void Resolve(std::string text) {
-  const double value = OperandValue(text);
-  ResolveOperand(text);
-  const double resolved = Val(text);
-  Require(value == resolved && std::signbit(value) == std::signbit(resolved));
-}
-
 bool IsNamed(ErrorNumber number) {
   return number == ErrorNumber::DivisionByZero || number == ErrorNumber::InvalidArgument ||
          number == ErrorNumber::Overflow;
@@ -84,19 +78,30 @@ Session& TheSession() {
   return *session;
 }
 
-void Evaluate(Session& session, std::string_view formula) {
-  std::string text;
-  const int bracketCount = SubstituteParameters(session, formula, text);
-  // Each operation consumes an operator; a "+" or "-" that it writes adds two rounds at most.
-  const std::size_t bound = 8 * text.size() + 16;
+using Way = void (*)(std::string&, int, std::span<Parameter>, int);
+
+/// The text or the name of the error that a way gives, and the count of samples behind it.
+std::string Outcome(Way evaluate, std::string text, int bracketCount, std::vector<Parameter> additional) {
+  // Each operation consumes an operator; a "+" or "-" that it writes adds two rounds at most. What begins as a plain
+  // formula may have to begin anew as a text.
+  const std::size_t bound = 2 * (8 * text.size() + 16);
   operations = 0;
   try {
-    EvaluateFormula(text, bracketCount, session.AdditionalParameters, 1);
+    evaluate(text, bracketCount, additional, 1);
     Require(!std::isnan(Val(text)));
   } catch (const RuntimeError& error) {
     Require(IsNamed(error.Number()));
+    text = ErrorText(error.Number()).English();
   }
   Require(operations <= bound);
+  return text + '|' + std::to_string(additional[1].AverageCount);
+}
+
+void Evaluate(Session& session, std::string_view formula) {
+  std::string text;
+  const int bracketCount = SubstituteParameters(session, formula, text);
+  Require(Outcome(EvaluateFormula, text, bracketCount, session.AdditionalParameters) ==
+          Outcome(RewriteFormula, text, bracketCount, session.AdditionalParameters));
 }
 
 }  // namespace
@@ -123,7 +128,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   session.AdditionalParameters.assign(2, Parameter{});
 
   Check(formula);
-  Resolve(formula);
   Evaluate(session, formula);
   return 0;
 }

@@ -133,8 +133,7 @@ float ValueOf(const Session& session, const Session::PerParameter<float>& values
   try {
     const int bracketCount = SubstituteParameters(session, values, session.Formula.at(index), text);
     if (bracketCount == kValueMissing) return std::numeric_limits<float>::quiet_NaN();
-    EvaluateFormula(text, bracketCount, statistics, index);
-    return ToSingle(Val(text));
+    return ToSingle(FormulaValue(text, bracketCount, statistics, index));
   } catch (const RuntimeError& error) {
     throw RuntimeError(error.Number(), session.AdditionalParameters.at(index).name + ": " + error.Text());
   }

@@ -10,6 +10,10 @@ namespace velk {
 inline constexpr std::array<std::string_view, 17> FormulaTokens = {
     "^", "/", "*", "\\", "mod", "-", "+", "pi", "ln", "log", "sin", "cos", "tan", "exp", "avg", "max", "min"};
 
+/// 4 x arctangent(1) as a number is written, which is what "pi" stands for.
+inline constexpr std::string_view kPiText = "3.14159265358979";
+inline constexpr double kPiValue = 3.14159265358979;
+
 /// Indices of FormulaTokens.
 enum FormulaToken : int {
   kPower = 0,

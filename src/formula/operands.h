@@ -16,8 +16,8 @@ void ResolveOperand(std::string& text);
 /// Val of what ResolveOperand makes of the text.
 double OperandValue(std::string_view operand);
 
-/// Reads an operand that is a plain number with or without a sign. Gives what is behind it; null where none is there.
-const char* ReadOperand(const char* begin, const char* end, double& value);
+/// The text without the blanks at its ends.
+std::string_view Trimmed(std::string_view text);
 
 /// Replaces the first `find` in the text, if there is one.
 void ReplaceFirst(std::string& text, std::string_view find, std::string_view replacement);

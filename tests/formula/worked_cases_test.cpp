@@ -8,6 +8,7 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "formula/evaluator.h"
+#include "formula/rewriting.h"
 #include "formula/substitute.h"
 
 namespace velk {
@@ -48,13 +49,15 @@ std::string NameOf(ErrorNumber number) {
   }
 }
 
-std::string Evaluated(Session& session, const WorkedCase& row) {
+using Way = void (*)(std::string&, int, std::span<Parameter>, int);
+
+std::string Evaluated(Session& session, const WorkedCase& row, Way evaluate) {
   for (int i = 0; i < 3; ++i) session.CurrentValue[i + 1] = ToSingle(Val(row.values[i]));
   session.AdditionalParameters.assign(2, Parameter{});
   std::string text;
   try {
     const int brackets = SubstituteParameters(session, row.formula, text);
-    EvaluateFormula(text, brackets, session.AdditionalParameters, 1);
+    evaluate(text, brackets, session.AdditionalParameters, 1);
     return text;
   } catch (const RuntimeError& error) {
     return NameOf(error.Number());
@@ -70,8 +73,9 @@ TEST(WorkedCases, ComeOutAsTheStepsGiveThem) {
   const std::vector<WorkedCase> cases = WorkedCases();
   ASSERT_GT(cases.size(), 1500U);
   for (const WorkedCase& row : cases) {
-    EXPECT_EQ(Evaluated(*session, row), row.expected)
-        << "[" << row.formula << "] a=" << row.values[0] << " b=" << row.values[1] << " c=" << row.values[2];
+    const auto told = "[" + row.formula + "] a=" + row.values[0] + " b=" + row.values[1] + " c=" + row.values[2];
+    EXPECT_EQ(Evaluated(*session, row, EvaluateFormula), row.expected) << told;
+    EXPECT_EQ(Evaluated(*session, row, RewriteFormula), row.expected) << told << " rewritten";
   }
 }
 
