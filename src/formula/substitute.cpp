@@ -21,26 +21,27 @@ unsigned char LowerAscii(unsigned char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 0x20) : c;
 }
 
-/// Whether the ends of two texts tell that they differ. The names of channels mostly differ by a number there.
+/// Whether a look at the ends of two texts tells that they differ in more than case. The names of channels mostly do so
+/// by a number there.
 bool EndsDiffer(std::string_view text, std::string_view lowered) {
+  constexpr unsigned kCase = 0x20;
   if (text.empty() || lowered.empty()) return text.empty() != lowered.empty();
   const auto last = static_cast<unsigned char>(text.back());
-  return last < 0x80 && LowerAscii(last) != static_cast<unsigned char>(lowered.back());
+  return last < 0x80 && ((last ^ static_cast<unsigned char>(lowered.back())) & ~kCase) != 0;
 }
 
 /// LowerCase(text) == lowered, without allocating for ASCII and Russian names: this runs for each channel of each
 /// reference at each sample.
 bool LowerCaseIs(std::string_view text, std::string_view lowered) {
-  if (EndsDiffer(text, lowered)) return false;
   std::size_t at = 0;
   while (at < text.size()) {
     const auto byte = static_cast<unsigned char>(text[at]);
-    const auto next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0U;
     if (byte < 0x80) {
       if (at >= lowered.size() || static_cast<unsigned char>(lowered[at]) != LowerAscii(byte)) return false;
       ++at;
       continue;
     }
+    const auto next = at + 1 < text.size() ? static_cast<unsigned char>(text[at + 1]) : 0U;
     const unsigned letter = (byte & 0x1FU) << 6 | (next & 0x3FU);
     const bool cyrillic = (byte == 0xD0 || byte == 0xD1) && (next & 0xC0U) == 0x80 && letter <= 0x45F;
     if (!cyrillic) return LowerCase(text.substr(at)) == lowered.substr(std::min(at, lowered.size()));
@@ -58,7 +59,8 @@ bool LowerCaseIs(std::string_view text, std::string_view lowered) {
 
 int FindChannel(const Session& session, std::string_view name) {
   for (int i = 1; i <= kMaxParameters; ++i) {
-    if (LowerCaseIs(session.CurrentParameters[i].name, name)) return i;
+    const std::string_view own = session.CurrentParameters[i].name;
+    if (!EndsDiffer(own, name) && LowerCaseIs(own, name)) return i;
   }
   return 0;
 }
