@@ -215,10 +215,13 @@ char* WritePlainBelowOne(char* out, const Digits& number) {
 }
 
 [[gnu::always_inline]] inline char* WriteText(char* out, double value, int digits) {
-  if (!std::isfinite(value)) return CopyText(out, std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
-  if (value == 0) return CopyText(out, "0");
+  Digits number;
+  if (!FindDigits(number, std::abs(value), digits)) {
+    if (!std::isfinite(value)) return CopyText(out, std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
+    if (value == 0) return CopyText(out, "0");
+    number = FindDigitsAnywhere(std::abs(value), digits);
+  }
   if (value < 0) *out++ = '-';
-  const Digits number = DigitsOf(std::abs(value), digits);
   if (number.exponent < -4 || number.exponent >= digits) return WriteExponentForm(out, number);
   return number.exponent < 0 ? WritePlainBelowOne(out, number) : WritePlainAboveOne(out, number);
 }

@@ -42,13 +42,10 @@ bool IsHuge(const char* read, const char* end) {
   return magnitude + (negative ? -exponent : exponent) > 0;
 }
 
-struct Reading {
-  double value = 0;
-  std::size_t end = 0;  ///< behind the number; 0 where there is none
-};
+}  // namespace
 
-/// Reads every number, but no "inf", "nan" and sign, which from_chars would take too. Kept apart from the short way.
-[[gnu::noinline]] const char* ReadAnyLength(const char* begin, const char* end, double& value) {
+// No "inf", "nan" and sign, which from_chars would take too.
+const char* ReadAnyMagnitude(const char* begin, const char* end, double& value) {
   value = 0;
   const bool point = begin != end && *begin == '.';
   if (end - begin <= (point ? 1 : 0) || !IsDigit(begin[point ? 1 : 0])) return nullptr;
@@ -59,15 +56,12 @@ struct Reading {
   return behind;
 }
 
-}  // namespace
-
-const char* ReadMagnitude(const char* begin, const char* end, double& value) {
-  const char* const behind = ReadPlainMagnitude(begin, end, value);
-  const bool isWhole = behind != nullptr && (behind == end || (*behind != 'e' && *behind != 'E'));
-  return isWhole ? behind : ReadAnyLength(begin, end, value);
-}
-
 namespace {
+
+struct Reading {
+  double value = 0;
+  std::size_t end = 0;  ///< behind the number; 0 where there is none
+};
 
 Reading ReadNumber(std::string_view text) {
   const char* const begin = text.data();

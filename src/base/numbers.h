@@ -11,10 +11,6 @@ namespace velk {
 /// beyond the 64-bit range gives an infinity, "-0" gives minus zero, "nan" and "inf" are no numbers and give 0.
 double Val(std::string_view text);
 
-/// The same without blanks and sign: a digit or a point is at `begin`. Gives what is behind the number; null, and 0,
-/// where there is none.
-const char* ReadMagnitude(const char* begin, const char* end, double& value);
-
 /// Whether the whole text, blanks at both ends aside, is one finite number in the form that Val reads.
 bool IsNumeric(std::string_view text);
 

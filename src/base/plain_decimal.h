@@ -39,12 +39,22 @@ inline const char* ReadPlainMagnitude(const char* begin, const char* end, double
   return read;
 }
 
+/// Val (see numbers.h) without blanks and sign: a digit or a point is at `begin`. Gives what is behind the number;
+/// null, and 0, where there is none. Of any length, and with an exponent or without.
+const char* ReadAnyMagnitude(const char* begin, const char* end, double& value);
+/// The same, by the short way where there is one.
+inline const char* ReadMagnitude(const char* begin, const char* end, double& value) {
+  const char* const behind = ReadPlainMagnitude(begin, end, value);
+  const bool isWhole = behind != nullptr && (behind == end || (*behind != 'e' && *behind != 'E'));
+  return isWhole ? behind : ReadAnyMagnitude(begin, end, value);
+}
+
 struct PlainDecimal {
   double value = 0;
   std::size_t length = 0;  ///< characters that it takes; 0 where there is none
 };
 
-/// The same behind one sign at most; "-0" is minus zero.
+/// What ReadPlainMagnitude reads behind one sign at most; "-0" is minus zero.
 inline PlainDecimal ReadPlainDecimal(std::string_view text) {
   const char* const begin = text.data();
   const char* const end = begin + text.size();

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "base/numbers.h"
+#include "base/plain_decimal.h"
 #include "formula/formula_tokens.h"
 
 namespace velk {
@@ -73,7 +73,8 @@ class Cutter {
 
 /// Takes an operand with what is behind it, what opens a bracket, or nothing but the operator that a sign is.
 bool Cutter::TakeItem() {
-  FormulaItem item{.isApart = TakeBlanks(), .ahead = ahead_};
+  FormulaItem& item = *next_;
+  item = {.isApart = TakeBlanks(), .ahead = ahead_};
   bool isBehindBlanks = item.isApart;
   if (ahead_ == kNoToken && !item.isApart && at_ != end_ && *at_ == '-') {
     item.isNegated = true;
@@ -83,7 +84,7 @@ bool Cutter::TakeItem() {
   if (at_ == end_) return false;
   if (const int next = OperatorHere(); next != kNoToken) {
     item.kind = item.isApart ? FormulaItem::Kind::Number : FormulaItem::Kind::Nothing;
-    *next_++ = item;
+    ++next_;
     return TakeOperator(next);
   }
   if (*at_ == '(') return TakeOpening(item);
@@ -92,7 +93,7 @@ bool Cutter::TakeItem() {
   if (isWord && !StandsHere(FormulaTokens[kPi])) return TakeFunction(item);
   if (isWord ? !TakePi(item) : !TakeNumber(item)) return false;
   if (item.isNegated) item.value = -item.value;
-  *next_++ = item;
+  ++next_;
   return TakeBehindOperand();
 }
 
@@ -127,7 +128,7 @@ bool Cutter::TakeFunction(FormulaItem& item) {
 bool Cutter::TakeOpening(FormulaItem& item) {
   item.kind = FormulaItem::Kind::Opening;
   if (item.function == kNoToken) item.isApart = false;
-  *next_++ = item;
+  ++next_;
   ++at_;
   ++opened_;
   ahead_ = kNoToken;

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "base/errors.h"
+#include "base/plain_decimal.h"
 
 namespace velk {
 namespace {
