@@ -1,7 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string_view>
 
 #include "base/numbers.h"
@@ -34,9 +34,13 @@ class ResultText {
   std::string_view View() const { return {text_, static_cast<std::size_t>(end_ - text_)}; }
 
  private:
-  static constexpr std::ptrdiff_t kLongestExponent = 5;  // "E+308"
-
-  char* Mark() { return std::find(end_ - std::min(end_ - text_, kLongestExponent), end_, 'E'); }
+  /// Of the exponent, which has two digits or three: "E+20", "E+308".
+  char* Mark() {
+    for (const std::ptrdiff_t length : {4, 5}) {
+      if (end_ - text_ > length && end_[-length] == 'E') return end_ - length;
+    }
+    return end_;
+  }
 
   char text_[1 + kNumberTextSize];
   char* end_ = text_;
