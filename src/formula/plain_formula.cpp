@@ -14,8 +14,8 @@ namespace {
 
 using Item = FormulaItem;
 
-// The items of a bracket are to its text what the text is to the eye: each rule here is one that the rewriting of the
-// text has (rewriting.cpp), told of items.
+// Each rule here is one that the rewriting of the text has (rewriting.cpp), told of items. What they can't tell is left
+// to the text.
 
 /// Takes a result through the text that it would be written as. Gives false where that reads as no finite number.
 bool GoThroughText(double& result) {

@@ -149,6 +149,13 @@ TEST_F(Substitute, FindsEveryChannelFrom1To64) {
   EXPECT_EQ(FindChannel(session_, "none"), 0);
 }
 
+TEST_F(Substitute, TakesOnlyLettersForOneAnotherInCase) {
+  Set(7, "p@", 5);  // bit by bit, "@" is to "`" what "A" is to "a"
+  EXPECT_EQ(FindChannel(session_, "p@"), 7);
+  EXPECT_EQ(FindChannel(session_, "p`"), 0);
+  EXPECT_EQ(FindChannel(session_, "P@"), 0);
+}
+
 TEST_F(Substitute, TakesOtherValuesThanThePresentOnes) {
   Session::PerParameter<float> values{};
   values[1] = 7.25F;
