@@ -140,6 +140,87 @@ TEST(SurfaceImage, DrawsALineAsItIsWalkedByHandInsideAndAtEachEdge) {
   }
 }
 
+/// A picture whose rows are all moved when it scrolls.
+struct MovedByHand {
+  QImage picture{100, 40, QImage::Format_RGB32};
+
+  MovedByHand() { picture.fill(Qt::white); }
+  void ScrollUp(int rows) {
+    QImage moved(picture.size(), picture.format());
+    moved.fill(Qt::white);
+    for (int y = rows; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x) moved.setPixel(x, y - rows, picture.pixel(x, y));
+    picture = moved;
+  }
+};
+
+/// By its rows; to look at the picture whole would move them.
+QImage RowsOf(const SurfaceImage& surface) {
+  QImage rows(surface.PixelSize(), QImage::Format_RGB32);
+  for (int y = 0; y < rows.height(); ++y)
+    for (int x = 0; x < rows.width(); ++x) rows.setPixel(x, y, surface.Row(y)[x]);
+  return rows;
+}
+
+TEST(SurfaceImage, LooksBehindAnyScrollsAsAPictureWhoseRowsAreMoved) {
+  std::mt19937 random(11);
+  const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
+  SurfaceImage surface = Small();
+  MovedByHand expected;
+  for (int i = 0; i < 4000; ++i) {
+    switch (below(12)) {
+      case 0: {
+        const int rows = below(3) == 0 ? below(41) : below(6);
+        surface.ScrollUp(rows);
+        expected.ScrollUp(rows);
+        break;
+      }
+      case 1: {
+        const QRect box(below(90), below(30), below(20) + 1, below(20) + 1);
+        surface.Fill(box.x() * 15, box.y() * 15, box.width() * 15, box.height() * 15, 0x00FF00);
+        for (int y = box.top(); y <= std::min(box.bottom(), 39); ++y)
+          for (int x = box.left(); x <= std::min(box.right(), 99); ++x) expected.picture.setPixel(x, y, 0xFF00FF00);
+        break;
+      }
+      case 2:
+        ASSERT_EQ(surface.View(), expected.picture) << i;
+        break;
+      default: {
+        const int pen = below(4) + 1;
+        const QPoint from(below(100), below(40)), to(below(100), below(40));
+        surface.SetPenWidth(pen);
+        surface.Line(from.x() * 15 + 1, from.y() * 15 + 1, to.x() * 15 + 1, to.y() * 15 + 1, 0x0000FF);
+        WalkByHand(expected.picture, from, to, pen);
+      }
+    }
+    ASSERT_EQ(RowsOf(surface), expected.picture) << i;
+  }
+}
+
+TEST(SurfaceImage, IsCopiedAndResizedBehindAScrollAsItLooks) {
+  for (const int rows : {1, 13, 39, 40, 1000}) {
+    SurfaceImage surface = Small(), copy = Small();
+    MovedByHand expected;
+    surface.Line(0, 15, 1500, 585, 0x0000FF);
+    WalkByHand(expected.picture, {0, 1}, {100, 39}, 1);
+    surface.ScrollUp(rows);
+    expected.ScrollUp(std::min(rows, 40));
+    copy.ScrollUp(7);
+    copy.CopyFrom(surface);
+    EXPECT_EQ(RowsOf(copy), expected.picture) << rows;
+    copy.ScrollUp(3);
+    copy.Cls();
+    EXPECT_EQ(CountOf(copy, 0xFFFFFF), 100 * 40) << rows;
+    SurfaceImage rescaled = Small();
+    rescaled.CopyFrom(surface);
+    rescaled.Rescale(1500, 600, 1, 2, 0);
+    surface.Resize(1500, 300, 1);
+    EXPECT_EQ(surface.View(), expected.picture.copy(0, 0, 100, 20)) << rows;
+    for (int y = 0; y < 40; ++y)
+      for (int x = 0; x < 100; ++x) ASSERT_EQ(At(rescaled, x, 2 * y), expected.picture.pixel(x, y) & 0xFFFFFF);
+  }
+}
+
 TEST(SurfaceImage, DrawsNothingForPlacesThatAreNoNumbers) {
   SurfaceImage surface = Small();
   const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();

@@ -2,6 +2,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "platform/windows/paint_target.h"
 
@@ -31,21 +32,23 @@ void SurfaceView::paintEvent(QPaintEvent* event) {
 
 /// Gives whether the surface covers all of the region; it may be smaller than the view until a resize has gone through.
 bool SurfaceView::CopyTo(const PaintTarget& target, const QRegion& region) {
-  const QImage picture = surface_->View();
+  const QSize size = surface_->PixelSize();
   const QRect shown = region.boundingRect();
   const int ratio = target.Ratio();
-  if (picture.devicePixelRatio() != ratio || (shown.right() + 1) * ratio > picture.width() ||
-      (shown.bottom() + 1) * ratio > picture.height())
+  if (surface_->PixelRatio() != ratio || (shown.right() + 1) * ratio > size.width() ||
+      (shown.bottom() + 1) * ratio > size.height())
     return false;
+  const bool isPlain = colours_->ChangesNothing();
   for (const QRect& rect : region) {
-    if (colours_->ChangesNothing()) {
-      target.Copy(rect, picture, {});
-      continue;
+    const int left = rect.left() * ratio;
+    const auto count = static_cast<std::size_t>(rect.width() * ratio);
+    for (int y = rect.top() * ratio; y < (rect.bottom() + 1) * ratio; ++y) {
+      const std::uint32_t* const from = surface_->Row(y) + left;
+      if (isPlain)
+        std::copy_n(from, count, target.Row(left, y));
+      else
+        colours_->Map(from, target.Row(left, y), count);
     }
-    const int width = rect.width() * ratio;
-    for (int y = rect.top() * ratio; y < (rect.bottom() + 1) * ratio; ++y)
-      colours_->Map(reinterpret_cast<const QRgb*>(picture.constScanLine(y)) + rect.left() * ratio,
-                    target.Row(rect.left() * ratio, y), static_cast<std::size_t>(width));
   }
   return true;
 }

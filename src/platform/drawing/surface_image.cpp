@@ -17,6 +17,7 @@ namespace {
 
 /// The painter's own limit is 32767; no screen is higher than this.
 constexpr int kMaxPixels = 16384;
+constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 
 int PixelCount(double logical, double scale) {
   const double pixels = std::round(logical * scale);
@@ -53,7 +54,7 @@ QImage Rescaled(const QImage& picture, int left, QSize size, int newLeft) {
   for (int y = 0; y < size.height(); ++y) {
     auto* to = reinterpret_cast<std::uint32_t*>(scaled.scanLine(y));
     for (int x = 0; x < size.width(); ++x) {
-      std::uint32_t darkest = 0xFFFFFFFF;
+      std::uint32_t darkest = kWhite;
       const auto [left1, right] = columns[static_cast<std::size_t>(x)];
       const auto [top, bottom] = rows[static_cast<std::size_t>(y)];
       for (int row = top; row < bottom; ++row) {
@@ -95,6 +96,7 @@ void SurfaceImage::Resize(double width, double height, double pixelRatio, double
   QSize size;
   if (!TakeSize(width, height, pixelRatio, stretch, size)) return;
   EndPainting();
+  Straighten();
   QImage larger(size, QImage::Format_RGB32);
   larger.fill(Qt::white);
   const bool staysBlank = !sameRatio || content_ == Content::Blank;
@@ -110,6 +112,7 @@ void SurfaceImage::Rescale(double width, double height, double pixelRatio, doubl
   QSize size;
   if (!TakeSize(width, height, pixelRatio, stretch, size)) return;
   EndPainting();
+  Straighten();
   const bool again = content_ == Content::Rescaled;
   const QImage original = again ? original_ : image_.copy();
   if (!again) originalLeft_ = leftBefore;
@@ -121,12 +124,36 @@ void SurfaceImage::Rescale(double width, double height, double pixelRatio, doubl
 
 void SurfaceImage::TakeImage(QImage image) {
   image_ = std::move(image);
-  rows_ = {reinterpret_cast<std::uint32_t*>(image_.bits()), static_cast<std::size_t>(image_.bytesPerLine()) / 4,
-           image_.width(), image_.height()};
+  BeginAt(0);
   UseFont(baseFont_);
   SetPenWidth(penWidth_);
-  FitRoom();
   MarkDirty(Bounds());
+}
+
+/// The picture's first row is this one of the image.
+void SurfaceImage::BeginAt(int row) const {
+  const auto stride = static_cast<std::size_t>(image_.bytesPerLine()) / sizeof(std::uint32_t);
+  // The image is shared with nobody, so that there is nothing to detach from.
+  auto* const memory = const_cast<std::uint32_t*>(reinterpret_cast<const std::uint32_t*>(image_.constBits()));
+  const int behind = image_.height() - row;
+  const int margin = penPixels_ + 1;
+  const auto band = [&](int from, int count, int top) {
+    const double across = image_.width() / 2.0, down = count / 2.0;
+    return Band{{memory + static_cast<std::size_t>(from) * stride, stride, image_.width(), count},
+                top,
+                {across, top + down, across - margin, down - margin}};
+  };
+  bands_ = {band(row, behind, 0), band(0, row, behind)};
+}
+
+/// Moves the rows to where they lie one behind the other: a painter, and who looks at the picture whole, needs them so.
+void SurfaceImage::Straighten() const {
+  const auto& [first, second] = bands_;
+  if (second.rows.height == 0) return;
+  std::uint32_t* const begin = second.rows.pixels;
+  std::rotate(begin, first.rows.pixels,
+              first.rows.pixels + first.rows.stride * static_cast<std::size_t>(first.rows.height));
+  BeginAt(0);
 }
 
 void SurfaceImage::SetFont(const TextFont& font) {
@@ -144,6 +171,7 @@ void SurfaceImage::UseFont(const QFont& font) {
 }
 
 QPainter& SurfaceImage::Painter() {
+  Straighten();
   if (!painter_.isActive()) {
     painter_.begin(&image_);
     painter_.setFont(font_);
@@ -160,12 +188,7 @@ void SurfaceImage::SetPenWidth(double pixels) {
   penWidth_ = pixels;
   penRatio_ = ratio_;
   penPixels_ = std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
-  FitRoom();
-}
-
-void SurfaceImage::FitRoom() {
-  const int margin = penPixels_ + 1;
-  room_ = {rows_.width / 2.0, rows_.height / 2.0, rows_.width / 2.0 - margin, rows_.height / 2.0 - margin};
+  BeginAt(bands_[1].rows.height);
 }
 
 void SurfaceImage::MarkDirty(const QRect& pixels) {
@@ -180,26 +203,31 @@ void SurfaceImage::NoteDrawing() {
 void SurfaceImage::Cls() {
   EndPainting();
   image_.fill(Qt::white);
+  BeginAt(0);
   MarkDirty(Bounds());
 }
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
   const ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
-  if (!room_.Has(line.x1, line.y1) || !room_.Has(line.x2, line.y2)) return CutLine(line, colour);
-  // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
-  const int x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
-  const int x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
-  RasterInside(rows_, x1i, y1i, x2i, y2i, penPixels_, ToPixel(colour));
-  MarkLine(x1i, y1i, x2i, y2i);
+  for (const Band& band : bands_) {
+    if (!band.room.Has(line.x1, line.y1) || !band.room.Has(line.x2, line.y2)) continue;
+    // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
+    const int x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
+    const int x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
+    RasterInside(band.rows, x1i, y1i - band.top, x2i, y2i - band.top, penPixels_, ToPixel(colour));
+    return MarkLine(x1i, y1i, x2i, y2i);
+  }
+  CutLine(line, colour);
 }
 
-/// A line that may leave the surface, or has an end that is no number.
+/// A line that may leave the surface or cross from one band to the other, or has an end that is no number.
 void SurfaceImage::CutLine(ClippedSegment line, std::int32_t colour) {
   const int margin = penPixels_ + 1;
   if (!ClipSegment(line, -margin, -margin, image_.width() + margin, image_.height() + margin)) return;
   const int x1 = static_cast<int>(std::floor(line.x1)), y1 = static_cast<int>(std::floor(line.y1));
   const int x2 = static_cast<int>(std::floor(line.x2)), y2 = static_cast<int>(std::floor(line.y2));
-  RasterSegment(rows_, x1, y1, x2, y2, penPixels_, ToPixel(colour));
+  for (const Band& band : bands_)
+    RasterSegment(band.rows, x1, y1 - band.top, x2, y2 - band.top, penPixels_, ToPixel(colour));
   MarkLine(x1, y1, x2, y2);
 }
 
@@ -270,12 +298,15 @@ double SurfaceImage::TextHeight(std::string_view) const {
 }
 
 void SurfaceImage::ScrollUp(int pixels) {
-  EndPainting();
-  const int kept = image_.height() - std::clamp(pixels, 0, image_.height());
-  const qsizetype stride = image_.bytesPerLine();
-  uchar* rows = image_.bits();
-  std::memmove(rows, rows + (image_.height() - kept) * stride, static_cast<std::size_t>(kept * stride));
-  std::memset(rows + kept * stride, 0xFF, static_cast<std::size_t>((image_.height() - kept) * stride));
+  const int height = image_.height();
+  const int gone = std::clamp(pixels, 0, height);
+  const int top = bands_[1].rows.height;
+  BeginAt((top + gone) % height);
+  for (const auto& [rows, bandTop, room] : bands_) {
+    const auto kept = static_cast<std::size_t>(std::clamp(height - gone - bandTop, 0, rows.height));
+    const std::size_t all = static_cast<std::size_t>(rows.height) * rows.stride;
+    std::fill_n(rows.pixels + kept * rows.stride, all - kept * rows.stride, kWhite);
+  }
   MarkDirty(Bounds());
 }
 
@@ -285,10 +316,12 @@ void SurfaceImage::CopyFrom(const RetainedSurface& other) {
   UseFont(from.baseFont_);
   textCovers_ = from.textCovers_;
   std::memcpy(image_.bits(), from.image_.constBits(), static_cast<std::size_t>(from.image_.sizeInBytes()));
+  BeginAt(from.bands_[1].rows.height);
   MarkDirty(Bounds());
 }
 
 QImage SurfaceImage::View() const {
+  Straighten();
   // Made over the same bytes: setting the ratio on a copy would copy all pixels.
   QImage view(const_cast<uchar*>(image_.constBits()), image_.width(), image_.height(), image_.bytesPerLine(),
               image_.format());
@@ -297,8 +330,9 @@ QImage SurfaceImage::View() const {
 }
 
 QRect SurfaceImage::TakeDirty() {
-  const QRect dirty = QRect(QPoint(std::max(dirty_.left, 0), std::max(dirty_.top, 0)),
-                            QPoint(std::min(dirty_.right, rows_.width - 1), std::min(dirty_.bottom, rows_.height - 1)));
+  const QRect dirty =
+      QRect(QPoint(std::max(dirty_.left, 0), std::max(dirty_.top, 0)),
+            QPoint(std::min(dirty_.right, image_.width() - 1), std::min(dirty_.bottom, image_.height() - 1)));
   dirty_ = {};
   if (dirty.isEmpty()) return {};
   const QRectF scaled(dirty.x() / ratio_, dirty.y() / ratio_, dirty.width() / ratio_, dirty.height() / ratio_);

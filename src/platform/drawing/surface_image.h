@@ -55,7 +55,15 @@ class SurfaceImage : public RetainedSurface {
   void ScrollUp(int pixels) override;
   void CopyFrom(const RetainedSurface& other) override;
 
-  /// The picture, with its pixel ratio set. It shares the surface's memory: good until the next change.
+  QSize PixelSize() const { return image_.size(); }
+  double PixelRatio() const { return ratio_; }
+  /// The pixels of a row of the picture, 0xffrrggbb: good until the next change.
+  const std::uint32_t* Row(int y) const {
+    const Band& band = y < bands_[1].top ? bands_[0] : bands_[1];
+    return band.rows.pixels + static_cast<std::size_t>(y - band.top) * band.rows.stride;
+  }
+  /// The picture, with its pixel ratio set. It shares the surface's memory: good until the next change. Behind a scroll
+  /// it takes as long as moving the picture; Row doesn't.
   QImage View() const;
   /// What has changed since the last call, in pixels of ratio 1; empty where nothing has.
   QRect TakeDirty();
@@ -82,7 +90,8 @@ class SurfaceImage : public RetainedSurface {
               std::max(y1, y2) + behind);
   }
   void CutLine(ClippedSegment line, std::int32_t colour);
-  void FitRoom();
+  void BeginAt(int row) const;
+  void Straighten() const;
   double Advance(std::string_view text) const;
   QRect Bounds() const { return image_.rect(); }
 
@@ -100,7 +109,12 @@ class SurfaceImage : public RetainedSurface {
     double x = 0, y = 0, across = 0, down = 0;
     bool Has(double px, double py) const { return std::abs(px - x) <= across && std::abs(py - y) <= down; }
   };
-  Room room_;
+  /// Rows of the picture that lie one behind the other in memory.
+  struct Band {
+    PixelRows rows;
+    int top = 0;  ///< the first one's place down the picture
+    Room room;
+  };
   bool textCovers_ = false;
   QImage image_;
   QFont font_;  ///< scaled to device pixels
@@ -122,7 +136,9 @@ class SurfaceImage : public RetainedSurface {
   QImage original_;          ///< before the last Rescale: sizes that follow each other are scaled from there
   double originalLeft_ = 0;  ///< pixels of it that keep their width
   enum class Content { Blank, Drawn, Rescaled } content_ = Content::Blank;  ///< Rescaled: nothing was drawn since
-  PixelRows rows_;                                                          ///< the image's memory, for lines
+  /// The picture's first row may lie anywhere in the image's memory, with those that don't fit behind it at the
+  /// memory's begin: so a scroll moves nothing. All of it is in the first band where the picture begins with the image.
+  mutable std::array<Band, 2> bands_;
   QPainter painter_;  ///< for texts and circles; stays open, since opening costs more than a text
 };
 
