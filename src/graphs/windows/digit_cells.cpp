@@ -65,11 +65,6 @@ int DigitCells::Width(std::string_view text) const {
   return width;
 }
 
-bool DigitCells::InSamePlaces(std::string_view a, std::string_view b) const {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [this](char x, char y) { return Has(x) && Has(y) && WidthOf(x) == WidthOf(y); });
-}
-
 DigitCells::Columns DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before,
                                       QRgb ink, QRgb ground) {
   Pictures& pictures = In(ink, ground);

@@ -18,15 +18,20 @@ class DigitCells {
   int Height() const { return height_; }
   /// Width of a text; -1 where it holds a character that has no picture.
   int Width(std::string_view text) const;
-  /// Whether each character of two texts stands at the same place.
-  bool InSamePlaces(std::string_view a, std::string_view b) const;
   /// Columns of an image, from the first up to, and without, the last; none where they are the same.
   struct Columns {
     int first = 0, last = 0;
   };
   /// Writes a text into an image of 32 bits a pixel, its upper left corner at (x, y); both have to lie in it. Where
-  /// `before`, in the same places, stands there already, only what differs is copied. Gives what was written to.
+  /// `before`, as wide in each character, stands there already, only what differs is copied. Gives what was written to.
   Columns Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
+  /// Whether each character of two texts stands at the same place.
+  bool InSamePlaces(std::string_view a, std::string_view b) const {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+      if (a[i] != b[i] && !(Has(a[i]) && Has(b[i]) && WidthOf(a[i]) == WidthOf(b[i]))) return false;
+    return true;
+  }
 
  private:
   static constexpr int kFirst = ' ', kLast = '~';

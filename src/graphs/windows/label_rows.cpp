@@ -137,7 +137,7 @@ void LabelRows::DrawColumn() {
   column_.fill(looks_.ground);
   for (Row& row : rows_) {
     row.drawn.reset();
-    DrawValue(row, {});
+    DrawValue(row);
   }
   update();
 }
@@ -189,11 +189,16 @@ void LabelRows::ShowChanges() {
     row.changed = false;
     row.formatted = values_[i];
     FormatValue(row.formatted, row.picture, formatted_);
-    if (row.text == formatted_ && row.drawn == PlateOf(row)) continue;
+    const Plate plate = PlateOf(row);
+    const bool keepsPlate = row.drawn == plate;
+    if (keepsPlate && row.text == formatted_) continue;
     row.text.swap(formatted_);
+    if (keepsPlate && row.isWritten && cells_.InSamePlaces(row.text, formatted_)) {
+      dirty |= WriteOver(row, plate, formatted_);
+      continue;
+    }
     if (NeedOf(row) > needs_.value || MarkOf(row) > needs_.mark) widens = true;
-    if (widens) continue;
-    dirty |= DrawValue(row, formatted_);
+    if (!widens) dirty |= DrawValue(row);
   }
   if (widens)
     LayOut();
@@ -237,31 +242,33 @@ QRect LabelRows::PlateBox(const Row& row) const {
   return QRect(0, top, column_.width(), bottom - top) & column_.rect();
 }
 
-/// Puts the text of a row onto its plate, where `before` stands at present. Gives what has changed, in pixels of the
-/// panel.
-QRect LabelRows::DrawValue(Row& row, const std::string& before) {
+/// Draws the plate of a row and its text. Gives what has changed, in pixels of the panel.
+QRect LabelRows::DrawValue(Row& row) {
   const Plate plate = PlateOf(row);
   const QRect box = PlateBox(row);
+  DrawPlate(plate, box);
+  row.drawn = plate;
   const int width = cells_.Width(row.text);
   const int right = static_cast<int>(std::lround(kInsidePlate * ratio_));
   const int mark = plate.side == AlarmSide::None ? 0 : static_cast<int>(std::ceil(MarkWidth(font_) * ratio_));
-  const bool hasRoom = width >= 0 && width + mark + right <= box.width() && cells_.Height() <= box.height();
-  const bool keepsPlaces = hasRoom && row.drawn == plate && cells_.InSamePlaces(row.text, before);
-  if (!keepsPlaces) DrawPlate(plate, box);
-  row.drawn = plate;
-  const QRect whole(ValueLeft(), row.top, shares_.value, row.height);
-  if (!hasRoom) {
+  row.isWritten = width >= 0 && width + mark + right <= box.width() && cells_.Height() <= box.height();
+  if (row.isWritten) {
+    row.textCorner = {box.right() + 1 - right - width, box.top() + (box.height() - cells_.Height()) / 2};
+    cells_.Write(column_, row.textCorner.x(), row.textCorner.y(), row.text, {}, plate.ink, plate.ground);
+  } else {
     DrawByPainter(row, plate, box);
-    return whole;
   }
+  return {ValueLeft(), row.top, shares_.value, row.height};
+}
+
+/// Puts the text of a row where `before` stands in the same places: what nearly all samples change.
+QRect LabelRows::WriteOver(Row& row, const Plate& plate, const std::string& before) {
   const DigitCells::Columns written =
-      cells_.Write(column_, box.right() + 1 - right - width, box.top() + (box.height() - cells_.Height()) / 2, row.text,
-                   keepsPlaces ? before : std::string_view(), plate.ink, plate.ground);
-  if (!keepsPlaces) return whole;
+      cells_.Write(column_, row.textCorner.x(), row.textCorner.y(), row.text, before, plate.ink, plate.ground);
   // A value's first digits seldom change.
-  const int left = ValueLeft() + static_cast<int>(std::floor(written.first / ratio_));
-  const int behind = ValueLeft() + static_cast<int>(std::ceil(written.last / ratio_));
-  return QRect(left, row.top, behind - left, row.height) & whole;
+  const int left = static_cast<int>(std::floor(written.first / ratio_));
+  const int behind = static_cast<int>(std::ceil(written.last / ratio_));
+  return {ValueLeft() + left, row.top, behind - left, row.height};
 }
 
 void LabelRows::DrawPlate(const Plate& plate, const QRect& box) {

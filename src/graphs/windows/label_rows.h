@@ -92,6 +92,8 @@ class LabelRows : public QWidget {
     AlarmSide side = AlarmSide::None;
     Flash flash = Flash::None;
     std::optional<Plate> drawn;  ///< how the plate stands in the column
+    QPoint textCorner;           ///< where the text is written in the column, in device pixels
+    bool isWritten = false;      ///< by the cells
     int top = 0;
     int height = 0;
     QFont nameFont;
@@ -119,7 +121,8 @@ class LabelRows : public QWidget {
   double NeedOf(const Row& row) const;
   double MarkOf(const Row& row) const;
   Plate PlateOf(const Row& row) const;
-  QRect DrawValue(Row& row, const std::string& before);
+  QRect DrawValue(Row& row);
+  QRect WriteOver(Row& row, const Plate& plate, const std::string& before);
   void DrawPlate(const Plate& plate, const QRect& box);
   void DrawByPainter(const Row& row, const Plate& plate, const QRect& box);
   QRect PlateBox(const Row& row) const;

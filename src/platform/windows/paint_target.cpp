@@ -21,9 +21,9 @@ void PaintTarget::Copy(const QRect& rect, const QImage& picture, QPoint corner) 
   const int left = rect.x() * ratio_, top = rect.y() * ratio_;
   const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(rect.width() * ratio_);
   const uchar* from = picture.constScanLine(top - corner.y() * ratio_) + sizeof(QRgb) * (left - corner.x() * ratio_);
+  const qsizetype step = picture.bytesPerLine();
   QRgb* to = Row(left, top);
-  for (int row = 0; row < rect.height() * ratio_; ++row, from += picture.bytesPerLine(), to += stride_)
-    std::memcpy(to, from, bytes);
+  for (int row = 0; row < rect.height() * ratio_; ++row, from += step, to += stride_) std::memcpy(to, from, bytes);
 }
 
 QImage PaintTarget::Picture(const QRect& rect) const {
