@@ -59,17 +59,19 @@ void StripChart::SetBlockPairsPerPage() {
 }
 
 /// Gives whether the ends have a place.
-inline bool StripChart::PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour) {
-  const double width = PlotTarget_->Width();
-  const float x1 = ValueToX(pass.previous, scale, kLeftMargin, width);
-  const float x2 = ValueToX(pass.value, scale, kLeftMargin, width);
+inline bool StripChart::PlotPass(const Span& span, double previous, double value, Scale scale, int penWidth,
+                                 std::int32_t colour) {
+  RetainedSurface& plot = *PlotTarget_;
+  const double width = plot.Width();
+  const float x1 = ValueToX(previous, scale, kLeftMargin, width);
+  const float x2 = ValueToX(value, scale, kLeftMargin, width);
   if (std::isnan(x1) || std::isnan(x2)) return false;
   timeOrigin_ = span.origin;
-  PlotTarget_->SetPenWidth(pass.penWidth);
+  plot.SetPenWidth(penWidth);
   if (span.isGap)
-    PlotTarget_->Circle(x2, span.y2, kDotRadius, colour);
+    plot.Circle(x2, span.y2, kDotRadius, colour);
   else
-    PlotTarget_->Line(x1, span.y1, x2, span.y2, colour);
+    plot.Line(x1, span.y1, x2, span.y2, colour);
   return true;
 }
 
@@ -79,11 +81,17 @@ void StripChart::PlotValue(double previousTime, double time, float previousValue
   const Span& span = SpanOf(previousTime, time, origin);
   if (!span.isDrawn) return;
   const Scale scale = scales_.Limits(min, max);
-  WrappingPass pass{static_cast<double>(previousValue), static_cast<double>(value)};
-  if (!PlotPass(span, pass, scale, colour) || !wrapping) return;
+  const WrappingPass first{static_cast<double>(previousValue), static_cast<double>(value)};
+  if (PlotPass(span, first.previous, first.value, scale, first.penWidth, colour) && wrapping)
+    PlotMoved(span, previousValue, value, scale, colour);
+}
+
+/// The passes behind the first.
+void StripChart::PlotMoved(const Span& span, float previousValue, float value, Scale scale, std::int32_t colour) {
   WrappingPasses passes(previousValue, value, scale, true);
-  passes.Next(pass);  // the one that is drawn already
-  while (passes.Next(pass) && PlotPass(span, pass, scale, colour)) {
+  WrappingPass pass;
+  passes.Next(pass);  // the first
+  while (passes.Next(pass) && PlotPass(span, pass.previous, pass.value, scale, pass.penWidth, colour)) {
   }
 }
 

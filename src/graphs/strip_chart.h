@@ -108,7 +108,8 @@ class StripChart {
     return isThis ? span_ : TakeSpan(previousTime, time, origin);
   }
   const Span& TakeSpan(double previousTime, double time, double origin);
-  bool PlotPass(const Span& span, const WrappingPass& pass, Scale scale, std::int32_t colour);
+  bool PlotPass(const Span& span, double previous, double value, Scale scale, int penWidth, std::int32_t colour);
+  void PlotMoved(const Span& span, float previousValue, float value, Scale scale, std::int32_t colour);
   float Y(double time, double origin) const;
   Block Place(double blockStart, double blockEnd, double pageTime) const;
   void Scroll(const Block& block, double originBefore);

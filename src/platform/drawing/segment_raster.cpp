@@ -40,6 +40,11 @@ void Walk(const PixelRows& surface, int x1, int y1, int x2, int y2, std::uint32_
   const std::ptrdiff_t stepY = y1 < y2 ? stride : -stride;
   std::uint32_t* corner = surface.pixels + (y1 - thickness / 2) * stride + (x1 - thickness / 2);
   std::uint32_t* const last = surface.pixels + (y2 - thickness / 2) * stride + (x2 - thickness / 2);
+  // Most curves go so slowly that the ends are all: no step then has to be told by branches, which nobody can foresee.
+  if (dx <= 1 && dy >= -1) {
+    Dot<thickness>(corner, surface.stride, colour);
+    return Dot<thickness>(last, surface.stride, colour);
+  }
   for (int error = dx + dy;;) {
     Dot<thickness>(corner, surface.stride, colour);
     if (corner == last) return;

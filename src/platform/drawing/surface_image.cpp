@@ -188,6 +188,8 @@ void SurfaceImage::SetPenWidth(double pixels) {
   penWidth_ = pixels;
   penRatio_ = ratio_;
   penPixels_ = std::max(1, static_cast<int>(std::lround(penWidth_ * ratio_)));
+  penBefore_ = penPixels_ / 2;
+  penBehind_ = penPixels_ - penBefore_ - 1;
   BeginAt(bands_[1].rows.height);
 }
 
@@ -209,15 +211,13 @@ void SurfaceImage::Cls() {
 
 void SurfaceImage::Line(double x1, double y1, double x2, double y2, std::int32_t colour) {
   const ClippedSegment line{x1 * scale_, y1 * down_, x2 * scale_, y2 * down_};
-  for (const Band& band : bands_) {
-    if (!band.room.Has(line.x1, line.y1) || !band.room.Has(line.x2, line.y2)) continue;
-    // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
-    const int x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
-    const int x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
-    RasterInside(band.rows, x1i, y1i - band.top, x2i, y2i - band.top, penPixels_, ToPixel(colour));
-    return MarkLine(x1i, y1i, x2i, y2i);
-  }
-  CutLine(line, colour);
+  const Band& band = line.y1 < bands_[1].top ? bands_[0] : bands_[1];
+  if (!band.room.Has(line.x1, line.y1) || !band.room.Has(line.x2, line.y2)) return CutLine(line, colour);
+  // Above 0 a number cut off is the one below it; nearly all segments of a curve go this way.
+  const int x1i = static_cast<int>(line.x1), y1i = static_cast<int>(line.y1);
+  const int x2i = static_cast<int>(line.x2), y2i = static_cast<int>(line.y2);
+  RasterInside(band.rows, x1i, y1i - band.top, x2i, y2i - band.top, penPixels_, ToPixel(colour));
+  MarkLine(x1i, y1i, x2i, y2i);
 }
 
 /// A line that may leave the surface or cross from one band to the other, or has an end that is no number.

@@ -82,12 +82,11 @@ class SurfaceImage : public RetainedSurface {
     dirty_.bottom = std::max(dirty_.bottom, bottom);
     if (content_ != Content::Drawn) NoteDrawing();
   }
-  void NoteDrawing();
+  [[gnu::noinline]] void NoteDrawing();
   /// A line between two pixels: no row more than its pen has touched, since each is copied up to the screen.
   void MarkLine(int x1, int y1, int x2, int y2) {
-    const int before = penPixels_ / 2, behind = penPixels_ - before - 1;
-    MarkDirty(std::min(x1, x2) - before, std::min(y1, y2) - before, std::max(x1, x2) + behind,
-              std::max(y1, y2) + behind);
+    MarkDirty(std::min(x1, x2) - penBefore_, std::min(y1, y2) - penBefore_, std::max(x1, x2) + penBehind_,
+              std::max(y1, y2) + penBehind_);
   }
   void CutLine(ClippedSegment line, std::int32_t colour);
   void BeginAt(int row) const;
@@ -103,6 +102,8 @@ class SurfaceImage : public RetainedSurface {
   double penWidth_ = 1;
   double penRatio_ = 0;  ///< that penPixels_ was worked out for
   int penPixels_ = 1;    ///< the same in device pixels
+  int penBefore_ = 0;    ///< how many of them lie left of a line, and above it
+  int penBehind_ = 0;    ///< and on the other side
   /// Where a line's ends may stand for all of its pen to lie on the surface, as the middle and how far from there: a
   /// place takes one comparison a direction, which what is no number doesn't pass.
   struct Room {
