@@ -302,6 +302,42 @@ TEST(SurfaceImage, MeasuresEachTextInTheFontThatItHas) {
   }
 }
 
+TEST(SurfaceImage, CoversWithATextThatComesAgainAsAPainterWould) {
+  std::mt19937 random(5);
+  const auto real = [&](double from, double to) {
+    return from + (to - from) * static_cast<double>(random()) / 4294967296.0;
+  };
+  for (const double ratio : {1.0, 1.5, 2.0}) {
+    SurfaceImage surface = Small(ratio);
+    surface.SetTextCovers(true);
+    surface.Fill(0, 0, 1500, 600, 0x80FF80);
+    QImage expected = surface.View().copy();
+    expected.setDevicePixelRatio(1);
+    QFont font = SmallFont();
+    font.setPixelSize(static_cast<int>(std::lround(13 * ratio)));
+    const QFontMetricsF metrics(font);
+    for (int i = 0; i < 600; ++i) {
+      const std::string text = std::vector<std::string>{"09:32", "10:04", "14-Mar-2026"}[random() % 3];
+      // Places of blocks come again, some with the noise of 32 bits; others lie anywhere, also across an edge.
+      const bool isAnywhere = i % 3 == 0;
+      const double x = isAnywhere ? real(-600, 1500) : 97.3;
+      const double y = isAnywhere ? real(-200, 650) : 150.0 * static_cast<double>(random() % 5) + real(-1e-4, 1e-4);
+      const std::int32_t colour = i % 50 == 0 ? 0x0000FF : colour::Black;
+      surface.Print(x, y, text, colour);
+      const QRectF box(x * ratio / 15, y * ratio / 15, metrics.horizontalAdvance(text.c_str()), metrics.height());
+      QPainter painter(&expected);
+      painter.setFont(font);
+      painter.fillRect(box.toAlignedRect().adjusted(-2, 0, 2, 0), Qt::white);
+      painter.setPen(QColor(colour & 0xFF, 0, 0));
+      painter.drawText(QPointF(box.left(), box.top() + metrics.ascent()), text.c_str());
+      painter.end();
+      QImage printed = surface.View().copy();
+      printed.setDevicePixelRatio(1);
+      ASSERT_EQ(printed, expected) << ratio << ": " << text << " at " << x << ", " << y;
+    }
+  }
+}
+
 TEST(SurfaceImage, PrintsAPaleTextOnThePaperAsAnyOther) {
   SurfaceImage surface = Small();
   surface.Print(150, 150, "Rate", 0x00FFFF);  // yellow

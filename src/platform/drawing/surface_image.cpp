@@ -18,6 +18,7 @@ namespace {
 /// The painter's own limit is 32767; no screen is higher than this.
 constexpr int kMaxPixels = 16384;
 constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+constexpr int kBesidePlate = 8;  ///< dots left and right of a text's plate, to see whether its letters stay on it
 
 int PixelCount(double logical, double scale) {
   const double pixels = std::round(logical * scale);
@@ -167,7 +168,7 @@ void SurfaceImage::UseFont(const QFont& font) {
   metrics_ = QFontMetricsF(font_, &image_);
   letterHeight_ = metrics_.height();
   ascent_ = metrics_.ascent();
-  measured_.fill({});
+  labels_.fill({});
 }
 
 QPainter& SurfaceImage::Painter() {
@@ -269,28 +270,70 @@ void SurfaceImage::Picture(double x, double y, double width, double height, cons
 void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t colour) {
   // Written so that a place that is no number leaves too; a QRect could not hold one far out.
   if (!(std::abs(x) * scale_ < 2 * kMaxPixels && std::abs(y) * down_ < 2 * kMaxPixels)) return;
-  const QRectF box(x * scale_, y * down_, Advance(text), letterHeight_);
+  Label& label = LabelOf(text);
+  const QRectF box(x * scale_, y * down_, label.advance, letterHeight_);
   const QRect plate = box.toAlignedRect().adjusted(-2, 0, 2, 0);
   if (!plate.intersects(Bounds())) return;
-  QPainter& painter = Painter();
-  painter.setPen(ToQColor(colour));
-  if (textCovers_) painter.fillRect(plate, Qt::white);
-  painter.drawText(QPointF(box.left(), box.top() + ascent_), ToQt(text));
+  const QPointF begin(box.left(), box.top() + ascent_);
+  if (!textCovers_ || !CopyPlate(label, begin, colour, plate)) {
+    QPainter& painter = Painter();
+    painter.setPen(ToQColor(colour));
+    if (textCovers_) painter.fillRect(plate, Qt::white);
+    painter.drawText(begin, ToQt(text));
+  }
   MarkDirty(plate);
 }
 
-/// Width of a text in device pixels. Whoever prints one has measured it to find its place, and a label of the axis
-/// comes again with the next page: to shape it anew would take as long as to draw it.
-double SurfaceImage::Advance(std::string_view text) const {
-  for (const Measured& known : measured_)
-    if (!text.empty() && known.text == text) return known.advance;
-  Measured& oldest = measured_[nextMeasured_++ % measured_.size()];
-  oldest = {std::string(text), metrics_.horizontalAdvance(ToQt(text))};
-  return oldest.advance;
+/// A label of the axis comes again with the next block, and to shape and paint it takes as long as hundreds of
+/// segments: it is painted beside the surface, and anew only where it begins elsewhere on its plate. A painter puts
+/// letters on whole dots down the page and on 64ths of one across. Gives whether the plate holds all of the text.
+bool SurfaceImage::CopyPlate(Label& label, const QPointF& begin, std::int32_t colour, const QRect& plate) {
+  const QPoint place(static_cast<int>(begin.x() * 64) - plate.left() * 64,
+                     static_cast<int>(std::floor(begin.y() + 0.5)) - plate.top());
+  if (label.size != plate.size() || label.begin != place || label.colour != colour) {
+    label.size = plate.size();
+    label.begin = place;
+    label.colour = colour;
+    label.plate = PlateOf(label, plate.size());
+  }
+  if (label.plate.isNull()) return false;
+  const QRect shown = plate & Bounds();
+  for (int y = shown.top(); y <= shown.bottom(); ++y)
+    std::copy_n(reinterpret_cast<const std::uint32_t*>(label.plate.constScanLine(y - plate.top())) + kBesidePlate +
+                    shown.left() - plate.left(),
+                shown.width(), RowOf(y) + shown.left());
+  return true;
+}
+
+QImage SurfaceImage::PlateOf(const Label& label, QSize size) const {
+  QImage plate(size.width() + 2 * kBesidePlate, size.height(), QImage::Format_RGB32);
+  plate.fill(Qt::white);
+  QPainter painter(&plate);
+  painter.setFont(font_);
+  painter.setPen(ToQColor(label.colour));
+  painter.drawText(QPointF(kBesidePlate + label.begin.x() / 64.0, label.begin.y()), ToQt(label.text));
+  painter.end();
+  for (int y = 0; y < plate.height(); ++y) {
+    const auto* const row = reinterpret_cast<const std::uint32_t*>(plate.constScanLine(y));
+    const auto isBlank = [row](int from) {
+      return std::all_of(row + from, row + from + kBesidePlate, [](std::uint32_t pixel) { return pixel == kWhite; });
+    };
+    if (!isBlank(0) || !isBlank(kBesidePlate + size.width())) return {};
+  }
+  return plate;
+}
+
+/// Whoever prints a text has measured it to find its place: to shape it anew would take as long as to draw it.
+SurfaceImage::Label& SurfaceImage::LabelOf(std::string_view text) const {
+  for (Label& known : labels_)
+    if (!text.empty() && known.text == text) return known;
+  Label& oldest = labels_[nextLabel_++ % labels_.size()];
+  oldest = {std::string(text), metrics_.horizontalAdvance(ToQt(text)), {}, {}, 0, {}};
+  return oldest;
 }
 
 double SurfaceImage::TextWidth(std::string_view text) const {
-  return Advance(text) / scale_;
+  return LabelOf(text).advance / scale_;
 }
 
 double SurfaceImage::TextHeight(std::string_view) const {

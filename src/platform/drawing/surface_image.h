@@ -58,10 +58,7 @@ class SurfaceImage : public RetainedSurface {
   QSize PixelSize() const { return image_.size(); }
   double PixelRatio() const { return ratio_; }
   /// The pixels of a row of the picture, 0xffrrggbb: good until the next change.
-  const std::uint32_t* Row(int y) const {
-    const Band& band = y < bands_[1].top ? bands_[0] : bands_[1];
-    return band.rows.pixels + static_cast<std::size_t>(y - band.top) * band.rows.stride;
-  }
+  const std::uint32_t* Row(int y) const { return RowOf(y); }
   /// The picture, with its pixel ratio set. It shares the surface's memory: good until the next change. Behind a scroll
   /// it takes as long as moving the picture; Row doesn't.
   QImage View() const;
@@ -89,9 +86,16 @@ class SurfaceImage : public RetainedSurface {
               std::max(y1, y2) + penBehind_);
   }
   void CutLine(ClippedSegment line, std::int32_t colour);
+  std::uint32_t* RowOf(int y) const {
+    const Band& band = y < bands_[1].top ? bands_[0] : bands_[1];
+    return band.rows.pixels + static_cast<std::size_t>(y - band.top) * band.rows.stride;
+  }
   void BeginAt(int row) const;
   void Straighten() const;
-  double Advance(std::string_view text) const;
+  struct Label;
+  Label& LabelOf(std::string_view text) const;
+  QImage PlateOf(const Label& label, QSize size) const;
+  bool CopyPlate(Label& label, const QPointF& begin, std::int32_t colour, const QRect& plate);
   QRect Bounds() const { return image_.rect(); }
 
   double width_ = 0;
@@ -123,12 +127,17 @@ class SurfaceImage : public RetainedSurface {
   QFont baseFont_;
   double letterHeight_ = 0;  ///< device pixels
   double ascent_ = 0;
-  struct Measured {
+  /// A text that was measured in this font, and how it last covered what was below it.
+  struct Label {
     std::string text;
-    double advance = 0;
+    double advance = 0;  ///< width in device pixels
+    QSize size;          ///< of the plate; the rest counts where it has one
+    QPoint begin;        ///< of the text on the plate: 64ths of a dot across, dots down to the baseline
+    std::int32_t colour = 0;
+    QImage plate;  ///< with room beside it; null where letters reach out of that
   };
-  mutable std::array<Measured, 4> measured_;  ///< in this font
-  mutable std::size_t nextMeasured_ = 0;
+  mutable std::array<Label, 4> labels_;
+  mutable std::size_t nextLabel_ = 0;
   /// What has changed, from the first to the last pixel; right of it and below it where nothing has.
   struct Changed {
     int left = INT_MAX, top = INT_MAX, right = INT_MIN, bottom = INT_MIN;
