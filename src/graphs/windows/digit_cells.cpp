@@ -44,6 +44,7 @@ void DigitCells::Use(const QFont& font, double ratio) {
   font_ = font;
   font_.setPixelSize(std::max(1, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * ratio))));
   pictures_.clear();
+  inked_ = {};
   const QFontMetricsF metrics(font_);
   height_ = static_cast<int>(std::ceil(metrics.height()));
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
@@ -74,7 +75,10 @@ DigitCells::Columns DigitCells::Write(QImage& image, int x, int y, std::string_v
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int width = WidthOf(text[i]);
     if (i >= before.size() || before[i] != text[i]) {
-      CopyPicture(Picture(pictures, text[i]), width, height_, top + 4 * static_cast<std::size_t>(x), stride);
+      const QRgb* const picture = Picture(pictures, text[i]);
+      const auto [first, behind] = before.empty() ? Rows{0, height_} : inked_;
+      CopyPicture(picture + first * width, width, behind - first,
+                  top + static_cast<std::size_t>(first) * stride + 4 * static_cast<std::size_t>(x), stride);
       written = {written.first == written.last ? x : written.first, x + width};
     }
     x += width;
@@ -94,7 +98,7 @@ DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
   return pictures_.emplace_back(Pictures{ink, ground, {}, {}});
 }
 
-const QRgb* DigitCells::Picture(Pictures& pictures, char character) const {
+const QRgb* DigitCells::Picture(Pictures& pictures, char character) {
   const auto index = static_cast<std::size_t>(character - kFirst);
   std::size_t& begin = pictures.begins[index];
   if (begin > 0) return pictures.dots.data() + begin - 1;
@@ -111,6 +115,9 @@ const QRgb* DigitCells::Picture(Pictures& pictures, char character) const {
   for (int row = 0; row < height_; ++row) {
     const auto* const from = reinterpret_cast<const QRgb*>(picture.constScanLine(row));
     pictures.dots.insert(pictures.dots.end(), from, from + width);
+    if (std::all_of(from, from + width, [&](QRgb dot) { return dot == pictures.ground; })) continue;
+    inked_ = inked_.first == inked_.behind ? Rows{row, row + 1}
+                                           : Rows{std::min(inked_.first, row), std::max(inked_.behind, row + 1)};
   }
   return pictures.dots.data() + begin - 1;
 }

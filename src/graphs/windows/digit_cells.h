@@ -43,14 +43,20 @@ class DigitCells {
     std::array<std::size_t, kLast - kFirst + 1> begins{};  ///< in `dots`, plus 1; 0: not drawn yet
   };
 
+  /// Up to, and without, the last.
+  struct Rows {
+    int first = 0, behind = 0;
+  };
+
   int WidthOf(char character) const { return widths_[static_cast<std::size_t>(character - kFirst)]; }
   static bool Has(char character) { return character >= kFirst && character <= kLast; }
   Pictures& In(QRgb ink, QRgb ground);
-  const QRgb* Picture(Pictures& pictures, char character) const;
+  const QRgb* Picture(Pictures& pictures, char character);
 
   QFont font_;
   int height_ = 0;
   int ascent_ = 0;
+  Rows inked_;  ///< those that any character has touched: the others look alike under all of them
   std::array<int, kLast - kFirst + 1> widths_{};
   std::vector<Pictures> pictures_;
   std::size_t next_ = 0;  ///< the pair that comes next if the order is that of the last sample
