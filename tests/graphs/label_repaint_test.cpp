@@ -90,6 +90,29 @@ TEST_F(Repainting, TheScreenShowsWhatAPainterWouldPaint) {
   }
 }
 
+TEST_F(Repainting, ASegmentBelowTheWindowIsPaintedWhenTheWindowIsHighEnough) {
+  auto& plot = *desk.Find<QWidget>("Pic2");
+  const double page = 46000, second = 1.0 / 86400;
+  const auto plotAt = [&](int seconds, float value) {
+    desk.Form().PlotValue(page + seconds * second, page + (seconds + 1) * second, 10, value, 0, 100, 0x0000FF, false);
+    Show(value);
+  };
+  plotAt(0, 50);
+  desk.ResizeWindow(900, 200);
+  Show(0);
+  RepaintWatch watch(plot);
+  plotAt(230, 90);
+  EXPECT_TRUE(watch.region.isEmpty());
+  plotAt(2, 80);
+  EXPECT_FALSE(std::exchange(watch.region, {}).isEmpty());
+  desk.ResizeWindow(900, 500);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(OnTheScreen(plot), Grabbed(plot));
+  plotAt(231, 70);
+  EXPECT_FALSE(watch.region.isEmpty());
+  EXPECT_EQ(OnTheScreen(plot), Grabbed(plot));
+}
+
 TEST_F(Repainting, AValueWhoseLastDigitChangesRepaintsNoMoreThanHalfOfItsRoom) {
   Show(12.345F);
   RepaintWatch watch(Labels());

@@ -21,7 +21,18 @@ void SurfaceView::Show(SurfaceImage* surface, ColourMap* colours) {
 void SurfaceView::ShowChanges() {
   if (surface_ == nullptr) return;
   const QRect changed = surface_->TakeDirty();
-  if (!changed.isEmpty()) update(changed);
+  if (IsInView(changed)) update(changed);
+}
+
+/// Whether any of it lies within all that the view stands in. The end of a page that is higher than its window doesn't:
+/// to have it painted takes long, until it is found that nothing is. What comes into view is painted by itself.
+bool SurfaceView::IsInView(QRect rect) const {
+  for (const QWidget* widget = this; !rect.isEmpty(); widget = widget->parentWidget()) {
+    rect &= widget->rect();
+    if (widget->isWindow()) break;
+    rect.translate(widget->pos());
+  }
+  return !rect.isEmpty();
 }
 
 void SurfaceView::paintEvent(QPaintEvent* event) {

@@ -26,6 +26,7 @@ class SurfaceView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  bool IsInView(QRect rect) const;
   bool CopyTo(const PaintTarget& target, const QRegion& region);
   void Paint(const QRect& shown);
   QImage Mapped(const QImage& picture, const QRect& shown);

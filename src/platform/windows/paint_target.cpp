@@ -22,8 +22,10 @@ void PaintTarget::Copy(const QRect& rect, const QImage& picture, QPoint corner) 
   const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(rect.width() * ratio_);
   const uchar* from = picture.constScanLine(top - corner.y() * ratio_) + sizeof(QRgb) * (left - corner.x() * ratio_);
   const qsizetype step = picture.bytesPerLine();
+  const std::ptrdiff_t stride = stride_;
+  const int rows = rect.height() * ratio_;
   QRgb* to = Row(left, top);
-  for (int row = 0; row < rect.height() * ratio_; ++row, from += step, to += stride_) std::memcpy(to, from, bytes);
+  for (int row = 0; row < rows; ++row, from += step, to += stride) std::memcpy(to, from, bytes);
 }
 
 QImage PaintTarget::Picture(const QRect& rect) const {
