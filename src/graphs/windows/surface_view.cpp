@@ -52,13 +52,13 @@ bool SurfaceView::CopyTo(const PaintTarget& target, const QRegion& region) {
   const bool isPlain = colours_->ChangesNothing();
   for (const QRect& rect : region) {
     const int left = rect.left() * ratio;
-    const auto count = static_cast<std::size_t>(rect.width() * ratio);
+    const int width = rect.width() * ratio;
     for (int y = rect.top() * ratio; y < (rect.bottom() + 1) * ratio; ++y) {
       const std::uint32_t* const from = surface_->Row(y) + left;
       if (isPlain)
-        std::copy_n(from, count, target.Row(left, y));
+        std::copy_n(from, width, target.Row(left, y));
       else
-        colours_->Map(from, target.Row(left, y), count);
+        colours_->Map(from, target.Row(left, y), static_cast<std::size_t>(width));
     }
   }
   return true;
