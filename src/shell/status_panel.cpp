@@ -1,6 +1,7 @@
 #include "shell/status_panel.h"
 
 #include <QEvent>
+#include <QHBoxLayout>
 #include <algorithm>
 
 namespace velk {
@@ -13,10 +14,24 @@ bool DigitsAreOfOneWidth(const QFontMetrics& font) {
   return true;
 }
 
+/// Keeps the label as large as the panel. A label asks to be laid out anew with each text, which without a layout is an
+/// event that wakes the loop up; here it is dropped, since the panel finds out by itself when its label needs other
+/// room.
+class QuietLayout : public QHBoxLayout {
+ public:
+  explicit QuietLayout(QWidget* panel) : QHBoxLayout(panel) {
+    setContentsMargins(0, 0, 0, 0);
+    setSizeConstraint(SetNoConstraint);  // of a panel without a bar the least width would be kept for good
+  }
+  void invalidate() override {}
+  /// Whatever the label has asked for.
+  void setGeometry(const QRect& rect) override { itemAt(0)->widget()->setGeometry(rect); }
+};
+
 }  // namespace
 
 StatusPanel::StatusPanel(PanelLabel* label) : label_(label) {
-  label_->setParent(this);
+  (new QuietLayout(this))->addWidget(label_);
   FollowLabel();
 }
 
@@ -36,10 +51,6 @@ void StatusPanel::FollowLabel() {
   room_ = room;
   least_ = least;
   updateGeometry();
-}
-
-void StatusPanel::resizeEvent(QResizeEvent*) {
-  label_->setGeometry(rect());
 }
 
 /// Other letters, or another style, need other room. The label follows them by itself.

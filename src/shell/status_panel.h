@@ -22,7 +22,6 @@ class StatusPanel : public QWidget {
   QSize minimumSizeHint() const override { return least_; }
 
  protected:
-  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QStatusBar>
+#include <utility>
+
 namespace velk {
 namespace {
 
@@ -20,6 +25,76 @@ TEST(StatusPanelTest, HasTheRoomOfItsTextWhateverHasChanged) {
   show("222 rows");
   panel.Label().setStyleSheet({});
   show("333 rows");
+}
+
+/// Counts what is posted to have a widget laid out anew.
+class LayoutRequests : public QObject {
+ public:
+  explicit LayoutRequests(QWidget& widget) { widget.installEventFilter(this); }
+  int Take() {
+    QApplication::processEvents();
+    return std::exchange(count_, 0);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::LayoutRequest) ++count_;
+    return false;
+  }
+
+ private:
+  int count_ = 0;
+};
+
+TEST(StatusPanelTest, AsksForNoLayoutWhileItsTextNeedsTheSameRoom) {
+  QWidget window;
+  auto* const panel = new StatusPanel(new PanelLabel(nullptr));
+  (new QHBoxLayout(&window))->addWidget(panel);
+  panel->ShowText("1,000 rows");
+  window.resize(600, 40);
+  window.show();
+  LayoutRequests ofPanel(*panel), ofWindow(window);
+  ofPanel.Take(), ofWindow.Take();
+  for (int rows = 1001; rows < 1100; ++rows) panel->ShowText(QString("1,%1 rows").arg(rows % 1000, 3, 10, QChar('0')));
+  EXPECT_EQ(ofPanel.Take(), 0);
+  EXPECT_EQ(ofWindow.Take(), 0);
+  EXPECT_EQ(panel->Label().text(), "1,099 rows");
+  EXPECT_EQ(panel->Label().geometry(), panel->rect());
+
+  panel->ShowText("1,099 rows and 1 that is missing");
+  EXPECT_GT(ofWindow.Take(), 0) << "it needs more";
+  window.resize(900, 60);
+  EXPECT_EQ(ofPanel.Take(), 0);
+  EXPECT_GT(panel->width(), 600);
+  EXPECT_EQ(panel->Label().geometry(), panel->rect());
+}
+
+TEST(StatusPanelTest, GivesItsLabelAllItsRoomWhateverHasChanged) {
+  QStatusBar bar;
+  auto* const panel = new StatusPanel(new PanelLabel(nullptr));
+  panel->Label().setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  panel->show();  // ahead of the bar: a window of its own by then
+  bar.addWidget(panel, 1);
+  bar.addWidget(new QWidget, 100);  // takes all that is left
+  bar.resize(900, 30);
+  bar.show();
+  const auto settle = [&](const char* what) {
+    QApplication::processEvents();
+    EXPECT_EQ(panel->Label().geometry(), panel->rect()) << what;
+    EXPECT_GE(panel->width(), panel->Label().sizeHint().width()) << what;
+  };
+  settle("no text yet");
+  panel->ShowText("Ready");
+  settle("a text");
+  panel->ShowText("14-Mar-2026 and more");
+  settle("a longer one");
+  panel->Label().setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  panel->ShowText("14-Mar-2026, and yet more than that");
+  settle("a label that grows for no layout");
+  QFont large = bar.font();
+  large.setPointSize(2 * large.pointSize());
+  bar.setFont(large);
+  settle("larger letters");
 }
 
 }  // namespace
