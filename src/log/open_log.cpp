@@ -37,6 +37,9 @@ LogReader& OpenLog::Reader() {
 }
 
 std::vector<ReportComment> OpenLog::Comments(const RowFilter& filter) {
+  // By the connection that stands: each chart asks at each of its pages, and to open a file takes far longer.
+  const auto writing = writer_.Writing();
+  if (writing && !writing->HasMoved()) return ReadComments(*writing, filter);
   return IsOpen() ? Reader().Comments(filter) : std::vector<ReportComment>();
 }
 

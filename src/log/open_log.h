@@ -15,8 +15,8 @@
 namespace velk {
 
 /// The log that the session's charts and its summary report look into: the one that is recorded to, or else the one
-/// that plays. Reading goes through connections of its own; what is written to the report of the log that is recorded
-/// to, through the one that writes the rows.
+/// that plays. Rows are read through connections of its own; the report of the log that is recorded to is read and
+/// written through the one that writes the rows.
 class OpenLog {
  public:
   OpenLog(const Session& session, const Platform& platform, LogWriter& writer)

@@ -7,7 +7,6 @@
 #include "log/log_layout.h"
 #include "log/log_schema.h"
 #include "log/texts.h"
-#include "platform/database/catalog.h"
 
 namespace velk {
 
@@ -66,9 +65,12 @@ std::vector<bool> ChannelsInSummary(Connection& connection, const std::vector<st
 
 std::string CommentsColumn(Connection& connection) {
   const auto report = Catalog(connection).Find(kSummaryReport);
-  if (!report) return {};
-  const auto found = std::find_if(report->columns.rbegin(), report->columns.rend(), HoldsText);
-  return found == report->columns.rend() ? std::string() : found->name;
+  return report ? CommentsColumn(*report) : std::string();
+}
+
+std::string CommentsColumn(const Table& report) {
+  const auto found = std::find_if(report.columns.rbegin(), report.columns.rend(), HoldsText);
+  return found == report.columns.rend() ? std::string() : found->name;
 }
 
 }  // namespace velk

@@ -7,6 +7,7 @@
 #include "log/field_names.h"
 #include "log/job_questions.h"
 #include "model/session.h"
+#include "platform/database/catalog.h"
 #include "platform/database/connection.h"
 
 namespace velk {
@@ -29,5 +30,6 @@ std::vector<bool> ChannelsInSummary(Connection& connection, const std::vector<st
 /// The comments column of a report: the last one that holds text. Its name is in the language of the session that made
 /// the file. Empty where there is none, and without a report.
 std::string CommentsColumn(Connection& connection);
+std::string CommentsColumn(const Table& report);
 
 }  // namespace velk

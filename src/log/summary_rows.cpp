@@ -109,7 +109,7 @@ SummaryEntry ReadSummaryEntry(std::string_view text) {
 
 std::vector<ReportComment> ReadComments(Connection& connection, const RowFilter& filter) {
   const auto table = Catalog(connection).Find(kSummaryReport);
-  const std::string column = table ? CommentsColumn(connection) : std::string();
+  const std::string column = table ? CommentsColumn(*table) : std::string();
   if (column.empty()) return {};
   for (const char* name : {"Date", "Time"})
     if (std::none_of(table->columns.begin(), table->columns.end(),

@@ -1,5 +1,8 @@
 #include "log/summary_rows.h"
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <cmath>
 
 #include "log/log_fixture.h"
@@ -256,6 +259,31 @@ TEST_F(Comments, HaveTheTimeOfTheirLine) {
   const auto comments = open.Comments({});
   ASSERT_EQ(comments.size(), 1U);
   EXPECT_EQ(comments[0].time, DateSerial(2026, 3, 14) + TimeOfDay(9, 31, 5));
+}
+
+TEST_F(Comments, OfTheLogThatIsRecordedToAreReadWithoutOpeningAFile) {
+  Write(14, 9, 31, 5, "at once");
+  const int watch = inotify_init1(IN_NONBLOCK);
+  ASSERT_GE(inotify_add_watch(watch, folder.Path().c_str(), IN_OPEN), 0);
+  char events[4096];
+  EXPECT_EQ(Found({}), Rows{"at once"});
+  EXPECT_LT(read(watch, events, sizeof events), 0) << "a chart asks at each of its pages";
+  Query(path, "SELECT 1");
+  EXPECT_GT(read(watch, events, sizeof events), 0);
+  close(watch);
+  AppendLogRow();
+  EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), Rows{"1"});
+}
+
+TEST_F(Comments, AreThoseOfTheFileUnderTheNameOfTheLog) {
+  Write(14, 9, 31, 5, "of the log");
+  std::filesystem::rename(path, folder.File("moved.mdb"));
+  ErrorOf([&] { Found({}); }, ErrorNumber::FileNotFound);
+  MakeDatabase(path,
+               "CREATE TABLE logData (ID INTEGER PRIMARY KEY, Date DATE, Time DATE);"
+               "CREATE TABLE SummaryReport (Date DATE, Time DATE, Comments LONGTEXT);"
+               "INSERT INTO SummaryReport VALUES (46095, 0.5, 'of another')");
+  EXPECT_EQ(Found({}), Rows{"of another"});
 }
 
 TEST_F(Comments, AreNoneWhereTheFileHasNoReportOrNoColumnOfThem) {

@@ -52,7 +52,9 @@ class Connection {
   /// that reads a page of it; raises DatabaseLocked while one reads on. Nothing is lost then, and Finalise may be tried
   /// again. Gives the files beside it that could not be removed; they hold nothing.
   std::vector<std::string> Finalise();
-  /// Raises FileNotFound when the file was moved, removed or replaced since it was opened: rows would go nowhere.
+  /// Whether the file was moved, removed or replaced since it was opened.
+  bool HasMoved() const;
+  /// Raises FileNotFound when it has moved: rows would go nowhere.
   void CheckInPlace() const;
 
   sqlite3* Handle() const { return handle_; }
@@ -66,7 +68,6 @@ class Connection {
   void Defend();
   std::string SetJournalMode(const std::string& mode);
   bool LeaveWriteAheadLog();
-  bool HasMoved() const;
 
   std::string path_;
   std::string file_;  ///< what is open: the path, or the copy of what stands there
