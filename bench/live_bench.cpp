@@ -172,11 +172,11 @@ void Resting(benchmark::State& state, const std::string& done) {
     std::this_thread::sleep_for(kSettle);
     unit.SetPace(Pace::Silent);
     std::this_thread::sleep_for(kSettle);
-    const long long before = bench::WakeUps(program->Id());
+    const auto before = bench::WakeUps(program->Id());
     const double cpu = bench::CpuSeconds(program->Id());
     Rest(MeasuredSeconds());
     state.counters["wakeups_a_second"] =
-        static_cast<double>(bench::WakeUps(program->Id()) - before) / MeasuredSeconds();
+        static_cast<double>(bench::WakeUpsSince(before, program->Id())) / MeasuredSeconds();
     state.counters["percent"] = 100 * (bench::CpuSeconds(program->Id()) - cpu) / MeasuredSeconds();
     const bench::SystemCalls calls = bench::CountSystemCalls(program->Id(), MeasuredSeconds());
     state.counters["calls_a_second"] = static_cast<double>(calls.all) / MeasuredSeconds();

@@ -146,11 +146,20 @@ double CpuSeconds(pid_t process) {
   return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * 1e-9;
 }
 
-long long WakeUps(pid_t process) {
-  long long all = 0;
+std::map<pid_t, long long> WakeUps(pid_t process) {
+  std::map<pid_t, long long> all;
   for (const pid_t thread : ThreadsOf(process))
-    all += StatusValue("/proc/" + std::to_string(process) + "/task/" + std::to_string(thread) + "/status",
-                       "voluntary_ctxt_switches:");
+    all[thread] = StatusValue("/proc/" + std::to_string(process) + "/task/" + std::to_string(thread) + "/status",
+                              "voluntary_ctxt_switches:");
+  return all;
+}
+
+long long WakeUpsSince(const std::map<pid_t, long long>& before, pid_t process) {
+  long long all = 0;
+  for (const auto& [thread, count] : WakeUps(process)) {
+    const auto found = before.find(thread);
+    all += count - (found == before.end() ? 0 : found->second);
+  }
   return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,10 @@ class Child {
 
 /// Seconds that a process has had of a core so far, in user and system mode.
 double CpuSeconds(pid_t process);
-/// How often its threads have slept and been woken so far.
-long long WakeUps(pid_t process);
+/// How often each of its threads has slept and been woken so far.
+std::map<pid_t, long long> WakeUps(pid_t process);
+/// How often since then, by the threads that still live.
+long long WakeUpsSince(const std::map<pid_t, long long>& before, pid_t process);
 /// Megabytes that it holds in memory, shared ones too.
 double ResidentMegabytes(pid_t process);
 
