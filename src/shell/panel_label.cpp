@@ -30,9 +30,20 @@ PanelLabel::PanelLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void PanelLabel::ShowText(const QString& text) {
-  if (!ChangeDigits(text)) Forget();
+  const auto changed = ChangeDigits(text);
+  if (changed) return UpdatePart(*changed, text);
+  Forget();
   setText(text);
   update();
+}
+
+/// A label would have all of itself painted anew, and each of its glyphs takes long.
+void PanelLabel::UpdatePart(const QRect& part, const QString& text) {
+  const bool before = testAttribute(Qt::WA_UpdatesDisabled);
+  setAttribute(Qt::WA_UpdatesDisabled);
+  setText(text);
+  setAttribute(Qt::WA_UpdatesDisabled, before);
+  update(part);
 }
 
 /// As a label indents a text in a frame.
@@ -45,10 +56,7 @@ void PanelLabel::paintEvent(QPaintEvent* event) {
   const PaintTarget target(redirected(&corner), corner);
   if (target.HasDots() && !blank_.isNull() && blank_.devicePixelRatio() == target.Ratio()) {
     for (const QRect& part : event->region()) target.Copy(part, blank_, {});
-    QPainter painter(this);
-    painter.setPen(palette().color(foregroundRole()));
-    for (const QGlyphRun& run : runs_) painter.drawGlyphRun(origin_, run);
-    return;
+    return PaintGlyphs(event->rect());
   }
   if (!blank_.isNull()) return PaintOnBlank();
   PaintFrame();
@@ -81,6 +89,24 @@ void PanelLabel::PaintText() {
                         foregroundRole());
 }
 
+/// Those that touch a part of the label; they stand in line.
+void PanelLabel::PaintGlyphs(const QRect& part) {
+  QPainter painter(this);
+  painter.setPen(palette().color(foregroundRole()));
+  const auto touches = [&](const QRect& place) { return place.intersects(part); };
+  for (const Run& run : runs_) {
+    const auto first = std::find_if(run.places.begin(), run.places.end(), touches);
+    const auto last = std::find_if(run.places.rbegin(), run.places.rend(), touches).base();
+    if (first >= last) continue;
+    const QList<quint32> indexes = run.glyphs.glyphIndexes();
+    const QList<QPointF> positions = run.glyphs.positions();
+    const auto skipped = first - run.places.begin();
+    QGlyphRun touched = run.glyphs;
+    touched.setRawData(indexes.constData() + skipped, positions.constData() + skipped, static_cast<int>(last - first));
+    painter.drawGlyphRun(origin_, touched);
+  }
+}
+
 /// The glyphs of the text, where the style puts it. None where it is not shown as it is.
 void PanelLabel::FindGlyphs() {
   digits_.clear();
@@ -90,10 +116,20 @@ void PanelLabel::FindGlyphs() {
   const QTextLine line = layout.createLine();
   layout.endLayout();
   if (!line.isValid()) return;
-  const QList<QGlyphRun> runs = layout.glyphRuns();
-  runs_.assign(runs.begin(), runs.end());
   origin_ = QPointF(Room().x(), Room().y() + (Room().height() - std::ceil(line.height())) / 2);
+  runs_.clear();
+  for (const QGlyphRun& glyphs : layout.glyphRuns()) {
+    Run& run = runs_.emplace_back(Run{glyphs, {}});
+    for (qsizetype glyph = 0; glyph < glyphs.positions().size(); ++glyph) run.places.push_back(PlaceOf(glyphs, glyph));
+  }
   FindDigits(layout);
+}
+
+/// What a glyph may touch, its softened edges among that.
+QRect PanelLabel::PlaceOf(const QGlyphRun& run, qsizetype glyph) const {
+  constexpr int kEdge = 2;
+  const QRectF ink = run.rawFont().boundingRect(run.glyphIndexes()[glyph]);
+  return ink.translated(origin_ + run.positions()[glyph]).toAlignedRect().adjusted(-kEdge, -kEdge, kEdge, kEdge);
 }
 
 void PanelLabel::FindDigits(const QTextLayout& layout) {
@@ -103,25 +139,36 @@ void PanelLabel::FindDigits(const QTextLayout& layout) {
     const QList<QGlyphRun> own = layout.glyphRuns(static_cast<int>(character), 1);
     if (own.size() != 1 || own.front().positions().size() != 1) return digits_.clear();
     for (std::size_t run = 0; run < runs_.size(); ++run) {
-      const qsizetype glyph = runs_[run].positions().indexOf(own.front().positions().front());
+      const qsizetype glyph = runs_[run].glyphs.positions().indexOf(own.front().positions().front());
       if (glyph >= 0) digits_.push_back({character, glyph, run});
     }
   }
 }
 
-/// Gives whether the glyphs are those of the text now.
-bool PanelLabel::ChangeDigits(const QString& text) {
+/// Gives what the digits that have changed touch, or nothing where the glyphs are not those of the text now.
+std::optional<QRect> PanelLabel::ChangeDigits(const QString& text) {
   const QString before = this->text();
-  if (blank_.isNull() || !DifferInDigitsOnly(text, before)) return false;
+  const bool isKnown = !blank_.isNull() && blank_.devicePixelRatio() == devicePixelRatioF();
+  if (!isKnown || !DifferInDigitsOnly(text, before)) return std::nullopt;
+  QRect changed;
   for (const Digit& digit : digits_) {
     if (text[digit.character] == before[digit.character]) continue;
-    QGlyphRun& run = runs_[digit.run];
-    QList<quint32> glyphs = run.glyphIndexes();
-    const QList<quint32> glyph = run.rawFont().glyphIndexesForString(text.mid(digit.character, 1));
-    if (glyph.size() != 1) return false;
-    glyphs[digit.glyph] = glyph.front();
-    run.setGlyphIndexes(glyphs);
+    const QRect& place = runs_[digit.run].places[static_cast<std::size_t>(digit.glyph)];
+    changed |= place;
+    if (!ChangeDigit(digit, text)) return std::nullopt;
+    changed |= place;
   }
+  return changed;
+}
+
+bool PanelLabel::ChangeDigit(const Digit& digit, const QString& text) {
+  Run& run = runs_[digit.run];
+  QList<quint32> glyphs = run.glyphs.glyphIndexes();
+  const QList<quint32> glyph = run.glyphs.rawFont().glyphIndexesForString(text.mid(digit.character, 1));
+  if (glyph.size() != 1) return false;
+  glyphs[digit.glyph] = glyph.front();
+  run.glyphs.setGlyphIndexes(glyphs);
+  run.places[static_cast<std::size_t>(digit.glyph)] = PlaceOf(run.glyphs, digit.glyph);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <QGlyphRun>
 #include <QImage>
 #include <QLabel>
+#include <optional>
 #include <vector>
 
 class QTextLayout;
@@ -41,17 +42,27 @@ class PanelLabel : public QLabel {
     std::size_t run;
   };
 
+  /// The glyphs of a font.
+  struct Run {
+    QGlyphRun glyphs;
+    std::vector<QRect> places;  ///< what each of them touches of the label
+  };
+
   void PaintFrame();
   void PaintOnBlank();
   void PaintText();
+  void PaintGlyphs(const QRect& part);
   void FindGlyphs();
   void FindDigits(const QTextLayout& layout);
-  bool ChangeDigits(const QString& text);
+  std::optional<QRect> ChangeDigits(const QString& text);
+  bool ChangeDigit(const Digit& digit, const QString& text);
+  QRect PlaceOf(const QGlyphRun& run, qsizetype glyph) const;
+  void UpdatePart(const QRect& part, const QString& text);
   void Forget();
 
-  QImage blank_;                 ///< the label without its text; null where the glyphs are not known
-  QPointF origin_;               ///< of the glyphs
-  std::vector<QGlyphRun> runs_;  ///< one a font
+  QImage blank_;    ///< the label without its text; null where the glyphs are not known
+  QPointF origin_;  ///< of the glyphs
+  std::vector<Run> runs_;
   std::vector<Digit> digits_;
 };
 

@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QBackingStore>
 #include <QHBoxLayout>
+#include <QPaintEvent>
 #include <memory>
+#include <utility>
 
 #include "shell/path_label.h"
 
@@ -65,6 +67,47 @@ TEST(PanelLabelTest, LooksTheSameWhetherItsDigitsChangedOrAllOfItWasPaintedAnew)
       EXPECT_NE(picture, fresh.Show(Clock(second + 1)));
     }
   }
+}
+
+/// Notes what is painted of a widget.
+class Painted : public QObject {
+ public:
+  explicit Painted(QWidget& widget) { widget.installEventFilter(this); }
+  QRect Take() {
+    QApplication::processEvents();
+    return std::exchange(painted_, {});
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) painted_ |= static_cast<QPaintEvent*>(event)->rect();
+    return false;
+  }
+
+ private:
+  QRect painted_;
+};
+
+TEST(PanelLabelTest, PaintsTheDigitsThatHaveChangedAlone) {
+  OnTheScreen screen(false);
+  screen.Show("12:34:56 and much that stays");
+  PanelLabel& label = *screen.labels.front();
+  Painted painted(label);
+  painted.Take();
+  label.ShowText("12:34:57 and much that stays");
+  const QRect last = painted.Take();
+  const int letter = label.fontMetrics().horizontalAdvance('0');
+  EXPECT_TRUE(last.isValid());
+  EXPECT_LT(last.width(), 3 * letter);
+  label.ShowText("12:35:08 and much that stays");
+  const QRect three = painted.Take();
+  EXPECT_TRUE(three.contains(last));
+  EXPECT_LT(three.width(), 6 * letter);
+  label.ShowText("12:35:08 and much that stays");
+  EXPECT_FALSE(painted.Take().isValid());
+  label.ShowText("12:35:08 or much that stays");
+  EXPECT_EQ(painted.Take(), label.rect());
+  EXPECT_TRUE(label.updatesEnabled());
 }
 
 TEST(PanelLabelTest, FollowsEachChangeOfWhatItLooksLike) {
