@@ -73,10 +73,11 @@ class SurfaceImage : public RetainedSurface {
   void EndPainting();
   void MarkDirty(const QRect& pixels);
   void MarkDirty(int left, int top, int right, int bottom) {
-    dirty_.left = std::min(dirty_.left, left);
-    dirty_.top = std::min(dirty_.top, top);
-    dirty_.right = std::max(dirty_.right, right);
-    dirty_.bottom = std::max(dirty_.bottom, bottom);
+    // Seldom is one of them beyond what has changed already: nothing is written then that the next line waits for.
+    if (left < dirty_.left) dirty_.left = left;
+    if (top < dirty_.top) dirty_.top = top;
+    if (right > dirty_.right) dirty_.right = right;
+    if (bottom > dirty_.bottom) dirty_.bottom = bottom;
     if (content_ != Content::Drawn) NoteDrawing();
   }
   [[gnu::noinline]] void NoteDrawing();
