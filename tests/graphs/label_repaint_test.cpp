@@ -90,6 +90,20 @@ TEST_F(Repainting, TheScreenShowsWhatAPainterWouldPaint) {
   }
 }
 
+TEST_F(Repainting, AValueLooksAlikeWhateverStoodBeforeIt) {
+  for (const char* picture : {"#0.000", "0.0e+00", "[0] (g)", "0%", "#,##0;-#,##0;none"}) {
+    desk.session.CurrentParameters[1].format = picture;
+    desk.Form().RefreshForm();
+    for (const float value : {1.0F, 77.7F, -7.7F, 0.0F, 888.8F, 111.1F, 1234.5F, 9.99e-5F, 4321.5F}) {
+      Show(value);
+      const QImage written = Picture();
+      Labels().SetNight(true);
+      Labels().SetNight(false);  // all anew
+      ASSERT_EQ(written, Picture()) << picture << " " << value;
+    }
+  }
+}
+
 TEST_F(Repainting, ASegmentBelowTheWindowIsPaintedWhenTheWindowIsHighEnough) {
   auto& plot = *desk.Find<QWidget>("Pic2");
   const double page = 46000, second = 1.0 / 86400;
