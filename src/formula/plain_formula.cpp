@@ -163,13 +163,11 @@ bool Brackets::WorkOffLast() {
 void Brackets::PutBack(Item& bracket, double value) {
   const bool isFront = bracket.ahead == kNoToken && !bracket.isNegated && !bracket.isApart;
   const bool hasSign = std::signbit(value) && !isFront;
-  const bool isNothing = hasSign && !bracket.isApart;
-  bracket = {.kind = isNothing ? Item::Kind::Nothing : Item::Kind::Number,
+  if (bracket.isNegated && !hasSign) value = -value;
+  bracket = {.kind = hasSign && !bracket.isApart ? Item::Kind::Nothing : Item::Kind::Number,
              .isApart = bracket.isApart,
              .ahead = bracket.ahead,
-             .value = hasSign             ? 0
-                      : bracket.isNegated ? -value
-                                          : value};
+             .value = hasSign ? 0 : value};
   if (hasSign) *end_++ = SignedNumber(value);
 }
 
