@@ -2,7 +2,9 @@
 
 import contextlib
 import os
+import pty
 import sqlite3
+import tty
 import unittest
 
 from desktop import Desktop
@@ -34,11 +36,17 @@ class PlayedLog(unittest.TestCase):
             database.executescript(TABLES % {"columns": columns, "rows": rows} + sql)
 
     def write_settings(self, lines=""):
-        """Of a program that speaks English, and these lines of its section General."""
+        """Of a program that speaks English, and these lines of its section General. Of its own, too, is its port: programs
+        that run side by side would find the machine's in use."""
+        master, slave = pty.openpty()
+        self.addCleanup(os.close, master)
+        self.addCleanup(os.close, slave)
+        tty.setraw(slave)
         folder = self.desktop.path / "config" / "VELK"
         folder.mkdir(parents=True)
         (folder / "VELK2.ini").write_text(
-            "[General]\nCurrent_language=English\n%s[Protocol]\nSerialData=KESTA version 5\n" % lines, encoding="utf-8")
+            "[General]\nCurrent_language=English\n%s[Protocol]\nSerialData=KESTA version 5\n"
+            "PortDevice1=%s\n" % (lines, os.ttyname(slave)), encoding="utf-8")
 
     def play_back(self):
         """The program is ready to play the log."""
