@@ -55,20 +55,6 @@ TEST_F(SystemClockTest, CountsDaysFromThirtiethDecember1899WithMilliseconds) {
   EXPECT_DOUBLE_EQ(SystemClock::ToDays(QDateTime(QDate(2000, 1, 1), QTime(0, 0, 0, 864))), 36526.00001);
 }
 
-TEST_F(SystemClockTest, AYieldRunsWhatItsEventsPost) {
-  const auto timer = clock_.MakeQuickTimer();
-  bool ticked = false, ran = false;
-  timer->SetInterval(0);
-  timer->SetHandler([&] {
-    timer->SetEnabled(false);
-    ticked = true;
-    clock_.Post([&] { ran = true; });
-  });
-  timer->SetEnabled(true);
-  ASSERT_TRUE(RunUntil(clock_, [&] { return ticked; }));
-  EXPECT_TRUE(ran);
-}
-
 TEST_F(SystemClockTest, ShowsTheLocalWallClock) {
   const auto wall = [] {
     const std::time_t now = std::time(nullptr);

@@ -110,8 +110,6 @@ std::int64_t SystemClock::Ticks() const {
 
 void SystemClock::Yield() {
   QCoreApplication::processEvents();
-  // What the events have posted in turn, such as painting: behind the event that yields, the loop would wake up for it.
-  QCoreApplication::sendPostedEvents();
 }
 
 void SystemClock::WaitRound() {
