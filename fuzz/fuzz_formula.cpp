@@ -3,6 +3,7 @@
 // and the short way of plain formulas gives what the rewriting of the text gives.
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -80,7 +81,12 @@ Session& TheSession() {
 
 using Way = void (*)(std::string&, int, std::span<Parameter>, int);
 
-/// The text or the name of the error that a way gives, and the count of samples behind it.
+/// The value as its bits, since minus zero is another one.
+std::string Bits(double value) {
+  return '|' + std::to_string(std::bit_cast<std::uint64_t>(value));
+}
+
+/// The text or the name of the error that a way gives, its value, and the statistics behind it.
 std::string Outcome(Way evaluate, std::string text, int bracketCount, std::vector<Parameter> additional) {
   // Each operation consumes an operator; a "+" or "-" that it writes adds two rounds at most. What begins as a plain
   // formula may have to begin anew as a text.
@@ -94,14 +100,26 @@ std::string Outcome(Way evaluate, std::string text, int bracketCount, std::vecto
     text = ErrorText(error.Number()).English();
   }
   Require(operations <= bound);
-  return text + '|' + std::to_string(additional[1].AverageCount);
+  const Parameter& kept = additional[1];
+  return text + Bits(Val(text)) + '|' + std::to_string(kept.AverageCount) + Bits(kept.AverageSum) +
+         Bits(kept.RunningMinimum) + Bits(kept.RunningMaximum);
+}
+
+/// What a sample asks for, in the place of the text: nothing where it raises.
+std::string ValueOutcome(std::string text, int bracketCount, std::vector<Parameter> additional) {
+  try {
+    return Bits(FormulaValue(text, bracketCount, additional, 1));
+  } catch (const RuntimeError&) {
+    return {};
+  }
 }
 
 void Evaluate(Session& session, std::string_view formula) {
   std::string text;
   const int bracketCount = SubstituteParameters(session, formula, text);
-  Require(Outcome(EvaluateFormula, text, bracketCount, session.AdditionalParameters) ==
-          Outcome(RewriteFormula, text, bracketCount, session.AdditionalParameters));
+  const std::string outcome = Outcome(RewriteFormula, text, bracketCount, session.AdditionalParameters);
+  Require(Outcome(EvaluateFormula, text, bracketCount, session.AdditionalParameters) == outcome);
+  Require(outcome.find(ValueOutcome(text, bracketCount, session.AdditionalParameters)) != std::string::npos);
 }
 
 }  // namespace
@@ -126,6 +144,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   session.CurrentValue[2] = values[1];
   session.CurrentValue[64] = values[2];
   session.AdditionalParameters.assign(2, Parameter{});
+  Parameter& kept = session.AdditionalParameters[1];
+  kept.AverageCount = static_cast<std::int32_t>(size);
+  kept.AverageSum = kept.RunningMinimum = std::isfinite(values[0]) ? static_cast<double>(values[0]) : 0;
+  kept.RunningMaximum = -kept.RunningMinimum;
 
   Check(formula);
   Evaluate(session, formula);

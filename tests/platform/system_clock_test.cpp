@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "base/dates.h"
@@ -225,6 +226,23 @@ TEST_F(SystemClockTest, GoesOnTickingUnderAHandlerThatRunsEvents) {
   timer->SetInterval(1);
   timer->SetEnabled(true);
   EXPECT_TRUE(RunUntil(clock_, [&] { return ticks >= 5 && reached; }));
+}
+
+TEST_F(SystemClockTest, ATickThatFellDueWhileItsHandlerWorkedRunsBehindAYieldOfTheHandler) {
+  const auto timer = clock_.MakeTimer();
+  int ticks = 0, running = 0, nested = 0;
+  timer->SetInterval(20);
+  timer->SetHandler([&] {
+    ++ticks;
+    if (running > 0) ++nested;  // a sample would be swallowed here
+    ++running;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    clock_.Yield();
+    --running;
+  });
+  timer->SetEnabled(true);
+  ASSERT_TRUE(RunUntil(clock_, [&] { return ticks >= 5; }));
+  EXPECT_EQ(nested, 0);
 }
 
 TEST_F(SystemClockTest, LetsAHandlerDisableItsTimer) {
