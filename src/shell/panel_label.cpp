@@ -138,10 +138,12 @@ void PanelLabel::FindDigits(const QTextLayout& layout) {
     if (digit < 0) continue;
     const QList<QGlyphRun> own = layout.glyphRuns(static_cast<int>(character), 1);
     if (own.size() != 1 || own.front().positions().size() != 1) return digits_.clear();
+    const std::size_t known = digits_.size();
     for (std::size_t run = 0; run < runs_.size(); ++run) {
       const qsizetype glyph = runs_[run].glyphs.positions().indexOf(own.front().positions().front());
       if (glyph >= 0) digits_.push_back({character, glyph, run});
     }
+    if (digits_.size() == known) return digits_.clear();
   }
 }
 

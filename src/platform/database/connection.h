@@ -16,9 +16,9 @@ enum class OpenMode {
   CreateNew,  ///< the file must not be there yet
 };
 
-/// One open database file. Who writes to a file shares one Connection; who reads it opens one of its own, and lets go
-/// of it behind each page while the file is being recorded to: an idle one that has read the write-ahead log would keep
-/// the end of the recording from folding that back into the file.
+/// One open database file. Who writes to a file shares one Connection; who reads its rows opens one of its own, and
+/// lets go of it behind each page while the file is being recorded to: an idle one that has read the write-ahead log
+/// would keep the end of the recording from folding that back into the file.
 ///
 /// Files may come from strangers: the schema can't be damaged by statements, and triggers and functions named in the
 /// schema don't run. Closing leaves a write-ahead log beside the file as it is; only Finalise folds it in.

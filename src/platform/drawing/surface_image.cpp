@@ -228,7 +228,8 @@ void SurfaceImage::CutLine(ClippedSegment line, std::int32_t colour) {
   const int x1 = static_cast<int>(std::floor(line.x1)), y1 = static_cast<int>(std::floor(line.y1));
   const int x2 = static_cast<int>(std::floor(line.x2)), y2 = static_cast<int>(std::floor(line.y2));
   for (const Band& band : bands_)
-    RasterSegment(band.rows, x1, y1 - band.top, x2, y2 - band.top, penPixels_, ToPixel(colour));
+    if (band.rows.height > 0)
+      RasterSegment(band.rows, x1, y1 - band.top, x2, y2 - band.top, penPixels_, ToPixel(colour));
   MarkLine(x1, y1, x2, y2);
 }
 
@@ -286,7 +287,8 @@ void SurfaceImage::Print(double x, double y, std::string_view text, std::int32_t
 
 /// A label of the axis comes again with the next block, and to shape and paint it takes as long as hundreds of
 /// segments: it is painted beside the surface, and anew only where it begins elsewhere on its plate. A painter puts
-/// letters on whole dots down the page and on 64ths of one across. Gives whether the plate holds all of the text.
+/// letters on whole dots down the page and on 64ths of one across. Gives whether no letter reaches out of
+/// the plate beside it.
 bool SurfaceImage::CopyPlate(Label& label, const QPointF& begin, std::int32_t colour, const QRect& plate) {
   const QPoint place(static_cast<int>(begin.x() * 64) - plate.left() * 64,
                      static_cast<int>(std::floor(begin.y() + 0.5)) - plate.top());
