@@ -43,6 +43,9 @@ class MainView {
   virtual void ResetCaption() = 0;
   virtual void SetHourglass(bool on) = 0;
   virtual void Repaint() = 0;
+  /// The end of a sample, ahead of the yield to events: what is to be shown by now is painted by that yield, and
+  /// doesn't wake the machine behind it.
+  virtual void ShowDue() = 0;
   /// The system's beep. Sounds that still play may be merged.
   virtual void Beep() = 0;
 };

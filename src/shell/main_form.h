@@ -74,6 +74,7 @@ class MainForm : public QMainWindow, public MainView {
   void ResetCaption() override;
   void SetHourglass(bool on) override;
   void Repaint() override;
+  void ShowDue() override { refresh_.ShowDue(); }
   void Beep() override;
 
  protected:

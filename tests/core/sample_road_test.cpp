@@ -247,6 +247,16 @@ TEST_F(Road, YieldsBeforeAndAfterTheSample) {
   EXPECT_EQ(rig.clock.yields - before, 2);
 }
 
+TEST_F(Road, HasTheScreenFollowAheadOfItsLastYieldWhichPaintsIt) {
+  rig.ConnectAndStart();
+  std::vector<int> shownByYield;
+  rig.clock.onYield = [&] { shownByYield.push_back(rig.view.dueShown); };
+  const int before = rig.view.dueShown;
+  rig.Sample(10, 20, 30);
+  rig.clock.onYield = nullptr;
+  EXPECT_EQ(shownByYield, (std::vector<int>{before, before + 1}));
+}
+
 // --- The guard ---
 
 TEST_F(Road, SwallowsTwentyEightEventsAndLetsTheTwentyNinthOverrun) {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QWidget>
 #include <memory>
 
+#include "platform/loop/system_clock.h"
 #include "support/fake_clock.h"
 
 namespace velk {
@@ -56,6 +58,34 @@ TEST_F(Refreshing, ShowsThirtyTimesASecondWhatChangesEachMillisecond) {
     clock.Advance(1);
   }
   EXPECT_EQ(firstShown, 100);
+}
+
+TEST_F(Refreshing, ShowsAtOnceWhatIsDueAndThenInItsTurn) {
+  second->ShowDue();
+  EXPECT_EQ(firstShown + secondShown, 0) << "nothing has changed";
+  first.Ask();
+  second->ShowDue();
+  EXPECT_EQ(firstShown, 1) << "of all parts";
+  EXPECT_EQ(secondShown, 0);
+  first.Ask();
+  clock.Advance(33);
+  first.ShowDue();
+  EXPECT_EQ(firstShown, 1) << "a millisecond too early";
+  clock.Advance(1);
+  EXPECT_EQ(firstShown, 2) << "by the timer";
+  clock.Advance(1000);
+  EXPECT_EQ(firstShown, 2);
+}
+
+TEST_F(Refreshing, LooksAheadOfWhatIsShownAtOnce) {
+  refresh.Ahead([this] { second->Ask(); });
+  first.ShowDue();
+  EXPECT_EQ(secondShown, 0);
+  first.Ask();
+  first.ShowDue();
+  EXPECT_EQ(secondShown, 1);
+  clock.Advance(1000);
+  EXPECT_EQ(firstShown + secondShown, 2) << "nothing is shown a second time";
 }
 
 TEST_F(Refreshing, ShowsNothingOfWhatHasNotChanged) {
@@ -129,6 +159,35 @@ TEST_F(Refreshing, APartMayOutliveIt) {
   part.Ask();
   clock.Advance(34);
   EXPECT_EQ(firstShown, 1);
+}
+
+/// Counts how often it is painted.
+struct PaintedWindow : QWidget {
+  int paints = 0;
+  void paintEvent(QPaintEvent*) override { ++paints; }
+};
+
+TEST(ShownScreen, IsPaintedByTheYieldBehindIt) {
+  Gate gate;
+  SystemClock clock(gate);
+  const ScreenRefresh refresh(clock);
+  PaintedWindow window;
+  window.show();
+  while (window.paints == 0) clock.WaitRound();
+  const auto isQuiet = [&] {
+    const int before = window.paints;
+    clock.WaitRound();
+    return window.paints == before;
+  };
+  while (!isQuiet()) {
+  }
+  ScreenRefresh::Part part(refresh, [&] { window.update(); });
+  const int before = window.paints;
+  part.Ask();
+  part.ShowDue();
+  EXPECT_EQ(window.paints, before);
+  clock.Yield();
+  EXPECT_EQ(window.paints, before + 1);
 }
 
 }  // namespace

@@ -38,6 +38,7 @@ class RecordingView : public MainView {
   void ResetCaption() override { ++captionResets; }
   void SetHourglass(bool on) override { hourglass = on; }
   void Repaint() override { ++repaints; }
+  void ShowDue() override { ++dueShown; }
   void Beep() override { ++beeps; }
 
   std::map<int, std::string> panels;
@@ -50,6 +51,7 @@ class RecordingView : public MainView {
   int speed = 0;
   int captionResets = 0;
   int repaints = 0;
+  int dueShown = 0;
   int beeps = 0;
   bool hourglass = false;
 };

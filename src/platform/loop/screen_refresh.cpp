@@ -65,6 +65,10 @@ void ScreenRefresh::Part::Wait() {
   if (!round_->waits) round_->Begin();
 }
 
+void ScreenRefresh::Part::ShowDue() {
+  if (round_->waits && round_->clock.Ticks() >= round_->next) round_->Show();
+}
+
 void ScreenRefresh::Part::Stop() {
   stopped_ = true;
   asked_ = false;

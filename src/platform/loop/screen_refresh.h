@@ -38,6 +38,8 @@ class ScreenRefresh {
     void Ask() {
       if (!asked_ && !stopped_) Wait();
     }
+    /// Shows what has changed of all parts, if the screen may follow by now. Events that run next paint it.
+    void ShowDue();
     /// It is on its way out: nothing of it is shown any more.
     void Stop();
 
