@@ -156,19 +156,15 @@ struct WholeDigits {
   return found;
 }
 
-/// Inlined, so that the number of digits is a constant where texts are written.
-[[gnu::always_inline]] inline Digits DigitsOf(double magnitude, int digits) {
-  Digits found;
-  return FindDigits(found, magnitude, digits) ? found : FindDigitsAnywhere(magnitude, digits);
-}
-
 }  // namespace
 
 Decimal ToDecimal(double value, int digits) {
   Decimal decimal;
   decimal.negative = std::signbit(value);
   if (value == 0) return decimal;
-  const Digits found = DigitsOf(std::abs(value), digits);
+  const double magnitude = std::abs(value);
+  Digits found;
+  if (!FindDigits(found, magnitude, digits)) found = FindDigitsAnywhere(magnitude, digits);
   static_assert(sizeof decimal.digits == sizeof found.text);
   std::memcpy(decimal.digits, &found.text, sizeof found.text);
   decimal.count = found.count;

@@ -103,9 +103,13 @@ std::string UpperCase(std::string_view text) {
 }
 
 std::string Trim(std::string_view text) {
+  return std::string(Trimmed(text));
+}
+
+std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with) {

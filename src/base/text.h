@@ -26,6 +26,8 @@ std::string UpperCase(std::string_view text);
 
 /// Without blanks (code 32) at both ends.
 std::string Trim(std::string_view text);
+/// The same as a part of `text`, as long as that lives.
+std::string_view Trimmed(std::string_view text);
 
 /// Every occurrence of `what` replaced; an empty `what` changes nothing.
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with);

@@ -15,12 +15,6 @@ std::size_t LastPosition(std::string_view text, std::string_view find) {
   return at == std::string_view::npos ? 0 : at + 1;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  return text;
-}
-
 void ResolveOperand(std::string& text) {
   // The sign keeps its place, since none of what follows can begin with it.
   const bool hasSign = !text.empty() && (text.front() == '@' || text.front() == '-');

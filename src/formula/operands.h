@@ -16,9 +16,6 @@ void ResolveOperand(std::string& text);
 /// Val of what ResolveOperand makes of the text.
 double OperandValue(std::string_view operand);
 
-/// The text without the blanks at its ends.
-std::string_view Trimmed(std::string_view text);
-
 /// Replaces the first `find` in the text, if there is one.
 void ReplaceFirst(std::string& text, std::string_view find, std::string_view replacement);
 

@@ -84,6 +84,9 @@ TEST(Text, TrimTakesBlanksOnly) {
   EXPECT_EQ(Trim("\t a "), "\t a");
   EXPECT_EQ(Trim("    "), "");
   EXPECT_EQ(Trim(""), "");
+  const std::string text = "  2 3 ";
+  EXPECT_EQ(Trimmed(text), "2 3");
+  EXPECT_EQ(Trimmed(text).data(), text.data() + 2) << "a part of it";
 }
 
 TEST(Text, ReplaceAllGoesOnBehindWhatItReplaced) {

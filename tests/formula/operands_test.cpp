@@ -114,11 +114,5 @@ TEST(OperandValue, IsThatOfTheNumberAtTheFront) {
   for (const auto& [text, value] : rows) EXPECT_EQ(OperandValue(text), value) << text;
 }
 
-TEST(Trimmed, TakesTheBlanksAtBothEnds) {
-  EXPECT_EQ(Trimmed("  2 3 "), "2 3");
-  EXPECT_EQ(Trimmed("   "), "");
-  EXPECT_EQ(Trimmed("\t2"), "\t2");
-}
-
 }  // namespace
 }  // namespace velk

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "base/text.h"
 #include "instruments/reading/line_end.h"
 #include "instruments/reading/time_check.h"
 
@@ -24,16 +25,10 @@ std::string_view Behind(std::string_view text, std::size_t count) {
   return text.substr(std::min(count, text.size()));
 }
 
-std::string_view TrimBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// The number that the next delimiter leads; 0 where there is none.
 double NextValue(std::string_view text, std::string_view delimiter) {
   const std::size_t found = delimiter.empty() ? std::string_view::npos : text.find(delimiter);
-  return found == std::string_view::npos ? 0 : Val(TrimBlanks(text.substr(found)));
+  return found == std::string_view::npos ? 0 : Val(Trimmed(text.substr(found)));
 }
 
 /// Appends the value of each line and a delimiter. False for a value beyond all numbers.
@@ -76,7 +71,7 @@ std::string DataTaker_b(PortReader& reader, const Session& session) {
 }
 
 std::string LineFromDataTakerBlock(std::string_view block, const Session& session) {
-  const std::string_view text = TrimBlanks(Behind(Behind(TrimBlanks(block), kHeading), kTimeLead));
+  const std::string_view text = Trimmed(Behind(Behind(Trimmed(block), kHeading), kTimeLead));
   std::string line(text.substr(0, kTime));
   line += session.Delimiter;
   const bool finite = AppendValues(line, Behind(text, kTimeLine), session.Delimiter);

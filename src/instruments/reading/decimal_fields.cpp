@@ -2,22 +2,13 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "instruments/reading/get_field.h"
 
 namespace velk {
 
-namespace {
-
-std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-}  // namespace
-
 bool IsDecimalText(std::string_view text) {
-  std::string_view number = WithoutBlanks(text);
+  std::string_view number = Trimmed(text);
   if (number.starts_with('+') || number.starts_with('-')) number.remove_prefix(1);
   const auto points = std::count(number.begin(), number.end(), '.');
   const auto digits = std::count_if(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
