@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 
 #include "log/log_fixture.h"
 #include "log/open_log.h"
@@ -273,6 +275,36 @@ TEST_F(Comments, OfTheLogThatIsRecordedToAreReadWithoutOpeningAFile) {
   close(watch);
   AppendLogRow();
   EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), Rows{"1"});
+}
+
+/// Damages the pages on which a text of one letter goes on: each names a next page that isn't there.
+void LoseTheRestOf(const std::string& path, char letter) {
+  constexpr std::size_t kPage = 4096;
+  constexpr std::size_t kNextPage = 4;
+  std::ifstream stream(path, std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+  int damaged = 0;
+  for (std::size_t at = 0; at + kPage <= bytes.size(); at += kPage) {
+    if (bytes.compare(at + kNextPage, kPage - kNextPage, std::string(kPage - kNextPage, letter)) != 0) continue;
+    bytes.replace(at, kNextPage, "\xff\xff\xff\x0f");
+    ++damaged;
+  }
+  ASSERT_GT(damaged, 0);
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+TEST_F(Comments, ThatCannotBeReadLeaveTheRowsToComeAlone) {
+  Write(14, 9, 31, 5, "sound");
+  Write(14, 9, 31, 6, std::string(20'000, 'x'));
+  log.Finalise();
+  LoseTheRestOf(path, 'x');
+  log.ConnectLogFile(path);
+  log.OpenLogRecordset();
+  for (int rows = 1; rows <= 3; ++rows) {
+    ErrorOf([&] { Found({}); }, ErrorNumber::Database);
+    AppendLogRow();
+    EXPECT_EQ(Query(path, "SELECT count(*) FROM logData"), Rows{std::to_string(rows)});
+  }
 }
 
 TEST_F(Comments, AreThoseOfTheFileUnderTheNameOfTheLog) {
