@@ -6,6 +6,18 @@
 
 namespace velk {
 
+namespace {
+
+/// What a widget stands in; below a window, the widget that has the keyboard there.
+const QWidget* Below(const QWidget& widget) {
+  const QWidget* parent = widget.parentWidget();
+  if (!parent || !widget.isWindow()) return parent;
+  const QWidget* held = parent->window()->focusWidget();
+  return held ? held : parent;
+}
+
+}  // namespace
+
 Help::Help(WindowHost& windows) : windows_(windows) {
   qApp->installEventFilter(this);
 }
@@ -15,7 +27,7 @@ void Help::Open(int number) {
 }
 
 int Help::TopicOf(const QWidget* widget) {
-  for (; widget; widget = widget->parentWidget()) {
+  for (; widget; widget = Below(*widget)) {
     const QVariant number = widget->property("helpTopic");
     if (number.isValid()) return number.toInt();
   }

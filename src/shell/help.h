@@ -16,8 +16,8 @@ class Help : public QObject {
   explicit Help(WindowHost& windows);
 
   void Open(int number);
-  /// The topic of a widget: the number in its property "helpTopic", or in that of what it stands in; the first topic
-  /// where none is named.
+  /// The topic of a widget: the number in its property "helpTopic", or in that of what it stands in, or of what has the
+  /// keyboard in the window below; the first topic where none is named.
   static int TopicOf(const QWidget* widget);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -186,6 +187,22 @@ TEST_F(FrameTest, F1InAGraphWindowOpensTheStripChart) {
   QTest::keyClick(graph, Qt::Key_F1);
   ASSERT_NE(OpenHelp(), nullptr);
   EXPECT_EQ(OpenHelp()->findChild<QTextBrowser*>("Browser")->source().fileName(), "strip_chart.html");
+}
+
+TEST_F(FrameTest, F1InABoxOpensTheTopicOfTheWindowBelow) {
+  rig.Start();
+  rig.Connect();
+  QWidget* graph = rig.Window().GraphArea().subWindowList().first()->widget();
+  graph->setFocus();
+  QInputDialog box(&rig.Window());
+  box.show();
+  auto* entry = box.findChild<QLineEdit*>();
+  entry->setFocus();
+  EXPECT_EQ(Help::TopicOf(entry), topic::StripChart);
+  box.setProperty("helpTopic", topic::Recording);
+  EXPECT_EQ(Help::TopicOf(entry), topic::Recording) << "its own";
+  QInputDialog second(&box);
+  EXPECT_EQ(Help::TopicOf(&second), topic::Recording);
 }
 
 TEST_F(FrameTest, AnOpenHelpDoesNotKeepTheProgramFromEnding) {
