@@ -10,7 +10,7 @@
 #include "base/numbers.h"
 #include "bench/allocations.h"
 #include "formula/additional_parameters.h"
-#include "formula/evaluator.h"
+#include "formula/formula_value.h"
 #include "formula/substitute.h"
 
 using namespace velk;
@@ -62,8 +62,7 @@ void SubstituteAndEvaluate(benchmark::State& state) {
   const auto evaluate = [&] {
     channels.Next();
     const int brackets = SubstituteParameters(*channels.session, kFormula, text);
-    EvaluateFormula(text, brackets, channels.session->AdditionalParameters, 1);
-    benchmark::DoNotOptimize(text.data());
+    benchmark::DoNotOptimize(FormulaValue(text, brackets, channels.session->AdditionalParameters, 1));
   };
   for (int i = 0; i < kRows; ++i) evaluate();
   const std::size_t before = Allocations();

@@ -9,14 +9,16 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "formula/evaluator.h"
 #include "formula/formula_checks.h"
+#include "formula/formula_value.h"
 #include "formula/operations.h"
-#include "formula/rewriting.h"
 #include "formula/substitute.h"
 
 using namespace velk;
@@ -79,47 +81,52 @@ Session& TheSession() {
   return *session;
 }
 
-using Way = void (*)(std::string&, int, std::span<Parameter>, int);
+/// What evaluating comes to: the bits of the value, since minus zero is another one, or the error; the statistics.
+struct Outcome {
+  std::uint64_t value = 0;
+  std::optional<ErrorNumber> error;
+  std::int32_t count = 0;
+  std::array<std::uint64_t, 3> statistics{};
 
-/// The value as its bits, since minus zero is another one.
-std::string Bits(double value) {
-  return '|' + std::to_string(std::bit_cast<std::uint64_t>(value));
-}
+  bool operator==(const Outcome&) const = default;
+};
 
-/// The text or the name of the error that a way gives, its value, and the statistics behind it.
-std::string Outcome(Way evaluate, std::string text, int bracketCount, std::vector<Parameter> additional) {
+template <class ValueOf>
+Outcome OutcomeOf(ValueOf valueOf, std::string text, int bracketCount, std::vector<Parameter> additional) {
   // Each operation consumes an operator; a "+" or "-" that it writes adds two rounds at most. What begins as a plain
   // formula may have to begin anew as a text.
   const std::size_t bound = 2 * (8 * text.size() + 16);
   operations = 0;
+  Outcome outcome;
   try {
-    evaluate(text, bracketCount, additional, 1);
-    Require(!std::isnan(Val(text)));
+    const double value = valueOf(text, bracketCount, additional);
+    Require(!std::isnan(value));
+    outcome.value = std::bit_cast<std::uint64_t>(value);
   } catch (const RuntimeError& error) {
     Require(IsNamed(error.Number()));
-    text = ErrorText(error.Number()).English();
+    outcome.error = error.Number();
   }
   Require(operations <= bound);
   const Parameter& kept = additional[1];
-  return text + Bits(Val(text)) + '|' + std::to_string(kept.AverageCount) + Bits(kept.AverageSum) +
-         Bits(kept.RunningMinimum) + Bits(kept.RunningMaximum);
-}
-
-/// What a sample asks for, in the place of the text: nothing where it raises.
-std::string ValueOutcome(std::string text, int bracketCount, std::vector<Parameter> additional) {
-  try {
-    return Bits(FormulaValue(text, bracketCount, additional, 1));
-  } catch (const RuntimeError&) {
-    return {};
-  }
+  outcome.count = kept.AverageCount;
+  outcome.statistics = {std::bit_cast<std::uint64_t>(kept.AverageSum),
+                        std::bit_cast<std::uint64_t>(kept.RunningMinimum),
+                        std::bit_cast<std::uint64_t>(kept.RunningMaximum)};
+  return outcome;
 }
 
 void Evaluate(Session& session, std::string_view formula) {
+  const auto rewritten = [](std::string& text, int brackets, std::span<Parameter> additional) {
+    EvaluateFormula(text, brackets, additional, 1);
+    return Val(text);
+  };
+  const auto valued = [](std::string& text, int brackets, std::span<Parameter> additional) {
+    return FormulaValue(text, brackets, additional, 1);
+  };
   std::string text;
   const int bracketCount = SubstituteParameters(session, formula, text);
-  const std::string outcome = Outcome(RewriteFormula, text, bracketCount, session.AdditionalParameters);
-  Require(Outcome(EvaluateFormula, text, bracketCount, session.AdditionalParameters) == outcome);
-  Require(outcome.find(ValueOutcome(text, bracketCount, session.AdditionalParameters)) != std::string::npos);
+  Require(OutcomeOf(valued, text, bracketCount, session.AdditionalParameters) ==
+          OutcomeOf(rewritten, text, bracketCount, session.AdditionalParameters));
 }
 
 }  // namespace

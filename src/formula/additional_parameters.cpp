@@ -6,7 +6,7 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "formula/evaluator.h"
+#include "formula/formula_value.h"
 #include "formula/substitute.h"
 #include "formula/texts.h"
 #include "model/texts.h"

@@ -39,7 +39,7 @@ bool AdditionalStandBehindInputs(const Session& session);
 void RemoveAdditional(Session& session, int index);
 
 /// The present value of the formula of a computed channel; avg, max and min count the call as a sample. Raises what
-/// EvaluateFormula raises, and Overflow beyond the 32-bit range; the error's text names the channel. NaN, and no
+/// FormulaValue raises, and Overflow beyond the 32-bit range; the error's text names the channel. NaN, and no
 /// sample, where a channel that it asks for has no value. Must not be called for a linked channel, whose value comes
 /// from the decoder.
 float ValueOf(Session& session, int index);

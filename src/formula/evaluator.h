@@ -15,11 +15,7 @@ namespace velk {
 /// `additional` are the computed channels (slot 0 unused); avg, max and min keep their state in the one at
 /// `formulaIndex`, at every call.
 ///
-/// Raises DivisionByZero, InvalidArgument, Overflow, SubscriptOutOfRange; `text` is then of no use. Of a plain formula
-/// (formula_items.h) no step is written, and nothing is allocated once the buffers have grown to the longest.
+/// Raises DivisionByZero, InvalidArgument, Overflow, SubscriptOutOfRange; `text` is then of no use.
 void EvaluateFormula(std::string& text, int bracketCount, std::span<Parameter> additional, int formulaIndex);
-
-/// Val of the text that EvaluateFormula gives, which is mostly not written; `text` is of no use then.
-double FormulaValue(std::string& text, int bracketCount, std::span<Parameter> additional, int formulaIndex);
 
 }  // namespace velk

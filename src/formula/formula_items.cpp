@@ -35,7 +35,7 @@ class Cutter {
     return opened_ == closed_ && closed_ == bracketCount;
   }
 
-  PlainFormula Taken() const { return {.items = {first_, next_}, .hasWork = hasWork_}; }
+  std::span<FormulaItem> Taken() const { return {first_, next_}; }
 
  private:
   bool TakeItem();
@@ -67,7 +67,6 @@ class Cutter {
   std::int8_t ahead_ = kNoToken;  ///< none at the front of the formula and of each bracket
   int opened_ = 0;
   int closed_ = 0;
-  bool hasWork_ = false;
   bool isWhole_ = false;  ///< the text has ended behind an operand
 };
 
@@ -120,7 +119,6 @@ bool Cutter::TakeFunction(FormulaItem& item) {
   at_ += FormulaTokens[function].size();
   TakeBlanks();
   item.function = static_cast<std::int8_t>(function);
-  hasWork_ = true;
   return at_ != end_ && *at_ == '(' && TakeOpening(item);
 }
 
@@ -152,13 +150,12 @@ bool Cutter::TakeOperator(int token) {
   if (token == kNoToken) return false;
   at_ += FormulaTokens[token].size();
   ahead_ = static_cast<std::int8_t>(token);
-  hasWork_ = true;
   return true;
 }
 
 }  // namespace
 
-std::optional<PlainFormula> ItemsOf(std::string_view formula, int bracketCount) {
+std::optional<std::span<FormulaItem>> ItemsOf(std::string_view formula, int bracketCount) {
   static thread_local std::vector<FormulaItem> items;  // kept, so that its memory is
   if (items.size() <= formula.size()) items.resize(formula.size() + 1);
   Cutter cutter(formula, items.data());

@@ -24,13 +24,9 @@ struct FormulaItem {
   double value = 0;
 };
 
-struct PlainFormula {
-  std::span<FormulaItem> items;  ///< good until the next call
-  bool hasWork = false;          ///< an operator or a function; without one it is a number, perhaps in brackets
-};
-
 /// The items of a formula that is plain: of nothing else than numbers, operators, functions, blanks and as many
-/// brackets as `bracketCount`, which belong together. Nothing for any other text: it is worked off as text.
-std::optional<PlainFormula> ItemsOf(std::string_view formula, int bracketCount);
+/// brackets as `bracketCount`, which belong together; good until the next call. Nothing for any other text: it is
+/// worked off as text.
+std::optional<std::span<FormulaItem>> ItemsOf(std::string_view formula, int bracketCount);
 
 }  // namespace velk

@@ -14,7 +14,7 @@ namespace {
 
 using Item = FormulaItem;
 
-// Each rule here is one that the rewriting of the text has (rewriting.cpp), told of items. What they can't tell is left
+// Each rule here is one that the rewriting of the text has (evaluator.cpp), told of items. What they can't tell is left
 // to the text.
 
 /// Takes a result through the text that it would be written as. Gives false where that reads as no finite number.
@@ -201,14 +201,12 @@ class KeptStatistics {
 
 }  // namespace
 
-std::optional<PlainValue> PlainFormulaValue(std::string_view formula, int bracketCount, std::span<Parameter> additional,
-                                            int formulaIndex) {
-  const auto plain = ItemsOf(formula, bracketCount);
-  if (!plain) return std::nullopt;
+std::optional<double> PlainFormulaValue(std::string_view formula, int bracketCount, std::span<Parameter> additional,
+                                        int formulaIndex) {
+  const auto items = ItemsOf(formula, bracketCount);
+  if (!items) return std::nullopt;
   const KeptStatistics before(additional, formulaIndex);
-  if (Brackets(additional, formulaIndex).WorkOff(plain->items)) {
-    return PlainValue{.value = plain->items.front().value, .isComputed = plain->hasWork};
-  }
+  if (Brackets(additional, formulaIndex).WorkOff(*items)) return items->front().value;
   before.PutBack();
   return std::nullopt;
 }

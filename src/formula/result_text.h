@@ -17,12 +17,6 @@ class ResultText {
     end_ = WriteNumberText(end_, value);
   }
 
-  /// "E+20" to "e+20".
-  void Lower() {
-    char* const mark = Mark();
-    if (mark != end_) *mark = 'e';
-  }
-
   /// "E+20" to "ep20".
   void Encode() {
     char* const mark = Mark();

@@ -12,7 +12,7 @@ namespace velk {
 inline constexpr int kValueMissing = -1;
 
 /// Writes the formula to `text` with each reference "{depth}" replaced by the present value of that channel (7 digits),
-/// and gives the number of ")" in it, which EvaluateFormula needs. At the first reference that no channel answers to,
+/// and gives the number of ")" in it, which evaluating needs. At the first reference that no channel answers to,
 /// the rest of the text stays as it is and the number is 0; at one to a channel whose present value is NaN, it is
 /// kValueMissing, and the text is of no use. Allocates nothing once `text` has grown.
 int SubstituteParameters(const Session& session, std::string_view formula, std::string& text);

@@ -8,16 +8,24 @@
 
 #include "base/errors.h"
 #include "base/numbers.h"
+#include "formula/formula_value.h"
 #include "support/raises.h"
 
 namespace velk {
 namespace {
 
-/// The result of a formula without references.
+/// The result of a formula without references; its value by itself is the same.
 std::string Evaluated(std::string text) {
   std::vector<Parameter> additional(2);
+  std::vector<Parameter> again(2);
+  const std::string formula = text;
   const auto brackets = static_cast<int>(std::count(text.begin(), text.end(), ')'));
   EvaluateFormula(text, brackets, additional, 1);
+  std::string valued = formula;
+  const double value = FormulaValue(valued, brackets, again, 1);
+  EXPECT_EQ(value, Val(text)) << formula;
+  EXPECT_EQ(std::signbit(value), std::signbit(Val(text))) << formula;
+  EXPECT_EQ(again[1].AverageCount, additional[1].AverageCount) << formula;
   return text;
 }
 
@@ -186,7 +194,15 @@ TEST(EvaluateFormula, WorksOffOneOperationAlikeAloneBesideBlanksAndInBrackets) {
 }
 
 TEST(EvaluateFormula, RaisesTheErrorsOfItsOperations) {
-  const auto raised = [](const char* text) { return test::Raised([&] { Evaluated(text); }); };
+  const auto raised = [](const std::string& formula) {
+    std::vector<Parameter> additional(2);
+    const auto brackets = static_cast<int>(std::count(formula.begin(), formula.end(), ')'));
+    std::string text = formula;
+    const auto number = test::Raised([&] { EvaluateFormula(text, brackets, additional, 1); });
+    text = formula;
+    EXPECT_EQ(test::Raised([&] { FormulaValue(text, brackets, additional, 1); }), number) << formula;
+    return number;
+  };
   EXPECT_EQ(raised("1/0"), ErrorNumber::DivisionByZero);
   EXPECT_EQ(raised("1/(2-2)"), ErrorNumber::DivisionByZero);
   EXPECT_EQ(raised("5mod0.4"), ErrorNumber::DivisionByZero);
