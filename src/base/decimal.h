@@ -12,7 +12,7 @@ struct Decimal {
 
   bool negative = false;
   /// '0' to '9', the first one not '0'. One more than can be in use: they are copied as a block of known size.
-  char digits[16];
+  char digits[16] = {};
   int count = 0;     ///< digits in use, without trailing zeros; 0 for the number zero
   int exponent = 0;  ///< the power of ten that the first digit counts; 0 for zero
 

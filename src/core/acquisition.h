@@ -31,6 +31,8 @@ class Acquisition {
 
   /// A job stands from the end of Connect to Stop.
   std::function<void(bool stands)> onJob;
+  /// Start, Pause or Resume: from now on data are acquired, or not.
+  std::function<void()> onPace;
   /// The job ends; its log is still open.
   std::function<void()> onEnding;
 

@@ -135,6 +135,7 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
     plotter_.MoveTimeBase(session_.SamplingRate);
   }
   view_.SetPanel(4, FormatDate(session_.SampleTime, rowTime ? "dd-mmm-yyyy hh:mm:ss" : "hh:mm:ss"));
+  errors_.EndSample();  // what has ended by now is shown no more
   view_.ShowDue();
   platform_.clock.Yield();
 }

@@ -110,6 +110,7 @@ Application::Application(const Services& services)
 Application::~Application() {
   windows_.CloseAll();
   acquisition_.onJob = nullptr;
+  acquisition_.onPace = nullptr;
   log_.onLeaving = nullptr;
   form_.onQueryUnload = nullptr;
   form_.onSpeedChange = nullptr;
@@ -160,6 +161,7 @@ void Application::BindCommands() {
     dataPanel_.Watch(stands);
     liveSurvey_.Stop();
   };
+  acquisition_.onPace = [this] { dataPanel_.Watch(true); };
   refresh_.Ahead([this] { dataPanel_.LookAlong(); });
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
 }

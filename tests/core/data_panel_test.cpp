@@ -14,6 +14,7 @@ class Panel : public testing::Test {
  protected:
   Panel() {
     rig.acquisition.onJob = [this](bool stands) { panel.Watch(stands); };
+    rig.acquisition.onPace = [this] { panel.Watch(true); };
   }
   void Samples(int count) {
     for (int i = 0; i < count; ++i) rig.Sample(i, 2, 3);
@@ -100,6 +101,35 @@ TEST_F(Panel, GreysTheValuesOfAPausedJobAndTellsSinceWhen) {
   rig.acquisition.mnuAcquireStart_Click();
   panel.Look();
   EXPECT_FALSE(rig.graphs.windows[1].stale) << "a pause is no silence of the unit";
+}
+
+TEST_F(Panel, TellsAPauseAndItsEndAtOnce) {
+  rig.ConnectAndStart();
+  EXPECT_NE(rig.view.data, "");
+  Samples(2);
+  rig.clock.Advance(300);
+  const std::string paused = FormatDate(rig.clock.Now(), "hh:mm:ss");
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.view.data, "paused since " + paused + " \u00b7 not recording");
+  EXPECT_TRUE(rig.graphs.windows[1].stale);
+  rig.clock.Advance(60'300);
+  rig.acquisition.mnuAcquireStart_Click();
+  EXPECT_EQ(rig.view.data.find("paused"), std::string::npos) << rig.view.data;
+  EXPECT_FALSE(rig.graphs.windows[1].stale);
+}
+
+TEST_F(Panel, LooksOnceInTwoSecondsWhileNothingIsAcquired) {
+  rig.ConnectAndStart();
+  rig.acquisition.mnuAcquireStart_Click();
+  rig.clock.Advance(10'000);
+  int looks = 0;
+  for (int ms = 0; ms < 60'000; ms += 100) {
+    rig.view.data.clear();
+    rig.session.Data.failure = "fault " + std::to_string(ms);
+    rig.clock.Advance(100);
+    looks += rig.view.data.empty() ? 0 : 1;
+  }
+  EXPECT_EQ(looks, 30);
 }
 
 TEST_F(Panel, LooksOnceASecondWhileAJobStandsAndGoesWithIt) {

@@ -257,6 +257,16 @@ TEST_F(Road, HasTheScreenFollowAheadOfItsLastYieldWhichPaintsIt) {
   EXPECT_EQ(shownByYield, (std::vector<int>{before, before + 1}));
 }
 
+TEST_F(Road, NamesAFaultThatHasEndedNoMoreWhenTheScreenFollows) {
+  rig.ConnectAndStart();
+  rig.session.Data.failure = "Division by zero";
+  std::string atLastYield;
+  rig.clock.onYield = [&] { atLastYield = rig.session.Data.failure.English(); };
+  rig.Sample(10, 20, 30);
+  rig.clock.onYield = nullptr;
+  EXPECT_EQ(atLastYield, "");
+}
+
 // --- The guard ---
 
 TEST_F(Road, SwallowsTwentyEightEventsAndLetsTheTwentyNinthOverrun) {

@@ -14,12 +14,13 @@
 namespace velk {
 
 /// Tells how a job fares: what comes, what is recorded and what isn't, in the status bar, by the plug and by grey
-/// values. It looks for itself, once a second while a job stands.
+/// values. It looks for itself while a job stands: once a second, and once in two while nothing is acquired.
 class DataPanel {
  public:
   DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link);
 
-  /// A job stands, from Connect on, or has ended: then nothing is told any more.
+  /// A job stands, from Connect on, or acquires from now on, or no longer; or it has ended: then nothing is told any
+  /// more. Told at once.
   void Watch(bool job);
   /// Tells what is to be told at this moment.
   void Look();

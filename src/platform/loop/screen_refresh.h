@@ -7,9 +7,10 @@
 
 namespace velk {
 
-/// When the screen follows what has changed: as soon as the event is over that changed it, but 34 ms behind the time
-/// before at the earliest, so at most 30 times a second; then all that has changed by then at once. A job of a few
-/// samples a second so wakes the machine once a sample. One timer for all, since each would wake it by itself.
+/// When the screen follows what has changed: as soon as the event is over that changed it, or within it where the event
+/// asks for that (Part::ShowDue), but 34 ms behind the time before at the earliest, so at most 30 times a second; then
+/// all that has changed by then at once. A job of a few samples a second so wakes the machine once a sample. One timer
+/// for all, since each would wake it by itself.
 class ScreenRefresh {
  private:
   struct Round;
@@ -20,15 +21,15 @@ class ScreenRefresh {
   ScreenRefresh(const ScreenRefresh&) = delete;
   ScreenRefresh& operator=(const ScreenRefresh&) = delete;
 
-  /// Called ahead of each time, as long as this lives: what changes a part by then is shown along with the others,
-  /// since to wake up and paint for it alone costs more than its work.
+  /// Called ahead of each time, as long as this lives; throws nothing: what changes a part by then is shown along with
+  /// the others, since to wake up and paint for it alone costs more than its work.
   void Ahead(std::function<void()> look);
 
   /// Something on the screen. It may outlive the ScreenRefresh, as a window does that is deleted later, but not the
   /// clock.
   class Part {
    public:
-    /// `show` brings its changes to the screen; it runs no events.
+    /// `show` brings its changes to the screen; it runs no events and throws nothing.
     Part(const ScreenRefresh& refresh, std::function<void()> show);
     ~Part();
     Part(const Part&) = delete;
