@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -70,11 +71,13 @@ class FloodUnit {
     }
   }
 
-  /// In pieces, so that a new pace is taken up soon.
+  /// Until an interval behind the time before at which it was due, whatever the lines have cost; in pieces, so that a
+  /// new pace is taken up soon.
   void Rest(std::chrono::milliseconds time) {
     const Pace pace = pace_;
-    constexpr std::chrono::milliseconds kPiece(5);
-    for (; time > kPiece && pace_ == pace && !ending_; time -= kPiece) std::this_thread::sleep_for(kPiece);
+    due_ = std::max(due_ + time, std::chrono::steady_clock::now());
+    while (pace_ == pace && !ending_ && std::chrono::steady_clock::now() < due_)
+      std::this_thread::sleep_until(std::min(due_, std::chrono::steady_clock::now() + std::chrono::milliseconds(5)));
   }
 
   void SendWhole(const std::string& line) {
@@ -107,6 +110,7 @@ class FloodUnit {
 
   test::Pty pty_;
   int channels_;
+  std::chrono::steady_clock::time_point due_ = std::chrono::steady_clock::now();
   std::chrono::milliseconds interval_;
   std::atomic<Pace> pace_ = Pace::Slow;
   std::atomic<bool> ending_ = false;

@@ -47,7 +47,7 @@ class Display {
     int ends[2];
     if (pipe(ends) != 0) throw std::runtime_error("no pipe");
     server_ = std::make_unique<bench::Child>(
-        std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", "1280x1024x24",
+        std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", "1280x1400x24",
                                  "-nolisten", "tcp", "-noreset"},
         std::vector<std::string>{}, ends[1]);
     close(ends[1]);

@@ -63,7 +63,7 @@ int Run(const std::string& device, const std::string& log, double seconds, const
   Application application(
       {{clock, gate, dialogs, settings, translation.Translator}, translation, MakeSerialPort, &questions});
   application.MDIForm_Load();
-  application.Window().setGeometry(0, 0, 1280, 900);
+  application.Window().setGeometry(0, 0, 1280, 1400);  // all charts are in view
   if (state != "idle") QTimer::singleShot(0, &application.Window(), [&] { Begin(application, log, state); });
   return QApplication::exec();
 }

@@ -34,7 +34,11 @@
 
 namespace {
 
+#ifdef VELK_SANITIZED  // a sanitizer reserves terabytes of addresses for itself
+constexpr rlim_t kMemory = RLIM_INFINITY;
+#else
 constexpr rlim_t kMemory = 512U << 20;
+#endif
 constexpr rlim_t kSeconds = 60;
 constexpr std::size_t kMostOutput = std::size_t{4} << 30;
 constexpr std::size_t kMostText = 1 << 20;
