@@ -69,6 +69,27 @@ TEST_F(LinkTest, ALineOrAJobSetsTheWatchdogBackToItsFullPace) {
   EXPECT_EQ(timers.Timer2->Interval(), 3000);
 }
 
+TEST_F(LinkTest, TheWatchdogWakesNobodyWhileLinesCome) {
+  for (const double seconds : {0.1, 1.0, 60.0}) {
+    session.SamplingRate = seconds / 86400;
+    link.SetODataCom();
+    const int before = timers.Timer2->Interval();
+    int ticks = 0;
+    timers.Timer2->SetHandler([&] { ++ticks; });
+    for (int line = 0; line < 100; ++line) {
+      clock.Advance(static_cast<int>(seconds * 1000));
+      driver.Receive(kLine);
+      clock.RunPosted();
+    }
+    EXPECT_EQ(ticks, 0) << seconds;
+    EXPECT_EQ(timers.Timer2->Interval(), before);
+    ticks = 0;
+    clock.Advance(before);
+    EXPECT_EQ(ticks, 1) << seconds;
+    link.CloseODataCom();
+  }
+}
+
 TEST_F(LinkTest, AUnitOfSlowSamplesIsTriedNoLessOftenThanItsSamplesAllow) {
   session.SamplingRate = 60.0 / 86400;
   link.SetODataCom();

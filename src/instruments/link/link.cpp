@@ -144,6 +144,7 @@ void Link::StartWatching() {
 
 void Link::WatchClosely() {
   watchRests_ = false;
+  watchedFrom_ = platform_.clock.Ticks();
   watchdog_.SetInterval(WatchdogMilliseconds(session_.SamplingRate));
 }
 
@@ -308,7 +309,8 @@ void Link::ODataCom1_DataReady(const std::string& line) {
   Board.Runs();
   // A line that had waited when the device went away is no sign of its return.
   if (ODataCom1.IsOpen()) DataCame();
-  if (watchRests_) WatchClosely();
+  // Set back now and then while lines come, so that it wakes nobody.
+  if (watchRests_ || platform_.clock.Ticks() >= watchedFrom_ + watchdog_.Interval() / 2) WatchClosely();
   constexpr std::size_t kTimeLength = 8;
   if (session_.IsOwnUnit && HasTime(line)) lastFrameTime_ = line.substr(0, kTimeLength);
   if (StatusIs(session_, text::StatusAcquiringData) && onLine)

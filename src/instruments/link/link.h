@@ -135,9 +135,10 @@ class Link {
   std::string deviceInUse_;       ///< by the port that was opened last, or was to be
   std::int64_t linesSeen_ = 0;
   std::string lastFrameTime_;
-  bool watchRests_ = false;      ///< the watchdog looks less often than it would in a job
-  std::int64_t nextReopen_ = 0;  ///< Ticks, of the plain port
-  bool connected_ = false;       ///< as the plug shows it
+  std::int64_t watchedFrom_ = 0;  ///< ticks
+  bool watchRests_ = false;       ///< the watchdog looks less often than it would in a job
+  std::int64_t nextReopen_ = 0;   ///< Ticks, of the plain port
+  bool connected_ = false;        ///< as the plug shows it
   bool silent_ = false;
   bool failureTold_ = false;  ///< a failure was shown and no data have come since
   LossNotice loss_;
