@@ -17,11 +17,57 @@ namespace {
 
 constexpr QLatin1String kDigits("0123456789");
 
+bool IsDigit(QChar letter) {
+  return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
+}
+
+/// The letters that stand beside a digit, each once.
+QString NeighboursOfDigits(const QString& text) {
+  QString neighbours;
+  for (qsizetype i = 1; i < text.size(); ++i) {
+    if (IsDigit(text[i - 1]) == IsDigit(text[i])) continue;
+    const QChar neighbour = IsDigit(text[i]) ? text[i - 1] : text[i];
+    if (!neighbours.contains(neighbour)) neighbours += neighbour;
+  }
+  return neighbours;
+}
+
+/// Each digit on both sides of each other, and of each neighbour.
+QString EachPair(const QString& neighbours) {
+  QString pairs;
+  for (qsizetype first = 0; first < kDigits.size(); ++first) {
+    pairs += kDigits[first];
+    for (qsizetype second = first + 1; second < kDigits.size(); ++second)
+      pairs.append(kDigits[first]).append(kDigits[second]);
+  }
+  for (const QChar neighbour : neighbours)
+    for (const char digit : kDigits) pairs.append(QLatin1Char(digit)).append(neighbour);
+  return pairs + kDigits.front();
+}
+
+/// Whether the letters of a text stand where they do whatever its digits: there are faces with a narrower 1, and faces
+/// where two digits, or a digit and a point, stand closer together than others.
+bool DigitsKeepPlaces(const QString& text, const QFont& font) {
+  const QString letters = EachPair(NeighboursOfDigits(text));
+  QTextLayout layout(letters, font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  const QList<QGlyphRun> runs = layout.glyphRuns();
+  if (runs.size() != 1 || runs.front().positions().size() != letters.size()) return false;
+  const QList<QPointF> positions = runs.front().positions();
+  const auto width = [&](qsizetype i) { return positions[i + 1].x() - positions[i].x(); };
+  for (qsizetype i = 0; i + 1 < letters.size(); ++i) {
+    const qsizetype alike = IsDigit(letters[i]) ? 0 : letters.indexOf(letters[i]);
+    if (!qFuzzyCompare(width(i), width(alike))) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 bool DifferInDigitsOnly(const QString& text, const QString& other) {
-  const auto isDigit = [](QChar letter) { return letter >= QLatin1Char('0') && letter <= QLatin1Char('9'); };
-  const auto alike = [&](QChar a, QChar b) { return a == b || (isDigit(a) && isDigit(b)); };
+  const auto alike = [&](QChar a, QChar b) { return a == b || (IsDigit(a) && IsDigit(b)); };
   return std::equal(text.begin(), text.end(), other.begin(), other.end(), alike);
 }
 
@@ -107,11 +153,13 @@ void PanelLabel::PaintGlyphs(const QRect& part) {
   }
 }
 
-/// The glyphs of the text, where the style puts it. None where it is not shown as it is.
+/// The glyphs of the text, where the style puts it. None where it is not shown as it is, or would not be with other
+/// digits.
 void PanelLabel::FindGlyphs() {
   digits_.clear();
   if (!isEnabled() || Shown() != text()) return;
-  QTextLayout layout(text(), font());
+  const QString text = this->text();
+  QTextLayout layout(text, font());
   layout.beginLayout();
   const QTextLine line = layout.createLine();
   layout.endLayout();
@@ -123,6 +171,7 @@ void PanelLabel::FindGlyphs() {
     for (qsizetype glyph = 0; glyph < glyphs.positions().size(); ++glyph) run.places.push_back(PlaceOf(glyphs, glyph));
   }
   FindDigits(layout);
+  if (!digits_.empty() && !DigitsKeepPlaces(text, font())) digits_.clear();
 }
 
 /// What a glyph may touch, its softened edges among that.

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "shell/path_label.h"
+#include "support/own_face.h"
 
 namespace velk {
 namespace {
@@ -170,6 +171,64 @@ TEST(PanelLabelTest, ATextWithoutRoomGivesWayWhateverDigitsItHas) {
   const QImage picture = changed.Show(path + "2.mdb");
   OnTheScreen fresh(false);
   EXPECT_EQ(picture, fresh.Show(path + "2.mdb"));
+}
+
+/// A window with one label at a place of its own, in the application's font or another.
+struct Placed {
+  explicit Placed(const QRect& place, const QFont& font = QApplication::font()) {
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    label->setFont(font);
+    label->setGeometry(place);
+    window.resize(400, 60);
+    window.show();
+  }
+
+  QImage Show(const QString& text) {
+    label->ShowText(text);
+    return Picture();
+  }
+  QImage Picture() {
+    QApplication::processEvents();
+    return static_cast<const QImage*>(window.backingStore()->paintDevice())->copy();
+  }
+
+  QWidget window;
+  PanelLabel* label = new PanelLabel(&window);
+};
+
+constexpr QRect kPlace(10, 10, 200, 24);
+
+/// Shows a text behind another, and by itself.
+void ExpectSame(const QString& before, const QString& text, const QRect& place,
+                const QFont& font = QApplication::font()) {
+  Placed changed(place, font), fresh(place, font);
+  const QImage first = changed.Show(before);
+  const QImage picture = changed.Show(text);
+  EXPECT_EQ(picture, fresh.Show(text)) << before.toStdString() << " to " << text.toStdString();
+  EXPECT_NE(picture, first);
+}
+
+TEST(PanelLabelTest, DigitsOfOtherWidthsMoveWhatStandsBehindThem) {
+  test::OwnFace face("Narrow");
+  face.Narrow('1', 0.7);
+  const QFont font = face.Install(9);
+  ASSERT_LT(QFontMetrics(font).horizontalAdvance('1'), QFontMetrics(font).horizontalAdvance('8'));
+  ExpectSame("12:34:58", "11:11:11", kPlace, font);
+  ExpectSame("11:11:11", "12:34:58", kPlace, font);
+  ExpectSame("2 of 8", "3 of 8", kPlace, font);
+}
+
+TEST(PanelLabelTest, DigitsThatAreKernedMoveWhatStandsBehindThem) {
+  test::OwnFace pair("Paired"), mark("Marked");
+  pair.Kern('1', '1', 0.2);
+  mark.Kern('7', '.', 0.2);
+  const QFont paired = pair.Install(9), marked = mark.Install(9);
+  ASSERT_LT(QFontMetrics(paired).horizontalAdvance("11"), QFontMetrics(paired).horizontalAdvance("10"));
+  ASSERT_LT(QFontMetrics(marked).horizontalAdvance("7."), QFontMetrics(marked).horizontalAdvance("8."));
+  ExpectSame("12:34:58", "11:11:11", kPlace, paired);
+  ExpectSame("11:11:11", "12:34:58", kPlace, paired);
+  ExpectSame("job 8.mdb", "job 7.mdb", kPlace, marked);
+  ExpectSame("job 7.mdb", "job 8.mdb", kPlace, marked);
 }
 
 TEST(PanelLabelTest, TellsTextsApartThatDifferInMoreThanDigits) {
