@@ -163,7 +163,7 @@ void PanelLabel::FindGlyphs() {
   layout.beginLayout();
   const QTextLine line = layout.createLine();
   layout.endLayout();
-  if (!line.isValid()) return;
+  if (!line.isValid() || line.naturalTextWidth() > Room().width() || std::ceil(line.height()) > Room().height()) return;
   origin_ = QPointF(Room().x(), Room().y() + (Room().height() - std::ceil(line.height())) / 2);
   runs_.clear();
   for (const QGlyphRun& glyphs : layout.glyphRuns()) {

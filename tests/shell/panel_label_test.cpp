@@ -231,6 +231,11 @@ TEST(PanelLabelTest, DigitsThatAreKernedMoveWhatStandsBehindThem) {
   ExpectSame("job 7.mdb", "job 8.mdb", kPlace, marked);
 }
 
+TEST(PanelLabelTest, ATextThatIsLargerThanItsRoomEndsThere) {
+  for (int width = 30; width <= 70; ++width) ExpectSame("11:11:11", "88:88:88", {10, 10, width, 24});
+  for (int height = 8; height <= 20; ++height) ExpectSame("11:11:11", "88:88:88", {10, 10, 200, height});
+}
+
 TEST(PanelLabelTest, TellsTextsApartThatDifferInMoreThanDigits) {
   EXPECT_TRUE(DifferInDigitsOnly("10:59:59", "11:00:00"));
   EXPECT_TRUE(DifferInDigitsOnly("", ""));
