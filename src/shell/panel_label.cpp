@@ -228,6 +228,13 @@ void PanelLabel::Forget() {
   setAttribute(Qt::WA_OpaquePaintEvent, false);
 }
 
+/// The ground there may look otherwise.
+void PanelLabel::moveEvent(QMoveEvent* event) {
+  QLabel::moveEvent(event);
+  Forget();
+  update();
+}
+
 void PanelLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
   Forget();

@@ -30,6 +30,7 @@ class PanelLabel : public QLabel {
   /// Where the text stands.
   virtual QRect Room() const;
   void paintEvent(QPaintEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 

@@ -236,6 +236,23 @@ TEST(PanelLabelTest, ATextThatIsLargerThanItsRoomEndsThere) {
   for (int height = 8; height <= 20; ++height) ExpectSame("11:11:11", "88:88:88", {10, 10, 200, height});
 }
 
+TEST(PanelLabelTest, TakesTheGroundOfThePlaceItIsMovedTo) {
+  Placed moved(kPlace), fresh(kPlace.translated(150, 0));
+  for (Placed* const placed : {&moved, &fresh}) {
+    auto* const plate = new QWidget(&placed->window);
+    plate->setGeometry(150, 0, 100, 60);
+    plate->setAutoFillBackground(true);
+    plate->setPalette(Qt::darkGray);
+    plate->lower();
+    plate->show();
+  }
+  moved.Show("12:34:56");
+  moved.label->move(fresh.label->pos());
+  EXPECT_EQ(moved.Picture(), fresh.Show("12:34:56"));
+  EXPECT_EQ(moved.Show("12:34:57"), fresh.Show("12:34:57"));
+  EXPECT_EQ(moved.Show("12:34:58"), fresh.Show("12:34:58"));
+}
+
 TEST(PanelLabelTest, TellsTextsApartThatDifferInMoreThanDigits) {
   EXPECT_TRUE(DifferInDigitsOnly("10:59:59", "11:00:00"));
   EXPECT_TRUE(DifferInDigitsOnly("", ""));
