@@ -21,6 +21,13 @@ bool IsDigit(QChar letter) {
   return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
 }
 
+/// Tabs and ends of lines are laid out otherwise where a text is painted.
+bool IsPlain(QChar letter) {
+  const QChar::Category category = letter.category();
+  return category != QChar::Other_Control && category != QChar::Separator_Line &&
+         category != QChar::Separator_Paragraph;
+}
+
 /// The letters that stand beside a digit, each once.
 QString NeighboursOfDigits(const QString& text) {
   QString neighbours;
@@ -159,6 +166,7 @@ void PanelLabel::FindGlyphs() {
   digits_.clear();
   if (!isEnabled() || Shown() != text()) return;
   const QString text = this->text();
+  if (!std::all_of(text.begin(), text.end(), IsPlain)) return;
   QTextLayout layout(text, font());
   layout.beginLayout();
   const QTextLine line = layout.createLine();

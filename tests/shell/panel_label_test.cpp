@@ -236,6 +236,12 @@ TEST(PanelLabelTest, ATextThatIsLargerThanItsRoomEndsThere) {
   for (int height = 8; height <= 20; ++height) ExpectSame("11:11:11", "88:88:88", {10, 10, 200, height});
 }
 
+TEST(PanelLabelTest, ATextWithTabsOrLinesIsPaintedAsEver) {
+  const QRect high(10, 5, 200, 50);
+  for (const char* between : {"\t", "\n", "\r", "\u2028", "\u00a0", " "})
+    ExpectSame(QString("job") + between + "1.mdb", QString("job") + between + "2.mdb", high);
+}
+
 TEST(PanelLabelTest, TakesTheGroundOfThePlaceItIsMovedTo) {
   Placed moved(kPlace), fresh(kPlace.translated(150, 0));
   for (Placed* const placed : {&moved, &fresh}) {
