@@ -4,6 +4,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <stdexcept>
 
 #include "platform/loop/system_clock.h"
 #include "support/fake_clock.h"
@@ -129,6 +130,43 @@ TEST_F(Refreshing, ShowsAlongWhatChangesJustAhead) {
   clock.Advance(1000);
   EXPECT_EQ(looks, 1) << "the screen wasn't followed once more for it";
   EXPECT_EQ(secondShown, 1);
+}
+
+/// What is called may throw nothing; if it does once, nothing else of the screen stands still for it.
+TEST_F(Refreshing, GoesOnInItsTurnBehindAnError) {
+  int looks = 0;
+  refresh.Ahead([&looks] {
+    if (++looks == 1) throw std::runtime_error("a look");
+  });
+  first.Ask();
+  EXPECT_THROW(clock.Advance(1), std::runtime_error);
+  clock.Advance(33);
+  EXPECT_EQ(looks, 1) << "not again at once";
+  clock.Advance(1);
+  EXPECT_EQ(looks, 2);
+  EXPECT_EQ(firstShown, 1);
+  first.Ask();
+  clock.Advance(34);
+  EXPECT_EQ(firstShown, 2);
+}
+
+TEST_F(Refreshing, ShowsTheOthersInTheirTurnBehindAnErrorOfAPart) {
+  const auto other = std::make_unique<ScreenRefresh>(clock);
+  int tries = 0, shown = 0;
+  ScreenRefresh::Part faulty(*other, [&tries] {
+    ++tries;
+    throw std::runtime_error("a part");
+  });
+  ScreenRefresh::Part sound(*other, [&shown] { ++shown; });
+  faulty.Ask();
+  sound.Ask();
+  EXPECT_THROW(clock.Advance(1), std::runtime_error);
+  sound.Ask();
+  clock.Advance(34);
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(tries, 1);
+  clock.Advance(1000);
+  EXPECT_EQ(shown + tries, 2);
 }
 
 TEST_F(Refreshing, GoesOnWithoutAPartThatHasEnded) {

@@ -23,8 +23,17 @@ struct ScreenRefresh::Round {
 
   void Show() {
     next = clock.Ticks() + kRefreshMs;
-    if (ahead) ahead();
     timer->SetEnabled(false);
+    try {
+      ShowParts();
+    } catch (...) {
+      Begin();  // for what has not been shown
+      throw;
+    }
+  }
+
+  void ShowParts() {
+    if (ahead) ahead();
     waits = false;
     for (Part* const part : parts)
       if (std::exchange(part->asked_, false)) part->show_();
