@@ -57,7 +57,8 @@ TEST_F(Repainting, WhatAValueChangesIsRepainted) {
       for (int x = 0; x < after.width(); ++x) {
         if (before.pixel(x, y) == after.pixel(x, y)) continue;
         ++changed;
-        ASSERT_TRUE(repainted.contains(QPoint(x, y))) << value << ": " << x << ", " << y;
+        const QPoint place = QPoint(x, y) / after.devicePixelRatio();
+        ASSERT_TRUE(repainted.contains(place)) << value << ": " << x << ", " << y;
       }
     EXPECT_GT(changed, 0) << value;
   }
@@ -67,7 +68,9 @@ TEST_F(Repainting, WhatAValueChangesIsRepainted) {
 QImage OnTheScreen(const QWidget& widget) {
   const QWidget& window = *widget.window();
   const auto& screen = *static_cast<const QImage*>(window.backingStore()->paintDevice());
-  return screen.copy(QRect(widget.mapTo(&window, QPoint(0, 0)), widget.size())).convertToFormat(QImage::Format_RGB32);
+  const double ratio = screen.devicePixelRatio();
+  const QPoint corner = widget.mapTo(&window, QPoint(0, 0)) * ratio;
+  return screen.copy(QRect(corner, widget.size() * ratio)).convertToFormat(QImage::Format_RGB32);
 }
 
 QImage Grabbed(QWidget& widget) {

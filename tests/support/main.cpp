@@ -6,7 +6,7 @@
 #include <clocale>
 
 /// Every test program runs offscreen with one style, font, scale and locale, so that pictures are the same bytes
-/// everywhere. VELK_PICTURES_SCALE takes the pictures of VELK_PICTURES at another scale.
+/// everywhere. VELK_PICTURES_SCALE is another scale, for the pictures of VELK_PICTURES and for what copies dots.
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_SCALE_FACTOR", qEnvironmentVariableIsSet("VELK_PICTURES_SCALE") ? qgetenv("VELK_PICTURES_SCALE") : "1");
