@@ -140,6 +140,18 @@ TEST_F(Repainting, AValueWhoseLastDigitChangesRepaintsNoMoreThanHalfOfItsRoom) {
   EXPECT_LE(watch.region.boundingRect().width(), box.width() / 2);
 }
 
+/// As a window does that is on its way to another screen.
+TEST_F(Repainting, AValueIsPaintedIntoAPictureOfOtherDots) {
+  Show(12.345F);
+  const QRect box = Labels().Box({2, 0});
+  const QImage own = Labels().grab(box).toImage().convertToFormat(QImage::Format_RGB32);
+  QImage twice(own.size() * 2, QImage::Format_RGB32);
+  twice.setDevicePixelRatio(2 * own.devicePixelRatio());
+  Labels().render(&twice, {}, box);
+  twice.setDevicePixelRatio(own.devicePixelRatio());
+  EXPECT_EQ(twice, own.scaled(twice.size()));
+}
+
 TEST_F(Repainting, ValuesThatStayWhatTheyAreAreNotRepainted) {
   Show(12.345F);
   RepaintWatch watch(Labels());

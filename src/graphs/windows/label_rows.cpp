@@ -365,7 +365,8 @@ void LabelRows::paintEvent(QPaintEvent* event) {
   const QRect rect = event->rect();
   const bool isOfValues = ValueColumn().contains(rect);
   QPoint corner;
-  if (const PaintTarget target(redirected(&corner), corner); isOfValues && target.HasDots()) {
+  const PaintTarget target(redirected(&corner), corner);
+  if (isOfValues && target.HasDots() && target.Ratio() == ratio_) {
     for (const QRect& part : event->region()) target.Copy(part, column_, ValueColumn().topLeft());
     return;
   }
