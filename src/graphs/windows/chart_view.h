@@ -23,7 +23,8 @@ namespace velk {
 
 /// A strip chart on the screen, for any window that shows one: labels on the left, then the header band with the plot
 /// and its axis below it, the bar of the history on the right. It knows no session: what it draws, and when, its window
-/// tells it. Samples change surfaces and label texts; the screen follows at most 30 times a second.
+/// tells it. Samples change surfaces and values, and texts are made when they are shown; the screen follows at most
+/// 30 times a second.
 class ChartView : public QWidget {
   Q_OBJECT
 
