@@ -52,8 +52,13 @@ QString EachPair(const QString& neighbours) {
   return pairs + kDigits.front();
 }
 
-/// Whether the letters of a text stand where they do whatever its digits: there are faces with a narrower 1, and faces
-/// where two digits, or a digit and a point, stand closer together than others.
+}  // namespace
+
+bool DifferInDigitsOnly(const QString& text, const QString& other) {
+  const auto alike = [&](QChar a, QChar b) { return a == b || (IsDigit(a) && IsDigit(b)); };
+  return std::equal(text.begin(), text.end(), other.begin(), other.end(), alike);
+}
+
 bool DigitsKeepPlaces(const QString& text, const QFont& font) {
   const QString letters = EachPair(NeighboursOfDigits(text));
   QTextLayout layout(letters, font);
@@ -69,13 +74,6 @@ bool DigitsKeepPlaces(const QString& text, const QFont& font) {
     if (!qFuzzyCompare(width(i), width(alike))) return false;
   }
   return true;
-}
-
-}  // namespace
-
-bool DifferInDigitsOnly(const QString& text, const QString& other) {
-  const auto alike = [&](QChar a, QChar b) { return a == b || (IsDigit(a) && IsDigit(b)); };
-  return std::equal(text.begin(), text.end(), other.begin(), other.end(), alike);
 }
 
 PanelLabel::PanelLabel(QWidget* parent) : QLabel(parent) {

@@ -13,6 +13,10 @@ namespace velk {
 /// Whether two texts are the same but for digits.
 bool DifferInDigitsOnly(const QString& text, const QString& other);
 
+/// Whether the letters of a text stand where they do whatever its digits: there are faces with a narrower 1, and faces
+/// where two digits, or a digit and a point, stand closer together than others.
+bool DigitsKeepPlaces(const QString& text, const QFont& font);
+
 /// A line of text in the status bar, whose digits may change with every sample. The style paints it first; from then on
 /// a text of which only digits differ is shown by its glyphs, on what stood there without a text: to have it shaped and
 /// styled anew takes as long as all else that a sample changes in a window.

@@ -8,12 +8,6 @@ namespace velk {
 
 namespace {
 
-bool DigitsAreOfOneWidth(const QFontMetrics& font) {
-  for (char digit = '1'; digit <= '9'; ++digit)
-    if (font.horizontalAdvance(QLatin1Char(digit)) != font.horizontalAdvance(QLatin1Char('0'))) return false;
-  return true;
-}
-
 /// Keeps the label as large as the panel. A label asks to be laid out anew with each text, which without a layout is an
 /// event that wakes the loop up; here it is dropped, since the panel finds out by itself when its label needs other
 /// room.
@@ -38,14 +32,14 @@ StatusPanel::StatusPanel(PanelLabel* label) : label_(label) {
 void StatusPanel::ShowText(const QString& text) {
   if (text == label_->text()) return;
   // To ask for the room shapes the text twice: as much work as a sample's on the screen.
-  const bool needsTheSame = digitsAreAlike_ && label_->font() == letters_ && DifferInDigitsOnly(text, label_->text());
+  const bool needsTheSame = digitsKeepPlaces_ && label_->font() == letters_ && DifferInDigitsOnly(text, label_->text());
   label_->ShowText(text);
   if (!needsTheSame) FollowLabel();
 }
 
 void StatusPanel::FollowLabel() {
   letters_ = label_->font();
-  digitsAreAlike_ = DigitsAreOfOneWidth(label_->fontMetrics());
+  digitsKeepPlaces_ = DigitsKeepPlaces(label_->text(), letters_);
   const QSize room = label_->sizeHint(), least = label_->minimumSizeHint();
   if (room == room_ && least == least_) return;
   room_ = room;

@@ -30,8 +30,8 @@ class StatusPanel : public QWidget {
   PanelLabel* label_;
   QSize room_;
   QSize least_;
-  QFont letters_;                ///< of the label, of which a style sheet's change tells only the label
-  bool digitsAreAlike_ = false;  ///< in width, in these letters
+  QFont letters_;                  ///< of the label, of which a style sheet's change tells only the label
+  bool digitsKeepPlaces_ = false;  ///< those of the text, in these letters
 };
 
 }  // namespace velk

@@ -7,6 +7,8 @@
 #include <QStatusBar>
 #include <utility>
 
+#include "support/own_face.h"
+
 namespace velk {
 namespace {
 
@@ -25,6 +27,18 @@ TEST(StatusPanelTest, HasTheRoomOfItsTextWhateverHasChanged) {
   show("222 rows");
   panel.Label().setStyleSheet({});
   show("333 rows");
+}
+
+TEST(StatusPanelTest, HasTheRoomOfItsTextInAFaceWhoseDigitsAreKerned) {
+  test::OwnFace face("Closed");
+  face.Kern('1', '1', 0.2);
+  face.Kern('7', '.', 0.2);
+  StatusPanel panel(new PanelLabel(nullptr));
+  panel.Label().setFont(face.Install(9));
+  for (const char* text : {"11:11:11", "12:34:56", "21:11:11", "job 7.mdb", "job 8.mdb"}) {
+    panel.ShowText(text);
+    EXPECT_EQ(panel.sizeHint(), panel.Label().sizeHint()) << text;
+  }
 }
 
 /// Counts what is posted to have a widget laid out anew.
