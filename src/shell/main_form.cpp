@@ -118,7 +118,9 @@ QAction& Known(QAction* action, std::string_view name) {
 }  // namespace
 
 MainForm::MainForm(const Language& language, const Session& session, const ScreenRefresh& refresh)
-    : language_(language), ui_(std::make_unique<Ui::MainForm>()), refresh_(refresh, [this] { ShowPending(); }) {
+    : language_(language),
+      ui_(std::make_unique<Ui::MainForm>()),
+      refresh_(refresh, [this](WindowStrips& strips) { ShowPending(strips); }) {
   LoadIcons();
   QApplication::setWindowIcon(Icon("velk"));
   ui_->setupUi(this);
@@ -205,7 +207,7 @@ void MainForm::ShowData(const OperatorText& shown, bool warns) {
   const std::string text = language_.In(shown);
   // A warning has bold letters, which need more room.
   if (std::exchange(dataWarns_, warns) != warns) ColourDataPanel();
-  ShowPanel(kDataPanel, warns ? kWarningMark + text : text);
+  ShowPanelNow(kDataPanel, warns ? kWarningMark + text : text);
   panels_[kDataPanel]->Label().setToolTip(ToQt(text));
 }
 
@@ -217,7 +219,7 @@ void MainForm::ColourDataPanel() {
 }
 
 void MainForm::ShowRecording(const OperatorText& text, const OperatorText& toolTip) {
-  ShowPanel(kRecordingPanel, text.IsEmpty() ? std::string() : kRecordingMark + language_.In(text));
+  ShowPanelNow(kRecordingPanel, text.IsEmpty() ? std::string() : kRecordingMark + language_.In(text));
   panels_[kRecordingPanel]->Label().setToolTip(ToQt(language_.In(toolTip)));
 }
 
@@ -244,9 +246,14 @@ QString MainForm::Panel(int panel) const {
 
 void MainForm::SetPanel(int panel, const OperatorText& shown) {
   std::string text = language_.In(shown);
-  if (!ChangesWithEverySample(panel)) return ShowPanel(panel, text);
+  if (!ChangesWithEverySample(panel)) return ShowPanelNow(panel, text);
   if (told_[panel] == text) return;
   pending_[panel] = told_[panel] = std::move(text);
+  refresh_.Ask();
+}
+
+void MainForm::ShowPanelNow(int panel, const std::string& text) {
+  ShowPanel(panel, text);
   refresh_.Ask();
 }
 
@@ -256,8 +263,10 @@ void MainForm::ShowPanel(int panel, const std::string& text) {
   if (ComesAndGoes(panel)) panels_[panel]->setVisible(!text.empty());
 }
 
-void MainForm::ShowPending() {
+void MainForm::ShowPending(WindowStrips& strips) {
   for (const auto& [panel, text] : std::exchange(pending_, {})) ShowPanel(panel, text);
+  for (StatusPanel* const panel : panels_)
+    if (panel != nullptr) panel->ShowChanges(strips);
 }
 
 void MainForm::ShowStatus(const MessageText& status) {

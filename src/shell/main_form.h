@@ -10,7 +10,7 @@
 #include "base/language.h"
 #include "base/text_qt.h"
 #include "model/main_view.h"
-#include "platform/loop/screen_refresh.h"
+#include "platform/windows/screen_refresh.h"
 #include "shell/commands.h"
 
 class QBoxLayout;
@@ -93,7 +93,8 @@ class MainForm : public QMainWindow, public MainView {
   void BuildStatusBar();
   void CaptionStart(const MessageText& caption);
   void ShowPanel(int panel, const std::string& text);
-  void ShowPending();
+  void ShowPanelNow(int panel, const std::string& text);
+  void ShowPending(WindowStrips& strips);
 
   const Language& language_;
   std::unique_ptr<Ui::MainForm> ui_;

@@ -8,6 +8,7 @@
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/windows/paint_target.h"
 
@@ -81,20 +82,25 @@ PanelLabel::PanelLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void PanelLabel::ShowText(const QString& text) {
-  const auto changed = ChangeDigits(text);
-  if (changed) return UpdatePart(*changed, text);
+  if (const auto changed = ChangeDigits(text)) {
+    changed_ |= *changed;
+    return SetTextQuietly(text);
+  }
   Forget();
   setText(text);
   update();
 }
 
 /// A label would have all of itself painted anew, and each of its glyphs takes long.
-void PanelLabel::UpdatePart(const QRect& part, const QString& text) {
+void PanelLabel::SetTextQuietly(const QString& text) {
   const bool before = testAttribute(Qt::WA_UpdatesDisabled);
   setAttribute(Qt::WA_UpdatesDisabled);
   setText(text);
   setAttribute(Qt::WA_UpdatesDisabled, before);
-  update(part);
+}
+
+void PanelLabel::ShowChanges(WindowStrips& strips) {
+  if (!changed_.isEmpty()) strips.Add(*this, std::exchange(changed_, {}));
 }
 
 /// As a label indents a text in a frame.
@@ -102,13 +108,20 @@ QRect PanelLabel::Room() const {
   return contentsRect().adjusted(fontMetrics().horizontalAdvance(QLatin1Char('x')) / 2, 0, 0, 0);
 }
 
+bool PanelLabel::CopyDots(const PaintTarget& target, const QRect& part) {
+  if (blank_.isNull() || blank_.devicePixelRatio() != target.Ratio() || part.isEmpty()) return false;
+  target.Copy(part, blank_, {});
+  QImage view = target.View(part);
+  QPainter painter(&view);
+  painter.translate(-part.topLeft());
+  PaintGlyphs(painter, part);
+  return true;
+}
+
 void PanelLabel::paintEvent(QPaintEvent* event) {
   QPoint corner;
   const PaintTarget target(redirected(&corner), corner);
-  if (target.HasDots() && !blank_.isNull() && blank_.devicePixelRatio() == target.Ratio()) {
-    for (const QRect& part : event->region()) target.Copy(part, blank_, {});
-    return PaintGlyphs(event->rect());
-  }
+  if (CopyAll(target, event->region())) return;
   if (!blank_.isNull()) return PaintOnBlank();
   PaintFrame();
   if (target.HasDots() && event->region() == QRegion(rect())) {
@@ -141,8 +154,7 @@ void PanelLabel::PaintText() {
 }
 
 /// Those that touch a part of the label; they stand in line.
-void PanelLabel::PaintGlyphs(const QRect& part) {
-  QPainter painter(this);
+void PanelLabel::PaintGlyphs(QPainter& painter, const QRect& part) const {
   painter.setPen(palette().color(foregroundRole()));
   const auto touches = [&](const QRect& place) { return place.intersects(part); };
   for (const Run& run : runs_) {
@@ -231,6 +243,7 @@ bool PanelLabel::ChangeDigit(const Digit& digit, const QString& text) {
 
 void PanelLabel::Forget() {
   blank_ = {};
+  changed_ = {};
   setAttribute(Qt::WA_OpaquePaintEvent, false);
 }
 

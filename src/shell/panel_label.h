@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "platform/windows/window_strips.h"
+
 class QTextLayout;
 
 namespace velk {
@@ -20,13 +22,17 @@ bool DigitsKeepPlaces(const QString& text, const QFont& font);
 /// A line of text in the status bar, whose digits may change with every sample. The style paints it first; from then on
 /// a text of which only digits differ is shown by its glyphs, on what stood there without a text: to have it shaped and
 /// styled anew takes as long as all else that a sample changes in a window.
-class PanelLabel : public QLabel {
+class PanelLabel : public QLabel, public ReadyDots {
   Q_OBJECT
 
  public:
   explicit PanelLabel(QWidget* parent);
 
+  /// Digits that differ are on the screen with the next ShowChanges.
   void ShowText(const QString& text);
+  void ShowChanges(WindowStrips& strips);
+  /// Once the style has painted the text.
+  bool CopyDots(const PaintTarget& target, const QRect& part) override;
   /// The text as there is room for it.
   virtual QString Shown() const { return text(); }
 
@@ -56,19 +62,20 @@ class PanelLabel : public QLabel {
   void PaintFrame();
   void PaintOnBlank();
   void PaintText();
-  void PaintGlyphs(const QRect& part);
+  void PaintGlyphs(QPainter& painter, const QRect& part) const;
   void FindGlyphs();
   void FindDigits(const QTextLayout& layout);
   std::optional<QRect> ChangeDigits(const QString& text);
   bool ChangeDigit(const Digit& digit, const QString& text);
   QRect PlaceOf(const QGlyphRun& run, qsizetype glyph) const;
-  void UpdatePart(const QRect& part, const QString& text);
+  void SetTextQuietly(const QString& text);
   void Forget();
 
   QImage blank_;    ///< the label without its text; null where the glyphs are not known
   QPointF origin_;  ///< of the glyphs
   std::vector<Run> runs_;
   std::vector<Digit> digits_;
+  QRect changed_;  ///< and not shown yet
 };
 
 }  // namespace velk

@@ -16,7 +16,9 @@ class StatusPanel : public QWidget {
   explicit StatusPanel(PanelLabel* label);
 
   PanelLabel& Label() const { return *label_; }
+  /// Digits that differ are on the screen with the next ShowChanges.
   void ShowText(const QString& text);
+  void ShowChanges(WindowStrips& strips) { label_->ShowChanges(strips); }
 
   QSize sizeHint() const override { return room_; }
   QSize minimumSizeHint() const override { return least_; }

@@ -14,10 +14,15 @@ namespace {
 
 using test::GraphDesk;
 
-/// What a widget has repainted.
+/// What a widget has repainted. Something without a look stands in front of it, so that it is repainted by events.
 class RepaintWatch : public QObject {
  public:
-  explicit RepaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+  explicit RepaintWatch(QWidget& widget) : cover_(&widget) {
+    cover_.setGeometry(widget.rect());
+    cover_.show();
+    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();  // until it is painted
+    widget.installEventFilter(this);
+  }
   QRegion region;
 
  protected:
@@ -25,6 +30,9 @@ class RepaintWatch : public QObject {
     if (event->type() == QEvent::Paint) region += static_cast<QPaintEvent*>(event)->region();
     return QObject::eventFilter(watched, event);
   }
+
+ private:
+  QWidget cover_;
 };
 
 struct Repainting : testing::Test {
@@ -91,6 +99,35 @@ TEST_F(Repainting, TheScreenShowsWhatAPainterWouldPaint) {
       EXPECT_EQ(OnTheScreen(plot), Grabbed(plot)) << value << (night ? " by night" : "");
     }
   }
+}
+
+/// Counts the events by which a widget is repainted.
+class PaintEvents : public QObject {
+ public:
+  explicit PaintEvents(QWidget& widget) { widget.installEventFilter(this); }
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+};
+
+TEST_F(Repainting, ASampleIsCopiedToTheScreenWithoutTheToolkit) {
+  auto& plot = *desk.Find<QWidget>("Pic2");
+  Show(0);
+  PaintEvents ofLabels(Labels()), ofPlot(plot);
+  const QImage before = OnTheScreen(plot);
+  for (int second = 0; second < 5; ++second) {
+    const double time = desk.session.Times.GraphPageTime + second / 86400.0;
+    desk.Form().PlotValue(time, time + 1 / 86400.0, 10, 50, 0, 100, 0x0000FF, false);
+    Show(12.3F + static_cast<float>(second));
+  }
+  EXPECT_EQ(ofLabels.count + ofPlot.count, 0);
+  EXPECT_NE(OnTheScreen(plot), before);
+  EXPECT_EQ(OnTheScreen(plot), Grabbed(plot));
+  EXPECT_EQ(OnTheScreen(Labels()), Grabbed(Labels()));
 }
 
 TEST_F(Repainting, AValueLooksAlikeWhateverStoodBeforeIt) {

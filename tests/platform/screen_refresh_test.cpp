@@ -1,4 +1,4 @@
-#include "platform/loop/screen_refresh.h"
+#include "platform/windows/screen_refresh.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +17,9 @@ struct Refreshing : testing::Test {
   test::FakeClock clock{gate};
   ScreenRefresh refresh{clock};
   int firstShown = 0, secondShown = 0;
-  ScreenRefresh::Part first{refresh, [this] { ++firstShown; }};
+  ScreenRefresh::Part first{refresh, [this](WindowStrips&) { ++firstShown; }};
   std::unique_ptr<ScreenRefresh::Part> second =
-      std::make_unique<ScreenRefresh::Part>(refresh, [this] { ++secondShown; });
+      std::make_unique<ScreenRefresh::Part>(refresh, [this](WindowStrips&) { ++secondShown; });
 };
 
 TEST_F(Refreshing, ShowsWhatHasChangedBehindTheEventThatChangedIt) {
@@ -132,7 +132,7 @@ TEST_F(Refreshing, ShowsAlongWhatChangesJustAhead) {
   EXPECT_EQ(secondShown, 1);
 }
 
-/// What is called may throw nothing; if it does once, nothing else of the screen stands still for it.
+/// Nothing else of the screen stands still for it.
 TEST_F(Refreshing, GoesOnInItsTurnBehindAnError) {
   int looks = 0;
   refresh.Ahead([&looks] {
@@ -153,11 +153,11 @@ TEST_F(Refreshing, GoesOnInItsTurnBehindAnError) {
 TEST_F(Refreshing, ShowsTheOthersInTheirTurnBehindAnErrorOfAPart) {
   const auto other = std::make_unique<ScreenRefresh>(clock);
   int tries = 0, shown = 0;
-  ScreenRefresh::Part faulty(*other, [&tries] {
+  ScreenRefresh::Part faulty(*other, [&tries](WindowStrips&) {
     ++tries;
     throw std::runtime_error("a part");
   });
-  ScreenRefresh::Part sound(*other, [&shown] { ++shown; });
+  ScreenRefresh::Part sound(*other, [&shown](WindowStrips&) { ++shown; });
   faulty.Ask();
   sound.Ask();
   EXPECT_THROW(clock.Advance(1), std::runtime_error);
@@ -182,7 +182,7 @@ TEST_F(Refreshing, NobodyLooksAheadOfItOnceItHasEnded) {
   auto other = std::make_unique<ScreenRefresh>(clock);
   int looks = 0;
   other->Ahead([&looks] { ++looks; });
-  ScreenRefresh::Part part(*other, [this] { ++firstShown; });
+  ScreenRefresh::Part part(*other, [this](WindowStrips&) { ++firstShown; });
   part.Ask();
   other.reset();
   clock.Advance(34);
@@ -192,7 +192,7 @@ TEST_F(Refreshing, NobodyLooksAheadOfItOnceItHasEnded) {
 
 TEST_F(Refreshing, APartMayOutliveIt) {
   auto other = std::make_unique<ScreenRefresh>(clock);
-  ScreenRefresh::Part part(*other, [this] { ++firstShown; });
+  ScreenRefresh::Part part(*other, [this](WindowStrips&) { ++firstShown; });
   other.reset();
   part.Ask();
   clock.Advance(34);
@@ -219,7 +219,7 @@ TEST(ShownScreen, IsPaintedByTheYieldBehindIt) {
   };
   while (!isQuiet()) {
   }
-  ScreenRefresh::Part part(refresh, [&] { window.update(); });
+  ScreenRefresh::Part part(refresh, [&](WindowStrips&) { window.update(); });
   const int before = window.paints;
   part.Ask();
   part.ShowDue();

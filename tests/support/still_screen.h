@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/loop/screen_refresh.h"
+#include "platform/windows/screen_refresh.h"
 #include "support/fake_clock.h"
 
 namespace velk::test {

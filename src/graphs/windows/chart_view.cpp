@@ -76,7 +76,7 @@ ChartView::ChartView(TimeBase& times, const ChartMeasures& measures, const Curve
       picture3_(kAxisWidth, PlotHeight(), devicePixelRatioF(), AxisFont(font)),
       chart_(std::make_unique<StripChart>(times, measures_, curves_, language,
                                           ChartSurfaces{picture1_, pic2_, picture3_})),
-      refresh_(refresh, [this] { ShowChanges(); }) {
+      refresh_(refresh, [this](WindowStrips& strips) { ShowChanges(strips); }) {
   picture3_.SetTextCovers(true);
   ui_->Picture1->Show(&picture1_, &colours_);
   ui_->Pic2->Show(&pic2_, &colours_);
@@ -250,9 +250,9 @@ void ChartView::SetAlarm(int slot, AlarmSide side) {
   ui_->LabelPanel->SetAlarm(slot - 1, side);
 }
 
-void ChartView::ShowChanges() {
-  ui_->LabelPanel->ShowChanges();
-  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->ShowChanges();
+void ChartView::ShowChanges(WindowStrips& strips) {
+  ui_->LabelPanel->ShowChanges(strips);
+  for (SurfaceView* view : {ui_->Picture1, ui_->Pic2, ui_->Picture3}) view->ShowChanges(strips);
 }
 
 }  // namespace velk

@@ -13,7 +13,7 @@
 #include "model/time_base.h"
 #include "platform/drawing/colour_map.h"
 #include "platform/drawing/surface_image.h"
-#include "platform/loop/screen_refresh.h"
+#include "platform/windows/screen_refresh.h"
 
 namespace Ui {
 class ChartView;
@@ -95,7 +95,7 @@ class ChartView : public QWidget {
   void PlaceFrame();
   void FitSurfaces();
   void FitPictures(double ratio);
-  void ShowChanges();
+  void ShowChanges(WindowStrips& strips);
   void RepaintViews();
 
   const ChartMeasures measures_;

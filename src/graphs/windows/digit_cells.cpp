@@ -66,24 +66,26 @@ int DigitCells::Width(std::string_view text) const {
   return width;
 }
 
-DigitCells::Columns DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before,
-                                      QRgb ink, QRgb ground) {
+QRect DigitCells::Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink,
+                        QRgb ground) {
   Pictures& pictures = In(ink, ground);
-  Columns written;
   const auto stride = static_cast<std::size_t>(image.bytesPerLine());
   uchar* const top = image.bits() + static_cast<std::size_t>(y) * stride;
+  int left = x, behind = x;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int width = WidthOf(text[i]);
     if (i >= before.size() || before[i] != text[i]) {
       const QRgb* const picture = Picture(pictures, text[i]);
-      const auto [first, behind] = before.empty() ? Rows{0, height_} : inked_;
-      CopyPicture(picture + first * width, width, behind - first,
+      const auto [first, last] = before.empty() ? Rows{0, height_} : inked_;
+      CopyPicture(picture + first * width, width, last - first,
                   top + static_cast<std::size_t>(first) * stride + 4 * static_cast<std::size_t>(x), stride);
-      written = {written.first == written.last ? x : written.first, x + width};
+      if (left == behind) left = x;
+      behind = x + width;
     }
     x += width;
   }
-  return written;
+  const auto [first, last] = before.empty() ? Rows{0, height_} : inked_;
+  return {left, y + first, behind - left, last - first};
 }
 
 DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
@@ -95,13 +97,19 @@ DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
     return pictures;
   }
   if (pictures_.size() >= kMostPairs) pictures_.clear();
-  return pictures_.emplace_back(Pictures{ink, ground, {}, {}});
+  Pictures& pictures = pictures_.emplace_back(Pictures{ink, ground, {}, {}});
+  for (char digit = '0'; digit <= '9'; ++digit) Draw(pictures, digit);  // each is needed soon
+  return pictures;
 }
 
 const QRgb* DigitCells::Picture(Pictures& pictures, char character) {
+  const std::size_t& begin = pictures.begins[static_cast<std::size_t>(character - kFirst)];
+  if (begin == 0) Draw(pictures, character);
+  return pictures.dots.data() + begin - 1;
+}
+
+void DigitCells::Draw(Pictures& pictures, char character) {
   const auto index = static_cast<std::size_t>(character - kFirst);
-  std::size_t& begin = pictures.begins[index];
-  if (begin > 0) return pictures.dots.data() + begin - 1;
   const int width = widths_[index];
   QImage picture(std::max(width, 1), height_, QImage::Format_RGB32);
   picture.fill(pictures.ground);
@@ -111,7 +119,7 @@ const QRgb* DigitCells::Picture(Pictures& pictures, char character) {
   const double own = QFontMetricsF(font_).horizontalAdvance(QLatin1Char(character));
   painter.drawText(QPointF((width - own) / 2, ascent_), QString(QLatin1Char(character)));
   painter.end();
-  begin = pictures.dots.size() + 1;
+  pictures.begins[index] = pictures.dots.size() + 1;
   for (int row = 0; row < height_; ++row) {
     const auto* const from = reinterpret_cast<const QRgb*>(picture.constScanLine(row));
     pictures.dots.insert(pictures.dots.end(), from, from + width);
@@ -119,7 +127,6 @@ const QRgb* DigitCells::Picture(Pictures& pictures, char character) {
     inked_ = inked_.first == inked_.behind ? Rows{row, row + 1}
                                            : Rows{std::min(inked_.first, row), std::max(inked_.behind, row + 1)};
   }
-  return pictures.dots.data() + begin - 1;
 }
 
 }  // namespace velk

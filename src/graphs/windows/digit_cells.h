@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QRect>
 #include <array>
 #include <string_view>
 #include <vector>
@@ -18,13 +19,9 @@ class DigitCells {
   int Height() const { return height_; }
   /// Width of a text; -1 where it holds a character that has no picture.
   int Width(std::string_view text) const;
-  /// Columns of an image, from the first up to, and without, the last; none where they are the same.
-  struct Columns {
-    int first = 0, last = 0;
-  };
   /// Writes a text into an image of 32 bits a pixel, its upper left corner at (x, y); both have to lie in it. Where
   /// `before`, as wide in each character, stands there already, only what differs is copied. Gives what was written to.
-  Columns Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
+  QRect Write(QImage& image, int x, int y, std::string_view text, std::string_view before, QRgb ink, QRgb ground);
   /// Whether each character of two texts stands at the same place.
   bool InSamePlaces(std::string_view a, std::string_view b) const {
     if (a.size() != b.size()) return false;
@@ -52,6 +49,7 @@ class DigitCells {
   static bool Has(char character) { return character >= kFirst && character <= kLast; }
   Pictures& In(QRgb ink, QRgb ground);
   const QRgb* Picture(Pictures& pictures, char character);
+  void Draw(Pictures& pictures, char character);
 
   QFont font_;
   int height_ = 0;

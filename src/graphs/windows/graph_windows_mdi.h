@@ -8,8 +8,8 @@
 #include "graphs/windows/graph_form_new.h"
 #include "model/graph_window.h"
 #include "model/session.h"
-#include "platform/loop/screen_refresh.h"
 #include "platform/platform.h"
+#include "platform/windows/screen_refresh.h"
 
 class QMdiSubWindow;
 

@@ -45,6 +45,12 @@ bool IsDark(const QColor& ground) {
   return ground.lightness() <= 127;
 }
 
+/// Without a painter: a sign or a digit more is no seldom thing.
+void FillRows(QImage& picture, const QRect& box, QRgb colour) {
+  for (int y = box.top(); y <= box.bottom(); ++y)
+    std::fill_n(reinterpret_cast<QRgb*>(picture.scanLine(y)) + box.left(), box.width(), colour);
+}
+
 double MarkWidth(const QFont& font) {
   return 0.75 * font.pixelSize();
 }
@@ -179,9 +185,9 @@ void LabelRows::FormatValue(std::optional<double> value, const std::string& pict
     FormatTo(text, *value, picture);
 }
 
-void LabelRows::ShowChanges() {
+void LabelRows::ShowChanges(WindowStrips& strips) {
   FollowPalette();
-  QRect dirty;
+  changed_.clear();
   bool widens = false;
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     Row& row = rows_[i];
@@ -194,16 +200,16 @@ void LabelRows::ShowChanges() {
     if (keepsPlate && row.text == formatted_) continue;
     row.text.swap(formatted_);
     if (keepsPlate && row.isWritten && cells_.InSamePlaces(row.text, formatted_)) {
-      dirty |= WriteOver(row, plate, formatted_);
+      changed_.push_back(WriteOver(row, plate, formatted_));
       continue;
     }
     if (NeedOf(row) > needs_.value || MarkOf(row) > needs_.mark) widens = true;
-    if (!widens) dirty |= DrawValue(row);
+    if (!widens) changed_.push_back(DrawValue(row));
   }
   if (widens)
     LayOut();
-  else if (!dirty.isEmpty())
-    update(dirty);
+  else
+    strips.Add(*this, changed_);
 }
 
 LabelRows::Plate LabelRows::PlateOf(const Row& row) const {
@@ -263,17 +269,16 @@ QRect LabelRows::DrawValue(Row& row) {
 
 /// Puts the text of a row where `before` stands in the same places: what nearly all samples change.
 QRect LabelRows::WriteOver(Row& row, const Plate& plate, const std::string& before) {
-  const DigitCells::Columns written =
-      cells_.Write(column_, row.textCorner.x(), row.textCorner.y(), row.text, before, plate.ink, plate.ground);
   // A value's first digits seldom change.
-  const int left = static_cast<int>(std::floor(written.first / ratio_));
-  const int behind = static_cast<int>(std::ceil(written.last / ratio_));
-  return {ValueLeft() + left, row.top, behind - left, row.height};
+  const QRect written =
+      cells_.Write(column_, row.textCorner.x(), row.textCorner.y(), row.text, before, plate.ink, plate.ground);
+  const QRectF pixels(written.x() / ratio_, written.y() / ratio_, written.width() / ratio_, written.height() / ratio_);
+  return pixels.toAlignedRect().translated(ValueLeft(), 0);
 }
 
 void LabelRows::DrawPlate(const Plate& plate, const QRect& box) {
+  if (plate.side == AlarmSide::None) return FillRows(column_, box, plate.ground);
   QPainter painter(&column_);
-  if (plate.side == AlarmSide::None) return painter.fillRect(box, QColor(plate.ground));
   const int frame = std::max(1, static_cast<int>(std::lround(2 * ratio_)));
   painter.fillRect(box, QColor(plate.mark));
   painter.fillRect(box.adjusted(frame, frame, -frame, -frame), QColor(plate.ground));
@@ -360,18 +365,20 @@ void LabelRows::PaintTexts(QPainter& painter, const Row& row) const {
                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, row.shownUnits);
 }
 
+bool LabelRows::CopyDots(const PaintTarget& target, const QRect& part) {
+  if (target.Ratio() != ratio_ || !ValueColumn().contains(part)) return false;
+  target.Copy(part, column_, ValueColumn().topLeft());
+  return true;
+}
+
 void LabelRows::paintEvent(QPaintEvent* event) {
   if (ratio_ != devicePixelRatioF()) LayOut();
-  const QRect rect = event->rect();
-  const bool isOfValues = ValueColumn().contains(rect);
   QPoint corner;
   const PaintTarget target(redirected(&corner), corner);
-  if (isOfValues && target.HasDots() && target.Ratio() == ratio_) {
-    for (const QRect& part : event->region()) target.Copy(part, column_, ValueColumn().topLeft());
-    return;
-  }
+  if (CopyAll(target, event->region())) return;
+  const QRect rect = event->rect();
   QPainter painter(this);
-  if (!isOfValues) {
+  if (!ValueColumn().contains(rect)) {
     painter.fillRect(rect, QColor(looks_.ground));
     for (const Row& row : rows_)
       if (row.top < rect.bottom() + 1 && row.top + row.height > rect.top()) PaintTexts(painter, row);

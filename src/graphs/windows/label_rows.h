@@ -12,13 +12,14 @@
 #include "graphs/label_shares.h"
 #include "graphs/windows/digit_cells.h"
 #include "model/graph_window.h"
+#include "platform/windows/window_strips.h"
 
 namespace velk {
 
 /// The rows of a graph window's left panel, one a curve, in three columns: 1 its name, 2 the latest value, 3 the units,
 /// in the curve's colour, darker or lighter where it could not be read; a value stands on the colour of buttons. One
 /// widget paints them all. Values are kept as they come and formatted when they are shown, by ShowChanges.
-class LabelRows : public QWidget {
+class LabelRows : public QWidget, public ReadyDots {
   Q_OBJECT
 
  public:
@@ -47,7 +48,9 @@ class LabelRows : public QWidget {
   /// The paper that the panel goes with: dark beside a chart that is shown on dark paper.
   void SetNight(bool night);
   /// Puts changed values and alarms on the screen.
-  void ShowChanges();
+  void ShowChanges(WindowStrips& strips);
+  /// Of values.
+  bool CopyDots(const PaintTarget& target, const QRect& part) override;
 
   /// A label of a curve: 1 its name, 2 its value, 3 its units.
   struct Place {
@@ -138,8 +141,9 @@ class LabelRows : public QWidget {
   Looks looks_;
   LabelNeeds needs_;
   LabelShares shares_;
-  QImage column_;          ///< the values of all rows, in device pixels
-  std::string formatted_;  ///< room for a text
+  QImage column_;               ///< the values of all rows, in device pixels
+  std::vector<QRect> changed_;  ///< since they were shown, in pixels
+  std::string formatted_;       ///< room for a text
   bool stale_ = false;
   bool night_ = false;
 };

@@ -18,48 +18,32 @@ void SurfaceView::Show(SurfaceImage* surface, ColourMap* colours) {
   update();
 }
 
-void SurfaceView::ShowChanges() {
-  if (surface_ == nullptr) return;
-  const QRect changed = surface_->TakeDirty();
-  if (IsInView(changed)) update(changed);
-}
-
-/// Whether any of it lies within all that the view stands in. The end of a page that is higher than its window doesn't:
-/// to have it painted takes long, until it is found that nothing is. What comes into view is painted by itself.
-bool SurfaceView::IsInView(QRect rect) const {
-  for (const QWidget* widget = this; !rect.isEmpty(); widget = widget->parentWidget()) {
-    rect &= widget->rect();
-    if (widget->isWindow()) break;
-    rect.translate(widget->pos());
-  }
-  return !rect.isEmpty();
+void SurfaceView::ShowChanges(WindowStrips& strips) {
+  if (surface_ != nullptr) strips.Add(*this, surface_->TakeDirty());
 }
 
 void SurfaceView::paintEvent(QPaintEvent* event) {
   QPoint corner;
   const PaintTarget target(redirected(&corner), corner);
-  if (surface_ == nullptr || !target.HasDots() || !CopyTo(target, event->region())) Paint(event->rect());
+  if (!CopyAll(target, event->region())) Paint(event->rect());
 }
 
-/// Gives whether the surface covers all of the region; it may be smaller than the view until a resize has gone through.
-bool SurfaceView::CopyTo(const PaintTarget& target, const QRegion& region) {
+bool SurfaceView::CopyDots(const PaintTarget& target, const QRect& part) {
+  if (surface_ == nullptr) return false;
   const QSize size = surface_->PixelSize();
-  const QRect shown = region.boundingRect();
   const int ratio = target.Ratio();
-  if (surface_->PixelRatio() != ratio || (shown.right() + 1) * ratio > size.width() ||
-      (shown.bottom() + 1) * ratio > size.height())
+  if (surface_->PixelRatio() != ratio || (part.right() + 1) * ratio > size.width() ||
+      (part.bottom() + 1) * ratio > size.height())
     return false;
   const bool isPlain = colours_->ChangesNothing();
-  for (const QRect& rect : region) {
-    const int left = rect.left() * ratio;
-    const int width = rect.width() * ratio;
-    for (int y = rect.top() * ratio; y < (rect.bottom() + 1) * ratio; ++y) {
-      const std::uint32_t* const from = surface_->Row(y) + left;
-      if (isPlain)
-        std::copy_n(from, width, target.Row(left, y));
-      else
-        colours_->Map(from, target.Row(left, y), static_cast<std::size_t>(width));
-    }
+  const int left = part.left() * ratio;
+  const int width = part.width() * ratio;
+  for (int y = part.top() * ratio; y < (part.bottom() + 1) * ratio; ++y) {
+    const std::uint32_t* const from = surface_->Row(y) + left;
+    if (isPlain)
+      std::copy_n(from, width, target.Row(left, y));
+    else
+      colours_->Map(from, target.Row(left, y), static_cast<std::size_t>(width));
   }
   return true;
 }

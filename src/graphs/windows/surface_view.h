@@ -5,14 +5,13 @@
 
 #include "platform/drawing/colour_map.h"
 #include "platform/drawing/surface_image.h"
+#include "platform/windows/window_strips.h"
 
 namespace velk {
 
-class PaintTarget;
-
 /// Shows a surface in the colours of a map. What the surface has changed is repainted when ShowChanges is called, not
 /// before.
-class SurfaceView : public QWidget {
+class SurfaceView : public QWidget, public ReadyDots {
   Q_OBJECT
 
  public:
@@ -20,14 +19,14 @@ class SurfaceView : public QWidget {
 
   /// The surface to show, and how its colours are shown; both outlive the view or are taken away with nullptr.
   void Show(SurfaceImage* surface, ColourMap* colours);
-  void ShowChanges();
+  void ShowChanges(WindowStrips& strips);
+  /// Where the surface covers all of the part; it may be smaller than the view until a resize has gone through.
+  bool CopyDots(const PaintTarget& target, const QRect& part) override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  bool IsInView(QRect rect) const;
-  bool CopyTo(const PaintTarget& target, const QRegion& region);
   void Paint(const QRect& shown);
   QImage Mapped(const QImage& picture, const QRect& shown);
 

@@ -13,6 +13,7 @@ PaintTarget::PaintTarget(QPaintDevice* device, QPoint corner) {
       image->format() == QImage::Format_RGB32 || image->format() == QImage::Format_ARGB32_Premultiplied;
   if (!takesOpaqueDots || ratio != std::floor(ratio)) return;
   ratio_ = static_cast<int>(ratio);
+  format_ = image->format();
   stride_ = image->bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
   origin_ = reinterpret_cast<QRgb*>(image->bits()) - (corner.y() * stride_ + corner.x()) * ratio_;
 }
@@ -35,6 +36,13 @@ QImage PaintTarget::Picture(const QRect& rect) const {
                 sizeof(QRgb) * static_cast<std::size_t>(picture.width()));
   picture.setDevicePixelRatio(ratio_);
   return picture;
+}
+
+QImage PaintTarget::View(const QRect& rect) const {
+  QImage view(reinterpret_cast<uchar*>(Row(rect.x() * ratio_, rect.y() * ratio_)), rect.width() * ratio_,
+              rect.height() * ratio_, stride_ * static_cast<qsizetype>(sizeof(QRgb)), format_);
+  view.setDevicePixelRatio(ratio_);
+  return view;
 }
 
 }  // namespace velk

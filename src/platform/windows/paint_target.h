@@ -27,11 +27,14 @@ class PaintTarget {
   void Copy(const QRect& rect, const QImage& picture, QPoint corner) const;
   /// What stands under `rect`, which was painted.
   QImage Picture(const QRect& rect) const;
+  /// The memory under `rect` as a picture to paint on; good while the target is.
+  QImage View(const QRect& rect) const;
 
  private:
   QRgb* origin_ = nullptr;  ///< the widget's first dot, which may lie outside of what is painted
   std::ptrdiff_t stride_ = 0;
   int ratio_ = 1;
+  QImage::Format format_ = QImage::Format_Invalid;
 };
 
 }  // namespace velk

@@ -1,4 +1,4 @@
-#include "platform/loop/screen_refresh.h"
+#include "platform/windows/screen_refresh.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,8 +35,9 @@ struct ScreenRefresh::Round {
   void ShowParts() {
     if (ahead) ahead();
     waits = false;
+    WindowStrips strips;
     for (Part* const part : parts)
-      if (std::exchange(part->asked_, false)) part->show_();
+      if (std::exchange(part->asked_, false)) part->show_(strips);
   }
 
   Clock& clock;
@@ -60,8 +61,7 @@ void ScreenRefresh::Ahead(std::function<void()> look) {
   round_->ahead = std::move(look);
 }
 
-ScreenRefresh::Part::Part(const ScreenRefresh& refresh, std::function<void()> show)
-    : round_(refresh.round_), show_(std::move(show)) {
+ScreenRefresh::Part::Part(const ScreenRefresh& refresh, Show show) : round_(refresh.round_), show_(std::move(show)) {
   round_->parts.push_back(this);
 }
 

@@ -1,0 +1,106 @@
+#include "platform/windows/window_strips.h"
+
+#include <QBackingStore>
+#include <QRegion>
+#include <QWindow>
+#include <algorithm>
+#include <tuple>
+
+#include "platform/windows/paint_target.h"
+
+namespace velk {
+
+namespace {
+
+/// Whether a child that stands above one of its children, or above `parent` itself, may touch a part of it.
+bool IsCovered(const QWidget& parent, const QWidget* child, const QRect& part) {
+  const QObjectList& children = parent.children();
+  // From the topmost down.
+  for (auto above = children.rbegin(); above != children.rend() && *above != child; ++above) {
+    if (!(*above)->isWidgetType()) continue;
+    const auto& widget = static_cast<const QWidget&>(**above);
+    if (widget.isVisible() && !widget.isWindow() && widget.geometry().intersects(part)) return true;
+  }
+  return false;
+}
+
+/// Whether a part lies in the shape of a widget: that of a frame has its corners rounded.
+bool IsInShape(const QWidget& widget, const QRect& part) {
+  const QRegion shape = widget.mask();
+  return shape.isEmpty() ||
+         std::any_of(shape.begin(), shape.end(), [&](const QRect& rect) { return rect.contains(part); });
+}
+
+/// The picture of a window, if it may be copied into at any time.
+QBackingStore* PictureOf(const QWidget& window) {
+  const QWindow* const handle = window.windowHandle();
+  if (handle == nullptr || !handle->isExposed()) return nullptr;
+  QBackingStore* const store = window.backingStore();
+  // Another size is followed with the next repainting, which is of all.
+  if (store == nullptr || store->size() != window.size()) return nullptr;
+  return PaintTarget(store->paintDevice(), {}).HasDots() ? store : nullptr;
+}
+
+}  // namespace
+
+bool ReadyDots::CopyAll(const PaintTarget& target, const QRegion& region) {
+  return target.HasDots() &&
+         std::all_of(region.begin(), region.end(), [&](const QRect& part) { return CopyDots(target, part); });
+}
+
+void WindowStrips::Add(QWidget& widget, ReadyDots& dots, std::span<const QRect> parts) {
+  QRect all;
+  for (const QRect& part : parts) all |= part;
+  if (all.isEmpty() || !widget.isVisible()) return;
+  if (!widget.updatesEnabled()) return widget.update(all);
+  Strip strip{&widget, &widget, &dots, {}, all, parts_.size(), 0};
+  for (const QWidget* below = nullptr;; below = strip.window, strip.window = strip.window->parentWidget()) {
+    QWidget& in = *strip.window;
+    strip.place &= in.rect();
+    if (strip.place.isEmpty()) return;
+    if (IsCovered(in, below, strip.place) || !IsInShape(in, strip.place)) return widget.update(all);
+    if (in.isWindow()) break;
+    if (in.testAttribute(Qt::WA_NativeWindow)) return widget.update(all);
+    strip.place.translate(in.pos());
+    strip.corner += in.pos();
+  }
+  const QRect seen = strip.place.translated(-strip.corner);
+  for (const QRect& part : parts)
+    if (part.intersects(seen)) parts_.push_back(part & seen);
+  strip.end = parts_.size();
+  strips_.push_back(strip);
+}
+
+void WindowStrips::Show() {
+  // Regions take rectangles best from the top down.
+  std::sort(strips_.begin(), strips_.end(), [](const Strip& a, const Strip& b) {
+    return std::tuple(a.window, a.place.y(), a.place.x()) < std::tuple(b.window, b.place.y(), b.place.x());
+  });
+  for (const Strip *begin = strips_.cbegin(), *end = begin; begin != strips_.cend(); begin = end) {
+    end = std::find_if(begin, strips_.cend(), [&](const Strip& strip) { return strip.window != begin->window; });
+    ShowIn(*begin->window, {begin, end});
+  }
+  strips_.clear();
+  parts_.clear();
+}
+
+void WindowStrips::ShowIn(QWidget& window, std::span<const Strip> strips) const {
+  const auto leave = [](const Strip& strip) { strip.widget->update(strip.place.translated(-strip.corner)); };
+  QBackingStore* const store = PictureOf(window);
+  if (store == nullptr) return void(std::for_each(strips.begin(), strips.end(), leave));
+  QRegion shown;
+  for (const Strip& strip : strips) shown += strip.place;
+  store->beginPaint(shown);
+  for (const Strip& strip : strips)
+    if (!CopyTo(store->paintDevice(), strip)) leave(strip);
+  store->endPaint();
+  store->flush(shown);
+}
+
+bool WindowStrips::CopyTo(QPaintDevice* picture, const Strip& strip) const {
+  const PaintTarget target(picture, -strip.corner);
+  return std::all_of(parts_.begin() + strip.begin, parts_.begin() + strip.end,
+                     [&](const QRect& part) { return strip.dots->CopyDots(target, part); });
+}
+
+}  // namespace velk
