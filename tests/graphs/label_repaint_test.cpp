@@ -65,7 +65,8 @@ TEST_F(Repainting, WhatAValueChangesIsRepainted) {
       for (int x = 0; x < after.width(); ++x) {
         if (before.pixel(x, y) == after.pixel(x, y)) continue;
         ++changed;
-        const QPoint place = QPoint(x, y) / after.devicePixelRatio();
+        const QPoint place(static_cast<int>(x / after.devicePixelRatio()),
+                           static_cast<int>(y / after.devicePixelRatio()));
         ASSERT_TRUE(repainted.contains(place)) << value << ": " << x << ", " << y;
       }
     EXPECT_GT(changed, 0) << value;
