@@ -19,7 +19,8 @@ class SampleErrors : public BoxPause {
   bool StaysAway(const Failure& failure) override;
   void WasAnswered(const Failure& failure, Answer answer) override;
 
-  /// A sample begins, or has ended: where nothing has failed in between, the panel names nothing any more.
+  /// A sample begins, or comes to its end: where nothing has failed in between, the panel names nothing any more. One
+  /// that an error has left has no end here: the panel names it.
   void BeginSample() { failed_ = false; }
   void EndSample();
 

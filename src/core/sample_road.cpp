@@ -103,7 +103,6 @@ void SampleRoad::Sample(const Report& report, const std::function<Values(const S
   errors_.BeginSample();
   session_.SampleBoxes = &errors_;
   RunProcedure(report, [&](const Statements& run) { RunSample(run, take); });
-  errors_.EndSample();
 }
 
 bool SampleRoad::PassesGuard() {
@@ -125,7 +124,14 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
   session_.SampleTime = platform_.clock.Now();
   session_.Data.channel = 0;
   const Values values = take(run);
+  if (values != Values::Left) PlotAndRecord(run, values);
+  errors_.EndSample();  // ahead of the screen, which names no more what has ended
   if (values == Values::Left) return;
+  view_.ShowDue();
+  platform_.clock.Yield();
+}
+
+void SampleRoad::PlotAndRecord(const Statements& run, Values values) {
   NoteLine(values);
   if (values != Values::Held && onValues) onValues();
   std::optional<double> rowTime;
@@ -135,9 +141,6 @@ void SampleRoad::RunSample(const Statements& run, const std::function<Values(con
     plotter_.MoveTimeBase(session_.SamplingRate);
   }
   view_.SetPanel(4, FormatDate(session_.SampleTime, rowTime ? "dd-mmm-yyyy hh:mm:ss" : "hh:mm:ss"));
-  errors_.EndSample();  // what has ended by now is shown no more
-  view_.ShowDue();
-  platform_.clock.Yield();
 }
 
 bool SampleRoad::DrawAndLog(const Statements& run, Values values, std::optional<double> rowTime) {

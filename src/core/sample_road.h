@@ -36,8 +36,7 @@ class SampleRoad {
   void ProcessLine(const std::string& line);
 
   /// One sample from any source. `take` runs behind the guard, with SampleTime set to Now; where it has waited, it
-  /// sets SampleTime again; `report` names the procedure
-  /// in the box of an error.
+  /// sets SampleTime again; `report` names the procedure in the box of an error.
   void Sample(const Report& report, const std::function<Values(const Statements& run)>& take);
 
   /// Takes the values of a line in the common form; a line that is rejected is counted.
@@ -68,6 +67,7 @@ class SampleRoad {
   bool PassesGuard();
   void Leave();
   void RunSample(const Statements& run, const std::function<Values(const Statements& run)>& take);
+  void PlotAndRecord(const Statements& run, Values values);
   /// False for a sample that is not significant: it is neither drawn nor logged.
   bool DrawAndLog(const Statements& run, Values values, std::optional<double> rowTime);
   bool IsSignificant(const Statements& run);

@@ -162,37 +162,6 @@ TEST_F(Road, CountsRejectedLinesSinceConnectAndTellsSinceWhenValuesAreHeld) {
   EXPECT_EQ(rig.session.Data.rejected, 0);
 }
 
-TEST_F(Road, AnErrorThatWasCancelledComesAgainForItsChannelAfterTenSecondsAndRowsGoOn) {
-  rig.Connect();
-  rig.ChooseFile();
-  rig.acquisition.mnuAcquireStart_Click();
-  rig.session.Parameters[2].max = rig.session.Parameters[2].min;  // a scale without length
-  rig.dialogs.Expect("Division by zero", Answer::Cancel);
-  rig.Sample(1, 2, 3);
-  EXPECT_EQ(rig.session.Data.failure.English(), "Division by zero (Channel 2)");
-  for (int second = 1; second <= 9; ++second) rig.Sample(1, 2, 3);
-  EXPECT_EQ(rig.dialogs.shown.size(), 1U);
-  EXPECT_EQ(rig.session.Data.rows, 10) << "a row each sample";
-  rig.dialogs.Expect("Division by zero", Answer::Cancel);
-  rig.Sample(1, 2, 3);
-  EXPECT_EQ(rig.dialogs.shown.size(), 2U) << "ten seconds are over";
-  rig.session.Parameters[2].max = 100;
-  rig.Sample(1, 2, 3);
-  EXPECT_EQ(rig.session.Data.failure.English(), "");
-}
-
-TEST_F(Road, TheSameErrorOfAnotherChannelHasItsOwnBox) {
-  rig.ConnectAndStart();
-  rig.session.Parameters[2].max = rig.session.Parameters[2].min;
-  rig.dialogs.Expect("Division by zero", Answer::Cancel);
-  rig.Sample(1, 2, 3);
-  rig.session.Parameters[2].max = 100;
-  rig.session.Parameters[3].max = rig.session.Parameters[3].min;
-  rig.dialogs.Expect("Division by zero", Answer::Cancel);
-  rig.Sample(1, 2, 3);
-  EXPECT_EQ(rig.session.Data.failure.English(), "Division by zero (Channel 3)");
-}
-
 TEST_F(Road, UpdatesTheBlockWithTheFirstCurveOfEachGraph) {
   rig.ConnectAndStart();
   const double start = rig.session.StartTime;
@@ -255,16 +224,6 @@ TEST_F(Road, HasTheScreenFollowAheadOfItsLastYieldWhichPaintsIt) {
   rig.Sample(10, 20, 30);
   rig.clock.onYield = nullptr;
   EXPECT_EQ(shownByYield, (std::vector<int>{before, before + 1}));
-}
-
-TEST_F(Road, NamesAFaultThatHasEndedNoMoreWhenTheScreenFollows) {
-  rig.ConnectAndStart();
-  rig.session.Data.failure = "Division by zero";
-  std::string atLastYield;
-  rig.clock.onYield = [&] { atLastYield = rig.session.Data.failure.English(); };
-  rig.Sample(10, 20, 30);
-  rig.clock.onYield = nullptr;
-  EXPECT_EQ(atLastYield, "");
 }
 
 // --- The guard ---
