@@ -187,7 +187,7 @@ void Acquisition::Run(const Statements& run) {
   view_.SetButtonVisible("RecordToDB", true);
   view_.SetButtonEnabled("RecordToDB", true);
   view_.Repaint();
-  if (onPace) onPace();
+  if (onAcquiring) onAcquiring();
 }
 
 void Acquisition::Pause(const Statements&) {
@@ -197,7 +197,7 @@ void Acquisition::Pause(const Statements&) {
   session_.SampleSeconds = session_.SamplingRate * kSecondsPerDay;
   sources_.Current().Pause();
   ReleaseGraphToolbars(session_);
-  if (onPace) onPace();
+  if (onAcquiring) onAcquiring();
 }
 
 void Acquisition::PauseAfterTimeOut() {

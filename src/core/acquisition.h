@@ -31,8 +31,8 @@ class Acquisition {
 
   /// A job stands from the end of Connect to Stop.
   std::function<void(bool stands)> onJob;
-  /// Start, Pause or Resume: from now on data are acquired, or not.
-  std::function<void()> onPace;
+  /// Start, Pause or Resume: from now on data are acquired, or not; the status tells which.
+  std::function<void()> onAcquiring;
   /// The job ends; its log is still open.
   std::function<void()> onEnding;
 

@@ -110,7 +110,7 @@ Application::Application(const Services& services)
 Application::~Application() {
   windows_.CloseAll();
   acquisition_.onJob = nullptr;
-  acquisition_.onPace = nullptr;
+  acquisition_.onAcquiring = nullptr;
   log_.onLeaving = nullptr;
   form_.onQueryUnload = nullptr;
   form_.onSpeedChange = nullptr;
@@ -158,10 +158,10 @@ void Application::BindCommands() {
       platform_.dialogs.Message({text::NoSimulatedUnit, "", Buttons::Ok, BoxIcon::Exclamation});
   };
   acquisition_.onJob = [this](bool stands) {
-    dataPanel_.Watch(stands);
+    dataPanel_.FollowJob(stands);
     liveSurvey_.Stop();
   };
-  acquisition_.onPace = [this] { dataPanel_.Watch(true); };
+  acquisition_.onAcquiring = [this] { dataPanel_.FollowAcquiring(); };
   refresh_.Ahead([this] { dataPanel_.LookAlong(); });
   frame_.Windows().onReopen = [this](int graph) { ReopenGraph(graph); };
 }

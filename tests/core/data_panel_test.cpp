@@ -13,8 +13,8 @@ using test::Rig;
 class Panel : public testing::Test {
  protected:
   Panel() {
-    rig.acquisition.onJob = [this](bool stands) { panel.Watch(stands); };
-    rig.acquisition.onPace = [this] { panel.Watch(true); };
+    rig.acquisition.onJob = [this](bool stands) { panel.FollowJob(stands); };
+    rig.acquisition.onAcquiring = [this] { panel.FollowAcquiring(); };
   }
   void Samples(int count) {
     for (int i = 0; i < count; ++i) rig.Sample(i, 2, 3);

@@ -43,9 +43,14 @@ DataPanel::DataPanel(Session& session, const Platform& platform, MainView& view,
   });
 }
 
-void DataPanel::Watch(bool job) {
+void DataPanel::FollowJob(bool stands) {
   timer_->SetInterval(kLookMs);
-  timer_->SetEnabled(job);
+  timer_->SetEnabled(stands);
+  Look();
+}
+
+void DataPanel::FollowAcquiring() {
+  timer_->SetInterval(kLookMs);
   Look();
 }
 

@@ -19,9 +19,10 @@ class DataPanel {
  public:
   DataPanel(Session& session, const Platform& platform, MainView& view, const Recorder& recorder, Link& link);
 
-  /// A job stands, from Connect on, or acquires from now on, or no longer; or it has ended: then nothing is told any
-  /// more. Told at once.
-  void Watch(bool job);
+  /// A job stands, from Connect on, or has ended: then nothing is told any more. Told at once.
+  void FollowJob(bool stands);
+  /// The job that stands acquires from now on, or has paused: the status tells which. Told at once.
+  void FollowAcquiring();
   /// Tells what is to be told at this moment.
   void Look();
   /// The screen is about to follow a sample: a look that is due by now goes along, since to wake up and paint for it
