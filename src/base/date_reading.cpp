@@ -4,7 +4,7 @@
 #include "base/date_names.h"
 #include "base/dates.h"
 #include "base/errors.h"
-#include "base/numbers.h"
+#include "base/number_reading.h"
 #include "base/text.h"
 
 namespace velk {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "base/numbers.h"
+#include "base/number_reading.h"
 
 namespace velk {
 

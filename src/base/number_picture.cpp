@@ -1,10 +1,11 @@
+#include "base/number_picture.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 
-#include "base/decimal.h"
-#include "base/numbers.h"
+#include "base/number_text.h"
 
 namespace velk {
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+#include "base/powers_of_ten.h"
 
 namespace velk {
 
@@ -12,8 +13,7 @@ namespace velk {
 /// is read in a fraction of the time of from_chars, with the same result: the digits as one whole number and the power
 /// of ten are numbers that a double holds, so their quotient is the double nearest to the number.
 inline const char* ReadPlainMagnitude(const char* begin, const char* end, double& value) {
-  static constexpr std::array<double, 20> kPowersOf10 = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                                         1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+  constexpr std::size_t kMostDigits = 19;  // of more the number might have run over
   constexpr std::uint64_t kLargestExact = 1ULL << 53;
   std::uint64_t number = 0;
   const auto readDigits = [&](const char* read) {
@@ -33,20 +33,10 @@ inline const char* ReadPlainMagnitude(const char* begin, const char* end, double
     places = static_cast<std::size_t>(read - fraction);
     digits += places;
   }
-  // More digits than a power of ten has zeros might have run over.
-  if (digits == 0 || digits >= kPowersOf10.size() || number > kLargestExact) return nullptr;
-  value = static_cast<double>(static_cast<std::int64_t>(number)) / kPowersOf10[places];
+  if (digits == 0 || digits > kMostDigits || number > kLargestExact) return nullptr;
+  value = static_cast<double>(static_cast<std::int64_t>(number));
+  if (places > 0) value /= PowerOfTen(static_cast<std::ptrdiff_t>(places));
   return read;
-}
-
-/// Val (see numbers.h) without blanks and sign: a digit or a point is at `begin`. Gives what is behind the number;
-/// null, and 0, where there is none. Of any length, and with an exponent or without.
-const char* ReadAnyMagnitude(const char* begin, const char* end, double& value);
-/// The same, by the short way where there is one.
-inline const char* ReadMagnitude(const char* begin, const char* end, double& value) {
-  const char* const behind = ReadPlainMagnitude(begin, end, value);
-  const bool isWhole = behind != nullptr && (behind == end || (*behind != 'e' && *behind != 'E'));
-  return isWhole ? behind : ReadAnyMagnitude(begin, end, value);
 }
 
 struct PlainDecimal {

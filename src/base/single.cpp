@@ -1,7 +1,7 @@
 #include "base/single.h"
 
 #include "base/errors.h"
-#include "base/numbers.h"
+#include "base/number_text.h"
 
 namespace velk {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "base/plain_decimal.h"
+#include "base/number_reading.h"
 #include "formula/formula_tokens.h"
 
 namespace velk {

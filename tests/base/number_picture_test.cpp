@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "base/numbers.h"
+#include "base/number_picture.h"
 
 namespace velk {
 namespace {

@@ -1,4 +1,4 @@
-#include "base/decimal.h"
+#include "base/number_text.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "base/numbers.h"
+#include "base/number_reading.h"
+#include "base/powers_of_ten.h"
 
 namespace velk {
 
@@ -48,14 +49,7 @@ constexpr std::array<std::uint64_t, count> PowersOf(std::uint64_t base) {
 }
 
 constexpr auto kPowersOf5 = PowersOf<28>(5);  // 5^27 is the last that leaves a product with 53 bits within 128
-constexpr auto kPowersOf10 = PowersOf<16>(10);
-
-/// 1E-12 to 1E22, those below 1 to the nearest, the others exact.
-constexpr int kLeastPower = -12;
-constexpr int kLastPower = 22;
-constexpr double kPowers[] = {1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1,
-                              1e0,   1e1,   1e2,   1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                              1e12,  1e13,  1e14,  1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr auto kWholePowersOf10 = PowersOf<16>(10);
 
 /// The eight digits of a number below 10^8 as numbers 0 to 9 in bytes, the first in the lowest. Fours, then pairs, then
 /// single digits are parted, each stage at once in lanes of one word: x / 100 is x * 5243 >> 19 below 10^4, and x / 10
@@ -87,11 +81,11 @@ int CountDigits(std::uint64_t eightDigits) {
   std::uint64_t front = 0;
   std::uint64_t back = 0;
   if (digits <= 8) {
-    front = EightDigits(number * kPowersOf10[8 - digits]);
+    front = EightDigits(number * kWholePowersOf10[8 - digits]);
   } else {
-    const std::uint64_t filledUp = number * kPowersOf10[16 - digits];
-    front = EightDigits(filledUp / kPowersOf10[8]);
-    back = EightDigits(filledUp % kPowersOf10[8]);
+    const std::uint64_t filledUp = number * kWholePowersOf10[16 - digits];
+    front = EightDigits(filledUp / kWholePowersOf10[8]);
+    back = EightDigits(filledUp % kWholePowersOf10[8]);
   }
   found.count = back == 0 ? CountDigits(front) : 8 + CountDigits(back);
   found.text = Wide{back | kZeros} << 64 | (front | kZeros);
@@ -106,14 +100,14 @@ struct WholeDigits {
 /// The digits by exact integer arithmetic, much faster than to_chars, for what instruments send: 1E-11 to 1E15, of
 /// 7 digits from 1E-7. Gives false outside. Ties go to even, as in to_chars.
 [[gnu::always_inline]] inline bool FindWholeDigits(WholeDigits& found, double magnitude, int digits) {
-  if (!(magnitude >= kPowers[0] && magnitude < kPowers[digits - kLeastPower])) return false;
+  if (!(magnitude >= PowerOfTen(kLeastPowerOfTen) && magnitude < PowerOfTen(digits))) return false;
   const auto bits = std::bit_cast<std::uint64_t>(magnitude);
   const std::uint64_t mantissa = (bits & ((1ULL << 52) - 1)) | (1ULL << 52);
   const int binaryExponent = static_cast<int>(bits >> 52) - 1023;
   // 1233 / 4096 is the logarithm of 2. In this range the exponent is right or one too low. The nearest to a power of
   // ten counts as that power, since it is rounded to it.
   int exponent = (binaryExponent * 1233) >> 12;
-  if (magnitude >= kPowers[exponent + 1 - kLeastPower]) ++exponent;
+  if (magnitude >= PowerOfTen(exponent + 1)) ++exponent;
   // magnitude * 10^scale * 2^64, which leaves the whole number that is looked for in the upper half. Its factor
   // 10^scale * 2^(binaryExponent + 12) is below 2^62, since the number has 50 bits at most.
   const int scale = digits - 1 - exponent;
@@ -123,7 +117,7 @@ struct WholeDigits {
   // All but a half is added, and the rest of it where that makes an even number.
   const std::uint64_t odd = static_cast<std::uint64_t>(product >> 64) & 1;
   found.number = static_cast<std::uint64_t>((product + (1ULL << 63) - 1 + odd) >> 64);
-  if (found.number == kPowersOf10[digits]) {
+  if (found.number == kWholePowersOf10[digits]) {
     found.number /= 10;
     ++exponent;
   }
@@ -246,9 +240,9 @@ double ThroughNumberText(double value) {
   WholeDigits whole;
   if (!FindWholeDigits(whole, std::abs(value), kDigits)) return ThroughAnyText(value);
   const int places = kDigits - 1 - whole.exponent;
-  if (places < 0 || places > kLastPower) return ThroughAnyText(value);
+  if (places < 0 || places > kLastPowerOfTen) return ThroughAnyText(value);
   // Digits and power are exact, so that the quotient is rounded once, as the text's number is.
-  const double magnitude = static_cast<double>(static_cast<std::int64_t>(whole.number)) / kPowers[places - kLeastPower];
+  const double magnitude = static_cast<double>(static_cast<std::int64_t>(whole.number)) / PowerOfTen(places);
   return std::copysign(magnitude, value);
 }
 

@@ -1,4 +1,4 @@
-#include "base/numbers.h"
+#include "base/number_reading.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "base/errors.h"
-#include "base/plain_decimal.h"
 
 namespace velk {
 
