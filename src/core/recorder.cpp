@@ -20,6 +20,8 @@ namespace {
 
 /// Names up to this length are no file: the operator has cancelled.
 constexpr std::size_t kShortestName = 3;
+/// Characters of a name's extension, "mdb", which the first page that is turned takes away.
+constexpr std::size_t kExtension = 3;
 
 /// What takes the place of a name's extension: three digits, more from page 1,000 on.
 std::string PagesText(std::int16_t pages) {
@@ -129,7 +131,7 @@ void Recorder::FollowPage(const Statements& run) {
   if (session_.CurrentFile.empty()) return;
   // Only the name changes, the open log stays the same: the suffix tells the operator how many pages it holds.
   const bool hasSuffix = session_.CurrentFile.ends_with(pagesBefore);
-  const std::size_t suffix = hasSuffix ? pagesBefore.size() : kShortestName;
+  const std::size_t suffix = hasSuffix ? pagesBefore.size() : kExtension;
   const std::size_t length = CharacterCount(session_.CurrentFile);
   session_.CurrentFile = Left(session_.CurrentFile, length - suffix) + PagesText(session_.PageCount);
   ShowFile();
