@@ -45,10 +45,9 @@ double TimePart(double dateTime);
 std::string FormatDate(double dateTime, std::string_view picture);
 
 /// A text as date-time: "dd-mmm-yyyy", "DD/MM/YYYY", "yyyy-mm-dd", each alone or followed by blanks and a time, or a
-/// time alone
-/// ("hh:mm" or "hh:mm:ss", one or two digits each, optional fraction of the second, optional AM/PM). Month names are
-/// English, any case, three letters or whole. A number alone is a count of days. Raises TypeMismatch for any other
-/// text, and for a day or time that does not exist.
+/// time alone ("hh:mm" or "hh:mm:ss", one or two digits each, optional fraction of the second, optional AM/PM). Month
+/// names are English, any case, three letters or whole. A number alone is a count of days. Raises TypeMismatch for any
+/// other text, and for a day or time that does not exist.
 double CDate(std::string_view text);
 
 /// `dateTime` with the seconds taken off: what "dd-mmm-yyyy hh:mm" plus ":00" reads as.

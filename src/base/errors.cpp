@@ -1,11 +1,12 @@
 #include "base/errors.h"
-#include "base/texts.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <limits>
 #include <utility>
+
+#include "base/texts.h"
 
 namespace velk {
 
