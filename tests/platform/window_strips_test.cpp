@@ -77,7 +77,8 @@ struct Strips : testing::Test {
     Settle();
   }
   /// Where the new colour stands on the screen, in pixels of the window.
-  QRegion Shown() const {
+  QRegion Shown() const { return ShownIn(window); }
+  static QRegion ShownIn(const QWidget& window) {
     const auto& picture = *static_cast<const QImage*>(window.backingStore()->paintDevice());
     const int ratio = static_cast<int>(picture.devicePixelRatio());
     QRegion shown;
@@ -137,8 +138,7 @@ TEST_F(Strips, OfManyWidgetsAreShownAtOnce) {
   EXPECT_TRUE(Shown().isEmpty()) << "there may be more";
   strips.Show();
   EXPECT_EQ(Shown(), QRegion(QRect(1, 2, 3, 4)) + QRect(corner + QPoint(1, 2), QSize(3, 4)));
-  const auto& picture = *static_cast<const QImage*>(secondWindow.backingStore()->paintDevice());
-  EXPECT_EQ(picture.pixel(2, 3), kNew);
+  EXPECT_EQ(ShownIn(secondWindow), QRegion(1, 2, 3, 4));
   QApplication::processEvents();
   for (const Plain* const widget : {&plain, &third, &other}) EXPECT_TRUE(widget->painted.isEmpty());
 }
