@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/errors.h"
+#include "base/scope.h"
 #include "instruments/setup/hardware_choices.h"
 #include "instruments/table/protocols.h"
 #include "model/status.h"
@@ -92,15 +93,13 @@ void SaveTemplate(Session& session, SettingsStore& store, const std::string& nam
   if (!SettingsStore::CanHold(application)) {
     throw RuntimeError(ErrorNumber::BadFileName, text::TemplateNameTooLong);
   }
+  // One that was written is asked for by nobody but who loads it, from the file; one that was not would be written by a
+  // later save, and stand in no list.
+  const OnLeaving forget([&] { store.Forget(application); });
   TemplateWriter writer(store, application);
   WriteSettings(writer, session);
   VisitParameterCount(writer, session);
-  try {
-    store.Flush();
-  } catch (const RuntimeError&) {
-    store.Forget(application);  // or it would be written by a later save, and stand in no list
-    throw;
-  }
+  store.Flush();
 }
 
 void AddReadyMadeTemplates(Session& session, SettingsStore& store, const Language& language) {

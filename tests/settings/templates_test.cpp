@@ -75,6 +75,15 @@ TEST_F(TemplatesTest, HoldEveryKeyButThoseOfTheProgramItself) {
   EXPECT_EQ(StoredIn("VELKJob", "General", "intMaxNoParamsInForm"), "(none)");
 }
 
+TEST_F(TemplatesTest, StayInNoMemoryBehindTheirSave) {
+  LoadSettings(session_, store_, test::English());
+  session_.TheTimeOut = 8;
+  SaveTemplate(session_, store_, "Job");
+  ASSERT_NE(folder_.Read("VELKJob.ini").find("TheTimeOut=8\n"), std::string::npos);
+  folder_.Write("VELKJob.ini", "[General]\nTheTimeOut=9\n");
+  EXPECT_EQ(StoredIn("VELKJob", "General", "TheTimeOut"), "9");
+}
+
 TEST_F(TemplatesTest, GiveEveryKeyBackOnAnotherMachineAndLeaveTheRest) {
   const std::vector<SettingsRow> rows = SettingsRows({1, 2, 63, 64}, {});
   FillSession(rows, 0);
