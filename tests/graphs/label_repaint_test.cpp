@@ -131,6 +131,20 @@ TEST_F(Repainting, ASampleIsCopiedToTheScreenWithoutTheToolkit) {
   EXPECT_EQ(OnTheScreen(Labels()), Grabbed(Labels()));
 }
 
+TEST_F(Repainting, NothingOfAHigherHeaderStaysOnTheScreen) {
+  auto& header = *desk.Find<QWidget>("Picture1");
+  for (const bool night : {false, true}) {
+    desk.session.NightColours = night;
+    desk.windows.FollowLooks();
+    for (const int curves : {8, 2, 5, 0, 8}) {
+      test::GiveCurves(desk.session, curves);
+      desk.Form().RefreshForm();
+      Show(0);
+      EXPECT_EQ(OnTheScreen(header), Grabbed(header)) << curves << (night ? " by night" : "");
+    }
+  }
+}
+
 TEST_F(Repainting, AValueLooksAlikeWhateverStoodBeforeIt) {
   for (const char* picture : {"#0.000", "0.0e+00", "[0] (g)", "0%", "#,##0;-#,##0;none"}) {
     desk.session.CurrentParameters[1].format = picture;

@@ -20,6 +20,7 @@ constexpr double kBesideScrollBar = 500;
 constexpr double kBelowPicture1 = 1185;
 constexpr double kAboveFrame = 100;
 constexpr double kBelowPlot = 100;
+constexpr double kBelowHeader = 200;  ///< a little more than the lines of the header's corners reach below it
 constexpr double kAxisWidth = kLeftMargin - 3;
 constexpr double kLeastPlot = 3000;  ///< right of the axis
 
@@ -201,9 +202,17 @@ void ChartView::PlaceFrame() {
   ui_->Picture3->setGeometry(0, 0, Pixels(kAxisWidth), plotPixels);
 }
 
+/// Picture1 goes on below the header, behind the plot and beside it: there is nothing but paper.
+void ChartView::FitHeader() {
+  const QSize before = picture1_.PixelSize();
+  const double room = ui_->Picture1->height() * kTwipsPerPixel;
+  picture1_.Resize(headerWidth_, std::min(chart_->HeaderHeight() + kBelowHeader, room), devicePixelRatioF());
+  if (picture1_.PixelSize() != before) ui_->Picture1->update();
+}
+
 void ChartView::FitSurfaces() {
   const double ratio = devicePixelRatioF();
-  picture1_.Resize(headerWidth_, ui_->Picture1->height() * kTwipsPerPixel, ratio);
+  FitHeader();
   if (fills_ || pic2_.Stretch() != 1) return FitPictures(ratio);
   if (hidden_) {
     const double width = hidden_->Picture2.Width();
@@ -230,7 +239,10 @@ void ChartView::FitPictures(double ratio) {
 
 void ChartView::DrawHeader() {
   PlaceFrame();
-  if (fills_) FitSurfaces();
+  if (fills_)
+    FitSurfaces();
+  else
+    FitHeader();
   bool isNew = false;
   for (int slot = 1; slot <= curves_.Count(); ++slot)
     if (colours_.AddInk(curves_.Curve(slot).color)) isNew = true;

@@ -93,6 +93,7 @@ class ChartView : public QWidget {
   double PlotHeight() const;
   int PlotPixels() const;
   void PlaceFrame();
+  void FitHeader();
   void FitSurfaces();
   void FitPictures(double ratio);
   void ShowChanges(WindowStrips& strips);

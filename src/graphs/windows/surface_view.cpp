@@ -29,21 +29,21 @@ void SurfaceView::paintEvent(QPaintEvent* event) {
 }
 
 bool SurfaceView::CopyDots(const PaintTarget& target, const QRect& part) {
-  if (surface_ == nullptr) return false;
-  const QSize size = surface_->PixelSize();
   const int ratio = target.Ratio();
-  if (surface_->PixelRatio() != ratio || (part.right() + 1) * ratio > size.width() ||
-      (part.bottom() + 1) * ratio > size.height())
-    return false;
+  if (surface_ == nullptr || surface_->PixelRatio() != ratio) return false;
+  const QSize size = surface_->PixelSize();
   const bool isPlain = colours_->ChangesNothing();
   const int left = part.left() * ratio;
   const int width = part.width() * ratio;
+  const int drawn = std::clamp(size.width() - left, 0, width);
   for (int y = part.top() * ratio; y < (part.bottom() + 1) * ratio; ++y) {
-    const std::uint32_t* const from = surface_->Row(y) + left;
-    if (isPlain)
-      std::copy_n(from, width, target.Row(left, y));
-    else
-      colours_->Map(from, target.Row(left, y), static_cast<std::size_t>(width));
+    std::uint32_t* const to = target.Row(left, y);
+    const int copied = y < size.height() ? drawn : 0;
+    if (copied > 0 && isPlain)
+      std::copy_n(surface_->Row(y) + left, copied, to);
+    else if (copied > 0)
+      colours_->Map(surface_->Row(y) + left, to, static_cast<std::size_t>(copied));
+    std::fill(to + copied, to + width, colours_->Paper());
   }
   return true;
 }

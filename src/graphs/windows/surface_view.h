@@ -20,7 +20,7 @@ class SurfaceView : public QWidget, public ReadyDots {
   /// The surface to show, and how its colours are shown; both outlive the view or are taken away with nullptr.
   void Show(SurfaceImage* surface, ColourMap* colours);
   void ShowChanges(WindowStrips& strips);
-  /// Where the surface covers all of the part; it may be smaller than the view until a resize has gone through.
+  /// Beyond the surface there is paper.
   bool CopyDots(const PaintTarget& target, const QRect& part) override;
 
  protected:
