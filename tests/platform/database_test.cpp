@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -113,6 +114,40 @@ TEST_F(DatabaseConnection, RecordsInAFlushedWriteAheadLog) {
   EXPECT_EQ(One(*connection, "PRAGMA synchronous"), "2");
   connection->Finalise();
   EXPECT_EQ(One(*connection, "PRAGMA journal_mode"), "delete");
+}
+
+TEST_F(DatabaseConnection, RecordingHoldsFewOfItsPagesInMemory) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  connection->BeginRecording();
+  for (int row = 0; row < 500; ++row) connection->Execute("INSERT INTO t VALUES (randomblob(4000))");
+  int bytes = 0, highest = 0;
+  sqlite3_db_status(connection->Handle(), SQLITE_DBSTATUS_CACHE_USED, &bytes, &highest, 0);
+  EXPECT_LT(bytes, 500'000) << "of 2 MB that were written";
+}
+
+TEST_F(DatabaseConnection, ATransactionLargerThanThatIsAllOrNothing) {
+  const auto connection = Make("CREATE TABLE t (a)");
+  connection->BeginRecording();
+  const auto write = [&] {
+    for (int row = 0; row < 1000; ++row) connection->Execute("INSERT INTO t VALUES (zeroblob(4000))");
+    connection->Execute("UPDATE t SET a = a || 'x'");
+  };
+  const auto readers = [&] { return One(*Connection::Open(path, OpenMode::ReadOnly), "SELECT count(*) FROM t"); };
+  {
+    Transaction transaction(*connection);
+    write();
+    EXPECT_EQ(readers(), "0");
+  }
+  EXPECT_EQ(One(*connection, "SELECT count(*) FROM t"), "0");
+  {
+    Transaction transaction(*connection);
+    write();
+    transaction.Commit();
+  }
+  EXPECT_EQ(readers(), "1000");
+  connection->Finalise();
+  EXPECT_EQ(One(*connection, "PRAGMA integrity_check"), "ok");
+  EXPECT_EQ(readers(), "1000");
 }
 
 TEST_F(DatabaseConnection, ClosingLeavesTheWriteAheadLogAsItIs) {
