@@ -254,7 +254,7 @@ void MainForm::SetPanel(int panel, const OperatorText& shown) {
 
 void MainForm::ShowPanelNow(int panel, const std::string& text) {
   ShowPanel(panel, text);
-  refresh_.Ask();
+  if (panels_[panel]->HasChanges()) refresh_.Ask();
 }
 
 void MainForm::ShowPanel(int panel, const std::string& text) {

@@ -100,7 +100,7 @@ void PanelLabel::SetTextQuietly(const QString& text) {
 }
 
 void PanelLabel::ShowChanges(WindowStrips& strips) {
-  if (!changed_.isEmpty()) strips.Add(*this, std::exchange(changed_, {}));
+  if (HasChanges()) strips.Add(*this, std::exchange(changed_, {}));
 }
 
 /// As a label indents a text in a frame.

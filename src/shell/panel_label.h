@@ -30,6 +30,7 @@ class PanelLabel : public QLabel, public ReadyDots {
 
   /// Digits that differ are on the screen with the next ShowChanges.
   void ShowText(const QString& text);
+  bool HasChanges() const { return !changed_.isEmpty(); }
   void ShowChanges(WindowStrips& strips);
   /// Once the style has painted the text.
   bool CopyDots(const PaintTarget& target, const QRect& part) override;

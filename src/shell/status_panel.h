@@ -18,6 +18,7 @@ class StatusPanel : public QWidget {
   PanelLabel& Label() const { return *label_; }
   /// Digits that differ are on the screen with the next ShowChanges.
   void ShowText(const QString& text);
+  bool HasChanges() const { return label_->HasChanges(); }
   void ShowChanges(WindowStrips& strips) { label_->ShowChanges(strips); }
 
   QSize sizeHint() const override { return room_; }

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QBackingStore>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -317,6 +318,27 @@ TEST_F(MainFormTest, ALongWarningMakesTheWindowNoWider) {
   form.show();
   form.ShowData(std::string(500, 'x'), true);
   EXPECT_LE(form.minimumSizeHint().width(), 1024);
+}
+
+TEST_F(MainFormTest, DigitsThatChangeOutsideOfASampleGetToTheScreenByThemselves) {
+  form.show();
+  const auto settle = [&] {
+    screen.clock.Advance(40);
+    for (int i = 0; i < 3; ++i) QApplication::processEvents();
+  };
+  form.ShowData(std::string("1.0 samples/s \u00b7 1,203 rows"), false);
+  form.ShowRecording(std::string("REC job.mdb 0:00:24"), {});
+  form.SetPanel(2, "Current File: job.001");
+  settle();
+  const auto shown = [&] { return static_cast<const QImage*>(form.backingStore()->paintDevice())->copy(); };
+  const QImage before = shown();
+  form.ShowData(std::string("1.0 samples/s \u00b7 1,204 rows"), false);
+  form.ShowRecording(std::string("REC job.mdb 0:00:25"), {});
+  form.SetPanel(2, "Current File: job.002");
+  settle();
+  const QImage after = shown();
+  EXPECT_NE(after, before);
+  EXPECT_EQ(after, form.grab().toImage().convertToFormat(after.format()));
 }
 
 /// A job that is recorded, in the status bar of a small screen.

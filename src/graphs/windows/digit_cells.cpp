@@ -98,8 +98,8 @@ DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {
   }
   if (pictures_.size() >= kMostPairs) pictures_.clear();
   Pictures& pictures = pictures_.emplace_back(Pictures{ink, ground, {}, {}});
-  pictures.dots.reserve(static_cast<std::size_t>(12 * WidthOf('0') * height_));  // a point and a sign beside them
-  for (char digit = '0'; digit <= '9'; ++digit) Draw(pictures, digit);  // each is needed soon
+  pictures.dots.reserve(static_cast<std::size_t>(WidthOf('0') * height_) * 12);  // with a point and a sign
+  for (char digit = '0'; digit <= '9'; ++digit) Draw(pictures, digit);           // each is needed soon
   return pictures;
 }
 
