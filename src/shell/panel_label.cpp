@@ -242,6 +242,7 @@ bool PanelLabel::ChangeDigit(const Digit& digit, const QString& text) {
 }
 
 void PanelLabel::Forget() {
+  if (HasChanges()) update();
   blank_ = {};
   changed_ = {};
   setAttribute(Qt::WA_OpaquePaintEvent, false);

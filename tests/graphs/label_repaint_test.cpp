@@ -14,7 +14,8 @@ namespace {
 
 using test::GraphDesk;
 
-/// What a widget has repainted. Something without a look stands in front of it, so that it is repainted by events.
+/// What a widget has repainted. Something without a look stands in front of it, so that it is repainted by events: the
+/// rectangle around what has changed. What is copied where nothing stands in front is told by OnTheScreen.
 class RepaintWatch : public QObject {
  public:
   explicit RepaintWatch(QWidget& widget) : cover_(&widget) {
@@ -48,8 +49,21 @@ struct Repainting : testing::Test {
     desk.Refresh();
     QCoreApplication::processEvents();
   }
+  /// All rows and curves change, and one row's alarm.
+  void Sample(int second, float value) {
+    const double time = desk.session.Times.GraphPageTime + second / 86400.0;
+    for (int i = 1; i <= kRows; ++i) {
+      desk.Form().PlotValue(time, time + 1 / 86400.0, static_cast<float>(10 * i), static_cast<float>(10 * i + 5), 0,
+                            100, 0x0000FF, false);
+      desk.Form().ShowAlarm(i, i == 1 + second % kRows ? AlarmSide::High : AlarmSide::None);
+      desk.Form().WriteValuesToLabels(i, value + 0.125F * static_cast<float>(i));
+    }
+    desk.Refresh();
+    QCoreApplication::processEvents();
+  }
 
-  GraphDesk desk{2};
+  static constexpr int kRows = 4;
+  GraphDesk desk{kRows};
 };
 
 TEST_F(Repainting, WhatAValueChangesIsRepainted) {
@@ -117,16 +131,22 @@ class PaintEvents : public QObject {
 
 TEST_F(Repainting, ASampleIsCopiedToTheScreenWithoutTheToolkit) {
   auto& plot = *desk.Find<QWidget>("Pic2");
-  Show(0);
+  Sample(0, -912.5F);
   PaintEvents ofLabels(Labels()), ofPlot(plot);
-  const QImage before = OnTheScreen(plot);
-  for (int second = 0; second < 5; ++second) {
-    const double time = desk.session.Times.GraphPageTime + second / 86400.0;
-    desk.Form().PlotValue(time, time + 1 / 86400.0, 10, 50, 0, 100, 0x0000FF, false);
-    Show(12.3F + static_cast<float>(second));
+  int second = 0;
+  for (const float value : {1.5F, 12.25F, -99.5F, 0.5F, 1.5F}) {
+    const QImage plotBefore = OnTheScreen(plot), labelsBefore = OnTheScreen(Labels());
+    Sample(++second, value);
+    EXPECT_EQ(std::exchange(ofLabels.count, 0) + std::exchange(ofPlot.count, 0), 0) << value;
+    EXPECT_NE(OnTheScreen(plot), plotBefore);
+    EXPECT_NE(OnTheScreen(Labels()), labelsBefore);
+    EXPECT_EQ(OnTheScreen(plot), Grabbed(plot)) << value;
+    EXPECT_EQ(OnTheScreen(Labels()), Grabbed(Labels())) << value;
+    ofLabels.count = ofPlot.count = 0;
   }
-  EXPECT_EQ(ofLabels.count + ofPlot.count, 0);
-  EXPECT_NE(OnTheScreen(plot), before);
+  const int width = Labels().Box({2, 0}).width();
+  Sample(++second, 1234567.0F);
+  EXPECT_GT(Labels().Box({2, 0}).width(), width);
   EXPECT_EQ(OnTheScreen(plot), Grabbed(plot));
   EXPECT_EQ(OnTheScreen(Labels()), Grabbed(Labels()));
 }

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "platform/windows/paint_target.h"
+#include "support/on_the_display.h"
 
 namespace velk {
 namespace {
@@ -247,10 +248,77 @@ TEST_F(Strips, AreLeftToTheToolkitInAWindowOfTheSystemsOwn) {
   ExpectPainted(kPart);
 }
 
+TEST_F(Strips, AreCopiedBesideOneThatCanNotBe) {
+  Plain other(&window, {0, 0, 30, 20});
+  Settle();
+  plain.isReady = false;
+  plain.colour = other.colour = kNew;
+  other.painted = {};
+  {
+    WindowStrips strips;
+    strips.Add(other, QRect(1, 2, 3, 4));
+    strips.Add(plain, kPart);
+  }
+  EXPECT_EQ(Shown(), QRegion(1, 2, 3, 4));
+  QApplication::processEvents();
+  EXPECT_EQ(plain.painted, QRegion(kPart));
+  EXPECT_TRUE(other.painted.isEmpty());
+}
+
 TEST_F(Strips, OfNothingShowNothing) {
   Change({});
   EXPECT_TRUE(copied.isEmpty());
   EXPECT_TRUE(plain.painted.isEmpty());
+}
+
+/// Each line of another colour, of many more than there is room for.
+class Lines : public QWidget, public ReadyDots {
+ public:
+  explicit Lines(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setGeometry(20, 20, dots_.width(), 200);
+    for (int y = 0; y < dots_.height(); ++y) Fill({0, y, dots_.width(), 1}, qRgb(y % 250, 80, 120));
+  }
+
+  int Top() const { return top_; }
+  void Fill(const QRect& part, QRgb colour) {
+    for (int y = part.top(); y <= part.bottom(); ++y)
+      for (int x = part.left(); x <= part.right(); ++x) dots_.setPixel(x, top_ + y, colour);
+  }
+  void Scroll(int step) {
+    top_ += step;
+    scroll(0, -step);
+  }
+  bool CopyDots(const PaintTarget& target, const QRect& part) override {
+    if (target.Ratio() != 1) return false;
+    target.Copy(part, dots_, {0, -top_});
+    return true;
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override { QPainter(this).drawImage(0, -top_, dots_); }
+
+ private:
+  QImage dots_{100, 1000, QImage::Format_RGB32};
+  int top_ = 0;
+};
+
+/// The display itself moves what is scrolled; what lies between the parts that are copied next is known to it alone.
+TEST(OnTheDisplay, WhatWasScrolledStaysBetweenThePartsThatAreCopiedNext) {
+  QWidget window;
+  window.resize(300, 300);
+  Lines lines(&window);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  ASSERT_TRUE(test::ComesToShow(window));
+  for (const int step : {0, 45, 3, -20}) {
+    lines.Scroll(step);
+    EXPECT_TRUE(test::ComesToShow(window)) << "scrolled to " << lines.Top();
+    const QRect parts[] = {{10, 24, 10, 10}, {60, 144, 10, 10}};
+    for (const QRect& part : parts) lines.Fill(part, qRgb(255, lines.Top(), 0));
+    WindowStrips().Add(lines, parts);
+    EXPECT_TRUE(test::ComesToShow(window)) << "changed at " << lines.Top();
+  }
 }
 
 }  // namespace

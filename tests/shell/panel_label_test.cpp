@@ -76,7 +76,8 @@ TEST(PanelLabelTest, LooksTheSameWhetherItsDigitsChangedOrAllOfItWasPaintedAnew)
   }
 }
 
-/// Notes what is painted of a widget. Something without a look stands in front of it, so that it is painted by events.
+/// Notes what is painted of a widget. Something without a look stands in front of it, so that it is painted by events:
+/// of the rectangle around what has changed.
 class Painted : public QObject {
  public:
   explicit Painted(QWidget& widget) : cover_(&widget) {
@@ -152,6 +153,21 @@ TEST(PanelLabelTest, FollowsEachChangeOfWhatItLooksLike) {
   same("off");
   for (PanelLabel* const label : changed.labels) label->setEnabled(true);
   same("on");
+}
+
+/// As one of another language is, which changes no look.
+TEST(PanelLabelTest, ShowsDigitsThatAChangeComesAheadOf) {
+  OnTheScreen changed(false), fresh(false);
+  changed.Show(Clock(5));
+  changed.Show(Clock(6));
+  for (PanelLabel* const label : changed.labels) {
+    label->ShowText(Clock(7));
+    QEvent language(QEvent::LanguageChange);
+    QApplication::sendEvent(label, &language);
+    WindowStrips strips;
+    label->ShowChanges(strips);
+  }
+  EXPECT_EQ(changed.Picture(), fresh.Show(Clock(7)));
 }
 
 TEST(PanelLabelTest, ShowsAnotherTextOfTheSameLengthWhole) {

@@ -5,10 +5,14 @@
 #include <QStyleFactory>
 #include <clocale>
 
+#include "platform/windows/moved_windows.h"
+
 /// Every test program runs offscreen with one style, font, scale and locale, so that pictures are the same bytes
-/// everywhere. VELK_PICTURES_SCALE is another scale, for the pictures of VELK_PICTURES and for what copies dots.
+/// everywhere. VELK_PICTURES_SCALE is another scale, for the pictures of VELK_PICTURES and for what copies dots;
+/// VELK_ON_A_DISPLAY has what tells how a display takes copies run on one.
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (!qEnvironmentVariableIsSet("VELK_ON_A_DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  velk::PaintMovedWindows();
   qputenv("QT_SCALE_FACTOR", qEnvironmentVariableIsSet("VELK_PICTURES_SCALE") ? qgetenv("VELK_PICTURES_SCALE") : "1");
   const QApplication application(argc, argv);
   // The toolkit takes over the desktop's decimal comma; what tests print for comparison has a point.

@@ -71,21 +71,21 @@ QRect DigitCells::Write(QImage& image, int x, int y, std::string_view text, std:
   Pictures& pictures = In(ink, ground);
   const auto stride = static_cast<std::size_t>(image.bytesPerLine());
   uchar* const top = image.bits() + static_cast<std::size_t>(y) * stride;
+  Rows rows{0, height_};
   int left = x, behind = x;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int width = WidthOf(text[i]);
     if (i >= before.size() || before[i] != text[i]) {
       const QRgb* const picture = Picture(pictures, text[i]);
-      const auto [first, last] = before.empty() ? Rows{0, height_} : inked_;
-      CopyPicture(picture + first * width, width, last - first,
-                  top + static_cast<std::size_t>(first) * stride + 4 * static_cast<std::size_t>(x), stride);
+      if (!before.empty()) rows = inked_;
+      CopyPicture(picture + rows.first * width, width, rows.behind - rows.first,
+                  top + static_cast<std::size_t>(rows.first) * stride + 4 * static_cast<std::size_t>(x), stride);
       if (left == behind) left = x;
       behind = x + width;
     }
     x += width;
   }
-  const auto [first, last] = before.empty() ? Rows{0, height_} : inked_;
-  return {left, y + first, behind - left, last - first};
+  return {left, y + rows.first, behind - left, rows.behind - rows.first};
 }
 
 DigitCells::Pictures& DigitCells::In(QRgb ink, QRgb ground) {

@@ -9,8 +9,8 @@
 
 namespace velk {
 
-/// Shows a surface in the colours of a map. What the surface has changed is repainted when ShowChanges is called, not
-/// before.
+/// Shows a surface in the colours of a map. What the surface has changed is brought to the screen when ShowChanges is
+/// called, not before.
 class SurfaceView : public QWidget, public ReadyDots {
   Q_OBJECT
 

@@ -8,11 +8,11 @@
 
 namespace velk {
 
-/// The memory that a widget is painted into. Inside of a paintEvent, dots that stand ready are copied there in place:
-/// to begin and end a painter takes ten times as long as to copy the strip that a sample has changed.
+/// The memory that a widget is painted into, in a paintEvent or by WindowStrips. Dots that stand ready are copied there
+/// in place: to begin and end a painter takes ten times as long as to copy the strip that a sample has changed.
 class PaintTarget {
  public:
-  /// What QWidget::redirected tells: the device, and where its corner lies in the widget.
+  /// The device, and where its corner lies in the widget; QWidget::redirected tells both in a paintEvent.
   PaintTarget(QPaintDevice* device, QPoint corner);
 
   /// Whether it is a picture that takes opaque dots of 0xffrrggbb as they are, and a pixel of the widget is a whole

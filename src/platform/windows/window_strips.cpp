@@ -36,9 +36,10 @@ QBackingStore* PictureOf(const QWidget& window) {
   const QWindow* const handle = window.windowHandle();
   if (handle == nullptr || !handle->isExposed()) return nullptr;
   QBackingStore* const store = window.backingStore();
-  // Another size is followed with the next repainting, which is of all.
+  // Another size or ratio is followed with the next repainting, which is of all.
   if (store == nullptr || store->size() != window.size()) return nullptr;
-  return PaintTarget(store->paintDevice(), {}).HasDots() ? store : nullptr;
+  const PaintTarget picture(store->paintDevice(), {});
+  return picture.HasDots() && picture.Ratio() == window.devicePixelRatioF() ? store : nullptr;
 }
 
 }  // namespace
@@ -53,22 +54,23 @@ void WindowStrips::Add(QWidget& widget, ReadyDots& dots, std::span<const QRect> 
   for (const QRect& part : parts) all |= part;
   if (all.isEmpty() || !widget.isVisible()) return;
   if (!widget.updatesEnabled()) return widget.update(all);
-  Strip strip{&widget, &widget, &dots, {}, all, parts_.size(), 0};
-  for (const QWidget* below = nullptr;; below = strip.window, strip.window = strip.window->parentWidget()) {
-    QWidget& in = *strip.window;
-    strip.place &= in.rect();
-    if (strip.place.isEmpty()) return;
-    if (IsCovered(in, below, strip.place) || !IsInShape(in, strip.place)) return widget.update(all);
-    if (in.isWindow()) break;
-    if (in.testAttribute(Qt::WA_NativeWindow)) return widget.update(all);
-    strip.place.translate(in.pos());
-    strip.corner += in.pos();
+  QRect place = all;
+  QPoint corner;
+  QWidget* in = &widget;
+  for (const QWidget* below = nullptr;; below = in, in = in->parentWidget()) {
+    place &= in->rect();
+    if (place.isEmpty()) return;
+    if (IsCovered(*in, below, place) || !IsInShape(*in, place)) return widget.update(all);
+    if (in->isWindow()) break;
+    if (in->testAttribute(Qt::WA_NativeWindow)) return widget.update(all);
+    place.translate(in->pos());
+    corner += in->pos();
   }
-  const QRect seen = strip.place.translated(-strip.corner);
+  const qsizetype begin = parts_.size();
+  const QRect seen = place.translated(-corner);
   for (const QRect& part : parts)
     if (part.intersects(seen)) parts_.push_back(part & seen);
-  strip.end = parts_.size();
-  strips_.push_back(strip);
+  strips_.push_back({in, &widget, &dots, corner, place, begin, parts_.size()});
 }
 
 void WindowStrips::Show() {
@@ -85,22 +87,28 @@ void WindowStrips::Show() {
 }
 
 void WindowStrips::ShowIn(QWidget& window, std::span<const Strip> strips) const {
-  const auto leave = [](const Strip& strip) { strip.widget->update(strip.place.translated(-strip.corner)); };
   QBackingStore* const store = PictureOf(window);
-  if (store == nullptr) return void(std::for_each(strips.begin(), strips.end(), leave));
   QRegion shown;
-  for (const Strip& strip : strips) shown += strip.place;
-  store->beginPaint(shown);
-  for (const Strip& strip : strips)
-    if (!CopyTo(store->paintDevice(), strip)) leave(strip);
-  store->endPaint();
-  store->flush(shown);
+  for (const Strip& strip : strips) {
+    if (store != nullptr && CopyTo(*store, strip))
+      shown += strip.place;
+    else
+      strip.widget->update(strip.place.translated(-strip.corner));
+  }
+  if (!shown.isEmpty()) store->flush(shown);
 }
 
-bool WindowStrips::CopyTo(QPaintDevice* picture, const Strip& strip) const {
-  const PaintTarget target(picture, -strip.corner);
-  return std::all_of(parts_.begin() + strip.begin, parts_.begin() + strip.end,
-                     [&](const QRect& part) { return strip.dots->CopyDots(target, part); });
+bool WindowStrips::CopyTo(QBackingStore& store, const Strip& strip) const {
+  const std::span<const QRect> parts(parts_.begin() + strip.begin, parts_.begin() + strip.end);
+  // What is begun counts as painted: behind a move in the display itself, other dots there are not those in memory.
+  QRegion drawn;
+  for (const QRect& part : parts) drawn += part.translated(strip.corner);
+  store.beginPaint(drawn);
+  const PaintTarget target(store.paintDevice(), -strip.corner);
+  const bool isCopied =
+      std::all_of(parts.begin(), parts.end(), [&](const QRect& part) { return strip.dots->CopyDots(target, part); });
+  store.endPaint();
+  return isCopied;
 }
 
 }  // namespace velk

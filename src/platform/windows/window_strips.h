@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <span>
 
+class QBackingStore;
+
 namespace velk {
 
 class PaintTarget;
@@ -60,7 +62,7 @@ class WindowStrips {
 
   void Add(QWidget& widget, ReadyDots& dots, std::span<const QRect> parts);
   void ShowIn(QWidget& window, std::span<const Strip> strips) const;
-  bool CopyTo(QPaintDevice* picture, const Strip& strip) const;
+  bool CopyTo(QBackingStore& store, const Strip& strip) const;
 
   QVarLengthArray<Strip, 32> strips_;
   QVarLengthArray<QRect, 128> parts_;  ///< of the strips, in pixels of their widgets
