@@ -102,7 +102,8 @@ bool WindowStrips::CopyTo(QBackingStore& store, const Strip& strip) const {
   const std::span<const QRect> parts(parts_.begin() + strip.begin, parts_.begin() + strip.end);
   // What is begun counts as painted: behind a move in the display itself, other dots there are not those in memory.
   QRegion drawn;
-  for (const QRect& part : parts) drawn += part.translated(strip.corner);
+  drawn.setRects(parts.data(), static_cast<int>(parts.size()));
+  drawn.translate(strip.corner);
   store.beginPaint(drawn);
   const PaintTarget target(store.paintDevice(), -strip.corner);
   const bool isCopied =
