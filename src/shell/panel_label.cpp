@@ -53,6 +53,12 @@ QString EachPair(const QString& neighbours) {
   return pairs + kDigits.front();
 }
 
+/// What a glyph may touch where it stands, its softened edges among that.
+QRect Touched(const QRectF& ink, QPointF place) {
+  constexpr int kEdge = 2;
+  return ink.translated(place).toAlignedRect().adjusted(-kEdge, -kEdge, kEdge, kEdge);
+}
+
 }  // namespace
 
 bool DifferInDigitsOnly(const QString& text, const QString& other) {
@@ -155,7 +161,7 @@ void PanelLabel::PaintText() {
 
 /// Those that touch a part of the label; they stand in line.
 void PanelLabel::PaintGlyphs(QPainter& painter, const QRect& part) const {
-  painter.setPen(palette().color(foregroundRole()));
+  painter.setPen(ink_);
   const auto touches = [&](const QRect& place) { return place.intersects(part); };
   for (const Run& run : runs_) {
     const auto first = std::find_if(run.places.begin(), run.places.end(), touches);
@@ -183,20 +189,22 @@ void PanelLabel::FindGlyphs() {
   layout.endLayout();
   if (!line.isValid() || line.naturalTextWidth() > Room().width() || std::ceil(line.height()) > Room().height()) return;
   origin_ = QPointF(Room().x(), Room().y() + (Room().height() - std::ceil(line.height())) / 2);
+  ink_ = palette().color(foregroundRole());
   runs_.clear();
-  for (const QGlyphRun& glyphs : layout.glyphRuns()) {
-    Run& run = runs_.emplace_back(Run{glyphs, {}});
-    for (qsizetype glyph = 0; glyph < glyphs.positions().size(); ++glyph) run.places.push_back(PlaceOf(glyphs, glyph));
-  }
+  for (const QGlyphRun& glyphs : layout.glyphRuns()) runs_.push_back(RunOf(glyphs));
   FindDigits(layout);
   if (!digits_.empty() && !DigitsKeepPlaces(text, font())) digits_.clear();
 }
 
-/// What a glyph may touch, its softened edges among that.
-QRect PanelLabel::PlaceOf(const QGlyphRun& run, qsizetype glyph) const {
-  constexpr int kEdge = 2;
-  const QRectF ink = run.rawFont().boundingRect(run.glyphIndexes()[glyph]);
-  return ink.translated(origin_ + run.positions()[glyph]).toAlignedRect().adjusted(-kEdge, -kEdge, kEdge, kEdge);
+PanelLabel::Run PanelLabel::RunOf(const QGlyphRun& glyphs) const {
+  const QRawFont font = glyphs.rawFont();
+  Run run{glyphs, {}, {}};
+  for (qsizetype i = 0; i < glyphs.positions().size(); ++i)
+    run.places.push_back(Touched(font.boundingRect(glyphs.glyphIndexes()[i]), origin_ + glyphs.positions()[i]));
+  const QList<quint32> digits = font.glyphIndexesForString(kDigits);
+  for (std::size_t i = 0; i < run.digits.size() && i < static_cast<std::size_t>(digits.size()); ++i)
+    run.digits[i] = {digits[static_cast<qsizetype>(i)], font.boundingRect(digits[static_cast<qsizetype>(i)])};
+  return run;
 }
 
 void PanelLabel::FindDigits(const QTextLayout& layout) {
@@ -222,23 +230,21 @@ std::optional<QRect> PanelLabel::ChangeDigits(const QString& text) {
   QRect changed;
   for (const Digit& digit : digits_) {
     if (text[digit.character] == before[digit.character]) continue;
-    const QRect& place = runs_[digit.run].places[static_cast<std::size_t>(digit.glyph)];
+    const Run& run = runs_[digit.run];
+    const QRect& place = run.places[static_cast<std::size_t>(digit.glyph)];
     changed |= place;
-    if (!ChangeDigit(digit, text)) return std::nullopt;
+    ChangeDigit(digit, run.digits[static_cast<std::size_t>(text[digit.character].digitValue())]);
     changed |= place;
   }
   return changed;
 }
 
-bool PanelLabel::ChangeDigit(const Digit& digit, const QString& text) {
+void PanelLabel::ChangeDigit(const Digit& digit, const Shape& shape) {
   Run& run = runs_[digit.run];
   QList<quint32> glyphs = run.glyphs.glyphIndexes();
-  const QList<quint32> glyph = run.glyphs.rawFont().glyphIndexesForString(text.mid(digit.character, 1));
-  if (glyph.size() != 1) return false;
-  glyphs[digit.glyph] = glyph.front();
+  glyphs[digit.glyph] = shape.glyph;
   run.glyphs.setGlyphIndexes(glyphs);
-  run.places[static_cast<std::size_t>(digit.glyph)] = PlaceOf(run.glyphs, digit.glyph);
-  return true;
+  run.places[static_cast<std::size_t>(digit.glyph)] = Touched(shape.ink, origin_ + run.glyphs.positions()[digit.glyph]);
 }
 
 void PanelLabel::Forget() {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QColor>
 #include <QGlyphRun>
 #include <QImage>
 #include <QLabel>
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -54,10 +56,16 @@ class PanelLabel : public QLabel, public ReadyDots {
     std::size_t run;
   };
 
+  struct Shape {
+    quint32 glyph = 0;
+    QRectF ink;  ///< from where it stands
+  };
+
   /// The glyphs of a font.
   struct Run {
     QGlyphRun glyphs;
     std::vector<QRect> places;  ///< what each of them touches of the label
+    std::array<Shape, 10> digits;
   };
 
   void PaintFrame();
@@ -66,14 +74,15 @@ class PanelLabel : public QLabel, public ReadyDots {
   void PaintGlyphs(QPainter& painter, const QRect& part) const;
   void FindGlyphs();
   void FindDigits(const QTextLayout& layout);
+  Run RunOf(const QGlyphRun& glyphs) const;
   std::optional<QRect> ChangeDigits(const QString& text);
-  bool ChangeDigit(const Digit& digit, const QString& text);
-  QRect PlaceOf(const QGlyphRun& run, qsizetype glyph) const;
+  void ChangeDigit(const Digit& digit, const Shape& shape);
   void SetTextQuietly(const QString& text);
   void Forget();
 
   QImage blank_;    ///< the label without its text; null where the glyphs are not known
   QPointF origin_;  ///< of the glyphs
+  QColor ink_;      ///< theirs
   std::vector<Run> runs_;
   std::vector<Digit> digits_;
   QRect changed_;  ///< and not shown yet
