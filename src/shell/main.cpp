@@ -4,13 +4,11 @@
 #include "platform/loop/gate.h"
 #include "platform/loop/system_clock.h"
 #include "platform/settings/settings.h"
-#include "platform/windows/moved_windows.h"
 #include "platform/windows/qt_dialogs.h"
 #include "shell/application.h"
 #include "shell/toolbar_style.h"
 
 int main(int argc, char** argv) {
-  velk::PaintMovedWindows();
   QApplication qt(argc, argv);
   QApplication::setStyle(new velk::ToolbarStyle(QApplication::style()));
   QApplication::setApplicationName(QStringLiteral("VELK"));

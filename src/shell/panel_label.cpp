@@ -161,7 +161,7 @@ void PanelLabel::PaintText() {
 
 /// Those that touch a part of the label; they stand in line.
 void PanelLabel::PaintGlyphs(QPainter& painter, const QRect& part) const {
-  painter.setPen(ink_);
+  painter.setPen(colour_);
   const auto touches = [&](const QRect& place) { return place.intersects(part); };
   for (const Run& run : runs_) {
     const auto first = std::find_if(run.places.begin(), run.places.end(), touches);
@@ -189,7 +189,7 @@ void PanelLabel::FindGlyphs() {
   layout.endLayout();
   if (!line.isValid() || line.naturalTextWidth() > Room().width() || std::ceil(line.height()) > Room().height()) return;
   origin_ = QPointF(Room().x(), Room().y() + (Room().height() - std::ceil(line.height())) / 2);
-  ink_ = palette().color(foregroundRole());
+  colour_ = palette().color(foregroundRole());
   runs_.clear();
   for (const QGlyphRun& glyphs : layout.glyphRuns()) runs_.push_back(RunOf(glyphs));
   FindDigits(layout);
@@ -201,9 +201,8 @@ PanelLabel::Run PanelLabel::RunOf(const QGlyphRun& glyphs) const {
   Run run{glyphs, {}, {}};
   for (qsizetype i = 0; i < glyphs.positions().size(); ++i)
     run.places.push_back(Touched(font.boundingRect(glyphs.glyphIndexes()[i]), origin_ + glyphs.positions()[i]));
-  const QList<quint32> digits = font.glyphIndexesForString(kDigits);
-  for (std::size_t i = 0; i < run.digits.size() && i < static_cast<std::size_t>(digits.size()); ++i)
-    run.digits[i] = {digits[static_cast<qsizetype>(i)], font.boundingRect(digits[static_cast<qsizetype>(i)])};
+  for (const quint32 digit : font.glyphIndexesForString(kDigits))
+    run.digits.push_back({digit, font.boundingRect(digit)});
   return run;
 }
 
@@ -216,7 +215,8 @@ void PanelLabel::FindDigits(const QTextLayout& layout) {
     const std::size_t known = digits_.size();
     for (std::size_t run = 0; run < runs_.size(); ++run) {
       const qsizetype glyph = runs_[run].glyphs.positions().indexOf(own.front().positions().front());
-      if (glyph >= 0) digits_.push_back({character, glyph, run});
+      const bool hasShapes = runs_[run].digits.size() == static_cast<std::size_t>(kDigits.size());
+      if (glyph >= 0 && hasShapes) digits_.push_back({character, glyph, run});
     }
     if (digits_.size() == known) return digits_.clear();
   }
@@ -270,6 +270,12 @@ void PanelLabel::resizeEvent(QResizeEvent* event) {
 void PanelLabel::changeEvent(QEvent* event) {
   QLabel::changeEvent(event);
   if (event->type() != QEvent::ToolTipChange) Forget();
+}
+
+/// There are palettes with other colours for the windows behind.
+bool PanelLabel::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) Forget();
+  return QLabel::event(event);
 }
 
 }  // namespace velk

@@ -4,7 +4,6 @@
 #include <QGlyphRun>
 #include <QImage>
 #include <QLabel>
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -46,6 +45,7 @@ class PanelLabel : public QLabel, public ReadyDots {
   void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   using QLabel::setText;  // would leave the glyphs as they are
@@ -58,14 +58,14 @@ class PanelLabel : public QLabel, public ReadyDots {
 
   struct Shape {
     quint32 glyph = 0;
-    QRectF ink;  ///< from where it stands
+    QRectF ink;  ///< what it touches, from its own origin
   };
 
   /// The glyphs of a font.
   struct Run {
     QGlyphRun glyphs;
     std::vector<QRect> places;  ///< what each of them touches of the label
-    std::array<Shape, 10> digits;
+    std::vector<Shape> digits;  ///< of 0 to 9
   };
 
   void PaintFrame();
@@ -82,7 +82,7 @@ class PanelLabel : public QLabel, public ReadyDots {
 
   QImage blank_;    ///< the label without its text; null where the glyphs are not known
   QPointF origin_;  ///< of the glyphs
-  QColor ink_;      ///< theirs
+  QColor colour_;   ///< of the glyphs
   std::vector<Run> runs_;
   std::vector<Digit> digits_;
   QRect changed_;  ///< and not shown yet

@@ -6,6 +6,7 @@
 #include <QBackingStore>
 #include <QHBoxLayout>
 #include <QPaintEvent>
+#include <QTest>
 #include <memory>
 #include <utility>
 
@@ -155,19 +156,39 @@ TEST(PanelLabelTest, FollowsEachChangeOfWhatItLooksLike) {
   same("on");
 }
 
-/// As one of another language is, which changes no look.
+/// The toolkit has nothing painted for another locale, which changes no look.
 TEST(PanelLabelTest, ShowsDigitsThatAChangeComesAheadOf) {
   OnTheScreen changed(false), fresh(false);
   changed.Show(Clock(5));
   changed.Show(Clock(6));
   for (PanelLabel* const label : changed.labels) {
     label->ShowText(Clock(7));
-    QEvent language(QEvent::LanguageChange);
-    QApplication::sendEvent(label, &language);
+    QEvent locale(QEvent::LocaleChange);
+    QApplication::sendEvent(label, &locale);
     WindowStrips strips;
     label->ShowChanges(strips);
   }
   EXPECT_EQ(changed.Picture(), fresh.Show(Clock(7)));
+}
+
+TEST(PanelLabelTest, HasTheColoursOfAWindowBehindWhileItIsOne) {
+  OnTheScreen changed(false), fresh(false);
+  const auto fade = [](PanelLabel& label) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::Active, QPalette::WindowText, Qt::red);
+    palette.setColor(QPalette::Inactive, QPalette::WindowText, Qt::blue);
+    label.setPalette(palette);
+  };
+  QWidget other;
+  for (std::size_t i = 0; i < changed.labels.size(); ++i) fade(*changed.labels[i]), fade(*fresh.labels[i]);
+  changed.labels.front()->window()->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(changed.labels.front()->window()));
+  changed.Show(Clock(5));
+  changed.Show(Clock(6));
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  EXPECT_EQ(changed.Show(Clock(7)), fresh.Show(Clock(7)));
 }
 
 TEST(PanelLabelTest, ShowsAnotherTextOfTheSameLengthWhole) {

@@ -1,6 +1,7 @@
 #include "platform/windows/window_strips.h"
 
 #include <QBackingStore>
+#include <QCoreApplication>
 #include <QRegion>
 #include <QWindow>
 #include <algorithm>
@@ -11,6 +12,13 @@
 namespace velk {
 
 namespace {
+
+/// Where a widget is moved within its parent, the toolkit would have the display copy its dots. Where another lies over
+/// it, some copies are of what stood there before, and old digits would stay on the screen until their value changes.
+void PaintMovedWidgets() {
+  qputenv("QT_NO_FAST_MOVE", "1");
+}
+Q_COREAPP_STARTUP_FUNCTION(PaintMovedWidgets)
 
 /// Whether a child that stands above one of its children, or above `parent` itself, may touch a part of it.
 bool IsCovered(const QWidget& parent, const QWidget* child, const QRect& part) {
@@ -70,6 +78,7 @@ void WindowStrips::Add(QWidget& widget, ReadyDots& dots, std::span<const QRect> 
   const QRect seen = place.translated(-corner);
   for (const QRect& part : parts)
     if (part.intersects(seen)) parts_.push_back(part & seen);
+  if (parts_.size() == begin) return;
   strips_.push_back({in, &widget, &dots, corner, place, begin, parts_.size()});
 }
 
@@ -100,7 +109,7 @@ void WindowStrips::ShowIn(QWidget& window, std::span<const Strip> strips) const 
 
 bool WindowStrips::CopyTo(QBackingStore& store, const Strip& strip) const {
   const std::span<const QRect> parts(parts_.begin() + strip.begin, parts_.begin() + strip.end);
-  // What is begun counts as painted: behind a move in the display itself, other dots there are not those in memory.
+  // What is begun is sent from memory, which holds older dots where the display has moved some by itself.
   QRegion drawn;
   drawn.setRects(parts.data(), static_cast<int>(parts.size()));
   drawn.translate(strip.corner);

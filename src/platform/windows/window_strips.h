@@ -36,8 +36,8 @@ class WindowStrips {
   WindowStrips(const WindowStrips&) = delete;
   WindowStrips& operator=(const WindowStrips&) = delete;
 
-  /// Parts of a widget have changed, in its pixels, each below the one before. The widget stays until Show. What is
-  /// copied is these parts; what is sent is the rectangle around them.
+  /// Parts of a widget have changed, in its pixels, each wholly below the one before. The widget stays until Show.
+  /// What is copied is these parts; what is sent is the rectangle around them.
   template <class Widget>
   void Add(Widget& widget, std::span<const QRect> parts) {
     Add(widget, widget, parts);
